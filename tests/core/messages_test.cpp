@@ -1,0 +1,254 @@
+#include "vrllib/core/messages.h"
+
+#include <cstdlib>
+#include <iostream>
+#include <string>
+#include <vector>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "vrllib/platform/platform.h"
+
+namespace {
+
+namespace platform = Vorlane_v1_0::platform;
+
+/// What the replaced box was shown, and what it answers.
+struct Box {
+    std::vector<std::string> captions;
+    std::vector<std::string> texts;
+    platform::Button answer = platform::Button::kOk;
+};
+
+Box box;
+
+platform::Button pressButton(char const* text, char const* caption) {
+    box.texts.emplace_back(text);
+    box.captions.emplace_back(caption);
+    return box.answer;
+}
+
+class MessageChannel : public testing::Test {
+protected:
+    void SetUp() override {
+        vrlCoutReset();
+        box = {};
+        platform::calls().showMessageBox = pressButton;
+    }
+    void TearDown() override {
+        platform::calls().showMessageBox = systemBox;
+        vrlCoutReset();
+    }
+
+private:
+    decltype(platform::calls().showMessageBox) const systemBox = platform::calls().showMessageBox;
+};
+
+using MessageBox = MessageChannel;
+using VrlPrintf = MessageChannel;
+
+TEST_F(MessageChannel, IsOneStream) {
+    EXPECT_EQ(&vrlCout(), &vrlCout());
+    vrlCout() << "a" << 1;
+    vrlCout() << "b";
+
+    EXPECT_EQ(vrlGetCoutMsg(), "a1b");
+}
+
+TEST_F(MessageChannel, IsOpenForOutputOnly) {
+    vrlCout() << "text";
+
+    EXPECT_EQ(vrlCout().rdbuf()->sgetc(), std::char_traits<char>::eof());
+}
+
+TEST_F(MessageChannel, KeepsTheTextsOfAllWritersInOrder) {
+    vrlCout() << "-- warning: first\n";
+    vrlPuts("second");
+    vrlPrintf("%s %d\n", "third", 3);
+
+    EXPECT_EQ(vrlGetCoutMsg(), "-- warning: first\nsecond\nthird 3\n");
+}
+
+TEST_F(MessageChannel, VrlPutsWritesItsTextUnchangedAndALineFeed) {
+    vrlPuts("100%% of %d %s\\n");
+    vrlPuts("");
+
+    EXPECT_EQ(vrlGetCoutMsg(), "100%% of %d %s\\n\n\n");
+}
+
+TEST_F(MessageChannel, VrlPutsTakesNullForEmptyText) {
+    vrlPuts(nullptr);
+    vrlPuts("after");
+
+    EXPECT_EQ(vrlGetCoutMsg(), "\nafter\n");
+}
+
+TEST_F(MessageChannel, ReadingTwiceGivesTheSameTextAndLaterMore) {
+    vrlPuts("one");
+
+    EXPECT_EQ(vrlGetCoutMsg(), "one\n");
+    EXPECT_EQ(vrlGetCoutMsg(), "one\n");
+    vrlPuts("two");
+    EXPECT_EQ(vrlGetCoutMsg(), "one\ntwo\n");
+}
+
+TEST_F(MessageChannel, ResetEmptiesIt) {
+    vrlPuts("a long text that was there before");
+    vrlCoutReset();
+
+    EXPECT_EQ(vrlGetCoutMsg(), "");
+    vrlPuts("new");
+    EXPECT_EQ(vrlGetCoutMsg(), "new\n");
+}
+
+TEST_F(MessageChannel, FlushLeavesTheTextAsItWas) {
+    vrlPuts("kept");
+    vrlCoutFlush();
+
+    EXPECT_EQ(vrlGetCoutMsg(), "kept\n");
+    EXPECT_THAT(box.texts, testing::IsEmpty());
+}
+
+TEST_F(MessageChannel, BreakerChangesNothing) {
+    vrlPuts("kept");
+    vrlbreaker();
+    vrlbreaker();
+
+    EXPECT_EQ(vrlGetCoutMsg(), "kept\n");
+    EXPECT_THAT(box.texts, testing::IsEmpty());
+}
+
+TEST_F(MessageChannel, GrowsBeyondTheBufferOfVrlPrintf) {
+    vrlPuts(std::string(100000, 'p').c_str());
+    vrlCout() << std::string(100000, 'c');
+
+    EXPECT_EQ(vrlGetCoutMsg(), std::string(100000, 'p') + "\n" + std::string(100000, 'c'));
+}
+
+TEST_F(VrlPrintf, FormatsItsArguments) {
+    vrlPrintf("%s=%d %.2f %c\n", "x", -7, 1.5, '!');
+
+    EXPECT_EQ(vrlGetCoutMsg(), "x=-7 1.50 !\n");
+}
+
+TEST_F(VrlPrintf, WritesOnePercentSignForTwo) {
+    vrlPrintf("100%%");
+
+    EXPECT_EQ(vrlGetCoutMsg(), "100%");
+}
+
+TEST_F(VrlPrintf, AddsNoLineFeed) {
+    vrlPrintf("a");
+    vrlPrintf("b");
+
+    EXPECT_EQ(vrlGetCoutMsg(), "ab");
+}
+
+TEST_F(VrlPrintf, LeavesNothingOfALongerTextBefore) {
+    vrlPrintf("a longer text;");
+    vrlPrintf("short;");
+    vrlPrintf("%s", "");
+
+    EXPECT_EQ(vrlGetCoutMsg(), "a longer text;short;");
+}
+
+TEST_F(VrlPrintf, StopsAtTheFirstZeroByte) {
+    vrlPrintf("ab%ccd", 0);
+
+    EXPECT_EQ(vrlGetCoutMsg(), "ab");
+}
+
+TEST_F(VrlPrintf, TakesNullForAnEmptyFormat) {
+    char const* const none = nullptr;
+    vrlPrintf("before;");
+    vrlPrintf(none);
+
+    EXPECT_EQ(vrlGetCoutMsg(), "before;");
+}
+
+TEST_F(VrlPrintf, GivesOutExactly65536Characters) {
+    vrlPrintf("%s", std::string(65536, 'a').c_str());
+
+    EXPECT_EQ(vrlGetCoutMsg(), std::string(65536, 'a'));
+}
+
+TEST_F(VrlPrintf, LosesWhatLiesBeyond65536Characters) {
+    std::string const first(65536, 'a');
+    vrlPrintf("%s%s", first.c_str(), "lost");
+    EXPECT_EQ(vrlGetCoutMsg(), first);
+
+    vrlCoutReset();
+    vrlPrintf("%s", (first + "b").c_str());
+    EXPECT_EQ(vrlGetCoutMsg(), first);
+}
+
+TEST_F(MessageBox, EmptyChannelShowsNothingAndYieldsTrue) {
+    box.answer = platform::Button::kCancel;
+
+    EXPECT_TRUE(vrlShowCoutMsg());
+    EXPECT_THAT(box.texts, testing::IsEmpty());
+}
+
+TEST_F(MessageBox, ShowsTheWholeTextUnderTheCaption) {
+    vrlPuts("first");
+    vrlPuts("second");
+    vrlShowCoutMsg();
+
+    EXPECT_THAT(box.texts, testing::ElementsAre("first\nsecond\n"));
+    EXPECT_THAT(box.captions, testing::ElementsAre("Vorlane"));
+}
+
+TEST_F(MessageBox, OkYieldsTrueAndClears) {
+    vrlPuts("text");
+
+    EXPECT_TRUE(vrlShowCoutMsg());
+    EXPECT_EQ(vrlGetCoutMsg(), "");
+}
+
+TEST_F(MessageBox, CancelYieldsFalseAndClearsAllTheSame) {
+    vrlPuts("text");
+    box.answer = platform::Button::kCancel;
+
+    EXPECT_FALSE(vrlShowCoutMsg());
+    EXPECT_EQ(vrlGetCoutMsg(), "");
+}
+
+TEST_F(MessageBox, AnyAnswerButCancelYieldsTrue) {
+    vrlPuts("text");
+    box.answer = static_cast<platform::Button>(0);
+    EXPECT_TRUE(vrlShowCoutMsg());
+
+    vrlPuts("text");
+    box.answer = static_cast<platform::Button>(3);
+    EXPECT_TRUE(vrlShowCoutMsg());
+    EXPECT_EQ(box.texts.size(), 2U);
+}
+
+TEST_F(MessageBox, SecondCallShowsNothing) {
+    vrlPuts("text");
+    vrlShowCoutMsg();
+
+    EXPECT_TRUE(vrlShowCoutMsg());
+    EXPECT_EQ(box.texts.size(), 1U);
+}
+
+void writeAtExit() {
+    vrlPuts("late");
+    std::cerr << vrlGetCoutMsg();
+}
+
+TEST(MessageChannelDeathTest, OutlivesTheStaticObjectsMadeBeforeIt) {
+    testing::FLAGS_gtest_death_test_style = "threadsafe";  // a new process, in which nobody has used the channel yet
+
+    EXPECT_EXIT(
+        {
+            std::atexit(writeAtExit);
+            vrlPuts("an early text that is too long to stand in the stream itself");
+            std::exit(0);
+        },
+        testing::ExitedWithCode(0),
+        testing::StrEq("an early text that is too long to stand in the stream itself\nlate\n"));
+}
+
+}  // namespace

@@ -1,0 +1,84 @@
+# Installs the built tree, moves the copy elsewhere, and builds and runs a host and a plug-in against it.
+# Needs: built, sources, scratch, version, libdir, config, generator, make, compiler, flags, readelf.
+
+cmake_minimum_required(VERSION 3.25)
+
+function(run)
+    execute_process(COMMAND ${ARGN} RESULT_VARIABLE result OUTPUT_VARIABLE out ERROR_VARIABLE err)
+    if(NOT result EQUAL 0)
+        list(JOIN ARGN " " command)
+        message("${out}${err}")
+        message(FATAL_ERROR "failed (${result}): ${command}")
+    endif()
+    set(output "${out}" PARENT_SCOPE)
+endfunction()
+
+function(expect_equal what actual expected)
+    if(NOT "${actual}" STREQUAL "${expected}")
+        message("--- expected:\n${expected}\n--- is:\n${actual}")
+        message(FATAL_ERROR "wrong: ${what}")
+    endif()
+endfunction()
+
+file(REMOVE_RECURSE ${scratch})
+file(MAKE_DIRECTORY ${scratch})
+set(installed ${scratch}/installed)
+set(moved ${scratch}/moved/elsewhere)
+run(${CMAKE_COMMAND} --install ${built} --config ${config} --prefix ${installed})
+file(MAKE_DIRECTORY ${scratch}/moved)
+file(RENAME ${installed} ${moved})
+
+# The library, its two links, and nothing else beside the CMake package.
+file(GLOB libraries RELATIVE ${moved}/${libdir} LIST_DIRECTORIES FALSE ${moved}/${libdir}/*)
+list(SORT libraries)
+expect_equal("libraries" "${libraries}" "lib_wn_vrllib.so;lib_wn_vrllib.so.2;lib_wn_vrllib.so.${version}")
+foreach(link IN ITEMS lib_wn_vrllib.so lib_wn_vrllib.so.2)
+    file(REAL_PATH ${moved}/${libdir}/${link} target)
+    file(REAL_PATH ${moved}/${libdir}/lib_wn_vrllib.so.${version} library)
+    expect_equal("target of ${link}" "${target}" "${library}")
+endforeach()
+run(${readelf} -d ${moved}/${libdir}/lib_wn_vrllib.so)
+if(NOT output MATCHES "SONAME[^\n]*\\[lib_wn_vrllib\\.so\\.2\\]" OR output MATCHES "RPATH|RUNPATH")
+    message("${output}")
+    message(FATAL_ERROR "wrong SONAME, or a path inside the library")
+endif()
+
+# The headers of the interface stand where they are included from; the private ones stay behind.
+if(NOT EXISTS ${moved}/include/vrllib/vrllib.h)
+    message(FATAL_ERROR "no include/vrllib/vrllib.h")
+endif()
+file(GLOB_RECURSE private RELATIVE ${moved}
+    ${moved}/include/vrllib/platform/* ${moved}/include/wildcard.h ${moved}/include/config_reader.h)
+expect_equal("private headers" "${private}" "")
+
+# No file of the package knows where it was built or first installed.
+file(GLOB_RECURSE package_files ${moved}/*.cmake)
+foreach(package_file IN LISTS package_files)
+    file(READ ${package_file} text)
+    string(FIND "${text}" "${built}" place)
+    expect_equal("place of the build folder in ${package_file}" "${place}" -1)
+endforeach()
+
+foreach(project IN ITEMS host plugin)
+    run(${CMAKE_COMMAND} -S ${sources}/${project} -B ${scratch}/${project} -G ${generator}
+        -D CMAKE_MAKE_PROGRAM=${make}
+        -D CMAKE_CXX_COMPILER=${compiler}
+        -D CMAKE_CXX_FLAGS=${flags}
+        -D CMAKE_BUILD_TYPE=${config}
+        -D CMAKE_PREFIX_PATH=${moved}
+        -D CMAKE_FIND_USE_PACKAGE_REGISTRY=OFF)
+    run(${CMAKE_COMMAND} --build ${scratch}/${project} --config ${config})
+endforeach()
+
+file(WRITE ${scratch}/VRLConfig.ini
+    "sodlldir_clear\n"
+    "sodlldir_linux = ${scratch}/plugin\n"
+    "sodllpostfix_linux = .so.\${version}\n"
+    "sodllfile = packagePlugin\n")
+run(${scratch}/host/package_host ${scratch}/VRLConfig.ini)
+expect_equal("output of the host" "${output}" "=== packageWaveguide ===
+  length= 200
+ports: in0 out0
+The value \"200\" is out of range for double. Accepted range is [1,100]
+variable 'width' not found
+")

@@ -1,0 +1,74 @@
+#pragma once
+
+#include <cstddef>
+#include <iosfwd>
+#include <map>
+#include <string>
+
+#include "vrllib/core/export.h"
+#include "vrllib/serialisation/persistence.h"
+
+// Parameters, their words:
+//
+// annotation  a text under a key. A parameter's name, description and unit are annotations under reserved keys
+// attribute   a named parameter (Attribute and its descendants); a value holds one typed value, a range has bounds
+// list        the named attributes of a design object (Attributes)
+// gate        do_setValue, the overridable operation that every typed setting passes
+
+namespace Vorlane_v1_0 {
+
+/// A bag of free text notes under unique keys, ordered by key.
+class VRL_API Annotations {
+public:
+    using AnnotationMap = std::map<std::string, std::string>;
+    using iterator = AnnotationMap::iterator;
+    using const_iterator = AnnotationMap::const_iterator;
+
+    Annotations();
+    /// Copies the notes and the serialisation register as it stands.
+    Annotations(Annotations const& other);
+    Annotations& operator=(Annotations const& other);
+    virtual ~Annotations();
+    VRL_PERSISTENT_ROOT(Annotations)
+
+public:
+    /// A taken key keeps its first text.
+    Annotations& addAnnotation(std::string const& key, std::string const& text);
+    Annotations& setAnnotation(std::string const& key, std::string const& text);
+    /// An absent key is no error.
+    Annotations& delAnnotation(std::string const& key);
+    /// Erases all annotations, the reserved ones of a parameter included.
+    Annotations& clear();
+
+    /// The text of the key. An absent key gives an empty text, or with `mustExist` throws the `std::string`
+    /// "annotation 'KEY' not found\n".
+    std::string getAnnotation(std::string const& key, bool mustExist) const;
+    /// The text of the key if it is present and not empty, otherwise `defaultText`: a stored empty text counts as
+    /// absent here, though getAnnotation treats it as present.
+    std::string getAnnotationDefault(std::string const& key, std::string const& defaultText) const;
+
+    std::size_t size() const { return annotations.size(); }
+    iterator begin() { return annotations.begin(); }
+    iterator end() { return annotations.end(); }
+    const_iterator begin() const { return annotations.begin(); }
+    const_iterator end() const { return annotations.end(); }
+    iterator beginAnnotation() { return annotations.begin(); }
+    iterator endAnnotation() { return annotations.end(); }
+    const_iterator beginAnnotation() const { return annotations.begin(); }
+    const_iterator endAnnotation() const { return annotations.end(); }
+    AnnotationMap const& list() const { return annotations; }
+
+    /// Writes "-X-", whatever the annotations are.
+    std::ostream& operator<<(std::ostream& os) const;
+
+private:
+    AnnotationMap annotations;
+    SerRegister serRegister;
+    SerrDoneFlag serDone;
+};
+
+VRL_API std::ostream& operator<<(std::ostream& os, Annotations const& annotations);
+
+extern template class VRL_INSTANCE Serialisable<Annotations>;
+
+}  // namespace Vorlane_v1_0

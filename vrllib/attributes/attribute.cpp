@@ -1,0 +1,96 @@
+#include "vrllib/attributes/attribute.h"
+
+#include <cstring>
+#include <ostream>
+
+namespace Vorlane_v1_0 {
+
+namespace {
+
+// Functions, since attributes may be made before the static objects of this file are.
+std::string const& nameKey() {
+    static std::string const key = "vrl::attrName";
+    return key;
+}
+std::string const& descrKey() {
+    static std::string const key = "vrl::attrDescr";
+    return key;
+}
+std::string const& unitsKey() {
+    static std::string const key = "vrl::attrUnitName";
+    return key;
+}
+
+}  // namespace
+
+Attribute::Attribute(std::string const& name, std::string const& descr, std::string const& units) {
+    addAnnotation(nameKey(), name);
+    addAnnotation(descrKey(), descr);
+    addAnnotation(unitsKey(), units);
+}
+
+Attribute::Attribute(Attribute const& other) = default;
+Attribute& Attribute::operator=(Attribute const& other) = default;
+Attribute::~Attribute() = default;
+
+VRL_DEFINE_PERSISTENCE(Attribute, Annotations)
+
+SerFormat<Attribute> const& Attribute::serFormat() {
+    static auto const format = SerFormat<Attribute>("Attribute");
+    return format;
+}
+
+std::string Attribute::getType() const { return "Attribute"; }
+std::string Attribute::getFactoryName() const { return getType(); }
+std::string Attribute::getName() const { return getAnnotation(nameKey(), true); }
+std::string Attribute::getDescr() const { return getAnnotation(descrKey(), true); }
+std::string Attribute::getUnits() const { return getAnnotation(unitsKey(), true); }
+bool Attribute::hasRange() const { return false; }
+bool Attribute::setStringValue(std::string const&) { return false; }
+std::string Attribute::getStringValue() const { return {}; }
+void Attribute::setValue(Attribute const*) {}
+std::ostream& Attribute::operator<<(std::ostream& os) const { return os << "-X-"; }
+texstream& Attribute::toTex(texstream& tex) const { return tex; }
+bool Attribute::canBeAutoChangeable() const { return false; }
+bool Attribute::isAutoChangeable() const { return false; }
+void Attribute::setAutoChangeable(bool) {}
+int Attribute::compare(Attribute const&) const { return 0; }
+bool Attribute::inSpec(std::ostream&) const { return true; }
+
+std::ostream& operator<<(std::ostream& os, Attribute const& attribute) { return attribute.operator<<(os); }
+
+AttributeWithExpr::AttributeWithExpr(std::string const& name) : Attribute(name) {}
+AttributeWithExpr::AttributeWithExpr(std::string const& name, std::string const& expression, std::string const& descr,
+                                     std::string const& units)
+    : Attribute(name, descr, units), expr(expression) {}
+AttributeWithExpr::AttributeWithExpr(AttributeWithExpr const& other) = default;
+AttributeWithExpr& AttributeWithExpr::operator=(AttributeWithExpr const& other) = default;
+AttributeWithExpr::~AttributeWithExpr() = default;
+
+VRL_DEFINE_PERSISTENCE(AttributeWithExpr, Annotations)
+
+SerFormat<AttributeWithExpr> const& AttributeWithExpr::serFormat() {
+    static auto const format = SerFormat<AttributeWithExpr>("AttributeWithExpr")
+                                   .doc(&detail::nameAndUnits)
+                                   .member("expr", &AttributeWithExpr::expr)
+                                   .member("calc", &AttributeWithExpr::calc);
+    return format;
+}
+
+void AttributeWithExpr::setExpression(std::string const& text) { expr = text; }
+void AttributeWithExpr::resetExpression() { expr.clear(); }
+std::string AttributeWithExpr::getExpression() const { return expr; }
+bool AttributeWithExpr::isCalculated() const { return calc; }
+void AttributeWithExpr::setCalculated(bool on) { calc = on; }
+
+int AttributeWithExpr::compare(Attribute const& other) const {
+    auto const* const peer = dynamic_cast<AttributeWithExpr const*>(&other);
+    if (!peer) return 0;
+    int const order = std::strcmp(expr.c_str(), peer->expr.c_str());
+    return order < 0 ? -1 : order > 0 ? 1 : 0;
+}
+
+template class Serialisable<Attribute>;
+template class Serialisable<AttributeWithExpr>;
+
+}  // namespace Vorlane_v1_0

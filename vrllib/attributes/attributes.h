@@ -1,0 +1,190 @@
+#pragma once
+
+#include <complex>
+#include <cstddef>
+#include <iosfwd>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "vrllib/attributes/annotations.h"
+#include "vrllib/attributes/value.h"
+#include "vrllib/core/version.h"
+#include "vrllib/runtime/factory.h"
+#include "vrllib/runtime/shared_ptr.h"
+#include "vrllib/serialisation/containers.h"
+
+namespace Vorlane_v1_0 {
+
+namespace detail {
+
+/// Keeps a function template's argument from being deduced.
+template <class T>
+struct Identity {
+    using type = T;
+};
+
+}  // namespace detail
+
+/// The named parameters of a design object, with notes of their own.
+///
+/// The list owns its parameters through handles. It knows them by name, and remembers the order of adding: iterators,
+/// indices and size() follow that order, while printing and checking go by name. Two exceptions are part of the design:
+/// a name that is added twice stands twice in the order and once among the parameters, and a parameter that was made
+/// while reading has no place in the order.
+///
+/// A copy is shallow: both lists then hold the same parameters.
+///
+/// Errors: an unknown name throws the `std::string` "variable 'NAME' not found\n", a parameter of another type
+/// "variable 'NAME' type mismatch\n". The operations that write from a text or from another attribute never throw; they
+/// report on std::cerr. Indices are the caller's duty unless said otherwise.
+///
+/// Change counter: add counts 1, addAttribute 2, writing from a text 1 if it changed the value, by index always,
+/// writing from an attribute 1 through set and 2 through setAttribute (less 1 on failure); the typed setters count
+/// nothing. So a difference says that something happened, and its size says nothing.
+class VRL_API Attributes : public Annotations {
+public:
+    using AttributeMap = std::map<std::string, shared_ptr<Attribute>>;
+    using Order = std::vector<std::string>;
+    using iterator = Order::iterator;
+    using const_iterator = Order::const_iterator;
+
+    Attributes();
+    /// Shares the parameters and copies everything else; the serialisation register starts empty.
+    Attributes(Attributes const& other);
+    /// As the copy, but the target keeps its change counter and its register.
+    Attributes& operator=(Attributes const& other);
+    ~Attributes() override;
+    VRL_PERSISTENT(Attributes)
+
+public:
+    /// Whether every parameter is within its range. If not, a heading and all complaints go to `os`.
+    virtual bool inSpec(std::ostream& os) const;
+
+    /// Adds a parameter under its present name and takes it over; null is ignored. Yields the parameter.
+    ///
+    /// If the name is taken, the new parameter is deleted, the first one stays, the name stands twice in the order, and
+    /// the result points to the deleted object. Ask find first.
+    Attribute* add(Attribute* a);
+    Attribute* addAttribute(Attribute* a);
+    Attribute* addBool(std::string const& name, bool const& value, std::string const& descr = "",
+                       std::string const& units = "");
+    Attribute* addInteger(std::string const& name, int const& value, std::string const& descr = "",
+                          std::string const& units = "");
+    Attribute* addDouble(std::string const& name, double const& value, std::string const& descr = "",
+                         std::string const& units = "");
+    Attribute* addComplex(std::string const& name, std::complex<double> const& value, std::string const& descr = "",
+                          std::string const& units = "");
+    Attribute* addString(std::string const& name, std::string const& value, std::string const& descr = "",
+                         std::string const& units = "");
+
+    bool find(std::string const& name) const;
+    Attribute* get(std::string const& name);
+    Attribute* get(std::string const& name) const;
+    Attribute* getAttribute(std::string const& name);
+    Attribute* getAttribute(std::string const& name) const;
+    Attribute const& get(std::size_t const& i);
+    Attribute const& get(std::size_t const& i) const;
+    std::string getDescr(std::string const& name) const;
+    std::string getUnits(std::string const& name) const;
+
+    /// The number of names in the order of adding.
+    std::size_t size() const { return attrOrder.size(); }
+    /// The names in the order of adding.
+    iterator begin() { return attrOrder.begin(); }
+    iterator end() { return attrOrder.end(); }
+    const_iterator begin() const { return attrOrder.begin(); }
+    const_iterator end() const { return attrOrder.end(); }
+    iterator beginAttribute() { return attrOrder.begin(); }
+    iterator endAttribute() { return attrOrder.end(); }
+    const_iterator beginAttribute() const { return attrOrder.begin(); }
+    const_iterator endAttribute() const { return attrOrder.end(); }
+
+    Version& getVersionInfo() { return versionInfo; }
+    Version const& getVersionInfo() const { return versionInfo; }
+
+    /// From now on setComplex stores the real part in a parameter of type double. Nothing takes this back.
+    void allowDoubleAsComplex();
+
+    /// The factory of attribute types. If it has no key at all, the five value types are registered first.
+    static FactoryNoArg<std::string, Attribute>& factory();
+
+    /// The value of a parameter of exactly this type (bool, int, double, std::complex<double> or std::string).
+    template <class T>
+    T get(std::string const& name) const;
+    /// A bool, or whether getInteger yields other than 0: 0.5 is false.
+    bool getBool(std::string const& name) const;
+    /// An int, or a double truncated toward zero.
+    int getInteger(std::string const& name) const;
+    /// A double or an int.
+    double getDouble(std::string const& name) const;
+    /// A complex value, or a double or int as the real part.
+    std::complex<double> getComplex(std::string const& name) const;
+    /// A text; other types are not formatted.
+    std::string getString(std::string const& name) const;
+
+    /// Sets a parameter of exactly this type through its gate: warns on a range, empties the expression.
+    template <class T>
+    void set(std::string const& name, typename detail::Identity<T>::type const& value);
+    void setBool(std::string const& name, bool const& value);
+    void setInteger(std::string const& name, int const& value);
+    void setDouble(std::string const& name, double const& value);
+    void setComplex(std::string const& name, std::complex<double> const& value);
+    void setString(std::string const& name, std::string const& value);
+
+    /// Sets a parameter from a text, without a look at its range or its expression. Yields whether the value changed.
+    /// The index is checked.
+    bool setAttribute(std::string const& name, std::string const& text);
+    bool setAttribute(std::size_t const& i, std::string const& text);
+    bool set(std::size_t const& i, std::string const& text);
+
+    /// Sets a parameter to the value of another attribute, which stays with the caller. Yields `a`, or by name null on
+    /// failure.
+    Attribute* set(std::string const& name, Attribute* a);
+    Attribute* set(std::size_t const& i, Attribute* a);
+    Attribute* setAttribute(std::string const& name, Attribute* a);
+    Attribute* setAttribute(std::size_t const& i, Attribute* a);
+
+    Attributes& setExpression(std::string const& name, std::string const& expr);
+
+    /// Writes "  NAME= VALUE\n" for each parameter in order of the names.
+    std::ostream& operator<<(std::ostream& os) const;
+
+private:
+    [[noreturn]] void typerr(std::string const& name) const;
+    AttributeMap::iterator _find(std::string const& name);
+    AttributeMap::const_iterator _find(std::string const& name) const;
+    template <class T>
+    T const* valueOf(std::string const& name) const;
+    template <class T>
+    Attribute* addValue(std::string const& name, T const& value, std::string const& descr, std::string const& units);
+    template <class Number>
+    bool getNumber(std::string const& name, Number& number) const;
+
+    AttributeMap attributes;
+    Version versionInfo;
+    bool doubleAsComplex = false;
+    Order attrOrder;
+    SerRegister serRegister;
+    SerrDoneFlag serDone;
+};
+
+VRL_API std::ostream& operator<<(std::ostream& os, Attributes const& attributes);
+
+#define VRL_TYPED_ACCESS_(T)                                                                                           \
+    template <>                                                                                                        \
+    VRL_API T Attributes::get<T>(std::string const& name) const;                                                       \
+    template <>                                                                                                        \
+    VRL_API void Attributes::set<T>(std::string const& name, T const& value);
+VRL_TYPED_ACCESS_(bool)
+VRL_TYPED_ACCESS_(int)
+VRL_TYPED_ACCESS_(double)
+VRL_TYPED_ACCESS_(std::complex<double>)
+VRL_TYPED_ACCESS_(std::string)
+#undef VRL_TYPED_ACCESS_
+
+extern template class VRL_INSTANCE Serialisable<Attributes>;
+extern template class VRL_INSTANCE SerialisablePtrMap<std::string, Attribute>;
+extern template class VRL_INSTANCE SerialisableAttrMap<std::string, Attribute>;
+
+}  // namespace Vorlane_v1_0

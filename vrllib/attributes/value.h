@@ -1,0 +1,209 @@
+#pragma once
+
+#include <complex>
+#include <ostream>
+#include <string>
+
+#include "vrllib/attributes/attribute.h"
+#include "vrllib/doc/texstream.h"
+
+namespace Vorlane_v1_0 {
+
+namespace detail {
+
+/// What differs by the type of a value. `typeWord` is the word of getType.
+template <class T>
+char const* typeWord();
+
+/// Parses a text into a value and yields whether the value changed; it is stored in either case. A text that is no
+/// number stores 0; only a complex value stays as it is.
+template <class T>
+bool parseValue(std::string const& text, T& value);
+
+/// The text that parseValue reads: true or false, %d, %lg, %lg+I%lg, or the text itself.
+template <class T>
+std::string formatValue(T const& value);
+
+/// 1 if `a` is greater, -1 if it is less, 0 if it is neither.
+template <class T>
+int orderOfValues(T const& a, T const& b);
+
+/// Writes a value as source: as the stream writes it, but an empty text as two double quotes.
+template <class T>
+void writeSource(std::ostream& os, T const& value);
+
+#define VRL_VALUE_TEXTS_(T)                                                                                            \
+    template <>                                                                                                        \
+    VRL_API char const* typeWord<T>();                                                                                 \
+    template <>                                                                                                        \
+    VRL_API bool parseValue<T>(std::string const& text, T& value);                                                     \
+    template <>                                                                                                        \
+    VRL_API std::string formatValue<T>(T const& value);                                                                \
+    template <>                                                                                                        \
+    VRL_API int orderOfValues<T>(T const& a, T const& b);                                                              \
+    template <>                                                                                                        \
+    VRL_API void writeSource<T>(std::ostream & os, T const& value);
+VRL_VALUE_TEXTS_(bool)
+VRL_VALUE_TEXTS_(int)
+VRL_VALUE_TEXTS_(double)
+VRL_VALUE_TEXTS_(std::complex<double>)
+VRL_VALUE_TEXTS_(std::string)
+#undef VRL_VALUE_TEXTS_
+
+/// Throws "attribute set failed on type mismatch", as `char const*`.
+[[noreturn]] VRL_API void throwValueMismatch();
+
+}  // namespace detail
+
+/// A named parameter that holds one value of type bool, int, double, std::complex<double> or std::string.
+///
+/// The value is written along four paths that differ on purpose:
+///
+/// setValue(T)           passes the gate do_setValue: warns on a range, empties the expression, yields the old value
+/// setValue(Attribute*)  copies the value alone; throws a `char const*` if the other is no Value<T>
+/// setStringValue(text)  parses and stores; yields whether the value changed, and reports no bad text
+/// read                  stores what the stream holds
+///
+/// Only the first empties the expression and looks at a range. No constructor passes the gate.
+template <class T>
+class VRL_TEMPLATE Value : public AttributeWithExpr {
+public:
+    /// `val` is false, 0 or empty.
+    explicit Value(std::string const& name = "");
+    Value(std::string const& name, T const& value, std::string const& descr = "", std::string const& units = "");
+    Value(std::string const& name, T const& value, std::string const& expression, std::string const& descr,
+          std::string const& units);
+    Value(Value const& other) = default;
+    Value& operator=(Value const& other) = default;
+    ~Value() override;
+    VRL_PERSISTENT(Value)
+
+public:
+    std::string getType() const override;
+    /// "Value_" and the type word.
+    std::string getFactoryName() const override;
+
+    /// Stores the value through the gate. Yields the previous value.
+    T setValue(T const& value);
+    void setValue(Attribute const* other) override;
+    T const& getValue() const;
+    bool setStringValue(std::string const& text) override;
+    std::string getStringValue() const override;
+
+    std::ostream& operator<<(std::ostream& os) const override;
+    texstream& toTex(texstream& tex) const override;
+    std::ostream& toCpp(std::ostream& os, std::string const& name) const override;
+
+protected:
+    /// Orders by value with a sense opposite to the usual one: -1 if this value is greater, 1 if it is less. Equal
+    /// values are ordered by their expressions, in the usual sense. 0 if the other is no Value<T>. This mixture is
+    /// meant.
+    int compare(Attribute const& other) const override;
+    /// The gate: stores the value, empties the expression, and yields the old value.
+    virtual T do_setValue(T const& value);
+
+private:
+    T val;
+    SerRegister serRegister;
+    SerrDoneFlag serDone;
+};
+
+template <class T>
+Value<T>::Value(std::string const& name) : AttributeWithExpr(name, "", "", ""), val() {}
+template <class T>
+Value<T>::Value(std::string const& name, T const& value, std::string const& descr, std::string const& units)
+    : AttributeWithExpr(name, "", descr, units), val(value) {}
+template <class T>
+Value<T>::Value(std::string const& name, T const& value, std::string const& expression, std::string const& descr,
+                std::string const& units)
+    : AttributeWithExpr(name, expression, descr, units), val(value) {}
+template <class T>
+Value<T>::~Value() = default;
+
+VRL_DEFINE_PERSISTENCE_OF(template <class T>, (Value<T>), (AttributeWithExpr))
+
+template <class T>
+SerFormat<Value<T>> const& Value<T>::serFormat() {
+    static auto const format = SerFormat<Value<T>>("Value")
+                                   .type([](Value<T>& value) { return value.getFactoryName(); })
+                                   .doc(&detail::nameAndUnits)
+                                   .member("val", &Value<T>::val);
+    return format;
+}
+
+template <class T>
+std::string Value<T>::getType() const {
+    return detail::typeWord<T>();
+}
+template <class T>
+std::string Value<T>::getFactoryName() const {
+    return "Value_" + getType();
+}
+
+template <class T>
+T Value<T>::setValue(T const& value) {
+    return do_setValue(value);
+}
+template <class T>
+void Value<T>::setValue(Attribute const* other) {
+    auto const* const source = dynamic_cast<Value<T> const*>(other);
+    if (!source) detail::throwValueMismatch();
+    val = source->val;
+}
+template <class T>
+T const& Value<T>::getValue() const {
+    return val;
+}
+template <class T>
+bool Value<T>::setStringValue(std::string const& text) {
+    return detail::parseValue<T>(text, val);
+}
+template <class T>
+std::string Value<T>::getStringValue() const {
+    return detail::formatValue<T>(val);
+}
+
+template <class T>
+std::ostream& Value<T>::operator<<(std::ostream& os) const {
+    return os << val;
+}
+template <class T>
+texstream& Value<T>::toTex(texstream& tex) const {
+    tex.os() << val;
+    return tex;
+}
+template <class T>
+std::ostream& Value<T>::toCpp(std::ostream& os, std::string const& name) const {
+    os << "vrl::Value<" << getType() << " >(\"" << name << "\",";
+    detail::writeSource<T>(os, val);
+    return os << ")";
+}
+
+template <class T>
+int Value<T>::compare(Attribute const& other) const {
+    auto const* const peer = dynamic_cast<Value<T> const*>(&other);
+    if (!peer) return 0;
+    int const order = detail::orderOfValues<T>(val, peer->val);
+    return order != 0 ? -order : AttributeWithExpr::compare(other);
+}
+template <class T>
+T Value<T>::do_setValue(T const& value) {
+    T const old = val;
+    val = value;
+    setExpression("");
+    return old;
+}
+
+extern template class VRL_INSTANCE Serialisable<Value<bool>>;
+extern template class VRL_INSTANCE Serialisable<Value<int>>;
+extern template class VRL_INSTANCE Serialisable<Value<double>>;
+extern template class VRL_INSTANCE Serialisable<Value<std::complex<double>>>;
+extern template class VRL_INSTANCE Serialisable<Value<std::string>>;
+
+extern template class VRL_INSTANCE Value<bool>;
+extern template class VRL_INSTANCE Value<int>;
+extern template class VRL_INSTANCE Value<double>;
+extern template class VRL_INSTANCE Value<std::complex<double>>;
+extern template class VRL_INSTANCE Value<std::string>;
+
+}  // namespace Vorlane_v1_0

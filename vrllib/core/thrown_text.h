@@ -1,0 +1,16 @@
+#pragma once
+
+#include <cstddef>
+
+namespace Vorlane_v1_0::detail {
+
+/// Throws a plain text of the interface as `char*`.
+///
+/// The array is mutable and static, so that catch (char*), catch (char const*) and catch (void*) all work and the text
+/// outlives every handler.
+template <std::size_t N>
+[[noreturn]] void throwText(char (&text)[N]) {
+    throw static_cast<char*>(text);
+}
+
+}  // namespace Vorlane_v1_0::detail

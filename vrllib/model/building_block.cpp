@@ -1,0 +1,149 @@
+#include "vrllib/model/building_block.h"
+
+#include <algorithm>
+#include <cstdarg>
+#include <ostream>
+#include <utility>
+
+#include "vrllib/doc/texstream.h"
+#include "vrllib/runtime/factory_loader.h"
+
+namespace Vorlane_v1_0 {
+
+BB::Port::Port() : name("-none-"), domain(EnumList::Unknown), object(nullptr), currCS(nullptr) {}
+BB::Port::Port(PortLabel const& label, BB const* owner, EnumList::Domain const& d)
+    : name(label), domain(d), object(owner), currCS(nullptr) {}
+BB::Port::Port(Port const& other) = default;
+BB::Port& BB::Port::operator=(Port const& other) = default;
+BB::Port::Port(Port&& other) noexcept
+    : name(std::move(other.name)), domain(other.domain), object(other.object), currCS(std::move(other.currCS)) {}
+BB::Port& BB::Port::operator=(Port&& other) noexcept {
+    if (this == &other) return *this;
+    name = std::move(other.name);
+    domain = other.domain;
+    object = other.object;
+    currCS = std::move(other.currCS);
+    serRegister = SerRegister();
+    serDone = false;
+    return *this;
+}
+BB::Port::~Port() = default;
+
+VRL_DEFINE_PERSISTENCE_ROOT(BB::Port)
+
+SerFormat<BB::Port> const& BB::Port::serFormat() {
+    static auto const format = SerFormat<Port>("Port")
+                                   .type("BB::Port")
+                                   .doc([](Port& port) { return port.name.getName(); })
+                                   .member("currCS", &Port::currCS);
+    return format;
+}
+
+std::ostream& BB::Port::operator<<(std::ostream& os) const { return os << name.getName(); }
+texstream& BB::Port::toTex(texstream& tex) const {
+    tex.os() << name.getName();
+    return tex;
+}
+
+BB::BB() : BB(nullptr) {}
+BB::BB(Foundry const* foundry) : defaultCS(nullptr) {
+    if (!foundry) return;
+    defaultCS = foundry->getCSFlow();
+    foundryName = foundry->getName();
+}
+// A copied block starts without parameters and views: the virtual bases are built empty here.
+BB::BB(BB const& other)
+    : Attributes(), RegisterView(), Component(other), defaultCS(other.defaultCS), foundryName(other.foundryName) {}
+BB& BB::operator=(BB const& other) {
+    Component::operator=(other);
+    defaultCS = other.defaultCS;
+    foundryName = other.foundryName;
+    return *this;
+}
+BB::~BB() = default;
+
+VRL_DEFINE_PERSISTENCE(BB, Attributes)
+
+SerFormat<BB> const& BB::serFormat() {
+    static auto const format = SerFormat<BB>("BB")
+                                   .type([](BB& block) { return block.getName(); })
+                                   .member("defaultCS", &BB::defaultCS)
+                                   .member("foundryName", &BB::foundryName)
+                                   .member<SerialisablePortVec<Port>>("ports", &BB::ports);
+    return format;
+}
+
+template <>
+BB* detail::createStored<BB>(std::string const& type) {
+    return type.empty() ? nullptr : BB::create(nullptr, type);
+}
+
+BB* BB::create(Foundry const* foundry, std::string const& kind) {
+    return FactoryLoader<BB>::factory().create(kind, foundry);
+}
+void BB::destroy(BB* block) { FactoryLoader<BB>::factory().destroy(block); }
+template <>
+void ptr_destroy<BB>(BB* block) {
+    BB::destroy(block);
+}
+
+void BB::registerOnCreate(void (*callback)(BB*)) { FactoryLoader<BB>::factory().registerOnCreate(callback); }
+void BB::registerOnChange(void (*callback)(BB*)) { FactoryLoader<BB>::factory().registerOnChange(callback); }
+void BB::registerOnDestroy(void (*callback)(BB*)) { FactoryLoader<BB>::factory().registerOnDestroy(callback); }
+
+void BB::list(EnumList::Domain const& d, std::vector<std::string>::const_iterator* first,
+              std::vector<std::string>::const_iterator* last) {
+    static auto* const kinds = new std::vector<std::string>;
+    kinds->clear();
+    auto& factory = FactoryLoader<BB>::factory();
+    for (auto const& entry : factory) {
+        shared_ptr<BB> const block(factory.create(entry.first, nullptr));
+        if (block && block->chkDomain(d)) kinds->push_back(entry.first);
+    }
+    *first = kinds->begin();
+    *last = kinds->end();
+}
+
+std::string BB::getName() const { return "X"; }
+bool BB::isAllowed(Foundry::CSInfo const&) const { return true; }
+Foundry::CSInfo& BB::getCS(Port const&) { return defaultCS; }
+Foundry::CSInfo const& BB::getCS(Port const&) const { return defaultCS; }
+
+void BB::addPort(PortLabel const& label, EnumList::Domain const& d) { ports.emplace_back(label, this, d); }
+
+void BB::addPorts(EnumList::Domain const& d, char const* first, ...) {
+    std::va_list names;
+    va_start(names, first);
+    for (char const* name = first; name; name = va_arg(names, char const*)) addPort(name, d);
+    va_end(names);
+}
+
+void BB::pin(std::size_t const& inputs, std::size_t const& outputs) {
+    for (std::size_t i = 0; i < inputs; ++i) addPort("in" + std::to_string(i), EnumList::Optics);
+    for (std::size_t i = 0; i < outputs; ++i) addPort("out" + std::to_string(i), EnumList::Optics);
+}
+
+BB::Port* BB::getPort(std::string const& name) {
+    auto const found =
+        std::find_if(ports.begin(), ports.end(), [&](Port const& port) { return port.getName().getName() == name; });
+    return found == ports.end() ? nullptr : &*found;
+}
+
+bool BB::chkDomain(EnumList::Domain const& d) const {
+    return std::any_of(ports.begin(), ports.end(), [&](Port const& port) { return port.getDomain() == d; });
+}
+
+std::ostream& BB::operator<<(std::ostream& os) const {
+    os << "=== " << getName() << " ===\n";
+    return Attributes::operator<<(os);
+}
+std::ostream& operator<<(std::ostream& os, BB const& block) { return block.operator<<(os); }
+
+template class Serialisable<BB::Port>;
+template class Serialisable<BB>;
+template class SerialisableVec<BB::Port>;
+template class SerialisablePortVec<BB::Port>;
+template class SerialisablePtrMap<unsigned int, BB>;
+template class SerialisableBBMap<unsigned int, BB>;
+
+}  // namespace Vorlane_v1_0

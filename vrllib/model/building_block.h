@@ -1,0 +1,159 @@
+#pragma once
+
+#include <cstddef>
+#include <iosfwd>
+#include <string>
+#include <vector>
+
+#include "vrllib/core/enum_list.h"
+#include "vrllib/core/labels.h"
+#include "vrllib/model/component.h"
+#include "vrllib/model/foundry.h"
+#include "vrllib/serialisation/containers.h"
+
+namespace Vorlane_v1_0 {
+
+/// A building block: the unit of a design, with parameters, views and typed ports, made for a foundry.
+///
+/// Concrete kinds come from plug-ins: they derive from it, declare ports and parameters in their constructor, which has
+/// to accept a null foundry, and register under the name that getName yields. A block is freed with destroy; in a
+/// netlist a handle does that. It does not own its foundry.
+///
+/// A block is saved with its parameters, its choice of cross section, the name of its foundry and its ports' choices. A
+/// block that was read has no foundry until Netlist::prepare brings it back by name.
+class VRL_API BB : public Component {
+public:
+    /// A port of a block: a name, whose first letters tell the direction, and a domain.
+    ///
+    /// It carries its own choice of cross section, and names the block that it was made for, which it does not own.
+    class VRL_API Port {
+    public:
+        /// The name "-none-", in no domain and of no block.
+        Port();
+        /// The port's choice starts empty: it does not take over that of the block.
+        Port(PortLabel const& label, BB const* owner, EnumList::Domain const& d);
+        /// Copies everything, the serialisation register as it stands; the copy goes on naming the source's block.
+        Port(Port const& other);
+        Port& operator=(Port const& other);
+        /// As the copy, but the register starts empty: ports move when their vector grows.
+        Port(Port&& other) noexcept;
+        Port& operator=(Port&& other) noexcept;
+        virtual ~Port();
+        VRL_PERSISTENT_ROOT(Port)
+
+    public:
+        PortLabel const& getName() const { return name; }
+        EnumList::Domain const& getDomain() const { return domain; }
+        BB const* getObject() const { return object; }
+        Foundry::CSInfo& getCS() { return currCS; }
+        Foundry::CSInfo const& getCS() const { return currCS; }
+        void setCS(Foundry::CSInfo const& cs) { currCS = cs; }
+
+        /// Compares the names; domain and block do not count.
+        bool operator==(Port const& other) const { return name == other.name; }
+        bool operator!=(Port const& other) const { return name != other.name; }
+
+        /// Writes the name.
+        std::ostream& operator<<(std::ostream& os) const;
+        /// Writes the name, with no escaping.
+        texstream& toTex(texstream& tex) const;
+
+    private:
+        PortLabel name;
+        EnumList::Domain domain;
+        BB const* object;
+        Foundry::CSInfo currCS;
+        SerRegister serRegister;
+        SerrDoneFlag serDone;
+    };
+
+    using Ports = std::vector<Port>;
+    using port_iterator = Ports::iterator;
+    using const_port_iterator = Ports::const_iterator;
+
+    BB();
+    /// Takes over the foundry's default choice and its name. Null is as the default constructor.
+    explicit BB(Foundry const* foundry);
+    /// Copies the choice and the foundry's name. The copy has no ports: its class declares them. Nor has it parameters
+    /// and views, unless its class builds Attributes and RegisterView as copies.
+    BB(BB const& other);
+    /// Assigns the component, the choice and the foundry's name; the ports stay.
+    BB& operator=(BB const& other);
+    VRL_PERSISTENT(BB)
+
+public:
+    /// A new block of that kind for the caller, or null for an unknown kind. The foundry may be null. Throws "Sorry -
+    /// use a proper key" (`char*`) for an empty kind.
+    static BB* create(Foundry const* foundry, std::string const& kind);
+    /// Runs the on-destroy callbacks, then deletes the block; null only runs the callbacks.
+    static void destroy(BB* block);
+    static void registerOnCreate(void (*callback)(BB*));
+    static void registerOnChange(void (*callback)(BB*));
+    static void registerOnDestroy(void (*callback)(BB*));
+
+    /// The kinds that have a port in a domain, in order of the names; good until the next call.
+    /// Makes and destroys one block of every kind, without a foundry.
+    static void list(EnumList::Domain const& d, std::vector<std::string>::const_iterator* first,
+                     std::vector<std::string>::const_iterator* last);
+
+    /// The kind; "X" in the base.
+    std::string getName() const override;
+    /// Whether the block may use that choice; true in the base.
+    virtual bool isAllowed(Foundry::CSInfo const& cs) const;
+    /// The choice for a port. The base ignores the port and gives the choice of the block.
+    virtual Foundry::CSInfo& getCS(Port const& port);
+    virtual Foundry::CSInfo const& getCS(Port const& port) const;
+
+    /// Appends a port. A name may stand twice; getPort finds the first.
+    void addPort(PortLabel const& label, EnumList::Domain const& d);
+    /// Appends a port for each name of a list of `char const*` that ends in a null pointer.
+    void addPorts(EnumList::Domain const& d, char const* first, ...);
+    /// Appends the optical ports "in0", "in1", ... and "out0", "out1", ...
+    void pin(std::size_t const& inputs, std::size_t const& outputs);
+    /// The first port of that name, or null; good until the next port is added.
+    Port* getPort(std::string const& name);
+    port_iterator beginPort() { return ports.begin(); }
+    port_iterator endPort() { return ports.end(); }
+    const_port_iterator beginPort() const { return ports.begin(); }
+    const_port_iterator endPort() const { return ports.end(); }
+    /// Whether a port has that domain.
+    bool chkDomain(EnumList::Domain const& d) const;
+
+    /// The block's choice of cross section.
+    Foundry::CSInfo& getCS() { return defaultCS; }
+    Foundry::CSInfo const& getCS() const { return defaultCS; }
+    void setCS(Foundry::CSInfo const& cs) { defaultCS = cs; }
+    /// A new cross section by the block's choice; see CSInfo::createCS. The block must have a foundry.
+    CrossSection* createCS(double const& width, double radius) const { return defaultCS.createCS(width, radius); }
+
+    Foundry const* getFoundry() const { return defaultCS.getFoundry(); }
+    std::string getFoundryName() const { return foundryName; }
+    /// Sets the foundry of the block's choice, and nothing else: neither the foundry's name nor the ports' choices.
+    void setFoundry(Foundry const* foundry) { defaultCS.setFoundry(foundry); }
+
+    /// Writes "=== KIND ===\n" and the parameters.
+    std::ostream& operator<<(std::ostream& os) const;
+
+protected:
+    ~BB() override;
+
+private:
+    friend class ::FactoryFunctions<BB>;
+
+    Ports ports;
+    Foundry::CSInfo defaultCS;
+    std::string foundryName;
+    SerRegister serRegister;
+    SerrDoneFlag serDone;
+};
+
+VRL_API std::ostream& operator<<(std::ostream& os, BB const& block);
+
+extern template class VRL_INSTANCE Serialisable<BB::Port>;
+extern template class VRL_INSTANCE Serialisable<BB>;
+extern template class VRL_INSTANCE SerialisableVec<BB::Port>;
+extern template class VRL_INSTANCE SerialisablePortVec<BB::Port>;
+extern template class VRL_INSTANCE SerialisablePtrMap<unsigned int, BB>;
+extern template class VRL_INSTANCE SerialisableBBMap<unsigned int, BB>;
+
+}  // namespace Vorlane_v1_0

@@ -1,0 +1,208 @@
+#include "vrllib/model/netlist.h"
+
+#include <algorithm>
+
+#include "vrllib/core/thrown_text.h"
+#include "vrllib/runtime/factory_loader.h"
+
+void resetUniqueIDs() {
+    Vorlane_v1_0::Netlist::numBB = 1;
+    Vorlane_v1_0::Netlist::nodeCount = 1;
+}
+
+namespace Vorlane_v1_0 {
+
+namespace {
+
+bool holds(Netlist::Nodes const& nodes, unsigned int node) {
+    return std::find(nodes.begin(), nodes.end(), node) != nodes.end();
+}
+
+/// An output that the caller may leave out.
+void give(std::string* target, std::string const& text) {
+    if (target) *target = text;
+}
+
+/// The last index, which is 4294967295 for an empty list.
+void giveLastIndex(Netlist::Nodes const& nodes, unsigned int* position) {
+    if (position) *position = static_cast<unsigned int>(nodes.size()) - 1U;
+}
+
+}  // namespace
+
+unsigned int Netlist_Vars::numBB = 1;
+unsigned int Netlist_Vars::nodeCount = 1;
+
+Netlist::Netlist() { FactoryLoader<Netlist>::factory().OnCreate(this); }
+Netlist::Netlist(Netlist const& other)
+    : Attributes(other),
+      RegisterView(other),
+      Component(other),
+      nameToBB(other.nameToBB),
+      portToNode(other.portToNode),
+      BBList(other.BBList),
+      inputNodes(other.inputNodes),
+      outputNodes(other.outputNodes),
+      DCNodes(other.DCNodes),
+      serRegister(other.serRegister),
+      serDone(other.serDone) {}
+Netlist& Netlist::operator=(Netlist const& other) {
+    Component::operator=(other);
+    nameToBB = other.nameToBB;
+    portToNode = other.portToNode;
+    BBList = other.BBList;
+    inputNodes = other.inputNodes;
+    outputNodes = other.outputNodes;
+    DCNodes = other.DCNodes;
+    serRegister = other.serRegister;
+    serDone = other.serDone;
+    return *this;
+}
+Netlist::~Netlist() { FactoryLoader<Netlist>::factory().OnDestroy(this); }
+
+Netlist* Netlist::create(std::string const& kind) {
+    return kind.empty() ? new Netlist : FactoryLoader<Netlist>::factory().create(kind);
+}
+void Netlist::destroy(Netlist* netlist) { delete netlist; }
+template <>
+void ptr_destroy<Netlist>(Netlist* netlist) {
+    Netlist::destroy(netlist);
+}
+
+void Netlist::registerOnCreate(void (*callback)(Netlist*)) {
+    FactoryLoader<Netlist>::factory().registerOnCreate(callback);
+}
+void Netlist::registerOnChange(void (*callback)(Netlist*)) {
+    FactoryLoader<Netlist>::factory().registerOnChange(callback);
+}
+void Netlist::registerOnDestroy(void (*callback)(Netlist*)) {
+    FactoryLoader<Netlist>::factory().registerOnDestroy(callback);
+}
+
+std::string Netlist::getName() const { return "Netlist"; }
+void Netlist::mSync() {}
+
+Netlist& Netlist::setInputNode(unsigned int const& node, unsigned int* position) {
+    if (!holds(inputNodes, node)) inputNodes.push_back(node);
+    giveLastIndex(inputNodes, position);
+    return *this;
+}
+Netlist& Netlist::setOutputNode(unsigned int const& node, unsigned int* position) {
+    if (!holds(inputNodes, node)) outputNodes.push_back(node);  // the inputs, on purpose
+    giveLastIndex(outputNodes, position);
+    return *this;
+}
+Netlist& Netlist::setDCNode(unsigned int const& node, unsigned int* position) {
+    if (!holds(DCNodes, node)) DCNodes.push_back(node);
+    giveLastIndex(DCNodes, position);
+    return *this;
+}
+
+std::string Netlist::addBB(shared_ptr<BB> const& block, std::string const& name, unsigned int const& number) {
+    if (!block) return "";
+    unsigned int const n = number != 0 ? number : numBB;
+    std::string const used = name.empty() ? "elm#" + std::to_string(n) : name;
+    nameToBB.emplace(used, n);
+    BBList.emplace(n, block);
+    if (number == 0) ++numBB;
+    return used;
+}
+std::string Netlist::addBB(BB* block, std::string const& name, unsigned int const& number) {
+    return block ? addBB(shared_ptr<BB>(block), name, number) : "";
+}
+
+BB* Netlist::getBB(unsigned int const& number) {
+    mSync();
+    auto const found = BBList.find(number);
+    return found == BBList.end() ? nullptr : found->second.get();
+}
+BB* Netlist::getBB(std::string const& name) {
+    mSync();
+    auto const found = nameToBB.find(name);
+    return found == nameToBB.end() ? nullptr : getBB(found->second);
+}
+
+unsigned int Netlist::createNode() { return nodeCount++; }
+
+unsigned int Netlist::addNode(std::string const& element, std::string const& port, unsigned int const& node) {
+    if (nameToBB.find(element) == nameToBB.end()) return 0;
+    unsigned int const n = node != 0 ? node : createNode();
+    if (port.empty()) {
+        static char text[] = "Port name is empty.";
+        detail::throwText(text);
+    }
+    portToNode.emplace(std::make_pair(element, port), n);
+    return n;
+}
+
+bool Netlist::findNode(unsigned int const& node, std::string* element, std::string* port) const {
+    give(element, "");
+    give(port, "");
+    for (auto const& entry : portToNode) {
+        if (entry.second != node) continue;
+        give(element, entry.first.first);
+        give(port, entry.first.second);
+        return true;
+    }
+    return false;
+}
+unsigned int Netlist::findNode(std::string const& element, std::string const& port) const {
+    mSync();
+    auto const found = portToNode.find({element, port});
+    return found == portToNode.end() ? 0 : found->second;
+}
+bool Netlist::findNamedNode(unsigned int const& node, std::string const& port, std::string* element) const {
+    give(element, "");
+    for (auto const& entry : portToNode) {
+        if (entry.second != node || entry.first.second != port) continue;
+        give(element, entry.first.first);
+        return true;
+    }
+    return false;
+}
+unsigned int Netlist::getNode(std::string const& element, std::string const& port) const {
+    unsigned int const node = findNode(element, port);
+    if (node == 0) throw std::string("Node " + element + "@" + port + " is not there.");
+    return node;
+}
+unsigned int Netlist::getNode(std::string const& element, std::string const& port) {
+    unsigned int const node = findNode(element, port);
+    return node != 0 ? node : addNode(element, port, createNode());
+}
+
+std::string Netlist::findElementName(unsigned int const& number) const {
+    mSync();
+    auto const found =
+        std::find_if(nameToBB.begin(), nameToBB.end(), [&](auto const& entry) { return entry.second == number; });
+    return found == nameToBB.end() ? "-" : found->first;
+}
+
+Netlist::element_iterator Netlist::findElement(unsigned int const& number) { return synced(BBList).find(number); }
+Netlist::const_element_iterator Netlist::findElement(unsigned int const& number) const {
+    return synced(BBList).find(number);
+}
+
+// The iterators bring the tables up to date first; beginInputNodes() const alone reads its list directly.
+Netlist::element_iterator Netlist::beginElements() { return synced(BBList).begin(); }
+Netlist::element_iterator Netlist::endElements() { return synced(BBList).end(); }
+Netlist::const_element_iterator Netlist::beginElements() const { return synced(BBList).begin(); }
+Netlist::const_element_iterator Netlist::endElements() const { return synced(BBList).end(); }
+Netlist::const_name_iterator Netlist::beginElementName() const { return synced(nameToBB).begin(); }
+Netlist::const_name_iterator Netlist::endElementName() const { return synced(nameToBB).end(); }
+Netlist::const_port_iterator Netlist::beginElementPort() const { return synced(portToNode).begin(); }
+Netlist::const_port_iterator Netlist::endElementPort() const { return synced(portToNode).end(); }
+
+Netlist::node_iterator Netlist::beginInputNodes() { return synced(inputNodes).begin(); }
+Netlist::node_iterator Netlist::endInputNodes() { return synced(inputNodes).end(); }
+Netlist::const_node_iterator Netlist::beginInputNodes() const { return inputNodes.begin(); }
+Netlist::const_node_iterator Netlist::endInputNodes() const { return synced(inputNodes).end(); }
+Netlist::node_iterator Netlist::beginOutputNodes() { return synced(outputNodes).begin(); }
+Netlist::node_iterator Netlist::endOutputNodes() { return synced(outputNodes).end(); }
+Netlist::const_node_iterator Netlist::beginOutputNodes() const { return synced(outputNodes).begin(); }
+Netlist::const_node_iterator Netlist::endOutputNodes() const { return synced(outputNodes).end(); }
+Netlist::node_iterator Netlist::beginDCNodes() { return synced(DCNodes).begin(); }
+Netlist::node_iterator Netlist::endDCNodes() { return synced(DCNodes).end(); }
+Netlist::const_node_iterator Netlist::beginDCNodes() const { return synced(DCNodes).begin(); }
+Netlist::const_node_iterator Netlist::endDCNodes() const { return synced(DCNodes).end(); }
+
+}  // namespace Vorlane_v1_0

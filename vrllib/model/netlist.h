@@ -1,0 +1,198 @@
+#pragma once
+
+#include <cstddef>
+#include <iosfwd>
+#include <map>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "vrllib/model/building_block.h"
+#include "vrllib/model/component.h"
+#include "vrllib/model/foundry.h"
+#include "vrllib/runtime/shared_ptr.h"
+
+/// Sets the process-wide element and node numbers back to 1. Live netlists keep theirs, so new numbers can then
+/// collide.
+extern "C" VRL_API void resetUniqueIDs();
+
+namespace Vorlane_v1_0 {
+
+/// The numbers that all netlists of a process draw from, each the next one to be given.
+class VRL_API Netlist_Vars {
+protected:
+    static unsigned int numBB;      ///< element number
+    static unsigned int nodeCount;  ///< node number
+};
+
+/// The graph of a circuit: blocks (the elements) whose ports are tied to numbered nodes.
+///
+/// It is a pure table: it stores names and numbers, and does not look into the blocks. An element has a number and
+/// usually a name; two ports are connected if they are tied to the same node; the boundary lists name nodes as inputs,
+/// outputs and DC nodes. Everything is inserted and nothing overwritten or removed: what is there stays.
+///
+/// Numbers are unique across the netlists of a process, since they come from process-wide counters. The counters are
+/// saved with each netlist, and reading one sets them.
+///
+/// The netlist holds its blocks through handles. The on-create callbacks run at the end of its default constructor and
+/// the on-destroy callbacks first of all in its destructor.
+/// Cost: look-ups by name and number are logarithmic, those by node linear.
+class VRL_API Netlist : public Component, private Netlist_Vars {
+public:
+    using ElementMap = std::map<unsigned int, shared_ptr<BB>>;
+    using NameMap = std::map<std::string, unsigned int>;
+    using PortMap = std::map<std::pair<std::string, std::string>, unsigned int>;
+    using Nodes = std::vector<unsigned int>;
+    using element_iterator = ElementMap::iterator;
+    using const_element_iterator = ElementMap::const_iterator;
+    using const_name_iterator = NameMap::const_iterator;
+    using const_port_iterator = PortMap::const_iterator;
+    using node_iterator = Nodes::iterator;
+    using const_node_iterator = Nodes::const_iterator;
+
+    Netlist();
+    /// Shares the blocks and copies the tables and the serialisation register as they stand. No on-create callback
+    /// runs.
+    Netlist(Netlist const& other);
+    Netlist& operator=(Netlist const& other);
+    ~Netlist() override;
+    VRL_PERSISTENT(Netlist)
+
+public:
+    /// A new netlist for the caller: a plain one for the empty kind, otherwise one of the factory, null if it has none.
+    static Netlist* create(std::string const& kind);
+    /// Deletes the netlist, whose destructor runs the on-destroy callbacks. Null does nothing.
+    static void destroy(Netlist* netlist);
+    static void registerOnCreate(void (*callback)(Netlist*));
+    static void registerOnChange(void (*callback)(Netlist*));
+    static void registerOnDestroy(void (*callback)(Netlist*));
+
+    /// The kind; "Netlist" in the base.
+    std::string getName() const override;
+
+protected:
+    /// The hook of a netlist that keeps its own master representation: fills the tables before they are read.
+    virtual void mSync();
+    void mSync() const { const_cast<Netlist*>(this)->mSync(); }
+
+public:
+    /// Adds a node to a boundary list unless inputNodes has it, and gives the last index of the list in `position`,
+    /// which may be null. Outputs are looked up among the inputs as well, on purpose: a node is not input and output at
+    /// once, and an output may stand twice.
+    virtual Netlist& setInputNode(unsigned int const& node, unsigned int* position = nullptr);
+    virtual Netlist& setOutputNode(unsigned int const& node, unsigned int* position = nullptr);
+    /// The same for the DC boundary, which looks at itself.
+    virtual Netlist& setDCNode(unsigned int const& node, unsigned int* position = nullptr);
+
+    /// Adds an element. The number 0 takes the next number of the process, an empty name gives "elm#NUMBER". Yields the
+    /// name in use, or an empty text without a block.
+    ///
+    /// A taken name keeps leading to its first element, and the newcomer is reached by its number only. A taken number
+    /// keeps its block, the new handle is dropped, and a new name then leads to the old block.
+    virtual std::string addBB(shared_ptr<BB> const& block, std::string const& name = "",
+                              unsigned int const& number = 0);
+    /// The same; the netlist takes the block over. A block that is to be in two netlists goes in through one handle.
+    virtual std::string addBB(BB* block, std::string const& name = "", unsigned int const& number = 0);
+    /// The block, or null.
+    virtual BB* getBB(unsigned int const& number);
+    virtual BB* getBB(std::string const& name);
+
+    /// Takes the next node number of the process. The netlist records nothing.
+    virtual unsigned int createNode();
+    /// Ties a port of a named element to a node, 0 for a new one. Yields the node, or 0 for an unknown element.
+    ///
+    /// A port that is tied already keeps its node, though the result is the one asked for. Throws "Port name is empty."
+    /// (`char*`) on a known element; a new number stays used.
+    virtual unsigned int addNode(std::string const& element, std::string const& port, unsigned int const& node = 0);
+    /// The first port, in order of element and port name, that is tied to the node. Without one the texts are empty. An
+    /// output may be null.
+    virtual bool findNode(unsigned int const& node, std::string* element, std::string* port) const;
+    /// The node of a port, or 0.
+    virtual unsigned int findNode(std::string const& element, std::string const& port) const;
+    /// The first element, in order of the names, whose port of that name is tied to the node.
+    virtual bool findNamedNode(unsigned int const& node, std::string const& port, std::string* element) const;
+    /// The node of a port. Throws the `std::string` "Node ELEMENT@PORT is not there.".
+    virtual unsigned int getNode(std::string const& element, std::string const& port) const;
+    /// The node of a port, a new one if it has none. 0 for an unknown element, with a number spent.
+    virtual unsigned int getNode(std::string const& element, std::string const& port);
+
+    /// A placeholder: it says so on std::cerr and gives an empty choice. Derived netlists override it.
+    virtual Foundry::CSInfo const& getCS(unsigned int const& node, bool input) const;
+    /// Writes the parameters, the boundary and, in order of the names, the elements with the nodes of their ports. The
+    /// choice of cross section stands where it differs from that of the element before.
+    virtual std::ostream& operator<<(std::ostream& os) const;
+    /// The foundries of the blocks by their numbers. Blocks without one are left out.
+    virtual std::map<unsigned int, Foundry const*> getFoundryUse() const;
+
+    /// The first name of that number, or "-".
+    virtual std::string findElementName(unsigned int const& number) const;
+
+    /// Ties each block that has a foundry name to a foundry of that name, one for all blocks that share it.
+    ///
+    /// An unknown name gives null, without a message. Composite blocks are not entered. Nobody frees the foundries.
+    void prepare();
+
+    element_iterator findElement(unsigned int const& number);
+    const_element_iterator findElement(unsigned int const& number) const;
+    std::size_t sizeElements() const { return BBList.size(); }
+    element_iterator beginElements();
+    element_iterator endElements();
+    const_element_iterator beginElements() const;
+    const_element_iterator endElements() const;
+    const_name_iterator beginElementName() const;
+    const_name_iterator endElementName() const;
+    const_port_iterator beginElementPort() const;
+    const_port_iterator endElementPort() const;
+    /// The number of tied ports, which is not that of the nodes.
+    std::size_t sizeNodes() const { return portToNode.size(); }
+
+    node_iterator beginInputNodes();
+    node_iterator endInputNodes();
+    const_node_iterator beginInputNodes() const;
+    const_node_iterator endInputNodes() const;
+    node_iterator beginOutputNodes();
+    node_iterator endOutputNodes();
+    const_node_iterator beginOutputNodes() const;
+    const_node_iterator endOutputNodes() const;
+    node_iterator beginDCNodes();
+    node_iterator endDCNodes();
+    const_node_iterator beginDCNodes() const;
+    const_node_iterator endDCNodes() const;
+
+protected:
+    /// Whether every block is within its ranges. If not, a heading and all complaints go to `os`. The netlist's own
+    /// parameters are left out.
+    bool inSpec(std::ostream& os) const override;
+
+private:
+    friend void ::resetUniqueIDs();
+
+    /// A table after mSync.
+    template <class Table>
+    Table& synced(Table& table) {
+        mSync();
+        return table;
+    }
+    template <class Table>
+    Table const& synced(Table const& table) const {
+        mSync();
+        return table;
+    }
+
+    void printElement(std::ostream& os, std::string const& name, unsigned int number, Foundry::CSInfo& current) const;
+
+    NameMap nameToBB;
+    PortMap portToNode;
+    ElementMap BBList;
+    Nodes inputNodes;
+    Nodes outputNodes;
+    Nodes DCNodes;
+    SerRegister serRegister;
+    SerrDoneFlag serDone;
+};
+
+VRL_API std::ostream& operator<<(std::ostream& os, Netlist const& netlist);
+
+extern template class VRL_INSTANCE Serialisable<Netlist>;
+
+}  // namespace Vorlane_v1_0

@@ -1,0 +1,95 @@
+#pragma once
+
+#include <utility>
+
+#include "vrllib/core/export.h"
+#include "vrllib/core/forward.h"
+
+namespace Vorlane_v1_0 {
+
+/// Destroys an object whose last handle went. Classes with on-destroy callbacks go through their static destroy.
+template <class T>
+void ptr_destroy(T* object) {
+    delete object;
+}
+
+template <>
+VRL_API void ptr_destroy<BB>(BB* object);
+template <>
+VRL_API void ptr_destroy<Foundry>(Foundry* object);
+template <>
+VRL_API void ptr_destroy<Netlist>(Netlist* object);
+template <>
+VRL_API void ptr_destroy<View>(View* object);
+
+/// The reference-counting handle of the whole system.
+///
+/// Handles that are copies of each other share one control block; the object is destroyed with the last of them. Two
+/// handles made from one plain pointer know nothing of each other and destroy it twice.
+/// Threads: the count is a plain integer; an object and all its handles belong to one thread at a time.
+template <class T>
+class shared_ptr {
+public:
+    /// Holds no object, though it has a control block.
+    shared_ptr() : block(new Block{nullptr, 1}) {}
+
+    /// Takes the object over. Null gives a handle that holds no object.
+    explicit shared_ptr(T* object) : block(new Block{object, 1}) {}
+
+    shared_ptr(shared_ptr const& other) : block(other.block) {
+        if (block) ++block->count;
+    }
+
+    /// Leaves the source without a control block.
+    shared_ptr(shared_ptr&& other) noexcept : block(std::exchange(other.block, nullptr)) {}
+
+    shared_ptr& operator=(shared_ptr const& other) {
+        if (this != &other) {
+            if (other.block) ++other.block->count;  // first, since the release may run code that drops the source
+            Block* const shared = other.block;
+            release();
+            block = shared;
+        }
+        return *this;
+    }
+
+    shared_ptr& operator=(shared_ptr&& other) noexcept {
+        if (this != &other) {
+            Block* const taken = std::exchange(other.block, nullptr);
+            release();
+            block = taken;
+        }
+        return *this;
+    }
+
+    ~shared_ptr() { release(); }
+
+    /// The object, or null.
+    T* get() const { return block ? block->object : nullptr; }
+    T* operator->() const { return get(); }
+    T& operator*() const { return *get(); }
+
+    /// Whether the handle holds an object.
+    explicit operator bool() const { return get() != nullptr; }
+
+    /// How many handles share the control block; 0 without one.
+    unsigned useCount() const { return block ? block->count : 0; }
+
+private:
+    struct Block {
+        T* object;
+        unsigned count;
+    };
+
+    void release() {
+        Block* const last = std::exchange(block, nullptr);
+        if (!last || --last->count != 0) return;
+        T* const object = last->object;
+        delete last;
+        if (object) ptr_destroy<T>(object);
+    }
+
+    Block* block;
+};
+
+}  // namespace Vorlane_v1_0

@@ -1,0 +1,87 @@
+#pragma once
+
+#include <iosfwd>
+
+#include "vrllib/serialisation/serialiser.h"
+
+// The binary stream. All numbers are little-endian.
+//
+// bool      1 byte, 0 or 1                  string  count n (4 bytes), then n bytes
+// int       4 bytes, two's complement       marker  3D 40 ("=@"), then the depth (4 bytes)
+// unsigned  4 bytes                         complex real part, imaginary part
+// double    8 bytes, IEEE 754
+//
+// value at depth d     marker(d), the value, marker(d)
+// compound at depth d  marker(d), type (string), version (int), the body at depth d + 1, marker(d)
+// body of an object    count (unsigned), then for each member: id (string), attribute
+//
+// There is no header: a stream is one top-level compound. The caller opens its stream in binary mode.
+
+namespace Vorlane_v1_0 {
+
+/// Writes the binary stream. The stream belongs to the caller and outlives this object. A copy shares the stream.
+///
+/// Names of members, docs and comments are dropped; an empty type and a negative version are left out.
+class VRL_API BinaryStreamSerialiser final : public SerialiserBase {
+public:
+    explicit BinaryStreamSerialiser(std::ostream& os);
+
+    void beginAttribute() override;
+    void endAttribute(std::string name) override;
+    void beginCompAttribute(std::string type, int version, std::string doc) override;
+    void endCompAttribute() override;
+    void writeNumberAttributes(unsigned int count) override;
+    void writeSerialisationId(std::string id) override;
+    void write(std::string const& value) override;
+    void write(std::complex<double> const& value) override;
+    void write(double const& value) override;
+    void write(int const& value) override;
+    void write(unsigned int const& value) override;
+    void write(bool const& value) override;
+    void writeComment(std::string text) override;
+
+private:
+    void writeMarker();
+
+    unsigned int depth = 0;
+    std::ostream* stream;
+};
+
+/// Reads the binary stream. The stream belongs to the caller, outlives this object and has to be seekable, since a type
+/// is previewed before its object can be made. A copy shares the stream.
+///
+/// Markers are not checked, except while an attribute is skipped. A failed read leaves its target alone. A string ends
+/// at its first zero byte. More than 256 compounds in each other do not read: the innermost gets no type.
+class VRL_API BinaryStreamDeSerialiser final : public DeSerialiserBase {
+public:
+    explicit BinaryStreamDeSerialiser(std::istream& is);
+
+    void beginAttribute() override;
+    void endAttribute() override;
+    void previewType(std::string& type) override;
+    /// `doc` is never filled.
+    void beginCompAttribute(std::string* type, int* version, std::string* doc) override;
+    void endCompAttribute() override;
+    void readNumberAttributes(unsigned int& count) override;
+    bool readSerialisationId(std::string& id) override;
+    /// Scans for the closing marker of the attribute that comes next. True if the stream ended first.
+    ///
+    /// The scan knows nothing of values: one that holds a marker of this depth ends it early, and a byte 3D right
+    /// before the closing marker hides it.
+    bool skipAttribute() override;
+    bool read(std::string& value) override;
+    bool read(std::complex<double>& value) override;
+    bool read(double& value) override;
+    bool read(int& value) override;
+    bool read(unsigned int& value) override;
+    bool read(bool& value) override;
+
+private:
+    bool readMarker();
+    bool readBytes(char* bytes, std::size_t count);
+
+    unsigned int depth = 0;
+    std::istream* stream;
+};
+
+}  // namespace Vorlane_v1_0

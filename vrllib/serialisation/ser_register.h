@@ -1,0 +1,97 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+#include "vrllib/core/export.h"
+#include "vrllib/serialisation/serialiser.h"
+
+namespace Vorlane_v1_0 {
+
+/// A serialisation id: the name, "::" and the number in decimal. Ids are made only here.
+VRL_API std::string generateIDStr(std::string name, unsigned int number);
+
+/// The base of every wrapper: streams one member. The base itself writes and reads nothing and yields true.
+class VRL_API SerialisableBase {
+public:
+    /// `target` is the address of the member, `name` its name in listings.
+    SerialisableBase(void* target, std::string name);
+    SerialisableBase(SerialisableBase const&) = default;
+    SerialisableBase& operator=(SerialisableBase const&) = default;
+    virtual ~SerialisableBase();
+
+    virtual bool write(SerialiserBase* s);
+    virtual bool read(DeSerialiserBase* d);
+
+    std::string const& getName() const { return name; }
+    void* getTarget() const { return target; }
+
+protected:
+    std::string name;
+    void* target;
+};
+
+namespace detail {
+
+/// How one member is saved, without the object that it is a member of. One for each persistent member of a class.
+class VRL_API SerMember {
+public:
+    SerMember(std::string memberId, std::string memberName);
+    SerMember(SerMember const&) = delete;
+    SerMember& operator=(SerMember const&) = delete;
+    virtual ~SerMember();
+
+    virtual bool write(void* target, SerialiserBase* s) const = 0;
+    virtual bool read(void* target, DeSerialiserBase* d) const = 0;
+
+    std::string const id;
+    std::string const name;
+};
+
+}  // namespace detail
+
+/// The table of an object's persistent members, from serialisation id to member, sorted by bytes.
+///
+/// An object's register is filled on first use and kept as long as the object. It holds addresses of the object's
+/// members. A copy of a register refers to the same members as its source: a copied object whose register was filled
+/// writes and reads the members of the object that it was copied from. This is meant.
+/// Cost: an empty register is one pointer; a filled one has two pointers for each member.
+class VRL_API SerRegister {
+public:
+    SerRegister() = default;
+    SerRegister(SerRegister const& other);
+    SerRegister& operator=(SerRegister const& other);
+    ~SerRegister();
+
+    /// Enters a wrapper and takes it over; it is freed with the last register that shares it.
+    ///
+    /// A taken id keeps its wrapper if both have the same target; the new wrapper is then never used. Null on a free id
+    /// is stored, and reading that member fails; null on a taken id is ignored.
+    /// Throws (`char*`) if the id is taken by another target.
+    void registerSerialisable(std::string id, SerialisableBase* wrapper);
+
+    /// Enters a member of a class and its address in an object, by the same rules. `member` has to outlive all
+    /// registers.
+    void registerMember(detail::SerMember const& member, void* target);
+
+    /// Writes the number of entries and each entry in the order of the ids. False if an entry fails, which ends it.
+    bool write(SerialiserBase* s);
+
+    /// Reads as many entries as the stream announces. An unknown id is skipped; a member that the stream lacks keeps
+    /// its value. False if the stream or an entry fails; what was read until then stays.
+    bool read(DeSerialiserBase* d);
+
+    std::size_t size() const;
+
+private:
+    struct Entry;
+    struct Table;
+
+    Table& ownTable();
+    void enter(detail::SerMember const& member, void* target);
+    static void release(Table* table);
+
+    Table* table = nullptr;
+};
+
+}  // namespace Vorlane_v1_0

@@ -1,0 +1,52 @@
+#include "vrllib/serialisation/serialisable.h"
+
+#include <iostream>
+
+namespace Vorlane_v1_0 {
+
+namespace detail {
+
+namespace {
+
+bool noRegister(std::string const& type) {
+    std::cerr << "failed to register serialisables for class:" << type << std::endl;
+    return false;
+}
+
+}  // namespace
+
+bool writeMembers(SerialiserBase* s, SerRegister* members, std::string const& type) {
+    if (!members) return noRegister(type);
+    if (!members->write(s)) {
+        std::cerr << "failed to serialise " << type << "object\n";
+        return false;
+    }
+    s->endCompAttribute();
+    return true;
+}
+
+bool readObject(DeSerialiserBase* d, SerRegister* members, std::string const& type, int version) {
+    if (!members) return noRegister(type);
+    std::string storedType;
+    int storedVersion = 0;
+    d->beginCompAttribute(&storedType, &storedVersion, nullptr);
+    if (storedType != type || storedVersion != version) return false;
+    if (!members->read(d)) {
+        std::cerr << "failed to de-serialise " << type << "object\n";
+        return false;
+    }
+    d->endCompAttribute();
+    return true;
+}
+
+}  // namespace detail
+
+template class Serialisable<bool>;
+template class Serialisable<unsigned int>;
+template class Serialisable<int>;
+template class Serialisable<double>;
+template class Serialisable<std::complex<double>>;
+template class Serialisable<std::string>;
+template class Serialisable<std::pair<std::string, std::string>>;
+
+}  // namespace Vorlane_v1_0

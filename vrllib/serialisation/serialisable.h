@@ -1,0 +1,97 @@
+#pragma once
+
+#include <complex>
+#include <string>
+#include <type_traits>
+#include <utility>
+
+#include "vrllib/core/export.h"
+#include "vrllib/serialisation/ser_register.h"
+
+namespace Vorlane_v1_0 {
+
+namespace detail {
+
+template <class T>
+inline constexpr bool kIsPlain =
+    std::is_same_v<T, bool> || std::is_same_v<T, unsigned int> || std::is_same_v<T, int> || std::is_same_v<T, double> ||
+    std::is_same_v<T, std::complex<double>> || std::is_same_v<T, std::string>;
+
+template <class T>
+inline constexpr bool kIsPair = std::is_same_v<T, std::pair<std::string, std::string>>;
+
+/// Writes the members of an object behind its compound header, and the end of the compound. `members` may be null.
+VRL_API bool writeMembers(SerialiserBase* s, SerRegister* members, std::string const& type);
+
+/// Reads a whole object of exactly this type and version.
+VRL_API bool readObject(DeSerialiserBase* d, SerRegister* members, std::string const& type, int version);
+
+}  // namespace detail
+
+/// The wrapper of one value, in three shapes:
+///
+/// plain   bool, unsigned int, int, double, std::complex<double> and std::string: one attribute
+/// pair    two strings: two attributes, with no compound about them
+/// object  any class with the persistence operations: one compound with the object's type, version and members. The
+///         operations are virtual, so a reference to a base streams the whole derived object
+///
+/// An object is read only from its very type and version; anything else is false without a message, and the reader
+/// stays behind the header. A partial read leaves what was read; nothing is rolled back.
+template <class T>
+class VRL_TEMPLATE Serialisable : public SerialisableBase {
+public:
+    Serialisable(T& v, std::string const& memberName);
+    bool write(SerialiserBase* s) override;
+    bool read(DeSerialiserBase* d) override;
+
+private:
+    T& value;
+};
+
+template <class T>
+Serialisable<T>::Serialisable(T& v, std::string const& memberName) : SerialisableBase(&v, memberName), value(v) {}
+
+template <class T>
+bool Serialisable<T>::write(SerialiserBase* s) {
+    if constexpr (detail::kIsPlain<T>) {
+        s->beginAttribute();
+        s->write(value);
+        s->endAttribute(name);
+        return true;
+    } else if constexpr (detail::kIsPair<T>) {
+        return Serialisable<std::string>(value.first, "").write(s) &&
+               Serialisable<std::string>(value.second, "").write(s);
+    } else {
+        std::string const type = value.getSerTypeName();
+        s->beginCompAttribute(type, value.getSerVerNo(), value.getSerDoc() + name);
+        return detail::writeMembers(s, value.getSerRegister(), type);
+    }
+}
+
+template <class T>
+bool Serialisable<T>::read(DeSerialiserBase* d) {
+    if constexpr (detail::kIsPlain<T>) {
+        d->beginAttribute();
+        if (!d->read(value)) return false;
+        d->endAttribute();
+        return true;
+    } else if constexpr (detail::kIsPair<T>) {
+        T whole;
+        if (!Serialisable<std::string>(whole.first, "").read(d) || !Serialisable<std::string>(whole.second, "").read(d))
+            return false;
+        value = std::move(whole);
+        return true;
+    } else {
+        return detail::readObject(d, value.getSerRegister(), value.getSerTypeName(), value.getSerVerNo());
+    }
+}
+
+extern template class VRL_INSTANCE Serialisable<bool>;
+extern template class VRL_INSTANCE Serialisable<unsigned int>;
+extern template class VRL_INSTANCE Serialisable<int>;
+extern template class VRL_INSTANCE Serialisable<double>;
+extern template class VRL_INSTANCE Serialisable<std::complex<double>>;
+extern template class VRL_INSTANCE Serialisable<std::string>;
+extern template class VRL_INSTANCE Serialisable<std::pair<std::string, std::string>>;
+
+}  // namespace Vorlane_v1_0

@@ -1,0 +1,31 @@
+#pragma once
+
+// Everything that a host or a plug-in may use.
+
+#include "vrllib/attributes/attributes.h"
+#include "vrllib/attributes/value.h"
+#include "vrllib/attributes/value_range.h"
+#include "vrllib/core/enum_list.h"
+#include "vrllib/core/labels.h"
+#include "vrllib/core/messages.h"
+#include "vrllib/core/version.h"
+#include "vrllib/core/wavelength.h"
+#include "vrllib/doc/texstream.h"
+#include "vrllib/model/building_block.h"
+#include "vrllib/model/component.h"
+#include "vrllib/model/composite.h"
+#include "vrllib/model/cross_section.h"
+#include "vrllib/model/foundry.h"
+#include "vrllib/model/mode_model.h"
+#include "vrllib/model/netlist.h"
+#include "vrllib/model/process_flow.h"
+#include "vrllib/model/type_view.h"
+#include "vrllib/model/view.h"
+#include "vrllib/runtime/configuration.h"
+#include "vrllib/runtime/factory_loader.h"
+#include "vrllib/runtime/loader.h"
+#include "vrllib/runtime/startup.h"
+#include "vrllib/serialisation/binary_stream.h"
+
+/// The spelling that generated source uses.
+namespace vrl = Vorlane_v1_0;
