@@ -79,6 +79,6 @@ run(${scratch}/host/package_host ${scratch}/VRLConfig.ini)
 expect_equal("output of the host" "${output}" "=== packageWaveguide ===
   length= 200
 ports: in0 out0
-The value \"200\" is out of range for double. Accepted range is [1,100]
+The value \"200\" is out of range for Double. Accepted range is [1,100]
 variable 'width' not found
 ")

@@ -17,6 +17,7 @@ class Section : public CrossSection {
 public:
     Section(double w, double r, std::string k = "wg") : CrossSection(w, r), kind(std::move(k)) {}
     Section(Section const& o) : Attributes(o), RegisterView(o), CrossSection(o), kind(o.kind) {}
+    Section& operator=(Section const&) = default;
     std::string getName() const override { return kind; }
     std::string describe() const override { return "section " + kind; }
 
@@ -44,6 +45,7 @@ class Fab : public Foundry {
 public:
     explicit Fab(std::string n = "Fab") : name(std::move(n)) {}
     Fab(Fab const& o) : Attributes(o), RegisterView(o), Foundry(o), name(o.name) {}
+    Fab& operator=(Fab const&) = default;
     ~Fab() override = default;
     std::string getName() const override { return name; }
     std::string describe() const override { return "foundry " + name; }
@@ -59,7 +61,7 @@ class Mmi : public BB {
 public:
     explicit Mmi(Foundry const* foundry = nullptr) : BB(foundry) {
         pin(1, 1);
-        add(new ValueRange<double, Value<double>>("length", 10.0, 0.0, 100.0, "length of the body", "um"));
+        Attributes::add(new ValueRange<double, Value<double>>("length", 10.0, 0.0, 100.0, "length of the body", "um"));
     }
     ~Mmi() override = default;
     std::string getName() const override { return "mmi"; }
@@ -87,6 +89,27 @@ public:
     Kinds(Kinds const&) = delete;
     Kinds& operator=(Kinds const&) = delete;
 };
+
+/// Keeps a class registered under a key of a factory.
+template <class Factory>
+class Registration {
+public:
+    Registration(Factory& f, std::string k) : factory(f), key(std::move(k)) {}
+    Registration(Registration const&) = delete;
+    Registration& operator=(Registration const&) = delete;
+    ~Registration() { factory.UnRegister(key); }
+
+private:
+    Factory& factory;
+    std::string key;
+};
+
+/// Registers the class U under a key for the lifetime of the result.
+template <class U, class Factory>
+[[nodiscard]] Registration<Factory> registered(Factory& factory, std::string const& key) {
+    factory.template Register<U>(key);
+    return Registration<Factory>(factory, key);
+}
 
 /// The bytes that an object writes.
 template <class T>

@@ -15,9 +15,10 @@ Annotations::~Annotations() = default;
 VRL_DEFINE_PERSISTENCE_ROOT(Annotations)
 
 SerFormat<Annotations> const& Annotations::serFormat() {
-    static auto const format =
-        SerFormat<Annotations>("Annotations")
-            .member<SerialisableMap<std::string, std::string>>("annotations", &Annotations::annotations);
+    // Never destroyed, like all formats and keys here: a host's static objects may still save their parameters.
+    static auto const& format =
+        *new auto(SerFormat<Annotations>("Annotations")
+                      .member<SerialisableMap<std::string, std::string>>("annotations", &Annotations::annotations));
     return format;
 }
 

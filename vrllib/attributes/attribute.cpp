@@ -7,21 +7,35 @@ namespace Vorlane_v1_0 {
 
 namespace {
 
-// Functions, since attributes may be made before the static objects of this file are.
+// Functions that destroy nothing, since attributes may be made before and used after the static objects of this file.
 std::string const& nameKey() {
-    static std::string const key = "vrl::attrName";
+    static auto const& key = *new std::string("vrl::attrName");
     return key;
 }
 std::string const& descrKey() {
-    static std::string const key = "vrl::attrDescr";
+    static auto const& key = *new std::string("vrl::attrDescr");
     return key;
 }
 std::string const& unitsKey() {
-    static std::string const key = "vrl::attrUnitName";
+    static auto const& key = *new std::string("vrl::attrUnitName");
     return key;
 }
 
+/// What one of the texts of an attribute is, empty if it throws: saving goes on without a missing annotation, and also
+/// without what a plug-in's own operation refuses to tell.
+std::string textOrEmpty(Attribute const& attribute, std::string (Attribute::*text)() const) {
+    try {
+        return (attribute.*text)();
+    } catch (...) {
+        return {};
+    }
+}
+
 }  // namespace
+
+std::string detail::nameAndUnits(Attribute const& attribute) {
+    return textOrEmpty(attribute, &Attribute::getName) + "[" + textOrEmpty(attribute, &Attribute::getUnits) + "]";
+}
 
 Attribute::Attribute(std::string const& name, std::string const& descr, std::string const& units) {
     addAnnotation(nameKey(), name);
@@ -36,7 +50,7 @@ Attribute::~Attribute() = default;
 VRL_DEFINE_PERSISTENCE(Attribute, Annotations)
 
 SerFormat<Attribute> const& Attribute::serFormat() {
-    static auto const format = SerFormat<Attribute>("Attribute");
+    static auto const& format = *new SerFormat<Attribute>("Attribute");
     return format;
 }
 
@@ -49,7 +63,7 @@ bool Attribute::hasRange() const { return false; }
 bool Attribute::setStringValue(std::string const&) { return false; }
 std::string Attribute::getStringValue() const { return {}; }
 void Attribute::setValue(Attribute const*) {}
-std::ostream& Attribute::operator<<(std::ostream& os) const { return os << "-X-"; }
+std::ostream& Attribute::operator<<(std::ostream& os) const { return Annotations::operator<<(os); }
 texstream& Attribute::toTex(texstream& tex) const { return tex; }
 bool Attribute::canBeAutoChangeable() const { return false; }
 bool Attribute::isAutoChangeable() const { return false; }
@@ -70,10 +84,11 @@ AttributeWithExpr::~AttributeWithExpr() = default;
 VRL_DEFINE_PERSISTENCE(AttributeWithExpr, Annotations)
 
 SerFormat<AttributeWithExpr> const& AttributeWithExpr::serFormat() {
-    static auto const format = SerFormat<AttributeWithExpr>("AttributeWithExpr")
-                                   .doc(&detail::nameAndUnits)
-                                   .member("expr", &AttributeWithExpr::expr)
-                                   .member("calc", &AttributeWithExpr::calc);
+    static auto const& format =
+        *new auto(SerFormat<AttributeWithExpr>("AttributeWithExpr")
+                      .doc([](AttributeWithExpr& attribute) { return detail::nameAndUnits(attribute); })
+                      .member("expr", &AttributeWithExpr::expr)
+                      .member("calc", &AttributeWithExpr::calc));
     return format;
 }
 

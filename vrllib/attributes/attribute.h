@@ -97,12 +97,9 @@ extern template class VRL_INSTANCE Serialisable<AttributeWithExpr>;
 
 namespace detail {
 
-/// The comment of a parameter in a listing: name, "[", unit, "]". A missing annotation gives an empty text.
-template <class A>
-std::string nameAndUnits(A& attribute) {
-    return attribute.getAnnotation("vrl::attrName", false) + "[" + attribute.getAnnotation("vrl::attrUnitName", false) +
-           "]";
-}
+/// The comment of a parameter in a listing: getName, "[", getUnits, "]". It never throws: a missing annotation gives an
+/// empty text.
+VRL_API std::string nameAndUnits(Attribute const& attribute);
 
 }  // namespace detail
 }  // namespace Vorlane_v1_0

@@ -20,10 +20,9 @@ int truncate(double value) {
     return static_cast<int>(value);
 }
 
-template <class Name>
-void report(Name const& name, char const* what) {
-    std::cerr << "  -- param " << name << what;
-}
+void report(std::string const& name, char const* what) { std::cerr << "  -- param " << name << what; }
+/// The index in decimal, whatever the number format of std::cerr is.
+void report(std::size_t i, char const* what) { report(std::to_string(i), what); }
 constexpr char kSetFailed[] = " : set failed\n";
 constexpr char kUnknown[] = " : unknown!\n";
 
@@ -53,9 +52,9 @@ Attributes::~Attributes() = default;
 VRL_DEFINE_PERSISTENCE(Attributes, Annotations)
 
 SerFormat<Attributes> const& Attributes::serFormat() {
-    static auto const format =
-        SerFormat<Attributes>("Attributes")
-            .member<SerialisableAttrMap<std::string, Attribute>>("attributes", &Attributes::attributes);
+    static auto const& format =
+        *new auto(SerFormat<Attributes>("Attributes")
+                      .member<SerialisableAttrMap<std::string, Attribute>>("attributes", &Attributes::attributes));
     return format;
 }
 

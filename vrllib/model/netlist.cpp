@@ -6,8 +6,13 @@
 #include "vrllib/runtime/factory_loader.h"
 
 void resetUniqueIDs() {
-    Vorlane_v1_0::Netlist::numBB = 1;
-    Vorlane_v1_0::Netlist::nodeCount = 1;
+    struct Counters : Vorlane_v1_0::Netlist_Vars {
+        static void reset() {
+            numBB = 1;
+            nodeCount = 1;
+        }
+    };
+    Counters::reset();
 }
 
 namespace Vorlane_v1_0 {

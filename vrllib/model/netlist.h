@@ -165,8 +165,6 @@ protected:
     bool inSpec(std::ostream& os) const override;
 
 private:
-    friend void ::resetUniqueIDs();
-
     /// A table after mSync.
     template <class Table>
     Table& synced(Table& table) {

@@ -34,17 +34,13 @@ private:
     struct Key {
         char const* text;  // compared over its whole length with the start of the line
         bool needsValue;
-        void (Startup::*act)(std::string const& line, std::string const& value);
+        void (*act)(Startup& startup, std::string const& line, std::string const& value);
     };
     static Key const* firstKey();
 
-    void scanFolder(std::string const& line, std::string const&);
-    void loadVariable(std::string const&, std::string const& value);
-    void loadList(std::string const&, std::string const& value);
-    void clearFolders(std::string const&, std::string const&);
-    void addFolder(std::string const&, std::string const& value);
-    void setPostfix(std::string const&, std::string const& value);
-    void loadFile(std::string const&, std::string const& value) { loadNamed(value); }
+    static void scanFolder(std::string const& line);
+    static void loadVariable(std::string const& value);
+    static void addFolder(std::string const& value);
 
     void loadStandardPlugins();
 
@@ -54,14 +50,16 @@ private:
 
 // The first key that matches, and finds the value that it needs, ends the line. Keys of other systems match none.
 Startup::Key const* Startup::firstKey() {
-    static Key const keys[] = {{"d", true, &Startup::scanFolder},
-                               {"e", true, &Startup::loadVariable},
-                               {"f", true, &Startup::loadList},
-                               {"sodlldir_clear", false, &Startup::clearFolders},
-                               {platform::kLibraryFolderKey, true, &Startup::addFolder},
-                               {platform::kLibraryPostfixKey, true, &Startup::setPostfix},
-                               {"sodllfile", true, &Startup::loadFile},
-                               {nullptr, false, nullptr}};
+    using Text = std::string const&;
+    static Key const keys[] = {
+        {"d", true, [](Startup&, Text line, Text) { scanFolder(line); }},
+        {"e", true, [](Startup&, Text, Text value) { loadVariable(value); }},
+        {"f", true, [](Startup&, Text, Text value) { loadLibsForAll(value.c_str(), true); }},
+        {"sodlldir_clear", false, [](Startup&, Text, Text) { configuration().sodllDirs.clear(); }},
+        {platform::kLibraryFolderKey, true, [](Startup&, Text, Text value) { addFolder(value); }},
+        {platform::kLibraryPostfixKey, true, [](Startup&, Text, Text value) { configuration().sodllPostfix = value; }},
+        {"sodllfile", true, [](Startup& startup, Text, Text value) { startup.loadNamed(value); }},
+        {nullptr, false, nullptr}};
     return keys;
 }
 
@@ -70,32 +68,26 @@ void Startup::obey(std::string line) {
         if (line.compare(0, std::strlen(key->text), key->text) != 0) continue;
         auto const value = key->needsValue ? takeValue(line) : std::string();
         if (!value) continue;
-        (this->*key->act)(line, *value);
+        key->act(*this, line, *value);
         return;
     }
 }
 
 // The line is taken as it stands, key and "=" included, so the scan looks into a folder of that whole name.
-void Startup::scanFolder(std::string const& line, std::string const&) {
+void Startup::scanFolder(std::string const& line) {
     std::string const postfix = configuration().sodllPostfix;
     std::string folder = fitted(line + "*" + postfix, kLineArray);
     expandMacros(folder, kLineArray);
     for (LoadTarget const& target : loadTargets()) target.loadDir(folder.c_str(), postfix.c_str(), true);
 }
 
-void Startup::loadVariable(std::string const&, std::string const& value) {
+void Startup::loadVariable(std::string const& value) {
     for (LoadTarget const& target : loadTargets()) target.loadEnvString(value.c_str(), true);
 }
 
-void Startup::loadList(std::string const&, std::string const& value) { loadLibsForAll(value.c_str(), true); }
-
-void Startup::clearFolders(std::string const&, std::string const&) { configuration().sodllDirs.clear(); }
-
-void Startup::addFolder(std::string const&, std::string const& value) {
+void Startup::addFolder(std::string const& value) {
     configuration().sodllDirs.push_back(value + platform::kSeparator + "lib_wX_");
 }
-
-void Startup::setPostfix(std::string const&, std::string const& value) { configuration().sodllPostfix = value; }
 
 // That this view is there is the mark that the main plug-in was loaded. The names that it adds are loaded as well;
 // those that a standard plug-in adds are left to the next start-up, so that one that adds itself comes to an end.

@@ -1,7 +1,11 @@
 #pragma once
 
+#include <complex>
+#include <cstddef>
 #include <iosfwd>
+#include <string>
 
+#include "vrllib/core/export.h"
 #include "vrllib/serialisation/serialiser.h"
 
 // The binary stream. All numbers are little-endian.

@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <string>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -16,8 +17,8 @@
 // 3. Beside it, the saved format at one glance:
 //
 //        SerFormat<Port> const& Port::serFormat() {
-//            static SerFormat<Port> const format = SerFormat<Port>("Port").type("BB::Port").member("currCS",
-//            &Port::currCS); return format;
+//            static auto const format = SerFormat<Port>("Port").type("BB::Port").member("currCS", &Port::currCS);
+//            return format;
 //        }
 //
 // Members are numbered from 1 in the order of the table: the first above is saved under "Port::1". A member that is
@@ -25,27 +26,30 @@
 
 namespace Vorlane_v1_0 {
 
-/// The saved format of one class level: its names, its version and its own members.
+/// The saved format of one class level: its names and its own members.
+///
+/// A format is made once and is never destroyed: objects with static storage may be saved to the very end of the
+/// process.
 template <class C>
 class SerFormat {
 public:
     using Ask = std::string (*)(C&);
 
     /// `name` is the class name that prefixes the ids. It is the stored type as well, unless type() says otherwise.
-    explicit SerFormat(std::string name) : className(std::move(name)), typeText(className) {}
+    explicit SerFormat(std::string const& name) : table(new Table{name, name, nullptr, nullptr, {}}) {}
 
     SerFormat&& type(std::string text) && {
-        typeText = std::move(text);
+        table->typeText = std::move(text);
         return std::move(*this);
     }
     /// The stored type is asked of the object.
     SerFormat&& type(Ask ask) && {
-        askType = ask;
+        table->askType = ask;
         return std::move(*this);
     }
     /// The comment of the object in a listing is asked of the object.
     SerFormat&& doc(Ask ask) && {
-        askDoc = ask;
+        table->askDoc = ask;
         return std::move(*this);
     }
 
@@ -53,24 +57,24 @@ public:
     template <class W = void, class M>
     SerFormat&& member(char const* name, M C::*field) && {
         using Wrapper = std::conditional_t<std::is_void_v<W>, Serialisable<M>, W>;
-        members.push_back(std::make_unique<Field<M, Wrapper>>(nextId(), name, field));
+        table->members.push_back(std::make_unique<Field<M, Wrapper>>(nextId(), name, field));
         return std::move(*this);
     }
 
     /// The next member is a process-wide variable.
     template <class M>
     SerFormat&& shared(char const* name, M& variable) && {
-        members.push_back(std::make_unique<Variable<M>>(nextId(), name, variable));
+        table->members.push_back(std::make_unique<Variable<M>>(nextId(), name, variable));
         return std::move(*this);
     }
 
-    std::string const& getClassName() const { return className; }
-    std::string getTypeName(C& object) const { return askType ? askType(object) : typeText; }
-    std::string getDoc(C& object) const { return askDoc ? askDoc(object) : std::string(); }
+    std::string const& getClassName() const { return table->className; }
+    std::string getTypeName(C& object) const { return table->askType ? table->askType(object) : table->typeText; }
+    std::string getDoc(C& object) const { return table->askDoc ? table->askDoc(object) : std::string(); }
 
     /// Enters the own members of an object.
     void enter(SerRegister& reg, C& object) const {
-        for (auto const& member : members) reg.registerMember(*member, member->address(object));
+        for (auto const& member : table->members) reg.registerMember(*member, member->address(object));
     }
 
 private:
@@ -103,13 +107,19 @@ private:
         M& variable;
     };
 
-    std::string nextId() const { return generateIDStr(className, static_cast<unsigned int>(members.size()) + 1); }
+    struct Table {
+        std::string className;
+        std::string typeText;
+        Ask askType;
+        Ask askDoc;
+        std::vector<std::unique_ptr<Member>> members;
+    };
 
-    std::string className;
-    std::string typeText;
-    Ask askType = nullptr;
-    Ask askDoc = nullptr;
-    std::vector<std::unique_ptr<Member>> members;
+    std::string nextId() const {
+        return generateIDStr(table->className, static_cast<unsigned int>(table->members.size()) + 1);
+    }
+
+    Table* table;
 };
 
 namespace detail {

@@ -59,11 +59,13 @@ bool Serialisable<T>::write(SerialiserBase* s) {
         s->endAttribute(name);
         return true;
     } else if constexpr (detail::kIsPair<T>) {
-        return Serialisable<std::string>(value.first, "").write(s) &&
-               Serialisable<std::string>(value.second, "").write(s);
+        // The names of the parts depend on T, since no instance may be completed ahead of its extern template below.
+        return Serialisable<typename T::first_type>(value.first, "").write(s) &&
+               Serialisable<typename T::second_type>(value.second, "").write(s);
     } else {
+        std::string const comment = value.getSerDoc() + name;
         std::string const type = value.getSerTypeName();
-        s->beginCompAttribute(type, value.getSerVerNo(), value.getSerDoc() + name);
+        s->beginCompAttribute(type, value.getSerVerNo(), comment);
         return detail::writeMembers(s, value.getSerRegister(), type);
     }
 }
@@ -77,12 +79,15 @@ bool Serialisable<T>::read(DeSerialiserBase* d) {
         return true;
     } else if constexpr (detail::kIsPair<T>) {
         T whole;
-        if (!Serialisable<std::string>(whole.first, "").read(d) || !Serialisable<std::string>(whole.second, "").read(d))
+        if (!Serialisable<typename T::first_type>(whole.first, "").read(d) ||
+            !Serialisable<typename T::second_type>(whole.second, "").read(d))
             return false;
         value = std::move(whole);
         return true;
     } else {
-        return detail::readObject(d, value.getSerRegister(), value.getSerTypeName(), value.getSerVerNo());
+        SerRegister* const members = value.getSerRegister();
+        std::string const type = value.getSerTypeName();
+        return detail::readObject(d, members, type, value.getSerVerNo());
     }
 }
 

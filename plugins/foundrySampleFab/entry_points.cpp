@@ -1,0 +1,23 @@
+#include "blocks.h"
+#include "foundry.h"
+#include "layout_view.h"
+
+// What the library calls in this plug-in.
+
+VRL_PLUGIN_EXPORT unsigned int getAPIversion() { return 20111; }
+
+VRL_PLUGIN_EXPORT void initLibraryFoundry(FactoryNoArg<std::string, vrl::Foundry>* factory) {
+    factory->Register<samplefab::SampleFab>(samplefab::SampleFab::kName);
+}
+
+VRL_PLUGIN_EXPORT void initLibraryBB(samplefab::BlockFactory* factory) {
+    samplefab::registerWaveguides(*factory);
+    samplefab::registerCouplers(*factory);
+    samplefab::registerChipEdges(*factory);
+    samplefab::registerElectroOptics(*factory);
+    samplefab::registerComposites(*factory);
+}
+
+VRL_PLUGIN_EXPORT void initLibraryBBView(FactoryArg<std::string, vrl::View, vrl::BB*>* factory) {
+    factory->Register<samplefab::LayoutView>(samplefab::LayoutView::kName);
+}

@@ -1,0 +1,53 @@
+#include <iterator>
+#include <string>
+
+#include "vrllib/vrllib.h"
+
+// The smallest plug-in that is useful: one kind of block, one view, a version and a hook.
+
+namespace {
+
+/// A waveguide that is there for its delay.
+class DelayLine : public vrl::BB {
+public:
+    explicit DelayLine(vrl::Foundry const* foundry) : BB(foundry) {
+        pin(1, 1);
+        addAttribute(new ValueRange<double, vrl::Value<double>>("length", 1000.0, 10.0, 50000.0,
+                                                                "length of the path from port to port", "um"));
+    }
+
+    std::string getName() const override { return "demoDelayLine"; }
+};
+
+/// A note that a person pins to a block of any kind. It is not saved with the block.
+class Notes : public vrl::TypeView<vrl::BB> {
+public:
+    static constexpr char const* kName = "Demo/Notes";
+
+    explicit Notes(vrl::BB* block) : TypeView(block, kName) { getViewData().addString("note", "", "what to remember"); }
+
+    std::string describe() const override { return "note: " + getViewData().getString("note"); }
+    bool applyOn(std::string const&) const override { return true; }
+};
+
+}  // namespace
+
+VRL_PLUGIN_EXPORT unsigned int getAPIversion() { return 20111; }
+
+VRL_PLUGIN_EXPORT void initLibraryBB(FactoryArg<std::string, vrl::BB, vrl::Foundry const*>* factory) {
+    factory->Register<DelayLine>("demoDelayLine");
+}
+
+VRL_PLUGIN_EXPORT void initLibraryBBView(FactoryArg<std::string, vrl::View, vrl::BB*>* factory) {
+    factory->Register<Notes>(Notes::kName);
+}
+
+// Called when every plug-in has registered its classes: once for each entry point above that was called, and again
+// with each further start-up.
+VRL_PLUGIN_EXPORT void initLibraryPostLoad() {
+    static bool reported = false;
+    if (reported) return;
+    reported = true;
+    vrlPrintf("vrlDemoDll: kinds of building block: %d\n",
+              static_cast<int>(std::distance(FactoryLoader<vrl::BB>::begin(), FactoryLoader<vrl::BB>::end())));
+}

@@ -1,0 +1,774 @@
+#include "vrllib/model/foundry.h"
+
+#include <iostream>
+#include <iterator>
+#include <memory>
+#include <sstream>
+#include <stdexcept>
+#include <type_traits>
+#include <utility>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "tests/model/listener.h"
+#include "tests/model/sample_views.h"
+#include "tests/support/capture.h"
+#include "tests/support/child.h"
+#include "tests/support/sample_design.h"
+#include "tests/support/slots.h"
+#include "tests/support/thrown.h"
+
+namespace {
+
+/// Reaches the protected operations of the choice, which has no derived classes.
+struct ChoiceTable;
+
+}  // namespace
+
+// Every wrapper is a friend of the classes that it streams.
+template <>
+class Vorlane_v1_0::Serialisable<ChoiceTable> {
+public:
+    static auto slots() {
+        using Choice = Foundry::CSInfo;
+        return vrl_test::slotsOf(&Choice::getSerTypeName, &Choice::getSerVerNo, &Choice::getSerDoc,
+                                 &Choice::getSerRegister);
+    }
+    static std::string typeOf(Foundry::CSInfo& choice) { return choice.getSerTypeName(); }
+    static std::string docOf(Foundry::CSInfo& choice) { return choice.getSerDoc(); }
+    static int versionOf(Foundry::CSInfo& choice) { return choice.getSerVerNo(); }
+};
+
+namespace {
+
+using namespace Vorlane_v1_0;
+using sample::EmptyFlow;
+using sample::Fab;
+using sample::saved;
+using sample::Section;
+using sample::StripFlow;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using vrl_test::Captured;
+using vrl_test::slotsOf;
+using vrl_test::thrownText;
+using CSInfo = Foundry::CSInfo;
+using ChoiceProbe = Serialisable<ChoiceTable>;
+
+constexpr char kNoDefault[] = "No default cross-section specified";
+
+CSInfo choice(Foundry const& foundry, std::string const& csName, std::string const& flowName) {
+    CSInfo info(&foundry);
+    info.setCS(csName);
+    info.setFlow(flowName);
+    return info;
+}
+
+/// Cross sections that tell under which creator they were made.
+class Rib : public Section {
+public:
+    Rib(double w, double r) : Section(w, r, "rib") {}
+};
+class Wire : public Section {
+public:
+    Wire(double w, double r) : Section(w, r, "wire") {}
+};
+
+std::vector<std::string> steps;
+int flowsAlive = 0;
+
+std::string asked(std::string const& what, double width, double radius) {
+    std::ostringstream text;
+    text << what << " " << width << " " << radius;
+    return text.str();
+}
+
+/// A flow that notes what it is asked and makes nothing.
+class NotingFlow : public ProcessFlow {
+public:
+    explicit NotingFlow(std::string n) : name(std::move(n)) { ++flowsAlive; }
+    ~NotingFlow() override { --flowsAlive; }
+    std::string getName() const override { return name; }
+    CrossSection* createCS(double const& width, double radius) const override {
+        steps.push_back(asked("flow " + name, width, radius));
+        return nullptr;
+    }
+
+private:
+    std::string name;
+};
+class FlowA : public NotingFlow {
+public:
+    FlowA() : NotingFlow("A") {}
+};
+class FlowB : public NotingFlow {
+public:
+    FlowB() : NotingFlow("B") {}
+};
+class MakingFlow : public NotingFlow {
+public:
+    MakingFlow() : NotingFlow("making") {}
+    CrossSection* createCS(double const& width, double radius) const override {
+        NotingFlow::createCS(width, radius);
+        return new Section(width, radius, "made by a flow");
+    }
+};
+class ThrowingFlow : public NotingFlow {
+public:
+    ThrowingFlow() : NotingFlow("throwing") {}
+    CrossSection* createCS(double const&, double) const override { throw std::runtime_error("no waveguide"); }
+};
+
+/// A foundry that notes what it is asked; with `barren` it makes no cross section itself.
+class NotingFab : public Fab {
+public:
+    bool barren = false;
+    using Foundry::createCS;
+    CrossSection* createCS(std::string const& kind, double const& width, double radius) const override {
+        steps.push_back(asked("cs '" + kind + "'", width, radius));
+        return barren ? nullptr : Fab::createCS(kind, width, radius);
+    }
+};
+
+class ChoiceOfCrossSection : public testing::Test {
+protected:
+    void SetUp() override {
+        steps.clear();
+        flowsAlive = 0;
+        vrlCoutReset();
+    }
+    void TearDown() override { EXPECT_EQ(flowsAlive, 0); }
+
+    /// The kind that a choice makes; a width of 2.5 and a radius of 10.
+    static std::string made(CSInfo const& info) {
+        std::unique_ptr<CrossSection> const cs(info.createCS(2.5, 10.0));
+        if (!cs) return "nothing";
+        EXPECT_EQ(cs->getWidth(), 2.5);
+        EXPECT_EQ(cs->getRadius(), 10.0);
+        return cs->getName();
+    }
+
+    NotingFab fab;
+};
+
+TEST_F(ChoiceOfCrossSection, TakesTheNamedFlowFirst) {
+    fab.flows.Register<FlowA>("a");
+    fab.flows.Register<MakingFlow>("m");
+    fab.crossSections.Register<Rib>("rib");
+
+    EXPECT_EQ(made(choice(fab, "rib", "m")), "made by a flow");
+    EXPECT_THAT(steps, ElementsAre("flow making 2.5 10"));
+}
+
+TEST_F(ChoiceOfCrossSection, GoesOnToTheNamedCrossSectionIfTheFlowMakesNothing) {
+    fab.flows.Register<FlowA>("a");
+    fab.flows.Register<MakingFlow>("0");
+    fab.crossSections.Register<Rib>("rib");
+    fab.crossSections.Register<Wire>("0");
+
+    EXPECT_EQ(made(choice(fab, "rib", "a")), "rib");
+    EXPECT_THAT(steps, ElementsAre("flow A 2.5 10", "cs 'rib' 2.5 10"));
+}
+
+TEST_F(ChoiceOfCrossSection, GoesOnToTheNamedCrossSectionIfTheFlowIsUnknown) {
+    fab.flows.Register<MakingFlow>("m");
+    fab.crossSections.Register<Rib>("rib");
+
+    EXPECT_EQ(made(choice(fab, "rib", "nowhere")), "rib");
+    EXPECT_THAT(steps, ElementsAre("cs 'rib' 2.5 10"));
+}
+
+TEST_F(ChoiceOfCrossSection, TakesTheNamedCrossSectionWithoutALookAtTheFlows) {
+    fab.flows.Register<MakingFlow>("m");
+    fab.crossSections.Register<Rib>("a");
+    fab.crossSections.Register<Wire>("wire");
+
+    EXPECT_EQ(made(choice(fab, "wire", "")), "wire");
+    EXPECT_THAT(steps, ElementsAre("cs 'wire' 2.5 10"));
+}
+
+TEST_F(ChoiceOfCrossSection, NeedsNoFlowsForAKnownName) {
+    fab.crossSections.Register<Wire>("wire");
+
+    EXPECT_EQ(made(choice(fab, "wire", "")), "wire");
+}
+
+TEST_F(ChoiceOfCrossSection, TakesTheFirstFlowOfTheFoundryWithoutNames) {
+    fab.flows.Register<MakingFlow>("b");
+    fab.flows.Register<FlowB>("c");
+    fab.crossSections.Register<Rib>("a");
+
+    EXPECT_EQ(made(choice(fab, "", "")), "made by a flow");
+    EXPECT_THAT(steps, ElementsAre("flow making 2.5 10"));
+}
+
+TEST_F(ChoiceOfCrossSection, TakesTheFirstFlowIfTheNamesAreUnknown) {
+    fab.flows.Register<MakingFlow>("b");
+    fab.crossSections.Register<Rib>("a");
+
+    EXPECT_EQ(made(choice(fab, "nowhere", "nowhere")), "made by a flow");
+    EXPECT_THAT(steps, ElementsAre("cs 'nowhere' 2.5 10", "flow making 2.5 10"));
+}
+
+TEST_F(ChoiceOfCrossSection, TakesTheFirstCrossSectionIfTheFirstFlowMakesNothing) {
+    fab.flows.Register<EmptyFlow>("empty");
+    fab.crossSections.Register<Wire>("wire");
+
+    EXPECT_EQ(made(choice(fab, "", "")), "wire");
+    EXPECT_THAT(steps, ElementsAre("cs '' 2.5 10"));
+}
+
+TEST_F(ChoiceOfCrossSection, AsksAllFourInOrderAndSaysSoIfNoneGivesOne) {
+    fab.flows.Register<FlowA>("a");
+    fab.flows.Register<FlowB>("b");
+    fab.barren = true;
+    Captured const out(std::cout);
+
+    EXPECT_EQ(choice(fab, "rib", "b").createCS(2.5, 10.0), nullptr);
+    EXPECT_THAT(steps, ElementsAre("flow B 2.5 10", "cs 'rib' 2.5 10", "flow A 2.5 10", "cs '' 2.5 10"));
+    EXPECT_EQ(out.text(), "No suitable CS found\n");
+    EXPECT_EQ(vrlGetCoutMsg(), "");
+}
+
+TEST_F(ChoiceOfCrossSection, IsSilentAboutUnknownNamesThatLeadOn) {
+    fab.flows.Register<MakingFlow>("m");
+    Captured const out(std::cout);
+
+    EXPECT_EQ(made(choice(fab, "nowhere", "nowhere")), "made by a flow");
+    EXPECT_EQ(out.text(), "");
+    EXPECT_EQ(vrlGetCoutMsg(), "");
+}
+
+TEST_F(ChoiceOfCrossSection, ThrowsWithoutFlowsThoughThereAreCrossSections) {
+    fab.crossSections.Register<Rib>("rib");
+    Captured const out(std::cout);
+
+    EXPECT_EQ(thrownText([&] { choice(fab, "nowhere", "").createCS(2.5, 10.0); }), kNoDefault);
+    EXPECT_EQ(thrownText([&] { choice(fab, "", "").createCS(2.5, 10.0); }), kNoDefault);
+    EXPECT_THAT(steps, ElementsAre("cs 'nowhere' 2.5 10"));
+    EXPECT_EQ(out.text(), "");
+}
+
+TEST_F(ChoiceOfCrossSection, ThrowsWithoutCrossSectionsIfTheFlowsMakeNothing) {
+    fab.flows.Register<FlowA>("a");
+
+    EXPECT_EQ(thrownText([&] { choice(fab, "", "").createCS(2.5, 10.0); }), kNoDefault);
+    EXPECT_THAT(steps, ElementsAre("flow A 2.5 10", "cs '' 2.5 10"));
+}
+
+TEST_F(ChoiceOfCrossSection, DestroysTheFlowAlsoIfItThrows) {
+    fab.flows.Register<ThrowingFlow>("t");
+
+    EXPECT_THROW(choice(fab, "", "t").createCS(2.5, 10.0), std::runtime_error);
+    EXPECT_EQ(flowsAlive, 0);
+    EXPECT_THROW(choice(fab, "", "").createCS(2.5, 10.0), std::runtime_error);
+    EXPECT_EQ(flowsAlive, 0);
+}
+
+TEST_F(ChoiceOfCrossSection, LeavesTheFoundrysOwnChoiceAside) {
+    fab.flows.Register<EmptyFlow>("empty");
+    fab.crossSections.Register<Rib>("a");
+    fab.crossSections.Register<Wire>("wire");
+    fab.setCS("wire");
+
+    EXPECT_EQ(made(choice(fab, "", "")), "rib");
+}
+
+TEST(CSInfo, StartsWithEmptyNamesAndMayHaveNoFoundry) {
+    CSInfo const none(nullptr);
+    Fab const fab;
+    CSInfo const some(&fab);
+
+    EXPECT_EQ(none.getCSName(), "");
+    EXPECT_EQ(none.getFlowName(), "");
+    EXPECT_EQ(none.getFoundry(), nullptr);
+    EXPECT_EQ(some.getFoundry(), &fab);
+}
+
+TEST(CSInfo, SetsItsNamesAndItsFoundry) {
+    CSInfo info(nullptr);
+    Fab const fab;
+    info.setCS("wg");
+    info.setFlow("strip");
+    info.setFoundry(&fab);
+
+    EXPECT_EQ(info.getCSName(), "wg");
+    EXPECT_EQ(info.getFlowName(), "strip");
+    EXPECT_EQ(info.getFoundry(), &fab);
+    info.setFoundry(nullptr);
+    EXPECT_EQ(info.getFoundry(), nullptr);
+}
+
+TEST(CSInfo, ComparesItsTwoNames) {
+    Fab const fab;
+    CSInfo const wg = choice(fab, "wg", "strip");
+
+    EXPECT_TRUE(wg == choice(fab, "wg", "strip"));
+    EXPECT_FALSE(wg != choice(fab, "wg", "strip"));
+    EXPECT_FALSE(wg == choice(fab, "wg", "rib"));
+    EXPECT_TRUE(wg != choice(fab, "wg", "rib"));
+    EXPECT_FALSE(wg == choice(fab, "WG", "strip"));
+    EXPECT_TRUE(wg != choice(fab, "", "strip"));
+}
+
+TEST(CSInfo, LeavesTheFoundryOutOfTheComparison) {
+    Fab const one;
+    Fab const other;
+
+    EXPECT_TRUE(choice(one, "wg", "strip") == choice(other, "wg", "strip"));
+    EXPECT_FALSE(choice(one, "wg", "strip") != choice(other, "wg", "strip"));
+    EXPECT_TRUE(CSInfo(&one) == CSInfo(nullptr));
+}
+
+TEST(CSInfo, CopiesAndAssignsNamesAndFoundry) {
+    Fab const fab;
+    CSInfo const source = choice(fab, "wg", "strip");
+    CSInfo const copy(source);
+    CSInfo target(nullptr);
+
+    EXPECT_EQ(&(target = source), &target);
+    for (CSInfo const& info : {copy, target}) {
+        EXPECT_EQ(info.getCSName(), "wg");
+        EXPECT_EQ(info.getFlowName(), "strip");
+        EXPECT_EQ(info.getFoundry(), &fab);
+    }
+}
+
+TEST(CSInfo, CopiesAndAssignsTheRegisterAsItStands) {
+    CSInfo source(nullptr);
+    source.setCS("source");
+    std::string const before = saved(source);
+    CSInfo copy(source);
+    CSInfo target(nullptr);
+    target = source;
+    copy.setCS("copy");
+    target.setCS("target");
+
+    EXPECT_EQ(saved(copy), before);
+    EXPECT_EQ(saved(target), before);
+    source.setCS("changed");
+    EXPECT_EQ(saved(copy), saved(source));
+}
+
+TEST(CSInfo, SavesItsOwnNamesIfItWasCopiedBeforeTheFirstSave) {
+    CSInfo source(nullptr);
+    CSInfo copy(source);
+    copy.setCS("copy");
+
+    EXPECT_NE(saved(copy), saved(source));
+}
+
+TEST(CSInfo, StartsWithAFreshRegisterWhenMoved) {
+    Fab const fab;
+    CSInfo source = choice(fab, "wg", "strip");
+    std::string const before = saved(source);
+    CSInfo moved(std::move(source));
+    EXPECT_EQ(saved(moved), before);
+    EXPECT_EQ(moved.getFoundry(), &fab);
+    moved.setCS("moved");
+    EXPECT_NE(saved(moved), before);
+
+    CSInfo target(nullptr);
+    saved(target);
+    target = std::move(moved);
+    EXPECT_EQ(target.getCSName(), "moved");
+    EXPECT_EQ(target.getFlowName(), "strip");
+    EXPECT_EQ(target.getFoundry(), &fab);
+    EXPECT_TRUE(std::is_nothrow_move_constructible_v<CSInfo>);
+    EXPECT_TRUE(std::is_nothrow_move_assignable_v<CSInfo>);
+}
+
+TEST(CSInfo, ReplacesItsOwnRegisterWhenMovedTo) {
+    CSInfo other(nullptr);
+    other.setCS("other");
+    std::string const before = saved(other);
+    CSInfo target(other);  // saves what `other` has
+    target = CSInfo(nullptr);
+    target.setCS("target");
+
+    EXPECT_NE(saved(target), before);
+}
+
+TEST(CSInfo, HasFourVirtualOperationsAndNoVirtualDestructor) {
+    EXPECT_EQ(ChoiceProbe::slots(), (std::vector<std::size_t>{0, 1, 2, 3}));
+    EXPECT_TRUE(std::is_polymorphic_v<CSInfo>);
+    EXPECT_FALSE(std::has_virtual_destructor_v<CSInfo>);
+}
+
+TEST(CSInfo, SavesItselfUnderItsFullName) {
+    CSInfo info(nullptr);
+
+    EXPECT_EQ(ChoiceProbe::typeOf(info), "Foundry::CSInfo");
+    EXPECT_EQ(ChoiceProbe::versionOf(info), 1);
+    EXPECT_EQ(ChoiceProbe::docOf(info), "");
+}
+
+/// Opens the protected operations of a foundry.
+struct OpenFab : Fab {
+    using Component::getSerTypeName;
+};
+
+TEST(Foundry, IsAbstractAndFreedOnlyThroughDestroy) {
+    EXPECT_TRUE(std::is_abstract_v<Foundry>);
+    EXPECT_FALSE(std::is_destructible_v<Foundry>);
+    EXPECT_TRUE((std::is_base_of_v<Component, Foundry>));
+}
+
+TEST(Foundry, HasItsOperationsInOrder) {
+    using Create = CrossSection* (Foundry::*)(std::string const&, double const&, double) const;
+    auto const table = slotsOf(&Foundry::getName, &Foundry::describe, static_cast<Create>(&Foundry::createCS));
+
+    EXPECT_EQ(table[1], table[0] + 1);
+    EXPECT_EQ(table[2], table[0] + 2);
+}
+
+TEST(Foundry, IsSavedAsAComponent) { EXPECT_EQ(OpenFab().getSerTypeName(), "Component"); }
+
+TEST(Foundry, CountsFromOneInAFreshProcess) {
+    vrl_test::Outcome const child = vrl_test::Sandbox(MODEL_SCENARIOS_PROGRAM).run("foundryNumbers");
+
+    EXPECT_EQ(child.out, "1 2 2 3\n"
+                         "after resetUniqueIDs 4\n");
+    EXPECT_EQ(child.err, "");
+    EXPECT_EQ(child.status, 0);
+}
+
+TEST(Foundry, TakesTheNextNumber) {
+    Fab const first;
+    Fab const second;
+
+    EXPECT_EQ(second.getID(), first.getID() + 1);
+    EXPECT_FALSE(first == second);
+    EXPECT_TRUE(first != second);
+}
+
+TEST(Foundry, NeverUsesANumberAgain) {
+    unsigned const last = Fab().getID();
+
+    EXPECT_EQ(Fab().getID(), last + 1);
+}
+
+TEST(Foundry, HasTheNumberOfItsSourceAsACopy) {
+    Fab const source("source");
+    Fab const copy(source);
+    Fab const next;
+
+    EXPECT_EQ(copy.getID(), source.getID());
+    EXPECT_TRUE(copy == source);
+    EXPECT_FALSE(copy != source);
+    EXPECT_EQ(next.getID(), source.getID() + 1);
+}
+
+TEST(Foundry, ComparesNothingButTheNumber) {
+    Fab const source("source");
+    Fab copy(source);
+    copy.setCS("wg");
+    copy.addDouble("x", 1.0);
+    copy.flows.Register<StripFlow>("strip");
+
+    EXPECT_TRUE(copy == source);
+}
+
+TEST(Foundry, StartsEmptyWithItselfInItsChoice) {
+    Fab const fab;
+
+    EXPECT_EQ(fab.beginFlow(), fab.endFlow());
+    EXPECT_EQ(fab.beginCrossSection(), fab.endCrossSection());
+    EXPECT_EQ(fab.getCSFlow().getFoundry(), &fab);
+    EXPECT_EQ(fab.getCSFlow().getCSName(), "");
+    EXPECT_EQ(fab.getCSFlow().getFlowName(), "");
+}
+
+TEST(Foundry, SetsTheNamesOfItsChoice) {
+    Fab fab;
+    fab.setCS("wg");
+    fab.setFlow("strip");
+
+    EXPECT_EQ(fab.getCSFlow().getCSName(), "wg");
+    EXPECT_EQ(fab.getCSFlow().getFlowName(), "strip");
+    EXPECT_EQ(fab.getCSFlow().getFoundry(), &fab);
+}
+
+TEST(Foundry, CopiesItsParametersViewsAndChoice) {
+    auto source = std::make_unique<Fab>("source");
+    source->addDouble("x", 1.0);
+    source->setCS("wg");
+    source->setFlow("strip");
+    sample::PlainNote note(source.get(), "tool");
+    Foundry const* const address = source.get();
+    Fab copy(*source);
+
+    EXPECT_EQ(copy.getAttribute("x"), source->getAttribute("x"));
+    EXPECT_EQ(copy.getView("tool"), &note);
+    EXPECT_EQ(copy.getCSFlow().getCSName(), "wg");
+    EXPECT_EQ(copy.getCSFlow().getFlowName(), "strip");
+    source.reset();
+    EXPECT_EQ(copy.getCSFlow().getFoundry(), address);
+    EXPECT_EQ(copy.getDouble("x"), 1.0);
+}
+
+TEST(Foundry, SharesItsCreatorsWithACopyWhichGoesItsOwnWay) {
+    auto source = std::make_unique<Fab>("source");
+    source->flows.Register<StripFlow>("strip");
+    source->crossSections.Register<Rib>("rib");
+    Fab copy(*source);
+    EXPECT_EQ(copy.beginFlow()->second, source->beginFlow()->second);
+    EXPECT_EQ(copy.beginCrossSection()->second, source->beginCrossSection()->second);
+    copy.crossSections.Register<Wire>("a");
+    EXPECT_EQ(source->beginCrossSection()->first, "rib");
+
+    source.reset();
+    std::unique_ptr<CrossSection> const cs(copy.createCS("rib", 1.0, 0.0));
+    std::unique_ptr<ProcessFlow> const flow(copy.createFlow("strip"));
+    EXPECT_EQ(cs->getName(), "rib");
+    EXPECT_EQ(flow->getName(), "stripFlow");
+}
+
+TEST(Foundry, CopiesTheRegisterOfItsComponentAsItStands) {
+    Fab source;
+    std::string const before = saved(source);
+    Fab copy(source);
+    copy.addAnnotation("note", "of the copy");
+
+    EXPECT_EQ(saved(copy), before);
+}
+
+TEST(Foundry, AssignsEverythingAndTakesTheNumber) {
+    Fab source("source");
+    source.addDouble("x", 1.0);
+    source.setCS("wg");
+    source.flows.Register<StripFlow>("strip");
+    source.crossSections.Register<Rib>("rib");
+    sample::PlainNote note(&source, "tool");
+    Fab target("target");
+    target.addDouble("y", 1.0);
+    target.crossSections.Register<Wire>("wire");
+
+    EXPECT_EQ(&(target = source), &target);
+    EXPECT_TRUE(target == source);
+    EXPECT_EQ(target.getAttribute("x"), source.getAttribute("x"));
+    EXPECT_FALSE(target.find("y"));
+    EXPECT_EQ(target.getView("tool"), &note);
+    EXPECT_EQ(target.getCSFlow().getCSName(), "wg");
+    EXPECT_EQ(target.getCSFlow().getFoundry(), &source);
+    EXPECT_EQ(target.beginFlow()->first, "strip");
+    EXPECT_EQ(target.beginCrossSection()->first, "rib");
+    EXPECT_EQ(std::distance(target.beginCrossSection(), target.endCrossSection()), 1);
+}
+
+TEST(Foundry, WalksItsFlowsAndCrossSectionsInKeyOrder) {
+    Fab fab;
+    fab.flows.Register<StripFlow>("strip");
+    fab.flows.Register<EmptyFlow>("Empty");
+    fab.crossSections.Register<Wire>("wire");
+    fab.crossSections.Register<Rib>("rib");
+    std::vector<std::string> names;
+    Fab const& constant = fab;
+    for (auto entry = constant.beginFlow(); entry != constant.endFlow(); ++entry) names.push_back(entry->first);
+    for (auto entry = fab.beginCrossSection(); entry != fab.endCrossSection(); ++entry) names.push_back(entry->first);
+
+    EXPECT_THAT(names, ElementsAre("Empty", "strip", "rib", "wire"));
+}
+
+TEST(Foundry, MakesAFlowByName) {
+    Fab fab;
+    fab.flows.Register<EmptyFlow>("a");
+    fab.flows.Register<StripFlow>("strip");
+    std::unique_ptr<ProcessFlow> const flow(fab.createFlow("strip"));
+
+    ASSERT_NE(flow, nullptr);
+    EXPECT_EQ(flow->getName(), "stripFlow");
+}
+
+TEST(Foundry, MakesItsFirstFlowForAnEmptyName) {
+    Fab fab;
+    fab.flows.Register<StripFlow>("b");
+    fab.flows.Register<EmptyFlow>("a");
+    fab.setFlow("b");
+    std::unique_ptr<ProcessFlow> const flow(fab.createFlow(""));
+
+    EXPECT_EQ(flow->getName(), "emptyFlow");
+}
+
+TEST(Foundry, MakesNoFlowForAnUnknownName) {
+    Fab const fab;
+    vrlCoutReset();
+
+    EXPECT_EQ(fab.createFlow("nowhere"), nullptr);
+    EXPECT_EQ(vrlGetCoutMsg(), "");
+}
+
+TEST(Foundry, SpeaksOfACrossSectionAlsoWhenADefaultFlowIsMissing) {
+    Fab fab;
+    fab.crossSections.Register<Rib>("rib");
+
+    EXPECT_EQ(thrownText([&] { fab.createFlow(""); }), kNoDefault);
+}
+
+TEST(Foundry, MakesACrossSectionByNameWithItsNumbers) {
+    Fab fab;
+    fab.crossSections.Register<Wire>("a");
+    fab.crossSections.Register<Rib>("rib");
+    std::unique_ptr<CrossSection> const cs(fab.createCS("rib", 2.5, 10.0));
+
+    ASSERT_NE(cs, nullptr);
+    EXPECT_EQ(cs->getName(), "rib");
+    EXPECT_EQ(cs->getWidth(), 2.5);
+    EXPECT_EQ(cs->getRadius(), 10.0);
+}
+
+TEST(Foundry, MakesItsFirstCrossSectionForAnEmptyNameWhateverItsChoice) {
+    Fab fab;
+    fab.crossSections.Register<Wire>("wire");
+    fab.crossSections.Register<Rib>("rib");
+    fab.setCS("wire");
+    std::unique_ptr<CrossSection> const cs(fab.createCS("", 2.5, 10.0));
+
+    EXPECT_EQ(fab.getCSFlow().getCSName(), "wire");
+    EXPECT_EQ(cs->getName(), "rib");
+}
+
+TEST(Foundry, MakesNoCrossSectionForAnUnknownName) {
+    Fab const fab;
+    vrlCoutReset();
+
+    EXPECT_EQ(fab.createCS("nowhere", 1.0, 0.0), nullptr);
+    EXPECT_EQ(fab.createCS("nowhere"), nullptr);
+    EXPECT_EQ(vrlGetCoutMsg(), "");
+}
+
+TEST(Foundry, ThrowsWithoutADefaultCrossSection) {
+    Fab fab;
+    fab.flows.Register<StripFlow>("strip");
+
+    EXPECT_EQ(thrownText([&] { fab.createCS("", 1.0, 0.0); }), kNoDefault);
+    EXPECT_EQ(thrownText([&] { fab.createCS(""); }), kNoDefault);
+}
+
+TEST(Foundry, HandsOnAWidthOfMinusOneIfNoneIsGiven) {
+    Fab fab;
+    fab.crossSections.Register<Rib>("abc");
+    std::unique_ptr<CrossSection> const cs(fab.createCS("abc"));
+
+    EXPECT_EQ(cs->getWidth(), -1.0);
+    EXPECT_EQ(cs->getRadius(), 0.0);
+}
+
+TEST(Foundry, AsksItsVirtualCreationIfNoWidthIsGiven) {
+    NotingFab fab;
+    fab.barren = true;
+    steps.clear();
+    Foundry const& foundry = fab;
+
+    EXPECT_EQ(foundry.createCS("abc"), nullptr);
+    EXPECT_THAT(steps, ElementsAre("cs 'abc' -1 0"));
+}
+
+int fabsAlive = 0;
+
+/// A foundry that a factory makes.
+class MadeFab : public Fab {
+public:
+    MadeFab() : Fab("made") { ++fabsAlive; }
+    ~MadeFab() override { --fabsAlive; }
+};
+
+TEST(Foundry, IsMadeByNameForTheCaller) {
+    auto const kind = sample::registered<MadeFab>(FactoryLoader<Foundry>::factory(), "madeFab");
+    int const before = fabsAlive;
+    Foundry* const first = Foundry::create("madeFab");
+    Foundry* const second = Foundry::create("madeFab");
+
+    ASSERT_NE(dynamic_cast<MadeFab*>(first), nullptr);
+    EXPECT_NE(first, second);
+    EXPECT_EQ(second->getID(), first->getID() + 1);
+    EXPECT_EQ(fabsAlive, before + 2);
+    Foundry::destroy(first);
+    Foundry::destroy(second);
+    EXPECT_EQ(fabsAlive, before);
+}
+
+TEST(Foundry, IsNotMadeForAnUnknownName) {
+    vrlCoutReset();
+
+    EXPECT_EQ(Foundry::create("nowhere"), nullptr);
+    EXPECT_EQ(vrlGetCoutMsg(), "");
+}
+
+/// Leaves the loader without a default foundry at the beginning and at the end of a test.
+class DefaultFoundry : public testing::Test {
+protected:
+    void SetUp() override { FactoryLoader<Foundry>::setDefault(shared_ptr<Foundry>()); }
+    void TearDown() override { FactoryLoader<Foundry>::setDefault(shared_ptr<Foundry>()); }
+};
+
+TEST_F(DefaultFoundry, IsTheOneThatTheHostSet) {
+    auto* const fab = new Fab("set");
+    FactoryLoader<Foundry>::setDefault(shared_ptr<Foundry>(fab));
+
+    EXPECT_EQ(Foundry::create(""), fab);
+}
+
+TEST_F(DefaultFoundry, IsMadeOnceFromTheFirstKeyAndStaysWithTheLoader) {
+    auto const first = sample::registered<MadeFab>(FactoryLoader<Foundry>::factory(), "madeFab");
+    auto const second = sample::registered<Fab>(FactoryLoader<Foundry>::factory(), "otherFab");
+    int const before = fabsAlive;
+    Foundry* const made = Foundry::create("");
+
+    EXPECT_NE(dynamic_cast<MadeFab*>(made), nullptr);
+    EXPECT_EQ(Foundry::create(""), made);
+    EXPECT_EQ(FactoryLoader<Foundry>::getDefault().get(), made);
+    EXPECT_EQ(fabsAlive, before + 1);
+}
+
+TEST_F(DefaultFoundry, IsRefusedIfNoneCanBeMade) {
+    ASSERT_FALSE(FactoryLoader<Foundry>::factory().hasData());
+
+    EXPECT_EQ(thrownText([] { Foundry::create(""); }), "Can not create an object.");
+}
+
+TEST(Foundry, RunsTheCallbacksOfItsFactory) {
+    auto const kind = sample::registered<MadeFab>(FactoryLoader<Foundry>::factory(), "madeFab");
+    std::vector<std::string> events;
+    int const before = fabsAlive;
+    Listener<Foundry> const listener([&](std::string const& event, Foundry* foundry) {
+        events.push_back(event + " " + foundry->getName() + ", " + std::to_string(fabsAlive - before));
+    });
+    Foundry* const made = Foundry::create("madeFab");
+    FactoryLoader<Foundry>::factory().OnChange(made);
+    Foundry::destroy(made);
+
+    EXPECT_THAT(events, ElementsAre("create made, 1", "change made, 1", "destroy made, 1"));
+    EXPECT_EQ(fabsAlive, before);
+}
+
+TEST(Foundry, RunsNoCallbacksForAnUnknownNameOrADirectObject) {
+    std::vector<std::string> events;
+    Listener<Foundry> const listener([&](std::string const& event, Foundry*) { events.push_back(event); });
+    { Fab const direct; }
+    Foundry::create("nowhere");
+
+    EXPECT_THAT(events, IsEmpty());
+}
+
+TEST(Foundry, RunsTheDestroyCallbacksAlsoForNull) {
+    std::vector<std::string> events;
+    Listener<Foundry> const listener(
+        [&](std::string const& event, Foundry* foundry) { events.push_back(event + (foundry ? "" : " null")); });
+    Foundry::destroy(nullptr);
+
+    EXPECT_THAT(events, ElementsAre("destroy null"));
+}
+
+TEST(Foundry, IsDestroyedThroughItsFactoryWithItsLastHandle) {
+    std::vector<std::string> events;
+    int const before = fabsAlive;
+    Listener<Foundry> const listener([&](std::string const& event, Foundry*) { events.push_back(event); });
+    { shared_ptr<Foundry> const handle(new MadeFab); }
+
+    EXPECT_THAT(events, ElementsAre("destroy"));
+    EXPECT_EQ(fabsAlive, before);
+}
+
+}  // namespace

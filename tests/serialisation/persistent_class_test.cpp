@@ -1,0 +1,264 @@
+#include "vrllib/serialisation/persistence.h"
+
+#include <cstdlib>
+#include <stdexcept>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "tests/serialisation/recorders.h"
+
+// Not without a name, since not every operation of a persistent class is used here.
+namespace household {
+
+using namespace sample;
+
+/// A persistent class with two members.
+class Lamp {
+public:
+    virtual ~Lamp() = default;
+    VRL_PERSISTENT_ROOT(Lamp)
+
+public:
+    int power = 60;
+    std::string colour = "white";
+
+private:
+    SerRegister serRegister;
+    SerrDoneFlag serDone;
+};
+
+VRL_DEFINE_PERSISTENCE_ROOT(Lamp)
+SerFormat<Lamp> const& Lamp::serFormat() {
+    static auto const format = SerFormat<Lamp>("Lamp")
+                                   .type("House::Lamp")
+                                   .doc([](Lamp& lamp) { return lamp.colour + " "; })
+                                   .member("power", &Lamp::power)
+                                   .member("colour", &Lamp::colour);
+    return format;
+}
+
+/// A newer Lamp, of the same type, with more members.
+class NewLamp : public Lamp {
+    VRL_PERSISTENT(NewLamp)
+
+public:
+    double age = 1.5;
+    Foundry::CSInfo wire{nullptr};
+
+private:
+    SerRegister serRegister;
+    SerrDoneFlag serDone;
+};
+
+VRL_DEFINE_PERSISTENCE(NewLamp, Lamp)
+SerFormat<NewLamp> const& NewLamp::serFormat() {
+    static auto const format =
+        SerFormat<NewLamp>("Aged").type("House::Lamp").member("age", &NewLamp::age).member("wire", &NewLamp::wire);
+    return format;
+}
+
+/// A class that takes the ids of its base for its own member.
+class Twin : public Lamp {
+    VRL_PERSISTENT(Twin)
+
+public:
+    std::size_t entered() const { return serRegister.size(); }
+    int size = 4;
+
+private:
+    SerRegister serRegister;
+    SerrDoneFlag serDone;
+};
+
+VRL_DEFINE_PERSISTENCE(Twin, Lamp)
+SerFormat<Twin> const& Twin::serFormat() {
+    static auto const format = SerFormat<Twin>("Lamp").type("Twin").member("size", &Twin::size);
+    return format;
+}
+
+/// A base whose registration throws something else than a text.
+class Trap {
+public:
+    virtual ~Trap() = default;
+
+protected:
+    virtual std::string getSerTypeName() { return "Trap"; }
+    virtual int getSerVerNo() { return 1; }
+    virtual std::string getSerDoc() { return ""; }
+    virtual SerRegister* getSerRegister() { return nullptr; }
+    void doRegisterSerialisables(SerRegister&) { throw std::runtime_error("out of order"); }
+};
+
+class Victim : public Trap {
+    VRL_PERSISTENT(Victim)
+
+private:
+    SerRegister serRegister;
+    SerrDoneFlag serDone;
+};
+
+VRL_DEFINE_PERSISTENCE(Victim, Trap)
+SerFormat<Victim> const& Victim::serFormat() {
+    static auto const format = SerFormat<Victim>("Victim");
+    return format;
+}
+
+/// A class whose format is first asked for long after an object with static storage was made.
+class Testament {
+public:
+    virtual ~Testament() {
+        if (!last) return;
+        std::cerr << "saved " << saved(*this).size() << " bytes\n";
+    }
+    VRL_PERSISTENT_ROOT(Testament)
+
+public:
+    bool last = false;
+    std::string text = "to the cat";
+
+private:
+    SerRegister serRegister;
+    SerrDoneFlag serDone;
+};
+
+VRL_DEFINE_PERSISTENCE_ROOT(Testament)
+SerFormat<Testament> const& Testament::serFormat() {
+    static auto const format = SerFormat<Testament>("Testament").member("text", &Testament::text);
+    return format;
+}
+
+}  // namespace household
+
+namespace {
+
+using namespace household;
+
+char const kClash[] = "SerRegister::registerSerialisable - a serialisation ID is being used by two or more different "
+                      "objects\n";
+
+[[noreturn]] void leaveATestament() {
+    static Testament made;
+    Testament first;
+    saved(first);
+    made.last = true;
+    std::exit(0);
+}
+
+TEST(PersistentClass, HasIdsOfItsClassNameAndItsOwnType) {
+    Lamp lamp;
+    EXPECT_EQ(told(lamp), "beginCompAttribute 'House::Lamp' 1 'white '\ncount 2\n"
+                          "id Lamp::1\nbeginAttribute\nint 60\nendAttribute 'power'\n"
+                          "id Lamp::2\nbeginAttribute\nstring 'white'\nendAttribute 'colour'\n"
+                          "endCompAttribute\n");
+}
+
+TEST(PersistentClass, MergesTheMembersOfItsBasesById) {
+    NewLamp lamp;
+    EXPECT_EQ(told(lamp), "beginCompAttribute 'House::Lamp' 1 ''\ncount 4\n"
+                          "id Aged::1\nbeginAttribute\ndouble 1.5\nendAttribute 'age'\n"
+                          "id Aged::2\nbeginCompAttribute 'Foundry::CSInfo' 1 'wire'\ncount 2\n"
+                          "id CSInfo::1\nbeginAttribute\nstring ''\nendAttribute 'default CS name'\n"
+                          "id CSInfo::2\nbeginAttribute\nstring ''\nendAttribute 'default Flow name'\n"
+                          "endCompAttribute\n"
+                          "id Lamp::1\nbeginAttribute\nint 60\nendAttribute 'power'\n"
+                          "id Lamp::2\nbeginAttribute\nstring 'white'\nendAttribute 'colour'\n"
+                          "endCompAttribute\n");
+}
+
+TEST(PersistentClass, KeepsTheValueOfAMemberThatTheStreamLacks) {
+    Lamp old;
+    old.power = 100;
+    NewLamp lamp;
+    lamp.age = 7;
+    EXPECT_TRUE(readBack(lamp, saved(old)));
+    EXPECT_EQ(lamp.power, 100);
+    EXPECT_EQ(lamp.age, 7);
+}
+
+TEST(PersistentClass, SkipsTheMembersThatItDoesNotKnow) {
+    NewLamp recent;
+    recent.power = 100;
+    recent.colour = "red";
+    recent.wire.setCS("copper");
+    Lamp lamp;
+    EXPECT_TRUE(readBack(lamp, saved(recent)));
+    EXPECT_EQ(lamp.power, 100);
+    EXPECT_EQ(lamp.colour, "red");
+}
+
+TEST(PersistentClass, ReportsAFailureAtEachLevelFromTheInside) {
+    Caught const errors;
+    NewLamp lamp;
+    std::string const bytes = saved(lamp);
+    EXPECT_FALSE(readBack(lamp, bytes.substr(0, bytes.find("CSInfo::2"))));
+    EXPECT_EQ(errors.text(),
+              "failed to de-serialise Foundry::CSInfoobject\nfailed to de-serialise House::Lampobject\n");
+}
+
+TEST(PersistentClass, FillsItsRegisterAtFirstUseOnce) {
+    Lamp lamp;
+    Lamp const before(lamp);
+    SerRegister* const reg = Peep::registerOf(lamp);
+    ASSERT_NE(reg, nullptr);
+    EXPECT_EQ(reg->size(), 2u);
+    EXPECT_EQ(Peep::registerOf(lamp), reg);
+    EXPECT_EQ(reg->size(), 2u);
+    Lamp alone(before);
+    lamp.power = 100;
+    EXPECT_EQ(told(alone), "beginCompAttribute 'House::Lamp' 1 'white '\ncount 2\n"
+                           "id Lamp::1\nbeginAttribute\nint 60\nendAttribute 'power'\n"
+                           "id Lamp::2\nbeginAttribute\nstring 'white'\nendAttribute 'colour'\n"
+                           "endCompAttribute\n");
+}
+
+TEST(PersistentClass, AFilledCopyReadsIntoItsSource) {
+    Lamp bright;
+    bright.power = 100;
+    Lamp source;
+    saved(source);
+    Lamp copy(source);
+    EXPECT_TRUE(readBack(copy, saved(bright)));
+    EXPECT_EQ(source.power, 100);
+    EXPECT_EQ(copy.power, 60);
+}
+
+TEST(PersistentClass, WithTwoMembersUnderOneIdSaysSoAtEachAttempt) {
+    Twin twin;
+    {
+        Caught const errors;
+        EXPECT_EQ(Peep::registerOf(twin), nullptr);
+        EXPECT_EQ(errors.text(), kClash);
+        EXPECT_EQ(Peep::registerOf(twin), nullptr);
+        EXPECT_EQ(errors.text(), std::string(kClash) + kClash);
+    }
+    EXPECT_EQ(twin.entered(), 2u);
+}
+
+TEST(PersistentClass, WithTwoMembersUnderOneIdIsNeitherWrittenNorRead) {
+    Twin twin;
+    Caught const errors;
+    Recorder recorder;
+    Script script;
+    EXPECT_FALSE(twin.write(&recorder));
+    EXPECT_FALSE(twin.read(&script));
+    EXPECT_EQ(recorder.calls, "beginCompAttribute 'Twin' 1 ''\n");
+    EXPECT_EQ(script.calls, "");
+    EXPECT_EQ(errors.text(), std::string(kClash) + "failed to register serialisables for class:Twin\n" + kClash +
+                                 "failed to register serialisables for class:Twin\n");
+}
+
+TEST(PersistentClass, LetsOtherExceptionsThrough) {
+    Victim victim;
+    Caught const errors;
+    Recorder recorder;
+    EXPECT_THROW(victim.write(&recorder), std::runtime_error);
+    EXPECT_THROW(victim.write(&recorder), std::runtime_error);
+    EXPECT_EQ(errors.text(), "");
+}
+
+TEST(PersistentClassDeathTest, IsSavedToTheVeryEndOfTheProcess) {
+    EXPECT_EXIT(leaveATestament(), testing::ExitedWithCode(0), "^saved 75 bytes\n$");
+}
+
+}  // namespace
