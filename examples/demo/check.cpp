@@ -44,11 +44,14 @@ private:
 void load(vrl::Netlist& circuit, char const* file) {
     std::ifstream stream(file, std::ios::binary);
     if (!stream)
-        throw Failure{"cannot read \"" + std::string(file) + "\". Make it with \"vrl_demo build CONFIG DESIGN\"."};
+        throw Failure{"cannot read \"" + std::string(file) + R"(". Make it with "vrl_demo build CONFIG DESIGN".)"};
     vrl::BinaryStreamDeSerialiser reader(stream);
-    if (!circuit.read(&reader))
+    // A reader does not look at closing markers, and takes a count that is cut short for 0: the file has to end with
+    // the design, no sooner and no later.
+    bool const isWhole = circuit.read(&reader) && stream && stream.peek() == std::ifstream::traits_type::eof();
+    if (!isWhole)
         throw Failure{"\"" + std::string(file) +
-                      "\" is damaged or no design. Make it again with \"vrl_demo build CONFIG DESIGN\"."};
+                      R"(" is damaged or no design. Make it again with "vrl_demo build CONFIG DESIGN".)"};
 }
 
 std::vector<Finding> findOutOfRange(vrl::Netlist& circuit) {

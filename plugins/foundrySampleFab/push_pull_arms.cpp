@@ -33,10 +33,9 @@ private:
     void addElements(vrl::Foundry const* foundry) {
         addBB(vrl::BB::create(foundry, kPhaseModulatorKind), "upper");
         addBB(vrl::BB::create(foundry, kPhaseModulatorKind), "lower");
-        if (vrl::BB* const trim = vrl::BB::create(foundry, kStraightKind)) {
-            trim->setDouble("length", 20.0);
-            addBB(trim, "trim");
-        }
+        vrl::BB* const trim = vrl::BB::create(foundry, kStraightKind);
+        addBB(trim, "trim");
+        if (trim) trim->setDouble("length", 20.0);
     }
 
     void connect() {

@@ -137,7 +137,7 @@ TEST(Annotations, TheThrownTextHoldsTheKeyAsItStands) {
 
     EXPECT_EQ(thrownBy<std::string>([&] { notes.getAnnotation("", true); }), "annotation '' not found\n");
     EXPECT_EQ(thrownBy<std::string>([&] { notes.getAnnotation(bytes, true); }),
-              std::string("annotation 'a'\n\0\xff' not found\n", 30));
+              std::string("annotation 'a'\n\0\xff' not found\n", 29));
 }
 
 TEST(Annotations, StayAsTheyAreWhenAKeyIsMissing) {

@@ -22,6 +22,7 @@ using probes::Bare;
 using probes::breakerCalls;
 using probes::cppOf;
 using probes::Formula;
+using probes::labelOf;
 using probes::OffersCompare;
 using probes::slotOf;
 using probes::streamed;
@@ -350,8 +351,7 @@ ExpressionPair const kExpressionPairs[] = {
     {"AZeroByteEndsTheText", std::string("a\0x", 3), "a", 0},
     {"BeforeTheZeroByteBytesCount", std::string("b\0x", 3), std::string("a\0y", 3), 1},
 };
-INSTANTIATE_TEST_SUITE_P(AttributeWithExpr, ExpressionOrder, testing::ValuesIn(kExpressionPairs),
-                         [](auto const& info) { return info.param.label; });
+INSTANTIATE_TEST_SUITE_P(AttributeWithExpr, ExpressionOrder, testing::ValuesIn(kExpressionPairs), labelOf);
 
 TEST(AttributeWithExpr, IsNeitherLessNorGreaterThanAnAttributeWithoutExpression) {
     Formula const formula("a", "zzz", "", "");

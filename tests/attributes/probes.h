@@ -6,11 +6,16 @@
 #include <cstring>
 #include <sstream>
 #include <string>
+#include <type_traits>
 #include <typeinfo>
+#include <utility>
+#include <vector>
 
 #include <gtest/gtest.h>
 
 #include "vrllib/attributes/attribute.h"
+#include "vrllib/attributes/attributes.h"
+#include "vrllib/attributes/value.h"
 
 // What the tests of the attribute classes share: concrete classes, and ways to see what an operation leaves behind.
 
@@ -35,6 +40,23 @@ public:
     using AttributeWithExpr::getSerDoc;
     std::ostream& toCpp(std::ostream& os, std::string const&) const override { return os << "formula"; }
 };
+
+/// A value that counts its own deaths.
+class Mortal : public Value<double> {
+public:
+    Mortal(std::string const& name, int& deathCount) : Value<double>(name), deaths(deathCount) {}
+    Mortal(Mortal const&) = delete;
+    Mortal& operator=(Mortal const&) = delete;
+    ~Mortal() override { ++deaths; }
+
+private:
+    int& deaths;
+};
+
+/// The names of a list in the order of adding.
+inline std::vector<std::string> namesOf(Attributes const& list) { return {list.begin(), list.end()}; }
+
+inline int countOf(Attributes const& list) { return list.getVersionInfo().get(); }
 
 /// The text that an action throws as an object of exactly the type T. Any other outcome gives another text.
 template <class T, class Action>
@@ -85,6 +107,9 @@ std::ptrdiff_t slotOf(Operation operation) {
     std::memcpy(&word, &operation, sizeof word);
     return word % 2 == 0 ? -1 : (word - 1) / static_cast<std::ptrdiff_t>(sizeof(void*));
 }
+
+/// The name of a case of a table: the label of its row.
+inline constexpr auto labelOf = [](auto const& info) { return std::string(info.param.label); };
 
 /// Whether code outside of T may call compare on it.
 template <class T, class = void>

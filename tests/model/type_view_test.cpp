@@ -67,7 +67,7 @@ private:
 };
 
 using ViewedTypes = testing::Types<Component, Foundry, BB, Netlist, CrossSection, ProcessFlow>;
-TYPED_TEST_SUITE(TypedViews, ViewedTypes);
+TYPED_TEST_SUITE(TypedViews, ViewedTypes, );
 
 TYPED_TEST(TypedViews, AreSistersBelowView) {
     using Type = TypeView<TypeParam>;
@@ -218,7 +218,7 @@ protected:
 };
 
 using PlugInTypes = testing::Types<BB, Netlist>;
-TYPED_TEST_SUITE(PlugInViews, PlugInTypes);
+TYPED_TEST_SUITE(PlugInViews, PlugInTypes, );
 
 TYPED_TEST(PlugInViews, AreMadeByTheFactoryOfTheirType) {
     auto const kind = sample::registered<TypedNote<TypeParam>>(this->factory(), "note");

@@ -168,7 +168,8 @@ TEST_F(FactoryCallbacks, OfChangesRunOnDemandOnly) {
 
 TEST_F(FactoryCallbacks, OfTheEndRunBeforeTheObjectIsDestroyed) {
     factory.registerOnDestroy([](Shape* shape) { calls.push_back(shape->kind() + std::to_string(Shape::destroyed)); });
-    factory.OnDestroy(new Circle);
+    Circle circle;
+    factory.OnDestroy(&circle);
     EXPECT_EQ(Shape::destroyed, 0);
     factory.destroy(new Circle);
     EXPECT_THAT(calls, testing::ElementsAre("circle0", "circle0"));

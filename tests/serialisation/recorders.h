@@ -101,6 +101,18 @@ private:
     }
 };
 
+/// A stream with its reader.
+struct Input {
+    explicit Input(std::string const& bytes) : stream(bytes), reader(stream) {}
+    /// How far the stream was read.
+    int position() { return static_cast<int>(stream.tellg()); }
+    /// Reads the begin of a compound without type and version.
+    void descend() { reader.beginCompAttribute(nullptr, nullptr, nullptr); }
+
+    std::istringstream stream;
+    BinaryStreamDeSerialiser reader;
+};
+
 /// Catches what goes to a stream for as long as it lives.
 class Caught {
 public:
@@ -122,6 +134,28 @@ std::string told(T& object) {
     Recorder recorder;
     return object.write(&recorder) ? recorder.calls : recorder.calls + "write failed\n";
 }
+
+/// How many blocks the factory made, and how many were destroyed, since the last of these was made.
+class BlockCounts {
+public:
+    BlockCounts() {
+        static bool const watching = watch();
+        made = watching ? 0 : -1;
+        destroyed = 0;
+    }
+    /// How many of them are alive, if all that were destroyed were made by the factory.
+    static int alive() { return made - destroyed; }
+    inline static int made = 0;
+    inline static int destroyed = 0;
+
+private:
+    // Callbacks stay for the process, so they are registered once.
+    static bool watch() {
+        BB::registerOnCreate([](BB* block) { made += block != nullptr; });
+        BB::registerOnDestroy([](BB* block) { destroyed += block != nullptr; });
+        return true;
+    }
+};
 
 /// What a pointer to a member function holds: 1 + the offset in the virtual table, or an even address.
 template <class Function>

@@ -3,6 +3,7 @@
 #include <iostream>
 #include <limits>
 #include <sstream>
+#include <type_traits>
 
 #include "vrllib/core/messages.h"
 #include "vrllib/runtime/factory_loader.h"

@@ -38,9 +38,11 @@ public:
     Netlist* getAsNetlist();
     Netlist const* getAsNetlist() const;
 
-    /// The choice of the block side.
+    /// The choice of the block side; the operations of that name with arguments are those of the sides.
     Foundry::CSInfo& getCS();
     Foundry::CSInfo const& getCS() const;
+    using BB::getCS;
+    using Netlist::getCS;
 
 private:
     SerRegister serRegister;

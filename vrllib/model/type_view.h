@@ -14,6 +14,16 @@ namespace detail {
 /// there.
 template <class T>
 FactoryArg<std::string, View, T*>& viewFactory();
+#define VRL_VIEW_FACTORY_OF_(T)                                                                                        \
+    template <>                                                                                                        \
+    FactoryArg<std::string, View, T*>& viewFactory<T>();
+VRL_VIEW_FACTORY_OF_(Component)
+VRL_VIEW_FACTORY_OF_(Foundry)
+VRL_VIEW_FACTORY_OF_(BB)
+VRL_VIEW_FACTORY_OF_(Netlist)
+VRL_VIEW_FACTORY_OF_(CrossSection)
+VRL_VIEW_FACTORY_OF_(ProcessFlow)
+#undef VRL_VIEW_FACTORY_OF_
 
 /// Throws "No data".
 [[noreturn]] VRL_API void throwNoData();

@@ -94,7 +94,7 @@ void vrlInit_StandardSo(std::string const& name) { configuration().standardSoLis
 // The path is asked for first: the search may write warnings of its own, and the report is to be one piece.
 void vrlCoutShowAPIinfo() {
     std::string const file = vrlConfigFile();
-    std::string postfix = fitted(configuration().sodllPostfix, kLineArray);
+    std::string postfix = configuration().sodllPostfix;
     expandMacros(postfix, kLineArray);
     std::ostream& out = vrlCout();
     out << "Using config file: " << file << "\nUsing dll/so: lib_" << soloader_getDllTag() << "_*" << postfix

@@ -7,6 +7,20 @@
 
 namespace Vorlane_v1_0 {
 
+namespace detail {
+
+/// What the handles on one object share.
+struct HandleBlock {
+    void* object;
+    unsigned count;
+};
+
+/// Frees a block whose last handle went. Compiled in the library: where a compiler sees the deletion, it takes every
+/// other handle for one that may use the block afterwards, and warns.
+VRL_API void freeBlock(HandleBlock* block);
+
+}  // namespace detail
+
 /// Destroys an object whose last handle went. Classes with on-destroy callbacks go through their static destroy.
 template <class T>
 void ptr_destroy(T* object) {
@@ -65,7 +79,7 @@ public:
     ~shared_ptr() { release(); }
 
     /// The object, or null.
-    T* get() const { return block ? block->object : nullptr; }
+    T* get() const { return block ? static_cast<T*>(block->object) : nullptr; }
     T* operator->() const { return get(); }
     T& operator*() const { return *get(); }
 
@@ -76,16 +90,13 @@ public:
     unsigned useCount() const { return block ? block->count : 0; }
 
 private:
-    struct Block {
-        T* object;
-        unsigned count;
-    };
+    using Block = detail::HandleBlock;
 
     void release() {
         Block* const last = std::exchange(block, nullptr);
         if (!last || --last->count != 0) return;
-        T* const object = last->object;
-        delete last;
+        T* const object = static_cast<T*>(last->object);
+        detail::freeBlock(last);
         if (object) ptr_destroy<T>(object);
     }
 

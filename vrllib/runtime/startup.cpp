@@ -76,7 +76,7 @@ void Startup::obey(std::string line) {
 // The line is taken as it stands, key and "=" included, so the scan looks into a folder of that whole name.
 void Startup::scanFolder(std::string const& line) {
     std::string const postfix = configuration().sodllPostfix;
-    std::string folder = fitted(line + "*" + postfix, kLineArray);
+    std::string folder = line + "*" + postfix;
     expandMacros(folder, kLineArray);
     for (LoadTarget const& target : loadTargets()) target.loadDir(folder.c_str(), postfix.c_str(), true);
 }

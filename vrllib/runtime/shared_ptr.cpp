@@ -1,0 +1,3 @@
+#include "vrllib/runtime/shared_ptr.h"
+
+void Vorlane_v1_0::detail::freeBlock(HandleBlock* block) { delete block; }
