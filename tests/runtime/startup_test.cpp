@@ -167,7 +167,7 @@ TEST_F(StartUpLines, AreCutAtACommentAndAtALineEnd) {
 }
 
 TEST_F(StartUpLines, WithoutAnEqualSignHaveNoEffect) {
-    EXPECT_EQ(startedWithPlugins("sodllfile onlyFoundry\nfoo\nenv\ndir\nsodlldir_linux /tmp\nsodllpostfix_linux\n"),
+    EXPECT_EQ(startedWithPlugins("sodllfile onlyFoundry\nfoo\nenv\ndir\nsodlldir_linux /nowhere\nsodllpostfix_linux\n"),
               "vrldll\nvrldll: post-load\n");
 }
 

@@ -3,6 +3,7 @@
 #include <memory>
 #include <string>
 #include <type_traits>
+#include <utility>
 
 #include <gtest/gtest.h>
 
@@ -436,6 +437,35 @@ TEST(VirtualOperations, OfPersistentClassesAreTheseFourOnly) {
     EXPECT_FALSE(Peep::hasVirtualHelpers<BB>());
     EXPECT_FALSE(Peep::hasVirtualHelpers<Netlist>());
     EXPECT_FALSE(Peep::hasVirtualHelpers<CBB>());
+}
+
+// The operations that only derived classes and wrappers may call.
+
+template <class C, class = void>
+constexpr bool kShowsTypeName = false;
+template <class C>
+constexpr bool kShowsTypeName<C, std::void_t<decltype(std::declval<C&>().getSerTypeName())>> = true;
+template <class C, class = void>
+constexpr bool kShowsClassName = false;
+template <class C>
+constexpr bool kShowsClassName<C, std::void_t<decltype(std::declval<C&>().getSerClassName())>> = true;
+template <class C, class = void>
+constexpr bool kShowsRegister = false;
+template <class C>
+constexpr bool kShowsRegister<C, std::void_t<decltype(std::declval<C&>().getSerRegister())>> = true;
+
+TEST(ProtectedOperations, OfPersistentClassesAreNotPublic) {
+    EXPECT_FALSE(kShowsTypeName<Annotations>);
+    EXPECT_FALSE(kShowsTypeName<Value<double>>);
+    EXPECT_FALSE(kShowsTypeName<Foundry::CSInfo>);
+    EXPECT_FALSE(kShowsTypeName<Netlist>);
+    EXPECT_FALSE(kShowsClassName<Attribute>);
+    EXPECT_FALSE(kShowsClassName<Attributes>);
+    EXPECT_FALSE(kShowsClassName<BB::Port>);
+    EXPECT_FALSE(kShowsRegister<AttributeWithExpr>);
+    EXPECT_FALSE(kShowsRegister<Component>);
+    EXPECT_FALSE(kShowsRegister<BB>);
+    EXPECT_FALSE(kShowsRegister<CBB>);
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/serialisation/composites.h"
 #include "tests/serialisation/recorders.h"
 
 namespace {
@@ -261,6 +262,55 @@ TEST(ObjectWrapper, OfABaseStreamsTheWholeDerivedObject) {
     Serialisable<Attribute> wrapper(base, "");
     EXPECT_EQ(told(wrapper), told(value));
     EXPECT_EQ(told(base), told(value));
+}
+
+/// An attribute of the classes that have no value.
+template <class Base>
+class Bare : public Base {
+public:
+    using Base::Base;
+    std::ostream& toCpp(std::ostream& os, std::string const&) const override { return os; }
+};
+
+/// What the wrapper for objects of that class tells a writer.
+template <class T>
+std::string toldByWrapper(T& object) {
+    Serialisable<T> wrapper(object, "");
+    return told(wrapper);
+}
+
+TEST(ObjectWrapper, IsThereForEveryPersistentClass) {
+    Annotations annotations;
+    Bare<Attribute> attribute;
+    Bare<AttributeWithExpr> expression;
+    Value<bool> flag("n");
+    Value<int> number("n");
+    Value<double> real("n");
+    Value<std::complex<double>> complex("n");
+    Value<std::string> text("n");
+    Attributes list;
+    vrlEmptyComponent component;
+    Foundry::CSInfo cs(nullptr);
+    BB::Port port;
+    BB* const block = new Mmi;
+    Netlist circuit;
+    circuit.addBB(block, "m", 1);
+    Splitter composite;
+    EXPECT_EQ(toldByWrapper(annotations), told(annotations));
+    EXPECT_EQ(toldByWrapper<Attribute>(attribute), told(attribute));
+    EXPECT_EQ(toldByWrapper<AttributeWithExpr>(expression), told(expression));
+    EXPECT_EQ(toldByWrapper(flag), told(flag));
+    EXPECT_EQ(toldByWrapper(number), told(number));
+    EXPECT_EQ(toldByWrapper(real), told(real));
+    EXPECT_EQ(toldByWrapper(complex), told(complex));
+    EXPECT_EQ(toldByWrapper(text), told(text));
+    EXPECT_EQ(toldByWrapper(list), told(list));
+    EXPECT_EQ(toldByWrapper<Component>(component), told(component));
+    EXPECT_EQ(toldByWrapper(cs), told(cs));
+    EXPECT_EQ(toldByWrapper(port), told(port));
+    EXPECT_EQ(toldByWrapper(*block), told(*block));
+    EXPECT_EQ(toldByWrapper(circuit), told(circuit));
+    EXPECT_EQ(toldByWrapper<CBB>(composite), told(composite));
 }
 
 }  // namespace
