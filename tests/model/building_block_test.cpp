@@ -334,7 +334,7 @@ TEST(BB, SetsTheFoundryOfItsChoiceAndNothingElse) {
     EXPECT_EQ(block.getCS().getFoundry(), &other);
     EXPECT_EQ(block.getFoundryName(), "first");
     EXPECT_EQ(block.getPort("in0")->getCS().getFoundry(), &fab);
-    EXPECT_EQ(block.getPort("out0")->getCS().getFoundry(), nullptr);
+    EXPECT_EQ(std::next(block.beginPort())->getCS().getFoundry(), nullptr);
     block.setFoundry(nullptr);
     EXPECT_EQ(block.getFoundry(), nullptr);
     EXPECT_EQ(block.getFoundryName(), "first");

@@ -57,6 +57,8 @@ private:
     }
 };
 
+std::vector<unsigned> inputsOf(Netlist const& netlist) { return {netlist.beginInputNodes(), netlist.endInputNodes()}; }
+
 class Composite : public testing::Test {
 protected:
     void SetUp() override { resetUniqueIDs(); }
@@ -136,8 +138,9 @@ __attribute__((no_sanitize("undefined"), noinline)) Netlist const* netlistOf(CBB
 }
 
 TEST_F(Composite, GivesNullForTheSidesOfANullPointer) {
-    CBB* const none = nullptr;
-    CBB const* const constantNone = nullptr;
+    CBB* volatile hidden = nullptr;  // from the compiler, which warns where it knows
+    CBB* const none = hidden;
+    CBB const* const constantNone = none;
 
     EXPECT_EQ(blockOf(none), nullptr);
     EXPECT_EQ(blockOf(constantNone), nullptr);
@@ -259,7 +262,7 @@ TEST_F(Composite, CopiesParametersViewsGraphAndChoiceAndNoPorts) {
 
     EXPECT_EQ(copy.sizeElements(), 1U);
     EXPECT_EQ(copy.getBB("inner"), source.getBB("inner"));
-    EXPECT_EQ(*copy.beginInputNodes(), 1U);
+    EXPECT_THAT(inputsOf(copy), ElementsAre(1));
     EXPECT_EQ(copy.beginPort(), copy.endPort());
     EXPECT_EQ(copy.getAttribute("ratio"), source.getAttribute("ratio"));
     EXPECT_EQ(copy.getView("tool"), &note);
@@ -308,7 +311,7 @@ TEST_F(Composite, AssignsBothSidesAndKeepsItsPorts) {
     EXPECT_EQ(target.getCS().getCSName(), "wg");
     EXPECT_EQ(target.getBB("inner"), source.getBB("inner"));
     EXPECT_EQ(target.getBB("old"), nullptr);
-    EXPECT_EQ(*target.beginInputNodes(), 1U);
+    EXPECT_THAT(inputsOf(target), ElementsAre(1));
     EXPECT_EQ(target.getAttribute("ratio"), source.getAttribute("ratio"));
     EXPECT_FALSE(target.find("old"));
     EXPECT_EQ(target.getView("tool"), &note);

@@ -33,15 +33,21 @@ constexpr unsigned kNoPlace = 4294967295U;
 
 using Handle = shared_ptr<BB>;
 
+std::vector<unsigned> inputsOf(Netlist const& netlist) { return {netlist.beginInputNodes(), netlist.endInputNodes()}; }
+std::vector<unsigned> outputsOf(Netlist const& netlist) {
+    return {netlist.beginOutputNodes(), netlist.endOutputNodes()};
+}
+std::vector<unsigned> directsOf(Netlist const& netlist) { return {netlist.beginDCNodes(), netlist.endDCNodes()}; }
+
 /// Numbers from 1, and a netlist.
 class NetlistGraph : public testing::Test {
 protected:
     void SetUp() override { resetUniqueIDs(); }
     void TearDown() override { resetUniqueIDs(); }
 
-    std::vector<unsigned> inputs() const { return {netlist.beginInputNodes(), netlist.endInputNodes()}; }
-    std::vector<unsigned> outputs() const { return {netlist.beginOutputNodes(), netlist.endOutputNodes()}; }
-    std::vector<unsigned> directs() const { return {netlist.beginDCNodes(), netlist.endDCNodes()}; }
+    std::vector<unsigned> inputs() const { return inputsOf(netlist); }
+    std::vector<unsigned> outputs() const { return outputsOf(netlist); }
+    std::vector<unsigned> directs() const { return directsOf(netlist); }
     Netlist::NameMap names() const { return {netlist.beginElementName(), netlist.endElementName()}; }
 
     Netlist netlist;
@@ -590,9 +596,9 @@ TEST_F(NetlistCopy, SharesTheBlocksAndCopiesTheTables) {
     EXPECT_EQ(handle.useCount(), 3U);
     EXPECT_EQ(copy.getBB("a"), handle.get());
     EXPECT_EQ(copy.findNode("a", "p"), 7U);
-    EXPECT_EQ(*copy.beginInputNodes(), 1U);
-    EXPECT_EQ(*copy.beginOutputNodes(), 2U);
-    EXPECT_EQ(*copy.beginDCNodes(), 3U);
+    EXPECT_THAT(inputsOf(copy), ElementsAre(1));
+    EXPECT_THAT(outputsOf(copy), ElementsAre(2));
+    EXPECT_THAT(directsOf(copy), ElementsAre(3));
     EXPECT_EQ(copy.getAttribute("x"), netlist.getAttribute("x"));
     EXPECT_EQ(copy.getView("tool"), &note);
 }
@@ -662,12 +668,9 @@ TEST_F(NetlistCopy, ReplacesEverythingWhenAssigned) {
     EXPECT_EQ(target.getBB("old"), nullptr);
     EXPECT_EQ(target.findNode("a", "p"), 7U);
     EXPECT_EQ(target.sizeNodes(), 1U);
-    EXPECT_EQ(*target.beginInputNodes(), 1U);
-    EXPECT_EQ(*target.beginOutputNodes(), 2U);
-    EXPECT_EQ(*target.beginDCNodes(), 3U);
-    EXPECT_EQ(std::distance(target.beginInputNodes(), target.endInputNodes()), 1);
-    EXPECT_EQ(std::distance(target.beginOutputNodes(), target.endOutputNodes()), 1);
-    EXPECT_EQ(std::distance(target.beginDCNodes(), target.endDCNodes()), 1);
+    EXPECT_THAT(inputsOf(target), ElementsAre(1));
+    EXPECT_THAT(outputsOf(target), ElementsAre(2));
+    EXPECT_THAT(directsOf(target), ElementsAre(3));
     EXPECT_EQ(target.getDouble("x"), 1.0);
     EXPECT_FALSE(target.find("y"));
     EXPECT_EQ(target.getView("tool"), &note);

