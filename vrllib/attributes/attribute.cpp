@@ -50,7 +50,7 @@ Attribute::~Attribute() = default;
 VRL_DEFINE_PERSISTENCE(Attribute, Annotations)
 
 SerFormat<Attribute> const& Attribute::serFormat() {
-    static auto const& format = *new SerFormat<Attribute>("Attribute");
+    static auto const format = SerFormat<Attribute>("Attribute");
     return format;
 }
 
@@ -84,11 +84,10 @@ AttributeWithExpr::~AttributeWithExpr() = default;
 VRL_DEFINE_PERSISTENCE(AttributeWithExpr, Annotations)
 
 SerFormat<AttributeWithExpr> const& AttributeWithExpr::serFormat() {
-    static auto const& format =
-        *new auto(SerFormat<AttributeWithExpr>("AttributeWithExpr")
-                      .doc([](AttributeWithExpr& attribute) { return detail::nameAndUnits(attribute); })
-                      .member("expr", &AttributeWithExpr::expr)
-                      .member("calc", &AttributeWithExpr::calc));
+    static auto const format = SerFormat<AttributeWithExpr>("AttributeWithExpr")
+                                   .doc([](AttributeWithExpr& attribute) { return detail::nameAndUnits(attribute); })
+                                   .member("expr", &AttributeWithExpr::expr)
+                                   .member("calc", &AttributeWithExpr::calc);
     return format;
 }
 

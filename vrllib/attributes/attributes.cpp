@@ -53,9 +53,9 @@ Attributes::~Attributes() = default;
 VRL_DEFINE_PERSISTENCE(Attributes, Annotations)
 
 SerFormat<Attributes> const& Attributes::serFormat() {
-    static auto const& format =
-        *new auto(SerFormat<Attributes>("Attributes")
-                      .member<SerialisableAttrMap<std::string, Attribute>>("attributes", &Attributes::attributes));
+    static auto const format =
+        SerFormat<Attributes>("Attributes")
+            .member<SerialisableAttrMap<std::string, Attribute>>("attributes", &Attributes::attributes);
     return format;
 }
 

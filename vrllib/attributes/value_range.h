@@ -155,10 +155,10 @@ VRL_DEFINE_PERSISTENCE_OF(VRL_UNPAREN_((template <class T, class V>)), (AutoValu
 template <class T, class V>
 Vorlane_v1_0::SerFormat<AutoValueRange<T, V>> const& AutoValueRange<T, V>::serFormat() {
     using Format = Vorlane_v1_0::SerFormat<AutoValueRange<T, V>>;
-    static auto const& format =
-        *new auto(Format("AutoValueRange")
-                      .type(std::string("AutoValueRange<vrl::") + Vorlane_v1_0::detail::typeWord<T>() + ">")
-                      .member("is auto-changeable", &AutoValueRange<T, V>::autoChangeable));
+    static auto const format =
+        Format("AutoValueRange")
+            .type(std::string("AutoValueRange<vrl::") + Vorlane_v1_0::detail::typeWord<T>() + ">")
+            .member("is auto-changeable", &AutoValueRange<T, V>::autoChangeable);
     return format;
 }
 

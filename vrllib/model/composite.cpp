@@ -22,8 +22,8 @@ CBB::~CBB() = default;
 VRL_DEFINE_PERSISTENCE(CBB, BB, Netlist)
 
 SerFormat<CBB> const& CBB::serFormat() {
-    static auto const& format =
-        *new auto(SerFormat<CBB>("CBB").type([](CBB& composite) { return static_cast<BB&>(composite).getName(); }));
+    static auto const format =
+        SerFormat<CBB>("CBB").type([](CBB& composite) { return static_cast<BB&>(composite).getName(); });
     return format;
 }
 

@@ -10,16 +10,15 @@ VRL_DEFINE_PERSISTENCE(Netlist, Component)
 
 SerFormat<Netlist> const& Netlist::serFormat() {
     using PortNames = std::pair<std::string, std::string>;
-    static auto const& format =
-        *new auto(SerFormat<Netlist>("Netlist")
-                      .shared("numBB", Netlist::numBB)
-                      .shared("nodeCount", Netlist::nodeCount)
-                      .member<SerialisableMap<std::string, unsigned int>>("nameToBB", &Netlist::nameToBB)
-                      .member<SerialisableMap<PortNames, unsigned int>>("portToNode", &Netlist::portToNode)
-                      .member<SerialisableVec<unsigned int>>("inputNodes", &Netlist::inputNodes)
-                      .member<SerialisableVec<unsigned int>>("outputNodes", &Netlist::outputNodes)
-                      .member<SerialisableBBMap<unsigned int, BB>>("BBList", &Netlist::BBList)
-                      .member<SerialisableVec<unsigned int>>("DCNodes", &Netlist::DCNodes));
+    static auto const format = SerFormat<Netlist>("Netlist")
+                                   .shared("numBB", Netlist::numBB)
+                                   .shared("nodeCount", Netlist::nodeCount)
+                                   .member<SerialisableMap<std::string, unsigned int>>("nameToBB", &Netlist::nameToBB)
+                                   .member<SerialisableMap<PortNames, unsigned int>>("portToNode", &Netlist::portToNode)
+                                   .member<SerialisableVec<unsigned int>>("inputNodes", &Netlist::inputNodes)
+                                   .member<SerialisableVec<unsigned int>>("outputNodes", &Netlist::outputNodes)
+                                   .member<SerialisableBBMap<unsigned int, BB>>("BBList", &Netlist::BBList)
+                                   .member<SerialisableVec<unsigned int>>("DCNodes", &Netlist::DCNodes);
     return format;
 }
 

@@ -17,14 +17,12 @@
 // 3. Beside it, the saved format at one glance:
 //
 //        SerFormat<Port> const& Port::serFormat() {
-//            static auto const& format =
-//                *new auto(SerFormat<Port>("Port").type("BB::Port").member("currCS", &Port::currCS));
+//            static auto const format = SerFormat<Port>("Port").type("BB::Port").member("currCS", &Port::currCS);
 //            return format;
 //        }
 //
 // Members are numbered from 1 in the order of the table: the first above is saved under "Port::1". A member that is
-// added at the end leaves older files readable. Format and ids belong to the class, are made once and never destroyed,
-// since other static objects may be saved while the process ends.
+// added at the end leaves older files readable. Format and ids belong to the class and are made once.
 
 namespace Vorlane_v1_0 {
 
