@@ -1,11 +1,17 @@
 #pragma once
 
-// Everything that a host or a plug-in may use.
+/// @file
+/// Everything that a host or a plug-in may use.
 
 #include "vrllib/attributes/attributes.h"
+#include "vrllib/attributes/length_angle.h"
 #include "vrllib/attributes/value.h"
+#include "vrllib/attributes/value_array.h"
+#include "vrllib/attributes/value_distribution.h"
 #include "vrllib/attributes/value_range.h"
+#include "vrllib/core/blob.h"
 #include "vrllib/core/enum_list.h"
+#include "vrllib/core/io.h"
 #include "vrllib/core/labels.h"
 #include "vrllib/core/messages.h"
 #include "vrllib/core/version.h"
@@ -21,10 +27,13 @@
 #include "vrllib/model/process_flow.h"
 #include "vrllib/model/type_view.h"
 #include "vrllib/model/view.h"
+#include "vrllib/runtime/block_specification.h"
+#include "vrllib/runtime/command_line.h"
 #include "vrllib/runtime/configuration.h"
 #include "vrllib/runtime/factory_loader.h"
 #include "vrllib/runtime/loader.h"
 #include "vrllib/runtime/startup.h"
+#include "vrllib/serialisation/ascii_stream.h"
 #include "vrllib/serialisation/binary_stream.h"
 
 /// The spelling that generated source uses.

@@ -10,6 +10,7 @@
 //     if (auto const* waveguide = dynamic_cast<samplefab::WaveguideModes const*>(section))
 //         waveguide->modes(1.55)->neff(label);
 
+/// The sample foundry.
 namespace samplefab {
 
 /// What a cross section of SampleFab can do besides: tell the modes that it guides.
@@ -19,8 +20,11 @@ namespace samplefab {
 class VRL_TEMPLATE WaveguideModes {
 public:
     WaveguideModes() = default;
+    /**@{*/
+    /// There is nothing to copy.
     WaveguideModes(WaveguideModes const&) = default;
     WaveguideModes& operator=(WaveguideModes const&) = default;
+    /**@}*/
     virtual ~WaveguideModes() = default;
 
     /// The guided modes at a wavelength in um: "TE0", "TE1", ..., then "TM0", "TM1", ..., at most 16 of each.

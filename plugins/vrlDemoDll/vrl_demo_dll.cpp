@@ -42,7 +42,7 @@ VRL_PLUGIN_EXPORT void initLibraryBBView(FactoryArg<std::string, vrl::View, vrl:
     factory->Register<Notes>(Notes::kName);
 }
 
-// Called when every plug-in has registered its classes: once for each entry point above that was called, and again
+// Called when every plug-in has registered its classes: once for each initLibrary... above that was called, and again
 // with each further start-up.
 VRL_PLUGIN_EXPORT void initLibraryPostLoad() {
     static bool reported = false;

@@ -48,7 +48,9 @@ if(NOT EXISTS ${moved}/include/vrllib/vrllib.h)
     message(FATAL_ERROR "no include/vrllib/vrllib.h")
 endif()
 file(GLOB_RECURSE private RELATIVE ${moved}
-    ${moved}/include/vrllib/platform/* ${moved}/include/wildcard.h ${moved}/include/config_reader.h)
+    ${moved}/include/vrllib/platform/* ${moved}/include/wildcard.h ${moved}/include/thrown_text.h
+    ${moved}/include/config_reader.h ${moved}/include/default_config.h ${moved}/include/load_steps.h
+    ${moved}/include/load_targets.h ${moved}/include/macros.h ${moved}/include/runtime_state.h)
 expect_equal("private headers" "${private}" "")
 
 # No file of the package knows where it was built or first installed.

@@ -187,10 +187,9 @@ TEST(OpenForReading, DoesNotWaitForAWriter) {
     vrl_test::TemporaryFolder const folder;
     std::string const pipe = (folder / "pipe").string();
     ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
-    std::FILE* const file = platform::openForReading(pipe.c_str());
-    ASSERT_NE(file, nullptr);
-    EXPECT_EQ(std::fgetc(file), EOF);
-    std::fclose(file);
+    EXPECT_EQ(platform::openForReading(pipe.c_str()), nullptr);
 }
+
+TEST(OpenForReading, DoesNotOpenADeviceThatNeverEnds) { EXPECT_EQ(platform::openForReading("/dev/zero"), nullptr); }
 
 }  // namespace

@@ -74,6 +74,11 @@ TEST_F(LoadLibrary, RefusesANamedPipeWithoutWaitingForIt) {
     EXPECT_EQ(error.text, at("pipe.so") + ": not a regular file");
 }
 
+TEST_F(LoadLibrary, RefusesADevice) {
+    EXPECT_EQ(load("/dev/zero"), nullptr);
+    EXPECT_EQ(error.text, "/dev/zero: not a regular file");
+}
+
 TEST_F(LoadLibrary, RefusesAFolder) {
     EXPECT_EQ(load(folder.path().string()), nullptr);
     EXPECT_EQ(error.text, folder.path().string() + ": cannot read file data: Is a directory");

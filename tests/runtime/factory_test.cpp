@@ -1,5 +1,6 @@
 #include "vrllib/runtime/factory.h"
 
+#include <stdexcept>
 #include <string>
 #include <type_traits>
 #include <utility>
@@ -7,6 +8,8 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+
+#include "tests/support/slots.h"
 
 namespace {
 
@@ -291,5 +294,27 @@ TEST(FactoryTypes, AreDestroyedThroughTheirBase) {
 }
 
 TEST(FactoryTypes, HaveCreatorsWithoutDataOfTheirOwn) { EXPECT_EQ(sizeof(Factory::cfT<Circle>), sizeof(Factory::cf)); }
+
+TEST(FactoryOperations, ThatAreVirtualStandInTheirOrder) {
+    using Plain = FactoryNoArg<std::string, Shape>;
+    using WithTwo = FactoryArg2<std::string, Shape, std::string, int>;
+
+    EXPECT_EQ(vrl_test::slotOf(&Plain::cf::create), 0U);  // ahead of the destructor
+    EXPECT_EQ(vrl_test::slotOf(&WithTwo::cf::create), 0U);
+    EXPECT_TRUE(std::has_virtual_destructor_v<Plain::cf>);
+    EXPECT_TRUE(std::has_virtual_destructor_v<FactoryFunctions<Shape>>);
+    EXPECT_THROW(vrl_test::slotOf(&Plain::find), std::logic_error);
+    EXPECT_THROW(vrl_test::slotOf(&FactoryFunctions<Shape>::OnChange), std::logic_error);
+}
+
+TEST_F(FactoryCallbacks, ThatAreNullAreNotKept) {
+    factory.registerOnCreate(nullptr);
+    factory.registerOnChange(nullptr);
+    factory.registerOnDestroy(nullptr);
+
+    EXPECT_EQ(factory.OnCreate(nullptr), nullptr);
+    factory.OnChange(nullptr);
+    factory.OnDestroy(nullptr);
+}
 
 }  // namespace

@@ -81,6 +81,13 @@ TEST_F(LoadFailures, OfATruncatedPluginHaveTheirReason) {
               cannotLoad(file, file + ": file too short") + "handles: 0\nloaded:\nfailed:\n" + file + "\n");
 }
 
+TEST_F(LoadFailures, OfATruncatedPluginThatTheSystemFindsHaveTheirReason) {
+    std::string const found = vrl_test::copyPart(pluginFile("threeEntries"), sandbox.work() / "cut.so", 8192);
+    sandbox.set("LD_LIBRARY_PATH", sandbox.work().string());
+    EXPECT_EQ(told("LoadLists", {"cut.so"}),
+              cannotLoad("cut.so", found + ": file too short") + "handles: 0\nloaded:\nfailed:\ncut.so\n");
+}
+
 TEST_F(LoadFailures, OfATextHaveTheirReason) {
     std::string const file = vrl_test::writeFile(sandbox.work() / "text.so", std::string(200, '-'));
     EXPECT_EQ(told("LoadLists", {file}),

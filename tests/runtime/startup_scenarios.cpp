@@ -110,6 +110,22 @@ VRL_SCENARIO(StartUpAs) {
     std::cout << vrlGetCoutMsg();
 }
 
+/// Sets a version with " beta" ahead of two starts with a good file and one with a file that is not there, and tells
+/// the version ahead of each start and behind it.
+VRL_SCENARIO(StartUpsWithBeta) {
+    auto const tellVersion = [&] {
+        vrlConfigFile(arguments[0].c_str());
+        for (auto const& value : vrlInit_getList("name")) std::cout << value << "\n";
+    };
+    for (char const* version : {"5 beta", "6 beta", "7 beta"}) {
+        vrlInit_setVersion(version);
+        tellVersion();
+        vrlConfigFile(arguments[*version == '7' ? 1 : 0].c_str());
+        vrlInit_vrllib(false, true);
+        tellVersion();
+    }
+}
+
 VRL_SCENARIO(StartUpThenNewVersion) {
     useFile(arguments);
     vrlInit_vrllib(false, true);

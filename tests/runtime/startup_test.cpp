@@ -272,6 +272,11 @@ TEST_F(StandardPlugins, ThatAddThemselvesComeToAnEnd) {
               "vrldll\nadds standard\nvrldll: post-load\n");
 }
 
+TEST_F(StandardPlugins, ThatAreAddedMeanwhileAreLoadedToo) {
+    EXPECT_EQ(told("StartUpWithStandard", {file(kPluginLines + "sodllfile = onlyFoundry\n"), "addsAnother"}),
+              "vrldll\nadds another\nonly foundry\nvrldll: post-load\n");
+}
+
 TEST_F(StandardPlugins, TryTheMainPluginOnce) {
     EXPECT_EQ(startedWithPlugins("sodllfile = vrldll\nsodllfile = vrldll\n"), "vrldll\nvrldll: post-load\n");
 }
@@ -314,6 +319,10 @@ TEST_F(SecondStartUp, WarnsOfAnUnreadableFileOnce) {
 TEST_F(StartUp, CountsAFolderAsAFileThatCannotBeOpened) {
     EXPECT_EQ(told("StartUp", {sandbox.work().string()}),
               "-- warning: no dll/so being loaded, config file <" + sandbox.work().string() + "> can not be read.\n");
+}
+
+TEST_F(StartUp, TakesBetaOutOfTheVersionAtEachStartAndNotBefore) {
+    EXPECT_EQ(told("StartUpsWithBeta", {file("name = ${version}\n"), "/no.ini"}), "5 beta\n5\n6 beta\n6\n7 beta\n7\n");
 }
 
 struct VersionCase {

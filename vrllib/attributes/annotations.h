@@ -20,13 +20,19 @@ namespace Vorlane_v1_0 {
 /// A bag of free text notes under unique keys, ordered by key.
 class VRL_API Annotations {
 public:
+    /// The texts by key.
     using AnnotationMap = std::map<std::string, std::string>;
+    /**@{*/
+    /// Good until the annotation is removed.
     using iterator = AnnotationMap::iterator;
     using const_iterator = AnnotationMap::const_iterator;
+    /**@}*/
 
+    /// Empty.
     Annotations();
     /// Copies the notes and the serialisation register as it stands.
     Annotations(Annotations const& other);
+    /// As the copy.
     Annotations& operator=(Annotations const& other);
     virtual ~Annotations();
     VRL_PERSISTENT_ROOT(Annotations)
@@ -34,6 +40,7 @@ public:
 public:
     /// A taken key keeps its first text.
     Annotations& addAnnotation(std::string const& key, std::string const& text);
+    /// A taken key gets the new text.
     Annotations& setAnnotation(std::string const& key, std::string const& text);
     /// An absent key is no error.
     Annotations& delAnnotation(std::string const& key);
@@ -47,7 +54,10 @@ public:
     /// absent here, though getAnnotation treats it as present.
     std::string getAnnotationDefault(std::string const& key, std::string const& defaultText) const;
 
+    /// The number of annotations.
     std::size_t size() const { return annotations.size(); }
+    /**@{*/
+    /// The annotations, in order of the keys.
     iterator begin() { return annotations.begin(); }
     iterator end() { return annotations.end(); }
     const_iterator begin() const { return annotations.begin(); }
@@ -56,6 +66,8 @@ public:
     iterator endAnnotation() { return annotations.end(); }
     const_iterator beginAnnotation() const { return annotations.begin(); }
     const_iterator endAnnotation() const { return annotations.end(); }
+    /**@}*/
+    /// All annotations; good as long as this object.
     AnnotationMap const& list() const { return annotations; }
 
     /// Writes "-X-", whatever the annotations are.
@@ -67,6 +79,7 @@ private:
     SerrDoneFlag serDone;
 };
 
+/// Writes the annotations by their operator<<.
 VRL_API std::ostream& operator<<(std::ostream& os, Annotations const& annotations);
 
 extern template class VRL_INSTANCE Serialisable<Annotations>;

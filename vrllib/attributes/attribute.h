@@ -15,19 +15,28 @@ namespace Vorlane_v1_0 {
 /// kin throw the `std::string` "annotation 'vrl::attrName' not found\n" and its kin.
 class VRL_API Attribute : public Annotations {
 public:
+    /// Stores the three texts as annotations, empty ones too.
     explicit Attribute(std::string const& name = "", std::string const& descr = "", std::string const& units = "");
+    /**@{*/
+    /// Copies the annotations, name, description and unit included, and the serialisation register as it stands.
     Attribute(Attribute const& other);
     Attribute& operator=(Attribute const& other);
+    /**@}*/
     ~Attribute() override;
     VRL_PERSISTENT(Attribute)
 
 public:
+    /// The word for the type of the value, such as "Double"; a text of its own in the base.
     virtual std::string getType() const;
     /// The name under which the attribute factory makes objects of this class.
     virtual std::string getFactoryName() const;
+    /// The name, by which a list knows the attribute. Throws if its annotation is gone.
     virtual std::string getName() const;
+    /// The description. Throws if its annotation is gone.
     virtual std::string getDescr() const;
+    /// The unit, a text that nothing interprets. Throws if its annotation is gone.
     virtual std::string getUnits() const;
+    /// Whether the value has bounds; false in the base.
     virtual bool hasRange() const;
     /// Sets the value from a text and yields whether it changed. The base changes nothing and yields false.
     virtual bool setStringValue(std::string const& text);
@@ -41,8 +50,11 @@ public:
     virtual texstream& toTex(texstream& tex) const;
     /// Writes one source-like expression that rebuilds the value under a name.
     virtual std::ostream& toCpp(std::ostream& os, std::string const& name) const = 0;
+    /// Whether setAutoChangeable has an effect; false in the base.
     virtual bool canBeAutoChangeable() const;
+    /// Whether a host may change the value by itself; false in the base.
     virtual bool isAutoChangeable() const;
+    /// Sets that flag. The base does nothing.
     virtual void setAutoChangeable(bool on);
     /// Orders two attributes; 0 in the base. See AttributeWithExpr and Value, whose senses differ.
     virtual int compare(Attribute const& other) const;
@@ -63,22 +75,32 @@ VRL_API std::ostream& operator<<(std::ostream& os, Attribute const& attribute);
 /// plug-ins. The one rule: a value that is set through the typed path loses its expression.
 class VRL_API AttributeWithExpr : public Attribute {
 public:
+    /// Without expression, description and unit.
     explicit AttributeWithExpr(std::string const& name = "");
+    /// Stores the texts; the value does not count as calculated.
     AttributeWithExpr(std::string const& name, std::string const& expression, std::string const& descr,
                       std::string const& units);
+    /**@{*/
+    /// Copies the annotations, the expression, the flag and the serialisation register as it stands.
     AttributeWithExpr(AttributeWithExpr const& other);
     AttributeWithExpr& operator=(AttributeWithExpr const& other);
+    /**@}*/
     ~AttributeWithExpr() override;
     VRL_PERSISTENT(AttributeWithExpr)
 
 public:
     /// Stores the text; the value stays.
     void setExpression(std::string const& text);
+    /// Empties the text; the value and the flag stay.
     void resetExpression();
+    /// The text; empty without an expression.
     std::string getExpression() const;
 
+    /**@{*/
+    /// The flag that says that the value was calculated. Nothing but these and reading touches it.
     bool isCalculated() const;
     void setCalculated(bool on);
+    /**@}*/
 
 protected:
     /// Compares the expressions as zero-terminated bytes: -1 if this one sorts first, 1 if the other does. 0 if they

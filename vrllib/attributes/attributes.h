@@ -44,11 +44,17 @@ struct Identity {
 /// nothing. So a difference says that something happened, and its size says nothing.
 class VRL_API Attributes : public Annotations {
 public:
+    /// The parameters by name.
     using AttributeMap = std::map<std::string, shared_ptr<Attribute>>;
+    /// The names in the order of adding.
     using Order = std::vector<std::string>;
+    /**@{*/
+    /// Refers to a name; good until the next parameter is added.
     using iterator = Order::iterator;
     using const_iterator = Order::const_iterator;
+    /**@}*/
 
+    /// Empty.
     Attributes();
     /// Shares the parameters and copies everything else; the serialisation register starts empty.
     Attributes(Attributes const& other);
@@ -61,12 +67,17 @@ public:
     /// Whether every parameter is within its range. If not, a heading and all complaints go to `os`.
     virtual bool inSpec(std::ostream& os) const;
 
+    /**@{*/
     /// Adds a parameter under its present name and takes it over; null is ignored. Yields the parameter.
     ///
     /// If the name is taken, the new parameter is deleted, the first one stays, the name stands twice in the order, and
     /// the result points to the deleted object. Ask find first.
     Attribute* add(Attribute* a);
     Attribute* addAttribute(Attribute* a);
+    /**@}*/
+
+    /**@{*/
+    /// Adds a new parameter of that type. Yields it, by the rules of add: ask find first.
     Attribute* addBool(std::string const& name, bool const& value, std::string const& descr = "",
                        std::string const& units = "");
     Attribute* addInteger(std::string const& name, int const& value, std::string const& descr = "",
@@ -77,19 +88,31 @@ public:
                           std::string const& units = "");
     Attribute* addString(std::string const& name, std::string const& value, std::string const& descr = "",
                          std::string const& units = "");
+    /**@}*/
 
+    /// Whether a parameter has that name.
     bool find(std::string const& name) const;
+    /**@{*/
+    /// The parameter of that name, which the list goes on owning.
     Attribute* get(std::string const& name);
     Attribute* get(std::string const& name) const;
     Attribute* getAttribute(std::string const& name);
     Attribute* getAttribute(std::string const& name) const;
+    /**@}*/
+
+    /**@{*/
+    /// The parameter at a place in the order of adding.
     Attribute const& get(std::size_t const& i);
     Attribute const& get(std::size_t const& i) const;
+    /**@}*/
+    /// The description of a parameter.
     std::string getDescr(std::string const& name) const;
+    /// The unit of a parameter.
     std::string getUnits(std::string const& name) const;
 
     /// The number of names in the order of adding.
     std::size_t size() const { return attrOrder.size(); }
+    /**@{*/
     /// The names in the order of adding.
     iterator begin() { return attrOrder.begin(); }
     iterator end() { return attrOrder.end(); }
@@ -99,9 +122,13 @@ public:
     iterator endAttribute() { return attrOrder.end(); }
     const_iterator beginAttribute() const { return attrOrder.begin(); }
     const_iterator endAttribute() const { return attrOrder.end(); }
+    /**@}*/
 
+    /**@{*/
+    /// The change counter.
     Version& getVersionInfo() { return versionInfo; }
     Version const& getVersionInfo() const { return versionInfo; }
+    /**@}*/
 
     /// From now on setComplex stores the real part in a parameter of type double. Nothing takes this back.
     void allowDoubleAsComplex();
@@ -126,25 +153,37 @@ public:
     /// Sets a parameter of exactly this type through its gate: warns on a range, empties the expression.
     template <class T>
     void set(std::string const& name, typename detail::Identity<T>::type const& value);
+    /**@{*/
+    /// Sets a parameter of exactly this type through its gate.
     void setBool(std::string const& name, bool const& value);
     void setInteger(std::string const& name, int const& value);
+    /**@}*/
+    /// Sets a parameter of type double through its gate.
     void setDouble(std::string const& name, double const& value);
+    /// Sets a complex parameter through its gate; see allowDoubleAsComplex.
     void setComplex(std::string const& name, std::complex<double> const& value);
+    /// Sets a text parameter through its gate.
     void setString(std::string const& name, std::string const& value);
 
+    /**@{*/
     /// Sets a parameter from a text, without a look at its range or its expression. Yields whether the value changed.
     /// The index is checked.
     bool setAttribute(std::string const& name, std::string const& text);
     bool setAttribute(std::size_t const& i, std::string const& text);
     bool set(std::size_t const& i, std::string const& text);
+    /**@}*/
 
+    /**@{*/
     /// Sets a parameter to the value of another attribute, which stays with the caller. Yields `a`, or by name null on
     /// failure.
     Attribute* set(std::string const& name, Attribute* a);
     Attribute* set(std::size_t const& i, Attribute* a);
     Attribute* setAttribute(std::string const& name, Attribute* a);
     Attribute* setAttribute(std::size_t const& i, Attribute* a);
+    /**@}*/
 
+    /// Stores the text of an expression with a parameter; its value stays. Yields this list. Throws if the name is
+    /// unknown or the parameter takes no expression.
     Attributes& setExpression(std::string const& name, std::string const& expr);
 
     /// Writes "  NAME= VALUE\n" for each parameter in order of the names.
@@ -169,8 +208,10 @@ private:
     SerrDoneFlag serDone;
 };
 
+/// Writes the parameters by their list's operator<<.
 VRL_API std::ostream& operator<<(std::ostream& os, Attributes const& attributes);
 
+/// @cond
 #define VRL_TYPED_ACCESS_(T)                                                                                           \
     template <>                                                                                                        \
     VRL_API T Attributes::get<T>(std::string const& name) const;                                                       \
@@ -182,6 +223,7 @@ VRL_TYPED_ACCESS_(double)
 VRL_TYPED_ACCESS_(std::complex<double>)
 VRL_TYPED_ACCESS_(std::string)
 #undef VRL_TYPED_ACCESS_
+/// @endcond
 
 extern template class VRL_INSTANCE Serialisable<Attributes>;
 extern template class VRL_INSTANCE SerialisablePtrMap<std::string, Attribute>;

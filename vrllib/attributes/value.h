@@ -70,28 +70,41 @@ class VRL_TEMPLATE Value : public AttributeWithExpr {
 public:
     /// `val` is false, 0 or empty.
     explicit Value(std::string const& name = "");
+    /// Stores the value without an expression.
     Value(std::string const& name, T const& value, std::string const& descr = "", std::string const& units = "");
+    /// Stores the value and the expression; neither is checked against the other.
     Value(std::string const& name, T const& value, std::string const& expression, std::string const& descr,
           std::string const& units);
+    /**@{*/
+    /// Copies everything, the name and the serialisation register as it stands included.
     Value(Value const& other) = default;
     Value& operator=(Value const& other) = default;
+    /**@}*/
     ~Value() override;
     VRL_PERSISTENT(Value)
 
 public:
+    /// "bool", "Int", "Double", "Complex" or "String".
     std::string getType() const override;
     /// "Value_" and the type word.
     std::string getFactoryName() const override;
 
     /// Stores the value through the gate. Yields the previous value.
     T setValue(T const& value);
+    /// Copies the value alone. Throws "attribute set failed on type mismatch" (`char const*`) if the other is null or
+    /// no Value<T>.
     void setValue(Attribute const* other) override;
+    /// The value; good as long as this object.
     T const& getValue() const;
+    /// Parses and stores the text. A text that is no number stores 0, but leaves a complex value as it is.
     bool setStringValue(std::string const& text) override;
+    /// The text that setStringValue reads.
     std::string getStringValue() const override;
 
+    /// Writes the value under the stream's format.
     std::ostream& operator<<(std::ostream& os) const override;
     texstream& toTex(texstream& tex) const override;
+    /// Writes "vrl::Value<TYPE >("NAME",VALUE)".
     std::ostream& toCpp(std::ostream& os, std::string const& name) const override;
 
 protected:

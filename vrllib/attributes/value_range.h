@@ -30,24 +30,34 @@ VRL_API std::ostream& messageStream();
 template <class T, class V>
 class VRL_TEMPLATE ValueRange : public V {
 public:
+    /// Stores the value and the bounds as they stand; nothing is checked.
     ValueRange(std::string const& name, T const& value, T const& min, T const& max, std::string const& descr = "",
                std::string const& units = "");
+    /**@{*/
+    /// Copies everything, the bounds included.
     ValueRange(ValueRange const& other) = default;
     ValueRange& operator=(ValueRange const& other) = default;
+    /**@}*/
     ~ValueRange() override;
 
+    /// True.
     bool hasRange() const override;
+    /// Writes the value alone.
     std::ostream& operator<<(std::ostream& os) const override;
     /// The value, then " $\in [", the bounds and " ]$ ".
     texstream& toTex(texstream& tex) const override;
     /// Like that of the plain value, with the bounds, but with no namespace at its head.
     std::ostream& toCpp(std::ostream& os, std::string const& name) const override;
+    /// Whether the value is within the bounds, which belong to the range. If not, a complaint goes to `os`.
     bool inSpec(std::ostream& os) const override;
 
+    /**@{*/
+    /// The bounds, each under two names; good as long as this object.
     T const& getMinValue() const;
     T const& getMaxValue() const;
     T const& getMinimumValue() const;
     T const& getMaximumValue() const;
+    /**@}*/
 
 private:
     T do_setValue(T const& value) override;
@@ -62,17 +72,25 @@ private:
 template <class T, class V>
 class VRL_TEMPLATE AutoValueRange : public ValueRange<T, V> {
 public:
+    /// As for ValueRange; the flag is false.
     AutoValueRange(std::string const& name, T const& value, T const& min, T const& max, std::string const& descr = "",
                    std::string const& units = "");
+    /**@{*/
+    /// Copies everything, the bounds and the flag included.
     AutoValueRange(AutoValueRange const& other) = default;
     AutoValueRange& operator=(AutoValueRange const& other) = default;
+    /**@}*/
     ~AutoValueRange() override;
     VRL_PERSISTENT(AutoValueRange)
 
 public:
+    /// True.
     bool canBeAutoChangeable() const override;
+    /**@{*/
+    /// The flag.
     bool isAutoChangeable() const override;
     void setAutoChangeable(bool on) override;
+    /**@}*/
 
 private:
     bool autoChangeable = false;

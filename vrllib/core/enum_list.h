@@ -73,9 +73,13 @@ public:
     /// The polarisation of a mode. Its text form is the head of the mode's label, see ModeLabel.
     enum Polarisation : int { UnknownPol = 0, TE = 1, TM = 2, FV = 3 };
 
+    /// An object holds nothing: the texts are asked of the class.
     EnumList() = default;
+    /**@{*/
+    /// There is nothing to copy.
     EnumList(EnumList const&) = default;
     EnumList& operator=(EnumList const&) = default;
+    /**@}*/
     virtual ~EnumList();
 
     /// "UndefSolver" for a number that is none of the ids.

@@ -7,6 +7,7 @@
 
 class VRL_API texstream;
 
+/// The object model of a photonic design flow. Its name holds the version of the interface; users spell it `vrl`.
 namespace Vorlane_v1_0 {
 
 class VRL_API Annotations;

@@ -18,12 +18,18 @@ namespace Vorlane_v1_0 {
 /// The tests look at the first letters only, in this very case: neither at the rest nor at the port's domain.
 class VRL_API PortLabel {
 public:
+    /**@{*/
+    /// Any text makes a label, an empty one and null included.
     PortLabel(char const* text) : name(text ? text : "") {}
     PortLabel(std::string const& text) : name(text) {}
+    /**@}*/
 
+    /**@{*/
+    /// The whole text. The pointer is good until the label changes.
     std::string const& getName() const { return name; }
     operator std::string const&() const { return name; }
     operator char const*() const { return name.c_str(); }
+    /**@}*/
 
     /// Whether the label begins with "i" or with "ci".
     bool isOpticalInput() const { return name[0] == 'i' || (name[0] == 'c' && name[1] == 'i'); }
@@ -31,8 +37,11 @@ public:
     /// Whether the label begins with "o". There is no "co", on purpose.
     bool isOpticalOutput() const { return name[0] == 'o'; }
 
+    /**@{*/
+    /// Compares the texts.
     bool operator==(PortLabel const& other) const { return name == other.name; }
     bool operator!=(PortLabel const& other) const { return name != other.name; }
+    /**@}*/
 
     /// Called as `label << os`. Writes the bare name.
     std::ostream& operator<<(std::ostream& os) const;
@@ -49,15 +58,21 @@ private:
 /// The tag is a number of its creator. It goes with each copy and is otherwise neither read nor compared.
 class VRL_API ModeLabel {
 public:
+    /**@{*/
+    /// Any text makes a label, an empty one and null included.
     ModeLabel(char const* text, int tag) : name(text ? text : ""), modeTag(tag) {}
     ModeLabel(std::string const& text, int tag) : name(text), modeTag(tag) {}
+    /**@}*/
 
     /// "TE", "TM" or "FV", or "m" for any other polarisation, then the index: "TE0", "m7".
     ModeLabel(std::size_t const& index, EnumList::Polarisation const& pol, int tag);
 
+    /**@{*/
+    /// The whole text. The pointer is good until the label changes.
     std::string const& getName() const { return name; }
     operator std::string const&() const { return name; }
     operator char const*() const { return name.c_str(); }
+    /**@}*/
 
     /// Reads the first two letters, in either case. Any label that begins with "t" is TM unless "e" follows.
     EnumList::Polarisation getPol() const;
@@ -65,13 +80,16 @@ public:
     /// Appends "/inp" or "/out", whatever the name ends with. Yields the label itself.
     ModeLabel& direction(bool input);
 
+    /**@{*/
     /// Compares the names; the tags do not count.
     bool operator==(ModeLabel const& other) const { return name == other.name; }
     bool operator!=(ModeLabel const& other) const { return name != other.name; }
+    /**@}*/
 
     /// Called as `label << os`. Writes the bare name.
     std::ostream& operator<<(std::ostream& os) const;
 
+    /// As for a PortLabel.
     friend std::ostream& operator<<(std::ostream& os, ModeLabel const& label) { return label << os; }
 
 private:

@@ -5,13 +5,13 @@
 
 #include "vrllib/core/export.h"
 
-// The message channel: one process-wide buffer of text for people.
-//
-// The library never prints. What it has to tell a person (warnings of the configuration, plug-ins that failed to load,
-// values out of range) waits here until the host fetches it, shows it or throws it away; until then it grows without
-// end. Messages are text that ends in a line feed by convention; there is no count and no severity. Plug-ins write here
-// as well.
-// Threads: one thread at a time; nothing is locked.
+/// @file
+/// The message channel: one process-wide buffer of text for people.
+///
+/// The library never prints. What it has to tell a person (warnings of the configuration, plug-ins that failed to load,
+/// values out of range) waits here until the host fetches it, shows it or throws it away; until then it grows without
+/// end. Messages are text that ends in a line feed by convention; there is no count and no severity. Plug-ins write
+/// here as well. Threads: one thread at a time; nothing is locked.
 
 /// The channel. The stream is made on first use, is open for output only, and outlives all other static objects.
 VRL_API std::stringstream& vrlCout();

@@ -12,14 +12,18 @@ namespace Vorlane_v1_0 {
 /// Threads: belongs to the thread that owns the object; the increment is a plain one.
 class VRL_API Version {
 public:
+    /// Begins at 0.
     Version() = default;
 
+    /// Counts one change.
     void update() { update(true); }
+    /// Counts one change if there was one.
     void update(bool const& changed) {
         // In unsigned numbers, since a count past the largest one has to go round without harm.
         if (changed) counter = static_cast<std::int32_t>(static_cast<std::uint32_t>(counter) + 1U);
     }
 
+    /// The count so far.
     int get() const { return counter; }
 
 private:
@@ -33,6 +37,7 @@ class VRL_API VersionClient {
 public:
     /// Begins at the present count, so that a new client sees no change.
     VersionClient(Version const& v);
+    /// Watches the same Version, from the count that the source saw last.
     VersionClient(VersionClient const&) = default;
 
     /// Takes over the count that was seen and nothing else: the client goes on watching its own Version, on purpose.

@@ -145,12 +145,12 @@ void texstream::pdf() { close(true); }
 void texstream::rtf() { close(true); }
 
 texstream& texstream::docHdrInc() {
-    ++docHdr;
+    docHdr = static_cast<std::int32_t>(static_cast<std::uint32_t>(docHdr) + 1U);  // goes round without harm
     return *this;
 }
 
 texstream& texstream::docHdrDec() {
-    --docHdr;
+    docHdr = static_cast<std::int32_t>(static_cast<std::uint32_t>(docHdr) - 1U);
     return *this;
 }
 

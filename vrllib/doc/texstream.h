@@ -22,11 +22,13 @@ public:
     texstream& operator=(texstream const&) = delete;
     ~texstream();
 
+    /**@{*/
     /// Where callers write their text, unescaped.
     std::ostream& os() { return out; }
     operator std::ostream&() { return out; }
+    /**@}*/
 
-    /// Writes the preamble, \begin{document} included. Yields this texstream.
+    /// Writes the preamble, "\begin{document}" included. Yields this texstream.
     texstream& header();
 
     /// Writes "\end{document}\n". Yields this texstream.
@@ -35,26 +37,34 @@ public:
     /// Closes the file, with the footer if asked for. A second call does nothing; what is written later is lost.
     void close(bool writeFooter);
 
+    /**@{*/
     /// Both are close(true); they produce no other format.
     void pdf();
     void rtf();
+    /**@}*/
 
+    /**@{*/
     /// Shift the sectioning base by one level, without bounds. Yield this texstream.
     texstream& docHdrInc();
     texstream& docHdrDec();
+    /**@}*/
 
     /// Writes a sectioning command: from chapter (0) over subparagraph (5) to textbf (6), emph for any other level.
     ///
     /// The level counts from the sectioning base. The title goes through id2tex. Yields this texstream.
     texstream& docHeader(std::string const& title, int level);
 
+    /**@{*/
     /// Writes "\label{", the prefix as it stands, id2ref(name), "} ". Yields this texstream.
     texstream& label(char const* prefix, char const* name);
     texstream& label(char const* prefix, std::string name);
+    /**@}*/
 
+    /**@{*/
     /// Writes "\ref{", the prefix as it stands, id2ref(name), "} ". Yields this texstream.
     texstream& ref(char const* prefix, char const* name);
     texstream& ref(char const* prefix, std::string name);
+    /**@}*/
 
     /// A copy with a backslash before each "$" and "_". No other special character of LaTeX is treated.
     static std::string id2tex(std::string const& id);

@@ -34,24 +34,35 @@ public:
         Port(PortLabel const& label, BB const* owner, EnumList::Domain const& d);
         /// Copies everything, the serialisation register as it stands; the copy goes on naming the source's block.
         Port(Port const& other);
+        /// As the copy.
         Port& operator=(Port const& other);
         /// As the copy, but the register starts empty: ports move when their vector grows.
         Port(Port&& other) noexcept;
+        /// As the move: the register is emptied.
         Port& operator=(Port&& other) noexcept;
         virtual ~Port();
         VRL_PERSISTENT_ROOT(Port)
 
     public:
+        /// The name.
         PortLabel const& getName() const { return name; }
+        /// The domain, which the letters of the name do not change.
         EnumList::Domain const& getDomain() const { return domain; }
+        /// The block that the port was made for, or null; a copied port goes on naming that of its source.
         BB const* getObject() const { return object; }
+        /**@{*/
+        /// The port's own choice of cross section.
         Foundry::CSInfo& getCS() { return currCS; }
         Foundry::CSInfo const& getCS() const { return currCS; }
+        /**@}*/
+        /// Replaces the whole choice, its foundry included.
         void setCS(Foundry::CSInfo const& cs) { currCS = cs; }
 
+        /**@{*/
         /// Compares the names; domain and block do not count.
         bool operator==(Port const& other) const { return name == other.name; }
         bool operator!=(Port const& other) const { return name != other.name; }
+        /**@}*/
 
         /// Writes the name.
         std::ostream& operator<<(std::ostream& os) const;
@@ -67,10 +78,15 @@ public:
         SerrDoneFlag serDone;
     };
 
+    /// The ports in the order of their declaration.
     using Ports = std::vector<Port>;
+    /**@{*/
+    /// Good until the next port is added.
     using port_iterator = Ports::iterator;
     using const_port_iterator = Ports::const_iterator;
+    /**@}*/
 
+    /// No foundry, no foundry's name and an empty choice.
     BB();
     /// Takes over the foundry's default choice and its name. Null is as the default constructor.
     explicit BB(Foundry const* foundry);
@@ -87,9 +103,13 @@ public:
     static BB* create(Foundry const* foundry, std::string const& kind);
     /// Runs the on-destroy callbacks, then deletes the block; null only runs the callbacks.
     static void destroy(BB* block);
+    /**@{*/
+    /// Adds a callback for all blocks behind the present ones; nothing removes it. The library itself never runs those
+    /// for changes.
     static void registerOnCreate(void (*callback)(BB*));
     static void registerOnChange(void (*callback)(BB*));
     static void registerOnDestroy(void (*callback)(BB*));
+    /**@}*/
 
     /// The kinds that have a port in a domain, in order of the names; good until the next call.
     /// Makes and destroys one block of every kind, without a foundry.
@@ -100,9 +120,11 @@ public:
     std::string getName() const override;
     /// Whether the block may use that choice; true in the base.
     virtual bool isAllowed(Foundry::CSInfo const& cs) const;
+    /**@{*/
     /// The choice for a port. The base ignores the port and gives the choice of the block.
     virtual Foundry::CSInfo& getCS(Port const& port);
     virtual Foundry::CSInfo const& getCS(Port const& port) const;
+    /**@}*/
 
     /// Appends a port. A name may stand twice; getPort finds the first.
     void addPort(PortLabel const& label, EnumList::Domain const& d);
@@ -112,21 +134,30 @@ public:
     void pin(std::size_t const& inputs, std::size_t const& outputs);
     /// The first port of that name, or null; good until the next port is added.
     Port* getPort(std::string const& name);
+    /**@{*/
+    /// The ports in the order of their declaration.
     port_iterator beginPort() { return ports.begin(); }
     port_iterator endPort() { return ports.end(); }
     const_port_iterator beginPort() const { return ports.begin(); }
     const_port_iterator endPort() const { return ports.end(); }
+    /**@}*/
     /// Whether a port has that domain.
     bool chkDomain(EnumList::Domain const& d) const;
 
+    /**@{*/
     /// The block's choice of cross section.
     Foundry::CSInfo& getCS() { return defaultCS; }
     Foundry::CSInfo const& getCS() const { return defaultCS; }
+    /**@}*/
+    /// Replaces the whole choice, its foundry included. The ports keep theirs.
     void setCS(Foundry::CSInfo const& cs) { defaultCS = cs; }
     /// A new cross section by the block's choice; see CSInfo::createCS. The block must have a foundry.
     CrossSection* createCS(double const& width, double radius) const { return defaultCS.createCS(width, radius); }
 
+    /// The foundry of the block's choice, or null.
     Foundry const* getFoundry() const { return defaultCS.getFoundry(); }
+    /// The name of the foundry that the block was made or saved for; empty without one. It is kept apart from the
+    /// foundry itself.
     std::string getFoundryName() const { return foundryName; }
     /// Sets the foundry of the block's choice, and nothing else: neither the foundry's name nor the ports' choices.
     void setFoundry(Foundry const* foundry) { defaultCS.setFoundry(foundry); }
@@ -147,6 +178,7 @@ private:
     SerrDoneFlag serDone;
 };
 
+/// Writes the block by its operator<<.
 VRL_API std::ostream& operator<<(std::ostream& os, BB const& block);
 
 extern template class VRL_INSTANCE Serialisable<BB::Port>;

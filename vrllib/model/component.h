@@ -26,9 +26,11 @@ namespace Vorlane_v1_0 {
 /// A component is saved as its parameter list; views are not saved.
 class VRL_API Component : public virtual Attributes, public virtual RegisterView {
 public:
+    /// Without parameters and views.
     Component();
     /// Copies the parameter list (sharing the parameters), the views and the serialisation register as they stand.
     Component(Component const& other);
+    /// Assigns the same parts as the copy, but the change counter stays.
     Component& operator=(Component const& other);
     ~Component() override;
     VRL_PERSISTENT(Component)
@@ -45,7 +47,9 @@ private:
 /// The watcher of a component's change counter. Without a component it never sees a change.
 class VRL_API ComponentVersion : public VersionClient {
 public:
+    /// Begins at the present count; null is allowed. The component has to outlive the watcher.
     explicit ComponentVersion(Component* c);
+    /// Watches the same component.
     ComponentVersion(ComponentVersion const& other) = default;
     /// Takes over the count only, as VersionClient does.
     ComponentVersion& operator=(ComponentVersion const& other) = default;
@@ -62,8 +66,11 @@ extern template class VRL_INSTANCE Serialisable<Component>;
 /// A component with no meaning of its own: a bare holder of parameters and views.
 class VRL_API vrlEmptyComponent : public Vorlane_v1_0::Component {
 public:
+    /// Without parameters and views.
     vrlEmptyComponent();
+    /// Copies the component, its parameter list and views included.
     vrlEmptyComponent(vrlEmptyComponent const& other);
+    /// Assigns as Component does.
     vrlEmptyComponent& operator=(vrlEmptyComponent const& other);
     ~vrlEmptyComponent() override;
 

@@ -22,6 +22,8 @@ namespace Vorlane_v1_0 {
 /// The callbacks of blocks and those of netlists both run. A composite is saved under the kind of its block side.
 class VRL_API CBB : public virtual BB, public virtual Netlist {
 public:
+    /// An empty netlist. The foundry reaches the block side in an object of this very class only: a derived class names
+    /// BB(foundry) itself.
     explicit CBB(Foundry const* foundry);
     /// Shares the inner blocks and the parameters; the copy has no outer ports.
     CBB(CBB const& other);
@@ -31,17 +33,26 @@ public:
     VRL_PERSISTENT(CBB)
 
 public:
+    /**@{*/
     /// The block side. Null of a null pointer: safe on the result of a failed cast.
     BB* getAsBB();
     BB const* getAsBB() const;
+    /**@}*/
+
+    /**@{*/
     /// The netlist side, by the same rule.
     Netlist* getAsNetlist();
     Netlist const* getAsNetlist() const;
+    /**@}*/
 
+    /**@{*/
     /// The choice of the block side; the operations of that name with arguments are those of the sides.
     Foundry::CSInfo& getCS();
     Foundry::CSInfo const& getCS() const;
+    /**@}*/
+    /// The choice for a port.
     using BB::getCS;
+    /// The choice at a node.
     using Netlist::getCS;
 
 private:

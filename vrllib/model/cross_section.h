@@ -9,16 +9,22 @@ namespace Vorlane_v1_0 {
 /// One waveguide geometry at a given width and bend radius. Units are the caller's; nothing is computed with them.
 class VRL_API CrossSection : public Component {
 public:
+    /// Stores the width and the radius as they stand.
     CrossSection(double const& w, double const& r);
+    /// Copies everything, the parameter list and the views included.
     CrossSection(CrossSection const& other);
+    /// Assigns the component and both numbers.
     CrossSection& operator=(CrossSection const& other);
     ~CrossSection() override;
 
+    /// The kind, which comparing looks at.
     std::string getName() const override = 0;
     /// One line of text for a person.
     virtual std::string describe() const = 0;
 
+    /// The width.
     double getWidth() const { return width; }
+    /// The bend radius.
     double getRadius() const { return radius; }
 
     /// Whether kind, width and radius are equal, the numbers within less than 1e-8.

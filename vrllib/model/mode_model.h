@@ -13,9 +13,13 @@ namespace Vorlane_v1_0 {
 /// The optical modes of a waveguide at one wavelength. Plug-ins derive from it and bring the physics.
 class VRL_API ModeModel {
 public:
+    /// The modes at one wavelength, which stays as it is.
     explicit ModeModel(Wavelength const& w);
+    /**@{*/
+    /// Copies the wavelength.
     ModeModel(ModeModel const& other) = default;
     ModeModel& operator=(ModeModel const& other) = default;
+    /**@}*/
     virtual ~ModeModel();
 
     /// One line of text for a person.
@@ -29,11 +33,15 @@ public:
     /// The polarisation of a mode; FV in the base.
     virtual EnumList::Polarisation pol(std::size_t const& i) const;
 
+    /// The effective index of the mode with that label, whose number `index` gives.
     std::complex<double> neff(ModeLabel const& label) const;
+    /**@{*/
     /// The propagation constant 2 pi neff / wavelength, in the reciprocal unit of the wavelength.
     std::complex<double> beta(std::size_t const& i) const;
     std::complex<double> beta(ModeLabel const& label) const;
+    /**@}*/
 
+    /// The wavelength.
     Wavelength getWave() const;
     /// 1 / wavelength, which travels in the same type.
     Wavelength getOneOverWave() const;

@@ -12,6 +12,9 @@
 #include "vrllib/model/foundry.h"
 #include "vrllib/runtime/shared_ptr.h"
 
+/// @file
+/// The graph of a circuit and the numbers that all of them share.
+
 /// Sets the process-wide element and node numbers back to 1. Live netlists keep theirs, so new numbers can then
 /// collide.
 extern "C" VRL_API void resetUniqueIDs();
@@ -39,21 +42,30 @@ protected:
 /// Cost: look-ups by name and number are logarithmic, those by node linear.
 class VRL_API Netlist : public Component, private Netlist_Vars {
 public:
+    /// The blocks by element number.
     using ElementMap = std::map<unsigned int, shared_ptr<BB>>;
+    /// The element numbers by name.
     using NameMap = std::map<std::string, unsigned int>;
+    /// The nodes by the names of element and port.
     using PortMap = std::map<std::pair<std::string, std::string>, unsigned int>;
+    /// The nodes of a boundary list, in the order of adding.
     using Nodes = std::vector<unsigned int>;
+    /**@{*/
+    /// Iterators stay good while elements and ports are added; those of nodes until their list grows.
     using element_iterator = ElementMap::iterator;
     using const_element_iterator = ElementMap::const_iterator;
     using const_name_iterator = NameMap::const_iterator;
     using const_port_iterator = PortMap::const_iterator;
     using node_iterator = Nodes::iterator;
     using const_node_iterator = Nodes::const_iterator;
+    /**@}*/
 
+    /// Empty. Runs the on-create callbacks at its end.
     Netlist();
     /// Shares the blocks and copies the tables and the serialisation register as they stand. No on-create callback
     /// runs.
     Netlist(Netlist const& other);
+    /// Assigns the same parts as the copy, and the component as Component does.
     Netlist& operator=(Netlist const& other);
     ~Netlist() override;
     VRL_PERSISTENT(Netlist)
@@ -63,24 +75,32 @@ public:
     static Netlist* create(std::string const& kind);
     /// Deletes the netlist, whose destructor runs the on-destroy callbacks. Null does nothing.
     static void destroy(Netlist* netlist);
+    /**@{*/
+    /// Adds a callback for all netlists behind the present ones; nothing removes it. The library itself never runs
+    /// those for changes.
     static void registerOnCreate(void (*callback)(Netlist*));
     static void registerOnChange(void (*callback)(Netlist*));
     static void registerOnDestroy(void (*callback)(Netlist*));
+    /**@}*/
 
     /// The kind; "Netlist" in the base.
     std::string getName() const override;
 
 protected:
+    /**@{*/
     /// The hook of a netlist that keeps its own master representation: fills the tables before they are read.
     virtual void mSync();
     void mSync() const { const_cast<Netlist*>(this)->mSync(); }
+    /**@}*/
 
 public:
+    /**@{*/
     /// Adds a node to a boundary list unless inputNodes has it, and gives the last index of the list in `position`,
     /// which may be null. Outputs are looked up among the inputs as well, on purpose: a node is not input and output at
     /// once, and an output may stand twice.
     virtual Netlist& setInputNode(unsigned int const& node, unsigned int* position = nullptr);
     virtual Netlist& setOutputNode(unsigned int const& node, unsigned int* position = nullptr);
+    /**@}*/
     /// The same for the DC boundary, which looks at itself.
     virtual Netlist& setDCNode(unsigned int const& node, unsigned int* position = nullptr);
 
@@ -93,9 +113,11 @@ public:
                               unsigned int const& number = 0);
     /// The same; the netlist takes the block over. A block that is to be in two netlists goes in through one handle.
     virtual std::string addBB(BB* block, std::string const& name = "", unsigned int const& number = 0);
+    /**@{*/
     /// The block, or null.
     virtual BB* getBB(unsigned int const& number);
     virtual BB* getBB(std::string const& name);
+    /**@}*/
 
     /// Takes the next node number of the process. The netlist records nothing.
     virtual unsigned int createNode();
@@ -132,20 +154,37 @@ public:
     /// An unknown name gives null, without a message. Composite blocks are not entered. Nobody frees the foundries.
     void prepare();
 
+    /**@{*/
+    /// The element of that number, or the end.
     element_iterator findElement(unsigned int const& number);
     const_element_iterator findElement(unsigned int const& number) const;
+    /**@}*/
+    /// The number of elements. It does not call mSync.
     std::size_t sizeElements() const { return BBList.size(); }
+    /**@{*/
+    /// The elements with their blocks, by ascending number.
     element_iterator beginElements();
     element_iterator endElements();
     const_element_iterator beginElements() const;
     const_element_iterator endElements() const;
+    /**@}*/
+
+    /**@{*/
+    /// The names with the numbers of their elements, sorted.
     const_name_iterator beginElementName() const;
     const_name_iterator endElementName() const;
+    /**@}*/
+
+    /**@{*/
+    /// The tied ports with their nodes, sorted by element and port name.
     const_port_iterator beginElementPort() const;
     const_port_iterator endElementPort() const;
+    /**@}*/
     /// The number of tied ports, which is not that of the nodes.
     std::size_t sizeNodes() const { return portToNode.size(); }
 
+    /**@{*/
+    /// The nodes of a boundary list, in the order of adding.
     node_iterator beginInputNodes();
     node_iterator endInputNodes();
     const_node_iterator beginInputNodes() const;
@@ -158,6 +197,7 @@ public:
     node_iterator endDCNodes();
     const_node_iterator beginDCNodes() const;
     const_node_iterator endDCNodes() const;
+    /**@}*/
 
 protected:
     /// Whether every block is within its ranges. If not, a heading and all complaints go to `os`. The netlist's own
@@ -189,6 +229,7 @@ private:
     SerrDoneFlag serDone;
 };
 
+/// Writes the netlist by its virtual operator<<.
 VRL_API std::ostream& operator<<(std::ostream& os, Netlist const& netlist);
 
 extern template class VRL_INSTANCE Serialisable<Netlist>;

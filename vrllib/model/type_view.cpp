@@ -25,30 +25,12 @@ FactoryArg<std::string, View, T*>& ownFactory() {
 
 }  // namespace
 
-template <>
-FactoryArg<std::string, View, Component*>& viewFactory<Component>() {
-    return ownFactory<Component>();
-}
-template <>
-FactoryArg<std::string, View, Foundry*>& viewFactory<Foundry>() {
-    return ownFactory<Foundry>();
-}
-template <>
-FactoryArg<std::string, View, CrossSection*>& viewFactory<CrossSection>() {
-    return ownFactory<CrossSection>();
-}
-template <>
-FactoryArg<std::string, View, ProcessFlow*>& viewFactory<ProcessFlow>() {
-    return ownFactory<ProcessFlow>();
-}
-template <>
-FactoryArg<std::string, View, BB*>& viewFactory<BB>() {
-    return FactoryLoader<TypeView<BB>>::factory();
-}
-template <>
-FactoryArg<std::string, View, Netlist*>& viewFactory<Netlist>() {
-    return FactoryLoader<TypeView<Netlist>>::factory();
-}
+FactoryArg<std::string, View, Component*>& viewFactory(Component*) { return ownFactory<Component>(); }
+FactoryArg<std::string, View, Foundry*>& viewFactory(Foundry*) { return ownFactory<Foundry>(); }
+FactoryArg<std::string, View, CrossSection*>& viewFactory(CrossSection*) { return ownFactory<CrossSection>(); }
+FactoryArg<std::string, View, ProcessFlow*>& viewFactory(ProcessFlow*) { return ownFactory<ProcessFlow>(); }
+FactoryArg<std::string, View, BB*>& viewFactory(BB*) { return FactoryLoader<TypeView<BB>>::factory(); }
+FactoryArg<std::string, View, Netlist*>& viewFactory(Netlist*) { return FactoryLoader<TypeView<Netlist>>::factory(); }
 
 void throwNoData() {
     static char text[] = "No data";

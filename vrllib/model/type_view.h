@@ -10,13 +10,9 @@ namespace Vorlane_v1_0 {
 
 namespace detail {
 
-/// The view factory of T. Those of BB and Netlist are the ones that plug-ins fill; the others have no way in from
-/// there.
-template <class T>
-FactoryArg<std::string, View, T*>& viewFactory();
-#define VRL_VIEW_FACTORY_OF_(T)                                                                                        \
-    template <>                                                                                                        \
-    FactoryArg<std::string, View, T*>& viewFactory<T>();
+/// The view factory of the type that the argument has; the pointer itself is not used. Those of BB and Netlist are the
+/// ones that plug-ins fill; the others have no way in from there. Overloads and no template, so that they stay hidden.
+#define VRL_VIEW_FACTORY_OF_(T) FactoryArg<std::string, View, T*>& viewFactory(T*);
 VRL_VIEW_FACTORY_OF_(Component)
 VRL_VIEW_FACTORY_OF_(Foundry)
 VRL_VIEW_FACTORY_OF_(BB)
@@ -41,8 +37,11 @@ class VRL_TEMPLATE TypeView : public View {
 public:
     /// Registers the view with the object; null is allowed. No typed pointer is kept: see ViewT.
     TypeView(T* object, std::string const& name);
+    /**@{*/
+    /// As for View: the copy registers itself nowhere.
     TypeView(TypeView const& other) = default;
     TypeView& operator=(TypeView const& other) = default;
+    /**@}*/
     ~TypeView() override;
 
     /// Whether the kind of view is registered.
@@ -60,14 +59,20 @@ public:
 template <class T>
 class VRL_TEMPLATE ViewT : public View {
 public:
+    /// Registers the view with the object and remembers it; null is allowed. The object is not owned.
     ViewT(T* object, std::string const& name);
+    /**@{*/
+    /// Takes over the object; the copy registers itself nowhere.
     ViewT(ViewT const& other) = default;
     ViewT& operator=(ViewT const& other) = default;
+    /**@}*/
     ~ViewT() override;
 
+    /**@{*/
     /// The object. Throws "No data" (`char*`) if there is none.
     T* getData();
     T const* getData() const;
+    /**@}*/
 
 private:
     T* data;
@@ -80,11 +85,11 @@ TypeView<T>::~TypeView() = default;
 
 template <class T>
 bool TypeView<T>::find(std::string const& type) {
-    return detail::viewFactory<T>().find(type);
+    return detail::viewFactory(static_cast<T*>(nullptr)).find(type);
 }
 template <class T>
 View* TypeView<T>::create(std::string const& type, T* object) {
-    return detail::viewFactory<T>().create(type, object);
+    return detail::viewFactory(static_cast<T*>(nullptr)).create(type, object);
 }
 template <class T>
 bool TypeView<T>::alloc(std::string const& type, T* object) {

@@ -50,8 +50,8 @@ void makeFolder(std::string const& path);
 /// The value of an environment variable, or nothing. A privileged program sees none where the system can tell.
 std::optional<std::string> environment(char const* name);
 
-/// Opens a configuration file for reading, in text mode. Null if it cannot be opened; a folder cannot. It never waits
-/// for somebody to write.
+/// Opens a configuration file, which has to be a regular file, for reading, in text mode. Null if it cannot be opened;
+/// a folder cannot. It never waits for somebody to write.
 std::FILE* openForReading(char const* path);
 
 /// Where a configuration file is searched for, in order.

@@ -72,14 +72,41 @@ bool isTruncated(File const& file, off_t size) {
     return false;
 }
 
+/// Where the system's loader looks for a bare name, its cache of system libraries left out.
+std::vector<std::string> searchFolders() {
+    void* const program = ::dlopen(nullptr, RTLD_LAZY);
+    Dl_serinfo size;
+    if (!program || ::dlinfo(program, RTLD_DI_SERINFOSIZE, &size) != 0) return {};
+    std::vector<char> buffer(size.dls_size);
+    auto* const info = reinterpret_cast<Dl_serinfo*>(buffer.data());
+    info->dls_size = size.dls_size;
+    info->dls_cnt = size.dls_cnt;
+    if (::dlinfo(program, RTLD_DI_SERINFO, info) != 0) return {};
+    Dl_serpath const* const first = info->dls_serpath;
+    std::vector<std::string> folders;
+    for (unsigned i = 0; i < info->dls_cnt; ++i) folders.emplace_back((first + i)->dls_name);
+    return folders;
+}
+
+/// The file that the system's loader will take; the name itself if it finds none.
+std::string fileOf(char const* name) {
+    if (std::strchr(name, '/')) return name;
+    for (std::string const& folder : searchFolders()) {
+        std::string path = folder + "/" + name;
+        if (pathExists(path)) return path;
+    }
+    return name;
+}
+
 /// What is wrong with a file that the system's loader would wait for or fall over; empty if it may have a look itself.
-std::string whyNotLoadable(char const* path) {
-    if (!std::strchr(path, '/')) return {};  // a bare name: the system's own search decides which file it is
+std::string whyNotLoadable(char const* name) {
+    std::string const found = fileOf(name);
+    char const* const path = found.c_str();
     File const file(::open(path, O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
     struct stat status;
     if (!file || ::fstat(file.number(), &status) != 0) return {};
-    if (S_ISFIFO(status.st_mode)) return std::string(path) + ": not a regular file";
-    if (S_ISREG(status.st_mode) && isTruncated(file, status.st_size)) return std::string(path) + ": file too short";
+    if (!S_ISREG(status.st_mode) && !S_ISDIR(status.st_mode)) return found + ": not a regular file";
+    if (S_ISREG(status.st_mode) && isTruncated(file, status.st_size)) return found + ": file too short";
     return {};
 }
 
@@ -207,9 +234,8 @@ std::optional<std::string> environment(char const* name) {
 std::FILE* openForReading(char const* path) {
     File file(::open(path, O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
     struct stat status;
-    if (!file || ::fstat(file.number(), &status) != 0 || S_ISDIR(status.st_mode)) return nullptr;
-    int const flags = ::fcntl(file.number(), F_GETFL);
-    if (flags < 0 || ::fcntl(file.number(), F_SETFL, flags & ~O_NONBLOCK) != 0) return nullptr;
+    // Folders cannot be read, pipes and terminals wait for somebody, and devices may never end.
+    if (!file || ::fstat(file.number(), &status) != 0 || !S_ISREG(status.st_mode)) return nullptr;
     return file.toStream("r");
 }
 

@@ -1,5 +1,6 @@
 #include "vrllib/runtime/config_reader.h"
 
+#include <algorithm>
 #include <cctype>
 
 #include "vrllib/attributes/attributes.h"

@@ -1,5 +1,8 @@
 #include "vrllib/runtime/configuration.h"
 
+#include <algorithm>
+#include <utility>
+
 #include "vrllib/core/messages.h"
 #include "vrllib/platform/platform.h"
 #include "vrllib/runtime/config_reader.h"
@@ -23,7 +26,8 @@ void makeFolderOnce(std::string const& path) {
 /// Loads the file whose name is formed of a prefix, a name and the postfix.
 void loadFormed(std::string const& prefix, std::string const& name, bool verbose) {
     std::string path = prefix + name + configuration().sodllPostfix;
-    expandMacros(path, kListArray);
+    expandMacros(path, std::max(kListArray, path.size() + 1));  // what does not fit is cut behind the expansion
+    path = fitted(path, kListArray);
     replaceTag(path);
     loadLibsForAll(path.c_str(), verbose);
 }

@@ -5,11 +5,12 @@
 
 #include "vrllib/core/export.h"
 
-// The configuration for the rest of the system: the values of any key, the folder that holds the file and folders below
-// it, macros of the host, and loads by name at any time after start-up.
-//
-// A standard plug-in is one that is loaded without being named in the file. An alias is a macro of the host.
-// Null texts count as empty. Threads: one thread at a time; nothing is locked.
+/// @file
+/// The configuration for the rest of the system: the values of any key, the folder that holds the file and folders
+/// below it, macros of the host, and loads by name at any time after start-up.
+///
+/// A standard plug-in is one that is loaded without being named in the file. An alias is a macro of the host.
+/// Null texts count as empty. Threads: one thread at a time; nothing is locked.
 
 /// Every value of a key in the configuration file and its includes, in file order.
 ///
@@ -22,16 +23,20 @@ VRL_API std::vector<std::string> vrlInit_getList(std::string const& key);
 /// Without a trailing separator, unless that value has one. Kept until vrlConfigFile(path) is called.
 VRL_API std::string vrlcfgPath();
 
+/**@{*/
 /// A sub-folder of the configuration folder. Each level that ends at a "/" of the name is made if need be.
 ///
 /// A folder is tried once in a process and a failure is not reported. Without a name this is the configuration folder,
 /// with no separator behind it whatever `appendSeparator` says.
 VRL_API std::string vrlcfgFolder(char const* name, bool appendSeparator);
 VRL_API std::string vrlcfgFolder(std::string const& name, bool appendSeparator);
+/**@}*/
 
+/**@{*/
 /// A file in such a sub-folder. Without a folder the name follows the configuration folder with nothing in between.
 VRL_API std::string vrlcfgFolderFile(char const* file, char const* folder);
 VRL_API std::string vrlcfgFolderFile(std::string const& file, std::string const& folder);
+/**@}*/
 
 /// Makes "${name}" stand for a value in every line that is read from now on. The first alias of a name wins.
 VRL_API void vrlInit_config_alias(char const* name, char const* value);

@@ -10,22 +10,33 @@
 #include "vrllib/core/export.h"
 #include "vrllib/core/forward.h"
 
-// Factories: creation of objects by key, so that plug-ins can add and replace kinds at run time.
-//
-// A key names a kind; a creator makes objects of that kind. FactoryFunctions<T> carries the callbacks of a type,
-// FactoryNoArg, FactoryArg and FactoryArg2 the map from key to creator for constructors with no, one or two arguments.
+/// @file
+/// Factories: creation of objects by key, so that plug-ins can add and replace kinds at run time.
+///
+/// A key names a kind; a creator makes objects of that kind. FactoryFunctions<T> carries the callbacks of a type,
+/// FactoryNoArg, FactoryArg and FactoryArg2 the map from key to creator for constructors with no, one or two arguments.
 
 /// The callbacks of a type, run in the order of their registration. The same function twice is called twice.
 template <class T>
 class VRL_TEMPLATE FactoryFunctions {
 public:
+    /// Is told of an object, which may be null.
     using Callback = void (*)(T*);
 
     virtual ~FactoryFunctions() = default;
 
-    void registerOnCreate(Callback callback) { onCreateList.push_back(callback); }
-    void registerOnChange(Callback callback) { onChangeList.push_back(callback); }
-    void registerOnDestroy(Callback callback) { onDestroyList.push_back(callback); }
+    /**@{*/
+    /// Adds a callback behind the present ones of its list; nothing removes it. Null is ignored.
+    void registerOnCreate(Callback callback) {
+        if (callback) onCreateList.push_back(callback);
+    }
+    void registerOnChange(Callback callback) {
+        if (callback) onChangeList.push_back(callback);
+    }
+    void registerOnDestroy(Callback callback) {
+        if (callback) onDestroyList.push_back(callback);
+    }
+    /**@}*/
 
     /// Calls the on-create callbacks, also for null, and yields the object.
     T* OnCreate(T* object) const {
@@ -36,6 +47,7 @@ public:
     /// Calls the on-change callbacks. The library never does: this is for plug-ins and hosts.
     void OnChange(T* object) const { call(onChangeList, object); }
 
+    /// Calls the on-destroy callbacks, also for null, and leaves the object alive.
     void OnDestroy(T* object) const { call(onDestroyList, object); }
 
     /// Calls the on-destroy callbacks, also for null, then deletes the object.
@@ -85,6 +97,7 @@ public:
     /// A creator.
     class VRL_TEMPLATE cf {
     public:
+        /// A new object, which the caller owns.
         virtual T* create(A const&... arguments) const = 0;
         virtual ~cf() = default;
 
@@ -97,6 +110,7 @@ public:
     template <class U>
     class cfT : public cf {
     public:
+        /// A new U.
         T* create(A const&... arguments) const override {
             // An attribute is made without a name: the name comes with its annotations.
             if constexpr (std::is_same_v<T, Attribute>)
@@ -106,17 +120,23 @@ public:
         }
     };
 
+    /// The creators by key.
     using Creators = std::map<K, cf*, std::less<K>>;
+    /// Refers to a key with its creator; good until that key is removed.
     using const_iterator = typename Creators::const_iterator;
 
+    /// Without keys.
     FactoryBase() = default;
+    /// Stores arguments that create does not use.
     explicit FactoryBase(FactoryArguments<A...> const& stored) : FactoryArguments<A...>(stored) {}
 
+    /// Shares the creators and copies the callbacks.
     FactoryBase(FactoryBase const& other)
         : FactoryFunctions<T>(other), FactoryArguments<A...>(other), creators(other.creators) {
         for (auto& entry : creators) ++entry.second->users;
     }
 
+    /// As the copy; creators that no other factory has are destroyed.
     FactoryBase& operator=(FactoryBase const& other) {
         if (this == &other) return *this;
         FactoryFunctions<T>::operator=(other);
@@ -141,6 +161,7 @@ public:
         return found == creators.end() ? nullptr : this->OnCreate(found->second->create(arguments...));
     }
 
+    /// Whether the key is registered.
     bool find(K const& key) const { return creators.find(key) != creators.end(); }
 
     /// Whether any key is registered.
@@ -174,6 +195,7 @@ public:
 
     /// The registered keys and their creators, in key order.
     const_iterator begin() const { return creators.begin(); }
+    /// The end of the keys.
     const_iterator end() const { return creators.end(); }
 
 private:
@@ -196,6 +218,7 @@ class VRL_TEMPLATE FactoryArg : public Vorlane_v1_0::detail::FactoryBase<K, T, A
     using Base = Vorlane_v1_0::detail::FactoryBase<K, T, A>;
 
 public:
+    /// Without keys; the stored value is that of an empty initialiser.
     FactoryArg() = default;
     /// Stores a value that create does not use: the arguments of a creation come from its caller.
     explicit FactoryArg(A const& a) : Base(Vorlane_v1_0::detail::FactoryArguments<A>{a}) {}
@@ -207,6 +230,7 @@ class VRL_TEMPLATE FactoryArg2 : public Vorlane_v1_0::detail::FactoryBase<K, T, 
     using Base = Vorlane_v1_0::detail::FactoryBase<K, T, A, B>;
 
 public:
+    /// Without keys; the stored values are those of empty initialisers.
     FactoryArg2() = default;
     /// Stores two values that create does not use.
     FactoryArg2(A const& a, B const& b) : Base(Vorlane_v1_0::detail::FactoryArguments<A, B>{a, b}) {}

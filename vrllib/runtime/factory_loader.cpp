@@ -68,7 +68,7 @@ struct Printed {
 };
 template <class T>
 struct Printed<TypeView<T>> {
-    static auto& factory() { return viewFactory<T>(); }
+    static auto& factory() { return viewFactory(static_cast<T*>(nullptr)); }
 };
 
 }  // namespace

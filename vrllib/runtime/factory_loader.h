@@ -9,10 +9,11 @@
 #include "vrllib/runtime/factory.h"
 #include "vrllib/runtime/shared_ptr.h"
 
-// The process-wide factories, one for each type that plug-ins extend.
-//
-// A target is one of these types together with the entry point that a plug-in exports for it. One load of a file always
-// has one target; a file that serves several types is loaded once for each.
+/// @file
+/// The process-wide factories, one for each type that plug-ins extend.
+///
+/// A target is one of these types together with the entry point that a plug-in exports for it. One load of a file
+/// always has one target; a file that serves several types is loaded once for each.
 
 namespace Vorlane_v1_0::detail {
 
@@ -84,6 +85,7 @@ struct Target<TypeView<Netlist>> {
 /// The default object of T by its rule; throws as FactoryLoader<T>::getDefault does.
 template <class T>
 shared_ptr<T> defaultObject();
+/// @cond
 template <>
 VRL_API shared_ptr<Attribute> defaultObject<Attribute>();
 template <>
@@ -94,6 +96,7 @@ template <>
 VRL_API shared_ptr<BB> defaultObject<BB>();
 template <>
 VRL_API shared_ptr<View> defaultObject<View>();
+/// @endcond
 
 }  // namespace Vorlane_v1_0::detail
 
@@ -114,11 +117,15 @@ VRL_TEMPLATE bool loadDllSo(char const* file, char const* entry, F* factory, cha
 template <class T>
 class VRL_TEMPLATE FactoryLoader {
 public:
+    /// The factory type of T.
     using Factory = typename Vorlane_v1_0::detail::Target<T>::Factory;
+    /// Refers to a key with its creator.
     using const_iterator = typename Factory::const_iterator;
+    /// A counting handle on a U.
     template <class U>
     using Handle = Vorlane_v1_0::shared_ptr<U>;
 
+    /// Does nothing: the factory is that of T, not of this object.
     FactoryLoader() = default;
 
     /// Puts a host's own factory in place ahead of first use; it has to live as long as the process.
@@ -128,6 +135,7 @@ public:
     /// Puts a factory in place of the present one, which is neither kept nor destroyed.
     static void setFactory(Factory* factory);
 
+    /// The one factory, made empty on first use.
     static Factory& factory();
 
     /// The default object; for Attribute, Foundry, Netlist, BB and View.
@@ -144,9 +152,11 @@ public:
     /// Replaces the default object. Yields a handle on the new one.
     static Handle<T> setDefault(Handle<T> const& object);
 
+    /**@{*/
     /// The keys of the factory with their creators, in key order.
     static const_iterator begin();
     static const_iterator end();
+    /**@}*/
 
     /// Loads a list of files or patterns, separated by ";". True if one of them was loaded.
     ///
@@ -179,6 +189,7 @@ private:
 template <class T>
 VRL_TEMPLATE std::ostream& printFactory(std::ostream& os);
 
+/// @cond
 extern template class VRL_INSTANCE FactoryLoader<Vorlane_v1_0::Attribute>;
 extern template class VRL_INSTANCE FactoryLoader<Vorlane_v1_0::Foundry>;
 extern template class VRL_INSTANCE FactoryLoader<Vorlane_v1_0::BB>;
@@ -215,3 +226,4 @@ VRL_FACTORY_LOAD_(BB)
 VRL_FACTORY_LOAD_(Netlist)
 VRL_FACTORY_LOAD_(View)
 #undef VRL_FACTORY_LOAD_
+/// @endcond

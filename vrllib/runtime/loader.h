@@ -6,14 +6,15 @@
 
 #include "vrllib/core/export.h"
 
-// The loader of plug-ins: the version gate, the library tag, the modules and what became of them.
-//
-// A plug-in is a shared library that exports, under plain names, an entry point for each type that it serves (see
-// FactoryLoader), `unsigned getAPIversion()` as soon as the host asks for a version, and `void initLibraryPostLoad()`
-// if it wants to be called when everything is loaded. A module is a mapped file; its handle is the system's. The tag is
-// the two characters behind "lib_" in the name of a library; configuration text has the marker "wX" in their place.
-// Plug-ins are never unloaded.
-// Threads: one thread at a time; nothing is locked.
+/// @file
+/// The loader of plug-ins: the version gate, the library tag, the modules and what became of them.
+///
+/// A plug-in is a shared library that exports, under plain names, an entry point for each type that it serves (see
+/// FactoryLoader), `unsigned getAPIversion()` as soon as the host asks for a version, and `void initLibraryPostLoad()`
+/// if it wants to be called when everything is loaded. A module is a mapped file; its handle is the system's. The tag
+/// is the two characters behind "lib_" in the name of a library; configuration text has the marker "wX" in their place.
+/// Plug-ins are never unloaded.
+/// Threads: one thread at a time; nothing is locked.
 
 /// Sets the lowest version that a plug-in may have, as (major * 100 + minor) * 100 + patch; 0, 0, 0 accepts any.
 VRL_API void needsLibaryVersion(unsigned int major, unsigned int minor, unsigned int patch);

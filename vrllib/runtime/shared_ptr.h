@@ -27,6 +27,7 @@ void ptr_destroy(T* object) {
     delete object;
 }
 
+/// @cond
 template <>
 VRL_API void ptr_destroy<BB>(BB* object);
 template <>
@@ -35,6 +36,7 @@ template <>
 VRL_API void ptr_destroy<Netlist>(Netlist* object);
 template <>
 VRL_API void ptr_destroy<View>(View* object);
+/// @endcond
 
 /// The reference-counting handle of the whole system.
 ///
@@ -50,6 +52,7 @@ public:
     /// Takes the object over. Null gives a handle that holds no object.
     explicit shared_ptr(T* object) : block(new Block{object, 1}) {}
 
+    /// Shares the control block of the source, if it has one.
     shared_ptr(shared_ptr const& other) : block(other.block) {
         if (block) ++block->count;
     }
@@ -57,6 +60,7 @@ public:
     /// Leaves the source without a control block.
     shared_ptr(shared_ptr&& other) noexcept : block(std::exchange(other.block, nullptr)) {}
 
+    /// Releases what this handle holds, which may destroy it, and shares the control block of the source.
     shared_ptr& operator=(shared_ptr const& other) {
         if (this != &other) {
             if (other.block) ++other.block->count;  // first, since the release may run code that drops the source
@@ -67,6 +71,7 @@ public:
         return *this;
     }
 
+    /// Releases what this handle holds and leaves the source without a control block. Itself is left alone.
     shared_ptr& operator=(shared_ptr&& other) noexcept {
         if (this != &other) {
             Block* const taken = std::exchange(other.block, nullptr);
@@ -76,12 +81,16 @@ public:
         return *this;
     }
 
+    /// Destroys the object, through ptr_destroy, if this is its last handle.
     ~shared_ptr() { release(); }
 
     /// The object, or null.
     T* get() const { return block ? static_cast<T*>(block->object) : nullptr; }
+    /**@{*/
+    /// The object, which must be there: nothing is tested.
     T* operator->() const { return get(); }
     T& operator*() const { return *get(); }
+    /**@}*/
 
     /// Whether the handle holds an object.
     explicit operator bool() const { return get() != nullptr; }

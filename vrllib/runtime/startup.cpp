@@ -89,13 +89,18 @@ void Startup::addFolder(std::string const& value) {
     configuration().sodllDirs.push_back(value + platform::kSeparator + "lib_wX_");
 }
 
-// That this view is there is the mark that the main plug-in was loaded. The names that it adds are loaded as well;
-// those that a standard plug-in adds are left to the next start-up, so that one that adds itself comes to an end.
+// That this view is there is the mark that the main plug-in was loaded. Names that plug-ins add meanwhile are loaded as
+// well, but only new ones, so that a plug-in that adds itself comes to an end.
 void Startup::loadStandardPlugins() {
     if (FactoryLoader<View>::factory().find("KSR/Parser")) return;
     vrlInit_loadSo("vrldll", verbose);
-    auto const names = configuration().standardSoList;
-    for (std::string const& name : names) vrlInit_loadSo(name.c_str(), verbose);
+    auto const& names = configuration().standardSoList;
+    std::size_t const known = names.size();
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        std::string const name = names[i];  // a copy, since the list may grow
+        auto const here = names.begin() + static_cast<std::ptrdiff_t>(i);
+        if (i < known || std::find(names.begin(), here, name) == here) vrlInit_loadSo(name.c_str(), verbose);
+    }
 }
 
 void Startup::loadNamed(std::string const& name) {
@@ -127,7 +132,8 @@ char const* writeDefaultFile() {
     std::string const path = platform::defaultConfigFile();
     vrlCout() << "-- warning: no config file found, writing default one in " << path;
     store(found, path);
-    if (std::FILE* const file = platform::openDefaultConfigFile()) {
+    std::FILE* const file = path.size() < kPathArray ? platform::openDefaultConfigFile() : nullptr;
+    if (file) {
         std::fputs(kDefaultConfigText, file);
         std::fclose(file);
     } else {

@@ -2,11 +2,12 @@
 
 #include "vrllib/core/export.h"
 
-// Start-up: the one call that brings the library up, and what a host may say before it.
-//
-// Everything that goes wrong is a line in the message channel; no failure stops start-up with an error. The
-// configuration file is the one source: lines of the form "key = value", "#include name", and comments behind ";" or
-// "#". Threads: one thread, before any other use of the library.
+/// @file
+/// Start-up: the one call that brings the library up, and what a host may say before it.
+///
+/// Everything that goes wrong is a line in the message channel; no failure stops start-up with an error. The
+/// configuration file is the one source: lines of the form "key = value", "#include name", and comments behind ";" or
+/// "#". Threads: one thread, before any other use of the library.
 
 /// Brings the library up: clears the message channel, settles the configuration file, reads it line by line and loads
 /// what it names, makes sure that the standard plug-ins are there, and calls the post-load hook of each plug-in.

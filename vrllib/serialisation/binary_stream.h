@@ -28,6 +28,7 @@ namespace Vorlane_v1_0 {
 /// Names of members, docs and comments are dropped; an empty type and a negative version are left out.
 class VRL_API BinaryStreamSerialiser final : public SerialiserBase {
 public:
+    /// Writes to that stream, from depth 0.
     explicit BinaryStreamSerialiser(std::ostream& os);
 
     void beginAttribute() override;
@@ -58,6 +59,7 @@ private:
 /// at its first zero byte. More than 256 compounds in each other do not read: the innermost gets no type.
 class VRL_API BinaryStreamDeSerialiser final : public DeSerialiserBase {
 public:
+    /// Reads from that stream, from depth 0.
     explicit BinaryStreamDeSerialiser(std::istream& is);
 
     void beginAttribute() override;

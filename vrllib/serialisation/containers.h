@@ -73,6 +73,7 @@ bool readItem(DeSerialiserBase* d, T& item) {
 template <class K, class V>
 class VRL_TEMPLATE SerialisableMap : public SerialisableBase {
 public:
+    /// Refers to the map, which has to outlive the wrapper.
     SerialisableMap(std::map<K, V>& map, std::string const& memberName);
     bool write(SerialiserBase* s) override;
     bool read(DeSerialiserBase* d) override;
@@ -108,12 +109,15 @@ bool SerialisableMap<K, V>::read(DeSerialiserBase* d) {
 template <class T>
 class VRL_TEMPLATE SerialisableVec : public SerialisableBase {
 public:
+    /// Refers to the vector, which has to outlive the wrapper. `keepSize` sets `fixedSize`.
     SerialisableVec(std::vector<T>& vector, std::string const& memberName, bool keepSize = false);
     bool write(SerialiserBase* s) override;
     bool read(DeSerialiserBase* d) override;
 
 protected:
+    /// The vector; never null.
     std::vector<T>* container;
+    /// Whether the vector keeps its size when it is read.
     bool fixedSize;
 };
 
@@ -152,6 +156,7 @@ bool SerialisableVec<T>::read(DeSerialiserBase* d) {
 template <class T>
 class VRL_TEMPLATE SerialisablePortVec : public SerialisableVec<T> {
 public:
+    /// Refers to the vector, which has to outlive the wrapper. The ports look at no `fixedSize`.
     SerialisablePortVec(std::vector<T>& vector, std::string const& memberName, bool keepSize = false);
     bool write(SerialiserBase* s) override;
     bool read(DeSerialiserBase* d) override;
@@ -187,11 +192,13 @@ bool SerialisablePortVec<T>::read(DeSerialiserBase* d) {
 template <class K, class T>
 class VRL_TEMPLATE SerialisablePtrMap : public SerialisableBase {
 public:
+    /// Refers to the map, which has to outlive the wrapper.
     SerialisablePtrMap(std::map<K, shared_ptr<T>>& map, std::string const& memberName);
     bool write(SerialiserBase* s) override;
     bool read(DeSerialiserBase* d) override;
 
 protected:
+    /// The map; never null.
     std::map<K, shared_ptr<T>>* container;
 };
 
@@ -222,6 +229,7 @@ bool SerialisablePtrMap<K, T>::read(DeSerialiserBase* d) {
 template <class K, class T>
 class VRL_TEMPLATE SerialisableAttrMap : public SerialisablePtrMap<K, T> {
 public:
+    /// Refers to the map, which has to outlive the wrapper. `refuseNew` sets `noNew`.
     SerialisableAttrMap(std::map<K, shared_ptr<T>>& map, std::string const& memberName, bool refuseNew = false);
     bool read(DeSerialiserBase* d) override;
 
@@ -260,6 +268,7 @@ bool SerialisableAttrMap<K, T>::read(DeSerialiserBase* d) {
 template <class K, class T>
 class VRL_TEMPLATE SerialisableBBMap : public SerialisablePtrMap<K, T> {
 public:
+    /// Refers to the map, which has to outlive the wrapper.
     SerialisableBBMap(std::map<K, shared_ptr<T>>& map, std::string const& memberName);
     bool read(DeSerialiserBase* d) override;
 };

@@ -8,21 +8,22 @@
 
 #include "vrllib/serialisation/serialisable.h"
 
-// How a class becomes persistent.
-//
-// 1. In the class, behind the virtual destructor: VRL_PERSISTENT(Class) (VRL_PERSISTENT_ROOT where no base is
-//    persistent), and among the data: SerRegister serRegister; SerrDoneFlag serDone;
-// 2. In its .cpp: VRL_DEFINE_PERSISTENCE(Class, Bases...) with the bases whose members are saved as well, or
-//    VRL_DEFINE_PERSISTENCE_ROOT(Class) without any.
-// 3. Beside it, the saved format at one glance:
-//
-//        SerFormat<Port> const& Port::serFormat() {
-//            static auto const format = SerFormat<Port>("Port").type("BB::Port").member("currCS", &Port::currCS);
-//            return format;
-//        }
-//
-// Members are numbered from 1 in the order of the table: the first above is saved under "Port::1". A member that is
-// added at the end leaves older files readable. Format and ids belong to the class and are made once.
+/// @file
+/// How a class becomes persistent.
+///
+/// 1. In the class, behind the virtual destructor: VRL_PERSISTENT(Class) (VRL_PERSISTENT_ROOT where no base is
+///    persistent), and among the data: SerRegister serRegister; SerrDoneFlag serDone;
+/// 2. In its .cpp: VRL_DEFINE_PERSISTENCE(Class, Bases...) with the bases whose members are saved as well, or
+///    VRL_DEFINE_PERSISTENCE_ROOT(Class) without any.
+/// 3. Beside it, the saved format at one glance:
+///
+///        SerFormat<Port> const& Port::serFormat() {
+///            static auto const format = SerFormat<Port>("Port").type("BB::Port").member("currCS", &Port::currCS);
+///            return format;
+///        }
+///
+/// Members are numbered from 1 in the order of the table: the first above is saved under "Port::1". A member that is
+/// added at the end leaves older files readable. Format and ids belong to the class and are made once.
 
 namespace Vorlane_v1_0 {
 
@@ -33,11 +34,13 @@ namespace Vorlane_v1_0 {
 template <class C>
 class SerFormat {
 public:
+    /// Asks an object for a text.
     using Ask = std::string (*)(C&);
 
     /// `name` is the class name that prefixes the ids. It is the stored type as well, unless type() says otherwise.
     explicit SerFormat(std::string const& name) : table(new Table{name, name, nullptr, nullptr, {}}) {}
 
+    /// The stored type is a fixed text.
     SerFormat&& type(std::string text) && {
         table->typeText = std::move(text);
         return std::move(*this);
@@ -68,8 +71,11 @@ public:
         return std::move(*this);
     }
 
+    /// The class name that prefixes the ids.
     std::string const& getClassName() const { return table->className; }
+    /// The stored type of an object.
     std::string getTypeName(C& object) const { return table->askType ? table->askType(object) : table->typeText; }
+    /// The comment of an object in a listing; empty unless doc() was given.
     std::string getDoc(C& object) const { return table->askDoc ? table->askDoc(object) : std::string(); }
 
     /// Enters the own members of an object.
@@ -130,15 +136,24 @@ VRL_API void registerOnce(SerrDoneFlag& done, void (*fill)(void*), void* object)
 }  // namespace detail
 }  // namespace Vorlane_v1_0
 
+/// What VRL_PERSISTENT_ROOT and VRL_PERSISTENT have in common.
 #define VRL_PERSISTENT_OPERATIONS_(Class, Virtual, Override)                                                           \
 protected:                                                                                                             \
+    /** The type that is saved with an object, by which a reader knows it again. */                                    \
     Virtual std::string getSerTypeName() Override;                                                                     \
+    /** The version that is saved with an object: 1. */                                                                \
     Virtual int getSerVerNo() Override;                                                                                \
+    /** The comment of an object in a listing. */                                                                      \
     Virtual std::string getSerDoc() Override;                                                                          \
+    /** The register of the object, filled on first use. Null if that failed. */                                       \
     Virtual ::Vorlane_v1_0::SerRegister* getSerRegister() Override;                                                    \
+    /** The class name that prefixes the ids of the own members. */                                                    \
     std::string getSerClassName();                                                                                     \
+    /** Enters the own members. */                                                                                     \
     void registerMySerialisables(::Vorlane_v1_0::SerRegister& reg);                                                    \
+    /** Enters the members of the persistent bases, then the own ones. */                                              \
     void doRegisterSerialisables(::Vorlane_v1_0::SerRegister& reg);                                                    \
+    /** Fills the register, unless that is done. */                                                                    \
     void registerSerialisables();                                                                                      \
                                                                                                                        \
 public:                                                                                                                \
@@ -164,6 +179,7 @@ private:                                                                        
 
 /// Defines the operations of a class; behind the class stand the persistent bases, in the order of registration.
 #define VRL_DEFINE_PERSISTENCE(Class, ...) VRL_DEFINE_PERSISTENCE_OF(, (Class), (__VA_ARGS__))
+/// Defines the operations of a class without persistent bases.
 #define VRL_DEFINE_PERSISTENCE_ROOT(Class) VRL_DEFINE_PERSISTENCE_OF(, (Class), ())
 
 /// The same for a class template: its template head, then its name and its bases in parentheses.
@@ -197,5 +213,7 @@ private:                                                                        
         return ::Vorlane_v1_0::Serialisable<VRL_UNPAREN_(Class)>(*this, "").read(d);                                   \
     }
 
+/// A text without the parentheses about it, which protect its commas.
 #define VRL_UNPAREN_(X) VRL_UNPAREN_INNER_ X
+/// Drops the parentheses for VRL_UNPAREN_.
 #define VRL_UNPAREN_INNER_(...) __VA_ARGS__

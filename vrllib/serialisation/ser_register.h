@@ -16,18 +16,27 @@ class VRL_API SerialisableBase {
 public:
     /// `target` is the address of the member, `name` its name in listings.
     SerialisableBase(void* target, std::string name);
+    /**@{*/
+    /// Refers to the same member as the source.
     SerialisableBase(SerialisableBase const&) = default;
     SerialisableBase& operator=(SerialisableBase const&) = default;
+    /**@}*/
     virtual ~SerialisableBase();
 
+    /// Writes the member. False if it could not be written.
     virtual bool write(SerialiserBase* s);
+    /// Reads the member. False if it could not be read; what was read until then stays.
     virtual bool read(DeSerialiserBase* d);
 
+    /// The name in listings.
     std::string const& getName() const { return name; }
+    /// The address of the member.
     void* getTarget() const { return target; }
 
 protected:
+    /// The name in listings.
     std::string name;
+    /// The address of the member; not owned.
     void* target;
 };
 
@@ -58,9 +67,13 @@ public:
 /// Cost: an empty register is one pointer; a filled one has two pointers for each member.
 class VRL_API SerRegister {
 public:
+    /// Empty.
     SerRegister() = default;
+    /**@{*/
+    /// Shares the wrappers and the addresses of the source.
     SerRegister(SerRegister const& other);
     SerRegister& operator=(SerRegister const& other);
+    /**@}*/
     ~SerRegister();
 
     /// Enters a wrapper and takes it over; it is freed with the last register that shares it.
@@ -81,6 +94,7 @@ public:
     /// its value. False if the stream or an entry fails; what was read until then stays.
     bool read(DeSerialiserBase* d);
 
+    /// The number of entries.
     std::size_t size() const;
 
 private:

@@ -40,6 +40,7 @@ VRL_API bool readObject(DeSerialiserBase* d, SerRegister* members, std::string c
 template <class T>
 class VRL_TEMPLATE Serialisable : public SerialisableBase {
 public:
+    /// Refers to the value, which has to outlive the wrapper.
     Serialisable(T& v, std::string const& memberName);
     bool write(SerialiserBase* s) override;
     bool read(DeSerialiserBase* d) override;

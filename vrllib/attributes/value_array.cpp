@@ -1,0 +1,12 @@
+#include "vrllib/attributes/value_array.h"
+
+std::ostream& Vorlane_v1_0::detail::writeArrayText(std::ostream& os) { return os << "/*--- array of type T */\n"; }
+
+#define VRL_ARRAY_INSTANCES_(T)                                                                                        \
+    template struct Vorlane_v1_0::detail::ArrayData<T>;                                                                \
+    template class ValueArray<T>;
+VRL_ARRAY_INSTANCES_(int)
+VRL_ARRAY_INSTANCES_(double)
+VRL_ARRAY_INSTANCES_(std::complex<double>)
+VRL_ARRAY_INSTANCES_(std::string)
+#undef VRL_ARRAY_INSTANCES_
