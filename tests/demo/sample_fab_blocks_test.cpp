@@ -260,6 +260,31 @@ TEST(SampleFabPushPullArms, ReadTheirInsideBack) {
     EXPECT_EQ(sample::printed(copy.inside), sample::printed(arms.inside));
 }
 
+TEST(SampleFabPushPullArms, KeepTheirFoundryAndTheirKindInsideAnOuterNetlist) {
+    vrl_test::startWithSamplePlugins();
+    resetUniqueIDs();
+    Fab const fab = makeFab();
+    vrl::Netlist chip;
+    chip.addBB(vrl::BB::create(fab.get(), "sfPushPullArms"), "arms");
+    EXPECT_EQ(chip.getBB("arms")->getFoundry(), fab.get());
+    EXPECT_EQ(chip.getBB("arms")->getCS().getCSName(), "strip");
+    std::string const bytes = sample::saved(chip);
+    EXPECT_NE(bytes.find(std::string("\x0e\x00\x00\x00sfPushPullArms\x01\x00\x00\x00", 22)), std::string::npos);
+
+    vrl::Netlist copy;
+    ASSERT_TRUE(sample::readBack(copy, bytes));
+    auto* const arms = dynamic_cast<vrl::CBB*>(copy.getBB("arms"));
+    ASSERT_NE(arms, nullptr);
+    EXPECT_EQ(arms->getAsBB()->getFoundryName(), "SampleFab");
+    EXPECT_EQ(arms->getAsBB()->getFoundry(), nullptr);
+    EXPECT_EQ(arms->getAsNetlist()->sizeElements(), 3u);
+    copy.prepare();
+    ASSERT_NE(arms->getAsBB()->getFoundry(), nullptr);
+    EXPECT_EQ(arms->getAsBB()->getFoundry()->getName(), "SampleFab");
+    EXPECT_EQ(sample::printed(copy), sample::printed(chip));
+    vrl::Foundry::destroy(const_cast<vrl::Foundry*>(arms->getAsBB()->getFoundry()));
+}
+
 TEST(SampleFabPushPullArms, AreOutOfRangeIfABlockInsideIs) {
     Arms const arms;
     std::ostringstream report;

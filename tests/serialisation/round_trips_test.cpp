@@ -71,6 +71,26 @@ TEST_F(RoundTrip, OfACompositeInsideANetlistBringsBackItsInside) {
     EXPECT_NE(composite->getPort("out1"), nullptr);
 }
 
+TEST_F(RoundTrip, OfACompositeInsideTheNetlistOfACompositeBringsBackBothInsides) {
+    Splitter stored;
+    auto* const middle = new Splitter;
+    middle->addDouble("ratio", 0.25);
+    middle->getAsNetlist()->addBB(new Mmi, "deepest", 1);
+    middle->getAsNetlist()->getBB("deepest")->setDouble("length", 77);
+    stored.getAsNetlist()->addBB(middle, "middle", 1);
+    stored.getAsNetlist()->addNode("middle", "in0", 5);
+    Splitter outer;
+    ASSERT_TRUE(readBack(outer, saved(stored)));
+    auto* const composite = dynamic_cast<Splitter*>(outer.getAsNetlist()->getBB("middle"));
+    ASSERT_NE(composite, nullptr);
+    EXPECT_EQ(composite->getDouble("ratio"), 0.25);
+    EXPECT_EQ(outer.getAsNetlist()->getNode("middle", "in0"), 5u);
+    ASSERT_NE(composite->getAsNetlist()->getBB("deepest"), nullptr);
+    EXPECT_EQ(composite->getAsNetlist()->getBB("deepest")->getDouble("length"), 77);
+    EXPECT_EQ(saved(outer), saved(stored));
+    EXPECT_EQ(errors.text(), "");
+}
+
 TEST_F(RoundTrip, SavesAndRestoresTheNumbersOfTheProcess) {
     Netlist stored;
     fill(stored);

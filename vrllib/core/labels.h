@@ -46,7 +46,7 @@ public:
     /// Called as `label << os`. Writes the bare name.
     std::ostream& operator<<(std::ostream& os) const;
 
-    /// Without it the two conversions would make `os << label` ambiguous.
+    /// Writes the whole name. Without it the text would go through `char const*` and end at a zero byte.
     friend std::ostream& operator<<(std::ostream& os, PortLabel const& label) { return label << os; }
 
 private:
