@@ -195,9 +195,10 @@ TEST(EnumListClass, UnknownIdLeavesTheStreamUntouched) {
 
 TEST(EnumListClass, ToTexOnAStreamThatFailedToOpenWritesNothing) {
     texstream tex("", false);
-    EnumList::toTex(EnumList::toTex(tex, EnumList::TUESolver), EnumList::HHIFoundry);
+    texstream& chained = EnumList::toTex(EnumList::toTex(tex, EnumList::TUESolver), EnumList::HHIFoundry);
 
-    EXPECT_TRUE(tex.os().fail());
+    EXPECT_EQ(&chained, &tex);
+    EXPECT_EQ(tex.os().rdstate(), std::ios_base::failbit);  // a write that was tried would have made it bad
 }
 
 }  // namespace

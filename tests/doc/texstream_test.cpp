@@ -255,16 +255,18 @@ TEST(Texstream, NullFileNameCountsAsAnEmptyOneAndCannotBeOpened) {
     texstream tex(nullptr, true);
     tex.label("fig:", "a").close(true);
 
-    EXPECT_TRUE(tex.os().fail());
+    EXPECT_EQ(tex.os().rdstate(), std::ios_base::failbit);
 }
 
 TEST(Texstream, OperationsOnAFailedStreamDoNothing) {
     texstream tex("", true);
-    tex.header().footer().docHdrInc().docHeader("T", 0).label("p", "n").ref("p", "n").docHdrDec();
+    texstream& chained = tex.header().footer().docHdrInc().docHeader("T", 0).label("p", "n").ref("p", "n").docHdrDec();
+    EXPECT_EQ(&chained, &tex);
+    EXPECT_EQ(tex.os().rdstate(), std::ios_base::failbit);  // a write that was tried would have made it bad
     tex.pdf();
     tex.rtf();
 
-    EXPECT_TRUE(tex.os().fail());
+    EXPECT_EQ(tex.os().rdstate(), std::ios_base::failbit);
 }
 
 TEST(Texstream, SectionCommandFollowsTheLevel) {

@@ -51,7 +51,11 @@ TEST_F(DefaultObject, ThatCannotBeMadeIsRefused) {
 }
 
 TEST_F(DefaultObject, CanBeSetForAllTypesAndReadBackForMost) {
-    EXPECT_EQ(told("SetDefaults"), "foundry: yes\n"
+    EXPECT_EQ(told("SetDefaults"), "attribute: yes\n"
+                                   "attribute again: yes\n"
+                                   "netlist: yes\n"
+                                   "netlist again: yes\n"
+                                   "foundry: yes\n"
                                    "foundry again: yes\n"
                                    "Can not create a default BB\n"
                                    "block: yes\n"

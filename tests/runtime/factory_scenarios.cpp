@@ -97,6 +97,12 @@ VRL_SCENARIO(DefaultThatCannotBeMade) {
 }
 
 VRL_SCENARIO(SetDefaults) {
+    shared_ptr<Attribute> const attribute(new Value<int>("n"));
+    tell("attribute", FactoryLoader<Attribute>::setDefault(attribute).get() == attribute.get());
+    tell("attribute again", FactoryLoader<Attribute>::getDefault().get() == attribute.get());
+    shared_ptr<Netlist> const netlist(new Netlist);
+    tell("netlist", FactoryLoader<Netlist>::setDefault(netlist).get() == netlist.get());
+    tell("netlist again", FactoryLoader<Netlist>::getDefault().get() == netlist.get());
     shared_ptr<Foundry> const foundry(new OtherFoundry);
     tell("foundry", FactoryLoader<Foundry>::setDefault(foundry).get() == foundry.get());
     tell("foundry again", FactoryLoader<Foundry>::getDefault().get() == foundry.get());

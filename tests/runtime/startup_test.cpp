@@ -76,6 +76,12 @@ TEST_F(StartUpOrder, ShowsNothingOfAFileThatCannotBeRead) {
               "-- warning: no dll/so being loaded, config file </nothere.ini> can not be read.\n");
 }
 
+TEST_F(StartUpOrder, CallsNoPostLoadHookForAFileThatCannotBeRead) {
+    EXPECT_EQ(told("StartUpWithEach", {file(kPluginLines + "sodllfile = onlyFoundry\n"), "/nothere.ini"}),
+              "vrldll\nonly foundry\nvrldll: post-load\n--\n"
+              "-- warning: no dll/so being loaded, config file </nothere.ini> can not be read.\n--\n");
+}
+
 TEST_F(StartUpOrder, ThrowsEarlierMessagesAway) {
     EXPECT_EQ(told("StartUpLosesEarlierMessages", {file(kPluginLines)}), "vrldll\nvrldll: post-load\n");
 }

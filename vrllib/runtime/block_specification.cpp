@@ -1,26 +1,14 @@
 #include "vrllib/runtime/block_specification.h"
 
-#include <algorithm>
-#include <cstring>
 #include <string>
 
 #include "vrllib/core/messages.h"
 #include "vrllib/core/thrown_text.h"
 #include "vrllib/model/building_block.h"
 #include "vrllib/model/foundry.h"
+#include "vrllib/runtime/runtime_state.h"
 
 using namespace Vorlane_v1_0;
-
-namespace {
-
-template <std::size_t N>
-void store(char (&target)[N], std::string const& text) {
-    std::size_t const n = std::min(text.size(), N - 1);
-    std::memcpy(target, text.data(), n);
-    target[n] = '\0';
-}
-
-}  // namespace
 
 vrl_spec2bb::vrl_spec2bb(char const* spec, char const* defaultArg)
     : foundryName(), bbName(), arg(), foundry(nullptr), bb(nullptr) {
@@ -32,12 +20,12 @@ vrl_spec2bb::vrl_spec2bb(char const* spec, char const* defaultArg)
         detail::throwText(message);
     }
     auto const second = text.find('@', first + 1);
-    store(foundryName, text.substr(0, first));
+    detail::store(foundryName, text.substr(0, first));
     if (second != std::string::npos)
-        store(arg, text.substr(second + 1));
+        detail::store(arg, text.substr(second + 1));
     else if (defaultArg)
-        store(arg, defaultArg);
-    store(bbName, text.substr(first + 1, second == std::string::npos ? second : second - first - 1));
+        detail::store(arg, defaultArg);
+    detail::store(bbName, text.substr(first + 1, second == std::string::npos ? second : second - first - 1));
 
     foundry = Foundry::create(foundryName);
     if (!foundry) {

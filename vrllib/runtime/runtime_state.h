@@ -17,6 +17,13 @@ std::string fitted(char const* text, std::size_t arraySize);
 /// As above, from a text that may hold anything.
 std::string fitted(std::string const& text, std::size_t arraySize);
 
+/// Copies a text into a fixed array; what is too long is cut. Yields the array.
+template <std::size_t N>
+char const* store(char (&target)[N], std::string const& text) {
+    target[fitted(text.c_str(), N).copy(target, N - 1)] = '\0';
+    return target;
+}
+
 inline constexpr std::size_t kPathArray = 1024;
 inline constexpr std::size_t kLineArray = 1024;
 inline constexpr std::size_t kListArray = 2048;

@@ -118,13 +118,6 @@ void removeAll(std::string& text, std::string const& part) {
         text.erase(place, part.size());
 }
 
-/// Copies a path into one of the arrays of the configuration; what does not fit is cut.
-char const* store(char (&target)[kPathArray], std::string const& path) {
-    std::string const stored = fitted(path.c_str(), kPathArray);
-    target[stored.copy(target, kPathArray - 1)] = '\0';
-    return target;
-}
-
 // The place is not one of those that are searched: the next search writes the file again, and says so again.
 char const* writeDefaultFile() {
     auto& found = configuration().configFileFound;
