@@ -1,0 +1,148 @@
+#include "circuit/parameters.h"
+
+#include <algorithm>
+#include <nlohmann/json.hpp>
+#include <set>
+#include <sstream>
+
+#include "text/number.h"
+
+namespace vrltool {
+
+namespace {
+
+template <class T>
+bool takeValue(vrl::Attribute const& attribute, Parameter& parameter) {
+    auto const* const plain = dynamic_cast<vrl::Value<T> const*>(&attribute);
+    if (!plain) return false;
+    parameter.value = plain->getValue();
+    if constexpr (std::is_same_v<T, int> || std::is_same_v<T, double> || std::is_same_v<T, std::complex<double>>) {
+        if (auto const* const ranged = dynamic_cast<ValueRange<T, vrl::Value<T>> const*>(&attribute)) {
+            parameter.hasRange = true;
+            parameter.min = ranged->getMinValue();
+            parameter.max = ranged->getMaxValue();
+        }
+    }
+    return true;
+}
+
+/// A text of an attribute; empty if its annotation is gone.
+template <class Ask>
+std::string asked(Ask ask) {
+    try {
+        return ask();
+    } catch (std::string const&) {
+        return {};
+    }
+}
+
+/// Collects the names of the parameters of one list while it is written: the keys of the map of its own.
+class NameCollector final : public vrl::SerialiserBase {
+public:
+    std::vector<std::string> names;
+
+    void beginAttribute() override {}
+    void endAttribute(std::string) override {}
+    void beginCompAttribute(std::string, int, std::string) override { ++depth; }
+    void endCompAttribute() override { --depth; }
+    void writeNumberAttributes(unsigned int) override {}
+    void writeSerialisationId(std::string id) override {
+        if (depth == 1) own = id == "Attributes::1";
+    }
+    void write(std::string const& value) override {
+        if (own && depth == 2) names.push_back(value);
+    }
+    void write(std::complex<double> const&) override {}
+    void write(double const&) override {}
+    void write(int const&) override {}
+    void write(unsigned int const&) override {}
+    void write(bool const&) override {}
+    void writeComment(std::string) override {}
+
+private:
+    int depth = 0;
+    bool own = false;
+};
+
+}  // namespace
+
+Parameter parameterOf(vrl::Attribute& attribute) {
+    Parameter parameter;
+    parameter.attribute = &attribute;
+    parameter.name = asked([&] { return attribute.getName(); });
+    parameter.unit = asked([&] { return attribute.getUnits(); });
+    parameter.description = asked([&] { return attribute.getDescr(); });
+    parameter.type = attribute.getType();
+    bool const known = takeValue<bool>(attribute, parameter) || takeValue<int>(attribute, parameter) ||
+                       takeValue<double>(attribute, parameter) ||
+                       takeValue<std::complex<double>>(attribute, parameter) ||
+                       takeValue<std::string>(attribute, parameter);
+    parameter.text = known ? valueText(parameter.value) : attribute.getStringValue();
+    if (auto const* const withExpression = dynamic_cast<vrl::AttributeWithExpr const*>(&attribute))
+        parameter.expression = withExpression->getExpression();
+    std::ostringstream complaint;
+    parameter.inRange = attribute.inSpec(complaint);
+    return parameter;
+}
+
+// A list tells the order of adding; what was made while reading has no place in it and shows only in the walk of
+// writing.
+std::vector<Parameter> parametersOf(vrl::Attributes& list) {
+    std::vector<Parameter> parameters;
+    std::set<std::string> seen;
+    auto const take = [&](std::string const& name) {
+        if (!seen.insert(name).second || !list.find(name)) return;
+        parameters.push_back(parameterOf(*list.getAttribute(name)));
+        parameters.back().name = name;
+    };
+    for (auto name = list.beginAttribute(); name != list.endAttribute(); ++name) take(*name);
+    NameCollector collector;
+    list.write(&collector);
+    for (std::string const& name : collector.names) take(name);
+    return parameters;
+}
+
+std::string valueText(ParameterValue const& value) {
+    struct Text {
+        std::string operator()(std::monostate) const { return {}; }
+        std::string operator()(bool v) const { return v ? "true" : "false"; }
+        std::string operator()(int v) const { return std::to_string(v); }
+        std::string operator()(double v) const { return numberText(v); }
+        std::string operator()(std::complex<double> const& v) const { return numberText(v); }
+        std::string operator()(std::string const& v) const { return v; }
+    };
+    return std::visit(Text(), value);
+}
+
+Json valueJson(ParameterValue const& value) {
+    struct AsJson {
+        Json operator()(std::monostate) const { return nullptr; }
+        Json operator()(bool v) const { return v; }
+        Json operator()(int v) const { return v; }
+        Json operator()(double v) const { return jsonNumber(v); }
+        Json operator()(std::complex<double> const& v) const {
+            return Json{{"re", jsonNumber(v.real())}, {"im", jsonNumber(v.imag())}};
+        }
+        Json operator()(std::string const& v) const { return v; }
+    };
+    return std::visit(AsJson(), value);
+}
+
+std::string rangeText(Parameter const& parameter) {
+    return parameter.hasRange ? valueText(parameter.min) + " to " + valueText(parameter.max) : std::string();
+}
+
+Json parameterJson(Parameter const& parameter) {
+    Json json{{"name", parameter.name}, {"type", parameter.type}, {"value", valueJson(parameter.value)}};
+    if (std::holds_alternative<std::monostate>(parameter.value)) json["text"] = parameter.text;
+    if (parameter.hasRange) {
+        json["min"] = valueJson(parameter.min);
+        json["max"] = valueJson(parameter.max);
+    }
+    if (!parameter.unit.empty()) json["unit"] = parameter.unit;
+    if (!parameter.description.empty()) json["description"] = parameter.description;
+    if (!parameter.expression.empty()) json["expression"] = parameter.expression;
+    return json;
+}
+
+}  // namespace vrltool

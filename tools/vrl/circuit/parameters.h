@@ -1,0 +1,51 @@
+#pragma once
+
+#include <complex>
+#include <memory>
+#include <optional>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "text/json.h"
+#include "vrllib/vrllib.h"
+
+namespace vrltool {
+
+/// The value of a parameter, exactly; nothing for a type whose value the library does not tell.
+using ParameterValue = std::variant<std::monostate, bool, int, double, std::complex<double>, std::string>;
+
+/// A parameter as people and programs are told of it.
+struct Parameter {
+    std::string name;
+    std::string type;  ///< "bool", "Int", "Double", "Complex", "String", or the word of a type of a plug-in
+    ParameterValue value;
+    std::string text;  ///< the value: numbers as short as reads back the same
+    bool hasRange = false;
+    ParameterValue min, max;  ///< of what has a range
+    std::string unit;
+    std::string description;
+    std::string expression;  ///< empty without one
+    bool inRange = true;
+    vrl::Attribute* attribute = nullptr;  ///< owned by its list
+};
+
+/// What is to be told of one parameter.
+Parameter parameterOf(vrl::Attribute& attribute);
+
+/// The parameters of a list: in the order of adding, each once, and behind them those that came with a file only, by
+/// name.
+std::vector<Parameter> parametersOf(vrl::Attributes& list);
+
+/// The value as text and as JSON; nothing gives an empty text and null.
+std::string valueText(ParameterValue const& value);
+Json valueJson(ParameterValue const& value);
+
+/// "5 to 500", or empty without a range.
+std::string rangeText(Parameter const& parameter);
+
+/// {"name", "type", "value", "min", "max", "unit", "description", "expression"}; what is empty is left out, except
+/// name, type and value.
+Json parameterJson(Parameter const& parameter);
+
+}  // namespace vrltool

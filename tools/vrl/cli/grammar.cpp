@@ -1,0 +1,140 @@
+#include "cli/grammar.h"
+
+#include <CLI/CLI.hpp>
+#include <exception>
+#include <iostream>
+#include <utility>
+#include <vector>
+
+#include "cli/version.h"
+#include "text/near_names.h"
+
+namespace vrltool {
+
+namespace {
+
+std::vector<std::string> commandNames(CLI::App const& root) {
+    std::vector<std::string> names;
+    for (CLI::App const* command : root.get_subcommands([](CLI::App const* c) { return !c->get_group().empty(); }))
+        names.push_back(command->get_name());
+    return names;
+}
+
+std::vector<std::string> optionNames(CLI::App const& command) {
+    std::vector<std::string> names;
+    for (CLI::Option const* option : command.get_options())
+        for (std::string const& name : option->get_lnames()) names.push_back("--" + name);
+    return names;
+}
+
+/// The command that a command line names, or the whole grammar.
+CLI::App const& namedCommand(CLI::App const& root, int argc, char const* const* argv) {
+    for (int i = 1; i < argc; ++i)
+        for (CLI::App const* command : root.get_subcommands([](CLI::App const*) { return true; }))
+            if (command->get_name() == argv[i]) return *command;
+    return root;
+}
+
+bool takes(CLI::App const& command, std::string const& option) {
+    auto const name = option.substr(0, option.find('='));
+    return command.get_option_no_throw(name) != nullptr;
+}
+
+/// What is wrong with a command line that names no command, or an option that its command does not have. Empty if it is
+/// something else, for which the parser has words of its own.
+std::string unknownWord(CLI::App const& root, int argc, char const* const* argv) {
+    CLI::App const& command = namedCommand(root, argc, argv);
+    if (&command == &root) {
+        for (int i = 1; i < argc; ++i)
+            if (argv[i][0] != '-')
+                return "no command '" + std::string(argv[i]) + "'\n" + didYouMean(argv[i], commandNames(root));
+        return argc > 1 ? std::string() : "no command given";
+    }
+    for (int i = 1; i < argc; ++i) {
+        std::string const word = argv[i];
+        if (word == "--") break;
+        if (word.size() > 2 && word.compare(0, 2, "--") == 0 && !takes(command, word))
+            return "'" + command.get_name() + "' has no option '" + word + "'\n" +
+                   didYouMean(word, optionNames(command));
+    }
+    return {};
+}
+
+void writeFailure(std::string const& text, std::string const& cure) {
+    std::cerr << "vrl: " << text << '\n';
+    if (!cure.empty()) std::cerr << "  " << cure << '\n';
+}
+
+}  // namespace
+
+Grammar::Grammar() : root(std::make_unique<CLI::App>("Looks at, checks, compares and documents photonic designs")) {
+    root->name("vrl");
+    root->require_subcommand(1);
+    root->set_version_flag("--version", std::string("vrl ") + kVersion);
+    root->get_formatter()->column_width(34);
+    root->footer("Exit status: 0 fine, 1 findings or differences, 2 could not be done.\n"
+                 "'vrl COMMAND --help' tells more of a command.");
+}
+
+Grammar::~Grammar() = default;
+
+CLI::App& Grammar::addCommand(std::string const& name, std::string const& summary, Run run) {
+    CLI::App& command = *root->add_subcommand(name, summary);
+    command.add_option("--config", common.config, "the configuration file, instead of the one that is searched for")
+        ->type_name("FILE");
+    command.callback([this, work = std::move(run)] { chosen = work; });
+    return command;
+}
+
+CLI::App& Grammar::add(std::string const& name, std::string const& summary, std::string const& examples, Run run) {
+    CLI::App& command = addTextOnly(name, summary, examples, std::move(run));
+    command.add_flag("--json", common.json, "JSON for programs; see docs/schemas/vrl-" + name + ".schema.json");
+    return command;
+}
+
+CLI::App& Grammar::addTextOnly(std::string const& name, std::string const& summary, std::string const& examples,
+                               Run run) {
+    CLI::App& command = addCommand(name, summary, std::move(run));
+    command.footer("Examples:\n" + examples);
+    return command;
+}
+
+CLI::App& Grammar::addHidden(std::string const& name, std::string const& summary, Run run) {
+    CLI::App& command = addCommand(name, summary, std::move(run));
+    command.group("");
+    return command;
+}
+
+int Grammar::run(int argc, char const* const* argv) {
+    try {
+        root->parse(argc, argv);
+    } catch (CLI::Success const& asked) {  // --help or --version
+        return root->exit(asked);
+    } catch (CLI::ParseError const& error) {
+        std::string const unknown = unknownWord(*root, argc, argv);
+        std::string const text = unknown.empty() ? error.what() : unknown;
+        auto const line = text.find('\n');
+        std::string const hint = line == std::string::npos ? "" : text.substr(line + 1);
+        CLI::App const& command = namedCommand(*root, argc, argv);
+        writeFailure(text.substr(0, line), hint);
+        std::cerr << "  'vrl " << (&command == root.get() ? "" : command.get_name() + " ")
+                  << "--help' tells the usage\n";
+        return static_cast<int>(Outcome::kFailed);
+    }
+    try {
+        Outcome const outcome = chosen(common);
+        if (!std::cout.flush()) throw Failure("standard output", "cannot be written");
+        return static_cast<int>(outcome);
+    } catch (Failure const& failure) {
+        writeFailure(failure.what(), failure.cure());
+    } catch (std::exception const& error) {
+        writeFailure(error.what(), "");
+    } catch (char const* text) {  // the texts that the library throws
+        writeFailure(text, "");
+    } catch (std::string const& text) {
+        writeFailure(text, "");
+    }
+    return static_cast<int>(Outcome::kFailed);
+}
+
+}  // namespace vrltool

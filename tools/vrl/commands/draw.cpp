@@ -1,0 +1,7 @@
+#include "commands/commands.h"
+
+namespace vrltool {
+
+void addDraw(Grammar&) {}
+
+}  // namespace vrltool

@@ -1,0 +1,7 @@
+#include "commands/commands.h"
+
+namespace vrltool {
+
+void addPlugins(Grammar&) {}
+
+}  // namespace vrltool

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <cstddef>
+#include <iosfwd>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "host/stand_in.h"
+#include "vrllib/vrllib.h"
+
+namespace vrltool {
+
+/// What a file holds: one persistent object of whatever class, and what was missing while it was read.
+///
+/// The object is owned by this one. Of the pointers, those are set that the object is: a composite is a block, a
+/// netlist and a parameter list.
+struct Design {
+    std::string path;
+    std::string type;  ///< what the file says of its object: "Netlist", or a kind
+    vrl::Netlist* netlist = nullptr;
+    vrl::BB* block = nullptr;
+    vrl::Attribute* parameter = nullptr;
+    vrl::Attributes* list = nullptr;
+    vrl::Annotations* notes = nullptr;
+    vrl::Foundry::CSInfo* choice = nullptr;
+    vrl::BB::Port* port = nullptr;
+    std::vector<MissingKind> missing;  ///< what stand-ins were made for
+    std::size_t bytesBehind = 0;       ///< what stands in the file behind the object
+    std::shared_ptr<void> owner;
+
+    /// Prints the object as the library prints it.
+    void print(std::ostream& os) const;
+    /// Writes the object to any format. False if that fails.
+    bool write(vrl::SerialiserBase& serialiser) const;
+};
+
+/// Reads a file whole, with stand-ins for missing kinds. The library has to be started.
+///
+/// A Failure tells a file that cannot be read, is empty, is cut short or damaged, and where.
+Design readDesign(std::string const& path);
+
+/// The netlist of a design; a Failure says what the file holds if it is none.
+vrl::Netlist& circuitOf(Design const& design);
+
+/// Ties every block to its foundry, also inside composites.
+void prepareWhole(vrl::Netlist& netlist);
+
+/// One line for each missing kind, with the configured libraries that failed to load, for standard error. Empty if
+/// nothing is missing.
+std::string missingText(Design const& design);
+
+/// Writes a netlist into a file, which has its new content whole or stays as it is: a temporary file in the same
+/// folder, flushed to the disk and renamed, with the mode of the file before. Refuses a netlist with stand-ins, whose
+/// kinds keep what this program does not know of, and so does it a file that holds such kinds.
+void saveDesign(vrl::Netlist& netlist, std::string const& path);
+
+/// The same for any bytes.
+void saveFile(std::string const& path, std::string const& bytes);
+
+}  // namespace vrltool

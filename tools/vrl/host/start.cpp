@@ -1,0 +1,56 @@
+#include "host/start.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <fstream>
+#include <iostream>
+#include <sstream>
+
+#include "host/load_watch.h"
+#include "text/failure.h"
+#include "vrllib/vrllib.h"
+
+namespace vrltool {
+
+namespace {
+
+void useConfig(std::string const& config) {
+    std::ifstream file(config);
+    if (!file || file.peek() == std::ifstream::traits_type::eof())
+        throw Failure(config, file.eof() ? "the configuration file is empty" : "cannot read this configuration file",
+                      "give a readable file with --config FILE, or none to use the one that is searched for");
+    vrlConfigFile(config.c_str());
+}
+
+/// The warnings of the configuration; the reports of single libraries are the affair of those who miss a kind.
+void showWarnings(std::string const& messages) {
+    std::istringstream lines(messages);
+    for (std::string line; std::getline(lines, line);)
+        if (line.compare(0, 12, "-- warning: ") == 0) std::cerr << "vrl: warning: " << line.substr(12) << '\n';
+}
+
+}  // namespace
+
+QuietOutput::QuietOutput() : kept((std::cout.flush(), std::fflush(stdout), fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, 0))) {
+    if (kept >= 0) dup2(STDERR_FILENO, STDOUT_FILENO);
+}
+
+QuietOutput::~QuietOutput() {
+    std::cout.flush();
+    std::fflush(stdout);
+    if (kept < 0) return;
+    dup2(kept, STDOUT_FILENO);
+    close(kept);
+}
+
+void startLibrary(std::string const& config) {
+    if (!config.empty()) useConfig(config);
+    QuietOutput const quiet;
+    watchLoads();
+    vrlInit_vrllib(false, true);
+    showWarnings(vrlGetCoutMsg());
+}
+
+}  // namespace vrltool

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace vrltool {
+
+/// Brings the library up with a configuration file, or with the one that it finds; once in a process.
+///
+/// What plug-ins print meanwhile goes to standard error, and warnings of the configuration do, too. Errors: a file that
+/// was named and cannot be read is a Failure.
+void startLibrary(std::string const& config);
+
+/// Sends what is written to standard output to standard error while it lives: foreign code is at work.
+class QuietOutput {
+public:
+    QuietOutput();
+    QuietOutput(QuietOutput const&) = delete;
+    QuietOutput& operator=(QuietOutput const&) = delete;
+    ~QuietOutput();
+
+private:
+    int kept;
+};
+
+}  // namespace vrltool

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace vrltool {
+
+/// Up to three of the names that are near to a wrong one, nearest first, equal ones in order of the names.
+///
+/// Near means few letters changed, left out, added or swapped with their neighbour (about one in three), without a look
+/// at capitals, or that one is the beginning of the other.
+std::vector<std::string> nearNames(std::string const& wrong, std::vector<std::string> const& names);
+
+/// "did you mean 'a', 'b' or 'c'?", or an empty text without near names.
+std::string didYouMean(std::string const& wrong, std::vector<std::string> const& names);
+
+}  // namespace vrltool
