@@ -1,0 +1,37 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace vrltool {
+
+/// A program to run, without a shell: its words are taken as they stand.
+struct Program {
+    std::vector<std::string> words;  ///< the name, looked for along PATH, or a path; then the arguments
+    std::string input;               ///< what it reads on standard input
+    std::string folder;              ///< its working folder; empty: that of this program
+    unsigned seconds = 60;           ///< it and what it started are ended after that time
+};
+
+/// How a program ended, and what it wrote.
+struct Ended {
+    bool started = false;   ///< false: there is no such program
+    bool timedOut = false;  ///< it was ended for its time
+    int status = 0;         ///< the exit status, if no signal ended it
+    int signal = 0;         ///< the signal that ended it, or 0
+    std::string out;
+    std::string err;
+
+    /// Whether it ended by itself with status 0.
+    bool fine() const { return started && !timedOut && signal == 0 && status == 0; }
+    /// How it ended, for people: "ended with status 3", "ended by signal 11 (Segmentation fault)", ...
+    std::string how() const;
+};
+
+/// Runs a program to its end. It sees the environment of this one.
+Ended runProgram(Program const& program);
+
+/// The path of the program that is running.
+std::string ownProgram();
+
+}  // namespace vrltool
