@@ -36,6 +36,7 @@ vrl::BB* blockOf(vrl::Netlist& netlist, unsigned number) {
 void addElements(Circuit& circuit, vrl::Netlist& netlist, int depth) {
     std::set<unsigned> named;
     for (auto name = netlist.beginElementName(); name != netlist.endElementName(); ++name) {
+        if (name->first.empty()) continue;  // only a damaged file has one: it counts as nameless
         circuit.elements.push_back(elementOf(name->first, name->second, blockOf(netlist, name->second), depth));
         named.insert(name->second);
     }
@@ -71,7 +72,8 @@ Pin const* Element::pin(std::string const& pinName) const {
 }
 
 std::size_t Circuit::find(std::string const& name) const {
-    auto const end = std::find_if(elements.begin(), elements.end(), [](Element const& e) { return e.name.empty(); });
+    auto const end =
+        std::partition_point(elements.begin(), elements.end(), [](Element const& e) { return !e.name.empty(); });
     auto const found = std::lower_bound(elements.begin(), end, name,
                                         [](Element const& e, std::string const& wanted) { return e.name < wanted; });
     return found != end && found->name == name ? static_cast<std::size_t>(found - elements.begin()) : elements.size();

@@ -39,7 +39,7 @@ Outcome diff(Options const& options, Common const& common) {
     startLibrary(common.config);
     Design const a = readDesign(options.a);
     Design const b = readDesign(options.b);
-    std::cerr << missingText(a) << missingText(b);
+    std::cerr << missingText(a, b);
     Comparison const comparison = compareDesigns(a, b, settings);
     warnOfIdle(settings, comparison.parameters);
     if (common.json)

@@ -12,17 +12,27 @@ namespace {
 
 using Places = std::vector<std::size_t>;
 
-/// The same place of a list in A and in B, or one that only one of them has.
+/// The same place of a list in A and in B, one that only one of them has, or one that holds another net in B.
 struct PlacePair {
     std::size_t inA = kNone;
     std::size_t inB = kNone;
+    bool same = false;
 };
+
+/// Stands for all nets that join nothing: they are the same.
+constexpr std::size_t kNothing = kNone - 1;
+
+Places netsOf(Places const& list, std::vector<std::vector<std::size_t>> const& ends) {
+    Places nets;
+    for (std::size_t const net : list) nets.push_back(ends[net].empty() ? kNothing : net);
+    return nets;
+}
 
 /// The places of a list by their nets, to be taken each once, in order.
 class OpenPlaces {
 public:
-    explicit OpenPlaces(Places const& list) {
-        for (std::size_t i = list.size(); i-- > 0;) byNet[list[i]].push_back(i);
+    explicit OpenPlaces(Places const& nets) {
+        for (std::size_t i = nets.size(); i-- > 0;) byNet[nets[i]].push_back(i);
     }
     std::size_t take(std::size_t net) {
         auto const found = byNet.find(net);
@@ -36,44 +46,40 @@ private:
     std::map<std::size_t, Places> byNet;
 };
 
-/// A net that joins nothing; all of them are the same.
-constexpr std::size_t kNothing = kNone - 1;
-
-Places netsOf(Places const& list, std::vector<std::vector<std::size_t>> const& ends) {
-    Places nets;
-    for (std::size_t const net : list) nets.push_back(ends[net].empty() ? kNothing : net);
-    return nets;
+/// The place of B that shares an end with a net of A.
+std::size_t takeCounterpart(OpenPlaces& open, std::size_t netA, CommonEnds const& common) {
+    if (netA == kNothing) return open.take(kNothing);
+    std::size_t place = kNone;
+    for (std::size_t const end : common.ofA[netA])
+        if (place == kNone) place = open.take(common.ends[end].netB);
+    return place;
 }
 
-std::vector<PlacePair> pairsOf(Places const& listA, Places const& listB, CommonEnds const& common) {
-    OpenPlaces open(listB);
+std::vector<PlacePair> pairsOf(Places const& netsA, Places const& netsB, CommonEnds const& common) {
+    OpenPlaces open(netsB);
     std::vector<PlacePair> pairs;
-    std::vector<bool> taken(listB.size());
-    for (std::size_t i = 0; i < listA.size(); ++i) {
-        PlacePair pair{i, kNone};
-        if (listA[i] == kNothing) {
-            pair.inB = open.take(kNothing);
-        } else {
-            auto const& ends = common.ofA[listA[i]];
-            for (std::size_t e = 0; e < ends.size() && pair.inB == kNone; ++e)
-                pair.inB = open.take(common.ends[ends[e]].netB);
-        }
-        if (pair.inB != kNone) taken[pair.inB] = true;
-        pairs.push_back(pair);
+    std::vector<bool> taken(netsB.size());
+    for (std::size_t i = 0; i < netsA.size(); ++i) {
+        std::size_t const place = takeCounterpart(open, netsA[i], common);
+        pairs.push_back({i, place, place != kNone});
+        if (place != kNone) taken[place] = true;
     }
-    for (std::size_t i = 0; i < listB.size(); ++i) {
+    for (std::size_t i = 0; i < netsB.size(); ++i) {
         if (taken[i]) continue;
-        if (i < listA.size() && pairs[i].inB == kNone)
-            pairs[i].inB = i;  // something else at the same place
+        if (i < netsA.size() && pairs[i].inB == kNone)
+            pairs[i].inB = i;
         else
-            pairs.push_back({kNone, i});
+            pairs.push_back({kNone, i, false});
     }
+    std::sort(pairs.begin(), pairs.end(), [](PlacePair const& x, PlacePair const& y) {
+        return std::pair(std::min(x.inB, x.inA), x.inA) < std::pair(std::min(y.inB, y.inA), y.inA);
+    });
     return pairs;
 }
 
-/// The pairs that keep their order among each other: as many as can be, by patience sorting.
-std::set<std::size_t> keptOrder(std::vector<std::size_t> const& sequence) {
-    std::vector<std::size_t> piles;  // the last of the best sequence of each length
+/// The longest part of a sequence that ascends, by patience sorting: what kept its order.
+std::set<std::size_t> longestAscent(std::vector<std::size_t> const& sequence) {
+    std::vector<std::size_t> piles;  // where the best ascent of each length ends
     std::vector<std::size_t> before(sequence.size(), kNone);
     for (std::size_t i = 0; i < sequence.size(); ++i) {
         auto const pile = std::lower_bound(piles.begin(), piles.end(), i,
@@ -84,87 +90,49 @@ std::set<std::size_t> keptOrder(std::vector<std::size_t> const& sequence) {
         else
             *pile = i;
     }
-    std::set<std::size_t> kept;
-    for (std::size_t i = piles.empty() ? kNone : piles.back(); i != kNone; i = before[i]) kept.insert(sequence[i]);
-    return kept;
+    std::set<std::size_t> ascent;
+    for (std::size_t i = piles.empty() ? kNone : piles.back(); i != kNone; i = before[i]) ascent.insert(sequence[i]);
+    return ascent;
 }
 
-class BoundaryComparison {
-public:
-    BoundaryComparison(Subject s, char const* w, CommonEnds& c, std::string const& p, std::vector<Change>& all)
-        : subject(s), word(w), common(c), path(p), changes(all) {}
+/// The places of B that kept their order among each other.
+std::set<std::size_t> keptOrder(std::vector<PlacePair> pairs) {
+    std::sort(pairs.begin(), pairs.end(), [](PlacePair const& x, PlacePair const& y) { return x.inA < y.inA; });
+    std::vector<std::size_t> sequence;
+    for (PlacePair const& pair : pairs)
+        if (pair.same) sequence.push_back(pair.inB);
+    return longestAscent(sequence);
+}
 
-    void compare(Places const& a, Places const& b) {
-        Places const listA = netsOf(a, common.ofA);
-        Places const listB = netsOf(b, common.ofB);
-        auto pairs = pairsOf(listA, listB, common);
-        std::vector<std::size_t> sequence;
-        for (PlacePair const& pair : pairs)
-            if (isSame(pair, listA, listB)) sequence.push_back(pair.inB);
-        auto const kept = keptOrder(sequence);
-        std::sort(pairs.begin(), pairs.end(), [](PlacePair const& x, PlacePair const& y) {
-            return std::pair(std::min(x.inB, x.inA), x.inA) < std::pair(std::min(y.inB, y.inA), y.inA);
-        });
-        std::vector<PlacePair> same;
-        for (PlacePair const& pair : pairs) {
-            if (!isSame(pair, listA, listB))
-                tell(pair.inA == kNone   ? Verb::kAdded
-                     : pair.inB == kNone ? Verb::kRemoved
-                                         : Verb::kChanged,
-                     pair, a, b);
-            else if (kept.count(pair.inB) == 0)
-                tell(Verb::kMoved, pair, a, b);
-            if (isSame(pair, listA, listB)) same.push_back(pair);
-        }
-        for (PlacePair const& pair : same)
-            places.push_back({word + (" " + std::to_string(pair.inB + 1)), a[pair.inA], b[pair.inB]});
-    }
-
-    /// To be called when all lists are compared: until then only ports are ends.
-    struct Place {
-        std::string text;
-        std::size_t netA, netB;
-    };
-    std::vector<Place> const& kept() const { return places; }
-
-private:
-    bool isSame(PlacePair const& pair, Places const& listA, Places const& listB) const {
-        if (pair.inA == kNone || pair.inB == kNone) return false;
-        std::size_t const netA = listA[pair.inA];
-        std::size_t const netB = listB[pair.inB];
-        if (netA == kNothing || netB == kNothing) return netA == netB;
-        auto const& ends = common.ofA[netA];
-        return std::any_of(ends.begin(), ends.end(), [&](std::size_t end) { return common.ends[end].netB == netB; });
-    }
-
-    void tell(Verb verb, PlacePair const& pair, Places const& a, Places const& b) {
-        Change change{subject, verb, path, "", "", {}, {}, {}};
-        if (pair.inA != kNone) change.from = BoundaryPlace{pair.inA + 1, common.texts(common.ofA[a[pair.inA]])};
-        if (pair.inB != kNone) change.to = BoundaryPlace{pair.inB + 1, common.texts(common.ofB[b[pair.inB]])};
-        changes.push_back(std::move(change));
-    }
-
-    Subject subject;
-    char const* word;
-    CommonEnds& common;
-    std::string const& path;
-    std::vector<Change>& changes;
-    std::vector<Place> places;
-};
+Verb verbOf(PlacePair const& pair) {
+    return pair.same           ? Verb::kMoved
+           : pair.inA == kNone ? Verb::kAdded
+           : pair.inB == kNone ? Verb::kRemoved
+                               : Verb::kChanged;
+}
 
 }  // namespace
 
 void compareBoundaries(Wiring const& a, Wiring const& b, CommonEnds& common, std::string const& path,
                        std::vector<Change>& changes) {
     static constexpr Subject subjects[] = {Subject::kInput, Subject::kOutput, Subject::kDc};
-    static constexpr char const* words[] = {"input", "output", "DC"};
-    std::vector<BoundaryComparison> comparisons;
+    static constexpr char const* words[] = {"input ", "output ", "DC "};
+    CommonEnds const ports = common;  // without the places that are added here
     for (std::size_t list = 0; list < Wiring::kBoundaries; ++list) {
-        comparisons.emplace_back(subjects[list], words[list], common, path, changes);
-        comparisons.back().compare(a.boundary[list], b.boundary[list]);
+        Places const& listA = a.boundary[list];
+        Places const& listB = b.boundary[list];
+        auto const pairs = pairsOf(netsOf(listA, ports.ofA), netsOf(listB, ports.ofB), ports);
+        auto const kept = keptOrder(pairs);
+        for (PlacePair const& pair : pairs) {
+            if (pair.same)
+                common.addPlace(words[list] + std::to_string(pair.inB + 1), listA[pair.inA], listB[pair.inB]);
+            if (pair.same && kept.count(pair.inB)) continue;
+            Change change{subjects[list], verbOf(pair), path, "", "", {}, {}, {}};
+            if (pair.inA != kNone) change.from = BoundaryPlace{pair.inA + 1, ports.texts(ports.ofA[listA[pair.inA]])};
+            if (pair.inB != kNone) change.to = BoundaryPlace{pair.inB + 1, ports.texts(ports.ofB[listB[pair.inB]])};
+            changes.push_back(std::move(change));
+        }
     }
-    for (auto const& comparison : comparisons)
-        for (auto const& place : comparison.kept()) common.addPlace(place.text, place.netA, place.netB);
 }
 
 }  // namespace vrltool

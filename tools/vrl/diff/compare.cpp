@@ -53,7 +53,7 @@ public:
             properties.compareSingle(*a.parameter, *b.parameter);
         else
             properties.compareNotes(a.notes, b.notes, "");
-        if (a.list || b.list) properties.compareParameters(a.list, b.list, "");
+        if (a.list || b.list) properties.compareParameters(a.list, b.list, "", a.type == b.type);
         properties.compareBlocks(a.block, b.block, "");
         if (a.choice && b.choice) properties.compareChoices(*a.choice, *b.choice, "");
         if (a.port && b.port) properties.compareChoices(a.port->getCS(), b.port->getCS(), "");
@@ -99,7 +99,7 @@ private:
     void compareElements(Element const& a, Element const& b, std::string const& path) {
         if (a.name != b.name) add({Subject::kElement, Verb::kRenamed, path, a.label(), "", a.kind, b.kind, {}});
         properties.compareTexts(Subject::kKind, a.kind, b.kind, path);
-        properties.compareParameters(a.block, b.block, path);
+        properties.compareParameters(a.block, b.block, path, a.kind == b.kind);
         properties.compareNotes(a.block, b.block, path);
         properties.compareBlocks(a.block, b.block, path);
         if (a.inside && b.inside) compareSheets({*a.inside, inner(a)}, {*b.inside, inner(b)}, path);

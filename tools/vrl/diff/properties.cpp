@@ -11,7 +11,9 @@ namespace vrltool {
 
 namespace {
 
-constexpr char kUnitKey[] = "vrl::attrUnitName";  // told with the value
+// Keys under which a parameter keeps its own texts.
+constexpr char kUnit[] = "vrl::attrUnitName";
+constexpr char kDescription[] = "vrl::attrDescr";
 
 double magnitude(double value) { return std::abs(value); }
 double magnitude(std::complex<double> const& value) { return std::abs(value); }
@@ -81,10 +83,10 @@ ChangeSide sideOf(Parameter const* parameter) { return parameter ? ChangeSide(st
 
 ChangeSide sideOf(std::string const* text) { return text ? ChangeSide(*text) : ChangeSide(); }
 
-vrl::Annotations::AnnotationMap notesOf(vrl::Annotations const* notes, bool ofParameter) {
+vrl::Annotations::AnnotationMap notesOf(vrl::Annotations const* notes, std::set<std::string> const& without) {
     vrl::Annotations::AnnotationMap result;
     if (notes) result = notes->list();
-    if (ofParameter) result.erase(kUnitKey);
+    for (std::string const& key : without) result.erase(key);
     return result;
 }
 
@@ -116,7 +118,7 @@ bool PropertyComparison::same(ParameterState const& a, ParameterState const& b) 
 }
 
 void PropertyComparison::compareParameter(Parameter const* a, Parameter const* b, std::string const& name,
-                                          std::string const& path) {
+                                          std::string const& path, bool sameKind) {
     names.insert(name);
     names.insert(path + "." + name);
     if (isIgnored(name, path)) return;
@@ -124,27 +126,29 @@ void PropertyComparison::compareParameter(Parameter const* a, Parameter const* b
         found.changes.push_back({Subject::kParameter, verbOf(a, b), path, name, "", sideOf(a), sideOf(b), {}});
     if (!a || !b) return;
     if (isStandIn(*a->attribute) && isStandIn(*b->attribute)) found.uncompared.push_back({path, name, b->type});
-    compareNotes(a->attribute, b->attribute, path, name);
+    std::set<std::string> without{kUnit};  // told with the value
+    if (!sameKind) without.insert(kDescription);
+    compareNotes(a->attribute, b->attribute, path, name, without);
 }
 
-void PropertyComparison::compareParameters(vrl::Attributes* a, vrl::Attributes* b, std::string const& path) {
+void PropertyComparison::compareParameters(vrl::Attributes* a, vrl::Attributes* b, std::string const& path,
+                                           bool sameKind) {
     sideBySide(parametersByName(a), parametersByName(b),
                [&](std::string const& name, Parameter const* inA, Parameter const* inB) {
-                   compareParameter(inA, inB, name, path);
+                   compareParameter(inA, inB, name, path, sameKind);
                });
 }
 
 void PropertyComparison::compareSingle(vrl::Attribute& a, vrl::Attribute& b) {
     Parameter const inA = parameterOf(a);
     Parameter const inB = parameterOf(b);
-    compareParameter(&inA, &inB, inB.name, "");
+    compareParameter(&inA, &inB, inB.name, "", true);
 }
 
 void PropertyComparison::compareNotes(vrl::Annotations const* a, vrl::Annotations const* b, std::string const& path,
-                                      std::string const& parameter) {
+                                      std::string const& parameter, std::set<std::string> const& without) {
     if (!settings.notes) return;
-    bool const ofParameter = !parameter.empty();
-    sideBySide(notesOf(a, ofParameter), notesOf(b, ofParameter),
+    sideBySide(notesOf(a, without), notesOf(b, without),
                [&](std::string const& key, std::string const* inA, std::string const* inB) {
                    if (inA && inB && *inA == *inB) return;
                    found.changes.push_back(

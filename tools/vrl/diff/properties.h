@@ -23,11 +23,12 @@ public:
     /// The changes go into `found`; both outlive this one.
     PropertyComparison(DiffSettings const& s, Differences& d) : settings(s), found(d) {}
 
-    void compareParameters(vrl::Attributes* a, vrl::Attributes* b, std::string const& path);
+    /// Descriptions come with the kind: they are compared if both objects are of the same.
+    void compareParameters(vrl::Attributes* a, vrl::Attributes* b, std::string const& path, bool sameKind);
     /// Two parameters that stand alone.
     void compareSingle(vrl::Attribute& a, vrl::Attribute& b);
     void compareNotes(vrl::Annotations const* a, vrl::Annotations const* b, std::string const& path,
-                      std::string const& parameter = "");
+                      std::string const& parameter = "", std::set<std::string> const& without = {});
     /// Foundry, choices and ports.
     void compareBlocks(vrl::BB* a, vrl::BB* b, std::string const& path);
     void compareChoices(vrl::Foundry::CSInfo const& a, vrl::Foundry::CSInfo const& b, std::string const& path,
@@ -40,7 +41,8 @@ public:
     std::set<std::string> const& met() const { return names; }
 
 private:
-    void compareParameter(Parameter const* a, Parameter const* b, std::string const& name, std::string const& path);
+    void compareParameter(Parameter const* a, Parameter const* b, std::string const& name, std::string const& path,
+                          bool sameKind);
     bool isIgnored(std::string const& name, std::string const& path) const;
     bool same(ParameterState const& a, ParameterState const& b) const;
 

@@ -88,6 +88,8 @@ Json differencesJson(Differences const& differences, Design const& a, Design con
     json["b"] = sideJson(b);
     json["tolerance"] = Json{{"relative", settings.relative}, {"absolute", settings.absolute}};
     json["ignored"] = settings.ignored;
+    json["notes"] = settings.notes;
+    json["renames"] = settings.renames;
     json["differences"] = differences.changes.size();
     json["changes"] = Json::array();
     for (Change const& change : differences.changes) json["changes"].push_back(changeJson(change));

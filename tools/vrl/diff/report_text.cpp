@@ -46,13 +46,27 @@ char mark(Verb verb) {
 
 std::string quoted(std::string const& text) { return '"' + text + '"'; }
 
-std::string stateText(ParameterState const& state, bool withType) {
+/// What is told of a parameter besides its value and its unit, since the two sides differ in it.
+struct Details {
+    bool type = false;
+    bool calculated = false;
+    bool autoChangeable = false;
+};
+
+Details detailsOf(Change const& change) {
+    auto const* const from = std::get_if<ParameterState>(&change.from);
+    auto const* const to = std::get_if<ParameterState>(&change.to);
+    if (!from || !to) return {};
+    return {from->type != to->type, from->calculated != to->calculated, from->autoChangeable != to->autoChangeable};
+}
+
+std::string stateText(ParameterState const& state, Details const& details) {
     std::string text = state.type == "String" ? quoted(state.text) : state.text;
     if (!state.unit.empty()) text += " " + state.unit;
     if (!state.expression.empty()) text += " = " + state.expression;
-    if (withType) text += " (" + state.type + ")";
-    if (state.calculated) text += " (calculated)";
-    if (state.autoChangeable) text += " (auto-changeable)";
+    if (details.type) text += " (" + state.type + ")";
+    if (details.calculated && state.calculated) text += " (calculated)";
+    if (details.autoChangeable && state.autoChangeable) text += " (auto-changeable)";
     return text;
 }
 
@@ -63,28 +77,24 @@ std::string endsText(std::vector<std::string> const& ends) {
     if (ends.size() == 1) return ends[0];
     std::size_t const shown = ends.size() > kMost ? kMost - 1 : ends.size();
     std::string text = "(" + ends[0];
-    for (std::size_t i = 1; i < shown; ++i) text += " + " + ends[i];
-    if (shown < ends.size()) text += " + " + std::to_string(ends.size() - shown) + " more";
+    for (std::size_t i = 1; i < shown; ++i) text += " & " + ends[i];
+    if (shown < ends.size()) text += " & " + std::to_string(ends.size() - shown) + " more";
     return text + ")";
 }
 
 struct SideText {
-    bool withType = false;
+    Details details;
     bool quote = false;
 
     std::string operator()(std::monostate) const { return "none"; }
     std::string operator()(std::string const& text) const { return quote ? quoted(text) : text; }
-    std::string operator()(ParameterState const& state) const { return stateText(state, withType); }
+    std::string operator()(ParameterState const& state) const { return stateText(state, details); }
     std::string operator()(BoundaryPlace const& place) const { return endsText(place.ends); }
 };
 
 /// "OLD -> NEW", or the one side that there is.
 std::string sidesText(Change const& change) {
-    SideText text;
-    auto const* const from = std::get_if<ParameterState>(&change.from);
-    auto const* const to = std::get_if<ParameterState>(&change.to);
-    text.withType = from && to && from->type != to->type;
-    text.quote = change.subject == Subject::kNote;
+    SideText const text{detailsOf(change), change.subject == Subject::kNote};
     if (change.verb == Verb::kAdded) return std::visit(text, change.to);
     if (change.verb == Verb::kRemoved) return std::visit(text, change.from);
     return std::visit(text, change.from) + " -> " + std::visit(text, change.to);
