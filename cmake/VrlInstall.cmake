@@ -28,11 +28,11 @@ install(FILES
     DESTINATION ${package_folder} COMPONENT development)
 
 if(NOT WIN32)
-    file(RELATIVE_PATH prefix_from_pkgconfig /${pkgconfig_folder} /)
+    string(REGEX REPLACE "[^/]+" ".." prefix_from_pkgconfig ${pkgconfig_folder})
     configure_file(${CMAKE_CURRENT_LIST_DIR}/vrllib.pc.in ${PROJECT_BINARY_DIR}/package/vrllib.pc @ONLY)
     install(FILES ${PROJECT_BINARY_DIR}/package/vrllib.pc DESTINATION ${pkgconfig_folder} COMPONENT development)
 
-    file(RELATIVE_PATH prefix_from_bin /${CMAKE_INSTALL_BINDIR} /)
+    string(REGEX REPLACE "[^/]+" ".." prefix_from_bin ${CMAKE_INSTALL_BINDIR})
     configure_file(${CMAKE_CURRENT_LIST_DIR}/vrl-config.in ${PROJECT_BINARY_DIR}/package/vrl-config @ONLY)
     install(PROGRAMS ${PROJECT_BINARY_DIR}/package/vrl-config
         DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT development)
