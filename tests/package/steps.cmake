@@ -33,7 +33,7 @@ function(expect_no_path_of_the_build prefix built)
     endforeach()
 endfunction()
 
-function(build_project source binary prefix)
+function(configure_project source binary prefix)
     run(${CMAKE_COMMAND} -S ${source} -B ${binary} -G ${generator}
         -D CMAKE_MAKE_PROGRAM=${make}
         -D CMAKE_CXX_COMPILER=${compiler}
@@ -41,6 +41,10 @@ function(build_project source binary prefix)
         -D CMAKE_BUILD_TYPE=${config}
         -D CMAKE_PREFIX_PATH=${prefix}
         -D CMAKE_FIND_USE_PACKAGE_REGISTRY=OFF)
+endfunction()
+
+function(build_project source binary prefix)
+    configure_project(${source} ${binary} ${prefix})
     run(${CMAKE_COMMAND} --build ${binary} --config ${config})
 endfunction()
 
