@@ -32,6 +32,7 @@ if(NOT WIN32)
     configure_file(${CMAKE_CURRENT_LIST_DIR}/vrllib.pc.in ${PROJECT_BINARY_DIR}/package/vrllib.pc @ONLY)
     install(FILES ${PROJECT_BINARY_DIR}/package/vrllib.pc DESTINATION ${pkgconfig_folder} COMPONENT development)
 
+    get_property(VRL_PLUGIN_VERSION_DEFAULT GLOBAL PROPERTY VRL_PLUGIN_VERSION_DEFAULT)
     string(REGEX REPLACE "[^/]+" ".." prefix_from_bin ${CMAKE_INSTALL_BINDIR})
     configure_file(${CMAKE_CURRENT_LIST_DIR}/vrl-config.in ${PROJECT_BINARY_DIR}/package/vrl-config @ONLY)
     install(PROGRAMS ${PROJECT_BINARY_DIR}/package/vrl-config

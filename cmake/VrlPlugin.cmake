@@ -1,6 +1,7 @@
 # How a plug-in is made: vrl_add_plugin. Part of the installed package, and what this project makes its own plug-ins with.
 
-set(VRL_PLUGIN_VERSION_DEFAULT 5.1.3)  # what ${version} of a configuration file is, if the host does not set it
+# What ${version} of a configuration file is, if the host does not set it.
+set_property(GLOBAL PROPERTY VRL_PLUGIN_VERSION_DEFAULT 5.1.3)
 
 # vrl_add_plugin(NAME source... [VERSION version] [EXPORTS function...] [ALLOW_UNDEFINED])
 #
@@ -25,7 +26,7 @@ endfunction()
 # What makes a plug-in of a library target: vrl_plugin_properties(target NAME [options of vrl_add_plugin]).
 function(vrl_plugin_properties target name)
     cmake_parse_arguments(PARSE_ARGV 2 plugin "ALLOW_UNDEFINED" "VERSION" "EXPORTS")
-    set(version ${VRL_PLUGIN_VERSION_DEFAULT})
+    get_property(version GLOBAL PROPERTY VRL_PLUGIN_VERSION_DEFAULT)
     if(plugin_VERSION)
         set(version ${plugin_VERSION})
     elseif(VRL_PLUGIN_VERSION)

@@ -53,16 +53,24 @@ file(WRITE ${scratch}/VRLConfig.ini
 run(${scratch}/host/package_host ${scratch}/VRLConfig.ini)
 expect_equal("output of the host" "${output}" "  packageWaveguide\n${story}")
 
-# A symbol that would only be missed when a host loads the plug-in is missed when it is linked.
+# A symbol that would only be missed when a host loads the plug-in is refused when it is linked.
 file(WRITE ${scratch}/unresolved/CMakeLists.txt
     "cmake_minimum_required(VERSION 3.25)\n"
     "project(unresolved LANGUAGES CXX)\n"
     "find_package(vrllib 2.1 REQUIRED)\n"
-    "vrl_add_plugin(unresolved unresolved.cpp VERSION 7)\n")
+    "vrl_add_plugin(\${name} unresolved.cpp VERSION 7)\n")
 file(WRITE ${scratch}/unresolved/unresolved.cpp "int absent();\nint present() { return absent(); }\n")
-configure_project(${scratch}/unresolved ${scratch}/unresolved/build ${moved})
+configure_project(${scratch}/unresolved ${scratch}/unresolved/build ${moved} -D name=unresolved)
 execute_process(COMMAND ${CMAKE_COMMAND} --build ${scratch}/unresolved/build --config ${config}
     RESULT_VARIABLE result OUTPUT_VARIABLE out ERROR_VARIABLE out)
 if(result EQUAL 0 OR NOT out MATCHES "absent" OR EXISTS ${scratch}/unresolved/build/lib_wn_unresolved.so.7)
     message(FATAL_ERROR "an undefined symbol is not refused (${result}):\n${out}")
+endif()
+
+# So is a name that cannot be part of a file name.
+execute_process(COMMAND ${CMAKE_COMMAND} -D name=a/b ${scratch}/unresolved/build
+    RESULT_VARIABLE result OUTPUT_QUIET ERROR_VARIABLE out)
+string(REGEX REPLACE "[ \n]+" " " out "${out}")
+if(result EQUAL 0 OR NOT out MATCHES "vrl_add_plugin: \"a/b\" cannot be part of a file name. Use letters")
+    message(FATAL_ERROR "a wrong name is not refused (${result}):\n${out}")
 endif()

@@ -33,6 +33,7 @@ function(expect_no_path_of_the_build prefix built)
     endforeach()
 endfunction()
 
+# configure_project(source binary prefix [option...])
 function(configure_project source binary prefix)
     run(${CMAKE_COMMAND} -S ${source} -B ${binary} -G ${generator}
         -D CMAKE_MAKE_PROGRAM=${make}
@@ -40,7 +41,8 @@ function(configure_project source binary prefix)
         -D CMAKE_CXX_FLAGS=${flags}
         -D CMAKE_BUILD_TYPE=${config}
         -D CMAKE_PREFIX_PATH=${prefix}
-        -D CMAKE_FIND_USE_PACKAGE_REGISTRY=OFF)
+        -D CMAKE_FIND_USE_PACKAGE_REGISTRY=OFF
+        ${ARGN})
 endfunction()
 
 function(build_project source binary prefix)
