@@ -14,20 +14,6 @@ std::vector<Pin> declaredPins(vrl::BB const& block) {
     return pins;
 }
 
-Element elementOf(std::string const& name, unsigned number, vrl::BB* block, int depth) {
-    Element element;
-    element.name = name;
-    element.number = number;
-    element.block = block;
-    if (!block) return element;
-    element.kind = block->getName();
-    element.foundry = block->getFoundryName();
-    element.pins = declaredPins(*block);
-    auto* const composite = depth == 0 ? nullptr : dynamic_cast<vrl::CBB*>(block);
-    if (composite) element.inside = std::make_unique<Circuit>(circuitFrom(*composite->getAsNetlist(), depth - 1));
-    return element;
-}
-
 vrl::BB* blockOf(vrl::Netlist& netlist, unsigned number) {
     auto const found = netlist.findElement(number);
     return found == netlist.endElements() ? nullptr : found->second.get();
@@ -39,6 +25,7 @@ void addElements(Circuit& circuit, vrl::Netlist& netlist, int depth) {
         circuit.elements.push_back(elementOf(name->first, name->second, blockOf(netlist, name->second), depth));
         named.insert(name->second);
     }
+    circuit.named = circuit.elements.size();
     for (auto entry = netlist.beginElements(); entry != netlist.endElements(); ++entry)
         if (named.count(entry->first) == 0)
             circuit.elements.push_back(elementOf("", entry->first, entry->second.get(), depth));
@@ -71,7 +58,7 @@ Pin const* Element::pin(std::string const& pinName) const {
 }
 
 std::size_t Circuit::find(std::string const& name) const {
-    auto const end = std::find_if(elements.begin(), elements.end(), [](Element const& e) { return e.name.empty(); });
+    auto const end = elements.begin() + static_cast<std::ptrdiff_t>(named);
     auto const found = std::lower_bound(elements.begin(), end, name,
                                         [](Element const& e, std::string const& wanted) { return e.name < wanted; });
     return found != end && found->name == name ? static_cast<std::size_t>(found - elements.begin()) : elements.size();
@@ -80,6 +67,20 @@ std::size_t Circuit::find(std::string const& name) const {
 std::string Circuit::endText(End const& end) const {
     Element const& element = elements[end.element];
     return element.label() + "," + element.pins[end.pin].name;
+}
+
+Element elementOf(std::string const& name, unsigned number, vrl::BB* block, int depth) {
+    Element element;
+    element.name = name;
+    element.number = number;
+    element.block = block;
+    if (!block) return element;
+    element.kind = block->getName();
+    element.foundry = block->getFoundryName();
+    element.pins = declaredPins(*block);
+    auto* const composite = depth == 0 ? nullptr : dynamic_cast<vrl::CBB*>(block);
+    if (composite) element.inside = std::make_unique<Circuit>(circuitFrom(*composite->getAsNetlist(), depth - 1));
+    return element;
 }
 
 Circuit circuitFrom(vrl::Netlist& netlist, int depth) {
