@@ -24,7 +24,7 @@ std::string listText(std::vector<std::string> const& names, std::size_t most) {
 std::string namesHint(std::string const& wrong, std::vector<std::string> const& names, std::string const& things) {
     std::string const near = didYouMean(wrong, names);
     if (!near.empty()) return near;
-    return names.empty() ? "there are no " + things : things + ": " + listText(names);
+    return names.empty() ? "there are none" : things + ": " + listText(names);
 }
 
 std::string wrapped(std::string const& text, std::size_t indent, std::size_t width) {

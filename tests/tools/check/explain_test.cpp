@@ -1,0 +1,1 @@
+#include "tests/tools/check/check_test.h"
