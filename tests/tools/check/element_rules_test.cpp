@@ -81,7 +81,7 @@ TEST_F(ElementRules, FindATieOfAnElementThatIsNotThere) {
     EXPECT_EQ(foundIn("a.vrl", "stray-tie"), "a.vrl (Netlist, 2 elements): 1 error\n"
                                              "  error    upper,out0: is tied, but there is no element of this name "
                                              "[stray-tie]\n"
-                                             "           did you mean 'uppes' or 'lower'?\n");
+                                             "           did you mean 'uppes'?\n");
 }
 
 TEST_F(ElementRules, TellTheElementsWhereNoneIsNear) {
