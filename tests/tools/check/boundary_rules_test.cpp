@@ -45,13 +45,14 @@ TEST_F(BoundaryRules, FindACircuitWithoutABoundary) {
 
 TEST_F(BoundaryRules, FindACompositeWhosePortsDoNotFitItsInside) {
     circuit.add("arms", "sfPushPullArms").add("odd", new vrl_test::Lopsided(nullptr));
-    EXPECT_EQ(found("composite-ports"),
-              "a.vrl (Netlist, 6 elements): 2 warnings\n"
-              "  warning  odd: has 2 optical inputs (in0 and in1), and the circuit inside 1 input node "
-              "[composite-ports]\n"
-              "           mend the composite in its plug-in: a boundary node inside for each port\n"
-              "  warning  odd: has 1 electrical port (heater), and the circuit inside 0 DC nodes [composite-ports]\n"
-              "           mend the composite in its plug-in: a boundary node inside for each port\n");
+    EXPECT_EQ(
+        found("composite-ports"),
+        "a.vrl (Netlist, 6 elements): 2 warnings\n"
+        "  warning  odd: has 2 optical inputs (in0 and in1), and the circuit inside has 1 input node "
+        "[composite-ports]\n"
+        "           mend the composite in its plug-in: a boundary node inside for each port\n"
+        "  warning  odd: has 1 electrical port (heater), and the circuit inside has 0 DC nodes [composite-ports]\n"
+        "           mend the composite in its plug-in: a boundary node inside for each port\n");
 }
 
 TEST_F(BoundaryRules, FindBytesBehindTheDesign) {

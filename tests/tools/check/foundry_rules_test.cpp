@@ -23,14 +23,14 @@ TEST_F(FoundryRules, FindAFoundryThatNoPluginHas) {
     EXPECT_EQ(found("unknown-foundry"),
               "a.vrl (Netlist, 1 element): 1 error\n"
               "  error    bend: no loaded plug-in has its foundry 'SampleFob' [unknown-foundry]\n"
-              "           load the plug-in that brings it (did you mean 'SampleFab'?)\n");
+              "           did you mean 'SampleFab'?\n");
 }
 
 TEST_F(FoundryRules, FindABlockForNoFoundry) {
     circuit.add("bend", vrl::BB::create(nullptr, "sfBend")).add("taper", "sfTaper");
     EXPECT_EQ(found("no-foundry"), "a.vrl (Netlist, 2 elements): 1 note\n"
                                    "  note     bend: the block is made for no foundry [no-foundry]\n"
-                                   "           make the block for a foundry, with BB::create(foundry, kind)\n");
+                                   "           put a block in its place that is made for a foundry\n");
 }
 
 TEST_F(FoundryRules, FindChoicesThatTheFoundryDoesNotHave) {
@@ -64,7 +64,7 @@ TEST_F(FoundryRules, ContainWhatAFoundryPrintsAndThrows) {
 TEST_F(FoundryRules, LeaveOutWhatHasNoKnownFoundry) {
     circuit.add("bend", blockOf<LostFab>("sfBend"));
     EXPECT_EQ(found("unknown-choice"), "a.vrl (Netlist, 1 element): no findings\n"
-                                       "  not on 1 element, since their foundry is unknown:\n"
+                                       "  not on 1 element whose foundry no loaded plug-in has:\n"
                                        "    unknown-choice\n");
 }
 

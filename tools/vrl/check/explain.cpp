@@ -27,7 +27,7 @@ std::string severityTextOf(Rule const& rule) {
     std::string const id = rule.id;
     std::string text = std::string("It is ") + (rule.severity == Severity::kError ? "an " : "a ") +
                        severityWord(rule.severity) + " unless told otherwise. 'vrl check --severity " + id +
-                       "=LEVEL' sets " + listText(severityWords()) + "; '--skip " + id + "' leaves the rule out.";
+                       "=LEVEL' sets error, warning, note or off; '--skip " + id + "' leaves the rule out.";
     for (Need const& need : kNeedTexts)
         if (rule.needs & need.flag) text += std::string(" ") + need.text;
     return text;

@@ -7,11 +7,12 @@
 namespace vrltool {
 
 std::vector<Finding> Findings::take() {
-    auto const order = [](Finding const& finding) {
-        Place const& place = finding.place;
-        return std::tie(place.element, place.port, place.parameter, place.node);
+    auto const place = [](Finding const& finding) {
+        return std::tie(finding.place.element, finding.place.port, finding.place.parameter);
     };
-    std::stable_sort(list.begin(), list.end(), [&](Finding const& a, Finding const& b) { return order(a) < order(b); });
+    std::stable_sort(list.begin(), list.end(), [&](Finding const& a, Finding const& b) {
+        return place(a) != place(b) ? place(a) < place(b) : a.severity > b.severity;
+    });
     return std::exchange(list, {});
 }
 

@@ -43,7 +43,7 @@ public:
     static bool isLeftOut(Rule const& rule, Subject const& subject) {
         return ((rule.needs & kKind) && subject.standIn) || ((rule.needs & kFoundry) && subject.foundryUnknown);
     }
-    /// All findings by element, port and parameter, and the list is empty afterwards.
+    /// All findings by element, port and parameter, heaviest first; the list is empty afterwards.
     std::vector<Finding> take();
 
 private:

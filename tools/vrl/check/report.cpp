@@ -39,17 +39,18 @@ std::string placeText(Place const& place) {
 
 void writeFinding(std::ostream& os, Finding const& finding) {
     std::string const severity = severityWord(finding.severity);
-    os << "  " << severity << std::string(9 - severity.size(), ' ') << placeText(finding.place) << ": " << finding.what
-       << " [" << finding.rule->id << "]\n"
-       << std::string(11, ' ') << finding.cure << '\n';
+    os << "  " << severity << std::string(9 - severity.size(), ' ') << placeText(finding.place) << ": "
+       << printable(finding.what) << " [" << finding.rule->id << "]\n"
+       << std::string(11, ' ') << printable(finding.cure) << '\n';
 }
 
 /// The rules that could not look at something, those together that have one reason.
 void writeLeftOut(std::ostream& os, std::vector<LeftOut> const& list) {
     std::map<std::string, std::vector<std::string>> rulesOf;
     for (LeftOut const& leftOut : list) {
-        std::string const where = leftOut.elements == 0 ? "not run" : "not on " + counted(leftOut.elements, "element");
-        rulesOf[where + ", since " + leftOut.reason].emplace_back(leftOut.rule->id);
+        std::string const where =
+            leftOut.elements == 0 ? "not run, since" : "not on " + counted(leftOut.elements, "element");
+        rulesOf[where + " " + leftOut.reason->text].emplace_back(leftOut.rule->id);
     }
     for (auto const& entry : rulesOf) {
         os << "  " << entry.first << ":\n";
@@ -111,7 +112,7 @@ Json fileJson(FileReport const& file) {
     for (LeftOut const& leftOut : file.leftOut) {
         Json entry{{"rule", leftOut.rule->id}};
         if (leftOut.elements > 0) entry["elements"] = leftOut.elements;
-        entry["reason"] = leftOut.reason;
+        entry["reason"] = leftOut.reason->word;
         json["leftOut"].push_back(entry);
     }
     json["summary"] = counts.json();

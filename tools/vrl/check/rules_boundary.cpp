@@ -94,7 +94,7 @@ void compositePorts(Scope const& scope, Findings& findings) {
             if (ports.size() == nodes) return;
             findings.add({subject.path, "", "", 0},
                          "has " + counted(ports.size(), port) + (ports.empty() ? "" : " (" + listText(ports) + ")") +
-                             ", and the circuit inside " + counted(nodes, list),
+                             ", and the circuit inside has " + counted(nodes, list),
                          "mend the composite in its plug-in: a boundary node inside for each port");
         };
         compare(sides.inputs, inside.inputs.size(), "optical input", "input node");
@@ -166,7 +166,7 @@ Rules const& boundaryRules() {
           "Ports and nodes belong together by their order. If one is missing, light that goes into one port comes out "
           "of "
           "the wrong block inside.",
-          "arms: has 2 optical inputs (in0 and in1), and the circuit inside 1 input node [composite-ports]",
+          "arms: has 2 optical inputs (in0 and in1), and the circuit inside has 1 input node [composite-ports]",
           "Mend the plug-in that brings the composite. A saved design keeps the inside that it was saved with."}},
         {"trailing-bytes",
          "the file goes on behind the design",

@@ -4,7 +4,6 @@
 
 #include "check/findings.h"
 #include "check/words.h"
-#include "text/table.h"
 
 // Rules that look at elements as such: their names, their blocks and what they hang on.
 
@@ -37,8 +36,7 @@ void lostName(Scope const& scope, Findings& findings) {
     for (Subject const& subject : scope.subjects)
         if (subject.element->name.empty())
             findings.add({subject.path, "", "", 0},
-                         "the block (" + printable(subject.element->kind) +
-                             ") has no name, so nothing can be tied to it",
+                         "the block (" + subject.element->kind + ") has no name, so nothing can be tied to it",
                          "give each element a name of its own when it is added: a taken name stays with the first");
 }
 

@@ -4,6 +4,7 @@
 #include "check/findings.h"
 #include "check/foreign.h"
 #include "check/words.h"
+#include "text/near_names.h"
 
 // Rules that look at foundries and at the choices of cross sections and process flows.
 
@@ -19,19 +20,19 @@ std::vector<std::string> foundryNames() {
 
 void unknownFoundry(Scope const& scope, Findings& findings) {
     auto const names = foundryNames();
-    for (Subject const& subject : scope.subjects)
-        if (findings.covers(subject) && subject.foundryUnknown)
-            findings.add({subject.path, "", "", 0},
-                         "no loaded plug-in has its foundry " + quoted(subject.element->foundry),
-                         "load the plug-in that brings it (" +
-                             namesHint(subject.element->foundry, names, "known foundries") + ")");
+    for (Subject const& subject : scope.subjects) {
+        if (!findings.covers(subject) || !subject.foundryUnknown) continue;
+        std::string const near = didYouMean(subject.element->foundry, names);
+        findings.add({subject.path, "", "", 0}, "no loaded plug-in has its foundry " + quoted(subject.element->foundry),
+                     near.empty() ? "load the plug-in that brings it; 'vrl plugins' shows what is loaded" : near);
+    }
 }
 
 void noFoundry(Scope const& scope, Findings& findings) {
     for (Subject const& subject : scope.subjects)
         if (findings.covers(subject) && subject.element->foundry.empty())
             findings.add({subject.path, "", "", 0}, "the block is made for no foundry",
-                         "make the block for a foundry, with BB::create(foundry, kind)");
+                         "put a block in its place that is made for a foundry");
 }
 
 template <class Iterator>

@@ -5,8 +5,6 @@
 #include "check/findings.h"
 #include "check/foreign.h"
 #include "check/words.h"
-#include "text/near_names.h"
-#include "text/table.h"
 
 // Rules that look at parameters, those of elements and those of the design itself.
 
@@ -27,7 +25,7 @@ Place placeOf(Subject const& subject, Parameter const& parameter) { return {subj
 
 /// "parameter 'length' is 5 um".
 std::string valueSentence(Parameter const& parameter) {
-    return "parameter " + quoted(parameter.name) + " is " + printable(parameter.text) +
+    return "parameter " + quoted(parameter.name) + " is " + parameter.text +
            (parameter.unit.empty() || parameter.unit == "1" ? "" : " " + parameter.unit);
 }
 
@@ -45,7 +43,7 @@ bool emptyRange(Parameter const& parameter) {
     return false;
 }
 
-std::string firstLine(std::string const& text) { return printable(text.substr(0, text.find('\n'))); }
+std::string firstLine(std::string const& text) { return text.substr(0, text.find('\n')); }
 
 /// The complaint of a parameter of a type whose bounds only its plug-in knows.
 std::string complaintOf(Parameter const& parameter) {

@@ -41,9 +41,14 @@ void attachFoundries(Design const& design) {
                       "'vrl validate' checks the plug-in that brings it");
 }
 
-std::string reasonToLeaveOut(Rule const& rule, Subject const& subject) {
-    if ((rule.needs & kKind) && subject.standIn) return "no loaded plug-in has their kind";
-    return "their foundry is unknown";
+LeaveReason const kAlone{"no circuit", "the file holds a single block and no circuit"};
+LeaveReason const kNoKind{"unknown kind", "whose kind no loaded plug-in has"};
+LeaveReason const kNoFoundry{"unknown foundry", "whose foundry no loaded plug-in has"};
+
+/// Why a rule leaves an element out, or null.
+LeaveReason const* reasonToLeaveOut(Rule const& rule, Subject const& subject) {
+    if (!Findings::isLeftOut(rule, subject)) return nullptr;
+    return (rule.needs & kKind) && subject.standIn ? &kNoKind : &kNoFoundry;
 }
 
 std::vector<LeftOut> leftOutOf(Scopes const& scopes, std::vector<ChosenRule> const& rules) {
@@ -53,16 +58,16 @@ std::vector<LeftOut> leftOutOf(Scopes const& scopes, std::vector<ChosenRule> con
         if (!chosen.runs()) continue;
         Rule const& rule = *chosen.rule;
         if (alone && (rule.needs & kTies)) {
-            list.push_back({&rule, 0, "the file holds a single block and no circuit"});
+            list.push_back({&rule, 0, &kAlone});
             continue;
         }
-        std::map<std::string, std::size_t> reasons;
-        for (Scope const& scope : scopes.all())
-            for (Subject const& subject : scope.subjects)
-                if (Findings::isLeftOut(rule, subject)) ++reasons[reasonToLeaveOut(rule, subject)];
-        for (auto const& reason : reasons) list.push_back({&rule, reason.second, reason.first});
+        for (LeaveReason const* const reason : {&kNoKind, &kNoFoundry}) {
+            std::size_t count = 0;
+            for (Scope const& scope : scopes.all())
+                for (Subject const& subject : scope.subjects) count += reasonToLeaveOut(rule, subject) == reason;
+            if (count > 0) list.push_back({&rule, count, reason});
+        }
     }
-    std::stable_sort(list.begin(), list.end(), [](LeftOut const& a, LeftOut const& b) { return a.reason < b.reason; });
     return list;
 }
 

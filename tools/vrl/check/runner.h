@@ -27,11 +27,17 @@ struct ChosenRule {
 /// All rules, by id, with what the options say of each. A Failure tells wrong ids and levels.
 std::vector<ChosenRule> chooseRules(RuleOptions const& options);
 
+/// Why a rule left something out.
+struct LeaveReason {
+    char const* word;
+    char const* text;
+};
+
 /// Where a rule that ran could not look.
 struct LeftOut {
     Rule const* rule;
     std::size_t elements;  ///< how many; 0: it did not look at the file at all
-    std::string reason;
+    LeaveReason const* reason;
 };
 
 /// What came of one file.
@@ -42,8 +48,8 @@ struct FileReport {
     std::string type;     ///< what the file says that it holds
     std::string missing;  ///< what stood in for missing kinds, for standard error
     std::size_t elements = 0;
-    std::vector<Finding> findings;  ///< by element, port and parameter
-    std::vector<LeftOut> leftOut;   ///< by reason, then by rule
+    std::vector<Finding> findings;  ///< by element, port and parameter, heaviest first
+    std::vector<LeftOut> leftOut;   ///< by rule
 
     std::size_t count(Severity severity) const;
 };

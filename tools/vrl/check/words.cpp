@@ -4,11 +4,10 @@
 #include <sstream>
 
 #include "text/near_names.h"
-#include "text/table.h"
 
 namespace vrltool {
 
-std::string quoted(std::string const& name) { return "'" + printable(name) + "'"; }
+std::string quoted(std::string const& name) { return "'" + name + "'"; }
 
 std::string listText(std::vector<std::string> const& names, std::size_t most) {
     std::size_t const shown = names.size() <= most ? names.size() : most - 1;

@@ -5,7 +5,7 @@
 
 namespace vrltool {
 
-/// "'name'", fit for one line of a terminal.
+/// "'name'".
 std::string quoted(std::string const& name);
 
 /// "a, b and c"; of more than `most`, "a, b and 7 more".

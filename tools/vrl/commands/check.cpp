@@ -51,7 +51,7 @@ Outcome check(Options const& options, Common const& common) {
 /// An option that takes one word each time, and may come several times.
 void addRepeated(CLI::App& command, std::string const& name, std::vector<std::string>& words, std::string const& text,
                  std::string const& type) {
-    command.add_option(name, words, text)->type_name(type)->allow_extra_args(false);
+    command.add_option(name, words, text)->type_name(type)->allow_extra_args(false)->delimiter(',');
 }
 
 }  // namespace
@@ -69,9 +69,12 @@ void addCheck(Grammar& grammar) {
                     [options](Common const& common) { return check(*options, common); });
     command.add_option("files", options->files, "the saved designs")->required()->type_name("FILE");
     addRepeated(command, "--severity", options->rules.severities,
-                "sets the severity of a rule: error, warning, note or off; may come several times", "RULE=LEVEL");
-    addRepeated(command, "--only", options->rules.only, "runs this rule and no others; may come several times", "RULE");
-    addRepeated(command, "--skip", options->rules.skip, "leaves this rule out; may come several times", "RULE");
+                "sets the severity of a rule: error, warning, note or off; repeatable, or a list with commas",
+                "RULE=LEVEL");
+    addRepeated(command, "--only", options->rules.only,
+                "runs this rule and no others; repeatable, or a list with commas", "RULE");
+    addRepeated(command, "--skip", options->rules.skip, "leaves this rule out; repeatable, or a list with commas",
+                "RULE");
 }
 
 }  // namespace vrltool
