@@ -74,6 +74,16 @@ TEST_F(ElementRules, FindTwoNamesOfOneBlock) {
               "           add a block of its own with a free number: one that comes with a taken number is dropped\n");
 }
 
+TEST_F(ElementRules, ShowTheInsideOfACompositeOnceUnderItsFirstName) {
+    circuit.add("arms", "sfPushPullArms");
+    circuit.netlist().addBB(vrl::BB::create(nullptr, "sfTaper"), "again", circuit.netlist().beginElements()->first);
+    inside("arms").getBB("upper")->setDouble("bias", 1.5);
+    EXPECT_EQ(found("value-out-of-range"),
+              "a.vrl (Netlist, 5 elements): 1 error\n"
+              "  error    again/upper: parameter 'bias' is 1.5 V, outside its range -8 to 0 V [value-out-of-range]\n"
+              "           give it a value from -8 to 0 V\n");
+}
+
 TEST_F(ElementRules, FindATieOfAnElementThatIsNotThere) {
     circuit.add("upper", "sfBend").add("lower", "sfBend").join("upper,out0", "lower,in0");
     save();

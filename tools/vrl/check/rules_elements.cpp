@@ -51,13 +51,31 @@ void doubledName(Scope const& scope, Findings& findings) {
     }
 }
 
-void strayTie(Scope const& scope, Findings& findings) {
+/// What to say of names that no element has. Many of them are one mistake, and looking for near names takes its time.
+class NameHints {
+public:
+    explicit NameHints(Circuit const& circuit) {
+        for (Element const& element : circuit.elements) names.push_back(element.name);
+    }
+    std::string of(std::string const& wrong) {
+        constexpr std::size_t kMost = 100;
+        auto const known = hints.find(wrong);
+        if (known != hints.end()) return known->second;
+        if (hints.size() == kMost) return "correct the name, or add the element";
+        return hints.emplace(wrong, namesHint(wrong, names, "elements")).first->second;
+    }
+
+private:
     std::vector<std::string> names;
-    for (std::size_t i = 0; i < scope.circuit->named; ++i) names.push_back(scope.circuit->elements[i].name);
+    std::map<std::string, std::string> hints;
+};
+
+void strayTie(Scope const& scope, Findings& findings) {
+    NameHints hints(*scope.circuit);
     std::string const prefix = scope.path.empty() ? "" : scope.path + "/";
     for (auto const& tie : scope.circuit->strayTies)
         findings.add({prefix + tie.first, tie.second, "", 0}, "is tied, but there is no element of this name",
-                     namesHint(tie.first, names, "elements"));
+                     hints.of(tie.first));
 }
 
 /// Groups of elements that nodes hold together.

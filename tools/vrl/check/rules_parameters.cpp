@@ -138,7 +138,8 @@ bool allInRange(Subject const& subject) {
 // The check of a composite hands on what the blocks inside say, and those are asked by themselves.
 void ownCheck(Scope const& scope, Findings& findings) {
     for (Subject const& subject : scope.subjects) {
-        if (!findings.covers(subject) || subject.element->inside || !allInRange(subject)) continue;
+        if (!findings.covers(subject) || !allInRange(subject)) continue;
+        if (dynamic_cast<vrl::CBB const*>(subject.element->block)) continue;
         vrl::Attributes const& list = *subject.element->block;
         std::ostringstream complaint;
         bool good = true;

@@ -10,7 +10,6 @@ Circuit rootOf(Design const& design) {
     if (!design.block) return circuitFrom(circuitOf(design));
     Circuit alone;
     alone.elements.push_back(elementOf(design.block->getName(), 0, design.block));
-    alone.named = 1;
     return alone;
 }
 

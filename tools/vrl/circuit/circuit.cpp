@@ -22,10 +22,11 @@ vrl::BB* blockOf(vrl::Netlist& netlist, unsigned number) {
 void addElements(Circuit& circuit, vrl::Netlist& netlist, int depth) {
     std::set<unsigned> named;
     for (auto name = netlist.beginElementName(); name != netlist.endElementName(); ++name) {
-        circuit.elements.push_back(elementOf(name->first, name->second, blockOf(netlist, name->second), depth));
-        named.insert(name->second);
+        if (name->first.empty()) continue;  // only a damaged file has one: it counts as nameless
+        bool const first = named.insert(name->second).second;
+        vrl::BB* const block = blockOf(netlist, name->second);
+        circuit.elements.push_back(elementOf(name->first, name->second, block, first ? depth : 0));
     }
-    circuit.named = circuit.elements.size();
     for (auto entry = netlist.beginElements(); entry != netlist.endElements(); ++entry)
         if (named.count(entry->first) == 0)
             circuit.elements.push_back(elementOf("", entry->first, entry->second.get(), depth));
@@ -58,7 +59,8 @@ Pin const* Element::pin(std::string const& pinName) const {
 }
 
 std::size_t Circuit::find(std::string const& name) const {
-    auto const end = elements.begin() + static_cast<std::ptrdiff_t>(named);
+    auto const end =
+        std::partition_point(elements.begin(), elements.end(), [](Element const& e) { return !e.name.empty(); });
     auto const found = std::lower_bound(elements.begin(), end, name,
                                         [](Element const& e, std::string const& wanted) { return e.name < wanted; });
     return found != end && found->name == name ? static_cast<std::size_t>(found - elements.begin()) : elements.size();

@@ -47,7 +47,6 @@ struct End {
 /// netlist as it was, and refers to the blocks of the netlist.
 struct Circuit {
     std::vector<Element> elements;                               ///< by name, behind them the nameless ones by number
-    std::size_t named = 0;                                       ///< how many of them have a name
     std::map<unsigned, std::vector<End>> nodes;                  ///< the ends of each node, by element and pin
     std::vector<unsigned> inputs, outputs, dc;                   ///< the boundary, in order
     std::vector<std::pair<std::string, std::string>> strayTies;  ///< tied ports of elements that are not there
@@ -61,7 +60,8 @@ struct Circuit {
 /// The picture of one block, as an element with nothing tied.
 Element elementOf(std::string const& name, unsigned number, vrl::BB* block, int depth = -1);
 
-/// The picture of a netlist; composites have their insides, down to `depth` levels (0: none, negative: all).
+/// The picture of a netlist; composites have their insides, down to `depth` levels (0: none, negative: all). Where two
+/// names lead to one composite, its inside stands under the first.
 Circuit circuitFrom(vrl::Netlist& netlist, int depth = -1);
 
 }  // namespace vrltool
