@@ -5,6 +5,7 @@
 
 #include "check/rule.h"
 #include "check/scope.h"
+#include "text/progress.h"
 
 namespace vrltool {
 
@@ -38,7 +39,10 @@ public:
         list.push_back({rule, severity, std::move(place), std::move(what), std::move(cure)});
     }
     /// Whether the rule can look at the element: it has a block, and of the block is known what the rule needs.
-    bool covers(Subject const& subject) const { return subject.element->block && !isLeftOut(*rule, subject); }
+    bool covers(Subject const& subject) {
+        progress.step();
+        return subject.element->block && !isLeftOut(*rule, subject);
+    }
     /// Whether something that the rule needs is not known of the element.
     static bool isLeftOut(Rule const& rule, Subject const& subject) {
         return ((rule.needs & kKind) && subject.standIn) || ((rule.needs & kFoundry) && subject.foundryUnknown);
@@ -47,6 +51,7 @@ public:
     std::vector<Finding> take();
 
 private:
+    Progress progress{"looking", "times at an element"};
     Rule const* rule = nullptr;
     Severity severity = Severity::kOff;
     std::vector<Finding> list;
