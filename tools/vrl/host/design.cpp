@@ -65,7 +65,9 @@ std::set<std::string> memberIds(std::istream& file) {
     vrl::BinaryStreamDeSerialiser reader(file);
     std::set<std::string> ids;
     unsigned count = 0;
-    reader.beginCompAttribute(nullptr, nullptr, nullptr);
+    std::string type;
+    int version = 0;
+    reader.beginCompAttribute(&type, &version, nullptr);
     reader.readNumberAttributes(count);
     std::string id;
     while (count-- > 0 && reader.readSerialisationId(id)) {
