@@ -12,7 +12,7 @@
 #include <nlohmann/json.hpp>
 
 #include "text/json.h"
-#include "vrllib/vrllib.h"
+#include "validate/plugin.h"
 
 namespace vrltool {
 
@@ -106,7 +106,8 @@ Outcome runJob() {
     setLimits();
     Report report(takeStreams());
     vrl::Attributes::factory();  // as start-up does: the five value types are there ahead of every plug-in
-    check.run(job, report);
+    std::string const thrown = thrownBy([&] { check.run(job, report); });
+    if (!thrown.empty()) report.find("", thrown);
     report.done();
     // Only one check is about what comes behind: static destructors, and what else a plug-in does in the end.
     if (check.run != &checkProcessEnd) _exit(static_cast<int>(Outcome::kFine));

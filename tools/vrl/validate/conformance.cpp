@@ -80,8 +80,9 @@ CheckResult runCheck(Check const& check, Job const& job, unsigned seconds) {
 std::string hindrance(Check const& check, std::map<std::string, CheckResult const*> const& before) {
     for (std::string const& id : check.needs) {
         auto const needed = before.find(id);
-        if (needed == before.end() || needed->second->verdict == Verdict::kPass) continue;
-        return needed->second->verdict == Verdict::kFail ? "'" + id + "' failed" : needed->second->note;
+        if (needed == before.end()) continue;
+        if (needed->second->verdict == Verdict::kFail) return "'" + id + "' failed";
+        if (needed->second->hindered) return needed->second->note;
     }
     return {};
 }
@@ -116,7 +117,7 @@ Conformance checkPlugin(std::string const& plugin, Plan const& plan, Progress& p
         job.check = check->id;
         std::string const why = hindrance(*check, before);
         conformance.results.push_back(why.empty() ? runCheck(*check, job, plan.seconds)
-                                                  : CheckResult{check, Verdict::kNotRun, why, {}});
+                                                  : CheckResult{check, Verdict::kNotRun, why, {}, true});
         before[check->id] = &conformance.results.back();
     }
     return conformance;

@@ -17,6 +17,7 @@ struct CheckResult {
     Verdict verdict = Verdict::kPass;
     std::string note;  ///< what a check that passed has to say, or why it was not run
     std::vector<Finding> findings;
+    bool hindered = false;  ///< it was not run since another one failed, and not since it does not apply
 };
 
 /// What came of all checks of one plug-in.

@@ -1,3 +1,4 @@
+#include <filesystem>
 #include <nlohmann/json.hpp>
 #include <ostream>
 
@@ -32,13 +33,14 @@ void writeTable(std::ostream& os, Conformance const& conformance) {
     table.write(os, 2);
 }
 
-/// The findings of one check, each cure once behind those that it cures.
-void writeFindings(std::ostream& os, CheckResult const& result) {
+/// The findings of one check, each cure once behind those that it cures. What has no name of its own is the plug-in.
+void writeFindings(std::ostream& os, std::string const& plugin, CheckResult const& result) {
     if (result.findings.empty()) return;
-    os << '\n' << result.check->id << ": " << result.check->title << ": " << word(result) << '\n';
+    os << '\n' << result.check->id << ": " << word(result) << "\n  expected: " << result.check->title << '\n';
     for (std::size_t i = 0; i < result.findings.size(); ++i) {
         Finding const& finding = result.findings[i];
-        os << "  " << printable(finding.thing) << (finding.thing.empty() ? "" : " ") << printable(finding.what) << '\n';
+        os << "  " << printable(finding.thing.empty() ? plugin : finding.thing) << ": " << printable(finding.what)
+           << '\n';
         bool const last = i + 1 == result.findings.size() || result.findings[i + 1].cure != finding.cure;
         if (last) os << "    cure: " << printable(finding.cure) << '\n';
     }
@@ -82,7 +84,8 @@ void writeConformance(std::ostream& os, std::vector<Conformance> const& all) {
         if (!first) os << '\n';
         first = false;
         writeTable(os, conformance);
-        for (CheckResult const& result : conformance.results) writeFindings(os, result);
+        for (CheckResult const& result : conformance.results)
+            writeFindings(os, std::filesystem::path(conformance.path).filename().string(), result);
         writeSummary(os, conformance);
     }
 }

@@ -155,7 +155,7 @@ void checkPostLoad(Job const& job, Report& report) {
 
 void checkProcessEnd(Job const& job, Report& report) {
     if (!loadForCheck(job, report)) return;
-    soloader_PostLoad();
+    static_cast<void>(thrownBy([] { soloader_PostLoad(); }));
     report.step("the program ends");
 }
 
@@ -163,7 +163,7 @@ void checkSurroundings(Job const& job, Report& report) {
     auto const before = surroundings();
     if (!loadForCheck(job, report)) return;
     report.step("calling initLibraryPostLoad");
-    soloader_PostLoad();
+    static_cast<void>(thrownBy([] { soloader_PostLoad(); }));
     auto const after = surroundings();
     for (std::size_t i = 0; i < before.size(); ++i)
         if (after[i].state != before[i].state) report.find("", std::string("changes ") + before[i].name);

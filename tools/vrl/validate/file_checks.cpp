@@ -9,7 +9,6 @@
 
 #include "host/process.h"
 #include "text/near_names.h"
-#include "text/table.h"
 #include "validate/elf.h"
 #include "validate/plugin.h"
 
@@ -71,8 +70,7 @@ bool isFound(std::string const& name, ElfFile const& elf, std::vector<fs::path> 
 }
 
 /// Says what is wrong with how a plug-in names our own library.
-void checkOwnLibrary(ElfFile const& elf, Report& report) {
-    std::string const own = ownLibrary().soname;
+void checkOwnLibrary(ElfFile const& elf, std::string const& own, Report& report) {
     std::string const stem = own.substr(0, own.find(".so"));
     for (std::string const& name : elf.needed) {
         if (name == own) return;
@@ -114,7 +112,6 @@ void checkRegularFile(Job const& job, Report& report) {
     if (char const* const kind = otherKind(status.st_mode)) return report.find("", kind);
     if (status.st_size == 0) return report.find("", "is empty", "build it again");
     if (access(job.plugin.c_str(), R_OK) != 0) return report.find("", "cannot be read", "make it readable: chmod a+r");
-    report.note(counted(static_cast<std::size_t>(status.st_size), "byte"));
 }
 
 void checkFileName(Job const& job, Report& report) {
@@ -138,10 +135,11 @@ void checkMachine(Job const& job, Report& report) {
 void checkDependencies(Job const& job, Report& report) {
     ElfFile const elf = readElf(job.plugin);
     auto const folders = searchFolders(elf, job.plugin);
-    checkOwnLibrary(elf, report);
+    std::string const own = ownLibrary().soname;
+    checkOwnLibrary(elf, own, report);
     for (std::string const& name : elf.needed)
         if (!isFound(name, elf, folders, report)) report.find("", "needs '" + name + "', which is not found");
-    report.note(counted(elf.needed.size(), "library", "libraries"));
+    report.note("with " + own);
 }
 
 void checkEntryPoints(Job const& job, Report& report) {

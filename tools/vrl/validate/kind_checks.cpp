@@ -94,6 +94,7 @@ void checkNullFoundry(Job const& job, Report& report) {
     auto const keys = loadForCheck(job, report);
     if (!keys) return;
     auto const& blocks = (*keys)[Brings::kBlock];
+    if (blocks.empty()) return report.notRun("it brings no blocks");
     for (std::string const& key : blocks)
         if (!key.empty()) tryBlock(nullptr, " without a foundry", key, report);
     forEachFoundry(*keys, report, [&](std::string const& name, vrl::Foundry const& foundry) {
@@ -106,8 +107,8 @@ void checkNullFoundry(Job const& job, Report& report) {
 void checkFoundryKept(Job const& job, Report& report) {
     auto const keys = loadForCheck(job, report);
     if (!keys) return;
-    if ((*keys)[Brings::kFoundry].empty() || (*keys)[Brings::kBlock].empty())
-        return report.notRun("it does not bring both a foundry and blocks");
+    if ((*keys)[Brings::kFoundry].empty()) return report.notRun("it brings no foundry");
+    if ((*keys)[Brings::kBlock].empty()) return report.notRun("it brings no blocks");
     forEachFoundry(*keys, report, [&](std::string const& name, vrl::Foundry const& foundry) {
         for (std::string const& key : (*keys)[Brings::kBlock]) {
             if (key.empty()) continue;
@@ -123,7 +124,7 @@ void checkFoundryKept(Job const& job, Report& report) {
 void checkFoundryParts(Job const& job, Report& report) {
     auto const keys = loadForCheck(job, report);
     if (!keys) return;
-    if ((*keys)[Brings::kFoundry].empty()) return report.note("it brings no foundry");
+    if ((*keys)[Brings::kFoundry].empty()) return report.notRun("it brings no foundry");
     reportUnmade(makersOf(Brings::kFoundry, *keys), report);
     auto const parts = foundryPartMakers(*keys);
     reportUnmade(parts, report);
