@@ -47,8 +47,7 @@ std::vector<Check> const& allChecks() {
         {"entry-points", kError, "it exports an entry point, under its plain name",
          "declare entry points with VRL_PLUGIN_EXPORT, which is extern \"C\" and visible", kFile, &checkEntryPoints},
         {"loads", kError, "it loads at once, with every symbol found",
-         "link it with all that it uses, and with "
-         "-Wl,--no-undefined, as vrl_add_plugin does",
+         "link it with all that it uses (-Wl,--no-undefined tells), and do nothing that can fail in static objects",
          kFile, &checkLoads},
         {"version-function", kError, "getAPIversion tells the version that it was made for",
          "write VRL_PLUGIN_API_VERSION(2, 1, 11); once, with the version of the library it is built with", kLoaded,

@@ -141,10 +141,11 @@ void checkPostLoad(Job const& job, Report& report) {
     std::string error;
     void* const module = mapPlugin(job.plugin, error);
     char const* const hook = "initLibraryPostLoad";
-    if (!dlsym(module, hook)) return report.note("it has none");
+    auto const call = reinterpret_cast<void (*)()>(dlsym(module, hook));
+    if (!call) return report.note("it has none");
     for (char const* const time : {"first", "second", "third"}) {
         report.step(std::string("calling ") + hook + " for the " + time + " time");
-        std::string const thrown = thrownBy([] { soloader_PostLoad(); });
+        std::string const thrown = thrownBy(call);
         if (!thrown.empty()) report.find(hook, thrown + ", called for the " + time + " time");
         if (std::string const text = printedSoFar(); !text.empty())
             report.find(hook, "prints " + quoted(text) + ", called for the " + time + " time",

@@ -120,7 +120,7 @@ void checkFileName(Job const& job, Report& report) {
     auto const ending = name.find(".so.", start.size());
     bool const fits = name.compare(0, start.size(), start) == 0 && ending != std::string::npos &&
                       ending > start.size() && ending + 4 < name.size();
-    if (!fits) return report.find("", "'" + name + "' is no " + start + "NAME.so.VERSION");
+    if (!fits) return report.find("", "is no " + start + "NAME.so.VERSION");
     report.note("sodllfile = " + name.substr(start.size(), ending - start.size()));
 }
 

@@ -31,7 +31,7 @@ void misbehave(BlockFactory& factory) {
     if (kFault == Fault::kThrows) throw "no licence";
     if (kFault == Fault::kPrints) std::cout << "loaded\nand more\n";
     if (kFault == Fault::kTalks) vrlPuts("ready");
-    if (kFault == Fault::kChangesLocale) setenv("VRL_TEST_CHANGED", "yes", 1);
+    if (kFault == Fault::kChangesEnvironment) setenv("VRL_TEST_CHANGED", "yes", 1);
     if (kFault == Fault::kEmptyKey) factory.Register<broken::Block>("");
 }
 

@@ -17,7 +17,7 @@ enum class Fault {
     kPostLoadThrows,
     kPostLoadRegisters,
     kCrashesAtEnd,
-    kChangesLocale,
+    kChangesEnvironment,
     kNeedsToBeFirst,
     // what it brings
     kNullFoundryCrashes,

@@ -68,8 +68,8 @@ Block::Block(vrl::Foundry const* foundry) : BB(handedOn(foundry)) {
     bool const described = kFault != Fault::kUndescribed;
     double const value = kFault == Fault::kOutOfRange ? 500.0 : 50.0;
     bool const swapped = kFault == Fault::kBoundsSwapped;
-    addAttribute(new Number("length", value, swapped ? 100.0 : 1.0, swapped ? 1.0 : 100.0, described ? "from port to port" : "",
-                   described ? "um" : ""));
+    addAttribute(new Number("length", value, swapped ? 100.0 : 1.0, swapped ? 1.0 : 100.0,
+                            described ? "from port to port" : "", described ? "um" : ""));
     if (kFault == Fault::kParameterTwice) addDouble("length", 1.0, "again", "um");
     if (kFault == Fault::kRefersToOwner) addAttribute(new Borrowed);
 }
