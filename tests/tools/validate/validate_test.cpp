@@ -143,6 +143,14 @@ TEST(Validate, NamesNearChecksForAWrongOne) {
     EXPECT_EQ(shown.status, 2);
 }
 
+TEST(Validate, RefusesAConfigurationThatIsNotThere) {
+    Tool const tool;
+    auto const shown = tool.run("validate", {"--config", "gone.ini", kDemo});
+    EXPECT_EQ(shown.err, "vrl: gone.ini: cannot read this configuration file\n"
+                         "  give a readable file with --config FILE, or none\n");
+    EXPECT_EQ(shown.status, 2);
+}
+
 TEST(Validate, RefusesToCheckNothing) {
     Tool const tool;
     EXPECT_EQ(tool.run("validate").err, "vrl: no plug-in given: there is nothing to check\n"

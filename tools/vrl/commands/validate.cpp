@@ -1,5 +1,6 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <fstream>
 #include <iostream>
 #include <memory>
 #include <nlohmann/json.hpp>
@@ -48,10 +49,17 @@ std::vector<Check const*> chosenChecks(Options const& options) {
     return chosen;
 }
 
+void checkConfig(std::string const& config) {
+    if (!config.empty() && !std::ifstream(config))
+        throw Failure(config, "cannot read this configuration file",
+                      "give a readable file with --config FILE, or none");
+}
+
 Outcome validate(Options const& options, Common const& common) {
     if (options.list) return listChecks(common);
     if (options.plan.plugins.empty())
         throw Failure("no plug-in given", "there is nothing to check", "vrl validate PLUGIN..., or --list");
+    checkConfig(common.config);
     Plan plan = options.plan;
     plan.config = common.config;
     plan.checks = chosenChecks(options);
@@ -80,12 +88,10 @@ void addValidate(Grammar& grammar) {
     command.add_option("plugins", options->plan.plugins, "the plug-ins")->type_name("FILE");
     command.add_option("--only", options->only, "run this check; several times for several")
         ->type_name("CHECK")
-        ->expected(1)
-        ->take_all();
+        ->allow_extra_args(false);
     command.add_option("--skip", options->skip, "leave this check out; several times for several")
         ->type_name("CHECK")
-        ->expected(1)
-        ->take_all();
+        ->allow_extra_args(false);
     command.add_option("--seconds", options->plan.seconds, "the time that each check may take")
         ->type_name("N")
         ->check(CLI::Range(1, 3600))

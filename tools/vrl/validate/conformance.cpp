@@ -107,13 +107,14 @@ Job jobFor(std::string const& plugin, Plan const& plan) {
     return job;
 }
 
-Conformance checkPlugin(std::string const& plugin, Plan const& plan, Progress& progress) {
+/// `done`: the checks of the plug-ins before it.
+Conformance checkPlugin(std::string const& plugin, Plan const& plan, Progress& progress, std::size_t done) {
     Conformance conformance{plugin, {}};
     conformance.results.reserve(plan.checks.size());  // results are pointed to while more of them come
     Job job = jobFor(plugin, plan);
     std::map<std::string, CheckResult const*> before;
     for (Check const* check : plan.checks) {
-        progress.step();
+        progress.at(done + conformance.results.size());
         job.check = check->id;
         std::string const why = hindrance(*check, before);
         conformance.results.push_back(why.empty() ? runCheck(*check, job, plan.seconds)
@@ -139,7 +140,8 @@ bool Conformance::failed() const {
 std::vector<Conformance> checkPlugins(Plan const& plan) {
     Progress progress("checking", "checks", plan.plugins.size() * plan.checks.size());
     std::vector<Conformance> all;
-    for (std::string const& plugin : plan.plugins) all.push_back(checkPlugin(plugin, plan, progress));
+    for (std::string const& plugin : plan.plugins)
+        all.push_back(checkPlugin(plugin, plan, progress, all.size() * plan.checks.size()));
     return all;
 }
 

@@ -28,7 +28,7 @@ std::vector<Other> othersOf(Job const& job) {
         others.push_back({std::filesystem::path(path).filename().string(),
                           [path](Report& report) { static_cast<void>(loadPlugin(path, report)); }});
     if (!job.config.empty())
-        others.push_back({job.config, [config = job.config](Report& report) {
+        others.push_back({std::filesystem::path(job.config).filename().string(), [config = job.config](Report& report) {
                               report.step("loading what the configuration names");
                               startLibrary(config);
                           }});
