@@ -65,13 +65,16 @@ Case const kLoading[] = {
      "objects\n"},
     {"Alone", "version-function", "FAIL",
      "  lib_wn_Alone.so.5.1.3: exports no getAPIversion: hosts that ask for a version refuse it\n"
-     "    cure: write VRL_PLUGIN_API_VERSION(2, 1, 11); once, with the version of the library it is built with\n"},
+     "    cure: write VRL_PLUGIN_API_VERSION(major, minor, patch); once, with the version of vrllib that it is built "
+     "with\n"},
     {"VersionZero", "version-function", "FAIL",
      "  getAPIversion: tells the version 0\n"
-     "    cure: write VRL_PLUGIN_API_VERSION(2, 1, 11); once, with the version of the library it is built with\n"},
+     "    cure: write VRL_PLUGIN_API_VERSION(major, minor, patch); once, with the version of vrllib that it is built "
+     "with\n"},
     {"VersionFuture", "version-function", "FAIL",
      "  getAPIversion: tells 99.1.1, and this library is 2.1.11\n"
-     "    cure: write VRL_PLUGIN_API_VERSION(2, 1, 11); once, with the version of the library it is built with\n"},
+     "    cure: write VRL_PLUGIN_API_VERSION(major, minor, patch); once, with the version of vrllib that it is built "
+     "with\n"},
     {"Hangs", "entry-returns", "FAIL",
      "  lib_wn_Hangs.so.5.1.3: did not end within 2 s: calling initLibraryBB\n"
      "    cure: only register classes there, and catch what that may throw\n"},

@@ -10,8 +10,7 @@ namespace {
 constexpr auto kError = Severity::kError;
 constexpr auto kWarning = Severity::kWarning;
 
-// What makes of a folder or a text nothing that could be loaded; where foreign code has to run; where objects have to
-// be there.
+// What several checks need: a file to look into, code that loads, entry points that come back, keys, and objects.
 std::vector<std::string> const kFile{"regular-file", "machine"};
 std::vector<std::string> const kLoaded{"loads"};
 std::vector<std::string> const kEntered{"entry-returns"};
@@ -50,8 +49,8 @@ std::vector<Check> const& allChecks() {
          "link it with all that it uses (-Wl,--no-undefined tells), and do nothing that can fail in static objects",
          kFile, &checkLoads},
         {"version-function", kError, "getAPIversion tells the version that it was made for",
-         "write VRL_PLUGIN_API_VERSION(2, 1, 11); once, with the version of the library it is built with", kLoaded,
-         &checkVersionFunction},
+         "write VRL_PLUGIN_API_VERSION(major, minor, patch); once, with the version of vrllib that it is built with",
+         kLoaded, &checkVersionFunction},
         {"entry-returns",
          kError,
          "its entry points come back and throw nothing",
@@ -61,9 +60,7 @@ std::vector<Check> const& allChecks() {
         {"entry-quiet", kError, "loading and entry points print nothing",
          "write messages with vrlPrintf or vrlCout(), the message channel, or not at all", kEntered, &checkEntryQuiet},
         {"brings-keys", kError, "it brings at least one key",
-         "register a class in an entry point: "
-         "factory->Register<Class>(\"name\")",
-         kEntered, &checkBringsKeys},
+         "register a class in an entry point: factory->Register<Class>(\"name\")", kEntered, &checkBringsKeys},
         {"post-load", kError, "its post-load hook tolerates several calls",
          "leave at once from the second call on: the hook is called for each entry point and each start-up", kEntered,
          &checkPostLoad},

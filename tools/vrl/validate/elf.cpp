@@ -237,7 +237,9 @@ ElfFile parseElf(std::string const& bytes) {
     if (!header) return failTooShort(file);
     if (header->e_type != ET_DYN)
         return fail(file, otherType(header->e_type), "build a shared module, such as vrl_add_plugin makes");
-    if (header->e_phentsize == sizeof(Segment)) readTables(file, bytes, *header);
+    if (header->e_phentsize != sizeof(Segment))
+        return fail(file, "has a table of its parts that cannot be read", "build it again");
+    readTables(file, bytes, *header);
     return file;
 }
 

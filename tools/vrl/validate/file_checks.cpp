@@ -61,12 +61,19 @@ bool isLibrary(fs::path const& path, std::string const& machine) {
     return elf.error.empty() && elf.machine == machine;
 }
 
-bool isFound(std::string const& name, ElfFile const& elf, std::vector<fs::path> const& folders, Report& report) {
-    if (name.find('/') != std::string::npos) return isLibrary(name, elf.machine);
+/// Why the loader does not find a library, or not all that this one needs itself; empty if it does.
+std::string whyNotFound(std::string const& name, ElfFile const& elf, std::vector<fs::path> const& folders,
+                        Report& report) {
+    constexpr char kNotFound[] = "which is not found";
+    if (name.find('/') != std::string::npos) return isLibrary(name, elf.machine) ? "" : kNotFound;
     for (fs::path const& folder : folders)
-        if (isLibrary(folder / name, elf.machine)) return true;
+        if (isLibrary(folder / name, elf.machine)) return {};
     report.step("loading '" + name + "'");
-    return dlopen(name.c_str(), RTLD_LAZY | RTLD_LOCAL) != nullptr;
+    if (dlopen(name.c_str(), RTLD_LAZY | RTLD_LOCAL)) return {};
+    char const* const reason = dlerror();
+    std::string const words = reason ? reason : "";
+    bool const itself = words.empty() || words.compare(0, name.size() + 2, name + ": ") == 0;
+    return itself ? kNotFound : "which does not load: " + words;
 }
 
 /// Says what is wrong with how a plug-in names our own library.
@@ -138,7 +145,8 @@ void checkDependencies(Job const& job, Report& report) {
     std::string const own = ownLibrary().soname;
     checkOwnLibrary(elf, own, report);
     for (std::string const& name : elf.needed)
-        if (!isFound(name, elf, folders, report)) report.find("", "needs '" + name + "', which is not found");
+        if (std::string const why = whyNotFound(name, elf, folders, report); !why.empty())
+            report.find("", "needs '" + name + "', " + why);
     report.note("with " + own);
 }
 
