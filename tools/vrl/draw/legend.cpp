@@ -1,0 +1,66 @@
+#include "draw/legend.h"
+
+#include "draw/domain_style.h"
+#include "draw/dot_text.h"
+#include "text/number.h"
+
+namespace vrltool {
+
+namespace {
+
+constexpr std::size_t kTitleCharacters = 100;
+constexpr std::size_t kNoteCharacters = 120;
+
+// A border drawn at one side of a cell is the only line that a table can hold; a second cell below puts it at half
+// height.
+std::string lineSample(DomainStyle const& style) {
+    std::string const sides = style.twofold ? "TB" : "B";
+    return "<TABLE BORDER=\"0\" CELLBORDER=\"0\" CELLSPACING=\"0\" CELLPADDING=\"0\"><TR><TD FIXEDSIZE=\"TRUE\" "
+           "WIDTH=\"28\" HEIGHT=\"6\" BORDER=\"" +
+           std::to_string(style.width < 1.4   ? 1
+                          : style.width < 2.5 ? 2
+                                              : 3) +
+           "\" SIDES=\"" + sides + "\" COLOR=\"" + style.colour + "\" STYLE=\"" + style.line +
+           "\"></TD></TR><TR><TD FIXEDSIZE=\"TRUE\" WIDTH=\"28\" HEIGHT=\"4\"></TD></TR></TABLE>";
+}
+
+std::string boxSample(char const* border, char const* style) {
+    return std::string("<TABLE BORDER=\"") + border +
+           "\" CELLBORDER=\"0\" CELLSPACING=\"0\" CELLPADDING=\"0\" STYLE=\"" + style +
+           "\" COLOR=\"#444444\"><TR><TD FIXEDSIZE=\"TRUE\" WIDTH=\"20\" HEIGHT=\"8\"></TD></TR></TABLE>";
+}
+
+std::string entry(std::string const& sample, std::string const& text) {
+    return "<TD>" + sample + "</TD><TD ALIGN=\"LEFT\">" + text + "  </TD>";
+}
+
+std::string entries(Occurring const& occurring) {
+    std::string cells;
+    for (auto const domain : occurring.domains) cells += entry(lineSample(styleOf(domain)), styleOf(domain).name);
+    if (occurring.openPort)
+        cells += entry("<TABLE BORDER=\"1\" CELLBORDER=\"0\" CELLSPACING=\"0\" CELLPADDING=\"0\" COLOR=\"#444444\">"
+                       "<TR><TD FIXEDSIZE=\"TRUE\" WIDTH=\"5\" HEIGHT=\"9\"></TD></TR></TABLE>",
+                       "open port");
+    if (occurring.foreignPort) cells += entry("<I>name?</I>", "port that the block does not have");
+    if (occurring.closedComposite) cells += entry(boxSample("3", "ROUNDED"), "composite, closed");
+    if (occurring.unknownKind) cells += entry(boxSample("1", "ROUNDED,DASHED"), "stand-in: its kind is not loaded");
+    return cells;
+}
+
+}  // namespace
+
+std::string caption(Picture const& picture, Occurring const& occurring, std::vector<std::string> const& notes) {
+    std::string rows;
+    if (!picture.title.empty())
+        rows += "<TR><TD ALIGN=\"LEFT\"><B>" + htmlText(picture.title, kTitleCharacters) + "</B></TD></TR>";
+    std::string const legend = picture.legend ? entries(occurring) : "";
+    if (!legend.empty())
+        rows += "<TR><TD ALIGN=\"LEFT\"><TABLE BORDER=\"0\" CELLBORDER=\"0\" CELLSPACING=\"4\" CELLPADDING=\"0\"><TR>" +
+                legend + "</TR></TABLE></TD></TR>";
+    for (std::string const& note : notes)
+        rows += "<TR><TD ALIGN=\"LEFT\"><I>" + htmlText(note, kNoteCharacters) + "</I></TD></TR>";
+    if (rows.empty()) return rows;
+    return "<TABLE BORDER=\"0\" CELLBORDER=\"0\" CELLSPACING=\"2\" CELLPADDING=\"1\">" + rows + "</TABLE>";
+}
+
+}  // namespace vrltool
