@@ -38,4 +38,6 @@ std::string lineAttributes(DomainStyle const& style) {
            ", penwidth=" + numberText(style.width);
 }
 
+std::string borderOf(DomainStyle const& style) { return style.width < 1.4 ? "1" : style.width < 2.5 ? "2" : "3"; }
+
 }  // namespace vrltool

@@ -22,4 +22,7 @@ DomainStyle const& styleOf(vrl::EnumList::Domain domain);
 /// "color=..., style=..., penwidth=..., class=..." of a line.
 std::string lineAttributes(DomainStyle const& style);
 
+/// The width of a line as the border of a cell, in whole points.
+std::string borderOf(DomainStyle const& style);
+
 }  // namespace vrltool

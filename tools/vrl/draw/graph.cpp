@@ -17,7 +17,10 @@ constexpr std::size_t kManyElements = 300;
 constexpr std::size_t kEndCharacters = 30;
 
 constexpr char kFonts[] = "    node [shape=plain, fontname=\"Helvetica,Arial,sans-serif\", fontsize=10];\n"
-                          "    edge [dir=none];\n";
+                          "    edge [dir=none, arrowhead=none, arrowtail=none];\n";
+
+constexpr char kArrow[] = "shape=cds, height=0.25, margin=\"0.08,0.03\"";
+constexpr char kBox[] = "shape=box, style=rounded, height=0.25, margin=\"0.08,0.03\"";
 
 /// Writes one picture.
 class Drawing {
@@ -32,8 +35,10 @@ private:
     void writeFrame(Level const& level, std::size_t element, Tied const& tied);
     void writeRails(Level const& inside, Tied const& tied);
     void writeOrder(Level const& inside);
-    void writeEnds(Level const& level, std::map<std::string, EndLabel> const& labels, char const* rank);
-    void writeContacts(Level const& level);
+    void writeEnds(std::vector<EndLabel> const& labels, std::string const& look);
+    void writeRank(std::vector<EndLabel> const& labels, char const* rank);
+    void openFrame(std::string const& id);
+    void closeFrame();
     void writeCuts(Level const& level);
     void note(Level const& level, std::size_t element, Tied const& tied);
     std::ostream& line() { return os << indent; }
@@ -62,33 +67,50 @@ void Drawing::writeBlock(Level const& level, std::size_t place, Tied const& tied
     Element const& element = level.circuit.elements[place];
     std::string const id = level.elementId(place);
     line() << id << " [id=\"" << id << "\", class=\"element\", tooltip=" << tooltipText(fullText(element))
-           << ", label=<" << blockTable(element, tied, picture.parameters) << ">];\n";
+           << ", label=<" << blockTable(element, tied, level.tagsOf(place), picture.parameters) << ">];\n";
 }
 
+// A frame with electrical ports has them in its own title, at its lower edge; the title above is that of a second frame
+// inside, which is not seen.
 void Drawing::writeFrame(Level const& level, std::size_t place, Tied const& tied) {
     Element const& element = level.circuit.elements[place];
     std::string const id = level.elementId(place);
+    std::string const foot = footTable(element, tied, level.tagsOf(place));
+    std::string const top = ", labelloc=t, labeljust=l, label=<" + frameTitle(element, picture.parameters) + ">];\n";
     Level const inside(level, place);
-    line() << "subgraph cluster_" << id << " {\n";
-    indent += "    ";
+    openFrame(id);
     line() << "graph [id=\"" << id << "\", class=\"frame\", style=\"rounded" << (isUnknown(element) ? ",dashed" : "")
            << "\", color=\"#444444\", bgcolor=\"" << (level.frame ? "#FFFFFF" : "#FAFAF7")
-           << "\", labelloc=t, labeljust=l, margin=10, tooltip=" << tooltipText(fullText(element)) << ", label=<"
-           << frameTitle(element, picture.parameters) << ">];\n";
+           << "\", margin=6, tooltip=" << tooltipText(fullText(element))
+           << (foot.empty() ? top : ", labelloc=b, labeljust=c, label=<" + foot + ">];\n");
+    if (!foot.empty()) {
+        openFrame(id + "_body");
+        line() << "graph [id=\"" << id << "_body\", class=\"body\", peripheries=0, margin=6, tooltip=\" \"" << top;
+    }
     writeRails(inside, tied);
     if (inside.circuit.elements.empty())
         line() << inside.prefix << "empty [class=\"empty\", fontcolor=\"#555555\", label=\"nothing inside\"];\n";
     writeLevel(inside);
     writeOrder(inside);
+    if (!foot.empty()) closeFrame();
+    closeFrame();
+}
+
+void Drawing::openFrame(std::string const& id) {
+    line() << "subgraph cluster_" << id << " {\n";
+    indent += "    ";
+}
+
+void Drawing::closeFrame() {
     indent.resize(indent.size() - 4);
     line() << "}\n";
 }
 
-// The ports of a frame stand in a node of the picture for each of its sides.
+// The ports of a frame at its left and right stand in a node of the picture each.
 void Drawing::writeRails(Level const& inside, Tied const& tied) {
-    for (SideWords const& words : sides()) {
-        std::string const rail = railTable(*inside.frame, tied, words.side);
-        std::string const id = inside.prefix + words.id;
+    for (Side const side : {Side::kLeft, Side::kRight}) {
+        std::string const rail = railTable(*inside.frame, tied, side);
+        std::string const id = inside.prefix + wordsOf(side).id;
         if (!rail.empty())
             line() << id << " [id=\"" << id << "\", class=\"ports\", tooltip=" << tooltipText(fullText(*inside.frame))
                    << ", label=<" << rail << ">];\n";
@@ -110,31 +132,23 @@ void Drawing::writeOrder(Level const& inside) {
     }
 }
 
-void Drawing::writeEnds(Level const& level, std::map<std::string, EndLabel> const& labels, char const* rank) {
-    std::string same;
-    for (auto const& [id, label] : labels) {
-        line() << id << " [id=\"" << id << "\", class=\"boundary\", shape=cds, height=0.25, margin=\"0.08,0.03\""
-               << ", color=\"" << styleOf(label.domain).colour << "\", tooltip=" << tooltipText(label.tooltip)
-               << ", label=\"" << label.text << "\"];\n";
-        same += " " + id + ";";
-    }
-    if (!labels.empty() && !level.frame) line() << "{ rank=" << rank << ";" << same << " }\n";
+void Drawing::writeEnds(std::vector<EndLabel> const& labels, std::string const& look) {
+    for (EndLabel const& label : labels)
+        line() << label.id << " [id=\"" << label.id << "\", class=\"boundary\", " << look << ", color=\""
+               << styleOf(label.domain).colour << "\", tooltip=" << tooltipText(label.tooltip) << ", label=<"
+               << htmlText(label.text, kEndCharacters) << ">];\n";
 }
 
-void Drawing::writeContacts(Level const& level) {
-    for (auto const& [id, labels] : level.contacts) {
-        line() << id << " [id=\"" << id << "\", class=\"boundary\", label=<<TABLE BORDER=\"0\" CELLBORDER=\"1\" "
-               << "CELLSPACING=\"6\" CELLPADDING=\"3\"><TR>";
-        for (EndLabel const& label : labels)
-            os << "<TD PORT=\"" << label.tooltip << "\" STYLE=\"ROUNDED\" COLOR=\"" << styleOf(label.domain).colour
-               << "\">" << label.text << "</TD>";
-        os << "</TR></TABLE>>];\n";
-    }
+void Drawing::writeRank(std::vector<EndLabel> const& labels, char const* rank) {
+    if (labels.empty()) return;
+    line() << "{ rank=" << rank << ";";
+    for (EndLabel const& label : labels) os << " " << label.id << ";";
+    os << " }\n";
 }
 
 void Drawing::writeCuts(Level const& level) {
-    for (auto const& [id, label] : level.cuts)
-        line() << id << " [id=\"" << id << "\", class=\"cut\", tooltip=" << tooltipText(label.tooltip)
+    for (EndLabel const& label : level.cuts)
+        line() << label.id << " [id=\"" << label.id << "\", class=\"cut\", tooltip=" << tooltipText(label.tooltip)
                << ", label=<<FONT COLOR=\"#555555\" POINT-SIZE=\"9\"><I>" << htmlText(label.text, kEndCharacters)
                << "</I></FONT>>];\n";
 }
@@ -146,11 +160,14 @@ void Drawing::writeLevel(Level const& level) {
         note(level, i, tied);
         level.isOpen(i) ? writeFrame(level, i, tied) : writeBlock(level, i, tied);
     }
-    writeEnds(level, level.inputs, "source");
-    writeEnds(level, level.outputs, "sink");
-    writeContacts(level);
+    writeEnds(level.inputs, kArrow);
+    writeEnds(level.outputs, kArrow);
+    writeEnds(level.contacts, kBox);
+    if (!level.frame) writeRank(level.inputs, "source");
+    if (!level.frame) writeRank(level.outputs, "sink");
     writeCuts(level);
-    for (auto const& [node, ends] : level.ends) writeWires(os, indent, level.prefix + "n" + std::to_string(node), ends);
+    for (auto const& [node, ends] : level.wires)
+        writeWires(os, indent, level.prefix + "n" + std::to_string(node), ends);
 }
 
 std::string Drawing::text(Circuit const& circuit) {

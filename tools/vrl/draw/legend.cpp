@@ -17,10 +17,7 @@ std::string lineSample(DomainStyle const& style) {
     std::string const sides = style.twofold ? "TB" : "B";
     return "<TABLE BORDER=\"0\" CELLBORDER=\"0\" CELLSPACING=\"0\" CELLPADDING=\"0\"><TR><TD FIXEDSIZE=\"TRUE\" "
            "WIDTH=\"28\" HEIGHT=\"6\" BORDER=\"" +
-           std::to_string(style.width < 1.4   ? 1
-                          : style.width < 2.5 ? 2
-                                              : 3) +
-           "\" SIDES=\"" + sides + "\" COLOR=\"" + style.colour + "\" STYLE=\"" + style.line +
+           borderOf(style) + "\" SIDES=\"" + sides + "\" COLOR=\"" + style.colour + "\" STYLE=\"" + style.line +
            "\"></TD></TR><TR><TD FIXEDSIZE=\"TRUE\" WIDTH=\"28\" HEIGHT=\"4\"></TD></TR></TABLE>";
 }
 
@@ -42,7 +39,7 @@ std::string entries(Occurring const& occurring) {
                        "<TR><TD FIXEDSIZE=\"TRUE\" WIDTH=\"5\" HEIGHT=\"9\"></TD></TR></TABLE>",
                        "open port");
     if (occurring.foreignPort) cells += entry("<I>name?</I>", "port that the block does not have");
-    if (occurring.closedComposite) cells += entry(boxSample("3", "ROUNDED"), "composite, closed");
+    if (occurring.closedComposite) cells += entry(boxSample("2", "ROUNDED"), "composite, closed");
     if (occurring.unknownKind) cells += entry(boxSample("1", "ROUNDED,DASHED"), "stand-in: its kind is not loaded");
     return cells;
 }

@@ -16,6 +16,8 @@ bool isBoundary(Circuit const& circuit, unsigned node) {
 
 Flow reversed(Flow flow) { return static_cast<Flow>(-static_cast<int>(flow)); }
 
+std::string netName(unsigned node) { return "N" + std::to_string(node); }
+
 std::string nodeText(unsigned node) { return "node " + std::to_string(node); }
 
 /// The domain that the ends of a node agree on by their first known one.
@@ -56,53 +58,73 @@ bool Level::isOpen(std::size_t element) const {
 std::string Level::handle(std::size_t element, Side side) const {
     std::string const id = elementId(element);
     if (!isOpen(element)) return id;
-    for (Side const wanted : {side, Side::kBottom, Side::kLeft, Side::kRight})
+    for (Side const wanted : {side, Side::kLeft, Side::kRight})
         if (!pinsOn(circuit.elements[element], wanted).empty()) return id + "_" + wordsOf(wanted).id;
     if (circuit.elements[element].inside->elements.empty()) return id + "_empty";
     return Level(*this, element).handle(0, side);
 }
 
 void Level::attach() {
+    tags.resize(circuit.elements.size());
     for (std::size_t element = 0; element < circuit.elements.size(); ++element) attachPins(element);
-    for (SideWords const& words : sides()) attachBoundary(words);
-    attachCuts();
+    nameContacts();
+    for (Side const side : {Side::kLeft, Side::kRight}) attachBoundary(wordsOf(side));
+    for (auto const& [node, net] : nets) settle(node, net);
 }
 
-void Level::attachPins(std::size_t place) {
-    Element const& element = circuit.elements[place];
-    Tied const tied = tiedPins(circuit, element);
-    bool const placed = isTiedAt(element, tied, Side::kLeft) || isTiedAt(element, tied, Side::kRight);
-    for (std::size_t i = 0; i < element.pins.size(); ++i) {
-        Pin const& pin = element.pins[i];
-        if (pin.node == 0) continue;
-        if (!isShown(place)) {
-            hidden[pin.node].push_back({place, i});
-            continue;
-        }
-        SideWords const& words = wordsOf(sideOf(pin));
-        Attachment end;
-        end.home = elementId(place) + (isOpen(place) ? std::string("_") + words.id : "");
-        end.place = end.home + ":" + cellId(i) + ":" + words.outward;
-        end.domain = pin.domain;
-        end.flow = words.flow;
-        end.text = element.label() + "," + pin.name;
-        end.placed = placed;
-        end.order = i;
-        ends[pin.node].push_back(std::move(end));
+void Level::attachPins(std::size_t element) {
+    auto const& pins = circuit.elements[element].pins;
+    for (std::size_t i = 0; i < pins.size(); ++i) {
+        unsigned const node = pins[i].node;
+        if (node == 0) continue;
+        Net& net = nets[node];
+        if (!isShown(element))
+            net.hidden.push_back({element, i});
+        else if (sideOf(pins[i]) == Side::kBottom)
+            net.below.push_back({element, i});
+        else
+            wires[node].push_back(attachment({element, i}));
     }
+}
+
+/// Whether wires can end at a pin: the ports at the lower edge of a frame stand in its title.
+bool Level::hasCell(End const& end) const {
+    return !isOpen(end.element) || sideOf(circuit.elements[end.element].pins[end.pin]) != Side::kBottom;
+}
+
+Attachment Level::attachment(End const& end) const {
+    Element const& element = circuit.elements[end.element];
+    Pin const& pin = element.pins[end.pin];
+    SideWords const& words = wordsOf(sideOf(pin));
+    Tied const tied = tiedPins(circuit, element);
+    Attachment result;
+    result.place = elementId(end.element) + (isOpen(end.element) ? std::string("_") + words.id : "") + ":" +
+                   cellId(end.pin) + ":" + words.outward;
+    result.domain = pin.domain;
+    result.flow = words.flow;
+    result.text = circuit.endText(end);
+    result.placed = isTiedAt(element, tied, Side::kLeft) || isTiedAt(element, tied, Side::kRight);
+    return result;
 }
 
 // The ports of a composite and the boundary of its inside are separate data; they belong together in their order where
 // there are as many of them.
+bool fits(Level const& level, SideWords const& words) {
+    return level.frame && pinsOn(*level.frame, words.side).size() == (level.circuit.*words.nodes).size();
+}
+
 void Level::attachBoundary(SideWords const& words) {
-    auto const& nodes = circuit.*words.nodes;
-    if (frame && pinsOn(*frame, words.side).size() == nodes.size()) {
+    if (fits(*this, words)) {
         attachPorts(words);
         return;
     }
+    auto const& nodes = circuit.*words.nodes;
     for (std::size_t i = 0; i < nodes.size(); ++i) {
-        bool const cutOff = ends.count(nodes[i]) == 0 && hidden.count(nodes[i]) != 0;
-        if (!cutOff) attachLabel(words, i);
+        auto const net = nets.find(nodes[i]);
+        bool const cutOff =
+            net != nets.end() && !net->second.hidden.empty() && net->second.below.empty() && wires.count(nodes[i]) == 0;
+        std::string const number = std::to_string(i + 1);
+        if (!cutOff) attachLabel(nodes[i], prefix + words.id + number, words.word + (" " + number), words);
     }
 }
 
@@ -111,72 +133,91 @@ void Level::attachPorts(SideWords const& words) {
     auto const pins = pinsOn(*frame, words.side);
     for (std::size_t i = 0; i < nodes.size(); ++i) {
         Attachment end;
-        end.home = prefix + words.id;
-        end.place = end.home + ":" + cellId(pins[i]) + ":" + words.inward;
+        end.place = prefix + words.id + ":" + innerCellId(pins[i]) + ":" + words.inward;
         end.domain = frame->pins[pins[i]].domain;
         end.flow = reversed(words.flow);
         end.text = frame->label() + "," + frame->pins[pins[i]].name;
         end.boundary = true;
-        ends[nodes[i]].push_back(std::move(end));
+        wires[nodes[i]].push_back(std::move(end));
     }
 }
 
-void Level::attachLabel(SideWords const& words, std::size_t place) {
-    unsigned const node = (circuit.*words.nodes)[place];
-    std::string const number = std::to_string(place + 1);
-    EndLabel label;
-    label.text = words.word + (" " + number);
-    label.tooltip = label.text + ": " + nodeText(node);
-    label.domain = knownDomain(ends[node]);
+void Level::attachLabel(unsigned node, std::string const& id, std::string const& text, SideWords const& words) {
+    auto& labels = words.side == Side::kLeft ? inputs : words.side == Side::kRight ? outputs : contacts;
+    labels.push_back({id, text, text + ": " + nodeText(node), knownDomain(wires[node])});
     Attachment end;
-    end.home = prefix + words.id + number;
-    end.place = end.home + ":" + words.inward;
+    end.place = id + ":" + words.inward;
     end.flow = reversed(words.flow);
-    end.text = label.text;
+    end.text = text;
     end.boundary = true;
-    if (words.side == Side::kBottom) {
-        attachContact(std::move(end), std::move(label), node);
+    wires[node].push_back(std::move(end));
+}
+
+void Level::nameContacts() {
+    SideWords const& words = wordsOf(Side::kBottom);
+    bool const ports = fits(*this, words);
+    auto const pins = ports ? pinsOn(*frame, Side::kBottom) : std::vector<std::size_t>();
+    for (std::size_t i = 0; i < circuit.dc.size(); ++i)
+        nets[circuit.dc[i]].names.push_back(ports ? frame->pins[pins[i]].name
+                                                  : words.word + (" " + std::to_string(i + 1)));
+}
+
+void Level::settle(unsigned node, Net const& net) {
+    bool const onlyElectrical = wires.count(node) == 0;
+    if (onlyElectrical && !net.below.empty()) {
+        settleElectrical(node, net);
         return;
     }
-    (words.side == Side::kLeft ? inputs : outputs)[end.home] = std::move(label);
-    ends[node].push_back(std::move(end));
-}
-
-void Level::attachContact(Attachment end, EndLabel label, unsigned node) {
-    auto& others = ends[node];
-    auto const electrical =
-        std::find_if(others.begin(), others.end(), [](Attachment const& e) { return e.flow == Flow::kNone; });
-    auto const owner = electrical == others.end() ? others.begin() : electrical;
-    label.order = owner == others.end() ? 0 : owner->order;
-    std::string const cell = end.home;
-    end.home = owner == others.end() ? prefix + "dc" : "dc_" + owner->home;
-    end.place = end.home + ":" + cell + ":n";
-    label.tooltip = cell;
-    contacts[end.home].push_back(std::move(label));
-    others.push_back(std::move(end));
-}
-
-void Level::attachCuts() {
-    for (auto const& [node, cutEnds] : hidden) {
-        auto const found = ends.find(node);
-        if (found == ends.end() || found->second.empty()) continue;
-        End const& first = cutEnds.front();
-        Pin const& pin = circuit.elements[first.element].pins[first.pin];
-        EndLabel label;
-        for (End const& end : cutEnds) label.tooltip += (label.tooltip.empty() ? "" : "; ") + circuit.endText(end);
-        label.text = circuit.endText(first);
-        if (cutEnds.size() > 1) label.text += " +" + std::to_string(cutEnds.size() - 1);
-        label.domain = pin.domain;
-        SideWords const& words = wordsOf(sideOf(pin));
-        Attachment end;
-        end.home = prefix + "cut" + std::to_string(node);
-        end.place = end.home + ":" + (words.side == Side::kBottom ? "n" : words.outward);
-        end.domain = pin.domain;
-        end.flow = words.flow;
-        end.text = label.tooltip;
-        cuts[end.home] = std::move(label);
-        found->second.push_back(std::move(end));
+    for (End const& end : net.below) {
+        if (hasCell(end))
+            wires[node].push_back(attachment(end));
+        else
+            tag({end}, netName(node));
     }
+    bool const cutOff = onlyElectrical && !net.hidden.empty();
+    if (!cutOff) attachContacts(node, net);
+    if (!onlyElectrical && !net.hidden.empty()) attachCut(node, net.hidden);
+}
+
+void Level::settleElectrical(unsigned node, Net const& net) {
+    std::size_t const ends = net.below.size() + net.hidden.size();
+    std::string names;
+    for (std::string const& name : net.names) names += (names.empty() ? "" : ", ") + name;
+    if (!names.empty())
+        tag(net.below, names);
+    else if (ends == 2 && net.hidden.size() == 1)
+        tag(net.below, circuit.endText(net.hidden.front()));
+    else if (ends > 2 || (ends == 2 && !(hasCell(net.below[0]) && hasCell(net.below[1]))))
+        tag(net.below, netName(node));
+    else if (ends == 2)
+        wires[node] = {attachment(net.below[0]), attachment(net.below[1])};
+}
+
+void Level::attachContacts(unsigned node, Net const& net) {
+    for (std::size_t i = 0; i < net.names.size(); ++i)
+        attachLabel(node, prefix + "dc" + std::to_string(contacts.size() + 1), net.names[i], wordsOf(Side::kBottom));
+}
+
+void Level::attachCut(unsigned node, std::vector<End> const& hidden) {
+    End const& first = hidden.front();
+    Pin const& pin = circuit.elements[first.element].pins[first.pin];
+    SideWords const& words = wordsOf(sideOf(pin));
+    EndLabel label;
+    label.id = prefix + "cut" + std::to_string(node);
+    for (End const& end : hidden) label.tooltip += (label.tooltip.empty() ? "" : "; ") + circuit.endText(end);
+    label.text = circuit.endText(first);
+    if (hidden.size() > 1) label.text += " +" + std::to_string(hidden.size() - 1);
+    Attachment end;
+    end.place = label.id + ":" + (words.side == Side::kRight ? "e" : "w");
+    end.domain = pin.domain;
+    end.flow = words.flow;
+    end.text = label.tooltip;
+    cuts.push_back(std::move(label));
+    wires[node].push_back(std::move(end));
+}
+
+void Level::tag(std::vector<End> const& ends, std::string const& text) {
+    for (End const& end : ends) tags[end.element][end.pin] = {text, circuit.elements[end.element].pins[end.pin].domain};
 }
 
 Tied tiedPins(Circuit const& circuit, Element const& element) {

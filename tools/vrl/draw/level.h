@@ -25,17 +25,19 @@ struct SideWords {
 std::vector<SideWords> const& sides();
 SideWords const& wordsOf(Side side);
 
-/// What is written at the end of a node: an input, an output or a contact of the circuit, or where a wire goes that is
-/// cut off.
+/// A node of the picture that is only a text at the end of wires: the boundary, or where a wire goes that is cut off.
 struct EndLabel {
+    std::string id;
     std::string text;
     std::string tooltip;
     vrl::EnumList::Domain domain = vrl::EnumList::Unknown;
-    std::size_t order = 0;  ///< among the pins of the element that a contact belongs to
 };
 
 /// One circuit on its way into the picture, the whole or the inside of a composite: which nodes of the picture stand
 /// for what, and what the wires join.
+///
+/// Wires between electrical ports would cross the picture. They are drawn only from one block to one other; the ports
+/// of larger nets, of nets at the boundary and those of frames get a tag with the name of the net.
 class Level {
 public:
     /// The whole circuit.
@@ -52,22 +54,36 @@ public:
     std::string elementId(std::size_t element) const { return prefix + "e" + std::to_string(element + 1); }
     /// A node of the picture that stands for an element: its own, or one within its frame, best at that side.
     std::string handle(std::size_t element, Side side) const;
+    Tags const& tagsOf(std::size_t element) const { return tags[element]; }
 
-    std::map<unsigned, std::vector<Attachment>> ends;       ///< of each node
-    std::map<std::string, EndLabel> inputs, outputs, cuts;  ///< by id
-    std::map<std::string, std::vector<EndLabel>> contacts;  ///< in one row below what they belong to, by id
+    std::map<unsigned, std::vector<Attachment>> wires;  ///< the ends of the wires of each node
+    std::vector<EndLabel> inputs, outputs, contacts, cuts;
 
 private:
+    /// What is known of a node while its wires are made.
+    struct Net {
+        std::vector<End> below;          ///< ends at electrical ports that are drawn
+        std::vector<End> hidden;         ///< ends of elements that are not
+        std::vector<std::string> names;  ///< its contacts at the boundary
+    };
+
     void attach();
     void attachPins(std::size_t element);
     void attachBoundary(SideWords const& words);
     void attachPorts(SideWords const& words);
-    void attachLabel(SideWords const& words, std::size_t place);
-    void attachContact(Attachment end, EndLabel label, unsigned node);
-    void attachCuts();
+    void attachLabel(unsigned node, std::string const& id, std::string const& text, SideWords const& words);
+    void nameContacts();
+    void settle(unsigned node, Net const& net);
+    void settleElectrical(unsigned node, Net const& net);
+    void attachContacts(unsigned node, Net const& net);
+    void attachCut(unsigned node, std::vector<End> const& hidden);
+    void tag(std::vector<End> const& ends, std::string const& text);
+    Attachment attachment(End const& end) const;
+    bool hasCell(End const& end) const;
 
     Selection const& selection;
-    std::map<unsigned, std::vector<End>> hidden;  ///< the ends that are not drawn
+    std::vector<Tags> tags;
+    std::map<unsigned, Net> nets;
 };
 
 /// Whether wires lead to the pins of an element.

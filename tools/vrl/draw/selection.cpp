@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <deque>
 
+#include "draw/block_label.h"
 #include "text/failure.h"
 #include "text/near_names.h"
 #include "text/table.h"
@@ -28,25 +29,32 @@ public:
         }
     }
 
-    std::vector<std::size_t> const& order() const { return found; }
+    std::vector<std::size_t> const& order() const { return inOrder; }
 
 private:
+    // An electrical net of many ends, such as a common ground, makes no neighbours; nor is it drawn as a wire.
+    bool leadsOn(std::vector<End> const& ends) const {
+        return ends.size() == 2 || std::any_of(ends.begin(), ends.end(), [&](End const& end) {
+                   return sideOf(circuit.elements[end.element].pins[end.pin]) != Side::kBottom;
+               });
+    }
+
     void meetEnds(unsigned node, std::deque<std::size_t>& border) {
-        auto const ends = circuit.nodes.find(node);
-        if (ends == circuit.nodes.end()) return;
-        for (End const& end : ends->second) meet(end.element, border);
+        auto const found = circuit.nodes.find(node);
+        if (found == circuit.nodes.end() || !leadsOn(found->second)) return;
+        for (End const& end : found->second) meet(end.element, border);
     }
 
     void meet(std::size_t element, std::deque<std::size_t>& border) {
         if (met[element]) return;
         met[element] = true;
-        found.push_back(element);
+        inOrder.push_back(element);
         border.push_back(element);
     }
 
     Circuit const& circuit;
     std::vector<bool> met;
-    std::vector<std::size_t> found;
+    std::vector<std::size_t> inOrder;
 };
 
 std::size_t elementNamed(Circuit const& circuit, std::string const& name) {
@@ -81,14 +89,19 @@ std::vector<std::size_t> chosen(Circuit const& circuit, Picture const& picture) 
     return walk.order();
 }
 
+/// A stand-in for a block that is no composite has an inside, but nothing in it.
+bool hasInside(Element const& element) {
+    return element.inside && !(isUnknown(element) && element.inside->elements.empty());
+}
+
 /// The insides of the shown elements, and their insides, layer by layer.
 std::vector<Circuit const*> insides(Circuit const& circuit, std::vector<bool> const& shown) {
     std::vector<Circuit const*> result;
     for (std::size_t i = 0; i < circuit.elements.size(); ++i)
-        if (shown[i] && circuit.elements[i].inside) result.push_back(circuit.elements[i].inside.get());
+        if (shown[i] && hasInside(circuit.elements[i])) result.push_back(circuit.elements[i].inside.get());
     for (std::size_t i = 0; i < result.size(); ++i)
         for (Element const& element : result[i]->elements)
-            if (element.inside) result.push_back(element.inside.get());
+            if (hasInside(element)) result.push_back(element.inside.get());
     return result;
 }
 

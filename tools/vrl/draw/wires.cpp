@@ -42,7 +42,7 @@ void writeLine(std::ostream& os, std::string const& indent, Attachment const& a,
 Attachment writeHub(std::ostream& os, std::string const& indent, std::string const& id,
                     std::vector<Attachment> const& ends) {
     Attachment hub;
-    hub.place = hub.home = id;
+    hub.place = id;
     for (Attachment const& end : ends) hub.text += (hub.text.empty() ? "" : ", ") + end.text;
     bool const mixed = std::any_of(ends.begin(), ends.end(), [&](Attachment const& e) { return differ(ends[0], e); });
     os << indent << id << " [id=\"" << id

@@ -14,11 +14,10 @@ enum class Flow { kOut = -1, kNone = 0, kIn = 1 };
 /// One end of a node in the picture: where its wire ends, and how.
 struct Attachment {
     std::string place;  ///< "e1:p2:w"
-    std::string home;   ///< the thing that the place belongs to: "e1"
     vrl::EnumList::Domain domain = vrl::EnumList::Unknown;
     Flow flow = Flow::kNone;
     std::string text;       ///< for people: "in,out0"
-    bool placed = false;    ///< whether its home has a place from left to right anyway, by wires with a flow
+    bool placed = false;    ///< whether wires with a flow give its block a place from left to right
     bool boundary = false;  ///< whether it is the end of the node at the boundary
     std::size_t order = 0;  ///< among the pins of its home
 };
