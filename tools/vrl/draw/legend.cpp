@@ -2,7 +2,6 @@
 
 #include "draw/domain_style.h"
 #include "draw/dot_text.h"
-#include "text/number.h"
 
 namespace vrltool {
 
@@ -27,21 +26,38 @@ std::string boxSample(char const* border, char const* style) {
            "\" COLOR=\"#444444\"><TR><TD FIXEDSIZE=\"TRUE\" WIDTH=\"20\" HEIGHT=\"8\"></TD></TR></TABLE>";
 }
 
-std::string entry(std::string const& sample, std::string const& text) {
-    return "<TD>" + sample + "</TD><TD ALIGN=\"LEFT\">" + text + "  </TD>";
-}
+/// The entries of a legend in one row, whose width is reckoned from its texts: left to itself it would spread over the
+/// width of the notes below it.
+class Entries {
+public:
+    void add(std::string const& sample, std::string const& text) {
+        cells += "<TD>" + sample + "</TD><TD ALIGN=\"LEFT\">" + text + "  </TD>";
+        width += 44 + 6 * (text.size() + 2);
+    }
 
-std::string entries(Occurring const& occurring) {
+    std::string table() const {
+        if (cells.empty()) return cells;
+        return "<TABLE ALIGN=\"LEFT\" BORDER=\"0\" CELLBORDER=\"0\" CELLSPACING=\"4\" CELLPADDING=\"0\" "
+               "FIXEDSIZE=\"TRUE\" WIDTH=\"" +
+               std::to_string(width) + "\" HEIGHT=\"26\"><TR>" + cells + "</TR></TABLE>";
+    }
+
+private:
     std::string cells;
-    for (auto const domain : occurring.domains) cells += entry(lineSample(styleOf(domain)), styleOf(domain).name);
+    std::size_t width = 8;
+};
+
+std::string legend(Occurring const& occurring) {
+    Entries entries;
+    for (auto const domain : occurring.domains) entries.add(lineSample(styleOf(domain)), styleOf(domain).name);
     if (occurring.openPort)
-        cells += entry("<TABLE BORDER=\"1\" CELLBORDER=\"0\" CELLSPACING=\"0\" CELLPADDING=\"0\" COLOR=\"#444444\">"
-                       "<TR><TD FIXEDSIZE=\"TRUE\" WIDTH=\"5\" HEIGHT=\"9\"></TD></TR></TABLE>",
-                       "open port");
-    if (occurring.foreignPort) cells += entry("<I>name?</I>", "port that the block does not have");
-    if (occurring.closedComposite) cells += entry(boxSample("2", "ROUNDED"), "composite, closed");
-    if (occurring.unknownKind) cells += entry(boxSample("1", "ROUNDED,DASHED"), "stand-in: its kind is not loaded");
-    return cells;
+        entries.add("<TABLE BORDER=\"1\" CELLBORDER=\"0\" CELLSPACING=\"0\" CELLPADDING=\"0\" COLOR=\"#444444\">"
+                    "<TR><TD FIXEDSIZE=\"TRUE\" WIDTH=\"5\" HEIGHT=\"9\"></TD></TR></TABLE>",
+                    "open port");
+    if (occurring.foreignPort) entries.add("<I>name?</I>", "port that the block does not have");
+    if (occurring.closedComposite) entries.add(boxSample("2", "ROUNDED"), "composite, closed");
+    if (occurring.unknownKind) entries.add(boxSample("1", "ROUNDED,DASHED"), "stand-in: its kind is not loaded");
+    return entries.table();
 }
 
 }  // namespace
@@ -50,10 +66,8 @@ std::string caption(Picture const& picture, Occurring const& occurring, std::vec
     std::string rows;
     if (!picture.title.empty())
         rows += "<TR><TD ALIGN=\"LEFT\"><B>" + htmlText(picture.title, kTitleCharacters) + "</B></TD></TR>";
-    std::string const legend = picture.legend ? entries(occurring) : "";
-    if (!legend.empty())
-        rows += "<TR><TD ALIGN=\"LEFT\"><TABLE BORDER=\"0\" CELLBORDER=\"0\" CELLSPACING=\"4\" CELLPADDING=\"0\"><TR>" +
-                legend + "</TR></TABLE></TD></TR>";
+    std::string const entries = picture.legend ? legend(occurring) : "";
+    if (!entries.empty()) rows += "<TR><TD ALIGN=\"LEFT\">" + entries + "</TD></TR>";
     for (std::string const& note : notes)
         rows += "<TR><TD ALIGN=\"LEFT\"><I>" + htmlText(note, kNoteCharacters) + "</I></TD></TR>";
     if (rows.empty()) return rows;

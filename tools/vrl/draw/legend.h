@@ -16,7 +16,6 @@ struct Occurring {
     bool foreignPort = false;  ///< a tied port that its block does not have
     bool closedComposite = false;
     bool unknownKind = false;
-    bool mixedNode = false;
 };
 
 /// What stands below a picture, as an HTML-like table: its title, its legend and the notes. Empty without any.

@@ -27,6 +27,12 @@ vrl::EnumList::Domain knownDomain(std::vector<Attachment> const& ends) {
     return known == ends.end() ? vrl::EnumList::Unknown : known->domain;
 }
 
+// The ports of a composite and the boundary of its inside are separate data; they belong together in their order where
+// there are as many of them.
+bool fits(Level const& level, SideWords const& words) {
+    return level.frame && pinsOn(*level.frame, words.side).size() == (level.circuit.*words.nodes).size();
+}
+
 }  // namespace
 
 std::vector<SideWords> const& sides() {
@@ -107,12 +113,6 @@ Attachment Level::attachment(End const& end) const {
     return result;
 }
 
-// The ports of a composite and the boundary of its inside are separate data; they belong together in their order where
-// there are as many of them.
-bool fits(Level const& level, SideWords const& words) {
-    return level.frame && pinsOn(*level.frame, words.side).size() == (level.circuit.*words.nodes).size();
-}
-
 void Level::attachBoundary(SideWords const& words) {
     if (fits(*this, words)) {
         attachPorts(words);
@@ -144,8 +144,9 @@ void Level::attachPorts(SideWords const& words) {
 
 void Level::attachLabel(unsigned node, std::string const& id, std::string const& text, SideWords const& words) {
     auto& labels = words.side == Side::kLeft ? inputs : words.side == Side::kRight ? outputs : contacts;
-    labels.push_back({id, text, text + ": " + nodeText(node), knownDomain(wires[node])});
     Attachment end;
+    end.domain = knownDomain(wires[node]);
+    labels.push_back({id, text, text + ": " + nodeText(node), end.domain});
     end.place = id + ":" + words.inward;
     end.flow = reversed(words.flow);
     end.text = text;
@@ -168,11 +169,15 @@ void Level::settle(unsigned node, Net const& net) {
         settleElectrical(node, net);
         return;
     }
+    bool named = false;
     for (End const& end : net.below) {
-        if (hasCell(end))
+        if (hasCell(end)) {
             wires[node].push_back(attachment(end));
-        else
-            tag({end}, netName(node));
+            continue;
+        }
+        tag({end}, netName(node));
+        if (!std::exchange(named, true))
+            attachLabel(node, prefix + netName(node), netName(node), wordsOf(Side::kBottom));
     }
     bool const cutOff = onlyElectrical && !net.hidden.empty();
     if (!cutOff) attachContacts(node, net);

@@ -145,6 +145,7 @@ Selection selectionOf(Circuit const& circuit, Picture const& picture) {
     for (std::size_t const element : order) selection.shown[element] = true;
     std::size_t const closed = openInsides(selection, insides(circuit, selection.shown), limit - order.size());
     if (closed > 0) selection.notes.push_back("closed: " + counted(closed, "composite") + ", " + past);
+    if (all == 0) selection.notes.push_back("the circuit has no elements");
     if (!circuit.strayTies.empty())
         selection.notes.push_back("left out: " + counted(circuit.strayTies.size(), "tie") +
                                   " of elements that are not there");
