@@ -17,7 +17,7 @@ constexpr std::size_t kTagCharacters = 22;
 constexpr std::size_t kParameterCharacters = 40;
 constexpr std::size_t kParameterLines = 10;
 
-constexpr char kInnerTable[] = "<TABLE BORDER=\"0\" CELLBORDER=\"0\" CELLSPACING=\"3\" CELLPADDING=\"1\">";
+constexpr unsigned kGap = 3;
 constexpr char kQuiet[] = "<FONT COLOR=\"#555555\" POINT-SIZE=\"9\">";
 
 /// The cell at which the wires of a port end.
@@ -42,7 +42,7 @@ std::string sideTable(Element const& element, Tied const& tied, Side side) {
         std::string const name = "<TD PORT=\"" + innerCellId(place) + "\" " + align + ">" + nameText(pin) + "</TD>";
         rows += "<TR>" + (side == Side::kLeft ? mark + name : name + mark) + "</TR>";
     }
-    return rows.empty() ? rows : kInnerTable + rows + "</TABLE>";
+    return rows.empty() ? rows : tableStart(kGap, 1) + rows + "</TABLE>";
 }
 
 /// The least width of a column below, from the texts in it: the rows of a block and of its tags stand in tables of
@@ -63,14 +63,13 @@ std::string bottomTable(Element const& element, Tied const& tied, Tags const& ta
         names.append("<TD ").append(width).append(">").append(nameText(pin)).append("</TD>");
         marks += markCell(pin, place, tied[place], "WIDTH=\"24\" HEIGHT=\"6\"");
     }
-    return names.empty() ? names : kInnerTable + ("<TR>" + names + "</TR><TR>" + marks + "</TR></TABLE>");
+    return names.empty() ? names : tableStart(kGap, 1) + "<TR>" + names + "</TR><TR>" + marks + "</TR></TABLE>";
 }
 
 /// A short line from a port down to its tag: the border between two empty cells.
 std::string dropLine(DomainStyle const& style) {
-    std::string const table = "<TABLE BORDER=\"0\" CELLBORDER=\"0\" CELLSPACING=\"0\" CELLPADDING=\"0\"><TR>";
-    return table + "<TD HEIGHT=\"16\" BORDER=\"" + borderOf(style) + "\" SIDES=\"R\" STYLE=\"" + style.line +
-           "\" COLOR=\"" + style.colour + "\"></TD><TD HEIGHT=\"16\"></TD></TR></TABLE>";
+    return tableStart(0, 0) + "<TR><TD HEIGHT=\"16\" BORDER=\"" + borderOf(style) + "\" SIDES=\"R\" STYLE=\"" +
+           style.line + "\" COLOR=\"" + style.colour + "\"></TD><TD HEIGHT=\"16\"></TD></TR></TABLE>";
 }
 
 std::string tagTable(Element const& element, Tags const& tags) {
@@ -89,8 +88,7 @@ std::string tagTable(Element const& element, Tags const& tags) {
         texts += std::string("<TD BORDER=\"1\" STYLE=\"ROUNDED\" COLOR=\"") + style.colour + "\">" +
                  htmlText(tag->second.text, kTagCharacters) + "</TD>";
     }
-    std::string const table = "<TABLE BORDER=\"0\" CELLBORDER=\"0\" CELLSPACING=\"3\" CELLPADDING=\"2\">";
-    return tags.empty() ? "" : table + "<TR>" + lines + "</TR><TR>" + texts + "</TR></TABLE>";
+    return tags.empty() ? "" : tableStart(kGap, 2) + "<TR>" + lines + "</TR><TR>" + texts + "</TR></TABLE>";
 }
 
 std::vector<std::string> parameterLines(Element const& element) {
@@ -123,8 +121,7 @@ std::string title(Element const& element, char const* between, bool parameters) 
 }
 
 std::string stacked(std::string const& above, std::string const& below) {
-    std::string const table = "<TABLE BORDER=\"0\" CELLBORDER=\"0\" CELLSPACING=\"0\" CELLPADDING=\"0\"><TR><TD>";
-    return table + above + "</TD></TR><TR><TD>" + below + "</TD></TR></TABLE>";
+    return tableStart(0, 0) + "<TR><TD>" + above + "</TD></TR><TR><TD>" + below + "</TD></TR></TABLE>";
 }
 
 struct Frame {
@@ -162,12 +159,12 @@ std::string innerCellId(std::size_t pin) { return "i" + std::to_string(pin + 1);
 std::string blockTable(Element const& element, Tied const& tied, Tags const& tags, bool parameters) {
     Frame const frame = frameOf(element);
     std::string const bottom = bottomTable(element, tied, tags);
-    std::string const block =
-        std::string("<TABLE BORDER=\"") + frame.border + "\" CELLBORDER=\"0\" CELLSPACING=\"0\" CELLPADDING=\"0\"" +
-        " STYLE=\"" + frame.style + "\" COLOR=\"#444444\" BGCOLOR=\"" + frame.fill + "\"><TR><TD>" +
-        sideTable(element, tied, Side::kLeft) + "</TD><TD CELLPADDING=\"5\">" + title(element, "<BR/>", parameters) +
-        "</TD><TD>" + sideTable(element, tied, Side::kRight) + "</TD></TR>" +
-        (bottom.empty() ? "" : "<TR><TD COLSPAN=\"3\">" + bottom + "</TD></TR>") + "</TABLE>";
+    std::string const look = std::string("BORDER=\"") + frame.border + "\" STYLE=\"" + frame.style +
+                             "\" COLOR=\"#444444\" BGCOLOR=\"" + frame.fill + "\"";
+    std::string const block = tableStart(0, 0, look) + "<TR><TD>" + sideTable(element, tied, Side::kLeft) +
+                              "</TD><TD CELLPADDING=\"5\">" + title(element, "<BR/>", parameters) + "</TD><TD>" +
+                              sideTable(element, tied, Side::kRight) + "</TD></TR>" +
+                              (bottom.empty() ? "" : "<TR><TD COLSPAN=\"3\">" + bottom + "</TD></TR>") + "</TABLE>";
     return tags.empty() ? block : stacked(block, tagTable(element, tags));
 }
 

@@ -112,4 +112,9 @@ std::string tooltipText(std::string const& text) {
            '"';
 }
 
+std::string tableStart(unsigned cellSpacing, unsigned cellPadding, std::string const& more) {
+    return "<TABLE " + more + " CELLBORDER=\"0\" CELLSPACING=\"" + std::to_string(cellSpacing) + "\" CELLPADDING=\"" +
+           std::to_string(cellPadding) + "\">";
+}
+
 }  // namespace vrltool

@@ -20,4 +20,7 @@ std::string htmlText(std::string const& text, std::size_t most = 0);
 /// Text between quotes, for an attribute that shows when a pointer rests on its object.
 std::string tooltipText(std::string const& text);
 
+/// The start of a table of an HTML-like label: its cells without borders, `more` attributes of the table.
+std::string tableStart(unsigned cellSpacing, unsigned cellPadding, std::string const& more = "BORDER=\"0\"");
+
 }  // namespace vrltool

@@ -14,16 +14,15 @@ constexpr std::size_t kNoteCharacters = 120;
 // height.
 std::string lineSample(DomainStyle const& style) {
     std::string const sides = style.twofold ? "TB" : "B";
-    return "<TABLE BORDER=\"0\" CELLBORDER=\"0\" CELLSPACING=\"0\" CELLPADDING=\"0\"><TR><TD FIXEDSIZE=\"TRUE\" "
+    return tableStart(0, 0) +
+           "<TR><TD FIXEDSIZE=\"TRUE\" "
            "WIDTH=\"28\" HEIGHT=\"6\" BORDER=\"" +
            borderOf(style) + "\" SIDES=\"" + sides + "\" COLOR=\"" + style.colour + "\" STYLE=\"" + style.line +
            "\"></TD></TR><TR><TD FIXEDSIZE=\"TRUE\" WIDTH=\"28\" HEIGHT=\"4\"></TD></TR></TABLE>";
 }
 
-std::string boxSample(char const* border, char const* style) {
-    return std::string("<TABLE BORDER=\"") + border +
-           "\" CELLBORDER=\"0\" CELLSPACING=\"0\" CELLPADDING=\"0\" STYLE=\"" + style +
-           "\" COLOR=\"#444444\"><TR><TD FIXEDSIZE=\"TRUE\" WIDTH=\"20\" HEIGHT=\"8\"></TD></TR></TABLE>";
+std::string boxSample(std::string const& look, char const* size) {
+    return tableStart(0, 0, look + " COLOR=\"#444444\"") + "<TR><TD FIXEDSIZE=\"TRUE\" " + size + "></TD></TR></TABLE>";
 }
 
 /// The entries of a legend in one row, whose width is reckoned from its texts: left to itself it would spread over the
@@ -37,9 +36,10 @@ public:
 
     std::string table() const {
         if (cells.empty()) return cells;
-        return "<TABLE ALIGN=\"LEFT\" BORDER=\"0\" CELLBORDER=\"0\" CELLSPACING=\"4\" CELLPADDING=\"0\" "
-               "FIXEDSIZE=\"TRUE\" WIDTH=\"" +
-               std::to_string(width) + "\" HEIGHT=\"26\"><TR>" + cells + "</TR></TABLE>";
+        return tableStart(4, 0,
+                          "ALIGN=\"LEFT\" BORDER=\"0\" FIXEDSIZE=\"TRUE\" WIDTH=\"" + std::to_string(width) +
+                              "\" HEIGHT=\"26\"") +
+               "<TR>" + cells + "</TR></TABLE>";
     }
 
 private:
@@ -50,13 +50,12 @@ private:
 std::string legend(Occurring const& occurring) {
     Entries entries;
     for (auto const domain : occurring.domains) entries.add(lineSample(styleOf(domain)), styleOf(domain).name);
-    if (occurring.openPort)
-        entries.add("<TABLE BORDER=\"1\" CELLBORDER=\"0\" CELLSPACING=\"0\" CELLPADDING=\"0\" COLOR=\"#444444\">"
-                    "<TR><TD FIXEDSIZE=\"TRUE\" WIDTH=\"5\" HEIGHT=\"9\"></TD></TR></TABLE>",
-                    "open port");
+    char const* const wide = "WIDTH=\"20\" HEIGHT=\"8\"";
+    if (occurring.openPort) entries.add(boxSample("BORDER=\"1\"", "WIDTH=\"5\" HEIGHT=\"9\""), "open port");
     if (occurring.foreignPort) entries.add("<I>name?</I>", "port that the block does not have");
-    if (occurring.closedComposite) entries.add(boxSample("2", "ROUNDED"), "composite, closed");
-    if (occurring.unknownKind) entries.add(boxSample("1", "ROUNDED,DASHED"), "stand-in: its kind is not loaded");
+    if (occurring.closedComposite) entries.add(boxSample("BORDER=\"2\" STYLE=\"ROUNDED\"", wide), "composite, closed");
+    if (occurring.unknownKind)
+        entries.add(boxSample("BORDER=\"1\" STYLE=\"ROUNDED,DASHED\"", wide), "stand-in: its kind is not loaded");
     return entries.table();
 }
 
@@ -71,7 +70,7 @@ std::string caption(Picture const& picture, Occurring const& occurring, std::vec
     for (std::string const& note : notes)
         rows += "<TR><TD ALIGN=\"LEFT\"><I>" + htmlText(note, kNoteCharacters) + "</I></TD></TR>";
     if (rows.empty()) return rows;
-    return "<TABLE BORDER=\"0\" CELLBORDER=\"0\" CELLSPACING=\"2\" CELLPADDING=\"1\">" + rows + "</TABLE>";
+    return tableStart(2, 1) + rows + "</TABLE>";
 }
 
 }  // namespace vrltool

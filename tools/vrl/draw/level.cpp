@@ -18,8 +18,6 @@ Flow reversed(Flow flow) { return static_cast<Flow>(-static_cast<int>(flow)); }
 
 std::string netName(unsigned node) { return "N" + std::to_string(node); }
 
-std::string nodeText(unsigned node) { return "node " + std::to_string(node); }
-
 /// The domain that the ends of a node agree on by their first known one.
 vrl::EnumList::Domain knownDomain(std::vector<Attachment> const& ends) {
     auto const known = std::find_if(ends.begin(), ends.end(),
@@ -146,7 +144,7 @@ void Level::attachLabel(unsigned node, std::string const& id, std::string const&
     auto& labels = words.side == Side::kLeft ? inputs : words.side == Side::kRight ? outputs : contacts;
     Attachment end;
     end.domain = knownDomain(wires[node]);
-    labels.push_back({id, text, text + ": " + nodeText(node), end.domain});
+    labels.push_back({id, text, text + ": " + netName(node), end.domain});
     end.place = id + ":" + words.inward;
     end.flow = reversed(words.flow);
     end.text = text;
