@@ -30,8 +30,8 @@ std::string boxSample(std::string const& look, char const* size) {
 class Entries {
 public:
     void add(std::string const& sample, std::string const& text) {
-        cells += "<TD>" + sample + "</TD><TD ALIGN=\"LEFT\">" + text + "  </TD>";
-        width += 44 + 6 * (text.size() + 2);
+        cells += "<TD>" + sample + "</TD><TD ALIGN=\"LEFT\">" + text + "</TD><TD WIDTH=\"6\"></TD>";
+        width += 58 + 6 * text.size();
     }
 
     std::string table() const {
