@@ -93,6 +93,34 @@ TEST_F(Draw, RefusesToGuessWhereThePictureGoes) {
                                   "'--format svg'\n");
 }
 
+TEST_F(Draw, RefusesToReplaceTheDesign) {
+    std::string const before = tool.read("a.vrl");
+    EXPECT_EQ(refused({"a.vrl", "--format", "svg", "-o", "./a.vrl"}),
+              "vrl: ./a.vrl: is the design itself, which the picture would replace\n"
+              "  give the picture a name of its own\n");
+    EXPECT_TRUE(tool.read("a.vrl") == before);
+}
+
+TEST_F(Draw, TakesATitleAndLeavesOutTheLegend) {
+    tool.run("draw", {"a.vrl", "-o", "a.svg", "--title", "Two & two", "--no-legend"});
+    auto const texts = vrl_test::textsOf(tool.read("a.svg"));
+    EXPECT_THAT(texts, testing::Contains("Two & two"));
+    EXPECT_THAT(texts, testing::Not(testing::Contains("optics")));
+}
+
+TEST_F(Draw, SaysThatHopsNeedAnElement) {
+    EXPECT_THAT(refused({"a.vrl", "-o", "a.svg", "--hops", "2"}), StartsWith("vrl: --hops requires --around\n"));
+}
+
+TEST_F(Draw, SaysThatABitmapIsCoarse) {
+    SampleCircuit circuit;
+    for (int i = 0; i < 700; ++i) circuit.add("b" + std::to_string(i), "sfBend");
+    circuit.save(tool.path("tall.vrl"));
+    EXPECT_EQ(tool.run("draw", {"tall.vrl", "-o", "a.png", "--max", "0"}).err,
+              "vrl: the picture is too large for a bitmap of full size; svg and pdf have no such limit\n");
+    EXPECT_EQ(tool.run("draw", {"tall.vrl", "-o", "a.svg", "--max", "0"}).err, "");
+}
+
 TEST_F(Draw, SaysWhichPackageIsMissing) {
     tool.place().set("PATH", "");
     EXPECT_EQ(refused({"a.vrl", "-o", "a.svg"}),

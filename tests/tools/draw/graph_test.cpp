@@ -201,6 +201,7 @@ TEST(Graph, DrawsFramesInFrames) {
     EXPECT_EQ(idsOf(dot, "frame"), (Ids{"e1", "e1_e1"}));
     EXPECT_EQ(idsOf(dot, "element"), (Ids{"e1_e1_e1", "e1_e1_e2", "e1_e1_e3"}));
     EXPECT_EQ(count(dot, ">pad</TD>"), 2u) << "the port of the outer frame, and its tag at that of the inner one";
+    EXPECT_EQ(count(dot, "peripheries=1"), 2u) << "each frame has an edge, whatever the one around it has";
     EXPECT_EQ(idsOf(dotOf(circuit, {}, 1), "frame"), Ids{"e1"});
 }
 

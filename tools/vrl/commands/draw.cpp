@@ -43,14 +43,24 @@ PictureFormat formatOf(Options const& options) {
                   std::string("end it in ") + pictureFormats() + ", or name one of them with --format");
 }
 
+void refuseToReplaceDesign(Options const& options) {
+    std::error_code ignored;
+    if (std::filesystem::equivalent(options.file, options.output, ignored))
+        throw Failure(options.output, "is the design itself, which the picture would replace",
+                      "give the picture a name of its own");
+}
+
 Outcome draw(Options const& options, Common const& common) {
     PictureFormat const format = formatOf(options);
+    refuseToReplaceDesign(options);
     startLibrary(common.config);
     Design const design = readDesign(options.file);
     std::cerr << missingText(design);
     Circuit const circuit = circuitFrom(circuitOf(design), static_cast<int>(options.depth));
-    Selection const selection = selectionOf(circuit, options.picture);
-    std::string const bytes = render(dotText(circuit, options.picture, selection), format);
+    Picture picture = options.picture;
+    picture.legend = !options.noLegend;
+    Selection const selection = selectionOf(circuit, picture);
+    std::string const bytes = render(dotText(circuit, picture, selection), format);
     for (std::string const& note : selection.notes) std::cerr << "vrl: " << options.file << ": " << note << '\n';
     if (options.output.empty() || options.output == "-")
         std::cout << bytes;
@@ -77,14 +87,16 @@ void addDraw(Grammar& grammar) {
     command.add_option("--depth", options->depth, "how many layers of composites are drawn as frames; 0: none")
         ->type_name("N")
         ->check(CLI::Range(0, 1000));
-    command.add_option("--around", options->picture.around, "only this element and its neighbourhood")
-        ->type_name("ELEMENT");
+    CLI::Option* const around =
+        command.add_option("--around", options->picture.around, "only this element and its neighbourhood")
+            ->type_name("ELEMENT");
     command.add_option("--hops", options->picture.hops, "how many connections that reaches; 1 otherwise")
-        ->type_name("N");
+        ->type_name("N")
+        ->needs(around);
     command.add_option("--max", options->picture.max, "the most elements, 200 otherwise; 0: no limit")->type_name("N");
     command.add_flag("--parameters", options->picture.parameters, "the values of the parameters in each block");
-    command.add_option("--title", options->picture.title, "a title below the picture")->type_name("NAME");
-    command.add_flag("--legend,!--no-legend", options->picture.legend, "the legend below it, there if not turned off");
+    command.add_option("--title", options->picture.title, "a title below the picture")->type_name("TEXT");
+    command.add_flag("--no-legend", options->noLegend, "no legend below it");
 }
 
 }  // namespace vrltool

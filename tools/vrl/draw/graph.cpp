@@ -81,7 +81,7 @@ void Drawing::writeFrame(Level const& level, std::size_t place, Tied const& tied
     openFrame(id);
     line() << "graph [id=\"" << id << "\", class=\"frame\", style=\"rounded" << (isUnknown(element) ? ",dashed" : "")
            << "\", color=\"#444444\", bgcolor=\"" << (level.frame ? "#FFFFFF" : "#FAFAF7")
-           << "\", margin=6, tooltip=" << tooltipText(fullText(element))
+           << "\", peripheries=1, margin=6, tooltip=" << tooltipText(fullText(element))
            << (foot.empty() ? top : ", labelloc=b, labeljust=c, label=<" + foot + ">];\n");
     if (!foot.empty()) {
         openFrame(id + "_body");

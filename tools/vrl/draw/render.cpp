@@ -2,6 +2,10 @@
 
 #include <algorithm>
 #include <cctype>
+#include <iostream>
+#include <iterator>
+#include <utility>
+#include <vector>
 
 #include "host/process.h"
 #include "text/failure.h"
@@ -61,6 +65,12 @@ void checkEnd(Ended const& ended) {
                       "write the text for it with '-o FILE.dot', and see what it makes of that");
 }
 
+/// Bitmaps have a largest size, past which Graphviz makes them coarser.
+void tellOfCoarseness(Ended const& ended) {
+    if (ended.err.find("too large") != std::string::npos)
+        std::cerr << "vrl: the picture is too large for a bitmap of full size; svg and pdf have no such limit\n";
+}
+
 }  // namespace
 
 std::optional<PictureFormat> pictureFormat(std::string const& name) {
@@ -81,6 +91,7 @@ std::string render(std::string const& dotText, PictureFormat format) {
     if (format == PictureFormat::kPng) words.push_back("-Gdpi=144");
     Ended ended = runProgram({words, dotText, "", kPatienceSeconds});
     checkEnd(ended);
+    tellOfCoarseness(ended);
     if (format == PictureFormat::kSvg) return cleanSvg(std::move(ended.out));
     return format == PictureFormat::kPdf ? cleanPdf(std::move(ended.out)) : ended.out;
 }

@@ -15,7 +15,8 @@ std::optional<PictureFormat> pictureFormat(std::string const& name);
 char const* pictureFormats();
 
 /// The bytes of a picture that Graphviz makes of its text: the same for the same text, since what tells the time and
-/// the maker is taken out. A Failure says that Graphviz is not there, or that it did not manage.
+/// the maker is taken out. A Failure says that Graphviz is not there, or that it did not manage;
+/// a line on standard error, that a bitmap is coarser than it should be.
 std::string render(std::string const& dotText, PictureFormat format);
 
 }  // namespace vrltool
