@@ -168,6 +168,17 @@ char const* word(What what) {
     return "";
 }
 
+void writeMissing(std::ostream& os, Design const& design) {
+    for (MissingKind const& kind : design.missing)
+        os << "vrl: " << design.path << ": no loaded plug-in has the " << word(kind.what) << " '"
+           << printable(kind.name) << "' (" << counted(kind.count, "use") << "); something stands in for it\n";
+}
+
+void writeFailedLibraries(std::ostream& os) {
+    for (FailedLibrary const& library : failedLibraries())
+        os << "  not loaded: " << library.path << ": " << library.reason << '\n';
+}
+
 }  // namespace
 
 void Design::print(std::ostream& os) const {
@@ -236,12 +247,16 @@ void prepareWhole(vrl::Netlist& netlist) {
 
 std::string missingText(Design const& design) {
     std::ostringstream text;
-    for (MissingKind const& kind : design.missing)
-        text << "vrl: " << design.path << ": no loaded plug-in has the " << word(kind.what) << " '"
-             << printable(kind.name) << "' (" << counted(kind.count, "use") << "); something stands in for it\n";
-    if (design.missing.empty()) return {};
-    for (FailedLibrary const& library : failedLibraries())
-        text << "  not loaded: " << library.path << ": " << library.reason << '\n';
+    writeMissing(text, design);
+    if (!design.missing.empty()) writeFailedLibraries(text);
+    return text.str();
+}
+
+std::string missingText(Design const& a, Design const& b) {
+    std::ostringstream text;
+    writeMissing(text, a);
+    writeMissing(text, b);
+    if (!a.missing.empty() || !b.missing.empty()) writeFailedLibraries(text);
     return text.str();
 }
 

@@ -49,6 +49,8 @@ void prepareWhole(vrl::Netlist& netlist);
 /// One line for each missing kind, with the configured libraries that failed to load, for standard error. Empty if
 /// nothing is missing.
 std::string missingText(Design const& design);
+/// The same for two designs; the libraries are told once.
+std::string missingText(Design const& a, Design const& b);
 
 /// Writes a netlist into a file, which has its new content whole or stays as it is: a temporary file in the same
 /// folder, flushed to the disk and renamed, with the mode of the file before. Refuses a netlist with stand-ins, whose

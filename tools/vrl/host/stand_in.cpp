@@ -89,6 +89,8 @@ StandInNetlist::~StandInNetlist() = default;
 
 bool isStandIn(vrl::BB const& block) { return dynamic_cast<StandInBlock const*>(&block) != nullptr; }
 
+bool isStandIn(vrl::Attribute const& parameter) { return dynamic_cast<UnknownAttribute const*>(&parameter) != nullptr; }
+
 StandInReader::StandInReader(std::istream& stream, Progress& counter) : inner(stream), progress(counter) {}
 
 StandInReader::~StandInReader() {

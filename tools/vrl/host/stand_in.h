@@ -35,6 +35,9 @@ private:
 /// Whether a block only stands in for another.
 bool isStandIn(vrl::BB const& block);
 
+/// Whether a parameter only stands in for one of a missing type, so that its value is not known.
+bool isStandIn(vrl::Attribute const& parameter);
+
 /// A netlist in the place of one whose kind is missing.
 class StandInNetlist : public vrl::Netlist {
 public:

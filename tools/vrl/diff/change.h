@@ -1,0 +1,90 @@
+#pragma once
+
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "circuit/parameters.h"
+
+// Two designs compared, the words:
+//
+// A, B      the designs: A is the old one, B the new one
+// path      where an element stands: "arms/upper" is the element upper inside the composite arms; empty: the whole
+//           design. What is in B is told by its name there, what was removed by its name in A
+// end       a port of an element, "element,port"
+// net       what a node joins: a set of ends. The number of the node is of no account
+// part      what has ends: an element, or a bare name of which only ties are left
+
+namespace vrltool {
+
+/// What a change is about.
+enum class Subject {
+    kType,
+    kElement,
+    kKind,
+    kParameter,
+    kFoundry,
+    kCrossSection,
+    kFlow,
+    kPort,
+    kNote,
+    kConnection,
+    kInput,
+    kOutput,
+    kDc
+};
+
+/// What has become of it.
+enum class Verb { kRemoved, kAdded, kChanged, kRenamed, kMoved, kParted, kJoined };
+
+/// What one side holds of a parameter.
+struct ParameterState {
+    std::string type;
+    ParameterValue value;
+    std::string text;
+    std::string unit;
+    std::string expression;
+    bool calculated = false;
+    bool autoChangeable = false;
+};
+
+/// A place of a boundary list, counted from 1, and what its node joins.
+struct BoundaryPlace {
+    std::size_t position = 0;
+    std::vector<std::string> ends;
+};
+
+/// One side of a change; nothing where there is none.
+using ChangeSide = std::variant<std::monostate, std::string, ParameterState, BoundaryPlace>;
+
+/// One difference. Its sides hold: of elements the kind, of types, kinds, foundries, choices and notes their text
+/// (nothing if there is none), of parameters their state, of the boundary a place.
+struct Change {
+    Subject subject;
+    Verb verb;
+    std::string path;
+    std::string name;       ///< of a parameter, a port or a note; of a renamed element the name that it had
+    std::string parameter;  ///< to which a note belongs
+    ChangeSide from, to;
+    std::vector<std::vector<std::string>> groups;  ///< of a connection: the sets of ends that were parted or joined
+};
+
+/// A parameter whose values are not known, since no loaded plug-in has its type.
+struct Uncompared {
+    std::string path;
+    std::string name;
+    std::string type;
+};
+
+/// All that differs.
+struct Differences {
+    std::vector<Change> changes;
+    std::vector<Uncompared> uncompared;
+};
+
+/// "arms/upper" of "arms" and "upper".
+inline std::string pathBelow(std::string const& path, std::string const& label) {
+    return path.empty() ? label : path + "/" + label;
+}
+
+}  // namespace vrltool

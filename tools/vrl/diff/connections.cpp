@@ -1,0 +1,84 @@
+#include "diff/connections.h"
+
+#include <algorithm>
+#include <map>
+#include <tuple>
+
+namespace vrltool {
+
+CommonEnds::CommonEnds(Wiring const& a, Wiring const& b, Matching const& matching)
+    : ofA(a.nets.size()), ofB(b.nets.size()) {
+    for (std::size_t part = 0; part < a.parts.size(); ++part)
+        add(&a.parts[part], matching.toB[part] == kNone ? nullptr : &b.parts[matching.toB[part]]);
+    for (std::size_t part = 0; part < b.parts.size(); ++part)
+        if (matching.toA[part] == kNone) add(nullptr, &b.parts[part]);
+}
+
+void CommonEnds::add(Wiring::Part const* inA, Wiring::Part const* inB) {
+    std::map<std::string, std::pair<std::size_t, std::size_t>> nets;
+    if (inA)
+        for (Wiring::Tie const& tie : inA->ties) nets[tie.port] = {tie.net, kNone};
+    if (inB)
+        for (Wiring::Tie const& tie : inB->ties)
+            nets.emplace(tie.port, std::pair(kNone, kNone)).first->second.second = tie.net;
+    std::string const& label = (inB ? inB : inA)->label;
+    for (auto const& [port, net] : nets) addEnd(label + "," + port, net.first, net.second, false);
+}
+
+void CommonEnds::addEnd(std::string const& text, std::size_t netA, std::size_t netB, bool ofBoundary) {
+    if (netA != kNone) ofA[netA].push_back(ends.size());
+    if (netB != kNone) ofB[netB].push_back(ends.size());
+    ends.push_back({text, netA, netB, ofBoundary});
+}
+
+void CommonEnds::addPlace(std::string const& text, std::size_t netA, std::size_t netB) {
+    addEnd(text, netA, netB, true);
+}
+
+std::vector<std::string> CommonEnds::texts(std::vector<std::size_t> const& some) const {
+    std::vector<std::tuple<bool, std::string>> sorted;
+    for (std::size_t const end : some) sorted.emplace_back(ends[end].ofBoundary, ends[end].text);
+    std::sort(sorted.begin(), sorted.end());
+    std::vector<std::string> result;
+    for (auto& entry : sorted) result.push_back(std::move(std::get<1>(entry)));
+    return result;
+}
+
+namespace {
+
+using Groups = std::vector<std::vector<std::string>>;
+
+/// The ends of a net by the nets that they are on in the other design; what is not tied there stands alone.
+Groups groupsOf(CommonEnds const& common, std::vector<std::size_t> const& net, std::size_t CommonEnds::End::*other) {
+    std::map<std::size_t, std::vector<std::size_t>> byNet;
+    Groups groups;
+    for (std::size_t const end : net) {
+        std::size_t const there = common.ends[end].*other;
+        if (there == kNone)
+            groups.push_back(common.texts({end}));
+        else
+            byNet[there].push_back(end);
+    }
+    for (auto const& entry : byNet) groups.push_back(common.texts(entry.second));
+    std::sort(groups.begin(), groups.end());
+    return groups;
+}
+
+}  // namespace
+
+void compareConnections(CommonEnds const& common, std::string const& path, std::vector<Change>& changes) {
+    std::vector<std::tuple<std::string, Verb, Groups>> lines;
+    auto const collect = [&](Verb verb, auto const& nets, std::size_t CommonEnds::End::*other) {
+        for (auto const& net : nets) {
+            Groups groups = groupsOf(common, net, other);
+            if (groups.size() > 1) lines.emplace_back(groups[0][0], verb, std::move(groups));
+        }
+    };
+    collect(Verb::kParted, common.ofA, &CommonEnds::End::netB);
+    collect(Verb::kJoined, common.ofB, &CommonEnds::End::netA);
+    std::sort(lines.begin(), lines.end());
+    for (auto& [first, verb, groups] : lines)
+        changes.push_back({Subject::kConnection, verb, path, "", "", {}, {}, std::move(groups)});
+}
+
+}  // namespace vrltool

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <string>
+
+#include "circuit/circuit.h"
+
+namespace vrltool {
+
+/// All that an element is besides its name, its number and its connections, as a text that is only good for comparing:
+/// kind, foundry, choices, parameters, notes and, of a composite, the inside.
+std::string contentOf(Element const& element);
+
+}  // namespace vrltool

@@ -1,0 +1,54 @@
+#pragma once
+
+#include <set>
+#include <string>
+
+#include "diff/change.h"
+#include "diff/settings.h"
+#include "vrllib/vrllib.h"
+
+namespace vrltool {
+
+/// Whether two values are the same: numbers of one type within the tolerance, all others exactly. Not-a-number is the
+/// same as itself.
+bool sameValue(ParameterValue const& a, ParameterValue const& b, DiffSettings const& settings);
+
+/// What is to be compared of a parameter.
+ParameterState stateOf(Parameter const& parameter);
+
+/// Compares what objects have of their own: parameters, notes, foundries and choices. Of each pair of objects either
+/// may be null and then has nothing.
+class PropertyComparison {
+public:
+    /// The changes go into `found`; both outlive this one.
+    PropertyComparison(DiffSettings const& s, Differences& d) : settings(s), found(d) {}
+
+    /// Descriptions come with the kind: they are compared if both objects are of the same.
+    void compareParameters(vrl::Attributes* a, vrl::Attributes* b, std::string const& path, bool sameKind);
+    /// Two parameters that stand alone.
+    void compareSingle(vrl::Attribute& a, vrl::Attribute& b);
+    void compareNotes(vrl::Annotations const* a, vrl::Annotations const* b, std::string const& path,
+                      std::string const& parameter = "", std::set<std::string> const& without = {});
+    /// Foundry, choices and ports.
+    void compareBlocks(vrl::BB* a, vrl::BB* b, std::string const& path);
+    void compareChoices(vrl::Foundry::CSInfo const& a, vrl::Foundry::CSInfo const& b, std::string const& path,
+                        std::string const& port = "");
+    /// A text that may be empty for none.
+    void compareTexts(Subject subject, std::string const& a, std::string const& b, std::string const& path,
+                      std::string const& name = "");
+
+    /// The names of all parameters that were met.
+    std::set<std::string> const& met() const { return names; }
+
+private:
+    void compareParameter(Parameter const* a, Parameter const* b, std::string const& name, std::string const& path,
+                          bool sameKind);
+    bool isIgnored(std::string const& name, std::string const& path) const;
+    bool same(ParameterState const& a, ParameterState const& b) const;
+
+    DiffSettings const& settings;
+    Differences& found;
+    std::set<std::string> names;
+};
+
+}  // namespace vrltool

@@ -1,0 +1,103 @@
+#include <nlohmann/json.hpp>
+
+#include "diff/report.h"
+
+// The differences for programs.
+
+namespace vrltool {
+
+namespace {
+
+char const* word(Subject subject) {
+    static char const* const words[] = {"type",         "element", "kind", "parameter", "foundry",
+                                        "crossSection", "flow",    "port", "note",      "connection",
+                                        "input",        "output",  "dc"};
+    return words[static_cast<int>(subject)];
+}
+
+char const* word(Verb verb) {
+    static char const* const words[] = {"removed", "added", "changed", "renamed", "moved", "parted", "joined"};
+    return words[static_cast<int>(verb)];
+}
+
+Json stateJson(ParameterState const& state) {
+    Json json{{"type", state.type}, {"value", valueJson(state.value)}};
+    if (std::holds_alternative<std::monostate>(state.value)) json["text"] = state.text;
+    if (!state.unit.empty()) json["unit"] = state.unit;
+    if (!state.expression.empty()) json["expression"] = state.expression;
+    if (state.calculated) json["calculated"] = true;
+    if (state.autoChangeable) json["autoChangeable"] = true;
+    return json;
+}
+
+struct SideJson {
+    Json operator()(std::monostate) const { return nullptr; }
+    Json operator()(std::string const& text) const { return text; }
+    Json operator()(ParameterState const& state) const { return stateJson(state); }
+    Json operator()(BoundaryPlace const& place) const {
+        return Json{{"position", place.position}, {"ends", place.ends}};
+    }
+};
+
+/// What else tells which thing it is, by its subject.
+void addNames(Json& json, Change const& change) {
+    switch (change.subject) {
+    case Subject::kElement:
+        if (change.verb == Verb::kRenamed) json["was"] = change.name;
+        break;
+    case Subject::kCrossSection:
+    case Subject::kFlow:
+        if (!change.name.empty()) json["port"] = change.name;
+        break;
+    case Subject::kNote:
+        if (!change.parameter.empty()) json["parameter"] = change.parameter;
+        json["name"] = change.name;
+        break;
+    case Subject::kParameter:
+    case Subject::kPort:
+        json["name"] = change.name;
+        break;
+    default:
+        break;
+    }
+}
+
+Json changeJson(Change const& change) {
+    Json json{{"what", word(change.subject)}, {"change", word(change.verb)}, {"path", change.path}};
+    addNames(json, change);
+    if (change.subject == Subject::kConnection) {
+        json["groups"] = change.groups;
+    } else if (change.subject != Subject::kPort) {
+        json["from"] = std::visit(SideJson(), change.from);
+        json["to"] = std::visit(SideJson(), change.to);
+    }
+    return json;
+}
+
+Json sideJson(Design const& design) {
+    Json json{{"file", design.path}, {"type", design.type}, {"missing", Json::array()}};
+    for (MissingKind const& kind : design.missing) json["missing"].push_back(kind.name);
+    return json;
+}
+
+}  // namespace
+
+Json differencesJson(Differences const& differences, Design const& a, Design const& b, DiffSettings const& settings) {
+    Json json = jsonHead("diff", 1);
+    json["a"] = sideJson(a);
+    json["b"] = sideJson(b);
+    json["tolerance"] = Json{{"relative", settings.relative}, {"absolute", settings.absolute}};
+    json["ignored"] = settings.ignored;
+    json["notes"] = settings.notes;
+    json["renames"] = settings.renames;
+    json["differences"] = differences.changes.size();
+    json["changes"] = Json::array();
+    for (Change const& change : differences.changes) json["changes"].push_back(changeJson(change));
+    json["uncompared"] = Json::array();
+    for (Uncompared const& parameter : differences.uncompared)
+        json["uncompared"].push_back(
+            Json{{"path", parameter.path}, {"name", parameter.name}, {"type", parameter.type}});
+    return json;
+}
+
+}  // namespace vrltool

@@ -1,0 +1,208 @@
+#include <algorithm>
+#include <ostream>
+
+#include "diff/report.h"
+#include "text/table.h"
+
+// The differences for people.
+
+namespace vrltool {
+
+namespace {
+
+/// The groups in which the changes are told, and how the subjects of them are called there.
+struct Group {
+    char const* heading;
+    std::vector<Subject> subjects;
+};
+
+Group const kGroups[] = {
+    {"design", {Subject::kType}},
+    {"elements", {Subject::kElement, Subject::kKind}},
+    {"parameters", {Subject::kParameter}},
+    {"foundries and cross sections", {Subject::kFoundry, Subject::kCrossSection, Subject::kFlow}},
+    {"ports", {Subject::kPort}},
+    {"notes", {Subject::kNote}},
+    {"connections", {Subject::kConnection}},
+    {"boundary", {Subject::kInput, Subject::kOutput, Subject::kDc}},
+};
+
+char mark(Verb verb) {
+    switch (verb) {
+    case Verb::kAdded:
+    case Verb::kJoined:
+        return '+';
+    case Verb::kRemoved:
+    case Verb::kParted:
+        return '-';
+    case Verb::kRenamed:
+    case Verb::kMoved:
+        return '>';
+    case Verb::kChanged:
+        return '~';
+    }
+    return ' ';
+}
+
+std::string quoted(std::string const& text) { return '"' + text + '"'; }
+
+/// What is told of a parameter besides its value and its unit, since the two sides differ in it.
+struct Details {
+    bool type = false;
+    bool calculated = false;
+    bool autoChangeable = false;
+};
+
+Details detailsOf(Change const& change) {
+    auto const* const from = std::get_if<ParameterState>(&change.from);
+    auto const* const to = std::get_if<ParameterState>(&change.to);
+    if (!from || !to) return {};
+    return {from->type != to->type, from->calculated != to->calculated, from->autoChangeable != to->autoChangeable};
+}
+
+std::string stateText(ParameterState const& state, Details const& details) {
+    std::string text = state.type == "String" ? quoted(state.text) : state.text;
+    if (!state.unit.empty()) text += " " + state.unit;
+    if (!state.expression.empty()) text += " = " + state.expression;
+    if (details.type) text += " (" + state.type + ")";
+    if (details.calculated && state.calculated) text += " (calculated)";
+    if (details.autoChangeable && state.autoChangeable) text += " (auto-changeable)";
+    return text;
+}
+
+/// The ends of a net; of a long one the first ones.
+std::string endsText(std::vector<std::string> const& ends) {
+    constexpr std::size_t kMost = 4;
+    if (ends.empty()) return "nothing";
+    if (ends.size() == 1) return ends[0];
+    std::size_t const shown = ends.size() > kMost ? kMost - 1 : ends.size();
+    std::string text = "(" + ends[0];
+    for (std::size_t i = 1; i < shown; ++i) text += " & " + ends[i];
+    if (shown < ends.size()) text += " & " + std::to_string(ends.size() - shown) + " more";
+    return text + ")";
+}
+
+struct SideText {
+    Details details;
+    bool quote = false;
+
+    std::string operator()(std::monostate) const { return "none"; }
+    std::string operator()(std::string const& text) const { return quote ? quoted(text) : text; }
+    std::string operator()(ParameterState const& state) const { return stateText(state, details); }
+    std::string operator()(BoundaryPlace const& place) const { return endsText(place.ends); }
+};
+
+/// "OLD -> NEW", or the one side that there is.
+std::string sidesText(Change const& change) {
+    SideText const text{detailsOf(change), change.subject == Subject::kNote};
+    if (change.verb == Verb::kAdded) return std::visit(text, change.to);
+    if (change.verb == Verb::kRemoved) return std::visit(text, change.from);
+    return std::visit(text, change.from) + " -> " + std::visit(text, change.to);
+}
+
+/// "arms: " ahead of what is told of the inside of arms.
+std::string insideOf(Change const& change) { return change.path.empty() ? "" : change.path + ": "; }
+
+std::string kindIn(ChangeSide const& side) {
+    std::string const kind = std::get<std::string>(side);
+    return kind.empty() ? " (no block)" : " (" + kind + ")";
+}
+
+std::string elementText(Change const& change) {
+    std::string const name = "element " + change.path;
+    if (change.verb == Verb::kRenamed) return name + " was " + change.name;
+    return name + kindIn(change.verb == Verb::kAdded ? change.to : change.from);
+}
+
+std::string parameterText(Change const& change) {
+    return (change.path.empty() ? "" : change.path + ".") + change.name + ": " + sidesText(change);
+}
+
+/// Foundries and choices, of an element or of a port of it.
+std::string choiceText(Change const& change, char const* what) {
+    std::string of = change.path;
+    if (!change.name.empty()) of += (of.empty() ? "" : ",") + change.name;
+    return (of.empty() ? of : of + " ") + what + ": " + sidesText(change);
+}
+
+std::string noteText(Change const& change) {
+    std::string of = change.path;
+    if (!change.parameter.empty()) of += (of.empty() ? "" : ".") + change.parameter;
+    std::string const what = change.name == "vrl::attrDescr" ? "description" : "note '" + change.name + "'";
+    return (of.empty() ? of : of + " ") + what + ": " + sidesText(change);
+}
+
+std::string connectionText(Change const& change) {
+    std::string text = insideOf(change);
+    for (std::size_t i = 0; i < change.groups.size(); ++i) text += (i > 0 ? " -- " : "") + endsText(change.groups[i]);
+    return text;
+}
+
+std::string placeText(Change const& change, std::string const& list) {
+    auto const* const from = std::get_if<BoundaryPlace>(&change.from);
+    auto const* const to = std::get_if<BoundaryPlace>(&change.to);
+    std::string const place = insideOf(change) + list + " " + std::to_string((to ? to : from)->position);
+    if (change.verb == Verb::kMoved)
+        return place + " was " + list + " " + std::to_string(from->position) + ": " + endsText(to->ends);
+    return place + ": " + sidesText(change);
+}
+
+std::string lineOf(Change const& change) {
+    switch (change.subject) {
+    case Subject::kType:
+        return "type: " + sidesText(change);
+    case Subject::kElement:
+        return elementText(change);
+    case Subject::kKind:
+        return "element " + change.path + ": " + sidesText(change);
+    case Subject::kParameter:
+        return parameterText(change);
+    case Subject::kFoundry:
+        return choiceText(change, "foundry");
+    case Subject::kCrossSection:
+        return choiceText(change, "cross section");
+    case Subject::kFlow:
+        return choiceText(change, "flow");
+    case Subject::kPort:
+        return "port " + (change.path.empty() ? "" : change.path + ",") + change.name;
+    case Subject::kNote:
+        return noteText(change);
+    case Subject::kConnection:
+        return connectionText(change);
+    case Subject::kInput:
+        return placeText(change, "input");
+    case Subject::kOutput:
+        return placeText(change, "output");
+    case Subject::kDc:
+        return placeText(change, "DC");
+    }
+    return {};
+}
+
+void writeGroup(std::ostream& os, Group const& group, std::vector<Change> const& changes) {
+    bool any = false;
+    for (Change const& change : changes) {
+        if (std::count(group.subjects.begin(), group.subjects.end(), change.subject) == 0) continue;
+        if (!any) os << group.heading << '\n';
+        any = true;
+        os << "  " << mark(change.verb) << ' ' << printable(lineOf(change)) << '\n';
+    }
+}
+
+}  // namespace
+
+void writeDifferences(std::ostream& os, Differences const& differences) {
+    for (Group const& group : kGroups) writeGroup(os, group, differences.changes);
+    if (!differences.uncompared.empty()) os << "not compared\n";
+    for (Uncompared const& parameter : differences.uncompared)
+        os << "  ? "
+           << printable((parameter.path.empty() ? "" : parameter.path + ".") + parameter.name +
+                        ": no loaded plug-in has "
+                        "the type '" +
+                        parameter.type + "'")
+           << '\n';
+    std::size_t const count = differences.changes.size();
+    os << (count == 0 ? "no differences" : counted(count, "difference")) << '\n';
+}
+
+}  // namespace vrltool

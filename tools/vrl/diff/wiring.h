@@ -1,0 +1,52 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include "circuit/circuit.h"
+
+namespace vrltool {
+
+/// Stands for no part, no net, no place.
+constexpr std::size_t kNone = static_cast<std::size_t>(-1);
+
+/// What a circuit joins, without the numbers of its nodes: its order follows from the names alone.
+struct Wiring {
+    /// A port that is tied, with the net that it is on.
+    struct Tie {
+        std::string port;
+        std::size_t net;
+    };
+    /// An element, or a name that only ties are left of.
+    struct Part {
+        std::string name;        ///< empty for an element that lost its name
+        std::string label;       ///< the name, or "#NUMBER" without one
+        Element const* element;  ///< null for a bare name
+        std::vector<Tie> ties;   ///< by port
+    };
+    /// A tie of a part, by their places.
+    struct End {
+        std::size_t part;
+        std::size_t tie;
+    };
+    /// What a node joins.
+    struct Net {
+        std::vector<End> ends;  ///< by part and port
+    };
+    /// The boundary lists, in this order everywhere.
+    enum Boundary { kInputs, kOutputs, kDcs, kBoundaries };
+
+    std::vector<Part> parts;  ///< as the elements of the circuit; behind them the bare names
+    std::vector<Net> nets;
+    std::array<std::vector<std::size_t>, kBoundaries> boundary;  ///< nets
+
+    /// The net on which a part has a port, or kNone.
+    std::size_t netOf(std::size_t part, std::string const& port) const;
+};
+
+/// The wiring of a circuit and of the netlist that it shows, both of which outlive it.
+Wiring wiringOf(Circuit const& circuit, vrl::Netlist const& netlist);
+
+}  // namespace vrltool
