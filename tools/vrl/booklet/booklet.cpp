@@ -35,7 +35,13 @@ public:
 
 private:
     std::ostream& os() { return tex.os(); }
-    void heading(std::string const& title, int level) { tex.docHeader(title, level); }
+    void heading(std::string const& title, int level, char const* need) {
+        os() << "\n\\vrlneed{" << need << "}";
+        tex.docHeader(title, level);
+    }
+    void chapter(std::string const& title) { tex.docHeader(title, kChapter); }
+    void section(std::string const& title, char const* need) { heading(title, kSection, need); }
+    void part(std::string const& title) { heading(title, kPart, "28mm"); }
     std::string linked(std::string const& kind) const;
     std::string width(std::optional<double> const& value) const;
     void writeFlows();
@@ -81,7 +87,7 @@ void Writer::writeParameters(std::vector<ParameterFacts> const& parameters) {
 }
 
 void Writer::writeFlows() {
-    heading("Process flows", kSection);
+    section("Process flows", "50mm");
     if (facts.flows.empty()) {
         os() << "The foundry names no process flow.\n\n";
         return;
@@ -93,14 +99,13 @@ void Writer::writeFlows() {
         table.add({texName(flow.kind), texName(flow.section), flow.section.empty() ? "" : width(flow.width)});
     table.write(os());
     for (FlowFacts const& flow : facts.flows) {
-        os() << "\\vrlneed{40mm}\n";
-        heading("Process flow " + texName(flow.kind), kPart);
+        part("Process flow " + texName(flow.kind));
         writeParameters(flow.parameters);
     }
 }
 
 void Writer::writeSections() {
-    heading("Cross sections", kSection);
+    section("Cross sections", "50mm");
     if (facts.sections.empty()) {
         os() << "The foundry names no cross section.\n\n";
         return;
@@ -110,15 +115,13 @@ void Writer::writeSections() {
         table.add({texName(section.kind), width(section.width), texText(section.description)});
     table.write(os());
     for (SectionFacts const& section : facts.sections) {
-        os() << "\\vrlneed{40mm}\n";
-        heading("Cross section " + texName(section.kind), kPart);
+        part("Cross section " + texName(section.kind));
         writeParameters(section.parameters);
     }
 }
 
 void Writer::writeTechnology() {
-    heading("Technology", kChapter);
-    os() << texText(facts.description) << "\n\n";
+    chapter("Technology");
     std::string const flow = facts.flow.empty() ? "" : " in the process flow \\textbf{" + texName(facts.flow) + "}";
     if (!facts.section.empty())
         os() << "Building blocks are made with the cross section \\textbf{" << texName(facts.section) << "}" << flow
@@ -140,7 +143,7 @@ std::string portNames(BlockFacts const& block, std::initializer_list<Side> sides
 }
 
 void Writer::writeOverview() {
-    heading("Building blocks", kChapter);
+    chapter("Building blocks");
     if (facts.blocks.empty()) {
         os() << "The plug-in of the foundry has no building blocks.\n\n";
         return;
@@ -181,7 +184,7 @@ char const* directionOf(Side side) {
 }
 
 void Writer::writePorts(BlockFacts const& block) {
-    heading("Ports", kPart);
+    part("Ports");
     if (block.ports.empty()) {
         os() << "It has no ports.\n\n";
         return;
@@ -194,11 +197,11 @@ void Writer::writePorts(BlockFacts const& block) {
 
 void Writer::writeInside(BlockFacts const& block) {
     if (!block.composite) return;
-    heading("Elements inside", kPart);
+    part("Elements inside");
     TexTable elements({{'N', 0.5, "Element"}, {'N', 0.5, "Kind"}});
     for (ElementFacts const& element : block.elements) elements.add({texName(element.name), linked(element.kind)});
     elements.write(os());
-    heading("Connections inside", kPart);
+    part("Connections inside");
     TexTable nodes({{'N', 0.65, "Joined ends, each as element and port"}, {'P', 0.35, "Boundary"}});
     for (NodeFacts const& node : block.nodes) {
         std::string ends;
@@ -210,20 +213,19 @@ void Writer::writeInside(BlockFacts const& block) {
 
 void Writer::writeViews(BlockFacts const& block) {
     if (block.views.empty()) return;
-    heading("Views", kPart);
+    part("Views");
     TexTable table({{'N', 0.4, "View"}, {'P', 0.6, "As the block is made"}});
     for (ViewFacts const& view : block.views) table.add({texName(view.key), texText(view.description)});
     table.write(os());
 }
 
 void Writer::writeBlock(BlockFacts const& block) {
-    os() << "\n\\vrlneed{90mm}";
-    heading(texName(block.kind), kSection);
+    section(texName(block.kind), "90mm");
     tex.label("bb:", texLabel(block.kind)).os() << "%\n";
     writeChoice(block);
     writePicture(os(), block);
     writePorts(block);
-    heading("Parameters", kPart);
+    part("Parameters");
     writeParameters(block.parameters);
     writeInside(block);
     writeViews(block);

@@ -10,10 +10,11 @@ namespace vrltool {
 namespace {
 
 // All lengths are in mm.
-constexpr int kStub = 9;   // from the box to the name of a port
+constexpr int kStub = 10;  // from the box to the name of a port
 constexpr int kPitch = 6;  // between ports on the left or on the right
 constexpr int kLeastWidth = 40;
 constexpr int kLeastHeight = 16;
+constexpr int kWidestRow = 72;  // of names beside each other
 constexpr std::size_t kMostInRow = 14;
 constexpr std::size_t kMostLetters = 18;
 
@@ -54,42 +55,36 @@ Row rowOf(BlockFacts const& block, Side side) {
     }
     if (count > kMostInRow) row.entries.back() = {std::to_string(count - kMostInRow + 1) + " more", "hidden"};
     bool const upright = side == Side::kLeft || side == Side::kRight;
-    if (!upright && row.entries.size() <= 5) row.pitch = std::max(12, static_cast<int>(2 * longest) + 4);
+    int const pitch = std::max(12, static_cast<int>(2 * longest) + 4);
+    if (!upright && pitch * static_cast<int>(row.entries.size()) <= kWidestRow) row.pitch = pitch;
     return row;
 }
 
-/// The middle of the entry at a place, counted from the middle of the row; in half millimetres to stay whole.
-std::string middle(Row const& row, std::size_t place, bool downwards) {
-    int const halves = (2 * static_cast<int>(place) + 1) * row.pitch - row.length();
-    int const turned = downwards ? -halves : halves;
-    return std::to_string(turned / 2) + (turned % 2 == 0 ? "" : ".5");
+/// The middle of the entry at a place, from the middle of the row. Pitches are even.
+int middle(Row const& row, std::size_t place) {
+    return (static_cast<int>(place) * 2 + 1 - static_cast<int>(row.entries.size())) * row.pitch / 2;
 }
 
-std::string tenth(int halves) { return std::to_string(halves / 2) + (halves % 2 == 0 ? "" : ".5"); }
-
-void writeSide(std::ostream& os, Row const& row, int width, int sign) {
+/// `x` is where the box ends; to the left if it is negative.
+void writeSide(std::ostream& os, Row const& row, int x) {
+    int const end = x < 0 ? x - kStub : x + kStub;
     for (std::size_t i = 0; i < row.entries.size(); ++i) {
-        Row::Entry const& entry = row.entries[i];
-        std::string const minus = sign < 0 ? "-" : "";
-        std::string const y = middle(row, i, true);
-        os << "\\draw[" << entry.style << "] (" << minus << tenth(width) << ',' << y << ") -- (" << minus
-           << tenth(width + 2 * kStub) << ',' << y << ") node[port, anchor=" << (sign < 0 ? "east" : "west") << "] {"
-           << entry.name << "};\n";
+        int const y = -middle(row, i);
+        os << "\\draw[" << row.entries[i].style << "] (" << x << ',' << y << ") -- (" << end << ',' << y
+           << ") node[port, anchor=" << (x < 0 ? "east" : "west") << "] {" << row.entries[i].name << "};\n";
     }
 }
 
-/// Names that do not fit beside each other are turned.
-void writeLevel(std::ostream& os, Row const& row, int height, int sign) {
-    bool const turned = row.pitch == kPitch;
-    char const* const anchor = turned     ? (sign < 0 ? "east, rotate=90" : "west, rotate=90")
-                               : sign < 0 ? "north"
-                                          : "south";
+/// `y` is where the box ends; below if it is negative. Names that do not fit beside each other are turned.
+void writeLevel(std::ostream& os, Row const& row, int y) {
+    int const end = y < 0 ? y - kStub / 2 : y + kStub / 2;
+    char const* const level = y < 0 ? "north" : "south";
+    char const* const turned = y < 0 ? "east, rotate=90" : "west, rotate=90";
     for (std::size_t i = 0; i < row.entries.size(); ++i) {
-        Row::Entry const& entry = row.entries[i];
-        std::string const minus = sign < 0 ? "-" : "";
-        std::string const x = middle(row, i, false);
-        os << "\\draw[" << entry.style << "] (" << x << ',' << minus << tenth(height) << ") -- (" << x << ',' << minus
-           << tenth(height + kStub) << ") node[port, anchor=" << anchor << "] {" << entry.name << "};\n";
+        int const x = middle(row, i);
+        os << "\\draw[" << row.entries[i].style << "] (" << x << ',' << y << ") -- (" << x << ',' << end
+           << ") node[port, anchor=" << (row.pitch == kPitch ? turned : level) << "] {" << row.entries[i].name
+           << "};\n";
     }
 }
 
@@ -100,15 +95,15 @@ void writePicture(std::ostream& os, BlockFacts const& block) {
     Row const below = rowOf(block, Side::kBelow), above = rowOf(block, Side::kAbove);
     int const width = std::max({kLeastWidth, below.length() + 6, above.length() + 6});
     int const height = std::max({kLeastHeight, left.length() + 4, right.length() + 4});
-    os << "\\begin{center}\n\\begin{tikzpicture}[x=1mm, y=1mm]\n"
+    os << "\\begin{vrlpicture}\n"
        << "\\node[" << (block.composite ? "composite" : "block") << ", minimum width=" << width
        << "mm, minimum height=" << height << "mm, text width=" << width - 6 << "mm] {"
        << texName(shortened(block.kind, 48)) << "};\n";
-    writeSide(os, left, width, -1);
-    writeSide(os, right, width, 1);
-    writeLevel(os, below, height, -1);
-    writeLevel(os, above, height, 1);
-    os << "\\end{tikzpicture}\n\\end{center}\n";
+    writeSide(os, left, -width / 2);
+    writeSide(os, right, width / 2);
+    writeLevel(os, below, -height / 2);
+    writeLevel(os, above, height / 2);
+    os << "\\end{vrlpicture}\n";
 }
 
 void writeLineKey(std::ostream& os) {

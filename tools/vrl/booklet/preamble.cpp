@@ -42,12 +42,14 @@ constexpr char kPreamble[] = R"tex(\documentclass[10pt,a4paper,oneside]{report}
   \def\ensuremath#1{?}}
 
 % Columns of a share of the width: P of prose, N of names, which are not hyphenated.
-\newcolumntype{P}[1]{>{\raggedright\arraybackslash\hspace{0pt}}p{\dimexpr#1\textwidth-2\tabcolsep\relax}}
-\newcolumntype{N}[1]{>{\raggedright\arraybackslash\hyphenpenalty=10000 \exhyphenpenalty=10000
-  \hspace{0pt}}p{\dimexpr#1\textwidth-2\tabcolsep\relax}}
 \setlength{\tabcolsep}{4pt}
+\newlength{\vrlwidth}
+\setlength{\vrlwidth}{\dimexpr\textwidth+2\tabcolsep\relax}
+\newcolumntype{P}[1]{>{\raggedright\arraybackslash\hspace{0pt}}p{\dimexpr#1\vrlwidth-2\tabcolsep\relax}}
+\newcolumntype{N}[1]{>{\raggedright\arraybackslash\hyphenpenalty=10000 \exhyphenpenalty=10000
+  \hspace{0pt}}p{\dimexpr#1\vrlwidth-2\tabcolsep\relax}}
 \setlength{\LTleft}{0pt}
-\setlength{\LTright}{0pt}
+\setlength{\LTright}{\fill}
 \setlength{\LTpre}{2pt}
 \setlength{\LTpost}{6pt}
 
@@ -78,6 +80,12 @@ constexpr char kPreamble[] = R"tex(\documentclass[10pt,a4paper,oneside]{report}
   radio/.style={vrlradio, line width=0.9pt, dash pattern=on 3pt off 1.5pt on 1pt off 1.5pt},
   other/.style={gray, line width=0.9pt, dotted},
   hidden/.style={draw=none}}
+
+% A picture, made smaller if it is wider than the page.
+\newsavebox{\vrlbox}
+\newenvironment{vrlpicture}{\begin{lrbox}{\vrlbox}\begin{tikzpicture}[x=1mm, y=1mm]}{\end{tikzpicture}\end{lrbox}%
+  \begin{center}\ifdim\wd\vrlbox>\linewidth \resizebox{\linewidth}{!}{\usebox{\vrlbox}}\else
+  \usebox{\vrlbox}\fi\end{center}}
 
 \pagestyle{fancy}
 \fancyhf{}

@@ -68,8 +68,8 @@ struct Special {
     char const* tex;
 };
 
-// What does not stand for itself everywhere. Two hyphens are no dash, two commas no quotation mark, "?`" no mark of
-// Spanish; a bracket begins no optional argument of the end of a row, and a star is none.
+// What does not stand for itself everywhere. A bracket begins no optional argument of the end of a row, and a star is
+// not the one behind it.
 constexpr Special kSpecials[] = {
     {'\\', "\\textbackslash{}"},
     {'{', "\\{"},
@@ -83,14 +83,10 @@ constexpr Special kSpecials[] = {
     {'~', "\\textasciitilde{}"},
     {'"', "\\textquotedbl{}"},
     {'\'', "\\textquotesingle{}"},
-    {'`', "\\textasciigrave{}"},
+    {'`', "\\`{}"},
     {'<', "\\textless{}"},
     {'>', "\\textgreater{}"},
     {'|', "\\textbar{}"},
-    {'-', "-{}"},
-    {',', ",{}"},
-    {'!', "!{}"},
-    {'?', "?{}"},
     {'[', "{[}"},
     {']', "{]}"},
     {'*', "{*}"},
@@ -107,7 +103,10 @@ bool isBlank(Character const& c) {
 }
 
 /// The Latin letters that the font encoding has or composes.
-bool isLatinLetter(char32_t number) { return number >= 0xC0 && number <= 0x17F; }
+bool isLatinLetter(char32_t number) {
+    static std::u32string const others = U"\u0126\u0127\u0138\u013F\u0140\u0149\u0166\u0167\u017F";
+    return number >= 0xC0 && number <= 0x17F && others.find(number) == std::u32string::npos;
+}
 
 std::string texCharacter(Character const& c) {
     if (!c.valid || c.number == 0x7F || (c.number < 0x20 && !isBlank(c))) return numbered("vrlbyte", 2, c.number);
@@ -128,6 +127,11 @@ bool partsMeet(Character const& before, Character const& after) {
     return hump || (isAscii(before, std::ispunct) && !isAscii(after, std::ispunct));
 }
 
+/// Two hyphens would be a dash, two commas a quotation mark.
+bool wouldJoin(Character const& first, Character const& second) {
+    return first.number == second.number && (first.number == '-' || first.number == ',');
+}
+
 constexpr std::size_t kShortName = 12;    // fits every column
 constexpr std::size_t kLongestWord = 20;  // of prose, in which LaTeX itself hyphenates
 
@@ -146,6 +150,7 @@ std::string texPart(Characters const& text, std::size_t begin, std::size_t end, 
     for (std::size_t i = begin; i < end; ++i) {
         if (end - begin > longest && i > begin) tex += "\\vrlbreak{}";
         tex += texCharacter(text[i]);
+        if (i + 1 < end && wouldJoin(text[i], text[i + 1])) tex += "{}";
     }
     return tex;
 }

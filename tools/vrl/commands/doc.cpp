@@ -45,7 +45,7 @@ Json reportJson(FoundryFacts const& facts, Files const& files) {
     json["foundry"] = facts.name;
     json["tex"] = files.tex.empty() ? Json(nullptr) : Json(files.tex);
     json["pdf"] = files.pdf.empty() ? Json(nullptr) : Json(files.pdf);
-    json["flows"] = json["crossSections"] = json["blocks"] = Json::array();
+    for (char const* const kinds : {"flows", "crossSections", "blocks"}) json[kinds] = Json::array();
     for (FlowFacts const& flow : facts.flows) json["flows"].push_back(flow.kind);
     for (SectionFacts const& section : facts.sections) json["crossSections"].push_back(section.kind);
     for (BlockFacts const& block : facts.blocks) json["blocks"].push_back(block.kind);
@@ -70,8 +70,9 @@ Outcome document(Options const& options, Common const& common) {
     startLibrary(common.config);
     FoundryFacts const facts = askFoundry(options);
     std::string const tex = bookletTex(facts);
+    std::string const pdf = files.pdf.empty() ? "" : typeset(tex);
     if (!files.tex.empty()) saveFile(files.tex, tex);
-    if (!files.pdf.empty()) saveFile(files.pdf, typeset(tex));
+    if (!files.pdf.empty()) saveFile(files.pdf, pdf);
     if (common.json)
         writeJson(std::cout, reportJson(facts, files));
     else
