@@ -67,6 +67,7 @@ constexpr char kPreamble[] = R"tex(\documentclass[10pt,a4paper,oneside]{report}
   \vspace{3mm}{\color{vrlink}\hrule height 1pt}\vspace{8mm}}
 \renewcommand{\@makeschapterhead}[1]{{\raggedright\Huge\bfseries\color{vrlink}#1\par}%
   \vspace{3mm}{\color{vrlink}\hrule height 1pt}\vspace{8mm}}
+\renewcommand{\l@section}{\@dottedtocline{1}{1.5em}{3em}}
 \renewcommand{\section}{\@startsection{section}{1}{0pt}{-7mm}{3mm}{\raggedright\Large\bfseries\color{vrlink}}}
 \renewcommand{\subsection}{\@startsection{subsection}{2}{0pt}{-4mm}{1.5mm}{\raggedright\normalsize\bfseries}}
 \makeatother

@@ -1,5 +1,6 @@
 #include "host/design.h"
 
+#include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <sstream>
@@ -64,8 +65,10 @@ void hold(Design& design, vrl::Attributes* list) {
 std::set<std::string> memberIds(std::istream& file) {
     vrl::BinaryStreamDeSerialiser reader(file);
     std::set<std::string> ids;
+    std::string type;
+    int version = 0;
     unsigned count = 0;
-    reader.beginCompAttribute(nullptr, nullptr, nullptr);
+    reader.beginCompAttribute(&type, &version, nullptr);
     reader.readNumberAttributes(count);
     std::string id;
     while (count-- > 0 && reader.readSerialisationId(id)) {
@@ -126,11 +129,20 @@ bool read(Design& design, vrl::DeSerialiserBase& reader) {
     return design.choice ? design.choice->read(&reader) : design.port->read(&reader);
 }
 
+/// A pipe would keep its reader waiting, and a device may never end.
+void needRegularFile(std::string const& path) {
+    std::error_code error;
+    auto const status = std::filesystem::status(path, error);
+    if (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status))
+        throw Failure(path, "is not a regular file", "give the path of a saved design");
+}
+
 std::ifstream openDesign(std::string const& path) {
+    needRegularFile(path);
     std::ifstream file(path, std::ios::binary);
     if (!file) throw Failure(path, "cannot be opened", "give the path of a saved design");
     if (file.peek() == std::ifstream::traits_type::eof())
-        throw Failure(path, file.bad() ? "is not a regular file" : "is empty", "give the path of a saved design");
+        throw Failure(path, file.bad() ? "cannot be read" : "is empty", "give the path of a saved design");
     return file;
 }
 
