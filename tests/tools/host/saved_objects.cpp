@@ -70,7 +70,9 @@ protected:
 
 std::string netlist() {
     SampleCircuit circuit;
-    addModulator(circuit);
+    circuit.add("in", "sfEdgeCoupler").add("mod", "sfPhaseModulator").join("in,out0", "mod,in0");
+    circuit.input("in,in0").output("mod,out0").dc("mod,signal").dc("mod,ground");
+    circuit.netlist().getBB("mod")->addAnnotation("reviewed", "yes");
     circuit.netlist().addString("author", "a designer", "who drew it", "");
     circuit.netlist().addAnnotation("project", "receiver 3");
     return bytesOf(circuit.netlist());

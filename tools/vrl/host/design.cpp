@@ -65,9 +65,9 @@ void hold(Design& design, vrl::Attributes* list) {
 std::set<std::string> memberIds(std::istream& file) {
     vrl::BinaryStreamDeSerialiser reader(file);
     std::set<std::string> ids;
+    unsigned count = 0;
     std::string type;
     int version = 0;
-    unsigned count = 0;
     reader.beginCompAttribute(&type, &version, nullptr);
     reader.readNumberAttributes(count);
     std::string id;
@@ -166,6 +166,23 @@ std::size_t bytesLeft(std::istream& file) {
     return static_cast<std::size_t>(file.tellg() - here);
 }
 
+/// What stands in for a block of a missing kind is a composite, whatever the block was; it is shown as one only if it
+/// has an inside.
+void printBlock(std::ostream& os, vrl::BB const& block, vrl::Netlist const* inside) {
+    block.vrl::BB::operator<<(os);
+    if (inside && (!isStandIn(block) || inside->beginElements() != inside->endElements()))
+        inside->vrl::Netlist::operator<<(os);
+}
+
+void printNotes(std::ostream& os, vrl::Annotations const& notes) {
+    for (auto note = notes.beginAnnotation(); note != notes.endAnnotation(); ++note)
+        os << note->first << " = " << note->second << '\n';
+}
+
+void printChoice(std::ostream& os, vrl::Foundry::CSInfo const& choice) {
+    os << "cross section: " << choice.getCSName() << "\nprocess flow: " << choice.getFlowName() << '\n';
+}
+
 char const* word(What what) {
     switch (what) {
     case What::kBlock:
@@ -180,23 +197,22 @@ char const* word(What what) {
 
 }  // namespace
 
+// Notes and choices have no printed form in the library, and a saved port has no name.
 void Design::print(std::ostream& os) const {
     if (netlist && !block)
         netlist->operator<<(os);
-    else if (block && netlist)
-        block->vrl::BB::operator<<(os), netlist->vrl::Netlist::operator<<(os);
     else if (block)
-        block->operator<<(os);
+        printBlock(os, *block, netlist);
     else if (parameter)
         parameter->operator<<(os) << '\n';
     else if (list)
         list->operator<<(os);
     else if (notes)
-        notes->operator<<(os);
+        printNotes(os, *notes);
     else if (choice)
-        os << choice->getCSName() << ' ' << choice->getFlowName() << '\n';
+        printChoice(os, *choice);
     else if (port)
-        port->operator<<(os) << '\n';
+        printChoice(os, port->getCS());
 }
 
 bool Design::write(vrl::SerialiserBase& serialiser) const {
