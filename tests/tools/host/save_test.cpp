@@ -87,6 +87,16 @@ TEST(SaveFile, WritesWhereALinkToNothingLeads) {
     EXPECT_EQ(readFile(folder / "later"), "after");
 }
 
+TEST(SaveFile, FailsForLinksThatLeadInACircle) {
+    TemporaryFolder const folder;
+    fs::create_symlink("b", folder / "a");
+    fs::create_symlink("a", folder / "b");
+    std::string const path = folder / "a";
+    EXPECT_EQ(outcomeOf([&] { saveFile(path, "text"); }),
+              path + ": cannot be replaced: Too many levels of symbolic links; the file is as it was before");
+    EXPECT_TRUE(fs::is_symlink(folder / "a"));
+}
+
 TEST(SaveFile, SaysThatTheFolderIsMissing) {
     TemporaryFolder const folder;
     std::string const path = folder / "no/file";
@@ -206,12 +216,12 @@ TEST(SaveDesign, RefusesADesignWithStandIns) {
     EXPECT_FALSE(fs::exists(path));
 }
 
-TEST(SaveDesign, RefusesAStandInDeepInAComposite) {
+TEST(SaveDesign, RefusesTheInsideOfACompositeThatStandsIn) {
     TemporaryFolder const folder;
-    SampleCircuit outer;
+    SampleCircuit const started;
     auto const design = vrltool::readDesign(writeFile(folder / "in.vrl", savedObjects().at("foreign_composite")));
     std::string const path = folder / "out.vrl";
-    EXPECT_EQ(outcomeOf([&] { saveDesign(*design.netlist, path); }), refusal(path, "foreignBlock"));
+    EXPECT_EQ(outcomeOf([&] { saveDesign(*design.netlist, path); }), refusal(path, "foreignComposite"));
 }
 
 TEST(SaveDesign, RefusesAParameterThatOnlyStandsIn) {
@@ -223,7 +233,26 @@ TEST(SaveDesign, RefusesAParameterThatOnlyStandsIn) {
     auto const design = vrltool::readDesign(writeFile(folder / "in.vrl", bytes));
     ASSERT_EQ(design.missing.size(), 1u);
     std::string const path = folder / "out.vrl";
-    EXPECT_EQ(outcomeOf([&] { saveDesign(*design.netlist, path); }), refusal(path, "Other_String"));
+    EXPECT_EQ(outcomeOf([&] { saveDesign(*design.netlist, path); }), refusal(path, "author"));
+}
+
+TEST(SaveDesign, RefusesAFlaggedParameterWithoutItsBlock) {
+    TemporaryFolder const folder;
+    SampleCircuit circuit;
+    auto* const tuned = new AutoValueRange<double, vrl::Value<double>>("tuned", 1, 0, 2);
+    tuned->setAutoChangeable(true);
+    circuit.netlist().Attributes::add(tuned);
+    auto const design = vrltool::readDesign(circuit.save(folder / "in.vrl"));
+    std::string const path = folder / "out.vrl";
+    EXPECT_EQ(outcomeOf([&] { saveDesign(*design.netlist, path); }), refusal(path, "tuned"));
+}
+
+TEST(SaveDesign, RefusesANetlistThatOnlyStandsIn) {
+    TemporaryFolder const folder;
+    SampleCircuit const started;
+    auto const design = vrltool::readDesign(writeFile(folder / "in.vrl", savedObjects().at("foreign_netlist")));
+    std::string const path = folder / "out.vrl";
+    EXPECT_EQ(outcomeOf([&] { saveDesign(*design.netlist, path); }), refusal(path, "ForeignNetlist"));
 }
 
 TEST(SaveDesign, RefusesToReplaceAFileWhoseKindsAreMissing) {

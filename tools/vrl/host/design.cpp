@@ -154,7 +154,7 @@ std::ifstream openDesign(std::string const& path) {
 [[noreturn]] void failDamaged(std::string const& path, std::istream& file, std::string const& where) {
     bool const ended = file.eof();
     file.clear();
-    std::string const place = where.empty() ? "" : " in " + where;
+    std::string const place = where.empty() ? "" : " in " + printable(where);
     if (ended) throw Failure(path, "ends too early" + place, "the file was cut short: take a whole copy");
     throw Failure(path, "cannot be read: damaged near byte " + std::to_string(file.tellg()) + place,
                   "it may be damaged, or written by another version of a plug-in; 'vrl plugins' shows what is loaded");
