@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <cstdio>
+#include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <sstream>
@@ -17,6 +18,10 @@ namespace vrltool {
 namespace {
 
 void useConfig(std::string const& config) {
+    std::error_code error;
+    auto const status = std::filesystem::status(config, error);
+    if (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status))
+        throw Failure(config, "is not a regular file", "give a configuration file with --config FILE");
     std::ifstream file(config);
     if (!file || file.peek() == std::ifstream::traits_type::eof())
         throw Failure(config, file.eof() ? "the configuration file is empty" : "cannot read this configuration file",
