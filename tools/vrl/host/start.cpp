@@ -8,6 +8,7 @@
 #include <iostream>
 #include <sstream>
 
+#include "host/foreign_work.h"
 #include "host/load_watch.h"
 #include "text/failure.h"
 #include "vrllib/vrllib.h"
@@ -48,8 +49,19 @@ QuietOutput::~QuietOutput() {
 void startLibrary(std::string const& config) {
     if (!config.empty()) useConfig(config);
     QuietOutput const quiet;
-    watchLoads();
-    vrlInit_vrllib(false, true);
+    if (!watchesLoads()) {
+        watchLoads();
+        tellCrashes();
+    }
+    try {
+        vrlInit_vrllib(false, true);
+        watchedLoads();  // the last of them is over
+    } catch (...) {
+        std::string const text = thrownText();
+        watchedLoads();
+        throw Failure(lastWork(), "the plug-in threw '" + text + "'",
+                      "take it out of the configuration until it is mended; 'vrl plugins' and 'vrl validate' tell more");
+    }
     showWarnings(vrlGetCoutMsg());
 }
 
