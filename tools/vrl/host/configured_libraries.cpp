@@ -186,7 +186,7 @@ void takeLoads(ConfiguredLibrary& library, std::vector<Load> const& loads, std::
         bool const scan = library.key == kFolderScan;
         bool const pattern = !scan && path.find('*') != std::string::npos;
         for (std::size_t i = 0; i < loads.size(); ++i) {
-            bool const fits = scan      ? loads[i].path.compare(0, path.rfind('/') + 1, path, 0, path.rfind('/') + 1) == 0
+            bool const fits = scan ? loads[i].path.compare(0, path.rfind('/') + 1, path, 0, path.rfind('/') + 1) == 0
                               : pattern ? leadsTo(path, loads[i].path)
                                         : loads[i].path == path;
             if (taken[i] || !fits) continue;

@@ -228,9 +228,10 @@ void takeEntry(Load& load, std::size_t target) {
 
 void* findSymbol(void* module, char const* name, platform::SystemError& error) {
     Watch& w = watch();
-    auto const target = static_cast<std::size_t>(
-        std::find_if(kTargets.begin(), kTargets.end(), [&](TargetWords const& t) { return t.entry == std::string(name); }) -
-        kTargets.begin());
+    auto const target =
+        static_cast<std::size_t>(std::find_if(kTargets.begin(), kTargets.end(),
+                                              [&](TargetWords const& t) { return t.entry == std::string(name); }) -
+                                 kTargets.begin());
     if (target < kTargets.size()) w.gateAsked = false;  // it has passed
     settle();
     void* const symbol = w.system.findSymbol(module, name, error);

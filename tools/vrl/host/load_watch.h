@@ -33,13 +33,13 @@ struct BroughtKey {
 struct Load {
     enum class Result { kLoaded, kUnmapped, kRefused, kNoEntry, kEnded };
 
-    std::string path;                  ///< as the library asked for it
+    std::string path;  ///< as the library asked for it
     Result result = Result::kUnmapped;
-    std::string reason;                ///< of what is not loaded: the system's text, or ours
-    std::string file;                  ///< as the system mapped it; empty if it did not
-    std::vector<std::size_t> serves;   ///< the targets whose entry points it has
-    std::vector<BroughtKey> keys;      ///< by target and key
-    double milliseconds = 0;           ///< of mapping it and of its entry points
+    std::string reason;               ///< of what is not loaded: the system's text, or ours
+    std::string file;                 ///< as the system mapped it; empty if it did not
+    std::vector<std::size_t> serves;  ///< the targets whose entry points it has
+    std::vector<BroughtKey> keys;     ///< by target and key
+    double milliseconds = 0;          ///< of mapping it and of its entry points
 };
 
 /// How the loads are watched.

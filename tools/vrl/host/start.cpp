@@ -25,11 +25,16 @@ void useConfig(std::string const& config) {
     vrlConfigFile(config.c_str());
 }
 
-/// The warnings of the configuration; the reports of single libraries are the affair of those who miss a kind.
-void showWarnings(std::string const& messages) {
+/// The warnings of the configuration; the reports of single libraries are the affair of those who miss a kind. One that
+/// ends in the path of the file has no line end of its own.
+void showWarnings(std::string const& messages, std::string const& configFile) {
     std::istringstream lines(messages);
-    for (std::string line; std::getline(lines, line);)
-        if (line.compare(0, 12, "-- warning: ") == 0) std::cerr << "vrl: warning: " << line.substr(12) << '\n';
+    for (std::string line; std::getline(lines, line);) {
+        if (line.compare(0, 12, "-- warning: ") != 0) continue;
+        auto const path = line.find(" one in " + configFile);
+        if (path != std::string::npos) line.resize(path + 8 + configFile.size());
+        std::cerr << "vrl: warning: " << line.substr(12) << '\n';
+    }
 }
 
 }  // namespace
@@ -59,10 +64,12 @@ void startLibrary(std::string const& config) {
     } catch (...) {
         std::string const text = thrownText();
         watchedLoads();
-        throw Failure(lastWork(), "the plug-in threw '" + text + "'",
-                      "take it out of the configuration until it is mended; 'vrl plugins' and 'vrl validate' tell more");
+        throw Failure(
+            lastWork(), "the plug-in threw '" + text + "'",
+            "take it out of the configuration until it is mended; 'vrl plugins' and 'vrl validate' tell more");
     }
-    showWarnings(vrlGetCoutMsg());
+    std::string const messages = vrlGetCoutMsg();
+    showWarnings(messages, vrlConfigFile());
 }
 
 }  // namespace vrltool
