@@ -109,7 +109,8 @@ std::string cureOf(Load const& load) {
     case Result::kUnmapped:
         return cureOfUnmapped(load);
     case Result::kRefused:
-        return "build it anew against that version";
+        return has(load.reason, "no getAPIversion") ? "have it export getAPIversion, and build it against that version"
+                                                    : "build it anew against that version";
     case Result::kNoEntry:
         return cureOfNoEntry(load.file);
     case Result::kEnded:

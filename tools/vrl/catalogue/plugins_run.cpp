@@ -9,6 +9,7 @@
 #include <sstream>
 #include <string>
 
+#include "host/foreign_work.h"
 #include "host/load_watch.h"
 #include "host/process.h"
 #include "host/start.h"
@@ -139,6 +140,7 @@ Outcome reportPluginsInProcess(PluginsOptions const& options, Common const& comm
         tell(out, "call\t" + function + "\t" + path + "\n");
     };
     watchLoads(std::move(watching));
+    leaveCrashesToParent();
     try {
         startLibrary(common.config);
     } catch (Failure const& failure) {

@@ -63,6 +63,10 @@ void tellCrashes() {
     for (Crash const& crash : kCrashes) sigaction(crash.signal, &action, nullptr);
 }
 
+void leaveCrashesToParent() {
+    for (Crash const& crash : kCrashes) std::signal(crash.signal, SIG_DFL);
+}
+
 std::string thrownText() {
     try {
         throw;

@@ -22,6 +22,9 @@ private:
 /// stays a crash.
 void tellCrashes();
 
+/// Has a crash end the program by its signal, for a parent process that looks at it.
+void leaveCrashesToParent();
+
 /// What the exception that is being handled says. Plug-ins throw whatever they like.
 std::string thrownText();
 
