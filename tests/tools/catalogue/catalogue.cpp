@@ -27,10 +27,16 @@ std::string brokenPlugin(std::string const& name) {
     return std::string(VRL_CATALOGUE_PLUGINS) + "/lib_wn_" + name + ".so.5.1.3";
 }
 
+std::string homeOf(Tool const& tool) {
+    std::string const work = tool.path("");
+    return work.substr(0, work.size() - 5) + "home";
+}
+
 std::string shown(Tool const& tool, std::string const& output) {
     std::string text = output;
     replaceAll(text, VRL_CATALOGUE_PLUGINS, "BROKEN");
     replaceAll(text, VRL_SAMPLE_PLUGINS, "SAMPLES");
+    replaceAll(text, homeOf(tool), "HOME");
     std::string const work = tool.path("");
     replaceAll(text, work.substr(0, work.size() - 1), "HERE");
     return text;

@@ -16,7 +16,10 @@ std::string writeBrokenLines(Tool const& tool, std::string const& lines);
 /// A path in the folder of the broken plug-ins.
 std::string brokenPlugin(std::string const& name);
 
-/// An output with "BROKEN" and "SAMPLES" for the folders of the plug-ins and "HERE" for that of the run.
+/// The home of the user who runs the tool.
+std::string homeOf(Tool const& tool);
+
+/// An output with "BROKEN" and "SAMPLES" for the folders of the plug-ins, "HERE" for that of the run and "HOME".
 std::string shown(Tool const& tool, std::string const& output);
 
 }  // namespace vrl_test

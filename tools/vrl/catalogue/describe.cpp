@@ -58,7 +58,7 @@ std::vector<Page> pagesOf(std::string const& key) {
 }
 
 /// Leaves the named parameters only.
-void restrict(std::vector<Page>& pages, std::string const& key, std::vector<std::string> const& wanted) {
+void keepNamed(std::vector<Page>& pages, std::string const& key, std::vector<std::string> const& wanted) {
     if (wanted.empty()) return;
     std::vector<std::string> known;
     for (Page const& page : pages)
@@ -82,7 +82,7 @@ void restrict(std::vector<Page>& pages, std::string const& key, std::vector<std:
 
 Outcome describeKey(std::string const& key, std::vector<std::string> const& parameters, bool json) {
     std::vector<Page> pages = pagesOf(key);
-    restrict(pages, key, parameters);
+    keepNamed(pages, key, parameters);
     if (json) {
         Json whole = jsonHead("describe", 1);
         whole["asked"] = key;

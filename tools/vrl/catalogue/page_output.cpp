@@ -41,10 +41,10 @@ void writeTable(std::ostream& os, char const* title, Table const& table) {
     table.write(os, 2);
 }
 
-/// The columns that hold anything, and the first.
+/// The columns that hold anything, and the first if it has a heading.
 Table narrowed(std::vector<std::string> const& headings, std::vector<std::vector<std::string>> const& rows) {
     auto const used = [&](std::size_t column) {
-        return column == 0 ||
+        return (column == 0 && !headings[0].empty()) ||
                std::any_of(rows.begin(), rows.end(), [&](auto const& row) { return !row[column].empty(); });
     };
     auto const pick = [&](std::vector<std::string> const& cells) {

@@ -178,7 +178,7 @@ void writeHead(std::ostream& os, Report const& report) {
         os << "configuration  " << report.file << (report.readable ? "\n" : "  (cannot be read)\n");
     Table places;
     for (std::size_t i = 0; i < report.places.size(); ++i)
-        places.add({i == 0 ? "looked for in" : "", report.places[i].path, report.places[i].state});
+        places.add({i == 0 ? "looked for in" : "", report.places[i].state, report.places[i].path});
     if (!report.named) places.write(os);
 }
 

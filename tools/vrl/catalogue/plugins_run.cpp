@@ -92,7 +92,8 @@ void handOn(std::string const& text, std::string& before) {
 
 Outcome finish(Progressed const& progress, Ended const& ended) {
     std::cout << progress.report;
-    if (!ended.timedOut && ended.signal == 0) return static_cast<Outcome>(ended.status);
+    for (Outcome const outcome : {Outcome::kFine, Outcome::kFindings})
+        if (!ended.timedOut && ended.signal == 0 && ended.status == static_cast<int>(outcome)) return outcome;
     std::cerr << "vrl: the plug-ins are loaded, but a program with them does not end well: " << ended.how() << '\n';
     return Outcome::kFindings;
 }

@@ -1,5 +1,7 @@
-// Cannot make what it registers: a block throws, a view crashes. One block has a note and a text of two lines.
+// Cannot make what it registers: a block throws, one comes to nothing, a view crashes. One block can be made: it has a
+// note, and a text of two lines.
 
+#include <cstddef>
 #include <stdexcept>
 
 #include "tests/plugins/kinds.h"
@@ -27,10 +29,18 @@ public:
     std::string getName() const override { return "AnnotatedBlock"; }
 };
 
+/// There is never room for it, so that making one gives null.
+class NothingBlock : public vrl_test::PlainBlock {
+public:
+    using PlainBlock::PlainBlock;
+    static void* operator new(std::size_t) noexcept { return nullptr; }
+};
+
 }  // namespace
 
 VRL_PLUGIN_EXPORT void initLibraryBB(FactoryArg<std::string, vrl::BB, vrl::Foundry const*>* factory) {
     factory->Register<AnnotatedBlock>("AnnotatedBlock");
+    factory->Register<NothingBlock>("NothingBlock");
     factory->Register<ThrowingBlock>("ThrowingBlock");
 }
 
