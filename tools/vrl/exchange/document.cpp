@@ -244,17 +244,6 @@ void addUnlessEmpty(Tree& map, char const* name, Tree const& value) {
     if (!value.isNull() && !(value.isMap() && value.members.empty())) map.add(name, value);
 }
 
-Tree treeOfInstance(Instance const& instance) {
-    Tree tree = Tree::map();
-    tree.add("component", Tree::ofText(instance.component));
-    if (!instance.info.isNull()) tree.add("info", instance.info);
-    tree.add("settings", instance.settings);
-    if (!instance.array.isNull()) tree.add("array", instance.array);
-    for (Tree::Member const& other : instance.others.members) tree.members.push_back(other);
-    addUnlessEmpty(tree, "vrl", instance.extension);
-    return tree;
-}
-
 Tree treeOfNets(Document const& document) {
     Tree nets = document.asConnections ? Tree::map() : Tree::list();
     for (Net const& net : document.nets) {
@@ -281,13 +270,24 @@ Document documentFrom(Tree const& tree, std::string const& path, Findings& findi
     return document;
 }
 
+Tree treeFrom(Instance const& instance) {
+    Tree tree = Tree::map();
+    tree.add("component", Tree::ofText(instance.component));
+    if (!instance.info.isNull()) tree.add("info", instance.info);
+    tree.add("settings", instance.settings);
+    if (!instance.array.isNull()) tree.add("array", instance.array);
+    for (Tree::Member const& other : instance.others.members) tree.members.push_back(other);
+    addUnlessEmpty(tree, "vrl", instance.extension);
+    return tree;
+}
+
 Tree treeFrom(Document const& document) {
     Tree tree = Tree::map();
     if (!document.name.empty()) tree.add("name", Tree::ofText(document.name));
     Tree instances = Tree::map();
     Tree placements = document.strayPlacements;
     for (Instance const& instance : document.instances) {
-        instances.add(instance.name, treeOfInstance(instance));
+        instances.add(instance.name, treeFrom(instance));
         if (!instance.placement.isNull()) placements.add(instance.name, instance.placement);
     }
     tree.add("instances", std::move(instances));

@@ -2,11 +2,9 @@
 
 #include <algorithm>
 #include <charconv>
-#include <cmath>
 #include <cstdint>
 #include <set>
-
-#include "text/number.h"
+#include <string_view>
 
 namespace vrltool {
 
@@ -66,7 +64,8 @@ std::optional<Tree> decimal(Decimal const& number) {
     double value = 0;
     auto const read = std::from_chars(text.data(), text.data() + text.size(), value);
     // A number too small for a double is kept by its text; one too large has no place in JSON.
-    if (read.ec == std::errc::result_out_of_range && std::isinf(std::strtod(text.c_str(), nullptr))) return {};
+    bool const tiny = number.exponent.find('-') != std::string::npos || number.whole.find_first_not_of('0') == std::string::npos;
+    if (read.ec == std::errc::result_out_of_range && !tiny) return {};
     return Tree::ofNumber(text);
 }
 

@@ -35,7 +35,8 @@ bool numberOf(Tree const& tree, double& number) {
     if (text == ".nan" || text == "nan") number = NAN;
     if (infinite || text == ".nan" || text == "nan") return true;
     if (!tree.isNumber()) return false;
-    number = std::strtod(text.c_str(), nullptr);
+    number = 0;  // also for what is too small for a double
+    std::from_chars(text.data(), text.data() + text.size(), number);
     return true;
 }
 
@@ -46,8 +47,8 @@ TakenValue takeInteger(Tree const& tree, double factor) {
     double const nearest = std::round(number);
     TakenValue taken;
     taken.why = "is " + numberText(number) + ", which is no whole number of 32 bits";
-    if (std::abs(nearest) > std::numeric_limits<int>::max() || !(std::abs(number - nearest) <= 1e-9 * std::abs(nearest)))
-        return taken;
+    bool const fits = nearest >= std::numeric_limits<int>::min() && nearest <= std::numeric_limits<int>::max();
+    if (!fits || std::abs(number - nearest) > 1e-9 * std::abs(nearest)) return taken;
     return accepted(static_cast<int>(nearest));
 }
 
@@ -67,7 +68,8 @@ bool sameNumber(double a, double b) {
 Tree treeOfNumber(double number) {
     if (std::isnan(number)) return Tree::ofNumber(".nan");
     if (std::isinf(number)) return Tree::ofNumber(number > 0 ? ".inf" : "-.inf");
-    return Tree::ofNumber(numberText(number));
+    std::string const text = numberText(number);
+    return Tree::ofNumber(text == "-0" ? "-0.0" : text);  // there is no whole number -0
 }
 
 struct AsTree {
@@ -87,7 +89,7 @@ struct AsTree {
 /// The quotient, or the neighbour of it that the factor leads back to exactly.
 double quotient(double value, double factor) {
     double const middle = value / factor;
-    for (double const bound : {middle, -INFINITY, INFINITY}) {
+    for (double const bound : {-std::numeric_limits<double>::infinity(), std::numeric_limits<double>::infinity()}) {
         double candidate = middle;
         for (int step = 0; step < 3; ++step, candidate = std::nextafter(candidate, bound))
             if (candidate * factor == value) return candidate;

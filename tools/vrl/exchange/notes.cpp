@@ -1,0 +1,17 @@
+#include "exchange/notes.h"
+
+#include "exchange/tree_writer.h"
+
+namespace vrltool::notes {
+
+void set(vrl::Annotations& target, char const* key, Tree const& value) {
+    bool const nothing = value.isNull() || ((value.isMap() || value.isList()) && value.size() == 1);
+    if (!nothing) target.setAnnotation(key, noteText(value));
+}
+
+Tree get(vrl::Annotations const& source, char const* key) {
+    std::string const text = source.getAnnotation(key, false);
+    return text.empty() ? Tree() : treeOfNote(text);
+}
+
+}  // namespace vrltool::notes
