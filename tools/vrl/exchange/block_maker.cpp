@@ -130,32 +130,32 @@ void BlockMaker::setDefaults(vrl::BB& block, ComponentRule const& rule) {
 /// Yields whether a setting stays that no parameter holds.
 bool BlockMaker::setParameters(vrl::BB& block, Instance const& instance, ComponentRule const& rule) {
     bool leftOver = false;
+    bool unknown = false;
     settings += instance.settings.members.size();
     for (Tree::Member const& setting : instance.settings.members) {
         MappedName const target = ourParameter(rule, block, setting.name);
-        if (!target.name.empty() && !setting.value.isNull()) {
-            setParameter(block, instance, setting, target);
-            continue;
-        }
+        bool const given = !target.name.empty() && !setting.value.isNull();
+        if (given && setParameter(block, instance, setting, target)) continue;
         leftOver = true;
         if (!target.name.empty() || rule.parameterOfTheirs(setting.name)) continue;
         Kept& entry = kept[instance.component];
         if (entry.settings.empty()) entry.mark = setting.mark;
         entry.settings.insert(setting.name);
+        unknown = true;
     }
-    if (leftOver) ++kept[instance.component].instances;
+    if (unknown) ++kept[instance.component].instances;
     return leftOver;
 }
 
-void BlockMaker::setParameter(vrl::BB& block, Instance const& instance, Tree::Member const& setting,
+/// Yields whether the parameter took the value.
+bool BlockMaker::setParameter(vrl::BB& block, Instance const& instance, Tree::Member const& setting,
                               MappedName const& target) {
     vrl::Attribute& attribute = *block.getAttribute(target.name);
-    Parameter const parameter = parameterOf(attribute);
     std::string const what = "'" + setting.name + "' of instance '" + instance.name + "'";
-    TakenValue const taken = takeValue(parameter, setting.value, target.factor);
+    TakenValue const taken = takeValue(parameterOf(attribute), setting.value, target.factor);
     if (!taken.good) {
         findings.error(document.path, setting.value.mark, what + " " + taken.why);
-        return;
+        return false;
     }
     storeValue(attribute, taken.value);
     ++parameters;
@@ -164,6 +164,7 @@ void BlockMaker::setParameter(vrl::BB& block, Instance const& instance, Tree::Me
         findings.warning(document.path, setting.value.mark,
                          what + ": " + now.text + " is out of the range of '" + target.name + "', " + rangeText(now) +
                              (now.unit.empty() || now.unit == "1" ? "" : " " + now.unit));
+    return true;
 }
 
 void BlockMaker::keepNotes(vrl::BB& block, Instance const& instance, ComponentRule const& rule, bool keepSettings) {

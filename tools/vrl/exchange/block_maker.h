@@ -41,7 +41,7 @@ private:
     bool checkRule(ComponentRule const& rule, std::string const& foundry);
     void setDefaults(vrl::BB& block, ComponentRule const& rule);
     bool setParameters(vrl::BB& block, Instance const& instance, ComponentRule const& rule);
-    void setParameter(vrl::BB& block, Instance const& instance, Tree::Member const& setting, MappedName const& target);
+    bool setParameter(vrl::BB& block, Instance const& instance, Tree::Member const& setting, MappedName const& target);
     void keepNotes(vrl::BB& block, Instance const& instance, ComponentRule const& rule, bool keepSettings);
 
     Document const& document;

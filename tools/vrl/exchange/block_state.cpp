@@ -114,6 +114,7 @@ public:
             {"nameless", nullptr},
             {"undeclaredPorts", nullptr},
             {"origin", nullptr},
+            {"array", nullptr},
             {"crossSection", [this, &state](Tree const&) { setChoice(state); }},
             {"flow", nullptr},
             {"ports", [this](Tree const& tree) { setPorts(tree); }},

@@ -251,11 +251,7 @@ Tree treeOfNets(Document const& document) {
             nets.add(net.ends[0].text, Tree::ofText(net.ends[1].text));
             continue;
         }
-        Tree pair = Tree::map();
-        pair.add("p1", Tree::ofText(net.ends[0].text));
-        pair.add("p2", Tree::ofText(net.ends[1].text));
-        for (Tree::Member const& other : net.others.members) pair.members.push_back(other);
-        nets.items.push_back(std::move(pair));
+        nets.items.push_back(treeFrom(net));
     }
     return nets;
 }
@@ -279,6 +275,14 @@ Tree treeFrom(Instance const& instance) {
     for (Tree::Member const& other : instance.others.members) tree.members.push_back(other);
     addUnlessEmpty(tree, "vrl", instance.extension);
     return tree;
+}
+
+Tree treeFrom(Net const& net) {
+    Tree pair = Tree::map();
+    pair.add("p1", Tree::ofText(net.ends[0].text));
+    pair.add("p2", Tree::ofText(net.ends[1].text));
+    for (Tree::Member const& other : net.others.members) pair.members.push_back(other);
+    return pair;
 }
 
 Tree treeFrom(Document const& document) {

@@ -72,8 +72,9 @@ Document documentFrom(Tree const& tree, std::string const& path, Findings& findi
 /// The tree of a document: name, instances, connections or nets, placements, ports, then the rest, "vrl" last.
 Tree treeFrom(Document const& document);
 
-/// The tree of one instance, without its placement.
+/// The tree of one instance, without its placement, and of a net of two ends.
 Tree treeFrom(Instance const& instance);
+Tree treeFrom(Net const& net);
 
 /// "NAME<COLUMN.ROW>", or the bare name in an array of one.
 std::string arrayName(Instance const& instance, std::size_t column, std::size_t row);
