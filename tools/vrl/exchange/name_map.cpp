@@ -90,7 +90,7 @@ private:
         if (member.value.isText()) {  // the short form
             rule.key = member.value.text;
             rule.keyMark = member.value.mark;
-        } else {
+        } else if (!member.value.isNull()) {  // null: known, and without a key
             readParts(member.value, rule, name);
         }
         refuseTwice(rule, name);
@@ -108,20 +108,20 @@ private:
               {"ports", [&](Tree const& value) { readPorts(value, rule, name); }},
               {"parameters", [&](Tree const& value) { readParameters(value, rule, name); }},
               {"defaults", [&](Tree const& value) {
-                   check(value, value.isMap(), "'defaults' of " + name, "a map");
-                   rule.defaults = value;
+                   check(value, value.isMap() || value.isNull(), "'defaults' of " + name, "a map");
+                   rule.defaults.members = value.members;
                }}});
     }
 
     void readPorts(Tree const& tree, ComponentRule& rule, std::string const& name) const {
-        check(tree, tree.isMap(), "'ports' of " + name, "a map");
+        check(tree, tree.isMap() || tree.isNull(), "'ports' of " + name, "a map");
         for (Tree::Member const& member : tree.members)
             rule.ports.push_back({member.name, text(member.value, "port '" + printable(member.name) + "' of " + name),
                                   member.value.mark});
     }
 
     void readParameters(Tree const& tree, ComponentRule& rule, std::string const& name) const {
-        check(tree, tree.isMap(), "'parameters' of " + name, "a map");
+        check(tree, tree.isMap() || tree.isNull(), "'parameters' of " + name, "a map");
         for (Tree::Member const& member : tree.members) {
             ParameterRule parameter;
             parameter.theirs = member.name;

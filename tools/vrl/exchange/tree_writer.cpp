@@ -40,7 +40,7 @@ std::string jsonScalar(Tree const& tree) {
     if (!tree.isNumber()) return tree.text;
     auto const point = tree.text.find_first_of("in");
     if (point == std::string::npos) return tree.text;
-    return '"' + (tree.text[0] == '-' ? "-" : "") + tree.text.substr(point) + '"';
+    return std::string(tree.text[0] == '-' ? "\"-" : "\"") + tree.text.substr(point) + '"';
 }
 
 /// Writes JSON; `indent` is negative for one line.
