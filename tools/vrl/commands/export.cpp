@@ -52,9 +52,8 @@ Json reportJson(Options const& options, Document const& document, Findings const
     json["map"] = options.map.empty() ? Json(nullptr) : Json(options.map);
     json["output"] = options.output.empty() ? Json(nullptr) : Json(options.output);
     json["netlistFormat"] = formatOf(options) == TextFormat::kJson ? "json" : "yaml";
-    json["counts"] = Json{{"instances", document.instances.size()},
-                          {"nets", document.nets.size()},
-                          {"ports", document.ports.size()}};
+    json["counts"] = Json{
+        {"instances", document.instances.size()}, {"nets", document.nets.size()}, {"ports", document.ports.size()}};
     json["findings"] = findings.json();
     if (options.output.empty()) json["netlist"] = text;
     return json;
@@ -80,8 +79,8 @@ Outcome exportDesign(Options const& options, Common const& common) {
     vrl::Netlist& circuit = circuitOf(design);
     Findings findings;
     if (design.block)
-        findings.warning(options.file, {}, "holds the composite '" + design.type +
-                                               "': its inside is exported, not its own ports");
+        findings.warning(options.file, {},
+                         "holds the composite '" + design.type + "': its inside is exported, not its own ports");
     Workshop workshop;
     Document const document = [&] {
         QuietOutput const quiet;

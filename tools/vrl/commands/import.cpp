@@ -42,9 +42,12 @@ Json reportJson(Options const& options, Document const& document, Imported const
     json["map"] = options.map.empty() ? Json(nullptr) : Json(options.map);
     json["output"] = written ? Json(options.output) : Json(nullptr);
     json["name"] = document.name.empty() ? Json(nullptr) : Json(document.name);
-    json["counts"] = Json{{"instances", document.instances.size()}, {"elements", imported.elements},
-                          {"nets", imported.nets},                  {"ports", imported.ports},
-                          {"settings", imported.settings},          {"parameters", imported.parameters},
+    json["counts"] = Json{{"instances", document.instances.size()},
+                          {"elements", imported.elements},
+                          {"nets", imported.nets},
+                          {"ports", imported.ports},
+                          {"settings", imported.settings},
+                          {"parameters", imported.parameters},
                           {"leftOut", imported.leftOut}};
     json["findings"] = findings.json();
     return json;
@@ -90,11 +93,12 @@ Outcome importNetlist(Options const& options, Common const& common) {
 
 void addImport(Grammar& grammar) {
     auto const options = std::make_shared<Options>();
-    CLI::App& command = grammar.add("import", "makes a design of a netlist in JSON or YAML",
-                                    "  vrl import --map-template mzi.yml -o map.yml  # a map to begin with\n"
-                                    "  vrl import mzi.yml --map map.yml              # only tells what there is to tell\n"
-                                    "  vrl import mzi.yml --map map.yml -o mzi.vrl   # writes the design",
-                                    [options](Common const& common) { return importNetlist(*options, common); });
+    CLI::App& command =
+        grammar.add("import", "makes a design of a netlist in JSON or YAML",
+                    "  vrl import --map-template mzi.yml -o map.yml  # a map to begin with\n"
+                    "  vrl import mzi.yml --map map.yml              # only tells what there is to tell\n"
+                    "  vrl import mzi.yml --map map.yml -o mzi.vrl   # writes the design",
+                    [options](Common const& common) { return importNetlist(*options, common); });
     command.add_option("netlist", options->netlist, "the netlist: instances, connections or nets, ports")
         ->required()
         ->type_name("FILE");

@@ -71,8 +71,8 @@ ComponentRule const* BlockMaker::ruleFor(Instance const& instance) {
         return nullptr;
     }
     if (rule->key.empty()) {
-        findings.error(document.path, instance.componentMark, what + " has no key in the map (" + map.path + ":" +
-                                                                  std::to_string(rule->mark.line) + ")");
+        findings.error(document.path, instance.componentMark,
+                       what + " has no key in the map (" + map.path + ":" + std::to_string(rule->mark.line) + ")");
         return nullptr;
     }
     return checkFoundry(instance) && checkRule(*rule, foundryOf(instance)) ? rule : nullptr;
@@ -98,7 +98,8 @@ bool BlockMaker::checkRule(ComponentRule const& rule, std::string const& foundry
                            didYouMean(parameter.ours, names));
     for (Tree::Member const& member : rule.defaults.members) {
         auto const found = fresh->parameters.find(member.name);
-        TakenValue const taken = found == fresh->parameters.end() ? TakenValue() : takeValue(found->second, member.value);
+        TakenValue const taken =
+            found == fresh->parameters.end() ? TakenValue() : takeValue(found->second, member.value);
         if (found == fresh->parameters.end())
             findings.error(map.path, member.mark, "'" + rule.key + "' has no parameter '" + member.name + "'",
                            didYouMean(member.name, names));
@@ -178,7 +179,7 @@ void BlockMaker::keepNotes(vrl::BB& block, Instance const& instance, ComponentRu
     }
     notes::set(block, notes::kInfo, instance.info);
     notes::set(block, notes::kPlacement, instance.placement);
-    notes::set(block, notes::kMembers, instance.others);
+    if (!instance.others.members.empty()) notes::set(block, notes::kMembers, instance.others);
 }
 
 void BlockMaker::tellNotes() {

@@ -126,9 +126,8 @@ public:
             {"calculated", parameters([](vrl::Attribute& a, Tree const& value) {
                  if (auto* const expressed = withExpression(&a)) expressed->setCalculated(value.text == "true");
              })},
-            {"autoChangeable", parameters([](vrl::Attribute& a, Tree const& value) {
-                 a.setAutoChangeable(value.text == "true");
-             })},
+            {"autoChangeable",
+             parameters([](vrl::Attribute& a, Tree const& value) { a.setAutoChangeable(value.text == "true"); })},
             {"parameterNotes",
              parameters([this](vrl::Attribute& a, Tree const& value) { applyNotes(a, value, path, findings); })},
             {"notes", [this](Tree const& tree) { applyNotes(block, tree, path, findings); }}};
@@ -212,7 +211,8 @@ void applyParameters(vrl::Attributes& list, Tree const& parameters, std::string 
         if (!list.find(member.name)) {
             Maker const maker = makerOf(textOf(tree, "type"));
             if (!maker) {
-                findings.error(path, member.mark, "parameter '" + member.name + "' is of no type that can be made here");
+                findings.error(path, member.mark,
+                               "parameter '" + member.name + "' is of no type that can be made here");
                 continue;
             }
             list.add(maker(member.name, textOf(tree, "description"), textOf(tree, "unit")));

@@ -30,11 +30,13 @@ private:
     using Part = void (DocumentReader::*)(Tree const&);
 
     void readMember(Tree::Member const& member) {
-        static std::map<std::string, Part> const parts{
-            {"instances", &DocumentReader::readInstances}, {"connections", &DocumentReader::readConnections},
-            {"nets", &DocumentReader::readNets},           {"ports", &DocumentReader::readPorts},
-            {"placements", &DocumentReader::readPlacements}, {"name", &DocumentReader::readName},
-            {"vrl", &DocumentReader::readExtension}};
+        static std::map<std::string, Part> const parts{{"instances", &DocumentReader::readInstances},
+                                                       {"connections", &DocumentReader::readConnections},
+                                                       {"nets", &DocumentReader::readNets},
+                                                       {"ports", &DocumentReader::readPorts},
+                                                       {"placements", &DocumentReader::readPlacements},
+                                                       {"name", &DocumentReader::readName},
+                                                       {"vrl", &DocumentReader::readExtension}};
         auto const part = parts.find(member.name);
         if (part == parts.end())
             document.others.members.push_back(member);
@@ -124,8 +126,8 @@ private:
 
     bool bounded(Instance const& instance) {
         ArraySize const& size = instance.size;
-        bool const good = size.columns <= kMostElements && size.rows <= kMostElements &&
-                          (elements += size.count()) <= kMostElements;
+        bool const good =
+            size.columns <= kMostElements && size.rows <= kMostElements && (elements += size.count()) <= kMostElements;
         if (!good)
             error(instance.mark, "the arrays up to '" + instance.name + "' have more than " +
                                      std::to_string(kMostElements) + " elements");
@@ -227,8 +229,7 @@ void refuseOtherShapes(Tree const& tree, std::string const& path) {
     if (!tree.isMap()) throw Failure(path, std::string("holds ") + kindWord(tree) + " and no netlist", cure);
     Tree const* const instances = tree.find("instances");
     std::string const inner = instances ? "" : innerNetlists(tree);
-    if (!inner.empty())
-        throw Failure(path, "holds netlists by name: " + inner, "give each of them a file of its own");
+    if (!inner.empty()) throw Failure(path, "holds netlists by name: " + inner, "give each of them a file of its own");
     if (!instances) {
         std::vector<std::string> names;
         for (Tree::Member const& member : tree.members) names.push_back(member.name);
@@ -236,8 +237,8 @@ void refuseOtherShapes(Tree const& tree, std::string const& path) {
         throw Failure(path, "has no 'instances'", near.empty() ? cure : "is '" + near.front() + "' meant for it?");
     }
     if (!instances->isMap() && !instances->isNull())
-        throw Failure(placeText(path, instances->mark), std::string("'instances' is ") + kindWord(*instances) +
-                                                            ", where a map of names belongs", cure);
+        throw Failure(placeText(path, instances->mark),
+                      std::string("'instances' is ") + kindWord(*instances) + ", where a map of names belongs", cure);
 }
 
 void addUnlessEmpty(Tree& map, char const* name, Tree const& value) {

@@ -14,8 +14,7 @@ namespace vrltool {
 /// Makes the document of one circuit: the way back of NetlistBuilder.
 class DocumentMaker {
 public:
-    DocumentMaker(vrl::Netlist& source, std::string const& file, NameMap const& names, Workshop& shop,
-                  Findings& found);
+    DocumentMaker(vrl::Netlist& source, std::string const& file, NameMap const& names, Workshop& shop, Findings& found);
 
     Document make();
 
@@ -26,6 +25,7 @@ private:
     void addNets();
     void addPorts();
     void addToldPorts();
+    void addLeftOutPort(std::string const& name, std::string const& end);
     void addFurtherPorts();
     void addPort(std::string const& name, unsigned node, End const& end);
     void addNodes();
@@ -46,12 +46,13 @@ private:
     InstanceMaker maker;
     Circuit circuit;
     Document document;
-    std::vector<std::string> names;          ///< of the instances, by the places of the elements
+    std::vector<std::string> names;  ///< of the instances, by the places of the elements
     std::map<std::pair<std::string, std::string>, Tree> netMembers;
-    std::map<unsigned, std::vector<Side>> sides;       ///< the lists that a node is in
-    std::array<std::vector<unsigned>, 3> derived;      ///< the lists that an import would make of the ports
-    std::set<unsigned> withPort;                       ///< nodes that have an outer port
+    std::map<unsigned, std::vector<Side>> sides;   ///< the lists that a node is in
+    std::array<std::vector<unsigned>, 3> derived;  ///< the lists that an import would make of the ports
+    std::set<unsigned> withPort;                   ///< nodes that have an outer port
     std::set<std::string> portNames;
+    std::size_t leftOutPorts = 0;  ///< that a partial import left out, and that are given back
 };
 
 }  // namespace vrltool

@@ -89,8 +89,10 @@ void DocumentMaker::collapseArrays(std::vector<Instance>& instances, std::vector
     std::set<std::string> taken;
     for (std::size_t i = 0; i < instances.size(); ++i) {
         Tree const* const of = arrays[i].find("of");
-        if (of && of->isText()) groups[of->text].push_back(i);
-        else taken.insert(instances[i].name);
+        if (of && of->isText())
+            groups[of->text].push_back(i);
+        else
+            taken.insert(instances[i].name);
     }
     std::set<std::size_t> gone;
     for (auto const& group : groups) {
@@ -105,8 +107,10 @@ void DocumentMaker::collapseArrays(std::vector<Instance>& instances, std::vector
         for (std::size_t const i : group.second)
             good = good && expected.count(instances[i].name) && arrays[i] == note && alike(instances[i], whole);
         for (std::size_t const i : group.second) {
-            if (!good) instances[i].extension.add("array", note);
-            else if (i != group.second.front()) gone.insert(i);
+            if (!good)
+                instances[i].extension.add("array", note);
+            else if (i != group.second.front())
+                gone.insert(i);
         }
         Tree const* const array = note.find("array");
         if (!good || !array) continue;
@@ -125,7 +129,9 @@ std::string DocumentMaker::endText(End const& end) {
 void DocumentMaker::addNets() {
     for (Tree const& entry : notes::get(netlist, notes::kNets).items) {
         if (entry.items.size() != 3) continue;
-        auto const text = [](Tree const& end) { return end.items.size() == 2 ? end.items[0].text + "," + end.items[1].text : ""; };
+        auto const text = [](Tree const& end) {
+            return end.items.size() == 2 ? end.items[0].text + "," + end.items[1].text : "";
+        };
         auto ends = std::minmax(text(entry.items[0]), text(entry.items[1]));
         netMembers[ends] = entry.items[2];
     }
@@ -154,9 +160,8 @@ bool DocumentMaker::onBoundary(unsigned node) const { return sides.count(node) >
 /// The end of a node that tells best on which list it is.
 End const& DocumentMaker::endFor(unsigned node, Side side) const {
     auto const& ends = circuit.nodes.at(node);
-    auto const best = std::find_if(ends.begin(), ends.end(), [&](End const& end) {
-        return sideOf(pinOf(end).name, pinOf(end).domain) == side;
-    });
+    auto const best = std::find_if(ends.begin(), ends.end(),
+                                   [&](End const& end) { return sideOf(pinOf(end).name, pinOf(end).domain) == side; });
     return best == ends.end() ? ends.front() : *best;
 }
 
@@ -168,6 +173,7 @@ void DocumentMaker::addPorts() {
 /// The outer ports that an import found, as far as they are still there.
 void DocumentMaker::addToldPorts() {
     for (Tree const& entry : notes::get(netlist, notes::kPorts).items) {
+        if (entry.items.size() == 2) addLeftOutPort(entry.items[0].text, entry.items[1].text);
         if (entry.items.size() != 3) continue;
         std::size_t const place = circuit.find(entry.items[1].text);
         if (place == circuit.elements.size()) continue;
@@ -176,6 +182,12 @@ void DocumentMaker::addToldPorts() {
         addPort(entry.items[0].text, pin->node,
                 {place, static_cast<std::size_t>(pin - circuit.elements[place].pins.data())});
     }
+}
+
+void DocumentMaker::addLeftOutPort(std::string const& name, std::string const& end) {
+    if (!portNames.insert(name).second) return;
+    document.ports.push_back({name, {}, {end, {}}});
+    ++leftOutPorts;
 }
 
 /// The other nodes of the boundary get names of their lists: "in0", "out0", "dc0".
@@ -213,8 +225,7 @@ void DocumentMaker::addNodes() {
         lists.items.push_back(std::move(list));
     }
     auto const text = [](Tree const& list) { return list.items.front().text; };
-    std::sort(lists.items.begin(), lists.items.end(),
-              [&](Tree const& a, Tree const& b) { return text(a) < text(b); });
+    std::sort(lists.items.begin(), lists.items.end(), [&](Tree const& a, Tree const& b) { return text(a) < text(b); });
     if (!lists.items.empty()) document.extension.add("nodes", lists);
 }
 
@@ -255,15 +266,12 @@ void DocumentMaker::addNotes() {
 /// Gives back what a partial import left out.
 void DocumentMaker::addLeftOut() {
     Tree const left = notes::get(netlist, notes::kLeftOut);
-    if (!left.find("instances")) return;
     Findings aside;
-    Document const part = documentFrom(left, path, aside);
-    auto const there = [&](std::string const& name) {
-        return std::any_of(document.instances.begin(), document.instances.end(),
-                           [&](Instance const& instance) { return instance.name == name; });
-    };
+    Document const part = left.find("instances") ? documentFrom(left, path, aside) : Document();
+    std::set<std::string> there;
+    for (Instance const& instance : document.instances) there.insert(instance.name);
     for (Instance const& instance : part.instances)
-        if (!there(instance.name)) document.instances.push_back(instance);
+        if (there.insert(instance.name).second) document.instances.push_back(instance);
     std::sort(document.instances.begin(), document.instances.end(),
               [](Instance const& a, Instance const& b) { return a.name < b.name; });
     for (Net const& net : part.nets) {
@@ -272,11 +280,10 @@ void DocumentMaker::addLeftOut() {
             document.nets.back().ends = {net.ends[i - 1], net.ends[i]};
         }
     }
-    for (OuterPort const& port : part.ports)
-        if (portNames.insert(port.name).second) document.ports.push_back(port);
+    if (part.instances.size() + part.nets.size() + leftOutPorts == 0) return;
     findings.note(path, {},
                   "what its import left out is given back: " + counted(part.instances.size(), "instance") + ", " +
-                      counted(part.nets.size(), "net") + ", " + counted(part.ports.size(), "port"));
+                      counted(part.nets.size(), "net") + ", " + counted(leftOutPorts, "outer port"));
 }
 
 Document documentFrom(vrl::Netlist& netlist, std::string const& path, NameMap const& map, Workshop& workshop,

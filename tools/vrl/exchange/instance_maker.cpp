@@ -148,15 +148,17 @@ void InstanceMaker::compareInside(Element const& element, FreshBlock const& fres
         return treeFrom(document);
     };
     if (text(*element.block) != text(*fresh.block))
-        findings.warning(path, {}, "the inside of '" + element.label() + "' (" + element.kind +
-                                       ") is not as its kind makes it; a netlist holds nothing of that");
+        findings.warning(path, {},
+                         "the inside of '" + element.label() + "' (" + element.kind +
+                             ") is not as its kind makes it; a netlist holds nothing of that");
 }
 
 void InstanceMaker::tellKinds() {
     for (auto const& entry : composites)
-        findings.note(path, {}, counted(entry.second, "composite") + " of kind '" + entry.first + "': exported as " +
-                                    (entry.second == 1 ? "one instance" : "one instance each") +
-                                    "; the inside belongs to the kind");
+        findings.note(path, {},
+                      counted(entry.second, "composite") + " of kind '" + entry.first + "': exported as " +
+                          (entry.second == 1 ? "one instance" : "one instance each") +
+                          "; the inside belongs to the kind");
     for (std::string const& kind : unmapped)
         findings.warning(path, {}, "kind '" + kind + "' has no component in " + map.path + "; it keeps its own names");
 }

@@ -107,10 +107,11 @@ public:
 
     std::string write() {
         std::vector<std::string> const foundries = foundryKeys();
-        out = "# From the names of " + printable(document.path) + " to ours. What is null has still to be filled in,\n" +
+        out = "# From the names of " + printable(document.path) +
+              " to ours. What is null has still to be filled in,\n" +
               "# or may stay so: a setting that is null is kept as a note.\n" +
-              "# Parameters may convert: {to: length, factor: 1000}.\n" + "foundry: " +
-              (foundries.empty() ? "null" : nameText(foundries.front())) +
+              "# Parameters may convert: {to: length, factor: 1000}.\n" +
+              "foundry: " + (foundries.empty() ? "null" : nameText(foundries.front())) +
               (foundries.size() > 1 ? "  # " + listed(foundries) : "") + "\ncomponents:";
         Components const components = usedComponents(document);
         out += components.empty() ? " {}\n" : "\n";
@@ -122,8 +123,8 @@ private:
     void writeComponent(std::string const& name, Used const& used) {
         auto const keys = proposals(name, blockKeys());
         FreshBlock const* const fresh = keys.empty() ? nullptr : workshop.fresh("", keys.front());
-        out += "  " + nameText(name) + ":  # " + counted(used.instances, "instance") + "\n    key: " +
-               (fresh ? nameText(keys.front()) : "null");
+        out += "  " + nameText(name) + ":  # " + counted(used.instances, "instance") +
+               "\n    key: " + (fresh ? nameText(keys.front()) : "null");
         if (keys.size() > 1) out += "  # or " + listed({keys.begin() + 1, keys.end()});
         if (keys.empty()) out += keysByPorts(used.ports.size());
         out += '\n';
@@ -174,8 +175,8 @@ private:
             auto const near = same ? std::vector<std::string>() : proposals(setting.first, ours);
             Tree const& value = setting.second;
             bool const leaf = !value.isList() && !value.isMap();
-            out += "      " + nameText(setting.first) + ": " + (same ? nameText(setting.first) : "null") + "  # such as " +
-                   (leaf ? printable(scalarText(value)) : kindWord(value)) +
+            out += "      " + nameText(setting.first) + ": " + (same ? nameText(setting.first) : "null") +
+                   "  # such as " + (leaf ? printable(scalarText(value)) : kindWord(value)) +
                    (near.empty() ? "" : "; perhaps " + listed(near)) + '\n';
         }
     }

@@ -66,7 +66,8 @@ private:
     }
 
     /// Hands each member to the one that takes it.
-    void each(Tree const& tree, std::string const& what, std::vector<std::pair<std::string, Take>> const& takers) const {
+    void each(Tree const& tree, std::string const& what,
+              std::vector<std::pair<std::string, Take>> const& takers) const {
         check(tree, tree.isMap(), what, "a map");
         for (Tree::Member const& member : tree.members) {
             auto const taker = std::find_if(takers.begin(), takers.end(),
@@ -188,7 +189,9 @@ ComponentRule const* NameMap::find(std::string const& component) const {
     return found != components.end() && found->component == component ? &*found : nullptr;
 }
 
-ComponentRule const* NameMap::forKey(std::string const& key) const { return findRule(components, &ComponentRule::key, key); }
+ComponentRule const* NameMap::forKey(std::string const& key) const {
+    return findRule(components, &ComponentRule::key, key);
+}
 
 NameMap readNameMap(std::string const& path) { return MapReader(path).read(); }
 

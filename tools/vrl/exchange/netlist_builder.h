@@ -47,13 +47,14 @@ private:
     Built const* element(std::string const& name) const;
     bool isUndeclared(Built const& built, std::string const& port) const;
     std::string portOf(Built const& built, std::string const& theirs) const;
-    Reached reach(EndName const& end, std::size_t& place);
+    Reached reach(EndName const& end, Joints::End& reached);
     void tellUnreached(EndName const& end);
     std::vector<std::string> theirPorts(Built const& built) const;
 
     void joinNets();
     void joinNet(Net const& net);
-    void keepNetMembers(Net const& net, std::vector<std::size_t> const& places);
+    void joinPair(Joints::End const& a, EndName const& aName, Joints::End const& b, EndName const& bName);
+    void keepNetMembers(Net const& net, std::vector<Joints::End> const& ends);
     void joinMeantNodes();
     void use(std::size_t place, Mark const& mark);
     void tellSharedEnds();
@@ -66,7 +67,7 @@ private:
 
     void keepNotes();
     void tellKept();
-    Tree endTree(std::size_t place) const;
+    Tree endTree(Joints::End const& end) const;
     vrl::EnumList::Domain domainOf(std::size_t place) const;
 
     Document const& document;
@@ -78,7 +79,7 @@ private:
     std::map<std::string, Instance const*> arrays;
     std::vector<std::pair<Instance const*, ComponentRule const*>> nameless;
     std::set<std::string> leftOutNames;
-    Tree leftInstances = Tree::map(), leftNets = Tree::list(), leftPorts = Tree::map(), leftPlacements = Tree::map();
+    Tree leftInstances = Tree::map(), leftNets = Tree::list(), leftPlacements = Tree::map();
     Joints joints;
     std::vector<unsigned> nodes;  ///< of the ends, by their places
     std::vector<Uses> uses;       ///< likewise
@@ -86,8 +87,9 @@ private:
     std::set<std::pair<std::size_t, std::size_t>> pairs;
     std::vector<std::pair<OuterPort const*, std::size_t>> ports;  ///< with the places of their ends
     Tree netMembers = Tree::list();
-    std::size_t twice = 0;  ///< nets that were told before
-    std::size_t hints = 0;  ///< given; looking for near names among many takes its time
+    Tree outerPorts = Tree::list();  ///< for the note of them
+    std::size_t twice = 0;           ///< nets that were told before
+    std::size_t hints = 0;           ///< given; looking for near names among many takes its time
 };
 
 }  // namespace vrltool

@@ -40,9 +40,8 @@ NetlistBuilder::Built const* NetlistBuilder::element(std::string const& name) co
 
 bool NetlistBuilder::isUndeclared(Built const& one, std::string const& port) const {
     Tree const* const names = one.instance->extension.find("undeclaredPorts");
-    return names && !port.empty() && std::any_of(names->items.begin(), names->items.end(), [&](Tree const& name) {
-               return name.text == port;
-           });
+    return names && !port.empty() &&
+           std::any_of(names->items.begin(), names->items.end(), [&](Tree const& name) { return name.text == port; });
 }
 
 /// The port of ours, or an empty text.
@@ -52,14 +51,14 @@ std::string NetlistBuilder::portOf(Built const& one, std::string const& theirs) 
 }
 
 /// Follows an end; what leads nowhere is told. Names may hold commas, so each of them is tried, the last one first.
-NetlistBuilder::Reached NetlistBuilder::reach(EndName const& end, std::size_t& place) {
+NetlistBuilder::Reached NetlistBuilder::reach(EndName const& end, Joints::End& reached) {
     for (auto comma = end.text.rfind(','); comma != std::string::npos && comma > 0;
          comma = end.text.rfind(',', comma - 1)) {
         std::string const name = end.text.substr(0, comma);
         Built const* const found = element(name);
         std::string const port = found ? portOf(*found, trimmed(end.text.substr(comma + 1))) : "";
         if (!port.empty()) {
-            place = joints.place({static_cast<std::size_t>(found - built.data()), port});
+            reached = {static_cast<std::size_t>(found - built.data()), port};
             return Reached::kEnd;
         }
         if (leftOutNames.count(name)) return Reached::kLeftOut;
@@ -113,31 +112,32 @@ void NetlistBuilder::joinNets() {
 }
 
 void NetlistBuilder::joinNet(Net const& net) {
-    std::vector<std::size_t> places;
+    std::vector<Joints::End> ends;
     for (EndName const& end : net.ends) {
-        std::size_t place = 0;
-        if (reach(end, place) == Reached::kEnd) places.push_back(place);
+        Joints::End reached;
+        if (reach(end, reached) == Reached::kEnd) ends.push_back(reached);
     }
-    if (places.size() < net.ends.size()) {
+    if (ends.size() < net.ends.size()) {
         leftNets.items.push_back(treeOfNet(net));
         ++result.leftOut;
         return;
     }
     ++result.nets;
-    for (std::size_t i = 1; i < places.size(); ++i) {
-        if (places[i] == places[i - 1]) {
-            findings.error(document.path, net.ends[i].mark, "'" + net.ends[i].text + "' is joined with itself");
-            continue;
-        }
-        if (!pairs.insert(std::minmax(places[i - 1], places[i])).second) {
-            ++twice;
-            continue;
-        }
-        joints.join(places[i - 1], places[i]);
-        use(places[i - 1], net.ends[i - 1].mark);
-        use(places[i], net.ends[i].mark);
+    for (std::size_t i = 1; i < ends.size(); ++i) joinPair(ends[i - 1], net.ends[i - 1], ends[i], net.ends[i]);
+    keepNetMembers(net, ends);
+}
+
+void NetlistBuilder::joinPair(Joints::End const& a, EndName const& aName, Joints::End const& b, EndName const& bName) {
+    std::size_t const first = joints.place(a), second = joints.place(b);
+    if (first == second) {
+        findings.error(document.path, bName.mark, "'" + bName.text + "' is joined with itself");
+    } else if (!pairs.insert(std::minmax(first, second)).second) {
+        ++twice;
+    } else {
+        joints.join(first, second);
+        use(first, aName.mark);
+        use(second, bName.mark);
     }
-    keepNetMembers(net, places);
 }
 
 /// Nodes that an export names because nets and ports do not tell them, or would seem wrong.
@@ -145,14 +145,14 @@ void NetlistBuilder::joinMeantNodes() {
     Tree const* const lists = document.extension.find("nodes");
     if (!lists) return;
     for (Tree const& list : lists->items) {
-        std::size_t before = joints.size();
-        bool first = true;
+        std::size_t first = joints.size();
         for (Tree const& end : list.items) {
-            std::size_t place = 0;
-            if (reach({end.text, end.mark}, place) != Reached::kEnd) continue;
+            Joints::End reached;
+            if (reach({end.text, end.mark}, reached) != Reached::kEnd) continue;
+            std::size_t const place = joints.place(reached);
             meant.insert(place);
-            if (!std::exchange(first, false)) joints.join(before, place);
-            before = place;
+            first = std::min(first, place);
+            joints.join(first, place);
         }
     }
 }
@@ -160,12 +160,18 @@ void NetlistBuilder::joinMeantNodes() {
 void NetlistBuilder::reachPorts() {
     std::map<std::size_t, OuterPort const*> taken;
     for (OuterPort const& port : document.ports) {
-        std::size_t place = 0;
-        if (reach(port.end, place) != Reached::kEnd) {
-            leftPorts.add(port.name, Tree::ofText(port.end.text));
+        Joints::End reached;
+        Tree entry = Tree::list();
+        if (reach(port.end, reached) != Reached::kEnd) {
+            entry.items = {Tree::ofText(port.name), Tree::ofText(port.end.text)};
+            outerPorts.items.push_back(std::move(entry));
             ++result.leftOut;
             continue;
         }
+        entry = endTree(reached);
+        entry.items.insert(entry.items.begin(), Tree::ofText(port.name));
+        outerPorts.items.push_back(std::move(entry));
+        std::size_t const place = joints.place(reached);
         auto const first = taken.emplace(place, &port);
         if (first.second)
             use(place, port.end.mark);

@@ -5,8 +5,7 @@
 namespace vrltool::notes {
 
 void set(vrl::Annotations& target, char const* key, Tree const& value) {
-    bool const nothing = value.isNull() || ((value.isMap() || value.isList()) && value.size() == 1);
-    if (!nothing) target.setAnnotation(key, noteText(value));
+    if (!value.isNull()) target.setAnnotation(key, noteText(value));
 }
 
 Tree get(vrl::Annotations const& source, char const* key) {

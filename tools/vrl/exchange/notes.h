@@ -25,7 +25,8 @@ inline constexpr char const kPlacement[] = "vrl::import/placement";
 inline constexpr char const kMembers[] = "vrl::import/members";
 
 /**@{*/
-/// Of the netlist: its name; the outer ports [[name, element, port]]; further members of nets; whether nets came as
+/// Of the netlist: its name; the outer ports [[name, element, port]], those that were left out as
+/// [name, end]; further members of nets; whether nets came as
 /// connections; placements of no instance; and what a partial import left out, in the shape of a netlist.
 inline constexpr char const kName[] = "vrl::import/name";
 inline constexpr char const kPorts[] = "vrl::import/ports";
@@ -35,7 +36,7 @@ inline constexpr char const kPlacements[] = "vrl::import/placements";
 inline constexpr char const kLeftOut[] = "vrl::import/leftOut";
 /**@}*/
 
-/// Sets a note unless the value is null, or a map or list of nothing.
+/// Sets a note unless the value is null.
 void set(vrl::Annotations& target, char const* key, Tree const& value);
 
 /// The value of a note; null without it.

@@ -23,7 +23,8 @@ bool endsIn(std::string const& path, std::string const& end) {
 
 std::string readBytes(std::string const& path) {
     struct stat kind {};
-    if (stat(path.c_str(), &kind) != 0) throw Failure(path, std::string("cannot be read: ") + std::strerror(errno), kCure);
+    if (stat(path.c_str(), &kind) != 0)
+        throw Failure(path, std::string("cannot be read: ") + std::strerror(errno), kCure);
     if (!S_ISREG(kind.st_mode)) throw Failure(path, "is not a regular file", kCure);
     if (kind.st_size > kLargest) throw Failure(path, "is larger than 512 MiB", "split it into smaller ones");
     std::ifstream file(path, std::ios::binary);

@@ -64,7 +64,8 @@ std::optional<Tree> decimal(Decimal const& number) {
     double value = 0;
     auto const read = std::from_chars(text.data(), text.data() + text.size(), value);
     // A number too small for a double is kept by its text; one too large has no place in JSON.
-    bool const tiny = number.exponent.find('-') != std::string::npos || number.whole.find_first_not_of('0') == std::string::npos;
+    bool const tiny =
+        number.exponent.find('-') != std::string::npos || number.whole.find_first_not_of('0') == std::string::npos;
     if (read.ec == std::errc::result_out_of_range && !tiny) return {};
     return Tree::ofNumber(text);
 }
@@ -87,15 +88,29 @@ struct Word {
 
 Word const* knownWord(std::string const& text) {
     using Kind = Tree::Kind;
-    static Word const words[] = {
-        {"", Kind::kNull, ""},           {"~", Kind::kNull, ""},          {"null", Kind::kNull, ""},
-        {"Null", Kind::kNull, ""},       {"NULL", Kind::kNull, ""},       {"true", Kind::kBool, "true"},
-        {"True", Kind::kBool, "true"},   {"TRUE", Kind::kBool, "true"},   {"false", Kind::kBool, "false"},
-        {"False", Kind::kBool, "false"}, {"FALSE", Kind::kBool, "false"}, {".inf", Kind::kNumber, ".inf"},
-        {".Inf", Kind::kNumber, ".inf"}, {".INF", Kind::kNumber, ".inf"}, {"+.inf", Kind::kNumber, ".inf"},
-        {"+.Inf", Kind::kNumber, ".inf"},  {"+.INF", Kind::kNumber, ".inf"},  {"-.inf", Kind::kNumber, "-.inf"},
-        {"-.Inf", Kind::kNumber, "-.inf"}, {"-.INF", Kind::kNumber, "-.inf"}, {".nan", Kind::kNumber, ".nan"},
-        {".NaN", Kind::kNumber, ".nan"},   {".NAN", Kind::kNumber, ".nan"}};
+    static Word const words[] = {{"", Kind::kNull, ""},
+                                 {"~", Kind::kNull, ""},
+                                 {"null", Kind::kNull, ""},
+                                 {"Null", Kind::kNull, ""},
+                                 {"NULL", Kind::kNull, ""},
+                                 {"true", Kind::kBool, "true"},
+                                 {"True", Kind::kBool, "true"},
+                                 {"TRUE", Kind::kBool, "true"},
+                                 {"false", Kind::kBool, "false"},
+                                 {"False", Kind::kBool, "false"},
+                                 {"FALSE", Kind::kBool, "false"},
+                                 {".inf", Kind::kNumber, ".inf"},
+                                 {".Inf", Kind::kNumber, ".inf"},
+                                 {".INF", Kind::kNumber, ".inf"},
+                                 {"+.inf", Kind::kNumber, ".inf"},
+                                 {"+.Inf", Kind::kNumber, ".inf"},
+                                 {"+.INF", Kind::kNumber, ".inf"},
+                                 {"-.inf", Kind::kNumber, "-.inf"},
+                                 {"-.Inf", Kind::kNumber, "-.inf"},
+                                 {"-.INF", Kind::kNumber, "-.inf"},
+                                 {".nan", Kind::kNumber, ".nan"},
+                                 {".NaN", Kind::kNumber, ".nan"},
+                                 {".NAN", Kind::kNumber, ".nan"}};
     auto const found = std::find_if(std::begin(words), std::end(words), [&](Word const& w) { return text == w.text; });
     return found == std::end(words) ? nullptr : found;
 }
@@ -108,7 +123,8 @@ bool isOldTruth(std::string text) {
 }
 
 bool isSafe(char c) {
-    return isDigit(c) || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || std::string_view("_/.,<>()+-").find(c) < 10;
+    return isDigit(c) || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') ||
+           std::string_view("_/.,<>()+-").find(c) < 10;
 }
 
 }  // namespace
@@ -120,7 +136,8 @@ std::optional<Tree> plainScalar(std::string const& text) {
         tree.text = word->meaning;
         return tree;
     }
-    if (text.size() > 2 && text[0] == '0' && (text[1] == 'x' || text[1] == 'o')) return based(text, text[1] == 'x' ? 16 : 8);
+    if (text.size() > 2 && text[0] == '0' && (text[1] == 'x' || text[1] == 'o'))
+        return based(text, text[1] == 'x' ? 16 : 8);
     Decimal const number = decimalOf(text);
     return number.good ? decimal(number) : Tree::ofText(text);
 }
@@ -137,11 +154,12 @@ bool isUtf8(std::string const& text, std::size_t* wrongAt) {
         unsigned mask, head, least;
         std::size_t length;
     };
-    static Form const forms[] = {{0x80, 0, 0, 1}, {0xE0, 0xC0, 0x80, 2}, {0xF0, 0xE0, 0x800, 3}, {0xF8, 0xF0, 0x10000, 4}};
+    static Form const forms[] = {
+        {0x80, 0, 0, 1}, {0xE0, 0xC0, 0x80, 2}, {0xF0, 0xE0, 0x800, 3}, {0xF8, 0xF0, 0x10000, 4}};
     for (std::size_t at = 0; at < text.size();) {
         unsigned const byte = static_cast<unsigned char>(text[at]);
-        auto const form = std::find_if(std::begin(forms), std::end(forms),
-                                       [&](Form const& f) { return (byte & f.mask) == f.head; });
+        auto const form =
+            std::find_if(std::begin(forms), std::end(forms), [&](Form const& f) { return (byte & f.mask) == f.head; });
         if (wrongAt) *wrongAt = at;
         if (form == std::end(forms) || at + form->length > text.size()) return false;
         unsigned code = byte & ~form->mask & 0xFF;

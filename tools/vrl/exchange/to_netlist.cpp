@@ -117,16 +117,16 @@ void NetlistBuilder::leaveOut(Instance const& instance) {
 }
 
 /// The further members of a net, under its two ends in our names.
-void NetlistBuilder::keepNetMembers(Net const& net, std::vector<std::size_t> const& places) {
+void NetlistBuilder::keepNetMembers(Net const& net, std::vector<Joints::End> const& ends) {
     if (net.others.members.empty()) return;
     Tree note = Tree::list();
-    note.items = {endTree(places[0]), endTree(places[1]), net.others};
+    note.items = {endTree(ends[0]), endTree(ends[1]), net.others};
     netMembers.items.push_back(std::move(note));
 }
 
-Tree NetlistBuilder::endTree(std::size_t place) const {
+Tree NetlistBuilder::endTree(Joints::End const& end) const {
     Tree tree = Tree::list();
-    tree.items = {Tree::ofText(built[joints.at(place).first].name), Tree::ofText(joints.at(place).second)};
+    tree.items = {Tree::ofText(built[end.first].name), Tree::ofText(end.second)};
     return tree;
 }
 
@@ -172,40 +172,32 @@ unsigned NetlistBuilder::nodeOf(Tree const& end, std::map<std::string, unsigned>
         if (node == 0) node = result.netlist->createNode();
         return node;
     }
-    std::size_t place = 0;
-    std::size_t const known = joints.size();
-    if (reach({end.text, end.mark}, place) != Reached::kEnd) return 0;
-    if (place < known) return nodes[place];
-    nodes.push_back(result.netlist->addNode(built[joints.at(place).first].name, joints.at(place).second));
-    return nodes.back();
+    Joints::End reached;
+    if (reach({end.text, end.mark}, reached) != Reached::kEnd) return 0;
+    return result.netlist->getNode(built[reached.first].name, reached.second);
 }
 
 void NetlistBuilder::keepNotes() {
     vrl::Netlist& netlist = *result.netlist;
     if (!document.name.empty()) notes::set(netlist, notes::kName, Tree::ofText(document.name));
     if (document.asConnections) notes::set(netlist, notes::kConnections, Tree::ofBool(true));
-    Tree outer = Tree::list();
-    for (auto const& port : ports) {
-        Tree entry = endTree(port.second);
-        entry.items.insert(entry.items.begin(), Tree::ofText(port.first->name));
-        outer.items.push_back(std::move(entry));
-    }
-    notes::set(netlist, notes::kPorts, outer);
-    notes::set(netlist, notes::kNets, netMembers);
-    notes::set(netlist, notes::kMembers, document.others);
-    notes::set(netlist, notes::kPlacements, document.strayPlacements);
-    Tree left = Tree::map();
-    if (result.leftOut > 0) {
+    auto const keep = [&](char const* key, Tree const& value) {
+        if (value.size() > 1) notes::set(netlist, key, value);
+    };
+    keep(notes::kPorts, outerPorts);
+    keep(notes::kNets, netMembers);
+    keep(notes::kMembers, document.others);
+    keep(notes::kPlacements, document.strayPlacements);
+    if (leftInstances.size() + leftNets.size() > 2) {
+        Tree left = Tree::map();
         left.add("instances", leftInstances);
         left.add("nets", leftNets);
-        left.add("ports", leftPorts);
         left.add("placements", leftPlacements);
+        notes::set(netlist, notes::kLeftOut, left);
     }
-    notes::set(netlist, notes::kLeftOut, left);
     if (Tree const* const own = document.extension.find("parameters"))
         applyParameters(netlist, *own, document.path, findings);
-    if (Tree const* const own = document.extension.find("notes"))
-        applyNotes(netlist, *own, document.path, findings);
+    if (Tree const* const own = document.extension.find("notes")) applyNotes(netlist, *own, document.path, findings);
 }
 
 /// Tells in one line what is kept of the netlist besides its circuit.

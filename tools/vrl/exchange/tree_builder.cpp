@@ -90,8 +90,8 @@ void TreeBuilder::refuseTwins(Tree const& map) const {
     auto const twin = std::adjacent_find(sorted.begin(), sorted.end(),
                                          [](auto const* a, auto const* b) { return a->name == b->name; });
     if (twin == sorted.end()) return;
-    fail(twin[1]->mark, "'" + printable(twin[1]->name) + "' stands twice; the first is in line " +
-                            std::to_string(twin[0]->mark.line),
+    fail(twin[1]->mark,
+         "'" + printable(twin[1]->name) + "' stands twice; the first is in line " + std::to_string(twin[0]->mark.line),
          "rename or remove one of them");
 }
 

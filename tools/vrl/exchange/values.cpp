@@ -148,9 +148,9 @@ Tree treeOfValue(Parameter const& parameter, double factor) {
 }
 
 bool sameValue(ParameterValue const& a, ParameterValue const& b) {
-    if (auto const *const x = std::get_if<double>(&a), *const y = std::get_if<double>(&b); x && y)
+    if (auto const* const x = std::get_if<double>(&a), * const y = std::get_if<double>(&b); x && y)
         return sameNumber(*x, *y);
-    if (auto const *const x = std::get_if<Complex>(&a), *const y = std::get_if<Complex>(&b); x && y)
+    if (auto const* const x = std::get_if<Complex>(&a), * const y = std::get_if<Complex>(&b); x && y)
         return sameNumber(x->real(), y->real()) && sameNumber(x->imag(), y->imag());
     return a == b;
 }

@@ -19,7 +19,8 @@ Mark markOf(YAML::Mark const& mark) {
     return {static_cast<std::size_t>(mark.line) + 1, static_cast<std::size_t>(mark.column) + 1};
 }
 
-/// Makes a tree of the events of the parser, so that each scalar is resolved by the core schema and aliases are counted.
+/// Makes a tree of the events of the parser, so that each scalar is resolved by the core schema and aliases are
+/// counted.
 class YamlEvents final : public YAML::EventHandler {
 public:
     explicit YamlEvents(TreeBuilder& target) : builder(target) {}
@@ -69,7 +70,8 @@ private:
                            tag == standard + "null";
         if (!named && tag != "?" && !tag.empty()) failTag(mark, tag);
         auto const tree = plainScalar(text);
-        if (!tree) builder.fail(mark, "the number " + printable(text) + " is too large", "no number of a program holds it");
+        if (!tree)
+            builder.fail(mark, "the number " + printable(text) + " is too large", "no number of a program holds it");
         return *tree;
     }
 
