@@ -104,7 +104,7 @@ bool BlockMaker::checkRule(ComponentRule const& rule, std::string const& foundry
             findings.error(map.path, member.mark, "'" + rule.key + "' has no parameter '" + member.name + "'",
                            didYouMean(member.name, names));
         else if (!taken.good)
-            findings.error(map.path, member.mark, "the default of '" + member.name + "' " + taken.why);
+            findings.error(map.path, member.value.mark, "the default of '" + member.name + "' " + taken.why);
     }
     return true;
 }

@@ -7,7 +7,6 @@
 
 #include "exchange/notes.h"
 #include "exchange/values.h"
-#include "text/near_names.h"
 
 namespace vrltool {
 
@@ -68,22 +67,7 @@ struct ParameterState {
     }
 };
 
-using Take = std::function<void(Tree const&)>;
-using Takers = std::map<std::string, Take>;
-
-/// Hands each member of a map to the one that takes it; without one it is told.
-void each(Tree const& tree, Takers const& takers, std::string const& path, Findings& findings) {
-    std::vector<std::string> names;
-    for (auto const& taker : takers) names.push_back(taker.first);
-    for (Tree::Member const& member : tree.members) {
-        auto const taker = takers.find(member.name);
-        if (taker == takers.end())
-            findings.warning(path, member.mark, "'vrl' has no member '" + member.name + "'; it is left out",
-                             didYouMean(member.name, names));
-        else if (taker->second)
-            taker->second(member.value);
-    }
-}
+using Takers = std::map<std::string, std::function<void(Tree const&)>>;
 
 std::string textOf(Tree const& tree, char const* name) {
     Tree const* const found = tree.find(name);
@@ -110,13 +94,7 @@ public:
             };
         };
         Takers const takers{
-            {"foundry", nullptr},
-            {"nameless", nullptr},
-            {"undeclaredPorts", nullptr},
-            {"origin", nullptr},
-            {"array", nullptr},
             {"crossSection", [this, &state](Tree const&) { setChoice(state); }},
-            {"flow", nullptr},
             {"ports", [this](Tree const& tree) { setPorts(tree); }},
             {"parameters", [this](Tree const& tree) { applyParameters(block, tree, path, findings); }},
             {"values", parameters([this](vrl::Attribute& a, Tree const& value) { setValue(a, value); })},
@@ -128,10 +106,13 @@ public:
              })},
             {"autoChangeable",
              parameters([](vrl::Attribute& a, Tree const& value) { a.setAutoChangeable(value.text == "true"); })},
-            {"parameterNotes",
-             parameters([this](vrl::Attribute& a, Tree const& value) { applyNotes(a, value, path, findings); })},
-            {"notes", [this](Tree const& tree) { applyNotes(block, tree, path, findings); }}};
-        each(inOrder(state), takers, path, findings);
+            {"parameterNotes", parameters([](vrl::Attribute& a, Tree const& value) { applyNotes(a, value); })},
+            {"notes", [this](Tree const& tree) { applyNotes(block, tree); }}};
+        Tree const sorted = inOrder(state);
+        for (Tree::Member const& member : sorted.members) {
+            auto const taker = takers.find(member.name);
+            if (taker != takers.end()) taker->second(member.value);
+        }
     }
 
 private:
@@ -241,13 +222,8 @@ Tree treeOfNotes(vrl::Annotations const& source, vrl::Annotations const* other) 
     return tree;
 }
 
-void applyNotes(vrl::Annotations& target, Tree const& notes, std::string const& path, Findings& findings) {
-    for (Tree::Member const& member : notes.members) {
-        if (member.value.isText())
-            target.setAnnotation(member.name, member.value.text);
-        else
-            findings.error(path, member.mark, "note '" + member.name + "' is no text");
-    }
+void applyNotes(vrl::Annotations& target, Tree const& notes) {
+    for (Tree::Member const& member : notes.members) target.setAnnotation(member.name, member.value.text);
 }
 
 Tree stateOf(vrl::BB& block, FreshBlock const* fresh, std::string const& thing, Findings& findings) {

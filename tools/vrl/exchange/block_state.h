@@ -27,7 +27,7 @@ void applyParameters(vrl::Attributes& list, Tree const& parameters, std::string 
 /**@{*/
 /// The notes of an object except those of imports and those that another has, too; and such a map into an object.
 Tree treeOfNotes(vrl::Annotations const& source, vrl::Annotations const* other);
-void applyNotes(vrl::Annotations& target, Tree const& notes, std::string const& path, Findings& findings);
+void applyNotes(vrl::Annotations& target, Tree const& notes);
 /**@}*/
 
 }  // namespace vrltool

@@ -5,6 +5,7 @@
 #include <map>
 #include <utility>
 
+#include "exchange/extension.h"
 #include "exchange/reader.h"
 #include "text/failure.h"
 #include "text/near_names.h"
@@ -57,7 +58,8 @@ private:
     }
 
     void readExtension(Tree const& tree) {
-        if (check(tree, tree.isMap(), "'vrl'", "a map")) document.extension = tree;
+        if (check(tree, tree.isMap(), "'vrl'", "a map"))
+            document.extension = checkedExtension(tree, Extended::kNetlist, document.path, findings);
     }
 
     void readInstances(Tree const& tree) {
@@ -97,7 +99,8 @@ private:
         } else if (part.name == "array") {
             instance.array = value;
         } else if (part.name == "vrl") {
-            if (check(value, value.isMap(), what, "a map")) instance.extension = value;
+            if (check(value, value.isMap(), what, "a map"))
+                instance.extension = checkedExtension(value, Extended::kInstance, document.path, findings);
         } else {
             instance.others.members.push_back(part);
         }
@@ -112,8 +115,8 @@ private:
                 if (tree->find(pair.first) || tree->find(pair.second))
                     return readCount(instance, tree->find(pair.first), instance.size.columns) &&
                            readCount(instance, tree->find(pair.second), instance.size.rows) && bounded(instance);
-        return instance.array.isNull() ||
-               check(instance.array, false, "'array' of instance '" + instance.name + "'", "'columns' and 'rows'");
+        return instance.array.isNull() || check(instance.array, false, "'array' of instance '" + instance.name + "'",
+                                                "a map of 'columns' and 'rows'");
     }
 
     bool readCount(Instance const& instance, Tree const* tree, std::size_t& count) {

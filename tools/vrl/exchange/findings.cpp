@@ -21,10 +21,21 @@ std::string withHint(std::string const& text, std::string const& hint) {
     return hint.empty() ? text : text + "; " + hint;
 }
 
+/// A line that people can read, whatever names are in it.
+std::string line(std::string text) {
+    constexpr std::size_t kLongest = 2000;
+    if (text.size() > kLongest) {
+        std::size_t end = kLongest;
+        while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xC0) == 0x80) --end;  // no half of a character
+        text = text.substr(0, end) + "...";
+    }
+    return printable(text);
+}
+
 }  // namespace
 
 void Findings::add(Severity severity, std::string const& path, Mark const& mark, std::string const& text) {
-    all.push_back({severity, path, mark, printable(text)});
+    all.push_back({severity, path, mark, line(text)});
     ++counts[static_cast<std::size_t>(severity)];
 }
 

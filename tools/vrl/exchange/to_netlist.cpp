@@ -197,7 +197,7 @@ void NetlistBuilder::keepNotes() {
     }
     if (Tree const* const own = document.extension.find("parameters"))
         applyParameters(netlist, *own, document.path, findings);
-    if (Tree const* const own = document.extension.find("notes")) applyNotes(netlist, *own, document.path, findings);
+    if (Tree const* const own = document.extension.find("notes")) applyNotes(netlist, *own);
 }
 
 /// Tells in one line what is kept of the netlist besides its circuit.
