@@ -1,5 +1,9 @@
-# What every target of this project is built with, and how a plug-in is made.
+# What every target of this project is built with.
 
+# The same folders wherever the tree is unpacked: they do not depend on the prefix that is configured.
+if(PROJECT_IS_TOP_LEVEL)
+    set(CMAKE_INSTALL_LIBDIR lib CACHE STRING "Folder of the libraries, below the prefix")
+endif()
 include(GNUInstallDirs)
 
 if(PROJECT_IS_TOP_LEVEL)
@@ -8,10 +12,12 @@ if(PROJECT_IS_TOP_LEVEL)
     set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin)
 endif()
 
-# The version that sample plug-ins carry in their file names: the one that a host has if it sets none.
-set(VRL_PLUGIN_VERSION 5.1.3)
-
 set(VRL_SANITIZER_FLAGS -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+
+include(VrlPlugin)
+if(VRL_SANITIZE)
+    set(VRL_PLUGIN_OPTIONS ALLOW_UNDEFINED)
+endif()
 
 # Language, visibility, warnings and sanitisers of a target of ours; none of it reaches the users of the library.
 function(vrl_target_defaults target)
@@ -34,17 +40,10 @@ function(vrl_target_defaults target)
     endif()
 endfunction()
 
-# A plug-in of this tree: plugins/lib_wn_NAME.so.5.1.3 in the build folder, on Windows lib_wn_NAME.5.1.3.dll.
+# A plug-in of this tree, made as the users of the installed package make theirs: plugins/lib_wn_NAME.so.5.1.3 in the build
+# folder, on Windows lib_wn_NAME.5.1.3.dll.
 function(vrl_add_sample_plugin name)
-    add_library(${name} MODULE ${ARGN})
+    vrl_add_plugin(${name} ${ARGN} ${VRL_PLUGIN_OPTIONS})
     vrl_target_defaults(${name})
-    target_link_libraries(${name} PRIVATE vrllib::vrllib)
-    set_target_properties(${name} PROPERTIES
-        PREFIX ""
-        LIBRARY_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/plugins)
-    if(WIN32)
-        set_target_properties(${name} PROPERTIES OUTPUT_NAME lib_wn_${name}.${VRL_PLUGIN_VERSION} SUFFIX .dll)
-    else()
-        set_target_properties(${name} PROPERTIES OUTPUT_NAME lib_wn_${name} SUFFIX .so.${VRL_PLUGIN_VERSION})
-    endif()
+    set_target_properties(${name} PROPERTIES LIBRARY_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/plugins)
 endfunction()

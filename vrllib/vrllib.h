@@ -32,6 +32,7 @@
 #include "vrllib/runtime/configuration.h"
 #include "vrllib/runtime/factory_loader.h"
 #include "vrllib/runtime/loader.h"
+#include "vrllib/runtime/plugin.h"
 #include "vrllib/runtime/startup.h"
 #include "vrllib/serialisation/ascii_stream.h"
 #include "vrllib/serialisation/binary_stream.h"

@@ -22,4 +22,4 @@ VRL_PLUGIN_EXPORT void initLibraryBB(FactoryArg<std::string, vrl::BB, vrl::Found
     factory->Register<Ring>("ring");
 }
 
-VRL_PLUGIN_EXPORT unsigned int getAPIversion() { return 20111; }
+VRL_PLUGIN_API_VERSION(2, 1, 11);

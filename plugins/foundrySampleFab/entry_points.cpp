@@ -4,7 +4,7 @@
 
 // What the library calls in this plug-in.
 
-VRL_PLUGIN_EXPORT unsigned int getAPIversion() { return 20111; }
+VRL_PLUGIN_API_VERSION(2, 1, 11);
 
 VRL_PLUGIN_EXPORT void initLibraryFoundry(FactoryNoArg<std::string, vrl::Foundry>* factory) {
     factory->Register<samplefab::SampleFab>(samplefab::SampleFab::kName);

@@ -32,7 +32,7 @@ public:
 
 }  // namespace
 
-VRL_PLUGIN_EXPORT unsigned int getAPIversion() { return 20111; }
+VRL_PLUGIN_API_VERSION(2, 1, 11);
 
 VRL_PLUGIN_EXPORT void initLibraryBB(FactoryArg<std::string, vrl::BB, vrl::Foundry const*>* factory) {
     factory->Register<DelayLine>("demoDelayLine");

@@ -1,24 +1,9 @@
 # Installs the built tree, moves the copy elsewhere, and builds and runs a host and a plug-in against it.
-# Needs: built, sources, scratch, version, libdir, config, generator, make, compiler, flags, readelf.
+# Needs: built, sources, scratch, version, libdir, config, generator, make, compiler, flags, readelf, nm.
 
 cmake_minimum_required(VERSION 3.25)
 
-function(run)
-    execute_process(COMMAND ${ARGN} RESULT_VARIABLE result OUTPUT_VARIABLE out ERROR_VARIABLE err)
-    if(NOT result EQUAL 0)
-        list(JOIN ARGN " " command)
-        message("${out}${err}")
-        message(FATAL_ERROR "failed (${result}): ${command}")
-    endif()
-    set(output "${out}" PARENT_SCOPE)
-endfunction()
-
-function(expect_equal what actual expected)
-    if(NOT "${actual}" STREQUAL "${expected}")
-        message("--- expected:\n${expected}\n--- is:\n${actual}")
-        message(FATAL_ERROR "wrong: ${what}")
-    endif()
-endfunction()
+include(${CMAKE_CURRENT_LIST_DIR}/steps.cmake)
 
 file(REMOVE_RECURSE ${scratch})
 file(MAKE_DIRECTORY ${scratch})
@@ -54,23 +39,11 @@ file(GLOB_RECURSE private RELATIVE ${moved}
 expect_equal("private headers" "${private}" "")
 
 # No file of the package knows where it was built or first installed.
-file(GLOB_RECURSE package_files ${moved}/*.cmake)
-foreach(package_file IN LISTS package_files)
-    file(READ ${package_file} text)
-    string(FIND "${text}" "${built}" place)
-    expect_equal("place of the build folder in ${package_file}" "${place}" -1)
-endforeach()
+expect_no_path_of_the_build(${moved} ${built})
 
-foreach(project IN ITEMS host plugin)
-    run(${CMAKE_COMMAND} -S ${sources}/${project} -B ${scratch}/${project} -G ${generator}
-        -D CMAKE_MAKE_PROGRAM=${make}
-        -D CMAKE_CXX_COMPILER=${compiler}
-        -D CMAKE_CXX_FLAGS=${flags}
-        -D CMAKE_BUILD_TYPE=${config}
-        -D CMAKE_PREFIX_PATH=${moved}
-        -D CMAKE_FIND_USE_PACKAGE_REGISTRY=OFF)
-    run(${CMAKE_COMMAND} --build ${scratch}/${project} --config ${config})
-endforeach()
+build_project(${sources}/host ${scratch}/host ${moved})
+build_project(${sources}/plugin ${scratch}/plugin ${moved})
+expect_exports(${scratch}/plugin/lib_wn_packagePlugin.so.5.1.3 "getAPIversion;initLibraryBB")
 
 file(WRITE ${scratch}/VRLConfig.ini
     "sodlldir_clear\n"
@@ -78,9 +51,26 @@ file(WRITE ${scratch}/VRLConfig.ini
     "sodllpostfix_linux = .so.\${version}\n"
     "sodllfile = packagePlugin\n")
 run(${scratch}/host/package_host ${scratch}/VRLConfig.ini)
-expect_equal("output of the host" "${output}" "=== packageWaveguide ===
-  length= 200
-ports: in0 out0
-The value \"200\" is out of range for Double. Accepted range is [1,100]
-variable 'width' not found
-")
+expect_equal("output of the host" "${output}" "  packageWaveguide\n${story}")
+
+# A symbol that would only be missed when a host loads the plug-in is refused when it is linked.
+file(WRITE ${scratch}/unresolved/CMakeLists.txt
+    "cmake_minimum_required(VERSION 3.25)\n"
+    "project(unresolved LANGUAGES CXX)\n"
+    "find_package(vrllib 2.1 REQUIRED)\n"
+    "vrl_add_plugin(\${name} unresolved.cpp VERSION 7)\n")
+file(WRITE ${scratch}/unresolved/unresolved.cpp "int absent();\nint present() { return absent(); }\n")
+configure_project(${scratch}/unresolved ${scratch}/unresolved/build ${moved} -D name=unresolved)
+execute_process(COMMAND ${CMAKE_COMMAND} --build ${scratch}/unresolved/build --config ${config}
+    RESULT_VARIABLE result OUTPUT_VARIABLE out ERROR_VARIABLE out)
+if(result EQUAL 0 OR NOT out MATCHES "absent" OR EXISTS ${scratch}/unresolved/build/lib_wn_unresolved.so.7)
+    message(FATAL_ERROR "an undefined symbol is not refused (${result}):\n${out}")
+endif()
+
+# So is a name that cannot be part of a file name.
+execute_process(COMMAND ${CMAKE_COMMAND} -D name=a/b ${scratch}/unresolved/build
+    RESULT_VARIABLE result OUTPUT_QUIET ERROR_VARIABLE out)
+string(REGEX REPLACE "[ \n]+" " " out "${out}")
+if(result EQUAL 0 OR NOT out MATCHES "vrl_add_plugin: \"a/b\" cannot be part of a file name. Use letters")
+    message(FATAL_ERROR "a wrong name is not refused (${result}):\n${out}")
+endif()

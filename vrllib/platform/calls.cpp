@@ -3,7 +3,7 @@
 namespace Vorlane_v1_0::platform {
 
 ReplaceableCalls& calls() {
-    static ReplaceableCalls table{&showMessageBox, &loadLibrary, &findSymbol};
+    static ReplaceableCalls table{&showMessageBox, &loadLibrary, &findSymbol, &configFilePlaces};
     return table;
 }
 

@@ -73,11 +73,14 @@ extern char const kSeparator;
 extern char const* const kLibraryFolderKey;
 extern char const* const kLibraryPostfixKey;
 
-/// The calls that a test replaces: to press either button, and to fail in ways that this system does not.
+/// The calls that a test replaces, to press either button and to fail in ways that this system does not, and that a
+/// host watches, to tell what became of each plug-in. The last one is there to be asked, by a host that tells where its
+/// configuration was looked for; the search itself does not go through it.
 struct ReplaceableCalls {
     Button (*showMessageBox)(char const* text, char const* caption);
     void* (*loadLibrary)(char const* path, SystemError& error);
     void* (*findSymbol)(void* module, char const* name, SystemError& error);
+    std::vector<std::string> (*configFilePlaces)();
 };
 
 /// The calls in use; they start as those above.

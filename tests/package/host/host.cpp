@@ -4,13 +4,15 @@
 
 #include "vrllib/vrllib.h"
 
-// Starts the library on the configuration file that it is given, and works on a block of the plug-in named there.
+// Starts the library on the configuration file that it is given, and prints the kinds of block that
+// the plug-ins named there bring, and works on one.
 
 int main(int argc, char** argv) {
     if (argc != 2) return 2;
     vrlConfigFile(argv[1]);
     needsLibaryVersion(2, 1, 11);
     vrlInit_vrllib(false, true);
+    printFactory<vrl::BB>(std::cout);
 
     vrl::BB* const block = vrl::BB::create(nullptr, "packageWaveguide");
     if (!block) {

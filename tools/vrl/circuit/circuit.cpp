@@ -14,20 +14,6 @@ std::vector<Pin> declaredPins(vrl::BB const& block) {
     return pins;
 }
 
-Element elementOf(std::string const& name, unsigned number, vrl::BB* block, int depth) {
-    Element element;
-    element.name = name;
-    element.number = number;
-    element.block = block;
-    if (!block) return element;
-    element.kind = block->getName();
-    element.foundry = block->getFoundryName();
-    element.pins = declaredPins(*block);
-    auto* const composite = depth == 0 ? nullptr : dynamic_cast<vrl::CBB*>(block);
-    if (composite) element.inside = std::make_unique<Circuit>(circuitFrom(*composite->getAsNetlist(), depth - 1));
-    return element;
-}
-
 vrl::BB* blockOf(vrl::Netlist& netlist, unsigned number) {
     auto const found = netlist.findElement(number);
     return found == netlist.endElements() ? nullptr : found->second.get();
@@ -37,8 +23,9 @@ void addElements(Circuit& circuit, vrl::Netlist& netlist, int depth) {
     std::set<unsigned> named;
     for (auto name = netlist.beginElementName(); name != netlist.endElementName(); ++name) {
         if (name->first.empty()) continue;  // only a damaged file has one: it counts as nameless
-        circuit.elements.push_back(elementOf(name->first, name->second, blockOf(netlist, name->second), depth));
-        named.insert(name->second);
+        bool const first = named.insert(name->second).second;
+        vrl::BB* const block = blockOf(netlist, name->second);
+        circuit.elements.push_back(elementOf(name->first, name->second, block, first ? depth : 0));
     }
     for (auto entry = netlist.beginElements(); entry != netlist.endElements(); ++entry)
         if (named.count(entry->first) == 0)
@@ -82,6 +69,20 @@ std::size_t Circuit::find(std::string const& name) const {
 std::string Circuit::endText(End const& end) const {
     Element const& element = elements[end.element];
     return element.label() + "," + element.pins[end.pin].name;
+}
+
+Element elementOf(std::string const& name, unsigned number, vrl::BB* block, int depth) {
+    Element element;
+    element.name = name;
+    element.number = number;
+    element.block = block;
+    if (!block) return element;
+    element.kind = block->getName();
+    element.foundry = block->getFoundryName();
+    element.pins = declaredPins(*block);
+    auto* const composite = depth == 0 ? nullptr : dynamic_cast<vrl::CBB*>(block);
+    if (composite) element.inside = std::make_unique<Circuit>(circuitFrom(*composite->getAsNetlist(), depth - 1));
+    return element;
 }
 
 Circuit circuitFrom(vrl::Netlist& netlist, int depth) {

@@ -57,7 +57,11 @@ struct Circuit {
     std::string endText(End const& end) const;
 };
 
-/// The picture of a netlist; composites have their insides, down to `depth` levels (0: none, negative: all).
+/// The picture of one block, as an element with nothing tied.
+Element elementOf(std::string const& name, unsigned number, vrl::BB* block, int depth = -1);
+
+/// The picture of a netlist; composites have their insides, down to `depth` levels (0: none, negative: all). Where two
+/// names lead to one composite, its inside stands under the first.
 Circuit circuitFrom(vrl::Netlist& netlist, int depth = -1);
 
 }  // namespace vrltool

@@ -8,9 +8,31 @@ namespace vrltool {
 
 namespace {
 
+Json notesJson(vrl::Annotations const& notes) {
+    Json json = Json::object();
+    for (auto note = notes.beginAnnotation(); note != notes.endAnnotation(); ++note) json[note->first] = note->second;
+    return json;
+}
+
+/// The notes of a parameter but for the reserved ones, which are its name, description and unit.
+Json ownNotesJson(vrl::Annotations const& notes) {
+    Json json = notesJson(notes);
+    for (char const* const reserved : {"vrl::attrName", "vrl::attrDescr", "vrl::attrUnitName"}) json.erase(reserved);
+    return json;
+}
+
+Json wholeParameterJson(Parameter const& parameter) {
+    Json json = parameterJson(parameter);
+    auto const* const calculated = dynamic_cast<vrl::AttributeWithExpr const*>(parameter.attribute);
+    if (calculated && calculated->isCalculated()) json["calculated"] = true;
+    Json const notes = ownNotesJson(*parameter.attribute);
+    if (!notes.empty()) json["notes"] = notes;
+    return json;
+}
+
 Json parametersJson(vrl::Attributes& list) {
     Json json = Json::array();
-    for (Parameter const& parameter : parametersOf(list)) json.push_back(parameterJson(parameter));
+    for (Parameter const& parameter : parametersOf(list)) json.push_back(wholeParameterJson(parameter));
     return json;
 }
 
@@ -49,6 +71,8 @@ Json blockJson(Element const& element) {
 Json elementJson(Element const& element) {
     Json json{{"name", element.name.empty() ? Json(nullptr) : Json(element.name)}, {"number", element.number}};
     json.update(blockJson(element));
+    if (element.block && element.block->beginAnnotation() != element.block->endAnnotation())
+        json["notes"] = notesJson(*element.block);
     return json;
 }
 
@@ -63,6 +87,7 @@ Json circuitJson(Circuit const& circuit) {
     json["inputs"] = circuit.inputs;
     json["outputs"] = circuit.outputs;
     json["dc"] = circuit.dc;
+    for (auto const& tie : circuit.strayTies) json["strayTies"].push_back(tie.first + "," + tie.second);
     return json;
 }
 
@@ -86,12 +111,6 @@ Json missingJson(std::vector<MissingKind> const& missing) {
     return json;
 }
 
-Json notesJson(vrl::Annotations const& notes) {
-    Json json = Json::object();
-    for (auto note = notes.beginAnnotation(); note != notes.endAnnotation(); ++note) json[note->first] = note->second;
-    return json;
-}
-
 }  // namespace
 
 Json designJson(Design const& design) {
@@ -104,7 +123,7 @@ Json designJson(Design const& design) {
         json["parameters"] = parametersJson(*design.netlist);
         json["circuit"] = circuitJson(circuitFrom(*design.netlist));
     } else if (design.parameter) {
-        json["parameter"] = parameterJson(parameterOf(*design.parameter));
+        json["parameter"] = wholeParameterJson(parameterOf(*design.parameter));
     } else if (design.list) {
         json["parameters"] = parametersJson(*design.list);
     } else if (design.choice) {
@@ -112,7 +131,7 @@ Json designJson(Design const& design) {
     } else if (design.port) {
         json["port"] = Json{{"choice", choiceJson(design.port->getCS())}};
     }
-    if (design.notes) json["notes"] = notesJson(*design.notes);
+    if (design.notes && !design.parameter) json["notes"] = notesJson(*design.notes);
     return json;
 }
 

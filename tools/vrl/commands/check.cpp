@@ -1,7 +1,80 @@
+#include <CLI/CLI.hpp>
+#include <iostream>
+#include <memory>
+#include <nlohmann/json.hpp>
+
+#include "check/report.h"
+#include "cli/grammar.h"
 #include "commands/commands.h"
+#include "host/start.h"
 
 namespace vrltool {
 
-void addCheck(Grammar&) {}
+namespace {
+
+struct Options {
+    std::vector<std::string> files;
+    RuleOptions rules;
+};
+
+void tellTroubles(FileReport const& file) {
+    std::cerr << file.missing;
+    if (file.failure.empty()) return;
+    std::cerr << "vrl: " << file.failure << '\n';
+    if (!file.cure.empty()) std::cerr << "  " << file.cure << '\n';
+}
+
+Outcome outcomeOf(std::vector<FileReport> const& files) {
+    Outcome outcome = Outcome::kFine;
+    for (FileReport const& file : files) {
+        if (!file.failure.empty()) return Outcome::kFailed;
+        if (file.count(Severity::kError) + file.count(Severity::kWarning) > 0) outcome = Outcome::kFindings;
+    }
+    return outcome;
+}
+
+Outcome check(Options const& options, Common const& common) {
+    auto const rules = chooseRules(options.rules);
+    startLibrary(common.config);
+    std::vector<FileReport> files;
+    for (std::string const& path : options.files) {
+        files.push_back(checkFile(path, rules));
+        tellTroubles(files.back());
+    }
+    if (common.json)
+        writeJson(std::cout, checkJson(files, rules));
+    else
+        writeCheckReport(std::cout, files, rules);
+    return outcomeOf(files);
+}
+
+/// An option that takes one word each time, and may come several times.
+void addRepeated(CLI::App& command, std::string const& name, std::vector<std::string>& words, std::string const& text,
+                 std::string const& type) {
+    command.add_option(name, words, text)->type_name(type)->allow_extra_args(false)->delimiter(',');
+}
+
+}  // namespace
+
+void addCheck(Grammar& grammar) {
+    auto const options = std::make_shared<Options>();
+    CLI::App& command =
+        grammar.add("check", "checks saved designs; status 1 if there is an error or a warning",
+                    "  vrl check modulator.vrl                             # all rules\n"
+                    "  vrl check --severity open-port=note *.vrl           # open ports are no fault here\n"
+                    "  vrl check --only value-out-of-range modulator.vrl   # one rule\n"
+                    "  vrl explain                                         # what the rules are\n"
+                    "Status 0: nothing, or notes only. 1: a finding of severity error or warning.\n"
+                    "2: a file could not be checked; the others are.",
+                    [options](Common const& common) { return check(*options, common); });
+    command.add_option("files", options->files, "the saved designs")->required()->type_name("FILE");
+    addRepeated(command, "--severity", options->rules.severities,
+                "sets the severity of a rule: error, warning, note or off; repeatable, or a list with commas",
+                "RULE=LEVEL");
+    addRepeated(command, "--only", options->rules.only,
+                "runs this rule and no others; repeatable, or a list with commas", "RULE");
+    addRepeated(command, "--skip", options->rules.skip, "leaves this rule out; repeatable, or a list with commas",
+                "RULE");
+}
 
 }  // namespace vrltool

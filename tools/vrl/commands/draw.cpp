@@ -1,7 +1,102 @@
+#include <CLI/CLI.hpp>
+#include <filesystem>
+#include <iostream>
+#include <memory>
+
+#include "circuit/circuit.h"
+#include "cli/grammar.h"
 #include "commands/commands.h"
+#include "draw/graph.h"
+#include "draw/render.h"
+#include "host/design.h"
+#include "host/start.h"
+#include "text/failure.h"
 
 namespace vrltool {
 
-void addDraw(Grammar&) {}
+namespace {
+
+struct Options {
+    std::string file;
+    std::string output;
+    std::string format;
+    unsigned depth = 0;
+    bool noLegend = false;
+    Picture picture;
+};
+
+/// The format that is asked for by name, or by the ending of the file.
+PictureFormat formatOf(Options const& options) {
+    bool const toStandardOutput = options.output.empty() || options.output == "-";
+    if (!options.format.empty()) {
+        if (auto const named = pictureFormat(options.format)) return *named;
+        throw Failure("--format " + options.format, "no such format", std::string("take ") + pictureFormats());
+    }
+    if (options.output.empty())
+        throw Failure(options.file, "nothing says where the picture goes",
+                      "name a file with '-o FILE.svg', or a format for standard output with '--format svg'");
+    if (toStandardOutput) return PictureFormat::kSvg;
+    std::string const ending = std::filesystem::path(options.output).extension().string();
+    if (auto const named = pictureFormat(ending.empty() ? ending : ending.substr(1))) return *named;
+    throw Failure(options.output,
+                  ending.empty() ? "has no ending that tells its format" : "no format ends in '" + ending + "'",
+                  std::string("end it in ") + pictureFormats() + ", or name one of them with --format");
+}
+
+void refuseToReplaceDesign(Options const& options) {
+    std::error_code ignored;
+    if (std::filesystem::equivalent(options.file, options.output, ignored))
+        throw Failure(options.output, "is the design itself, which the picture would replace",
+                      "give the picture a name of its own");
+}
+
+Outcome draw(Options const& options, Common const& common) {
+    PictureFormat const format = formatOf(options);
+    refuseToReplaceDesign(options);
+    startLibrary(common.config);
+    Design const design = readDesign(options.file);
+    std::cerr << missingText(design);
+    Circuit const circuit = circuitFrom(circuitOf(design), static_cast<int>(options.depth));
+    Picture picture = options.picture;
+    picture.legend = !options.noLegend;
+    Selection const selection = selectionOf(circuit, picture);
+    std::string const bytes = render(dotText(circuit, picture, selection), format);
+    for (std::string const& note : selection.notes) std::cerr << "vrl: " << options.file << ": " << note << '\n';
+    if (options.output.empty() || options.output == "-")
+        std::cout << bytes;
+    else
+        saveFile(options.output, bytes);
+    return Outcome::kFine;
+}
+
+}  // namespace
+
+void addDraw(Grammar& grammar) {
+    auto const options = std::make_shared<Options>();
+    CLI::App& command =
+        grammar.addTextOnly("draw", "draws a picture of a circuit",
+                            "  vrl draw modulator.vrl -o modulator.svg            # blocks and wires\n"
+                            "  vrl draw modulator.vrl -o modulator.pdf --depth 1  # and inside composites\n"
+                            "  vrl draw chip.vrl -o mod.png --around mod --hops 2 # one neighbourhood\n"
+                            "  vrl draw chip.vrl --format dot                     # the text for Graphviz",
+                            [options](Common const& common) { return draw(*options, common); });
+    command.add_option("file", options->file, "the saved design")->required()->type_name("FILE");
+    command.add_option("-o,--output", options->output, "the picture: .svg, .dot, .pdf or .png; '-': standard output")
+        ->type_name("FILE");
+    command.add_option("--format", options->format, "svg, dot, pdf or png, whatever the ending")->type_name("NAME");
+    command.add_option("--depth", options->depth, "how many layers of composites are drawn as frames; 0: none")
+        ->type_name("N")
+        ->check(CLI::Range(0, 1000));
+    CLI::Option* const around =
+        command.add_option("--around", options->picture.around, "only this element and its neighbourhood")
+            ->type_name("ELEMENT");
+    command.add_option("--hops", options->picture.hops, "how many connections that reaches; 1 otherwise")
+        ->type_name("N")
+        ->needs(around);
+    command.add_option("--max", options->picture.max, "the most elements, 200 otherwise; 0: no limit")->type_name("N");
+    command.add_flag("--parameters", options->picture.parameters, "the values of the parameters in each block");
+    command.add_option("--title", options->picture.title, "a title below the picture")->type_name("TEXT");
+    command.add_flag("--no-legend", options->noLegend, "no legend below it");
+}
 
 }  // namespace vrltool

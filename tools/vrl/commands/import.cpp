@@ -1,7 +1,115 @@
+#include <CLI/CLI.hpp>
+#include <iostream>
+#include <memory>
+#include <nlohmann/json.hpp>
+
+#include "cli/grammar.h"
 #include "commands/commands.h"
+#include "exchange/map_template.h"
+#include "exchange/reader.h"
+#include "exchange/to_netlist.h"
+#include "host/design.h"
+#include "host/start.h"
+#include "text/json.h"
+#include "text/table.h"
 
 namespace vrltool {
 
-void addImport(Grammar&) {}
+namespace {
+
+struct Options {
+    std::string netlist;
+    std::string output;
+    std::string map;
+    bool partial = false;
+    bool mapTemplate = false;
+};
+
+Outcome writeTemplate(Options const& options, Document const& document, Findings const& findings) {
+    std::string const text = mapTemplate(document);
+    findings.write(std::cerr);
+    if (options.output.empty())
+        std::cout << text;
+    else
+        saveFile(options.output, text);
+    return findings.outcome();
+}
+
+Json reportJson(Options const& options, Document const& document, Imported const& imported, Findings const& findings,
+                bool written) {
+    Json json = jsonHead("import", 1);
+    json["file"] = options.netlist;
+    json["map"] = options.map.empty() ? Json(nullptr) : Json(options.map);
+    json["output"] = written ? Json(options.output) : Json(nullptr);
+    json["name"] = document.name.empty() ? Json(nullptr) : Json(document.name);
+    json["counts"] = Json{{"instances", document.instances.size()},
+                          {"elements", imported.elements},
+                          {"nets", imported.nets},
+                          {"ports", imported.ports},
+                          {"settings", imported.settings},
+                          {"parameters", imported.parameters},
+                          {"leftOut", imported.leftOut}};
+    json["findings"] = findings.json();
+    return json;
+}
+
+void writeReport(Options const& options, Imported const& imported, Findings const& findings, bool written) {
+    findings.write(std::cout);
+    std::cout << options.netlist << ": " << counted(imported.elements, "element") << ", "
+              << counted(imported.nets, "net") << ", " << counted(imported.ports, "outer port") << ", "
+              << counted(imported.settings, "setting") << " (" << imported.parameters << " to parameters)";
+    if (imported.leftOut > 0) std::cout << "; " << imported.leftOut << " left out";
+    std::cout << '\n';
+    if (written)
+        std::cout << options.output << ": written\n";
+    else if (!options.output.empty())
+        std::cout << options.output << ": not written, for " << counted(findings.count(Severity::kError), "error")
+                  << "; --partial imports the rest\n";
+}
+
+Outcome importNetlist(Options const& options, Common const& common) {
+    startLibrary(common.config);
+    Findings findings;
+    Document const document = documentFrom(readTree(options.netlist), options.netlist, findings);
+    if (options.mapTemplate) return writeTemplate(options, document, findings);
+    NameMap const map = options.map.empty() ? NameMap() : readNameMap(options.map);
+    resetUniqueIDs();
+    Workshop workshop;
+    Imported const imported = [&] {
+        QuietOutput const quiet;
+        return netlistFrom(document, map, workshop, findings);
+    }();
+    bool const good = options.partial || findings.count(Severity::kError) == 0;
+    bool const written = good && !options.output.empty();
+    if (written) saveDesign(*imported.netlist, options.output);
+    if (common.json)
+        writeJson(std::cout, reportJson(options, document, imported, findings, written));
+    else
+        writeReport(options, imported, findings, written);
+    return findings.outcome();
+}
+
+}  // namespace
+
+void addImport(Grammar& grammar) {
+    auto const options = std::make_shared<Options>();
+    CLI::App& command =
+        grammar.add("import", "makes a design of a netlist in JSON or YAML",
+                    "  vrl import --map-template mzi.yml -o map.yml  # a map to begin with\n"
+                    "  vrl import mzi.yml --map map.yml              # only tells what there is to tell\n"
+                    "  vrl import mzi.yml --map map.yml -o mzi.vrl   # writes the design",
+                    [options](Common const& common) { return importNetlist(*options, common); });
+    command.add_option("netlist", options->netlist, "the netlist: instances, connections or nets, ports")
+        ->required()
+        ->type_name("FILE");
+    command.add_option("-o,--output", options->output, "the design to write; without it nothing is written")
+        ->type_name("FILE");
+    auto* const map =
+        command.add_option("--map", options->map, "from the names in the netlist to ours, in JSON or YAML")
+            ->type_name("FILE");
+    command.add_flag("--partial", options->partial, "import what can be, and leave out the rest");
+    command.add_flag("--map-template", options->mapTemplate, "write a map to begin with instead of a design")
+        ->excludes(map);
+}
 
 }  // namespace vrltool

@@ -1,7 +1,55 @@
+#include <CLI/CLI.hpp>
+#include <iostream>
+#include <memory>
+
+#include "cli/grammar.h"
 #include "commands/commands.h"
+#include "starter/starter.h"
+#include "text/table.h"
 
 namespace vrltool {
 
-void addNewPlugin(Grammar&) {}
+namespace {
+
+struct Options {
+    std::string name;
+    std::string folder;
+};
+
+/// A path as a shell reads it back.
+std::string quoted(std::string const& path) {
+    bool const plain =
+        path.find_first_not_of("abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_./=,:+@%-") ==
+        std::string::npos;
+    if (plain) return path;
+    std::string text = "'";
+    for (char const c : path) text += c == '\'' ? std::string("'\\''") : std::string(1, c);
+    return text + "'";
+}
+
+Outcome newPlugin(Options const& options) {
+    auto const written = startPlugin(options.name, options.folder);
+    std::cout << "wrote into " << printable(options.folder) << ":\n";
+    for (std::string const& file : written) std::cout << "  " << file << '\n';
+    std::cout << "\nBuild it and run its tests:\n\n  cd " << printable(quoted(options.folder))
+              << " && cmake --workflow --preset default\n";
+    return Outcome::kFine;
+}
+
+}  // namespace
+
+void addNewPlugin(Grammar& grammar) {
+    auto const options = std::make_shared<Options>();
+    CLI::App& command = grammar.addTextOnly(
+        "new-plugin", "starts a plug-in project that builds with one command",
+        "  vrl new-plugin myFab my-fab   # a foundry, a block, a view and a test in the new folder my-fab",
+        [options](Common const&) { return newPlugin(*options); });
+    command.add_option("name", options->name, "letters, digits and underscores, a letter first")
+        ->required()
+        ->type_name("NAME");
+    command.add_option("folder", options->folder, "a folder that is empty or not there yet")
+        ->required()
+        ->type_name("DIR");
+}
 
 }  // namespace vrltool

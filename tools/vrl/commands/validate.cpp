@@ -1,7 +1,103 @@
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <fstream>
+#include <iostream>
+#include <memory>
+#include <nlohmann/json.hpp>
+
+#include "cli/grammar.h"
 #include "commands/commands.h"
+#include "validate/child.h"
+#include "validate/conformance.h"
 
 namespace vrltool {
 
-void addValidate(Grammar&) {}
+namespace {
+
+struct Options {
+    Plan plan;
+    std::vector<std::string> only;
+    std::vector<std::string> skip;
+    bool list = false;
+};
+
+Outcome listChecks(Common const& common) {
+    if (common.json)
+        writeJson(std::cout, checksJson());
+    else
+        writeChecks(std::cout);
+    return Outcome::kFine;
+}
+
+std::vector<Check const*> checksOf(std::vector<std::string> const& ids) {
+    std::vector<Check const*> checks;
+    for (std::string const& id : ids) checks.push_back(&findCheck(id));
+    return checks;
+}
+
+bool holds(std::vector<Check const*> const& checks, Check const& check) {
+    return std::find(checks.begin(), checks.end(), &check) != checks.end();
+}
+
+std::vector<Check const*> chosenChecks(Options const& options) {
+    auto const only = checksOf(options.only);
+    auto const skip = checksOf(options.skip);
+    std::vector<Check const*> chosen;
+    for (Check const& check : allChecks())
+        if ((only.empty() || holds(only, check)) && !holds(skip, check)) chosen.push_back(&check);
+    if (chosen.empty()) throw Failure("--only and --skip", "leave no check to run");
+    return chosen;
+}
+
+void checkConfig(std::string const& config) {
+    if (!config.empty() && !std::ifstream(config))
+        throw Failure(config, "cannot read this configuration file",
+                      "give a readable file with --config FILE, or none");
+}
+
+Outcome validate(Options const& options, Common const& common) {
+    if (options.list) return listChecks(common);
+    if (options.plan.plugins.empty())
+        throw Failure("no plug-in given", "there is nothing to check", "vrl validate PLUGIN..., or --list");
+    checkConfig(common.config);
+    Plan plan = options.plan;
+    plan.config = common.config;
+    plan.checks = chosenChecks(options);
+    auto const all = checkPlugins(plan);
+    if (common.json)
+        writeJson(std::cout, conformanceJson(all));
+    else
+        writeConformance(std::cout, all);
+    bool const failed = std::any_of(all.begin(), all.end(), [](Conformance const& one) { return one.failed(); });
+    return failed ? Outcome::kFindings : Outcome::kFine;
+}
+
+}  // namespace
+
+void addValidate(Grammar& grammar) {
+    auto const options = std::make_shared<Options>();
+    CLI::App& command = grammar.add(
+        "validate", "checks that plug-ins behave as hosts expect",
+        "  vrl validate lib_wn_myFab.so.5.1.3             # every check\n"
+        "  vrl validate a.so b.so                         # also how they get on with each other\n"
+        "  vrl validate --only loads --json my.so         # one check, for programs\n"
+        "  vrl validate --list                            # all checks\n"
+        "Each check runs in a process of its own. The exit status is 1 if a check of severity error fails.\n"
+        "With --config, how a plug-in gets on with the libraries of that configuration is checked, too.",
+        [options](Common const& common) { return validate(*options, common); });
+    command.add_option("plugins", options->plan.plugins, "the plug-ins")->type_name("FILE");
+    command.add_option("--only", options->only, "run this check; several times for several")
+        ->type_name("CHECK")
+        ->allow_extra_args(false);
+    command.add_option("--skip", options->skip, "leave this check out; several times for several")
+        ->type_name("CHECK")
+        ->allow_extra_args(false);
+    command.add_option("--seconds", options->plan.seconds, "the time that each check may take")
+        ->type_name("N")
+        ->check(CLI::Range(1, 3600))
+        ->capture_default_str();
+    command.add_flag("--list", options->list, "list all checks with their severity");
+    grammar.addHidden("validate-check", "does one check of one plug-in", [](Common const&) { return runJob(); });
+}
 
 }  // namespace vrltool

@@ -1,5 +1,6 @@
 #include "host/design.h"
 
+#include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <sstream>
@@ -65,7 +66,9 @@ std::set<std::string> memberIds(std::istream& file) {
     vrl::BinaryStreamDeSerialiser reader(file);
     std::set<std::string> ids;
     unsigned count = 0;
-    reader.beginCompAttribute(nullptr, nullptr, nullptr);
+    std::string type;
+    int version = 0;
+    reader.beginCompAttribute(&type, &version, nullptr);
     reader.readNumberAttributes(count);
     std::string id;
     while (count-- > 0 && reader.readSerialisationId(id)) {
@@ -126,11 +129,20 @@ bool read(Design& design, vrl::DeSerialiserBase& reader) {
     return design.choice ? design.choice->read(&reader) : design.port->read(&reader);
 }
 
+/// A pipe would keep its reader waiting, and a device may never end.
+void needRegularFile(std::string const& path) {
+    std::error_code error;
+    auto const status = std::filesystem::status(path, error);
+    if (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status))
+        throw Failure(path, "is not a regular file", "give the path of a saved design");
+}
+
 std::ifstream openDesign(std::string const& path) {
+    needRegularFile(path);
     std::ifstream file(path, std::ios::binary);
     if (!file) throw Failure(path, "cannot be opened", "give the path of a saved design");
     if (file.peek() == std::ifstream::traits_type::eof())
-        throw Failure(path, file.bad() ? "is not a regular file" : "is empty", "give the path of a saved design");
+        throw Failure(path, file.bad() ? "cannot be read" : "is empty", "give the path of a saved design");
     return file;
 }
 
@@ -142,7 +154,7 @@ std::ifstream openDesign(std::string const& path) {
 [[noreturn]] void failDamaged(std::string const& path, std::istream& file, std::string const& where) {
     bool const ended = file.eof();
     file.clear();
-    std::string const place = where.empty() ? "" : " in " + where;
+    std::string const place = where.empty() ? "" : " in " + printable(where);
     if (ended) throw Failure(path, "ends too early" + place, "the file was cut short: take a whole copy");
     throw Failure(path, "cannot be read: damaged near byte " + std::to_string(file.tellg()) + place,
                   "it may be damaged, or written by another version of a plug-in; 'vrl plugins' shows what is loaded");
@@ -152,6 +164,23 @@ std::size_t bytesLeft(std::istream& file) {
     auto const here = file.tellg();
     file.seekg(0, std::ios::end);
     return static_cast<std::size_t>(file.tellg() - here);
+}
+
+/// What stands in for a block of a missing kind is a composite, whatever the block was; it is shown as one only if it
+/// has an inside.
+void printBlock(std::ostream& os, vrl::BB const& block, vrl::Netlist const* inside) {
+    block.vrl::BB::operator<<(os);
+    if (inside && (!isStandIn(block) || inside->beginElements() != inside->endElements()))
+        inside->vrl::Netlist::operator<<(os);
+}
+
+void printNotes(std::ostream& os, vrl::Annotations const& notes) {
+    for (auto note = notes.beginAnnotation(); note != notes.endAnnotation(); ++note)
+        os << note->first << " = " << note->second << '\n';
+}
+
+void printChoice(std::ostream& os, vrl::Foundry::CSInfo const& choice) {
+    os << "cross section: " << choice.getCSName() << "\nprocess flow: " << choice.getFlowName() << '\n';
 }
 
 char const* word(What what) {
@@ -179,23 +208,22 @@ void writeFailedLibraries(std::ostream& os) {
 
 }  // namespace
 
+// Notes and choices have no printed form in the library, and a saved port has no name.
 void Design::print(std::ostream& os) const {
     if (netlist && !block)
         netlist->operator<<(os);
-    else if (block && netlist)
-        block->vrl::BB::operator<<(os), netlist->vrl::Netlist::operator<<(os);
     else if (block)
-        block->operator<<(os);
+        printBlock(os, *block, netlist);
     else if (parameter)
         parameter->operator<<(os) << '\n';
     else if (list)
         list->operator<<(os);
     else if (notes)
-        notes->operator<<(os);
+        printNotes(os, *notes);
     else if (choice)
-        os << choice->getCSName() << ' ' << choice->getFlowName() << '\n';
+        printChoice(os, *choice);
     else if (port)
-        port->operator<<(os) << '\n';
+        printChoice(os, port->getCS());
 }
 
 bool Design::write(vrl::SerialiserBase& serialiser) const {

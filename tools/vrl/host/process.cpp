@@ -5,6 +5,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <chrono>
@@ -83,16 +84,21 @@ void feed(Descriptor& end, std::string const& text, std::size_t& done) {
 }
 
 /// Talks with the program until it has closed its ends. False if the time was over first.
-bool talk(Pipes& pipes, std::string const& input, Ended& ended, Clock::time_point deadline) {
+bool talk(Pipes& pipes, Program const& program, Ended& ended, Clock::time_point deadline) {
+    constexpr long long kLongestWait = 200;  // milliseconds between two looks at the clock
+    std::string const& input = program.input;
     std::size_t done = 0;
     fcntl(pipes.in.to.get(), F_SETFL, O_NONBLOCK);
     if (input.empty()) pipes.in.to.reset();
     while (pipes.out.from.get() >= 0 || pipes.err.from.get() >= 0) {
         auto const left = std::chrono::duration_cast<std::chrono::milliseconds>(deadline - Clock::now()).count();
         if (left <= 0) return false;
+        if (program.waiting) program.waiting(program.seconds - static_cast<std::size_t>((left + 999) / 1000));
         std::array<pollfd, 3> polled{
             {{pipes.out.from.get(), POLLIN, 0}, {pipes.err.from.get(), POLLIN, 0}, {pipes.in.to.get(), POLLOUT, 0}}};
-        if (poll(polled.data(), polled.size(), static_cast<int>(left)) < 0 && errno != EINTR) return false;
+        if (poll(polled.data(), polled.size(), static_cast<int>(std::min<long long>(left, kLongestWait))) < 0 &&
+            errno != EINTR)
+            return false;
         if (polled[0].revents) drain(pipes.out.from, ended.out);
         if (polled[1].revents) drain(pipes.err.from, ended.err);
         if (polled[2].revents) feed(pipes.in.to, input, done);
@@ -139,7 +145,7 @@ Ended runProgram(Program const& program) {
         int reason = 0;
         ended.started = read(pipes.started.from.get(), &reason, sizeof reason) == 0;
         int state = 0;
-        ended.timedOut = !talk(pipes, program.input, ended, deadline) || !waitFor(child, state, deadline);
+        ended.timedOut = !talk(pipes, program, ended, deadline) || !waitFor(child, state, deadline);
         kill(-child, SIGKILL);  // what it left running, and itself if its time is over
         if (ended.timedOut) waitpid(child, &state, 0);
         if (WIFSIGNALED(state)) ended.signal = WTERMSIG(state);

@@ -4,10 +4,11 @@
 
 #include <cerrno>
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
+#include <filesystem>
 #include <sstream>
 
+#include "circuit/parameters.h"
 #include "host/design.h"
 #include "text/failure.h"
 #include "text/table.h"
@@ -20,13 +21,18 @@ namespace {
     throw Failure(path, step + ": " + std::strerror(errno), "the file is as it was before");
 }
 
-/// The file that a path leads to: what is replaced is never a link.
-std::string target(std::string const& path) {
-    char* const real = realpath(path.c_str(), nullptr);
-    if (!real) return path;
-    std::string const result = real;
-    std::free(real);
-    return result;
+/// The file that a path leads to, which need not be there: what is replaced is never a link.
+std::filesystem::path target(std::filesystem::path path) {
+    constexpr int kMostLinks = 40;
+    std::error_code error;
+    for (int links = 0; std::filesystem::is_symlink(path, error); ++links) {
+        if (links == kMostLinks) {
+            errno = ELOOP;
+            failSave(path.string(), "cannot be replaced");
+        }
+        path = path.parent_path() / std::filesystem::read_symlink(path, error);
+    }
+    return path;
 }
 
 /// A new file beside another one, removed again unless it was put in its place.
@@ -84,10 +90,19 @@ void refuse(std::string const& path, std::string const& kind) {
                   "load the plug-in that brings it; 'vrl plugins' shows what is loaded");
 }
 
+void refuseParameters(vrl::Attributes& list, std::string const& path) {
+    for (Parameter const& parameter : parametersOf(list))
+        if (losesBySaving(*parameter.attribute)) refuse(path, parameter.name);
+}
+
 void refuseStandIns(vrl::Netlist& netlist, std::string const& path) {
+    if (dynamic_cast<StandInNetlist*>(&netlist) || dynamic_cast<StandInBlock*>(&netlist))
+        refuse(path, netlist.getName());
+    refuseParameters(netlist, path);
     for (auto entry = netlist.beginElements(); entry != netlist.endElements(); ++entry) {
         if (!entry->second) continue;
         if (isStandIn(*entry->second)) refuse(path, entry->second->getName());
+        refuseParameters(*entry->second, path);
         if (auto* const composite = dynamic_cast<vrl::CBB*>(entry->second.get()))
             refuseStandIns(*composite->getAsNetlist(), path);
     }
@@ -108,7 +123,7 @@ void refuseOver(std::string const& path) {
 }  // namespace
 
 void saveFile(std::string const& path, std::string const& bytes) {
-    Replacement file(target(path));
+    Replacement file(target(path).string());
     file.takeMode();
     file.write(bytes);
     file.putInPlace();

@@ -91,6 +91,12 @@ bool isStandIn(vrl::BB const& block) { return dynamic_cast<StandInBlock const*>(
 
 bool isStandIn(vrl::Attribute const& parameter) { return dynamic_cast<UnknownAttribute const*>(&parameter) != nullptr; }
 
+bool losesBySaving(vrl::Attribute const& parameter) {
+    return isStandIn(parameter) || dynamic_cast<FlaggedValue<int> const*>(&parameter) ||
+           dynamic_cast<FlaggedValue<double> const*>(&parameter) ||
+           dynamic_cast<FlaggedValue<std::complex<double>> const*>(&parameter);
+}
+
 StandInReader::StandInReader(std::istream& stream, Progress& counter) : inner(stream), progress(counter) {}
 
 StandInReader::~StandInReader() {

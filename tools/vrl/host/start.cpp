@@ -4,10 +4,12 @@
 #include <unistd.h>
 
 #include <cstdio>
+#include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <sstream>
 
+#include "host/foreign_work.h"
 #include "host/load_watch.h"
 #include "text/failure.h"
 #include "vrllib/vrllib.h"
@@ -17,6 +19,10 @@ namespace vrltool {
 namespace {
 
 void useConfig(std::string const& config) {
+    std::error_code error;
+    auto const status = std::filesystem::status(config, error);
+    if (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status))
+        throw Failure(config, "is not a regular file", "give a configuration file with --config FILE");
     std::ifstream file(config);
     if (!file || file.peek() == std::ifstream::traits_type::eof())
         throw Failure(config, file.eof() ? "the configuration file is empty" : "cannot read this configuration file",
@@ -24,11 +30,16 @@ void useConfig(std::string const& config) {
     vrlConfigFile(config.c_str());
 }
 
-/// The warnings of the configuration; the reports of single libraries are the affair of those who miss a kind.
-void showWarnings(std::string const& messages) {
+/// The warnings of the configuration; the reports of single libraries are the affair of those who miss a kind. One that
+/// ends in the path of the file has no line end of its own.
+void showWarnings(std::string const& messages, std::string const& configFile) {
     std::istringstream lines(messages);
-    for (std::string line; std::getline(lines, line);)
-        if (line.compare(0, 12, "-- warning: ") == 0) std::cerr << "vrl: warning: " << line.substr(12) << '\n';
+    for (std::string line; std::getline(lines, line);) {
+        if (line.compare(0, 12, "-- warning: ") != 0) continue;
+        auto const path = line.find(" one in " + configFile);
+        if (path != std::string::npos) line.resize(path + 8 + configFile.size());
+        std::cerr << "vrl: warning: " << line.substr(12) << '\n';
+    }
 }
 
 }  // namespace
@@ -48,9 +59,22 @@ QuietOutput::~QuietOutput() {
 void startLibrary(std::string const& config) {
     if (!config.empty()) useConfig(config);
     QuietOutput const quiet;
-    watchLoads();
-    vrlInit_vrllib(false, true);
-    showWarnings(vrlGetCoutMsg());
+    if (!watchesLoads()) {
+        watchLoads();
+        tellCrashes();
+    }
+    try {
+        vrlInit_vrllib(false, true);
+        watchedLoads();  // the last of them is over
+    } catch (...) {
+        std::string const text = thrownText();
+        watchedLoads();
+        throw Failure(
+            lastWork(), "the plug-in threw '" + text + "'",
+            "take it out of the configuration until it is mended; 'vrl plugins' and 'vrl validate' tell more");
+    }
+    std::string const messages = vrlGetCoutMsg();
+    showWarnings(messages, vrlConfigFile());
 }
 
 }  // namespace vrltool

@@ -21,6 +21,12 @@ public:
         if ((++count & 255) == 0) show();
     }
 
+    /// The count as it is now, for work that counts by itself.
+    void at(std::size_t now) {
+        count = now;
+        show();
+    }
+
 private:
     void show();
 

@@ -1,0 +1,543 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <nlohmann/json.hpp>
+
+#include "tests/support/files.h"
+#include "tests/tools/catalogue/catalogue.h"
+
+namespace {
+
+using vrl_test::brokenPlugin;
+using vrl_test::homeOf;
+using vrl_test::shown;
+using vrl_test::Tool;
+using vrl_test::writeBrokenConfig;
+using vrl_test::writeBrokenLines;
+
+/// The report of a configuration that names these libraries, without its first line.
+std::string reportOf(Tool const& tool, std::vector<std::string> const& libraries,
+                     std::vector<std::string> const& more = {}) {
+    std::vector<std::string> arguments{"--config", writeBrokenConfig(tool, libraries)};
+    arguments.insert(arguments.end(), more.begin(), more.end());
+    std::string const text = shown(tool, tool.run("plugins", arguments).out);
+    return text.substr(text.find('\n') + 1);
+}
+
+TEST(Plugins, TellsWhatEachConfiguredLibraryBrings) {
+    Tool const tool;
+    auto const report = tool.run("plugins");
+    EXPECT_EQ(shown(tool, report.out),
+              "configuration  HOME/.config/vorlane/VRLConfig.ini\n"
+              "looked for in  in use         HOME/.config/vorlane/VRLConfig.ini\n"
+              "               not looked at  /etc/vorlane/VRLConfig.ini\n"
+              "               not looked at  /usr/local/etc/vorlane/VRLConfig.ini\n"
+              "               not looked at  /opt/vorlane/VRLConfig.ini\n"
+              "\n"
+              "vrlDemoDll, line 4: loaded\n"
+              "  path    SAMPLES/lib_wn_vrlDemoDll.so.5.1.3\n"
+              "  serves  blocks, block views\n"
+              "  brings  blocks: demoDelayLine\n"
+              "          block views: Demo/Notes\n"
+              "\n"
+              "foundrySampleFab, line 5: loaded\n"
+              "  path    SAMPLES/lib_wn_foundrySampleFab.so.5.1.3\n"
+              "  serves  foundries, blocks, block views\n"
+              "  brings  foundries: SampleFab\n"
+              "          blocks: sfBend, sfCombiner, sfCoupler2x2, sfEdgeCoupler, sfGrating, sfPhaseModulator,\n"
+              "              sfPhotodiode, sfPushPullArms, sfSplitter, sfStraight, sfTaper\n"
+              "          block views: SampleFab/Layout\n"
+              "\n"
+              "2 lines name libraries: 2 loaded, 0 failed\n");
+    EXPECT_EQ(report.err, "");
+    EXPECT_EQ(report.status, 0);
+}
+
+TEST(Plugins, GivesTheSameBytesTwice) {
+    Tool const tool;
+    EXPECT_EQ(tool.run("plugins", {"--json"}).out, tool.run("plugins", {"--json"}).out);
+}
+
+TEST(Plugins, SaysWhichFileWasNamed) {
+    Tool const tool;
+    auto const report = tool.run("plugins", {"--config", tool.write("empty.ini", "# nothing\n")});
+    EXPECT_EQ(report.out, "configuration  empty.ini  (named with --config)\n"
+                          "\n"
+                          "no library is configured\n");
+    EXPECT_EQ(report.status, 0);
+}
+
+TEST(Plugins, FailsWithoutTheNamedFile) {
+    Tool const tool;
+    auto const report = tool.run("plugins", {"--config", "gone.ini"});
+    EXPECT_EQ(report.out, "");
+    EXPECT_EQ(report.err, "vrl: gone.ini: cannot read this configuration file\n"
+                          "  give a readable file with --config FILE, or none to use the one that is searched for\n");
+    EXPECT_EQ(report.status, 2);
+}
+
+TEST(Plugins, TellsOfAConfigurationThatCannotBeRead) {
+    Tool const tool;
+    std::string const config = homeOf(tool) + "/.config/vorlane/VRLConfig.ini";
+    std::filesystem::remove(config);
+    std::filesystem::create_directory(config);
+    auto const report = tool.run("plugins");
+    EXPECT_EQ(report.out.substr(0, report.out.find('\n')), "configuration  " + config + "  (cannot be read)");
+    EXPECT_EQ(report.err, "vrl: warning: no dll/so being loaded, config file <" + config + "> can not be read.\n");
+    EXPECT_EQ(report.status, 1);
+}
+
+TEST(Plugins, TellsOfTheConfigurationThatWasWritten) {
+    Tool const tool;
+    std::filesystem::remove(homeOf(tool) + "/.config/vorlane/VRLConfig.ini");
+    auto const report = tool.run("plugins");
+    std::string const out = shown(tool, report.out);
+    EXPECT_EQ(out.substr(0, out.find("\n\n")),
+              "configuration  HOME/.cache/vorlane/VRLConfig.ini  (written, since none was found)\n"
+              "looked for in  not there  HOME/.config/vorlane/VRLConfig.ini\n"
+              "               not there  /etc/vorlane/VRLConfig.ini\n"
+              "               not there  /usr/local/etc/vorlane/VRLConfig.ini\n"
+              "               not there  /opt/vorlane/VRLConfig.ini");
+    EXPECT_EQ(shown(tool, report.err),
+              "vrl: warning: no config file found, writing default one in HOME/.cache/vorlane/VRLConfig.ini\n");
+    EXPECT_EQ(report.status, 1);
+}
+
+TEST(Plugins, NamesTheLibraryThatCrashesInAnEntryPoint) {
+    Tool const tool;
+    auto const report = tool.run("plugins", {"--config", writeBrokenConfig(tool, {"crashesInEntry", "fine"})});
+    EXPECT_EQ(shown(tool, report.out),
+              "configuration  broken.ini  (named with --config)\n"
+              "\n"
+              "crashesInEntry, line 4: not loaded\n"
+              "  path    BROKEN/lib_wn_crashesInEntry.so.5.1.3\n"
+              "  why     ended by signal 11 (Segmentation fault) in initLibraryBB\n"
+              "  cure    take it out of the configuration until it is mended; 'vrl validate' tells more\n"
+              "\n"
+              "fine, line 5: loaded\n"
+              "  path    BROKEN/lib_wn_fine.so.5.1.3\n"
+              "  serves  blocks, netlists, netlist views\n"
+              "  brings  blocks: FineBlock\n"
+              "          netlists: FineNetlist\n"
+              "          netlist views: Fine/View\n"
+              "\n"
+              "2 lines name libraries: 1 loaded, 1 failed\n");
+    EXPECT_EQ(report.err, "about to crash\nfine is loaded\n");
+    EXPECT_EQ(report.status, 1);
+}
+
+TEST(Plugins, NamesTheLibraryThatCrashesWhileItIsMapped) {
+    Tool const tool;
+    EXPECT_EQ(reportOf(tool, {"crashesWhenMapped"}),
+              "\n"
+              "crashesWhenMapped, line 4: not loaded\n"
+              "  path    BROKEN/lib_wn_crashesWhenMapped.so.5.1.3\n"
+              "  why     ended by signal 11 (Segmentation fault) while it was mapped\n"
+              "  cure    take it out of the configuration until it is mended; 'vrl validate' tells more\n"
+              "\n"
+              "1 line names a library: 0 loaded, 1 failed\n");
+}
+
+TEST(Plugins, NamesTheLibraryThatHangs) {
+    Tool const tool;
+    EXPECT_EQ(reportOf(tool, {"hangs"}, {"--seconds", "2"}),
+              "\n"
+              "hangs, line 4: not loaded\n"
+              "  path    BROKEN/lib_wn_hangs.so.5.1.3\n"
+              "  why     did not end within 2 seconds in initLibraryBB\n"
+              "  cure    take it out of the configuration until it is mended; 'vrl validate' tells more\n"
+              "\n"
+              "1 line names a library: 0 loaded, 1 failed\n");
+}
+
+TEST(Plugins, NamesTheLibraryThatThrows) {
+    Tool const tool;
+    EXPECT_EQ(reportOf(tool, {"throws"}),
+              "\n"
+              "throws, line 4: not loaded\n"
+              "  path    BROKEN/lib_wn_throws.so.5.1.3\n"
+              "  why     the plug-in threw 'no netlist today' in initLibraryNetlist\n"
+              "  cure    take it out of the configuration until it is mended; 'vrl validate' tells more\n"
+              "\n"
+              "1 line names a library: 0 loaded, 1 failed\n");
+}
+
+TEST(Plugins, NamesTheLibraryThatEndsTheProgram) {
+    Tool const tool;
+    EXPECT_EQ(reportOf(tool, {"exits"}),
+              "\n"
+              "exits, line 4: not loaded\n"
+              "  path    BROKEN/lib_wn_exits.so.5.1.3\n"
+              "  why     ended with status 7 in initLibraryPostLoad\n"
+              "  cure    take it out of the configuration until it is mended; 'vrl validate' tells more\n"
+              "\n"
+              "1 line names a library: 0 loaded, 1 failed\n");
+}
+
+TEST(Plugins, TellsOfACrashAtTheEndOfTheProcess) {
+    Tool const tool;
+    auto const report = tool.run("plugins", {"--config", writeBrokenConfig(tool, {"crashesAtExit"})});
+    EXPECT_EQ(shown(tool, report.out), "configuration  broken.ini  (named with --config)\n"
+                                       "\n"
+                                       "crashesAtExit, line 4: loaded\n"
+                                       "  path    BROKEN/lib_wn_crashesAtExit.so.5.1.3\n"
+                                       "  serves  foundries\n"
+                                       "  brings  foundries: ExitFoundry\n"
+                                       "\n"
+                                       "1 line names a library: 1 loaded, 0 failed\n");
+    EXPECT_EQ(report.err, "vrl: the plug-ins are loaded, but a program with them does not end well: ended by signal 11 "
+                          "(Segmentation fault)\n");
+    EXPECT_EQ(report.status, 1);
+}
+
+TEST(Plugins, TellsWhoseKeysALibraryTakesOver) {
+    Tool const tool;
+    EXPECT_EQ(reportOf(tool, {"fine", "takesOver"}), "\n"
+                                                     "fine, line 4: loaded\n"
+                                                     "  path    BROKEN/lib_wn_fine.so.5.1.3\n"
+                                                     "  serves  blocks, netlists, netlist views\n"
+                                                     "  brings  blocks: FineBlock\n"
+                                                     "          netlists: FineNetlist\n"
+                                                     "          netlist views: Fine/View\n"
+                                                     "\n"
+                                                     "takesOver, line 5: loaded\n"
+                                                     "  path    BROKEN/lib_wn_takesOver.so.5.1.3\n"
+                                                     "  serves  blocks\n"
+                                                     "  brings  blocks: OtherBlock\n"
+                                                     "  takes   FineBlock (blocks) from fine\n"
+                                                     "\n"
+                                                     "2 lines name libraries: 2 loaded, 0 failed\n");
+}
+
+TEST(Plugins, NamesTheDependencyThatIsMissing) {
+    Tool const tool;
+    EXPECT_EQ(reportOf(tool, {"lacksDependency"}),
+              "\n"
+              "lacksDependency, line 4: not loaded\n"
+              "  path    BROKEN/lib_wn_lacksDependency.so.5.1.3\n"
+              "  why     libcatalogueHelper.so: cannot open shared object file: No such file or directory\n"
+              "  cure    it needs 'libcatalogueHelper.so': install that, or name its folder in LD_LIBRARY_PATH\n"
+              "\n"
+              "1 line names a library: 0 loaded, 1 failed\n");
+}
+
+TEST(Plugins, TellsTheVersionsOfARefusedLibrary) {
+    Tool const tool;
+    EXPECT_EQ(reportOf(tool, {"needsVersion", "oldVersion", "takesOver"}),
+              "\n"
+              "needsVersion, line 4: loaded\n"
+              "  path    BROKEN/lib_wn_needsVersion.so.5.1.3\n"
+              "  serves  foundries\n"
+              "  brings  foundries: NewFoundry\n"
+              "\n"
+              "oldVersion, line 5: not loaded\n"
+              "  path    BROKEN/lib_wn_oldVersion.so.5.1.3\n"
+              "  why     it is of version 2.1.10, and version 2.1.11 of the interface is asked for\n"
+              "  cure    build it anew against that version\n"
+              "\n"
+              "takesOver, line 6: not loaded\n"
+              "  path    BROKEN/lib_wn_takesOver.so.5.1.3\n"
+              "  why     it has no getAPIversion, and version 2.1.11 of the interface is asked for\n"
+              "  cure    have it export getAPIversion, and build it against that version\n"
+              "\n"
+              "3 lines name libraries: 1 loaded, 2 failed\n");
+}
+
+TEST(Plugins, FindsAnEntryPointWithTheWrongLinkage) {
+    Tool const tool;
+    EXPECT_EQ(reportOf(tool, {"mangled"}),
+              "\n"
+              "mangled, line 4: not loaded\n"
+              "  path    BROKEN/lib_wn_mangled.so.5.1.3\n"
+              "  why     it has no entry point of a plug-in\n"
+              "  cure    initLibraryFoundry is there with C++ linkage: declare it with VRL_PLUGIN_EXPORT\n"
+              "\n"
+              "1 line names a library: 0 loaded, 1 failed\n");
+}
+
+TEST(Plugins, TellsWhichEntryPointsAreLookedFor) {
+    Tool const tool;
+    auto const lines = "f = " + std::string(VRL_CATALOGUE_PLUGINS) + "/elsewhere/libcatalogueHelper.so\n";
+    auto const report = tool.run("plugins", {"--config", writeBrokenLines(tool, lines)});
+    EXPECT_EQ(shown(tool, report.out),
+              "configuration  broken.ini  (named with --config)\n"
+              "\n"
+              "BROKEN/elsewhere/libcatalogueHelper.so, line 4: not loaded\n"
+              "  path    BROKEN/elsewhere/libcatalogueHelper.so\n"
+              "  why     it has no entry point of a plug-in\n"
+              "  cure    export at least one of initLibraryAttribute, initLibraryFoundry, initLibraryBB, "
+              "initLibraryNetlist, initLibraryComponentView, initLibraryBBView, initLibraryNetlistView\n"
+              "\n"
+              "1 line names a library: 0 loaded, 1 failed\n");
+    EXPECT_EQ(report.status, 1);
+}
+
+TEST(Plugins, OffersTheCureForFilesThatAreNotThere) {
+    Tool const tool;
+    tool.write("here/lib_wn_near.so.5.1.2", "");
+    tool.write("here/lib_wn_other.so.5.1.3", "");
+    std::filesystem::create_symlink("nowhere", tool.path("here/lib_wn_link.so.5.1.3"));
+    auto const config = tool.write("a.ini", "sodllfile = bare\n"
+                                            "sodlldir_linux = here\n"
+                                            "sodllpostfix_linux = .so.${version}\n"
+                                            "sodllfile = near\n"
+                                            "sodllfile = othr\n"
+                                            "sodllfile = link\n"
+                                            "sodlldir_clear\n"
+                                            "sodlldir_linux = gone ; and a comment\n"
+                                            "sodllfile = far\n");
+    auto const report = tool.run("plugins", {"--config", config});
+    EXPECT_EQ(report.out,
+              "configuration  a.ini  (named with --config)\n"
+              "\n"
+              "bare, line 1: not loaded\n"
+              "  path    bare\n"
+              "  why     cannot open shared object file: No such file or directory\n"
+              "  cure    no sodlldir_linux names a folder for it, so only the system's own folders were searched\n"
+              "\n"
+              "near, line 4: not loaded\n"
+              "  path    here/lib_wn_near.so.5.1.3\n"
+              "  why     cannot open shared object file: No such file or directory\n"
+              "  cure    'lib_wn_near.so.5.1.2' is there: correct sodllpostfix_linux, or the name of the file\n"
+              "\n"
+              "othr, line 5: not loaded\n"
+              "  path    here/lib_wn_othr.so.5.1.3\n"
+              "  why     cannot open shared object file: No such file or directory\n"
+              "  cure    did you mean 'other'?\n"
+              "\n"
+              "link, line 6: not loaded\n"
+              "  path    here/lib_wn_link.so.5.1.3\n"
+              "  why     cannot open shared object file: No such file or directory\n"
+              "  cure    it is a link to a file that is not there\n"
+              "\n"
+              "far, line 9: not loaded\n"
+              "  path    gone/lib_wn_far.so.5.1.3\n"
+              "  why     cannot open shared object file: No such file or directory\n"
+              "  cure    there is no folder 'gone': correct sodlldir_linux\n"
+              "\n"
+              "5 lines name libraries: 0 loaded, 5 failed\n");
+}
+
+TEST(Plugins, OffersTheCureForFilesThatAreNoLibraries) {
+    Tool const tool;
+    tool.write("text.so", "This is the text of a file that is no shared library, and longer than its header.\n");
+    vrl_test::copyPart(brokenPlugin("fine"), tool.path("short.so"), 5000);
+    std::filesystem::create_directory(tool.path("folder.so"));
+    auto const config = tool.write("a.ini", "f = ./text.so\nf = ./short.so\nf = ./folder.so\n");
+    auto const report = tool.run("plugins", {"--config", config});
+    EXPECT_EQ(report.out, "configuration  a.ini  (named with --config)\n"
+                          "\n"
+                          "./text.so, line 1: not loaded\n"
+                          "  path    ./text.so\n"
+                          "  why     invalid ELF header\n"
+                          "  cure    the file is no shared library: build it, or take a whole copy\n"
+                          "\n"
+                          "./short.so, line 2: not loaded\n"
+                          "  path    ./short.so\n"
+                          "  why     file too short\n"
+                          "  cure    the file is empty or was cut short: take a whole copy\n"
+                          "\n"
+                          "./folder.so, line 3: not loaded\n"
+                          "  path    ./folder.so\n"
+                          "  why     cannot read file data: Is a directory\n"
+                          "  cure    give the path of a shared library\n"
+                          "\n"
+                          "3 lines name libraries: 0 loaded, 3 failed\n");
+}
+
+TEST(Plugins, TellsTheLinesOfIncludedFiles) {
+    Tool const tool;
+    tool.write("more.ini", "; a comment\n\nsodllfile = takesOver\n");
+    auto const config = writeBrokenLines(tool, "#include more.ini\n"
+                                               "sodllfile = needsVersion   # with a comment\n");
+    auto const report = tool.run("plugins", {"--config", config});
+    EXPECT_EQ(shown(tool, report.out), "configuration  broken.ini  (named with --config)\n"
+                                       "\n"
+                                       "takesOver, line 3 of more.ini: loaded\n"
+                                       "  path    BROKEN/lib_wn_takesOver.so.5.1.3\n"
+                                       "  serves  blocks\n"
+                                       "  brings  blocks: FineBlock, OtherBlock\n"
+                                       "\n"
+                                       "needsVersion, line 5: loaded\n"
+                                       "  path    BROKEN/lib_wn_needsVersion.so.5.1.3\n"
+                                       "  serves  foundries\n"
+                                       "  brings  foundries: NewFoundry\n"
+                                       "\n"
+                                       "2 lines name libraries: 2 loaded, 0 failed\n");
+    EXPECT_EQ(report.status, 0);
+}
+
+TEST(Plugins, LeavesTheLinesOutThatTheLibraryReadsInAnotherWay) {
+    Tool const tool;
+    tool.write("5.1.3.ini", "sodllfile = takesOver\n");
+    auto const config = writeBrokenLines(tool, "#include ${version}.ini\nsodllfile = needsVersion\n");
+    auto const report = tool.run("plugins", {"--config", config});
+    EXPECT_EQ(shown(tool, report.out), "configuration  broken.ini  (named with --config)\n"
+                                       "\n"
+                                       "takesOver: loaded\n"
+                                       "  path    BROKEN/lib_wn_takesOver.so.5.1.3\n"
+                                       "  serves  blocks\n"
+                                       "  brings  blocks: FineBlock, OtherBlock\n"
+                                       "\n"
+                                       "needsVersion: loaded\n"
+                                       "  path    BROKEN/lib_wn_needsVersion.so.5.1.3\n"
+                                       "  serves  foundries\n"
+                                       "  brings  foundries: NewFoundry\n"
+                                       "\n"
+                                       "2 lines name libraries: 2 loaded, 0 failed\n");
+}
+
+TEST(Plugins, CountsALibraryThatOneOfTwoFoldersHas) {
+    Tool const tool;
+    auto const config = writeBrokenLines(tool, "sodlldir_linux = " + tool.path("none") + "\nsodllfile = takesOver\n");
+    auto const report = tool.run("plugins", {"--config", config});
+    EXPECT_EQ(shown(tool, report.out), "configuration  broken.ini  (named with --config)\n"
+                                       "\n"
+                                       "takesOver, line 5: loaded\n"
+                                       "  path    BROKEN/lib_wn_takesOver.so.5.1.3\n"
+                                       "  serves  blocks\n"
+                                       "  brings  blocks: FineBlock, OtherBlock\n"
+                                       "  path    HERE/none/lib_wn_takesOver.so.5.1.3\n"
+                                       "  why     cannot open shared object file: No such file or directory\n"
+                                       "\n"
+                                       "1 line names a library: 1 loaded, 0 failed\n");
+    EXPECT_EQ(report.status, 0);
+}
+
+TEST(Plugins, TellsTheOtherKindsOfLine) {
+    Tool tool;
+    tool.place().set("VRL_SOME", brokenPlugin("takesOver") + ";" + tool.path("gone.so"));
+    auto const config = tool.write("a.ini", "env = VRL_SOME\nenv = VRL_NONE\ndir = nowhere\nf = ./lib_wX_*.so\n");
+    auto const report = tool.run("plugins", {"--config", config});
+    EXPECT_EQ(shown(tool, report.out), "configuration  a.ini  (named with --config)\n"
+                                       "\n"
+                                       "variable VRL_SOME, line 1: loaded\n"
+                                       "  path    BROKEN/lib_wn_takesOver.so.5.1.3\n"
+                                       "  serves  blocks\n"
+                                       "  brings  blocks: FineBlock, OtherBlock\n"
+                                       "  path    HERE/gone.so\n"
+                                       "  why     cannot open shared object file: No such file or directory\n"
+                                       "\n"
+                                       "variable VRL_NONE, line 2: not set\n"
+                                       "\n"
+                                       "folder nowhere, line 3: holds no library\n"
+                                       "\n"
+                                       "./lib_wX_*.so, line 4: matches no file\n"
+                                       "\n"
+                                       "4 lines name libraries: 1 loaded, 0 failed\n");
+    EXPECT_EQ(report.status, 0);
+}
+
+TEST(Plugins, ShowsTheStandardPluginOnlyWhenAskedForAll) {
+    Tool const tool;
+    EXPECT_EQ(reportOf(tool, {"takesOver"}, {"--all"}),
+              "\n"
+              "takesOver, line 4: loaded\n"
+              "  path    BROKEN/lib_wn_takesOver.so.5.1.3\n"
+              "  serves  blocks\n"
+              "  brings  blocks: FineBlock, OtherBlock\n"
+              "\n"
+              "vrldll, not configured: not loaded\n"
+              "  path    BROKEN/lib_wn_vrldll.so.5.1.3\n"
+              "  why     cannot open shared object file: No such file or directory\n"
+              "\n"
+              "1 line names a library: 1 loaded, 0 failed\n");
+}
+
+TEST(Plugins, TellsEverythingAsJson) {
+    Tool const tool;
+    auto const report = tool.run("plugins", {"--json", "--config", writeBrokenConfig(tool, {"takesOver", "throws"})});
+    EXPECT_EQ(shown(tool, report.out), R"({
+  "format": "vrl-plugins",
+  "version": 1,
+  "configuration": {
+    "file": "broken.ini",
+    "named": true,
+    "readable": true,
+    "lookedFor": []
+  },
+  "libraries": [
+    {
+      "name": "takesOver",
+      "key": "sodllfile",
+      "file": "broken.ini",
+      "line": 4,
+      "state": "loaded",
+      "loads": [
+        {
+          "path": "BROKEN/lib_wn_takesOver.so.5.1.3",
+          "result": "loaded",
+          "serves": [
+            "block"
+          ],
+          "keys": [
+            {
+              "target": "block",
+              "key": "FineBlock",
+              "file": "BROKEN/lib_wn_takesOver.so.5.1.3"
+            },
+            {
+              "target": "block",
+              "key": "OtherBlock",
+              "file": "BROKEN/lib_wn_takesOver.so.5.1.3"
+            }
+          ],
+          "takenOver": []
+        }
+      ]
+    },
+    {
+      "name": "throws",
+      "key": "sodllfile",
+      "file": "broken.ini",
+      "line": 5,
+      "state": "failed",
+      "loads": [
+        {
+          "path": "BROKEN/lib_wn_throws.so.5.1.3",
+          "result": "ended",
+          "reason": "the plug-in threw 'no netlist today' in initLibraryNetlist",
+          "cure": "take it out of the configuration until it is mended; 'vrl validate' tells more",
+          "serves": [],
+          "keys": [],
+          "takenOver": []
+        }
+      ]
+    }
+  ]
+}
+)");
+    EXPECT_EQ(report.status, 1);
+}
+
+TEST(Plugins, TellsMillisecondsWhenAsked) {
+    Tool const tool;
+    auto const report = tool.run("plugins", {"--json", "--times"});
+    auto const libraries = nlohmann::json::parse(report.out)["libraries"];
+    ASSERT_EQ(libraries.size(), 2u);
+    EXPECT_GE(libraries[0]["loads"][0]["milliseconds"].get<double>(), 0.0);
+    EXPECT_GE(libraries[1]["loads"][0]["milliseconds"].get<double>(), 0.0);
+}
+
+TEST(Plugins, NamesTheCrashingLibraryInOtherCommands) {
+    Tool const tool;
+    auto const list = tool.run("list", {"blocks", "--config", writeBrokenConfig(tool, {"crashesInEntry"})});
+    EXPECT_EQ(list.out, "");
+    EXPECT_EQ(shown(tool, list.err),
+              "about to crash\n"
+              "vrl: BROKEN/lib_wn_crashesInEntry.so.5.1.3: initLibraryBB: the plug-in crashed (segmentation fault)\n"
+              "  take it out of the configuration until it is mended; 'vrl plugins' and 'vrl validate' tell more\n");
+    EXPECT_EQ(list.status, 2);
+}
+
+TEST(Plugins, NamesTheThrowingLibraryInOtherCommands) {
+    Tool const tool;
+    auto const list = tool.run("list", {"blocks", "--config", writeBrokenConfig(tool, {"throws"})});
+    EXPECT_EQ(list.out, "");
+    EXPECT_EQ(shown(tool, list.err),
+              "vrl: BROKEN/lib_wn_throws.so.5.1.3: initLibraryNetlist: the plug-in threw 'no netlist today'\n"
+              "  take it out of the configuration until it is mended; 'vrl plugins' and 'vrl validate' tell more\n");
+    EXPECT_EQ(list.status, 2);
+}
+
+}  // namespace

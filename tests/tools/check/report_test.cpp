@@ -1,0 +1,409 @@
+#include <algorithm>
+#include <fstream>
+#include <nlohmann/json.hpp>
+
+#include "check/rule.h"
+#include "tests/tools/check/check_test.h"
+
+namespace {
+
+using vrl_test::CheckTest;
+using CheckReport = CheckTest;
+
+/// What the report says of the rules when all run.
+constexpr char kAllRan[] =
+    "33 rules ran:\n"
+    "  boundary-domain, boundary-twice, boundary-unused, choice-not-allowed, composite-ports,\n"
+    "  cross-section-mismatch, doubled-name, duplicate-port, empty-circuit, expression-not-calculated,\n"
+    "  island, lost-name, lost-port, missing-block, mixed-domains, mixed-electrical, no-boundary,\n"
+    "  no-foundry, node-crowded, open-port, own-check, same-direction, single-ended-node, stray-tie,\n"
+    "  trailing-bytes, undeclared-parameter, undeclared-port, unknown-choice, unknown-foundry,\n"
+    "  unknown-kind, unknown-parameter-type, value-not-finite and value-out-of-range\n";
+
+/// A design that each rule finds good.
+class CleanDesign : public CheckTest, public ::testing::WithParamInterface<std::string> {};
+
+TEST_P(CleanDesign, HasNothingForTheRule) {
+    vrl_test::addInterferometer(circuit);
+    EXPECT_EQ(found(GetParam()), "a.vrl (Netlist, 6 elements): no findings\n");
+}
+
+/// A design with electrodes that each rule finds good; but inside the arms, strips meet ribs.
+class CleanModulator : public CleanDesign {};
+
+TEST_P(CleanModulator, HasNothingForTheRule) {
+    vrl_test::addModulator(circuit);
+    for (char const* const port : {"upper", "lower", "ground"}) circuit.dc("arms," + std::string(port));
+    circuit.netlist().getBB("mod")->getCS().setFlow("");
+    EXPECT_EQ(found(GetParam()), "a.vrl (Netlist, 9 elements): no findings\n");
+}
+
+std::vector<std::string> allButMismatch() {
+    auto ids = vrltool::ruleIds();
+    ids.erase(std::find(ids.begin(), ids.end(), "cross-section-mismatch"));
+    return ids;
+}
+
+std::string testName(::testing::TestParamInfo<std::string> const& info) {
+    std::string name = info.param;
+    for (char& c : name)
+        if (c == '-') c = '_';
+    return name;
+}
+
+INSTANTIATE_TEST_SUITE_P(EachRule, CleanDesign, ::testing::ValuesIn(vrltool::ruleIds()), testName);
+INSTANTIATE_TEST_SUITE_P(EachRule, CleanModulator, ::testing::ValuesIn(allButMismatch()), testName);
+
+TEST_F(CheckReport, HasNothingToSayOfAGoodDesign) {
+    vrl_test::addInterferometer(circuit);
+    auto const outcome = check({save()});
+    EXPECT_EQ(outcome.out, std::string("a.vrl (Netlist, 6 elements): no findings\n\n") + kAllRan);
+    EXPECT_EQ(outcome.err, "");
+    EXPECT_EQ(outcome.status, 0);
+}
+
+TEST_F(CheckReport, SortsTheFindingsOfAllRulesByElement) {
+    circuit.add("split", "sfSplitter").add("arms", "sfPushPullArms").add("bend", "sfBend");
+    circuit.join("split,out0", "arms,in0").join("split,out1", "bend,in0").join("split,out0", "bend,out0");
+    circuit.input("split,in0").set("bend", "angle", 400).set("bend", "radius", 1);
+    inside("arms").getBB("lower")->setDouble("length", 1);
+    auto const outcome = check({save()});
+    EXPECT_EQ(
+        outcome.out,
+        std::string(
+            "a.vrl (Netlist, 6 elements): 4 errors and 7 warnings\n"
+            "  warning  arms,ground: the port is open [open-port]\n"
+            "           tie it to another port or to the boundary\n"
+            "  error    arms,in0: is tied at node 9 with bend,out0 and split,out0: more than two optical ends "
+            "[node-crowded]\n"
+            "           put a splitter or a combiner there\n"
+            "  warning  arms,in1: the optical port is open [open-port]\n"
+            "           tie it to another port or to the boundary, or end it in a terminator\n"
+            "  warning  arms,lower: the port is open [open-port]\n"
+            "           tie it to another port or to the boundary\n"
+            "  warning  arms,out0: the optical port is open [open-port]\n"
+            "           tie it to another port or to the boundary, or end it in a terminator\n"
+            "  warning  arms,out1: the optical port is open [open-port]\n"
+            "           tie it to another port or to the boundary, or end it in a terminator\n"
+            "  warning  arms,upper: the port is open [open-port]\n"
+            "           tie it to another port or to the boundary\n"
+            "  error    arms/lower: parameter 'length' is 1 um, outside its range 100 to 6000 um [value-out-of-range]\n"
+            "           give it a value from 100 to 6000 um\n"
+            "  warning  arms/lower,in0: is rib of width 0.5 um, and arms/trim,out0 at node 3 is strip of width 0.45 um "
+            "[cross-section-mismatch]\n"
+            "           put a taper or a transition between them, or choose one cross section for both\n"
+            "  error    bend: parameter 'angle' is 400 deg, outside its range 1 to 360 deg [value-out-of-range]\n"
+            "           give it a value from 1 to 360 deg\n"
+            "  error    bend: parameter 'radius' is 1 um, outside its range 5 to 500 um [value-out-of-range]\n"
+            "           give it a value from 5 to 500 um\n"
+            "\n") +
+            kAllRan);
+    EXPECT_EQ(outcome.status, 1);
+}
+
+TEST_F(CheckReport, HasAHeadingForEachFileAndASummary) {
+    vrl_test::addInterferometer(circuit);
+    save("good.vrl");
+    circuit.set("upper", "length", 0).netlist().addNode("upper", "tap", 50);
+    save("bad.vrl");
+    tool.write("damaged.vrl", tool.read("good.vrl").substr(0, 3000));
+    auto const outcome = check({"good.vrl", "missing.vrl", "bad.vrl", "damaged.vrl"});
+    EXPECT_EQ(outcome.out,
+              std::string(
+                  "good.vrl (Netlist, 6 elements): no findings\n"
+                  "\n"
+                  "bad.vrl (Netlist, 6 elements): 2 errors and 1 warning\n"
+                  "  error    upper: parameter 'length' is 0 um, outside its range 1 to 20000 um [value-out-of-range]\n"
+                  "           give it a value from 1 to 20000 um\n"
+                  "  error    upper,tap: is tied, but the kind 'sfStraight' has no such port [undeclared-port]\n"
+                  "           its ports: in0 and out0\n"
+                  "  warning  upper,tap: is the only end of node 50, which is not on the boundary [single-ended-node]\n"
+                  "           tie another port to the node, or put it on the boundary\n"
+                  "\n") +
+                  kAllRan +
+                  "\n"
+                  "2 files checked: 2 errors and 1 warning; 2 files could not be checked\n");
+    EXPECT_EQ(outcome.err, "vrl: missing.vrl: cannot be opened\n"
+                           "  give the path of a saved design\n"
+                           "vrl: damaged.vrl: ends too early in element 1 (sfEdgeCoupler), 'in0'\n"
+                           "  the file was cut short: take a whole copy\n");
+    EXPECT_EQ(outcome.status, 2);
+}
+
+TEST_F(CheckReport, TellsWhereRulesCouldNotLook) {
+    vrl_test::addModulator(circuit);
+    circuit.add("delay", vrl::BB::create(nullptr, "demoDelayLine")).join("arms,upper", "delay,in0");
+    save();
+    config = tool.writeConfig("less.ini", {"foundrySampleFab"});
+    auto const outcome = check({"a.vrl"});
+    EXPECT_EQ(outcome.out,
+              std::string(
+                  "a.vrl (Netlist, 10 elements): 1 error, 6 warnings and 1 note\n"
+                  "  warning  arms,ground: the port is open [open-port]\n"
+                  "           tie it to another port or to the boundary\n"
+                  "  warning  arms,lower: the port is open [open-port]\n"
+                  "           tie it to another port or to the boundary\n"
+                  "  warning  arms/lower,in0: is rib of width 0.5 um, and arms/trim,out0 at node 3 is strip of width "
+                  "0.45 um [cross-section-mismatch]\n"
+                  "           put a taper or a transition between them, or choose one cross section for both\n"
+                  "  error    delay: no loaded plug-in has the kind 'demoDelayLine' [unknown-kind]\n"
+                  "           load the plug-in that brings it; 'vrl plugins' shows what is loaded\n"
+                  "  note     delay: the block is made for no foundry [no-foundry]\n"
+                  "           put a block in its place that is made for a foundry\n"
+                  "  warning  delay,out0: the port is open [open-port]\n"
+                  "           tie it to another port or to the boundary\n"
+                  "  warning  in,out0: is strip of width 0.45 um, and mod,in0 at node 9 is rib of width 0.5 um "
+                  "[cross-section-mismatch]\n"
+                  "           put a taper or a transition between them, or choose one cross section for both\n"
+                  "  warning  mod,out0: is rib of width 0.5 um, and split,in0 at node 10 is strip of width 0.45 um "
+                  "[cross-section-mismatch]\n"
+                  "           put a taper or a transition between them, or choose one cross section for both\n"
+                  "  not on 1 element whose kind no loaded plug-in has:\n"
+                  "    boundary-domain, choice-not-allowed, composite-ports, cross-section-mismatch, duplicate-port,\n"
+                  "    lost-port, mixed-domains, mixed-electrical, node-crowded, own-check, same-direction,\n"
+                  "    undeclared-parameter and value-out-of-range\n"
+                  "\n") +
+                  kAllRan);
+    EXPECT_EQ(outcome.err,
+              "vrl: a.vrl: no loaded plug-in has the block 'demoDelayLine' (1 use); something stands in for it\n"
+              "  not loaded: " VRL_SAMPLE_PLUGINS "/lib_wn_vrldll.so.5.1.3: " VRL_SAMPLE_PLUGINS
+              "/lib_wn_vrldll.so.5.1.3: cannot open shared object file: No such file or directory\n");
+    EXPECT_EQ(outcome.status, 1);
+}
+
+TEST_F(CheckReport, ChecksADesignWithoutAnyOfItsPlugins) {
+    vrl_test::addModulator(circuit);
+    circuit.set("mod", "length", 1);
+    save();
+    config = tool.writeConfig("none.ini", {"vrlDemoDll", "notThere"});
+    auto const outcome = check({"a.vrl"});
+    EXPECT_EQ(outcome.out,
+              std::string(
+                  "a.vrl (Netlist, 9 elements): 18 errors and 3 warnings\n"
+                  "  error    arms: no loaded plug-in has its foundry 'SampleFab' [unknown-foundry]\n"
+                  "           load the plug-in that brings it; 'vrl plugins' shows what is loaded\n"
+                  "  error    arms: no loaded plug-in has the kind 'sfPushPullArms' [unknown-kind]\n"
+                  "           load the plug-in that brings it; 'vrl plugins' shows what is loaded\n"
+                  "  warning  arms,ground: the port is open [open-port]\n"
+                  "           tie it to another port or to the boundary\n"
+                  "  warning  arms,lower: the port is open [open-port]\n"
+                  "           tie it to another port or to the boundary\n"
+                  "  warning  arms,upper: the port is open [open-port]\n"
+                  "           tie it to another port or to the boundary\n"
+                  "  error    arms/lower: no loaded plug-in has its foundry 'SampleFab' [unknown-foundry]\n"
+                  "           load the plug-in that brings it; 'vrl plugins' shows what is loaded\n"
+                  "  error    arms/lower: no loaded plug-in has the kind 'sfPhaseModulator' [unknown-kind]\n"
+                  "           load the plug-in that brings it; 'vrl plugins' shows what is loaded\n"
+                  "  error    arms/trim: no loaded plug-in has its foundry 'SampleFab' [unknown-foundry]\n"
+                  "           load the plug-in that brings it; 'vrl plugins' shows what is loaded\n"
+                  "  error    arms/trim: no loaded plug-in has the kind 'sfStraight' [unknown-kind]\n"
+                  "           load the plug-in that brings it; 'vrl plugins' shows what is loaded\n"
+                  "  error    arms/upper: no loaded plug-in has its foundry 'SampleFab' [unknown-foundry]\n"
+                  "           load the plug-in that brings it; 'vrl plugins' shows what is loaded\n"
+                  "  error    arms/upper: no loaded plug-in has the kind 'sfPhaseModulator' [unknown-kind]\n"
+                  "           load the plug-in that brings it; 'vrl plugins' shows what is loaded\n"
+                  "  error    in: no loaded plug-in has its foundry 'SampleFab' [unknown-foundry]\n"
+                  "           load the plug-in that brings it; 'vrl plugins' shows what is loaded\n"
+                  "  error    in: no loaded plug-in has the kind 'sfEdgeCoupler' [unknown-kind]\n"
+                  "           load the plug-in that brings it; 'vrl plugins' shows what is loaded\n"
+                  "  error    join: no loaded plug-in has its foundry 'SampleFab' [unknown-foundry]\n"
+                  "           load the plug-in that brings it; 'vrl plugins' shows what is loaded\n"
+                  "  error    join: no loaded plug-in has the kind 'sfCombiner' [unknown-kind]\n"
+                  "           load the plug-in that brings it; 'vrl plugins' shows what is loaded\n"
+                  "  error    mod: no loaded plug-in has its foundry 'SampleFab' [unknown-foundry]\n"
+                  "           load the plug-in that brings it; 'vrl plugins' shows what is loaded\n"
+                  "  error    mod: no loaded plug-in has the kind 'sfPhaseModulator' [unknown-kind]\n"
+                  "           load the plug-in that brings it; 'vrl plugins' shows what is loaded\n"
+                  "  error    out: no loaded plug-in has its foundry 'SampleFab' [unknown-foundry]\n"
+                  "           load the plug-in that brings it; 'vrl plugins' shows what is loaded\n"
+                  "  error    out: no loaded plug-in has the kind 'sfEdgeCoupler' [unknown-kind]\n"
+                  "           load the plug-in that brings it; 'vrl plugins' shows what is loaded\n"
+                  "  error    split: no loaded plug-in has its foundry 'SampleFab' [unknown-foundry]\n"
+                  "           load the plug-in that brings it; 'vrl plugins' shows what is loaded\n"
+                  "  error    split: no loaded plug-in has the kind 'sfSplitter' [unknown-kind]\n"
+                  "           load the plug-in that brings it; 'vrl plugins' shows what is loaded\n"
+                  "  not on 9 elements whose foundry no loaded plug-in has:\n"
+                  "    unknown-choice\n"
+                  "  not on 9 elements whose kind no loaded plug-in has:\n"
+                  "    boundary-domain, choice-not-allowed, composite-ports, cross-section-mismatch, duplicate-port,\n"
+                  "    lost-port, mixed-domains, mixed-electrical, node-crowded, own-check, same-direction,\n"
+                  "    undeclared-parameter and value-out-of-range\n"
+                  "\n") +
+                  kAllRan);
+    EXPECT_EQ(outcome.err,
+              "vrl: a.vrl: no loaded plug-in has the block 'sfCombiner' (1 use); something stands in for it\n"
+              "vrl: a.vrl: no loaded plug-in has the block 'sfEdgeCoupler' (2 uses); something stands in for it\n"
+              "vrl: a.vrl: no loaded plug-in has the block 'sfPhaseModulator' (3 uses); something stands in for it\n"
+              "vrl: a.vrl: no loaded plug-in has the block 'sfPushPullArms' (1 use); something stands in for it\n"
+              "vrl: a.vrl: no loaded plug-in has the block 'sfSplitter' (1 use); something stands in for it\n"
+              "vrl: a.vrl: no loaded plug-in has the block 'sfStraight' (1 use); something stands in for it\n"
+              "  not loaded: " VRL_SAMPLE_PLUGINS "/lib_wn_vrldll.so.5.1.3: " VRL_SAMPLE_PLUGINS
+              "/lib_wn_vrldll.so.5.1.3: cannot open shared object file: No such file or directory\n"
+              "  not loaded: " VRL_SAMPLE_PLUGINS "/lib_wn_notThere.so.5.1.3: " VRL_SAMPLE_PLUGINS
+              "/lib_wn_notThere.so.5.1.3: cannot open shared object file: No such file or directory\n");
+    EXPECT_EQ(outcome.status, 1);
+}
+
+TEST_F(CheckReport, ChecksACompositeThatWasSavedAlone) {
+    circuit.add("arms", "sfPushPullArms").set("arms", "length", 1);
+    vrl::BB* const arms = circuit.netlist().getBB("arms");
+    inside("arms").getBB("upper")->setDouble("width", 1);
+    std::ofstream file(tool.path("a.vrl"), std::ios::binary);
+    vrl::BinaryStreamSerialiser writer(file);
+    dynamic_cast<vrl::CBB&>(*arms).write(&writer);
+    file.close();
+    auto const outcome = check({"a.vrl"});
+    EXPECT_EQ(outcome.out,
+              std::string("a.vrl (sfPushPullArms, 4 elements): 2 errors and 1 warning\n"
+                          "  error    sfPushPullArms: parameter 'length' is 1 um, outside its range 200 to 8000 um "
+                          "[value-out-of-range]\n"
+                          "           give it a value from 200 to 8000 um\n"
+                          "  warning  sfPushPullArms/lower,in0: is rib of width 0.5 um, and sfPushPullArms/trim,out0 "
+                          "at node 3 is strip of width 0.45 um [cross-section-mismatch]\n"
+                          "           put a taper or a transition between them, or choose one cross section for both\n"
+                          "  error    sfPushPullArms/upper: parameter 'width' is 1 um, outside its range 0.4 to 0.8 um "
+                          "[value-out-of-range]\n"
+                          "           give it a value from 0.4 to 0.8 um\n"
+                          "\n") +
+                  kAllRan);
+    EXPECT_EQ(outcome.status, 1);
+}
+
+TEST_F(CheckReport, ChecksABlockThatWasSavedAlone) {
+    circuit.add("bend", "sfBend").set("bend", "radius", 1);
+    vrl::BB* const bend = circuit.netlist().getBB("bend");
+    bend->getCS().setCS("stripe");
+    std::ofstream file(tool.path("a.vrl"), std::ios::binary);
+    vrl::BinaryStreamSerialiser writer(file);
+    bend->write(&writer);
+    file.close();
+    auto const outcome = check({"a.vrl"});
+    EXPECT_EQ(
+        outcome.out,
+        std::string(
+            "a.vrl (sfBend, 1 element): 2 errors\n"
+            "  error    sfBend: the foundry 'SampleFab' has no cross section 'stripe' [unknown-choice]\n"
+            "           did you mean 'strip'?\n"
+            "  error    sfBend: parameter 'radius' is 1 um, outside its range 5 to 500 um [value-out-of-range]\n"
+            "           give it a value from 5 to 500 um\n"
+            "  not run, since the file holds a single block and no circuit:\n"
+            "    boundary-domain, boundary-twice, boundary-unused, cross-section-mismatch, empty-circuit, island,\n"
+            "    mixed-domains, mixed-electrical, no-boundary, node-crowded, open-port, same-direction,\n"
+            "    single-ended-node, stray-tie and undeclared-port\n"
+            "\n") +
+            kAllRan);
+    EXPECT_EQ(outcome.status, 1);
+}
+
+TEST_F(CheckReport, TellsOfAFileWithoutACircuit) {
+    vrl::Value<double> const length("length", 5.0);
+    std::ofstream file(tool.path("a.vrl"), std::ios::binary);
+    vrl::BinaryStreamSerialiser writer(file);
+    vrl::Value<double>(length).write(&writer);
+    file.close();
+    auto const outcome = check({"a.vrl"});
+    EXPECT_EQ(outcome.out, "");
+    EXPECT_EQ(outcome.err, "vrl: a.vrl: holds a 'Value_Double' and no circuit\n"
+                           "  'vrl show' shows what it holds\n");
+    EXPECT_EQ(outcome.status, 2);
+}
+
+TEST_F(CheckReport, ChecksAnEmptyNetlist) {
+    auto const outcome = check({save()});
+    EXPECT_EQ(outcome.out, std::string("a.vrl (Netlist, 0 elements): 1 note\n"
+                                       "  note     the design: there is no element in the circuit [empty-circuit]\n"
+                                       "           add blocks, or take the right file\n\n") +
+                               kAllRan);
+    EXPECT_EQ(outcome.status, 0);
+}
+
+TEST_F(CheckReport, ShowsNoTerminalWhatItWouldObey) {
+    circuit.add("be\x1b[2J\nnd", "sfBend").add("b", "sfBend").join("be\x1b[2J\nnd,out0", "b,out0");
+    EXPECT_EQ(found("same-direction"),
+              "a.vrl (Netlist, 2 elements): 1 note\n"
+              "  note     b,out0: node 1 joins it with be\\x1B[2J\\x0And,out0: two outputs [same-direction]\n"
+              "           see whether one of the two blocks is the wrong way round\n");
+}
+
+TEST_F(CheckReport, HasAFormForPrograms) {
+    circuit.add("split", "sfSplitter").add("bend", "sfBend").join("split,out0", "bend,in0").set("bend", "radius", 1);
+    circuit.input("split,in0").output("bend,out0");
+    save();
+    tool.write("b.vrl", "");
+    auto const outcome = check(
+        {"a.vrl", "b.vrl", "--json", "--only", "open-port,value-out-of-range,no-boundary", "--skip", "no-boundary"});
+    auto json = nlohmann::ordered_json::parse(outcome.out);
+    EXPECT_EQ(json["rules"].size(), 33u);
+    EXPECT_EQ(json["rules"][0].dump(),
+              R"({"id":"boundary-domain","severity":"warning","ran":false,"reason":"not among --only"})");
+    EXPECT_EQ(json["rules"][19].dump(), R"({"id":"open-port","severity":"warning","ran":true})");
+    json.erase("rules");
+    EXPECT_EQ(json.dump(2), R"({
+  "format": "vrl-check",
+  "version": 1,
+  "files": [
+    {
+      "file": "a.vrl",
+      "type": "Netlist",
+      "elements": 2,
+      "findings": [
+        {
+          "rule": "value-out-of-range",
+          "severity": "error",
+          "element": "bend",
+          "parameter": "radius",
+          "what": "parameter 'radius' is 1 um, outside its range 5 to 500 um",
+          "cure": "give it a value from 5 to 500 um"
+        },
+        {
+          "rule": "open-port",
+          "severity": "warning",
+          "element": "split",
+          "port": "out1",
+          "what": "the optical port is open",
+          "cure": "tie it to another port or to the boundary, or end it in a terminator"
+        }
+      ],
+      "leftOut": [],
+      "summary": {
+        "errors": 1,
+        "warnings": 1,
+        "notes": 0
+      }
+    },
+    {
+      "file": "b.vrl",
+      "failure": "b.vrl: is empty",
+      "cure": "give the path of a saved design"
+    }
+  ],
+  "summary": {
+    "errors": 1,
+    "warnings": 1,
+    "notes": 0,
+    "checked": 1,
+    "failed": 1
+  }
+})");
+    EXPECT_EQ(outcome.status, 2);
+}
+
+TEST_F(CheckReport, GivesTheSameBytesEachTime) {
+    vrl_test::addModulator(circuit);
+    save();
+    EXPECT_EQ(check({"a.vrl"}).out, check({"a.vrl"}).out);
+}
+
+TEST_F(CheckReport, HasNoCounterWhereThereIsNoTerminal) {
+    circuit.add("e0", "sfBend").input("e0,in0");
+    for (int i = 1; i < 2000; ++i) {
+        std::string const name = "e" + std::to_string(i);
+        circuit.add(name, "sfBend").join("e" + std::to_string(i - 1) + ",out0", name + ",in0");
+    }
+    circuit.output("e1999,out0");
+    auto const outcome = check({save()});
+    EXPECT_EQ(outcome.out, std::string("a.vrl (Netlist, 2000 elements): no findings\n\n") + kAllRan);
+    EXPECT_EQ(outcome.err, "");
+}
+
+}  // namespace

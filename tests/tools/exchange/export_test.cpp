@@ -1,0 +1,226 @@
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "tests/tools/exchange/sample_netlist.h"
+#include "tests/tools/sample_circuit.h"
+#include "tests/tools/tool.h"
+
+namespace {
+
+using vrl_test::SampleCircuit;
+using vrl_test::sampleMap;
+using vrl_test::sampleNetlist;
+using vrl_test::Tool;
+
+TEST(Export, WritesADesignInOurNames) {
+    Tool const tool;
+    SampleCircuit circuit;
+    circuit.add("bend", "sfBend").add("in", "sfEdgeCoupler").join("in,out0", "bend,in0").input("in,in0");
+    circuit.set("bend", "radius", 12.5).save(tool.path("a.vrl"));
+    auto const exported = tool.run("export", {"a.vrl"});
+    EXPECT_EQ(exported.out, "instances:\n"
+                            "  bend:\n"
+                            "    component: sfBend\n"
+                            "    settings:\n"
+                            "      radius: 12.5\n"
+                            "      angle: 90\n"
+                            "      width: 0.45\n"
+                            "    vrl:\n"
+                            "      foundry: SampleFab\n"
+                            "  in:\n"
+                            "    component: sfEdgeCoupler\n"
+                            "    settings:\n"
+                            "      length: 300\n"
+                            "      tipWidth: 0.18\n"
+                            "      couplingLoss: 1.5\n"
+                            "    vrl:\n"
+                            "      foundry: SampleFab\n"
+                            "nets:\n"
+                            "- p1: bend,in0\n"
+                            "  p2: in,out0\n"
+                            "ports:\n"
+                            "  in0: in,in0\n");
+    EXPECT_EQ(exported.err, "");
+    EXPECT_EQ(exported.status, 0);
+}
+
+TEST(Export, GivesTheNamesOfTheMapAndEverythingThatWasKept) {
+    Tool const tool;
+    tool.write("mzi.yml", sampleNetlist());
+    tool.write("map.yml", sampleMap());
+    tool.run("import", {"mzi.yml", "--map", "map.yml", "-o", "mzi.vrl"});
+    auto const exported = tool.run("export", {"mzi.vrl", "--map", "map.yml", "-o", "back.json"});
+    EXPECT_EQ(exported.out, "back.json: 3 instances, 2 nets, 4 outer ports written\n");
+    EXPECT_EQ(exported.err, "");
+    EXPECT_EQ(tool.read("back.json"), R"({
+  "name": "mzi_demo",
+  "instances": {
+    "arm": {
+      "component": "straight",
+      "info": {
+        "length": 120.5,
+        "layers": [
+          [
+            1,
+            0
+          ],
+          null
+        ]
+      },
+      "settings": {
+        "cross_section": "strip",
+        "length_mm": 0.1205,
+        "npoints": 2,
+        "width": null
+      }
+    },
+    "mod": {
+      "component": "phase_shifter",
+      "settings": {}
+    },
+    "split": {
+      "component": "mmi1x2",
+      "settings": {
+        "length_mmi": 16,
+        "taper": {
+          "length": 10.0
+        }
+      }
+    }
+  },
+  "nets": [
+    {
+      "p1": "arm,o1",
+      "p2": "split,o2"
+    },
+    {
+      "p1": "mod,o1",
+      "p2": "split,o3"
+    }
+  ],
+  "placements": {
+    "arm": {
+      "x": 1.5,
+      "y": -2,
+      "rotation": 90,
+      "mirror": true
+    }
+  },
+  "ports": {
+    "west": "split,o1",
+    "east": "arm,o2",
+    "north": "mod,o2",
+    "signal": "mod,top"
+  },
+  "warnings": []
+}
+)");
+}
+
+TEST(Export, ConvertsOurNumbersBackByTheMap) {
+    Tool const tool;
+    SampleCircuit circuit;
+    circuit.add("s", "sfStraight").set("s", "length", 0.3).add("e", "sfEdgeCoupler").save(tool.path("a.vrl"));
+    tool.write("map.yml", sampleMap());
+    auto const exported = tool.run("export", {"a.vrl", "--map", "map.yml"});
+    EXPECT_EQ(exported.out, "instances:\n"
+                            "  e:\n"
+                            "    component: sfEdgeCoupler\n"
+                            "    settings:\n"
+                            "      length: 300\n"
+                            "      tipWidth: 0.18\n"
+                            "      couplingLoss: 1.5\n"
+                            "  s:\n"
+                            "    component: straight\n"
+                            "    settings:\n"
+                            "      length_mm: 3.0e-04\n"
+                            "      width: 0.45\n"
+                            "nets: []\n"
+                            "ports: {}\n");
+    EXPECT_EQ(exported.err,
+              "a.vrl: warning: kind 'sfEdgeCoupler' has no component in map.yml; it keeps its own names\n");
+    EXPECT_EQ(exported.status, 1);
+}
+
+TEST(Export, TellsOfCompositesAndOfInsidesThatWereChanged) {
+    Tool const tool;
+    SampleCircuit circuit;
+    circuit.add("arms", "sfPushPullArms").save(tool.path("a.vrl"));
+    EXPECT_EQ(tool.run("export", {"a.vrl", "-o", "a.yml"}).out,
+              "a.vrl: note: 1 composite of kind 'sfPushPullArms': exported as one instance; the inside belongs to the "
+              "kind\n"
+              "a.yml: 1 instance, 0 nets, 0 outer ports written\n");
+    auto* const arms = dynamic_cast<vrl::CBB*>(circuit.netlist().getBB("arms"));
+    arms->getAsNetlist()->getBB("trim")->setDouble("length", 21);
+    circuit.save(tool.path("a.vrl"));
+    auto const changed = tool.run("export", {"a.vrl", "-o", "a.yml"});
+    EXPECT_EQ(changed.out,
+              "a.vrl: warning: the inside of 'arms' (sfPushPullArms) is not as its kind makes it; a netlist holds "
+              "nothing of that\n"
+              "a.vrl: note: 1 composite of kind 'sfPushPullArms': exported as one instance; the inside belongs to the "
+              "kind\n"
+              "a.yml: 1 instance, 0 nets, 0 outer ports written\n");
+    EXPECT_EQ(changed.status, 1);
+}
+
+TEST(Export, WritesDesignsWhosePlugInsAreMissing) {
+    Tool const tool;
+    SampleCircuit circuit;
+    addModulator(circuit);
+    circuit.save(tool.path("a.vrl"));
+    std::string const config = tool.writeConfig("bare.ini", {"vrlDemoDll"});
+    auto const exported = tool.run("export", {"--config", config, "a.vrl", "-o", "a.yml"});
+    EXPECT_EQ(exported.out, "a.yml: 6 instances, 7 nets, 4 outer ports written\n");
+    EXPECT_EQ(exported.err.substr(0, 101),
+              "vrl: a.vrl: no loaded plug-in has the block 'sfCombiner' (1 use); something stands in for it\nvrl: a.v");
+    EXPECT_EQ(tool.run("import", {"--config", config, "a.yml"}).status, 1);
+    ASSERT_EQ(tool.run("import", {"a.yml", "-o", "b.vrl"}).status, 0);
+    EXPECT_EQ(tool.run("diff", {"a.vrl", "b.vrl"}).status, tool.run("diff", {"a.vrl", "a.vrl"}).status);
+    tool.run("export", {"a.vrl", "-o", "c.yml"});
+    tool.run("export", {"b.vrl", "-o", "d.yml"});
+    EXPECT_EQ(tool.read("c.yml"), tool.read("d.yml"));
+}
+
+TEST(Export, TellsTheSameAsJson) {
+    Tool const tool;
+    SampleCircuit circuit;
+    circuit.save(tool.path("a.vrl"));
+    EXPECT_EQ(tool.run("export", {"a.vrl", "--json"}).out, R"({
+  "format": "vrl-export",
+  "version": 1,
+  "file": "a.vrl",
+  "map": null,
+  "output": null,
+  "netlistFormat": "yaml",
+  "counts": {
+    "instances": 0,
+    "nets": 0,
+    "ports": 0
+  },
+  "findings": [],
+  "netlist": "instances: {}\nnets: []\nports: {}\n"
+}
+)");
+}
+
+TEST(Export, RefusesBytesThatNetlistsCannotHold) {
+    Tool const tool;
+    SampleCircuit circuit;
+    circuit.add("caf\xE9", "sfBend").save(tool.path("a.vrl"));
+    auto const exported = tool.run("export", {"a.vrl", "-o", "a.yml"});
+    EXPECT_EQ(exported.err, "vrl: a.vrl: the text 'caf\xE9' is no UTF-8, and has no place in a netlist\n"
+                            "  rename it or set it anew\n");
+    EXPECT_EQ(exported.status, 2);
+}
+
+TEST(Export, RefusesWhatIsNoDesign) {
+    Tool const tool;
+    EXPECT_EQ(tool.run("export", {"none.vrl"}).err,
+              "vrl: none.vrl: cannot be opened\n  give the path of a saved design\n");
+    tool.write("a.vrl", "hello");
+    EXPECT_EQ(tool.run("export", {"a.vrl"}).status, 2);
+    EXPECT_EQ(tool.run("export", {"a.vrl", "--format", "xml"}).status, 2);
+}
+
+}  // namespace

@@ -1,0 +1,277 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "tests/tools/exchange/sample_netlist.h"
+#include "tests/tools/tool.h"
+
+namespace {
+
+using vrl_test::sampleMap;
+using vrl_test::sampleNetlist;
+using vrl_test::Tool;
+
+/// What a netlist without a map gives when it is only looked at.
+vrl_test::Outcome look(Tool const& tool, std::string const& netlist) {
+    tool.write("a.yml", netlist);
+    return tool.run("import", {"a.yml"});
+}
+
+TEST(Import, MakesADesignOfANetlistByAMap) {
+    Tool const tool;
+    tool.write("mzi.yml", sampleNetlist());
+    tool.write("map.yml", sampleMap());
+    auto const imported = tool.run("import", {"mzi.yml", "--map", "map.yml", "-o", "mzi.vrl"});
+    EXPECT_EQ(imported.out,
+              "mzi.yml:7:7: note: 'straight': settings without a parameter, kept as notes (1 instance): "
+              "cross_section, npoints\n"
+              "mzi.yml: note: kept as notes: the name 'mzi_demo', info of 1 instance, 1 placement, 'warnings'\n"
+              "mzi.yml: 3 elements, 2 nets, 4 outer ports, 6 settings (2 to parameters)\n"
+              "mzi.vrl: written\n");
+    EXPECT_EQ(imported.err, "");
+    EXPECT_EQ(imported.status, 0);
+    EXPECT_EQ(tool.run("show", {"mzi.vrl"}).out,
+              "Parameters{--}\n"
+              "Port{N3 -> N4,N5}\n"
+              "Building blocks{\n"
+              " arm = sfStraight( mcs=>(\"strip\") in0=N1,out0=N4) cmpID=1\n"
+              " mod = sfPhaseModulator( mcs=>(\"rib\") in0=N2,out0=N5,signal=N6) cmpID=2\n"
+              " split = sfSplitter( mcs=>(\"strip\") in0=N3,out0=N1,out1=N2) cmpID=3\n"
+              " }\n");
+}
+
+TEST(Import, WritesTheSameBytesEachTime) {
+    Tool const tool;
+    tool.write("mzi.yml", sampleNetlist());
+    tool.write("map.yml", sampleMap());
+    tool.run("import", {"mzi.yml", "--map", "map.yml", "-o", "a.vrl"});
+    tool.run("import", {"mzi.yml", "--map", "map.yml", "-o", "b.vrl"});
+    tool.run("import", {"mzi.yml", "--map", "map.yml", "-o", "b.vrl"});
+    EXPECT_EQ(tool.read("a.vrl"), tool.read("b.vrl"));
+}
+
+TEST(Import, TellsWithoutAnOutputWhatThereIsToTell) {
+    Tool const tool;
+    auto const looked = look(tool, "instances: {b: {component: sfBend, settings: {radius: 12}}}\n");
+    EXPECT_EQ(looked.out, "a.yml: 1 element, 0 nets, 0 outer ports, 1 setting (1 to parameters)\n");
+    EXPECT_EQ(looked.status, 0);
+}
+
+TEST(Import, NamesEachErrorWithItsPlace) {
+    Tool const tool;
+    tool.write("a.yml", "instances:\n"
+                        "  a: {component: sfBend, settings: {radius: wide, angle: 45}}\n"
+                        "  b: {component: sfBnd, settings: {}}\n"
+                        "  c: sfStraight\n"
+                        "nets:\n"
+                        "- {p1: \"a,out0\", p2: \"c,in1\"}\n"
+                        "- {p1: \"d,in0\", p2: \"a,in0\"}\n"
+                        "- {p1: \"b,in0\", p2: \"c,in0\"}\n"
+                        "- {p1: \"c,out0\", p2: \"c,out0\"}\n"
+                        "ports:\n"
+                        "  x: a,in0\n"
+                        "  y: b,in0\n"
+                        "  z: a,in7\n");
+    auto const imported = tool.run("import", {"a.yml", "-o", "a.vrl"});
+    EXPECT_EQ(imported.out,
+              "a.yml:2:45: error: 'radius' of instance 'a' is a text, where a number belongs\n"
+              "a.yml:3:18: error: component 'sfBnd' is no key of ours, and there is no map; did you mean 'sfBend'?\n"
+              "a.yml:6:22: error: 'c' (sfStraight) has no port 'in1'; did you mean 'in0'?\n"
+              "a.yml:7:8: error: there is no instance 'd'; did you mean 'a', 'b' or 'c'?\n"
+              "a.yml:9:22: error: 'c,out0' is joined with itself\n"
+              "a.yml:13:6: error: 'a' (sfBend) has no port 'in7'; did you mean 'in0'?\n"
+              "a.yml: 2 elements, 1 net, 1 outer port, 2 settings (1 to parameters); 6 left out\n"
+              "a.vrl: not written, for 6 errors; --partial imports the rest\n");
+    EXPECT_EQ(imported.status, 1);
+    EXPECT_FALSE(std::filesystem::exists(tool.path("a.vrl")));
+}
+
+TEST(Import, LeavesOutInPartWhatCannotBeCarriedOverAndGivesItBack) {
+    Tool const tool;
+    tool.write("a.yml", "instances:\n"
+                        "  a:\n"
+                        "    component: sfBend\n"
+                        "    settings:\n"
+                        "      angle: 45\n"
+                        "  odd:\n"
+                        "    component: antenna\n"
+                        "    settings:\n"
+                        "      gain: 3\n"
+                        "nets:\n"
+                        "- p1: a,out0\n"
+                        "  p2: odd,o1\n"
+                        "ports:\n"
+                        "  far: odd,o2\n"
+                        "  near: a,in0\n");
+    auto const imported = tool.run("import", {"a.yml", "--partial", "-o", "a.vrl"});
+    EXPECT_EQ(imported.out, "a.yml:7:16: error: component 'antenna' is no key of ours, and there is no map\n"
+                            "a.yml: 1 element, 0 nets, 1 outer port, 1 setting (1 to parameters); 3 left out\n"
+                            "a.vrl: written\n");
+    EXPECT_EQ(imported.status, 1);
+    auto const exported = tool.run("export", {"a.vrl"});
+    EXPECT_EQ(exported.out, "instances:\n"
+                            "  a:\n"
+                            "    component: sfBend\n"
+                            "    settings:\n"
+                            "      radius: 10\n"
+                            "      angle: 45\n"
+                            "      width: 0.45\n"
+                            "  odd:\n"
+                            "    component: antenna\n"
+                            "    settings:\n"
+                            "      gain: 3\n"
+                            "nets:\n"
+                            "- p1: a,out0\n"
+                            "  p2: odd,o1\n"
+                            "ports:\n"
+                            "  far: odd,o2\n"
+                            "  near: a,in0\n");
+    EXPECT_EQ(exported.err, "a.vrl: note: what its import left out is given back: 1 instance, 1 net, 1 outer port\n");
+    EXPECT_EQ(exported.status, 0);
+}
+
+TEST(Import, StoresValuesOutOfRangeAndWarns) {
+    Tool const tool;
+    auto const looked = look(tool, "instances: {b: {component: sfBend, settings: {radius: 2}}}\n");
+    EXPECT_EQ(looked.out,
+              "a.yml:1:55: warning: 'radius' of instance 'b': 2 is out of the range of 'radius', 5 to 500 um\n"
+              "a.yml: 1 element, 0 nets, 0 outer ports, 1 setting (1 to parameters)\n");
+    EXPECT_EQ(looked.status, 1);
+}
+
+TEST(Import, WarnsOfAnOpticalEndThatIsUsedTwice) {
+    Tool const tool;
+    auto const looked = look(tool, "instances: {a: sfBend, b: sfBend, c: sfBend, m: sfPhotodiode, n: sfPhotodiode}\n"
+                                   "connections:\n"
+                                   "  a,out0: b,in0\n"
+                                   "  c,in0: a,out0\n"
+                                   "  m,anode: n,anode\n"
+                                   "nets: [[\"b,in0\", \"a,out0\"]]\n"
+                                   "ports:\n"
+                                   "  in: b,in0\n"
+                                   "  also: b,in0\n"
+                                   "  bias: m,anode\n");
+    EXPECT_EQ(looked.out, "a.yml:4:10: warning: 'a,out0' is used 2 times; all that it joins becomes one node\n"
+                          "a.yml:8:7: warning: 'b,in0' is used 2 times; all that it joins becomes one node\n"
+                          "a.yml:9:3: warning: outer port 'also' is the end of 'in', too\n"
+                          "a.yml: note: 1 electrical end is used more than once\n"
+                          "a.yml: note: 1 net is told twice\n"
+                          "a.yml: 5 elements, 4 nets, 3 outer ports, 0 settings (0 to parameters)\n");
+    EXPECT_EQ(looked.status, 1);
+}
+
+TEST(Import, TakesArraysForTheirElements) {
+    Tool const tool;
+    tool.write("a.yml", "instances:\n"
+                        "  a:\n"
+                        "    component: sfBend\n"
+                        "    settings: {radius: 20}\n"
+                        "    array: {columns: 2, rows: 1, column_pitch: 50, row_pitch: 0}\n"
+                        "nets:\n"
+                        "- p1: a<0.0>,out0\n"
+                        "  p2: a<1.0>,in0\n"
+                        "- p1: a,in0\n"
+                        "  p2: a<2.0>,in0\n");
+    auto const imported = tool.run("import", {"a.yml", "--partial", "-o", "a.vrl"});
+    EXPECT_EQ(imported.out, "a.yml:9:7: error: 'a' is an array: name one of 'a<0.0>' to 'a<1.0>'\n"
+                            "a.yml:10:7: error: there is no instance 'a<2.0>'; did you mean 'a'?\n"
+                            "a.yml: 2 elements, 1 net, 0 outer ports, 2 settings (2 to parameters); 1 left out\n"
+                            "a.vrl: written\n");
+    EXPECT_EQ(tool.run("show", {"a.vrl"}).out, "Parameters{--}\n"
+                                               "Port{N -> N}\n"
+                                               "Building blocks{\n"
+                                               " a<0.0> = sfBend( mcs=>(\"strip\") out0=N1) cmpID=1\n"
+                                               " a<1.0> = sfBend(in0=N1) cmpID=2\n"
+                                               " }\n");
+}
+
+TEST(Import, TellsTheSameAsJson) {
+    Tool const tool;
+    tool.write("a.yml", "name: n\ninstances: {b: {component: sfBend, settings: {radius: 2}}}\nports: {o: \"b,in0\"}\n");
+    auto const imported = tool.run("import", {"a.yml", "-o", "a.vrl", "--json"});
+    EXPECT_EQ(imported.out, R"({
+  "format": "vrl-import",
+  "version": 1,
+  "file": "a.yml",
+  "map": null,
+  "output": "a.vrl",
+  "name": "n",
+  "counts": {
+    "instances": 1,
+    "elements": 1,
+    "nets": 0,
+    "ports": 1,
+    "settings": 1,
+    "parameters": 1,
+    "leftOut": 0
+  },
+  "findings": [
+    {
+      "severity": "warning",
+      "file": "a.yml",
+      "line": 2,
+      "column": 55,
+      "text": "'radius' of instance 'b': 2 is out of the range of 'radius', 5 to 500 um"
+    },
+    {
+      "severity": "note",
+      "file": "a.yml",
+      "text": "kept as notes: the name 'n'"
+    }
+  ]
+}
+)");
+    EXPECT_EQ(imported.status, 1);
+}
+
+TEST(Import, NamesTheCureForAFoundryThatIsMissing) {
+    Tool const tool;
+    tool.write("mzi.yml", sampleNetlist());
+    tool.write("map.yml", sampleMap());
+    std::string const config = tool.writeConfig("bare.ini", {"vrlDemoDll"});
+    auto const imported = tool.run("import", {"--config", config, "mzi.yml", "--map", "map.yml", "-o", "a.vrl"});
+    EXPECT_EQ(imported.out, "map.yml:1:10: error: no loaded plug-in brings the foundry 'SampleFab'\n"
+                            "mzi.yml: note: kept as notes: the name 'mzi_demo', info of 1 instance, 1 placement, "
+                            "'warnings'\n"
+                            "mzi.yml: 0 elements, 0 nets, 0 outer ports, 0 settings (0 to parameters); 9 left out\n"
+                            "a.vrl: not written, for 1 error; --partial imports the rest\n");
+    EXPECT_EQ(imported.status, 1);
+}
+
+TEST(Import, TakesAnEmptyNetlist) {
+    Tool const tool;
+    tool.write("a.json", "{\"instances\": {}}");
+    auto const imported = tool.run("import", {"a.json", "-o", "a.vrl"});
+    EXPECT_EQ(imported.out, "a.json: 0 elements, 0 nets, 0 outer ports, 0 settings (0 to parameters)\n"
+                            "a.vrl: written\n");
+    EXPECT_EQ(tool.run("export", {"a.vrl"}).out, "instances: {}\nnets: []\nports: {}\n");
+}
+
+TEST(Import, NamesPartsThatHaveNotTheShape) {
+    Tool const tool;
+    auto const looked = look(tool, "instances:\n"
+                                   "  a: 3\n"
+                                   "  b: {component: sfBend, settings: 3}\n"
+                                   "  c: {component: sfBend, array: {columns: 0}}\n"
+                                   "  d: {component: sfBend, vrl: {foundri: x, values: {radius: abc}, notes: [1]}}\n"
+                                   "nets: [3, [\"b,in0\"], {p1: b, p2: \"b,out0\"}]\n"
+                                   "ports: {x: 1}\n"
+                                   "placements: 3\n"
+                                   "vrl: {nodes: 3}\n");
+    EXPECT_EQ(looked.out,
+              "a.yml:2:6: error: instance 'a' is a number, where a map with 'component' belongs\n"
+              "a.yml:3:36: error: 'settings' of instance 'b' is a number, where a map belongs\n"
+              "a.yml:4:43: error: array of instance 'c': a count is a whole number from 1\n"
+              "a.yml:5:32: warning: 'vrl' has no member 'foundri'; it is left out; did you mean 'foundry'?\n"
+              "a.yml:5:61: error: value of 'radius' is a text, where a number belongs\n"
+              "a.yml:5:74: error: 'notes' of 'vrl' is a list, where a map belongs\n"
+              "a.yml:6:8: error: a net is a number, where a map of 'p1' and 'p2' belongs\n"
+              "a.yml:6:11: error: a net has 1 end and needs two\n"
+              "a.yml:6:27: error: 'p1' is 'b', where \"instance,port\" belongs\n"
+              "a.yml:7:12: error: the end of outer port 'x' is a number, where \"instance,port\" belongs\n"
+              "a.yml:8:13: error: 'placements' is a number, where a map belongs\n"
+              "a.yml:9:14: error: 'nodes' of 'vrl' is a number, where a list belongs\n"
+              "a.yml: 2 elements, 0 nets, 0 outer ports, 0 settings (0 to parameters)\n");
+}
+
+}  // namespace

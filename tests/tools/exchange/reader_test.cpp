@@ -1,0 +1,147 @@
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <string>
+
+#include "tests/tools/tool.h"
+
+namespace {
+
+using vrl_test::Tool;
+
+struct Bad {
+    char const* name;
+    char const* file;
+    std::string text;
+    char const* message;
+};
+
+class BadNetlist : public testing::TestWithParam<Bad> {};
+
+TEST_P(BadNetlist, IsRefusedWithItsPlace) {
+    Tool const tool;
+    tool.write(GetParam().file, GetParam().text);
+    auto const imported = tool.run("import", {GetParam().file, "-o", "a.vrl"});
+    EXPECT_EQ(imported.err, GetParam().message);
+    EXPECT_EQ(imported.out, "");
+    EXPECT_EQ(imported.status, 2);
+}
+
+std::string repeated(std::string const& text, std::size_t count) {
+    std::string result;
+    for (std::size_t i = 0; i < count; ++i) result += text;
+    return result;
+}
+
+/// Ten aliases of ten aliases, and so on.
+std::string aliasBomb() {
+    std::string text = "a0: &a0 [x,x,x,x,x,x,x,x,x,x]\n";
+    for (int i = 1; i < 12; ++i) {
+        std::string const n = std::to_string(i), before = "*a" + std::to_string(i - 1);
+        text += "a" + n + ": &a" + n + " [" + repeated(before + ",", 9) + before + "]\n";
+    }
+    return text + "instances: {}\n";
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Reader, BadNetlist,
+    testing::Values(
+        Bad{"Empty", "a.yml", "", "vrl: a.yml: is empty\n  give the path of a file of JSON or YAML\n"},
+        Bad{"ZeroByte", "a.yml", std::string("instances:\n  a: \0b", 17),
+            "vrl: a.yml:2:6: holds a zero byte\n  give the path of a file of JSON or YAML\n"},
+        Bad{"OtherBytes", "a.yml", "instances:\n  caf\xE9: sfBend\n",
+            "vrl: a.yml:2:6: is no UTF-8\n  save it as UTF-8, for names with accents\n"},
+        Bad{"DeepJson", "a.json", repeated("[", 100000), "vrl: a.json:1:101: is nested deeper than 100 levels\n"},
+        Bad{"DeepYaml", "a.yml", "instances: " + repeated("{a: ", 200) + "1" + repeated("}", 200),
+            "vrl: a.yml:1:408: is nested deeper than 100 levels\n"},
+        Bad{"AliasBomb", "a.yml", aliasBomb(),
+            "vrl: a.yml:6:38: its aliases make more than 1000000 values\n  write them out\n"},
+        Bad{"AliasOfItself", "a.yml", "instances: &x {a: *x}\n",
+            "vrl: a.yml:1:19: an alias stands inside what it means\n  write it out\n"},
+        Bad{"NameTwiceInYaml", "a.yml", "instances:\n  a: sfBend\n  b: sfBend\n  a: sfBend\n",
+            "vrl: a.yml:4:3: 'a' stands twice; the first is in line 2\n  rename or remove one of them\n"},
+        Bad{"NameTwiceInJson", "a.json", "{\"instances\":\n {\"a\": 1,\n  \"a\": 2}}",
+            "vrl: a.json:3:3: 'a' stands twice; the first is in line 2\n  rename or remove one of them\n"},
+        Bad{"HugeNumberInYaml", "a.yml", "instances: {a: 1e999}\n",
+            "vrl: a.yml:1:16: the number 1e999 is too large\n  no number of a program holds it\n"},
+        Bad{"HugeNumberInJson", "a.json", "{\"instances\": 1e999}",
+            "vrl: a.json:1:15: a number is too large\n  no number of a program holds it\n"},
+        Bad{"CutShort", "a.json", "{\"instances\": {",
+            "vrl: a.json:1:15: syntax error while parsing object key - unexpected end of input; expected string "
+            "literal\n"},
+        Bad{"UnknownTag", "a.yml", "instances: {a: !odd sfBend}\n",
+            "vrl: a.yml:1:16: the tag '!odd' is not known here\n  write a plain value\n"},
+        Bad{"MapForAName", "a.yml", "instances: {{a: b}: c}\n",
+            "vrl: a.yml:1:13: the name of a member is a map\n  names are texts\n"},
+        Bad{"SecondDocument", "a.yml", "instances: {}\n---\nx: 1\n",
+            "vrl: a.yml:2:1: a second document begins here\n  keep one document in a file\n"},
+        Bad{"List", "a.yml", "- a\n",
+            "vrl: a.yml: holds a list and no netlist\n"
+            "  a netlist is a map with 'instances', 'nets' or 'connections', and 'ports'\n"}),
+    [](auto const& given) { return given.param.name; });
+
+TEST(Reader, RefusesWhatIsNoRegularFile) {
+    Tool const tool;
+    ASSERT_EQ(mkfifo(tool.path("pipe.yml").c_str(), 0600), 0);
+    ASSERT_EQ(mkdir(tool.path("folder.yml").c_str(), 0700), 0);
+    for (std::string const name : {"pipe.yml", "folder.yml"}) {
+        auto const imported = tool.run("import", {name});
+        EXPECT_EQ(imported.err,
+                  "vrl: " + name + ": is not a regular file\n  give the path of a file of JSON or YAML\n");
+        EXPECT_EQ(imported.status, 2);
+    }
+    EXPECT_EQ(tool.run("import", {"none.yml"}).err, "vrl: none.yml: cannot be read: No such file or directory\n"
+                                                    "  give the path of a file of JSON or YAML\n");
+}
+
+TEST(Reader, NamesTheOneThatIsMeantForInstances) {
+    Tool const tool;
+    tool.write("a.yml", "instance: {}\n");
+    EXPECT_EQ(tool.run("import", {"a.yml"}).err, "vrl: a.yml: has no 'instances'\n  is 'instance' meant for it?\n");
+    tool.write("a.yml", "top:\n  instances: {}\n");
+    EXPECT_EQ(tool.run("import", {"a.yml"}).err,
+              "vrl: a.yml: holds netlists by name: 'top'\n  give each of them a file of its own\n");
+}
+
+TEST(Reader, TakesPlainScalarsByTheCoreSchema) {
+    Tool const tool;
+    tool.write("a.yml", "instances:\n"
+                        "  a:\n"
+                        "    component: sfBend\n"
+                        "    info: [~, null, True, 'true', yes, 0x1F, 0o17, 010, +1.50, .5, 5., 1e5, -.INF, .nan,\n"
+                        "           '1', 1_000, 12:30, 2024-01-01, \"\\x01\\n\", 123456789012345678901234567890, é]\n");
+    ASSERT_EQ(tool.run("import", {"a.yml", "-o", "a.vrl"}).status, 0);
+    EXPECT_EQ(tool.run("export", {"a.vrl"}).out, "instances:\n"
+                                                 "  a:\n"
+                                                 "    component: sfBend\n"
+                                                 "    info:\n"
+                                                 "    - null\n"
+                                                 "    - null\n"
+                                                 "    - true\n"
+                                                 "    - \"true\"\n"
+                                                 "    - \"yes\"\n"
+                                                 "    - 31\n"
+                                                 "    - 15\n"
+                                                 "    - 10\n"
+                                                 "    - 1.50\n"
+                                                 "    - 0.5\n"
+                                                 "    - 5.0\n"
+                                                 "    - 1.0e+5\n"
+                                                 "    - -.inf\n"
+                                                 "    - .nan\n"
+                                                 "    - \"1\"\n"
+                                                 "    - \"1_000\"\n"
+                                                 "    - \"12:30\"\n"
+                                                 "    - \"2024-01-01\"\n"
+                                                 "    - \"\\u0001\\n\"\n"
+                                                 "    - 123456789012345678901234567890\n"
+                                                 "    - \"é\"\n"
+                                                 "    settings:\n"
+                                                 "      radius: 10\n"
+                                                 "      angle: 90\n"
+                                                 "      width: 0.45\n"
+                                                 "nets: []\n"
+                                                 "ports: {}\n");
+}
+
+}  // namespace

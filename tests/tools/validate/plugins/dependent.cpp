@@ -1,0 +1,7 @@
+// Names a library that is not there when it is loaded.
+
+struct Factory;
+
+extern "C" void solve();
+
+extern "C" __attribute__((visibility("default"))) void initLibraryBB(Factory*) { solve(); }

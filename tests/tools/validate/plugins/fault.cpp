@@ -1,0 +1,3 @@
+#include "fault.h"
+
+Fault const kFault = Fault::VRL_TEST_FAULT;

@@ -1,0 +1,46 @@
+#pragma once
+
+// What is wrong with a plug-in of these tests. Each is built of the same sources with another fault.
+enum class Fault {
+    kNone,
+    // while it is loaded and entered
+    kCrashesInConstructor,
+    kHangs,
+    kExits,
+    kThrows,
+    kPrints,
+    kTalks,
+    kBringsNothing,
+    kEmptyKey,
+    kVersionZero,
+    kVersionFuture,
+    kPostLoadThrows,
+    kPostLoadRegisters,
+    kCrashesAtEnd,
+    kChangesEnvironment,
+    kNeedsToBeFirst,
+    // what it brings
+    kNullFoundryCrashes,
+    kNullFoundryThrows,
+    kForgetsFoundry,
+    kFlowThrows,
+    kOtherName,
+    kAnySection,
+    kPortTwice,
+    kParameterTwice,
+    kUndescribed,
+    kOutOfRange,
+    kBoundsSwapped,
+    kTextForm,
+    kCopyThrows,
+    kRefersToOwner,
+    kSavedType,
+    kNotSaved,
+    kSavedDifferently,
+    kRandomBytes,
+    kViewNull,
+    kViewOtherName
+};
+
+/// The fault of this plug-in.
+extern Fault const kFault;

@@ -1,0 +1,112 @@
+#include "kinds.h"
+
+#include <cstdlib>
+
+namespace broken {
+
+namespace {
+
+using Number = ValueRange<double, vrl::Value<double>>;
+
+std::string writtenAs;  // what a Block that is saved differently was saved as last
+unsigned blocks = 0;    // those that live
+
+/// The foundry that the base is handed.
+vrl::Foundry const* handedOn(vrl::Foundry const* foundry) {
+    return kFault == Fault::kForgetsFoundry ? nullptr : foundry;
+}
+
+/// A parameter that asks its block, and does what a read of freed memory may do.
+class Borrowed : public vrl::Value<double> {
+public:
+    Borrowed() : Value("shape", 1.0, "number of the shape", "1") {}
+    std::ostream& operator<<(std::ostream& os) const override {
+        if (blocks == 0) std::abort();
+        return Value::operator<<(os);
+    }
+};
+
+}  // namespace
+
+VRL_DEFINE_PERSISTENCE(Reach, AttributeWithExpr)
+
+vrl::SerFormat<Reach> const& Reach::serFormat() {
+    using Format = vrl::SerFormat<Reach>;
+    static auto const format = kFault == Fault::kNotSaved
+                                   ? Format("Reach").type("brReach")
+                                   : Format("Reach").type("brReach").member("text", &Reach::text);
+    return format;
+}
+
+Reach::Reach(std::string const& name) : AttributeWithExpr(name) {}
+
+bool Reach::setStringValue(std::string const& value) {
+    text = kFault == Fault::kTextForm ? value + "!" : value;
+    return true;
+}
+
+void Reach::setValue(vrl::Attribute const* other) {
+    if (kFault == Fault::kCopyThrows) throw "no copies";
+    if (auto const* reach = dynamic_cast<Reach const*>(other)) text = reach->text;
+}
+
+texstream& Reach::toTex(texstream& tex) const {
+    tex.os() << text;
+    return tex;
+}
+
+std::ostream& Reach::toCpp(std::ostream& os, std::string const& name) const {
+    return os << "Reach(\"" << name << "\")";
+}
+
+Block::Block(vrl::Foundry const* foundry) : BB(handedOn(foundry)) {
+    ++blocks;
+    if (!foundry && kFault == Fault::kNullFoundryThrows) throw "no foundry given";
+    if (kFault == Fault::kNullFoundryCrashes) setAnnotation("of", foundry->describe());
+    pin(1, 1);
+    if (kFault == Fault::kPortTwice) addPort("out0", vrl::EnumList::Optics);
+    bool const described = kFault != Fault::kUndescribed;
+    double const value = kFault == Fault::kOutOfRange ? 500.0 : 50.0;
+    bool const swapped = kFault == Fault::kBoundsSwapped;
+    addAttribute(new Number("length", value, swapped ? 100.0 : 1.0, swapped ? 1.0 : 100.0,
+                            described ? "from port to port" : "", described ? "um" : ""));
+    if (kFault == Fault::kParameterTwice) addDouble("length", 1.0, "again", "um");
+    if (kFault == Fault::kRefersToOwner) addAttribute(new Borrowed);
+}
+
+Block::~Block() { --blocks; }
+
+std::string Block::getName() const { return kFault == Fault::kOtherName ? "brOther" : "brBlock"; }
+
+std::string Block::getSerTypeName() {
+    if (kFault == Fault::kSavedType) return "brSaved";
+    if (kFault != Fault::kSavedDifferently) return BB::getSerTypeName();
+    writtenAs += "x";
+    return writtenAs;
+}
+
+vrl::SerRegister* Block::getSerRegister() {
+    if (kFault == Fault::kRandomBytes && getDouble("length") != 50.0 && getDouble("length") != 12.0) std::abort();
+    return BB::getSerRegister();
+}
+
+vrl::CrossSection* Flow::createCS(double const& width, double radius) const {
+    if (kFault == Fault::kFlowThrows && width <= 0.0) throw std::string("no width");
+    return new Section(width, radius);
+}
+
+Fab::Fab() {
+    flows.Register<Flow>("brFlow");
+    crossSections.Register<Section>("brStrip");
+}
+
+vrl::CrossSection* Fab::createCS(std::string const& name, double const& width, double radius) const {
+    return kFault == Fault::kAnySection ? new Section(width, radius) : Foundry::createCS(name, width, radius);
+}
+
+BlockView::BlockView(vrl::BB* block)
+    : TypeView(block, kFault == Fault::kViewOtherName ? "Broken/Other" : "Broken/View") {
+    if (kFault == Fault::kViewNull) getViewData().addString("of", block->getName(), "the kind");
+}
+
+}  // namespace broken

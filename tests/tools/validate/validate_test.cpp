@@ -1,0 +1,162 @@
+#include <gtest/gtest.h>
+
+#include <nlohmann/json.hpp>
+
+#include "tests/tools/tool.h"
+#include "validate/elf.h"
+
+namespace {
+
+using vrl_test::Tool;
+
+constexpr char kSampleFab[] = "lib_wn_foundrySampleFab.so.5.1.3";
+constexpr char kDemo[] = "lib_wn_vrlDemoDll.so.5.1.3";
+
+std::string brokenFile(std::string const& fault) { return VRL_BROKEN_PLUGINS "/lib_wn_" + fault + ".so.5.1.3"; }
+
+/// Puts both sample plug-ins into the folder.
+void takeSamples(Tool const& tool) {
+    for (char const* const name : {kSampleFab, kDemo})
+        tool.write(name, vrl_test::readFile(VRL_SAMPLE_PLUGINS "/" + std::string(name)));
+}
+
+/// A whole output, with the name of this machine in its place.
+std::string expected(std::string const& name) {
+    std::string text = vrl_test::readFile(VRL_VALIDATE_EXPECTED "/" + name);
+    std::string const machine = vrltool::readElf(VRL_TOOL_PROGRAM).machine;
+    for (auto place = text.find("@machine@"); place != std::string::npos; place = text.find("@machine@"))
+        text.replace(place, 9, machine);
+    return text;
+}
+
+TEST(Validate, PassesBothSamplePluginsWholly) {
+    Tool const tool;
+    takeSamples(tool);
+    auto const shown = tool.run("validate", {kSampleFab, kDemo});
+    EXPECT_EQ(shown.out, expected("samples.txt"));
+    EXPECT_EQ(shown.err, "");
+    EXPECT_EQ(shown.status, 0);
+}
+
+TEST(Validate, TellsProgramsTheSame) {
+    Tool const tool;
+    takeSamples(tool);
+    auto const shown = tool.run("validate", {"--json", kSampleFab});
+    EXPECT_EQ(shown.out, expected("sample_fab.json"));
+    EXPECT_EQ(shown.err, "");
+    EXPECT_EQ(shown.status, 0);
+}
+
+TEST(Validate, PassesTheSamplePluginBesideItsOwnConfiguration) {
+    Tool const tool;
+    takeSamples(tool);
+    std::string const config = tool.writeConfig("both.ini", {"vrlDemoDll", "foundrySampleFab"});
+    auto const shown = tool.run("validate", {"--config", config, "--only", "two-plugins", "--only", "key-clash",
+                                             VRL_SAMPLE_PLUGINS "/" + std::string(kSampleFab)});
+    EXPECT_EQ(shown.out, VRL_SAMPLE_PLUGINS "/" + std::string(kSampleFab) +
+                             "\n"
+                             "  two-plugins  pass  with 1 other\n"
+                             "  key-clash    pass  with 1 other\n"
+                             "\n"
+                             "2 checks: 2 passed, 0 failed, 0 warnings, 0 not run\n");
+    EXPECT_EQ(shown.status, 0);
+}
+
+TEST(Validate, LeavesOutWhatAFailureHinders) {
+    Tool const tool;
+    auto const shown = tool.run("validate", {"--seconds", "1", brokenFile("Hangs")});
+    EXPECT_EQ(shown.out, brokenFile("Hangs") + "\n" + expected("hangs.txt"));
+    EXPECT_EQ(shown.status, 1);
+}
+
+TEST(Validate, TellsFindingsToPrograms) {
+    Tool const tool;
+    auto const shown = tool.run("validate", {"--json", "--only", "defaults-in-range", brokenFile("OutOfRange")});
+    EXPECT_EQ(shown.out, R"({
+  "format": "vrl-validate",
+  "version": 1,
+  "plugins": [
+    {
+      "path": ")" + brokenFile("OutOfRange") +
+                             R"(",
+      "conforms": false,
+      "passed": 0,
+      "failed": 1,
+      "notRun": 0,
+      "checks": [
+        {
+          "id": "defaults-in-range",
+          "severity": "error",
+          "result": "fail",
+          "findings": [
+            {
+              "thing": "block 'brBlock', parameter 'length'",
+              "what": "has the default 500 outside of its range, 1 to 100",
+              "cure": "the bounds belong to the range: minimum <= default <= maximum"
+            }
+          ]
+        }
+      ]
+    }
+  ]
+}
+)");
+    EXPECT_EQ(shown.status, 1);
+}
+
+TEST(Validate, AllowsTheMessageChannelAndNotesIt) {
+    Tool const tool;
+    auto const shown = tool.run("validate", {"--only", "entry-quiet", brokenFile("Talks")});
+    EXPECT_EQ(shown.out, brokenFile("Talks") + "\n"
+                                               "  entry-quiet  pass  message channel: 'ready'\n"
+                                               "\n"
+                                               "1 check: 1 passed, 0 failed, 0 warnings, 0 not run\n");
+    EXPECT_EQ(shown.status, 0);
+}
+
+TEST(Validate, ListsItsChecks) {
+    Tool const tool;
+    auto const shown = tool.run("validate", {"--list"});
+    EXPECT_EQ(shown.out, expected("list.txt"));
+    EXPECT_EQ(shown.status, 0);
+    auto const json = nlohmann::json::parse(tool.run("validate", {"--list", "--json"}).out);
+    EXPECT_EQ(json["checks"].size(), 28u);
+    EXPECT_EQ(json["checks"][2]["needs"], nlohmann::json::parse(R"(["regular-file"])"));
+}
+
+TEST(Validate, RunsEverythingButWhatIsSkipped) {
+    Tool const tool;
+    takeSamples(tool);
+    auto const shown = tool.run("validate", {"--only", "loads", "--only", "machine", "--skip", "machine", kDemo});
+    EXPECT_EQ(shown.out, std::string(kDemo) + "\n"
+                                              "  loads  pass\n"
+                                              "\n"
+                                              "1 check: 1 passed, 0 failed, 0 warnings, 0 not run\n");
+}
+
+TEST(Validate, NamesNearChecksForAWrongOne) {
+    Tool const tool;
+    auto const shown = tool.run("validate", {"--only", "load", kDemo});
+    EXPECT_EQ(shown.err, "vrl: no check 'load': 'vrl validate --list' lists them\n"
+                         "  did you mean 'loads'?\n");
+    EXPECT_EQ(shown.out, "");
+    EXPECT_EQ(shown.status, 2);
+}
+
+TEST(Validate, RefusesAConfigurationThatIsNotThere) {
+    Tool const tool;
+    auto const shown = tool.run("validate", {"--config", "gone.ini", kDemo});
+    EXPECT_EQ(shown.err, "vrl: gone.ini: cannot read this configuration file\n"
+                         "  give a readable file with --config FILE, or none\n");
+    EXPECT_EQ(shown.status, 2);
+}
+
+TEST(Validate, RefusesToCheckNothing) {
+    Tool const tool;
+    EXPECT_EQ(tool.run("validate").err, "vrl: no plug-in given: there is nothing to check\n"
+                                        "  vrl validate PLUGIN..., or --list\n");
+    EXPECT_EQ(tool.run("validate", {"--only", "loads", "--skip", "loads", kDemo}).err,
+              "vrl: --only and --skip: leave no check to run\n");
+}
+
+}  // namespace

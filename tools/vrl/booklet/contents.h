@@ -1,0 +1,92 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "vrllib/vrllib.h"
+
+namespace vrltool {
+
+// What a booklet tells of a foundry: texts and numbers as the plug-in gives them, with no object left behind.
+
+/// On which side of its block a port is drawn. Its domain and the first letters of its name tell.
+enum class Side { kLeft, kRight, kBelow, kAbove };
+
+struct ParameterFacts {
+    std::string name;
+    std::string type;
+    std::string value;         ///< the default; with an expression behind it if it has one
+    std::string range;         ///< empty without one
+    std::string distribution;  ///< of what is spread over its range
+    std::string unit;
+    std::string description;
+};
+
+struct PortFacts {
+    std::string name;
+    vrl::EnumList::Domain domain;
+    Side side;
+};
+
+/// An element of a composite.
+struct ElementFacts {
+    std::string name;
+    std::string kind;
+};
+
+/// A node of a composite.
+struct NodeFacts {
+    std::string outside;  ///< "input 1", "output 2", "electrical 1"; empty if the node is inside only
+    std::vector<std::string> ends;
+};
+
+/// A view that applies to a block.
+struct ViewFacts {
+    std::string key;
+    std::string description;
+};
+
+struct BlockFacts {
+    std::string kind;
+    std::string section;  ///< the cross section of its choice; empty without one
+    std::string flow;     ///< likewise
+    std::vector<PortFacts> ports;
+    std::vector<ParameterFacts> parameters;
+    bool composite = false;
+    std::vector<ElementFacts> elements;
+    std::vector<NodeFacts> nodes;
+    std::vector<ViewFacts> views;
+};
+
+/// A cross section as it is without a given width and straight.
+struct SectionFacts {
+    std::string kind;
+    std::string description;
+    std::optional<double> width;  ///< nothing if the object tells none
+    std::vector<ParameterFacts> parameters;
+};
+
+struct FlowFacts {
+    std::string kind;
+    std::string section;          ///< what it makes without a given width; empty if nothing
+    std::optional<double> width;  ///< of that
+    std::vector<ParameterFacts> parameters;
+};
+
+struct FoundryFacts {
+    std::string name;
+    std::string description;
+    std::string section;  ///< the default choice
+    std::string flow;     ///< likewise
+    std::vector<FlowFacts> flows;
+    std::vector<SectionFacts> sections;
+    std::vector<BlockFacts> blocks;
+};
+
+/// Asks the plug-ins. Without a choice, the blocks are those whose code lies in the same file as that of the foundry.
+///
+/// A Failure tells of unknown names, and of a plug-in that throws.
+FoundryFacts factsOf(std::string const& foundry, std::vector<std::string> const& chosenBlocks);
+
+}  // namespace vrltool

@@ -1,0 +1,32 @@
+#include "booklet/tex_table.h"
+
+#include <ostream>
+
+#include "text/number.h"
+
+namespace vrltool {
+
+namespace {
+
+void writeRow(std::ostream& os, std::vector<std::string> const& cells) {
+    for (std::size_t i = 0; i < cells.size(); ++i) os << (i > 0 ? " & " : "") << cells[i];
+    os << " \\\\\n";
+}
+
+}  // namespace
+
+void TexTable::write(std::ostream& os) const {
+    std::vector<std::string> headings;
+    os << "{\\small\n\\begin{longtable}{@{}";
+    for (Column const& column : columns) {
+        os << column.type << '{' << numberText(column.share) << '}';
+        headings.push_back("\\vrlhead{" + column.heading + "}");
+    }
+    os << "@{}}\n\\toprule\n";
+    writeRow(os, headings);
+    os << "\\midrule\n\\endhead\n\\bottomrule\n\\endlastfoot\n";
+    for (auto const& row : rows) writeRow(os, row);
+    os << "\\end{longtable}}\n\n";
+}
+
+}  // namespace vrltool

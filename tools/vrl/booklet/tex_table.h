@@ -1,0 +1,28 @@
+#pragma once
+
+#include <iosfwd>
+#include <string>
+#include <vector>
+
+namespace vrltool {
+
+/// A table that may go on over pages, its heading on each.
+class TexTable {
+public:
+    struct Column {
+        char type;     ///< 'P' of prose or 'N' of names
+        double share;  ///< of the width of the text
+        std::string heading;
+    };
+
+    explicit TexTable(std::vector<Column> all) : columns(std::move(all)) {}
+    /// Adds a row of LaTeX; as many cells as columns.
+    void add(std::vector<std::string> cells) { rows.push_back(std::move(cells)); }
+    void write(std::ostream& os) const;
+
+private:
+    std::vector<Column> columns;
+    std::vector<std::vector<std::string>> rows;
+};
+
+}  // namespace vrltool

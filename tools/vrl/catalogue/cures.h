@@ -1,0 +1,12 @@
+#pragma once
+
+#include <string>
+
+#include "host/load_watch.h"
+
+namespace vrltool {
+
+/// What to do about a library that was not loaded; empty if that is not plain.
+std::string cureOf(Load const& load);
+
+}  // namespace vrltool

@@ -1,0 +1,141 @@
+#include "catalogue/page.h"
+
+#include <algorithm>
+#include <memory>
+
+#include "circuit/circuit.h"
+#include "host/foreign_work.h"
+#include "host/load_watch.h"
+#include "text/failure.h"
+#include "text/table.h"
+
+namespace vrltool {
+
+namespace {
+
+void takeParameters(Page& page, vrl::Attributes& list) {
+    page.parameters = parametersOf(list);
+    for (Parameter& parameter : page.parameters) parameter.attribute = nullptr;
+    for (auto note = list.beginAnnotation(); note != list.endAnnotation(); ++note) page.notes.push_back(*note);
+}
+
+void takeChoice(Page& page, vrl::Foundry::CSInfo const& choice) {
+    page.crossSection = choice.getCSName();
+    page.flow = choice.getFlowName();
+}
+
+std::string directionOf(vrl::PortLabel const& label) {
+    if (label.isOpticalInput()) return "input";
+    return label.isOpticalOutput() ? "output" : "";
+}
+
+bool isBoundary(Circuit const& circuit, unsigned node) {
+    auto const has = [&](std::vector<unsigned> const& nodes) {
+        return std::find(nodes.begin(), nodes.end(), node) != nodes.end();
+    };
+    return has(circuit.inputs) || has(circuit.outputs) || has(circuit.dc);
+}
+
+/// Where a node leads to from one of its ends.
+std::string otherEnds(Circuit const& circuit, unsigned node, std::size_t element, std::size_t pin) {
+    std::vector<std::string> others;
+    for (End const& end : circuit.nodes.at(node))
+        if (end.element != element || end.pin != pin) others.push_back(circuit.endText(end));
+    if (isBoundary(circuit, node)) others.emplace_back("outside");
+    return others.empty() ? "nothing" : joined(others);
+}
+
+void takeElements(Page& page, vrl::Netlist& netlist) {
+    Circuit const circuit = circuitFrom(netlist, 0);
+    for (std::size_t e = 0; e < circuit.elements.size(); ++e) {
+        Element const& element = circuit.elements[e];
+        Page::Element told{element.label(), element.kind, {}};
+        for (std::size_t p = 0; p < element.pins.size(); ++p)
+            if (unsigned const node = element.pins[p].node)
+                told.joins.push_back(element.pins[p].name + " to " + otherEnds(circuit, node, e, p));
+        page.elements.push_back(std::move(told));
+    }
+}
+
+template <class T>
+T& present(Made<T> const& object, Kind const& kind) {
+    if (object) return *object;
+    throw Failure(kind.key, "the plug-in " + kind.plugin() + " makes nothing of this key");
+}
+
+void describeAttribute(Page& page, vrl::Foundry const*) {
+    auto const made = makeAttribute(page.kind.key);
+    vrl::Attribute& attribute = present(made, page.kind);
+    page.about = attribute.getType();
+    page.parameters.push_back(parameterOf(attribute));
+    page.parameters.back().attribute = nullptr;
+}
+
+void describeFoundry(Page& page, vrl::Foundry const*) {
+    auto const made = makeFoundry(page.kind.key);
+    vrl::Foundry& foundry = present(made, page.kind);
+    page.about = foundry.describe();
+    takeChoice(page, foundry.getCSFlow());
+    takeParameters(page, foundry);
+    for (auto flow = foundry.beginFlow(); flow != foundry.endFlow(); ++flow) page.flows.push_back(flow->first);
+    for (auto section = foundry.beginCrossSection(); section != foundry.endCrossSection(); ++section) {
+        std::unique_ptr<vrl::CrossSection> const guide(foundry.createCS(section->first));
+        page.crossSections.emplace_back(section->first, guide ? guide->describe() : "");
+    }
+    for (Kind const& kind : kindsOf(kBlock)) {
+        if (kind.file != page.kind.file) continue;
+        auto const block = makeBlock(&foundry, kind.key);
+        page.blocks.push_back({kind.key, block ? blockLine(*block) : ""});
+    }
+}
+
+void describeBlock(Page& page, vrl::Foundry const* foundry) {
+    auto const made = makeBlock(foundry, page.kind.key);
+    vrl::BB& block = present(made, page.kind);
+    page.foundry = block.getFoundryName();
+    takeChoice(page, static_cast<vrl::BB const&>(block).vrl::BB::getCS());
+    takeParameters(page, block);
+    for (auto port = block.beginPort(); port != block.endPort(); ++port)
+        page.ports.push_back(
+            {port->getName().getName(), directionOf(port->getName()), vrl::EnumList::getName(port->getDomain())});
+    auto* const composite = dynamic_cast<vrl::CBB*>(&block);
+    page.composite = composite != nullptr;
+    if (composite) takeElements(page, *composite->getAsNetlist());
+}
+
+void describeNetlist(Page& page, vrl::Foundry const*) {
+    auto const made = makeNetlist(page.kind.key);
+    vrl::Netlist& netlist = present(made, page.kind);
+    takeParameters(page, netlist);
+    takeElements(page, netlist);
+}
+
+void describeView(Page& page, vrl::Foundry const*) {
+    auto const made = makeView(page.kind.target, page.kind.key);
+    vrl::View& view = present(made, page.kind);
+    page.about = view.describe();
+    takeParameters(page, view.getViewData());
+    for (Kind const& kind : kindsOf(kBlock))
+        if (page.kind.target == kBlockView && view.applyOn(kind.key)) page.appliesTo.push_back(kind.key);
+}
+
+}  // namespace
+
+Page pageOf(Kind const& kind, vrl::Foundry const* foundry) {
+    using Describe = void (*)(Page&, vrl::Foundry const*);
+    static constexpr Describe describers[] = {&describeAttribute, &describeFoundry, &describeBlock, &describeNetlist,
+                                              &describeView,      &describeView,    &describeView};
+    Page page;
+    page.kind = kind;
+    ForeignWork const work(kind.plugin() + ": making '" + printable(kind.key) + "'");
+    try {
+        describers[kind.target](page, foundry);
+    } catch (Failure const&) {
+        throw;
+    } catch (...) {
+        throw Failure(kind.key, "the plug-in " + kind.plugin() + " threw '" + thrownText() + "' while this was made");
+    }
+    return page;
+}
+
+}  // namespace vrltool

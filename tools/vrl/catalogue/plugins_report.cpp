@@ -1,0 +1,300 @@
+#include "catalogue/plugins_report.h"
+
+#include <algorithm>
+#include <cmath>
+#include <filesystem>
+#include <fstream>
+#include <nlohmann/json.hpp>
+#include <ostream>
+#include <utility>
+#include <vector>
+
+#include "catalogue/cures.h"
+#include "host/configured_libraries.h"
+#include "text/json.h"
+#include "text/number.h"
+#include "text/table.h"
+
+namespace vrltool {
+
+namespace {
+
+using Result = Load::Result;
+
+struct Place {
+    std::string path;
+    char const* state;  ///< what is the matter with it
+};
+
+struct Report {
+    std::string file;  ///< the configuration in use; empty if there is none
+    bool named = false;
+    bool readable = false;
+    std::vector<Place> places;
+    std::vector<ConfiguredLibrary> libraries;
+    std::vector<Load> loads;
+    std::vector<std::size_t> besides;  ///< the loads that the configuration does not name
+};
+
+std::vector<Place> placesOf(Report const& report) {
+    std::vector<Place> places;
+    bool searched = !report.named;
+    for (std::string const& path : configFilePlaces()) {
+        bool const inUse = searched && path == report.file;
+        places.push_back({path, inUse ? "in use" : searched ? "not there" : "not looked at"});
+        if (inUse) searched = false;
+    }
+    return places;
+}
+
+Report collect(std::string const& config) {
+    Report report;
+    report.loads = watchedLoads();
+    report.libraries = configuredLibraries(report.loads);
+    report.file = vrlConfigFile();
+    report.named = !config.empty();
+    std::error_code ignored;
+    report.readable = std::filesystem::is_regular_file(report.file, ignored) && std::ifstream(report.file).is_open();
+    report.places = placesOf(report);
+    std::vector<bool> configured(report.loads.size());
+    for (ConfiguredLibrary const& library : report.libraries)
+        for (std::size_t const load : library.loads) configured[load] = true;
+    for (std::size_t i = 0; i < configured.size(); ++i)
+        if (!configured[i]) report.besides.push_back(i);
+    return report;
+}
+
+bool searchedInVain(Report const& report) {
+    return !report.named && std::none_of(report.places.begin(), report.places.end(),
+                                         [&](Place const& place) { return place.path == report.file; });
+}
+
+/// What came of a line: for people, and for programs.
+struct State {
+    char const* text;
+    char const* id;
+};
+
+State stateOf(ConfiguredLibrary const& library, Report const& report) {
+    if (library.failed(report.loads)) return {"not loaded", "failed"};
+    if (!library.loads.empty()) return {"loaded", "loaded"};
+    if (library.key == "e" && library.paths.empty()) return {"not set", "nothing"};
+    if (library.key == "sodllfile" || library.key == "f") {
+        bool const pattern = library.name.find('*') != std::string::npos;
+        return pattern ? State{"matches no file", "nothing"} : State{"loaded already", "nothing"};
+    }
+    return {"holds no library", "nothing"};
+}
+
+/// The system's text without the path that it begins with, which stands above it.
+std::string shortReason(Load const& load) {
+    std::string const head = load.path + ": ";
+    bool const repeats = load.reason.compare(0, head.size(), head) == 0;
+    return repeats ? load.reason.substr(head.size()) : load.reason;
+}
+
+/// The cure of a load; none where another folder had the library.
+std::string cureFor(Load const& load, ConfiguredLibrary const* library, Report const& report) {
+    bool const missed = load.result == Result::kUnmapped && library && !library->failed(report.loads);
+    return missed ? std::string() : cureOf(load);
+}
+
+double rounded(double milliseconds) { return std::round(milliseconds * 10) / 10; }
+
+/// Rows of a label and a text; equal labels that follow each other are told once, long lists are broken.
+class Rows {
+public:
+    explicit Rows(std::ostream& stream) : os(stream) {}
+
+    void row(std::string const& label, std::string const& text) {
+        std::string const shown = std::exchange(last, label) == label ? "" : label;
+        os << "  " << shown << std::string(kLabel - shown.size(), ' ') << printable(text) << '\n';
+    }
+
+    /// "HEAD: a, b, c".
+    void list(std::string const& label, std::string const& head, std::vector<std::string> const& words) {
+        std::string line = head + ":";
+        for (std::size_t i = 0; i < words.size(); ++i) {
+            std::string const word = words[i] + (i + 1 < words.size() ? "," : "");
+            if (line.size() + word.size() > kWidth) {
+                row(label, line);
+                line = "   ";
+            }
+            line += " " + word;
+        }
+        row(label, line);
+    }
+
+    /// The next label is told whatever the last one was.
+    void restart() { last.clear(); }
+
+private:
+    static constexpr std::size_t kLabel = 8;
+    static constexpr std::size_t kWidth = 90;
+
+    std::ostream& os;
+    std::string last;
+};
+
+std::string keyText(BroughtKey const& key, Load const& load) {
+    return key.file == load.file ? key.key : key.key + " (code in " + key.file + ")";
+}
+
+void writeKeys(Rows& rows, Load const& load) {
+    for (std::size_t target = 0; target < kTargets.size(); ++target) {
+        std::vector<std::string> keys;
+        for (BroughtKey const& key : load.keys)
+            if (key.target == target && key.takenFrom.empty()) keys.push_back(keyText(key, load));
+        if (!keys.empty()) rows.list("brings", kTargets[target].plural, keys);
+    }
+    for (BroughtKey const& key : load.keys)
+        if (!key.takenFrom.empty())
+            rows.row("takes",
+                     keyText(key, load) + " (" + kTargets[key.target].plural + ") from " + pluginName(key.takenFrom));
+}
+
+void writeLoad(std::ostream& os, Load const& load, std::string const& cure, PluginsOptions const& options) {
+    Rows rows(os);
+    rows.row("path", load.path.empty() ? "none" : load.path);
+    if (!load.reason.empty()) rows.row("why", shortReason(load));
+    if (!cure.empty()) rows.row("cure", cure);
+    std::string served;
+    for (std::size_t const target : load.serves)
+        served += (served.empty() ? "" : ", ") + std::string(kTargets[target].plural);
+    if (!served.empty()) rows.row("serves", served);
+    writeKeys(rows, load);
+    if (load.result == Result::kLoaded && load.keys.empty()) rows.row("brings", "no key");
+    if (options.times) rows.row("time", numberText(rounded(load.milliseconds)) + " ms");
+}
+
+void writeHead(std::ostream& os, Report const& report) {
+    if (report.file.empty())
+        os << "configuration  none, and no place to write one\n";
+    else if (report.named)
+        os << "configuration  " << report.file << "  (named with --config)\n";
+    else if (searchedInVain(report))
+        os << "configuration  " << report.file << "  (written, since none was found)\n";
+    else
+        os << "configuration  " << report.file << (report.readable ? "\n" : "  (cannot be read)\n");
+    Table places;
+    for (std::size_t i = 0; i < report.places.size(); ++i)
+        places.add({i == 0 ? "looked for in" : "", report.places[i].state, report.places[i].path});
+    if (!report.named) places.write(os);
+}
+
+std::string nameOf(ConfiguredLibrary const& library) {
+    if (library.key == "e") return "variable " + library.name;
+    if (library.key == "d") return "folder " + library.name;
+    return library.name.empty() ? "(no name)" : library.name;
+}
+
+std::string placeText(ConfiguredLibrary const& library, Report const& report) {
+    if (library.line == 0) return {};
+    std::string const line = ", line " + std::to_string(library.line);
+    return library.file == report.file ? line : line + " of " + library.file;
+}
+
+void writeText(std::ostream& os, Report const& report, PluginsOptions const& options) {
+    writeHead(os, report);
+    std::size_t failed = 0, loaded = 0;
+    for (ConfiguredLibrary const& library : report.libraries) {
+        std::string const state = stateOf(library, report).id;
+        failed += state == "failed";
+        loaded += state == "loaded";
+        os << '\n'
+           << printable(nameOf(library) + placeText(library, report)) << ": " << stateOf(library, report).text << '\n';
+        for (std::size_t const load : library.loads)
+            writeLoad(os, report.loads[load], cureFor(report.loads[load], &library, report), options);
+    }
+    for (std::size_t const load : options.all ? report.besides : std::vector<std::size_t>()) {
+        bool const works = report.loads[load].result == Result::kLoaded;
+        os << '\n'
+           << printable(pluginName(report.loads[load].path)) << ", not configured: " << (works ? "" : "not ")
+           << "loaded\n";
+        writeLoad(os, report.loads[load], cureFor(report.loads[load], nullptr, report), options);
+    }
+    if (report.libraries.empty())
+        os << "\nno library is configured\n";
+    else
+        os << "\n"
+           << counted(report.libraries.size(), "line names a library", "lines name libraries") << ": " << loaded
+           << " loaded, " << failed << " failed\n";
+}
+
+char const* resultId(Result result) {
+    switch (result) {
+    case Result::kLoaded:
+        return "loaded";
+    case Result::kUnmapped:
+        return "not mapped";
+    case Result::kRefused:
+        return "refused";
+    case Result::kNoEntry:
+        return "no entry point";
+    case Result::kEnded:
+        return "ended";
+    }
+    return "";
+}
+
+Json loadJson(Load const& load, std::string const& cure, PluginsOptions const& options) {
+    Json json{{"path", load.path}, {"result", resultId(load.result)}};
+    if (!load.reason.empty()) json["reason"] = load.reason;
+    if (!cure.empty()) json["cure"] = cure;
+    json["serves"] = Json::array();
+    for (std::size_t const target : load.serves) json["serves"].push_back(kTargets[target].id);
+    json["keys"] = Json::array();
+    json["takenOver"] = Json::array();
+    for (BroughtKey const& key : load.keys) {
+        Json entry{{"target", kTargets[key.target].id}, {"key", key.key}, {"file", key.file}};
+        if (!key.takenFrom.empty()) entry["from"] = key.takenFrom;
+        json[key.takenFrom.empty() ? "keys" : "takenOver"].push_back(entry);
+    }
+    if (options.times) json["milliseconds"] = rounded(load.milliseconds);
+    return json;
+}
+
+Json configurationJson(Report const& report) {
+    Json json{{"file", report.file}, {"named", report.named}, {"readable", report.readable}};
+    json["lookedFor"] = Json::array();
+    for (Place const& place : report.named ? std::vector<Place>() : report.places)
+        json["lookedFor"].push_back(Json{{"path", place.path}, {"state", place.state}});
+    return json;
+}
+
+Json reportJson(Report const& report, PluginsOptions const& options) {
+    Json json = jsonHead("plugins", 1);
+    json["configuration"] = configurationJson(report);
+    json["libraries"] = Json::array();
+    for (ConfiguredLibrary const& library : report.libraries) {
+        Json entry{{"name", library.name}, {"key", library.key}};
+        if (library.line != 0) entry.update(Json{{"file", library.file}, {"line", library.line}});
+        entry["state"] = stateOf(library, report).id;
+        entry["loads"] = Json::array();
+        for (std::size_t const load : library.loads)
+            entry["loads"].push_back(
+                loadJson(report.loads[load], cureFor(report.loads[load], &library, report), options));
+        json["libraries"].push_back(entry);
+    }
+    if (!options.all) return json;
+    json["notConfigured"] = Json::array();
+    for (std::size_t const load : report.besides)
+        json["notConfigured"].push_back(
+            loadJson(report.loads[load], cureFor(report.loads[load], nullptr, report), options));
+    return json;
+}
+
+}  // namespace
+
+Outcome writePluginsReport(std::ostream& os, PluginsOptions const& options, std::string const& config, bool json) {
+    Report const report = collect(config);
+    if (json)
+        writeJson(os, reportJson(report, options));
+    else
+        writeText(os, report, options);
+    bool const failed = std::any_of(report.libraries.begin(), report.libraries.end(),
+                                    [&](ConfiguredLibrary const& library) { return library.failed(report.loads); });
+    return failed || !report.readable ? Outcome::kFindings : Outcome::kFine;
+}
+
+}  // namespace vrltool

@@ -1,0 +1,19 @@
+#include "check/findings.h"
+
+#include <algorithm>
+#include <tuple>
+#include <utility>
+
+namespace vrltool {
+
+std::vector<Finding> Findings::take() {
+    auto const place = [](Finding const& finding) {
+        return std::tie(finding.place.element, finding.place.port, finding.place.parameter);
+    };
+    std::stable_sort(list.begin(), list.end(), [&](Finding const& a, Finding const& b) {
+        return place(a) != place(b) ? place(a) < place(b) : a.severity > b.severity;
+    });
+    return std::exchange(list, {});
+}
+
+}  // namespace vrltool

@@ -1,0 +1,60 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "check/rule.h"
+#include "check/scope.h"
+#include "text/progress.h"
+
+namespace vrltool {
+
+/// Where in a design something was found; what does not apply is empty or 0.
+struct Place {
+    std::string element;  ///< its path, "arms/upper"; empty for the design itself
+    std::string port;
+    std::string parameter;
+    unsigned node = 0;
+};
+
+/// What a rule found.
+struct Finding {
+    Rule const* rule;
+    Severity severity;
+    Place place;
+    std::string what;
+    std::string cure;
+};
+
+/// Takes the findings of one rule after the other.
+class Findings {
+public:
+    /// What comes from now on is of this rule.
+    void begin(Rule const& asked, Severity asSevere) {
+        rule = &asked;
+        severity = asSevere;
+    }
+    /// Adds a finding. Neither text ends in a full stop.
+    void add(Place place, std::string what, std::string cure) {
+        list.push_back({rule, severity, std::move(place), std::move(what), std::move(cure)});
+    }
+    /// Whether the rule can look at the element: it has a block, and of the block is known what the rule needs.
+    bool covers(Subject const& subject) {
+        progress.step();
+        return subject.element->block && !isLeftOut(*rule, subject);
+    }
+    /// Whether something that the rule needs is not known of the element.
+    static bool isLeftOut(Rule const& rule, Subject const& subject) {
+        return ((rule.needs & kKind) && subject.standIn) || ((rule.needs & kFoundry) && subject.foundryUnknown);
+    }
+    /// All findings by element, port and parameter, heaviest first; the list is empty afterwards.
+    std::vector<Finding> take();
+
+private:
+    Progress progress{"looking", "times at an element"};
+    Rule const* rule = nullptr;
+    Severity severity = Severity::kOff;
+    std::vector<Finding> list;
+};
+
+}  // namespace vrltool

@@ -1,0 +1,62 @@
+#include "check/rule.h"
+
+#include <algorithm>
+#include <string_view>
+
+#include "text/failure.h"
+#include "text/near_names.h"
+
+namespace vrltool {
+
+namespace {
+
+Rules joined() {
+    Rules rules;
+    for (auto const family : {&elementRules, &parameterRules, &foundryRules, &portRules, &nodeRules, &boundaryRules})
+        rules.insert(rules.end(), family().begin(), family().end());
+    std::sort(rules.begin(), rules.end(),
+              [](Rule const& a, Rule const& b) { return std::string_view(a.id) < std::string_view(b.id); });
+    return rules;
+}
+
+}  // namespace
+
+// In the order of the values.
+char const* severityWord(Severity severity) {
+    static char const* const words[] = {"off", "note", "warning", "error"};
+    return words[static_cast<int>(severity)];
+}
+
+std::vector<std::string> const& severityWords() {
+    static std::vector<std::string> const words{"error", "warning", "note", "off"};
+    return words;
+}
+
+bool severityOf(std::string const& word, Severity& severity) {
+    for (Severity const s : {Severity::kOff, Severity::kNote, Severity::kWarning, Severity::kError}) {
+        if (word != severityWord(s)) continue;
+        severity = s;
+        return true;
+    }
+    return false;
+}
+
+Rules const& allRules() {
+    static Rules const rules = joined();
+    return rules;
+}
+
+std::vector<std::string> ruleIds() {
+    std::vector<std::string> ids;
+    for (Rule const& rule : allRules()) ids.emplace_back(rule.id);
+    return ids;
+}
+
+Rule const& ruleOf(std::string const& id) {
+    for (Rule const& rule : allRules())
+        if (id == rule.id) return rule;
+    std::string const near = didYouMean(id, ruleIds());
+    throw Failure("'" + id + "'", "there is no such rule", near.empty() ? "'vrl explain' lists the rules" : near);
+}
+
+}  // namespace vrltool

@@ -1,0 +1,66 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace vrltool {
+
+struct Scope;
+class Findings;
+
+/// How much a finding weighs. An error or a warning makes the exit status 1, a note does not.
+enum class Severity { kOff, kNote, kWarning, kError };
+
+/// "off", "note", "warning" or "error".
+char const* severityWord(Severity severity);
+/// All four words, heaviest first.
+std::vector<std::string> const& severityWords();
+/// The severity of a word. False if there is none.
+bool severityOf(std::string const& word, Severity& severity);
+
+/// What a rule has to know of an element; where it is not known, the rule leaves the element out.
+enum Needs : unsigned {
+    kNothing = 0,
+    kKind = 1,     ///< its kind: not on stand-ins
+    kFoundry = 2,  ///< its foundry: not where the name of the foundry is unknown
+    kTies = 4      ///< a circuit around it: not on a block that was saved alone
+};
+
+/// What 'vrl explain' tells of a rule: sentences, which are wrapped, and an example, which is shown as it stands.
+struct Page {
+    char const* meaning;
+    char const* why;
+    char const* example;
+    char const* cure;
+};
+
+/// One rule of 'vrl check'. All that there is of it stands in one entry of the table of its family.
+struct Rule {
+    char const* id;     ///< short words with "-" between them; stable, since people write them into scripts
+    char const* title;  ///< one line without a full stop
+    Severity severity;  ///< unless somebody sets another
+    unsigned needs;     ///< of Needs
+    void (*check)(Scope const&, Findings&);  ///< looks at one circuit, without the insides of its composites
+    Page page;
+};
+
+using Rules = std::vector<Rule>;
+
+/// All rules, by id.
+Rules const& allRules();
+/// Their ids.
+std::vector<std::string> ruleIds();
+/// The rule of that id. A Failure tells a wrong one, with near ones.
+Rule const& ruleOf(std::string const& id);
+
+/**@{*/
+/// The families, each in its own file.
+Rules const& elementRules();
+Rules const& parameterRules();
+Rules const& foundryRules();
+Rules const& portRules();
+Rules const& nodeRules();
+Rules const& boundaryRules();
+/**@}*/
+
+}  // namespace vrltool

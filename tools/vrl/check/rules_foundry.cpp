@@ -1,0 +1,149 @@
+#include <algorithm>
+#include <memory>
+
+#include "check/findings.h"
+#include "check/foreign.h"
+#include "check/words.h"
+#include "text/near_names.h"
+
+// Rules that look at foundries and at the choices of cross sections and process flows.
+
+namespace vrltool {
+
+namespace {
+
+std::vector<std::string> foundryNames() {
+    std::vector<std::string> names;
+    for (auto const& entry : FactoryLoader<vrl::Foundry>::factory()) names.push_back(entry.first);
+    return names;
+}
+
+void unknownFoundry(Scope const& scope, Findings& findings) {
+    auto const names = foundryNames();
+    for (Subject const& subject : scope.subjects) {
+        if (!findings.covers(subject) || !subject.foundryUnknown) continue;
+        std::string const near = didYouMean(subject.element->foundry, names);
+        findings.add({subject.path, "", "", 0}, "no loaded plug-in has its foundry " + quoted(subject.element->foundry),
+                     near.empty() ? "load the plug-in that brings it; 'vrl plugins' shows what is loaded" : near);
+    }
+}
+
+void noFoundry(Scope const& scope, Findings& findings) {
+    for (Subject const& subject : scope.subjects)
+        if (findings.covers(subject) && subject.element->foundry.empty())
+            findings.add({subject.path, "", "", 0}, "the block is made for no foundry",
+                         "put a block in its place that is made for a foundry");
+}
+
+template <class Iterator>
+std::vector<std::string> keys(Iterator first, Iterator last) {
+    std::vector<std::string> names;
+    for (; first != last; ++first) names.push_back(first->first);
+    return names;
+}
+
+bool has(std::vector<std::string> const& names, std::string const& name) {
+    return std::find(names.begin(), names.end(), name) != names.end();
+}
+
+/// Whether a foundry makes a cross section of a name that its table does not have.
+bool makesSection(vrl::Foundry const& foundry, std::string const& name) {
+    std::unique_ptr<vrl::CrossSection> section;
+    contained([&] { section.reset(foundry.createCS(name)); });
+    return section != nullptr;
+}
+
+void checkChoice(Subject const& subject, std::string const& port, vrl::Foundry::CSInfo const& choice,
+                 Findings& findings) {
+    vrl::Foundry const& foundry = *subject.foundry;
+    auto const add = [&](std::string const& what, std::string const& name, std::vector<std::string> const& names,
+                         std::string const& things) {
+        findings.add({subject.path, port, "", 0},
+                     "the foundry " + quoted(subject.element->foundry) + " has no " + what + " " + quoted(name),
+                     namesHint(name, names, things));
+    };
+    auto const sections = keys(foundry.beginCrossSection(), foundry.endCrossSection());
+    auto const flows = keys(foundry.beginFlow(), foundry.endFlow());
+    std::string const& cs = choice.getCSName();
+    std::string const& flow = choice.getFlowName();
+    if (!cs.empty() && !has(sections, cs) && !makesSection(foundry, cs))
+        add("cross section", cs, sections, "its cross sections");
+    if (!flow.empty() && !has(flows, flow)) add("process flow", flow, flows, "its process flows");
+}
+
+void unknownChoice(Scope const& scope, Findings& findings) {
+    for (Subject const& subject : scope.subjects) {
+        if (!findings.covers(subject) || !subject.foundry) continue;
+        vrl::BB const& block = *subject.element->block;
+        checkChoice(subject, "", block.vrl::BB::getCS(), findings);
+        for (auto port = block.beginPort(); port != block.endPort(); ++port)
+            checkChoice(subject, port->getName(), port->getCS(), findings);
+    }
+}
+
+void choiceNotAllowed(Scope const& scope, Findings& findings) {
+    for (Subject const& subject : scope.subjects) {
+        if (!findings.covers(subject)) continue;
+        vrl::BB const& block = *subject.element->block;
+        vrl::Foundry::CSInfo const& choice = block.vrl::BB::getCS();
+        if (choice == vrl::Foundry::CSInfo(nullptr)) continue;
+        bool allowed = true;
+        contained([&] { allowed = block.isAllowed(choice); });
+        if (!allowed)
+            findings.add({subject.path, "", "", 0},
+                         "the kind " + quoted(subject.element->kind) + " may not be made with " + choiceText(choice),
+                         "choose another cross section or process flow; 'vrl describe' shows those of the foundry");
+    }
+}
+
+}  // namespace
+
+Rules const& foundryRules() {
+    static Rules const rules{
+        {"unknown-foundry",
+         "a block is made for a foundry that no loaded plug-in has",
+         Severity::kError,
+         kNothing,
+         unknownFoundry,
+         {"The block keeps the name of its foundry, and no loaded plug-in brings a foundry of that name.",
+          "The foundry makes cross sections and knows what can be printed. Without it nobody can tell how wide a "
+          "waveguide is, and the rules about cross sections cannot look at the block.",
+          "bend: no loaded plug-in has its foundry 'SampleFb' [unknown-foundry]",
+          "Load the plug-in of the foundry; 'vrl list foundries' shows those that are there. A block of another "
+          "foundry "
+          "takes its place otherwise."}},
+        {"no-foundry",
+         "a block is made for no foundry",
+         Severity::kNote,
+         kNothing,
+         noFoundry,
+         {"The block was made without a foundry, and keeps no name of one.",
+          "Nobody can make a cross section for it: it is fit for a first sketch, and not for a mask.",
+          "delay: the block is made for no foundry [no-foundry]",
+          "Make the block for a foundry. If sketches are meant, skip this rule."}},
+        {"unknown-choice",
+         "a choice names a cross section or process flow that the foundry does not have",
+         Severity::kError,
+         kFoundry,
+         unknownChoice,
+         {"A block, or one of its ports, has chosen a cross section or a process flow by name, and its foundry has "
+          "none "
+          "of that name. Nothing tests the names when they are set.",
+          "The foundry then falls back to its defaults without a word: the waveguide is made, but not the one that the "
+          "designer asked for.",
+          "bend: the foundry 'SampleFab' has no cross section 'stripe'; did you mean 'strip'? [unknown-choice]",
+          "Correct the name. 'vrl describe FOUNDRY' shows its cross sections and flows."}},
+        {"choice-not-allowed",
+         "a block has a choice that its kind does not allow",
+         Severity::kError,
+         kKind,
+         choiceNotAllowed,
+         {"A kind can refuse cross sections and process flows, and it refuses the one that this block has.",
+          "A modulator needs a slab that carries its current: made with a strip it is a waveguide with two pads.",
+          "mod: the kind 'fabModulator' may not be made with cross section 'strip' [choice-not-allowed]",
+          "Choose a cross section or process flow that the kind allows; its description should say which."}},
+    };
+    return rules;
+}
+
+}  // namespace vrltool

@@ -1,0 +1,234 @@
+#include <cmath>
+#include <set>
+#include <sstream>
+
+#include "check/findings.h"
+#include "check/foreign.h"
+#include "check/words.h"
+
+// Rules that look at parameters, those of elements and those of the design itself.
+
+namespace vrltool {
+
+namespace {
+
+/// Shows each parameter of a scope to a function.
+template <class Function>
+void eachParameter(Scope const& scope, Findings& findings, Function look) {
+    for (Parameter const& parameter : scope.own.parameters) look(scope.own, parameter);
+    for (Subject const& subject : scope.subjects)
+        if (findings.covers(subject))
+            for (Parameter const& parameter : subject.parameters) look(subject, parameter);
+}
+
+Place placeOf(Subject const& subject, Parameter const& parameter) { return {subject.path, "", parameter.name, 0}; }
+
+/// "parameter 'length' is 5 um".
+std::string valueSentence(Parameter const& parameter) {
+    return "parameter " + quoted(parameter.name) + " is " + parameter.text +
+           (parameter.unit.empty() || parameter.unit == "1" ? "" : " " + parameter.unit);
+}
+
+std::string withUnit(std::string const& text, std::string const& unit) {
+    return unit.empty() || unit == "1" ? text : text + " " + unit;
+}
+
+bool emptyRange(Parameter const& parameter) {
+    auto const above = [](auto const& min, auto const& max) { return min > max; };
+    if (auto const* const min = std::get_if<int>(&parameter.min)) return above(*min, std::get<int>(parameter.max));
+    if (auto const* const min = std::get_if<double>(&parameter.min))
+        return above(*min, std::get<double>(parameter.max));
+    if (auto const* const min = std::get_if<std::complex<double>>(&parameter.min))
+        return above(min->real(), std::get<std::complex<double>>(parameter.max).real());
+    return false;
+}
+
+std::string firstLine(std::string const& text) { return text.substr(0, text.find('\n')); }
+
+/// The complaint of a parameter of a type whose bounds only its plug-in knows.
+std::string complaintOf(Parameter const& parameter) {
+    std::ostringstream complaint;
+    contained([&] { parameter.attribute->inSpec(complaint); });
+    return firstLine(complaint.str());
+}
+
+void valueOutOfRange(Scope const& scope, Findings& findings) {
+    eachParameter(scope, findings, [&](Subject const& subject, Parameter const& parameter) {
+        if (parameter.inRange) return;
+        std::string const value = valueSentence(parameter);
+        std::string const range = withUnit(rangeText(parameter), parameter.unit);
+        if (!parameter.hasRange)
+            findings.add(placeOf(subject, parameter), value + ", which its type refuses: " + complaintOf(parameter),
+                         "give it a value that its type accepts");
+        else if (emptyRange(parameter))
+            findings.add(placeOf(subject, parameter), value + ", and its range " + range + " holds no value",
+                         "mend the range in the plug-in");
+        else
+            findings.add(placeOf(subject, parameter), value + ", outside its range " + range,
+                         "give it a value from " + range);
+    });
+}
+
+enum class Odd { kNo, kNotANumber, kInfinite };
+
+Odd oddity(ParameterValue const& value) {
+    std::complex<double> number = 0;
+    if (auto const* const real = std::get_if<double>(&value)) number = *real;
+    if (auto const* const complex = std::get_if<std::complex<double>>(&value)) number = *complex;
+    if (std::isnan(number.real()) || std::isnan(number.imag())) return Odd::kNotANumber;
+    return std::isinf(number.real()) || std::isinf(number.imag()) ? Odd::kInfinite : Odd::kNo;
+}
+
+// Bounds that let infinity in are meant; those of a stand-in are not known.
+void valueNotFinite(Scope const& scope, Findings& findings) {
+    eachParameter(scope, findings, [&](Subject const& subject, Parameter const& parameter) {
+        Odd const odd = oddity(parameter.value);
+        if (odd == Odd::kNotANumber || (odd == Odd::kInfinite && !parameter.hasRange && !subject.standIn))
+            findings.add(placeOf(subject, parameter), valueSentence(parameter) + ", which is no finite number",
+                         "give it a number");
+    });
+}
+
+void unknownParameterType(Scope const& scope, Findings& findings) {
+    std::set<std::string> missing;
+    for (MissingKind const& kind : scope.design->missing)
+        if (kind.what == MissingKind::What::kParameter) missing.insert(kind.name);
+    if (missing.empty()) return;
+    eachParameter(scope, findings, [&](Subject const& subject, Parameter const& parameter) {
+        if (missing.count(parameter.type))
+            findings.add(placeOf(subject, parameter),
+                         "parameter " + quoted(parameter.name) + " is of the type " + quoted(parameter.type) +
+                             ", which no loaded plug-in has",
+                         "load the plug-in that brings it; 'vrl plugins' shows what is loaded");
+    });
+}
+
+void undeclaredParameter(Scope const& scope, Findings& findings) {
+    for (Subject const& subject : scope.subjects) {
+        if (!findings.covers(subject)) continue;
+        vrl::Attributes const& list = *subject.element->block;
+        std::vector<std::string> const declared(list.beginAttribute(), list.endAttribute());
+        std::set<std::string> const known(declared.begin(), declared.end());
+        for (Parameter const& parameter : subject.parameters)
+            if (!known.count(parameter.name))
+                findings.add(placeOf(subject, parameter),
+                             "parameter " + quoted(parameter.name) + " came with the file; the kind " +
+                                 quoted(subject.element->kind) + " does not have it",
+                             namesHint(parameter.name, declared, "its parameters"));
+    }
+}
+
+void expressionNotCalculated(Scope const& scope, Findings& findings) {
+    eachParameter(scope, findings, [&](Subject const& subject, Parameter const& parameter) {
+        auto const* const holder = dynamic_cast<vrl::AttributeWithExpr const*>(parameter.attribute);
+        if (parameter.expression.empty() || !holder || holder->isCalculated()) return;
+        findings.add(placeOf(subject, parameter),
+                     valueSentence(parameter) + ", which was not calculated from its expression " +
+                         quoted(parameter.expression),
+                     "let the host calculate it, or set the value, which takes the expression away");
+    });
+}
+
+bool allInRange(Subject const& subject) {
+    for (Parameter const& parameter : subject.parameters)
+        if (!parameter.inRange) return false;
+    return true;
+}
+
+// The check of a composite hands on what the blocks inside say, and those are asked by themselves.
+void ownCheck(Scope const& scope, Findings& findings) {
+    for (Subject const& subject : scope.subjects) {
+        if (!findings.covers(subject) || !allInRange(subject)) continue;
+        if (dynamic_cast<vrl::CBB const*>(subject.element->block)) continue;
+        vrl::Attributes const& list = *subject.element->block;
+        std::ostringstream complaint;
+        bool good = true;
+        std::string thrown;
+        if (!contained([&] { good = list.inSpec(complaint); }, &thrown)) {
+            good = false;
+            complaint << "it threw " << quoted(thrown);
+        }
+        if (!good)
+            findings.add({subject.path, "", "", 0},
+                         "the check of the kind " + quoted(subject.element->kind) +
+                             " itself complains: " + firstLine(complaint.str()),
+                         "set the parameters so that they go together; 'vrl describe' shows them");
+    }
+}
+
+}  // namespace
+
+Rules const& parameterRules() {
+    static Rules const rules{
+        {"value-out-of-range",
+         "a parameter is outside its range",
+         Severity::kError,
+         kKind,
+         valueOutOfRange,
+         {"The value of a parameter is less than the least or greater than the greatest that its block declares. The "
+          "bounds belong to the range. Setting and reading such a value is allowed; only this check tells of it.",
+          "The range is what the foundry can print and what the model of the block holds for. Outside, a bend "
+          "radiates, "
+          "a gap is not resolved, or a simulation gives numbers that mean nothing.",
+          "ring: parameter 'radius' is 2 um, outside its range 5 to 500 um [value-out-of-range]",
+          "Give it a value from the range, or take another block that is made for this value."}},
+        {"value-not-finite",
+         "a parameter is no finite number",
+         Severity::kError,
+         kNothing,
+         valueNotFinite,
+         {"The value of a parameter is nan, or it is infinite and its range does not ask for that.",
+          "No range holds against nan: it is neither too small nor too great, passes every check, and turns everything "
+          "that is calculated from it, a whole layout at worst, into nan.",
+          "upper: parameter 'length' is nan um, which is no finite number [value-not-finite]",
+          "Set the parameter to a number. Mostly an expression or a script before divided by zero."}},
+        {"unknown-parameter-type",
+         "a parameter is of a type that no loaded plug-in has",
+         Severity::kError,
+         kNothing,
+         unknownParameterType,
+         {"The file holds a parameter of a type that comes from a plug-in, and no loaded plug-in has it. Its value "
+          "cannot be read; its name, unit and description can.",
+          "What the parameter says is lost to everybody who works with the design without that plug-in.",
+          "awg: parameter 'profile' is of the type 'Spline', which no loaded plug-in has [unknown-parameter-type]",
+          "Install and configure the plug-in. 'vrl plugins' shows which files were tried and why one failed."}},
+        {"undeclared-parameter",
+         "a parameter that the kind of its block does not have",
+         Severity::kWarning,
+         kKind,
+         undeclaredParameter,
+         {"The file holds a parameter that blocks of this kind, as the loaded plug-in makes them, do not declare.",
+          "Nothing reads it. Mostly the plug-in gave the parameter another name since the design was saved: then the "
+          "value of the designer stands under the old name without effect, and the new one has its default.",
+          "ring: parameter 'rad' came with the file; the kind 'sfBend' does not have it; did you mean 'radius'? "
+          "[undeclared-parameter]",
+          "Carry the value over to the parameter that the kind has now, and save the design with a new block."}},
+        {"expression-not-calculated",
+         "a parameter was not calculated from its expression",
+         Severity::kNote,
+         kNothing,
+         expressionNotCalculated,
+         {"The parameter has an expression, and its value is not marked as calculated. The library stores expressions; "
+          "to calculate them is the affair of the program that works on the design.",
+          "The value that layout and simulation use may have nothing to do with the expression that the designer "
+          "reads.",
+          "upper: parameter 'length' is 100 um, which was not calculated from its expression 'L0 + dL' "
+          "[expression-not-calculated]",
+          "Open the design in the program that calculates expressions, or set the value: that takes the expression "
+          "away."}},
+        {"own-check",
+         "the check of a kind itself complains",
+         Severity::kError,
+         kKind,
+         ownCheck,
+         {"A kind can have a check of its own, of parameters that have to go together. It complains, though each "
+          "parameter is within its range.",
+          "A coupler whose gap and width are both allowed may still be one that the foundry cannot print; only the "
+          "author of the block knows.",
+          "dc: the check of the kind 'fabCoupler' itself complains: gap and width exceed the pitch [own-check]",
+          "Follow what the block says. 'vrl describe KIND' shows its parameters."}},
+    };
+    return rules;
+}
+
+}  // namespace vrltool

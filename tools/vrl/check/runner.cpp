@@ -1,0 +1,140 @@
+#include "check/runner.h"
+
+#include <algorithm>
+
+#include "check/foreign.h"
+#include "check/words.h"
+#include "host/start.h"
+#include "text/failure.h"
+
+namespace vrltool {
+
+namespace {
+
+bool names(std::vector<std::string> const& ids, Rule const& rule) {
+    return std::find(ids.begin(), ids.end(), rule.id) != ids.end();
+}
+
+void setSeverity(std::vector<ChosenRule>& rules, std::string const& setting) {
+    auto const equals = setting.find('=');
+    std::string const level = equals == std::string::npos ? "" : setting.substr(equals + 1);
+    Rule const& wanted = ruleOf(setting.substr(0, equals));
+    Severity severity{};
+    if (!severityOf(level, severity))
+        throw Failure("--severity " + setting, level.empty() ? "has no level" : "there is no level '" + level + "'",
+                      namesHint(level, severityWords(), "write RULE=LEVEL; the levels"));
+    for (ChosenRule& chosen : rules)
+        if (chosen.rule == &wanted) chosen.severity = severity;
+}
+
+void attachFoundries(Design const& design) {
+    std::string thrown;
+    bool const attached = contained(
+        [&] {
+            if (design.netlist) prepareWhole(*design.netlist);
+            if (design.block && !design.block->getFoundryName().empty())
+                design.block->setFoundry(vrl::Foundry::create(design.block->getFoundryName()));
+        },
+        &thrown);
+    if (!attached)
+        throw Failure(design.path, "a foundry of this design cannot be made: " + thrown,
+                      "'vrl validate' checks the plug-in that brings it");
+}
+
+LeaveReason const kAlone{"no circuit", "the file holds a single block and no circuit"};
+LeaveReason const kNoKind{"unknown kind", "whose kind no loaded plug-in has"};
+LeaveReason const kNoFoundry{"unknown foundry", "whose foundry no loaded plug-in has"};
+
+/// Why a rule leaves an element out, or null.
+LeaveReason const* reasonToLeaveOut(Rule const& rule, Subject const& subject) {
+    if (!Findings::isLeftOut(rule, subject)) return nullptr;
+    return (rule.needs & kKind) && subject.standIn ? &kNoKind : &kNoFoundry;
+}
+
+std::vector<LeftOut> leftOutOf(Scopes const& scopes, std::vector<ChosenRule> const& rules) {
+    bool const alone = scopes.all().size() == 1 && scopes.all().front().solo;
+    std::vector<LeftOut> list;
+    for (ChosenRule const& chosen : rules) {
+        if (!chosen.runs()) continue;
+        Rule const& rule = *chosen.rule;
+        if (alone && (rule.needs & kTies)) {
+            list.push_back({&rule, 0, &kAlone});
+            continue;
+        }
+        for (LeaveReason const* const reason : {&kNoKind, &kNoFoundry}) {
+            std::size_t count = 0;
+            for (Scope const& scope : scopes.all())
+                for (Subject const& subject : scope.subjects) count += reasonToLeaveOut(rule, subject) == reason;
+            if (count > 0) list.push_back({&rule, count, reason});
+        }
+    }
+    return list;
+}
+
+std::vector<Finding> findingsOf(Scopes const& scopes, std::vector<ChosenRule> const& rules) {
+    Findings findings;
+    for (ChosenRule const& chosen : rules) {
+        if (!chosen.runs()) continue;
+        findings.begin(*chosen.rule, chosen.severity);
+        for (Scope const& scope : scopes.all())
+            if (!(scope.solo && (chosen.rule->needs & kTies))) chosen.rule->check(scope, findings);
+    }
+    return findings.take();
+}
+
+void readAndCheck(FileReport& report, std::vector<ChosenRule> const& rules) {
+    QuietOutput const quiet;
+    Design const design = readDesign(report.path);
+    report.type = design.type;
+    report.missing = missingText(design);
+    if (!design.block) circuitOf(design);
+    attachFoundries(design);
+    Scopes const scopes(design);
+    report.elements = scopes.elementCount();
+    report.findings = findingsOf(scopes, rules);
+    report.leftOut = leftOutOf(scopes, rules);
+}
+
+}  // namespace
+
+std::vector<ChosenRule> chooseRules(RuleOptions const& options) {
+    for (auto const* const ids : {&options.only, &options.skip})
+        for (std::string const& id : *ids) ruleOf(id);
+    std::vector<ChosenRule> rules;
+    for (Rule const& rule : allRules()) rules.push_back({&rule, rule.severity, ""});
+    for (std::string const& setting : options.severities) setSeverity(rules, setting);
+    for (ChosenRule& chosen : rules) {
+        if (names(options.skip, *chosen.rule))
+            chosen.reason = "skipped";
+        else if (!options.only.empty() && !names(options.only, *chosen.rule))
+            chosen.reason = "not among --only";
+        else if (chosen.severity == Severity::kOff)
+            chosen.reason = "off";
+    }
+    return rules;
+}
+
+std::size_t FileReport::count(Severity severity) const {
+    return static_cast<std::size_t>(std::count_if(
+        findings.begin(), findings.end(), [&](Finding const& finding) { return finding.severity == severity; }));
+}
+
+FileReport checkFile(std::string const& path, std::vector<ChosenRule> const& rules) {
+    FileReport report;
+    report.path = path;
+    try {
+        readAndCheck(report, rules);
+    } catch (Failure const& failure) {
+        report.failure = failure.what();
+        report.cure = failure.cure();
+    } catch (std::exception const& error) {
+        report.failure = path + ": cannot be checked: " + error.what();
+    } catch (char const* text) {
+        report.failure = path + ": cannot be checked: " + text;
+    } catch (std::string const& text) {
+        report.failure = path + ": cannot be checked: " + text;
+    }
+    return report;
+}
+
+}  // namespace vrltool

@@ -1,0 +1,60 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include "check/findings.h"
+
+namespace vrltool {
+
+/// What the command line says of the rules.
+struct RuleOptions {
+    std::vector<std::string> severities;  ///< "RULE=LEVEL"; of one rule the last counts
+    std::vector<std::string> only;        ///< if there is any, no others run
+    std::vector<std::string> skip;
+};
+
+/// A rule with what is to be done with it.
+struct ChosenRule {
+    Rule const* rule;
+    Severity severity;
+    std::string reason;  ///< why it does not run; empty if it runs
+
+    bool runs() const { return reason.empty(); }
+};
+
+/// All rules, by id, with what the options say of each. A Failure tells wrong ids and levels.
+std::vector<ChosenRule> chooseRules(RuleOptions const& options);
+
+/// Why a rule left something out.
+struct LeaveReason {
+    char const* word;
+    char const* text;
+};
+
+/// Where a rule that ran could not look.
+struct LeftOut {
+    Rule const* rule;
+    std::size_t elements;  ///< how many; 0: it did not look at the file at all
+    LeaveReason const* reason;
+};
+
+/// What came of one file.
+struct FileReport {
+    std::string path;
+    std::string failure;  ///< why it could not be checked, with the path; empty if it was
+    std::string cure;     ///< of that
+    std::string type;     ///< what the file says that it holds
+    std::string missing;  ///< what stood in for missing kinds, for standard error
+    std::size_t elements = 0;
+    std::vector<Finding> findings;  ///< by element, port and parameter, heaviest first
+    std::vector<LeftOut> leftOut;   ///< by rule
+
+    std::size_t count(Severity severity) const;
+};
+
+/// Reads, prepares and checks one file; the library has been started. What cannot be read is told in the report.
+FileReport checkFile(std::string const& path, std::vector<ChosenRule> const& rules);
+
+}  // namespace vrltool

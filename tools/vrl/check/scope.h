@@ -1,0 +1,75 @@
+#pragma once
+
+#include <deque>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "check/sections.h"
+#include "circuit/circuit.h"
+#include "circuit/parameters.h"
+#include "host/design.h"
+
+// The checking of designs, its words:
+//
+// scope    one circuit of a design: the whole one, or the inside of a composite
+// subject  an element of a scope with what the rules ask of it
+// path     how people are told of an element: "arms/upper" is the element 'upper' inside the composite 'arms'
+
+namespace vrltool {
+
+/// An element with what the rules ask of it.
+struct Subject {
+    std::string path;
+    Element const* element = nullptr;   ///< null for the parameters of a netlist itself
+    std::vector<Parameter> parameters;  ///< as parametersOf tells them
+    bool standIn = false;
+    bool foundryUnknown = false;  ///< its foundry has a name, and no loaded plug-in has it
+    vrl::Foundry const* foundry = nullptr;
+};
+
+/// One circuit of a design. It refers to the design and to the picture of its circuit.
+struct Scope {
+    std::string path;  ///< of the composite; empty for the whole circuit
+    Design const* design = nullptr;
+    Circuit const* circuit = nullptr;
+    bool top = false;                                       ///< the outermost one of its file
+    bool solo = false;                                      ///< a block that was saved alone, with no circuit around it
+    Subject own;                                            ///< at the top, the parameters of the netlist itself
+    std::vector<Subject> subjects;                          ///< in the order of the circuit's elements
+    std::map<unsigned, std::vector<char const*>> boundary;  ///< the lists that name each boundary node
+    Sections* sections = nullptr;                           ///< makes the cross sections of ports
+
+    Subject const& subjectOf(End const& end) const { return subjects[end.element]; }
+    Pin const& pinOf(End const& end) const { return circuit->elements[end.element].pins[end.pin]; }
+    /// The port of a declared pin.
+    vrl::BB::Port const& portOf(End const& end) const;
+    /// "arms/upper,in0".
+    std::string endText(End const& end) const { return subjectOf(end).path + "," + pinOf(end).name; }
+    /// Whether the node is on the boundary.
+    bool onBoundary(unsigned node) const { return boundary.count(node) != 0; }
+};
+
+/// All circuits of a design, outermost first. A block that was saved alone is an element with the name of its kind.
+class Scopes {
+public:
+    /// The design outlives the scopes, and its foundries are attached.
+    explicit Scopes(Design const& d);
+    Scopes(Scopes const&) = delete;
+    Scopes& operator=(Scopes const&) = delete;
+
+    std::deque<Scope> const& all() const { return scopes; }
+    /// The elements of all circuits.
+    std::size_t elementCount() const;
+
+private:
+    void addScope(Circuit const& circuit, std::string const& path, Progress& progress);
+
+    Design const& design;
+    Circuit root;
+    Sections sections;
+    std::deque<Scope> scopes;
+};
+
+}  // namespace vrltool

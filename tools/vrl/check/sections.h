@@ -1,0 +1,51 @@
+#pragma once
+
+#include <map>
+#include <string>
+#include <tuple>
+
+#include "vrllib/vrllib.h"
+
+namespace vrltool {
+
+struct Subject;
+struct Pin;
+
+/// The cross section at a port: as its foundry makes it, and the names by which it was chosen.
+struct Section {
+    bool made = false;  ///< whether the foundry made it; if not, there are the names only
+    std::string kind;
+    double width = 0;
+    std::string unit;  ///< of the width, if a parameter tells it
+    std::string csName, flowName;
+};
+
+/// Whether two ends do not fit: made by their foundries, kind and width count, otherwise the names that both have.
+bool differ(Section const& a, Section const& b);
+
+/// "strip of width 0.45 um"; of one that was not made, what was chosen: "cross section 'strip'". `unit` is for one that
+/// has none of its own.
+std::string sectionText(Section const& section, std::string const& unit);
+
+/// "cross section 'strip' by process flow 'active'"; empty if both names are.
+std::string choiceText(vrl::Foundry::CSInfo const& choice);
+
+/// The choice for a port with the foundry to ask: its own if it has one, otherwise that of its block for this port.
+vrl::Foundry::CSInfo choiceOf(Subject const& subject, vrl::BB::Port const& port);
+
+/// Makes the cross sections of ports; asks for each only once.
+///
+/// Width and radius are the parameters 'width' and 'radius' of the block. Without 'width', a port that is an input has
+/// the parameter 'widthIn', and an output 'widthOut'. What no parameter tells is left to the foundry: the width -1,
+/// which stands for one that was not given, and the radius 0.
+class Sections {
+public:
+    /// The section at a port of the subject.
+    Section at(Subject const& subject, vrl::BB::Port const& port);
+
+private:
+    using Key = std::tuple<std::string, std::string, std::string, double, double>;
+    std::map<Key, Section> made;
+};
+
+}  // namespace vrltool

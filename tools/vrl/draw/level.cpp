@@ -1,0 +1,238 @@
+#include "draw/level.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace vrltool {
+
+namespace {
+
+bool isBoundary(Circuit const& circuit, unsigned node) {
+    return std::any_of(sides().begin(), sides().end(), [&](SideWords const& words) {
+        auto const& nodes = circuit.*words.nodes;
+        return std::find(nodes.begin(), nodes.end(), node) != nodes.end();
+    });
+}
+
+Flow reversed(Flow flow) { return static_cast<Flow>(-static_cast<int>(flow)); }
+
+std::string netName(unsigned node) { return "N" + std::to_string(node); }
+
+/// The domain that the ends of a node agree on by their first known one.
+vrl::EnumList::Domain knownDomain(std::vector<Attachment> const& ends) {
+    auto const known = std::find_if(ends.begin(), ends.end(),
+                                    [](Attachment const& end) { return end.domain != vrl::EnumList::Unknown; });
+    return known == ends.end() ? vrl::EnumList::Unknown : known->domain;
+}
+
+// The ports of a composite and the boundary of its inside are separate data; they belong together in their order where
+// there are as many of them.
+bool fits(Level const& level, SideWords const& words) {
+    return level.frame && pinsOn(*level.frame, words.side).size() == (level.circuit.*words.nodes).size();
+}
+
+}  // namespace
+
+std::vector<SideWords> const& sides() {
+    static std::vector<SideWords> const all{{Side::kLeft, "in", "input", "w", "e", Flow::kIn, &Circuit::inputs},
+                                            {Side::kRight, "out", "output", "e", "w", Flow::kOut, &Circuit::outputs},
+                                            {Side::kBottom, "dc", "contact", "s", "n", Flow::kNone, &Circuit::dc}};
+    return all;
+}
+
+SideWords const& wordsOf(Side side) {
+    return *std::find_if(sides().begin(), sides().end(), [&](SideWords const& words) { return words.side == side; });
+}
+
+Level::Level(Circuit const& c, Selection const& s) : circuit(c), selection(s) { attach(); }
+
+Level::Level(Level const& outer, std::size_t element)
+    : circuit(*outer.circuit.elements[element].inside),
+      frame(&outer.circuit.elements[element]),
+      prefix(outer.elementId(element) + "_"),
+      selection(outer.selection) {
+    attach();
+}
+
+bool Level::isOpen(std::size_t element) const {
+    auto const& inside = circuit.elements[element].inside;
+    return inside && selection.open.count(inside.get()) != 0;
+}
+
+std::string Level::handle(std::size_t element, Side side) const {
+    std::string const id = elementId(element);
+    if (!isOpen(element)) return id;
+    for (Side const wanted : {side, Side::kLeft, Side::kRight})
+        if (!pinsOn(circuit.elements[element], wanted).empty()) return id + "_" + wordsOf(wanted).id;
+    if (circuit.elements[element].inside->elements.empty()) return id + "_empty";
+    return Level(*this, element).handle(0, side);
+}
+
+void Level::attach() {
+    tags.resize(circuit.elements.size());
+    for (std::size_t element = 0; element < circuit.elements.size(); ++element) attachPins(element);
+    nameContacts();
+    for (Side const side : {Side::kLeft, Side::kRight}) attachBoundary(wordsOf(side));
+    for (auto const& [node, net] : nets) settle(node, net);
+}
+
+void Level::attachPins(std::size_t element) {
+    auto const& pins = circuit.elements[element].pins;
+    for (std::size_t i = 0; i < pins.size(); ++i) {
+        unsigned const node = pins[i].node;
+        if (node == 0) continue;
+        Net& net = nets[node];
+        if (!isShown(element))
+            net.hidden.push_back({element, i});
+        else if (sideOf(pins[i]) == Side::kBottom)
+            net.below.push_back({element, i});
+        else
+            wires[node].push_back(attachment({element, i}));
+    }
+}
+
+/// Whether wires can end at a pin: the ports at the lower edge of a frame stand in its title.
+bool Level::hasCell(End const& end) const {
+    return !isOpen(end.element) || sideOf(circuit.elements[end.element].pins[end.pin]) != Side::kBottom;
+}
+
+Attachment Level::attachment(End const& end) const {
+    Element const& element = circuit.elements[end.element];
+    Pin const& pin = element.pins[end.pin];
+    SideWords const& words = wordsOf(sideOf(pin));
+    Tied const tied = tiedPins(circuit, element);
+    Attachment result;
+    result.place = elementId(end.element) + (isOpen(end.element) ? std::string("_") + words.id : "") + ":" +
+                   cellId(end.pin) + ":" + words.outward;
+    result.domain = pin.domain;
+    result.flow = words.flow;
+    result.text = circuit.endText(end);
+    result.placed = isTiedAt(element, tied, Side::kLeft) || isTiedAt(element, tied, Side::kRight);
+    return result;
+}
+
+void Level::attachBoundary(SideWords const& words) {
+    if (fits(*this, words)) {
+        attachPorts(words);
+        return;
+    }
+    auto const& nodes = circuit.*words.nodes;
+    for (std::size_t i = 0; i < nodes.size(); ++i) {
+        auto const net = nets.find(nodes[i]);
+        bool const cutOff =
+            net != nets.end() && !net->second.hidden.empty() && net->second.below.empty() && wires.count(nodes[i]) == 0;
+        std::string const number = std::to_string(i + 1);
+        if (!cutOff) attachLabel(nodes[i], prefix + words.id + number, words.word + (" " + number), words);
+    }
+}
+
+void Level::attachPorts(SideWords const& words) {
+    auto const& nodes = circuit.*words.nodes;
+    auto const pins = pinsOn(*frame, words.side);
+    for (std::size_t i = 0; i < nodes.size(); ++i) {
+        Attachment end;
+        end.place = prefix + words.id + ":" + innerCellId(pins[i]) + ":" + words.inward;
+        end.domain = frame->pins[pins[i]].domain;
+        end.flow = reversed(words.flow);
+        end.text = frame->label() + "," + frame->pins[pins[i]].name;
+        end.boundary = true;
+        wires[nodes[i]].push_back(std::move(end));
+    }
+}
+
+void Level::attachLabel(unsigned node, std::string const& id, std::string const& text, SideWords const& words) {
+    auto& labels = words.side == Side::kLeft ? inputs : words.side == Side::kRight ? outputs : contacts;
+    Attachment end;
+    end.domain = knownDomain(wires[node]);
+    labels.push_back({id, text, text + ": " + netName(node), end.domain});
+    end.place = id + ":" + words.inward;
+    end.flow = reversed(words.flow);
+    end.text = text;
+    end.boundary = true;
+    wires[node].push_back(std::move(end));
+}
+
+void Level::nameContacts() {
+    SideWords const& words = wordsOf(Side::kBottom);
+    bool const ports = fits(*this, words);
+    auto const pins = ports ? pinsOn(*frame, Side::kBottom) : std::vector<std::size_t>();
+    for (std::size_t i = 0; i < circuit.dc.size(); ++i)
+        nets[circuit.dc[i]].names.push_back(ports ? frame->pins[pins[i]].name
+                                                  : words.word + (" " + std::to_string(i + 1)));
+}
+
+void Level::settle(unsigned node, Net const& net) {
+    bool const onlyElectrical = wires.count(node) == 0;
+    if (onlyElectrical && !net.below.empty()) {
+        settleElectrical(node, net);
+        return;
+    }
+    bool named = false;
+    for (End const& end : net.below) {
+        if (hasCell(end)) {
+            wires[node].push_back(attachment(end));
+            continue;
+        }
+        tag({end}, netName(node));
+        if (!std::exchange(named, true))
+            attachLabel(node, prefix + netName(node), netName(node), wordsOf(Side::kBottom));
+    }
+    bool const cutOff = onlyElectrical && !net.hidden.empty();
+    if (!cutOff) attachContacts(node, net);
+    if (!onlyElectrical && !net.hidden.empty()) attachCut(node, net.hidden);
+}
+
+void Level::settleElectrical(unsigned node, Net const& net) {
+    std::size_t const ends = net.below.size() + net.hidden.size();
+    std::string names;
+    for (std::string const& name : net.names) names += (names.empty() ? "" : ", ") + name;
+    if (!names.empty())
+        tag(net.below, names);
+    else if (ends == 2 && net.hidden.size() == 1)
+        tag(net.below, circuit.endText(net.hidden.front()));
+    else if (ends > 2 || (ends == 2 && !(hasCell(net.below[0]) && hasCell(net.below[1]))))
+        tag(net.below, netName(node));
+    else if (ends == 2)
+        wires[node] = {attachment(net.below[0]), attachment(net.below[1])};
+}
+
+void Level::attachContacts(unsigned node, Net const& net) {
+    for (std::size_t i = 0; i < net.names.size(); ++i)
+        attachLabel(node, prefix + "dc" + std::to_string(contacts.size() + 1), net.names[i], wordsOf(Side::kBottom));
+}
+
+void Level::attachCut(unsigned node, std::vector<End> const& hidden) {
+    End const& first = hidden.front();
+    Pin const& pin = circuit.elements[first.element].pins[first.pin];
+    SideWords const& words = wordsOf(sideOf(pin));
+    EndLabel label;
+    label.id = prefix + "cut" + std::to_string(node);
+    for (End const& end : hidden) label.tooltip += (label.tooltip.empty() ? "" : "; ") + circuit.endText(end);
+    label.text = circuit.endText(first);
+    if (hidden.size() > 1) label.text += " +" + std::to_string(hidden.size() - 1);
+    Attachment end;
+    end.place = label.id + ":" + (words.side == Side::kRight ? "e" : "w");
+    end.domain = pin.domain;
+    end.flow = words.flow;
+    end.text = label.tooltip;
+    cuts.push_back(std::move(label));
+    wires[node].push_back(std::move(end));
+}
+
+void Level::tag(std::vector<End> const& ends, std::string const& text) {
+    for (End const& end : ends) tags[end.element][end.pin] = {text, circuit.elements[end.element].pins[end.pin].domain};
+}
+
+Tied tiedPins(Circuit const& circuit, Element const& element) {
+    Tied tied;
+    for (Pin const& pin : element.pins)
+        tied.push_back(pin.node != 0 && (circuit.nodes.at(pin.node).size() > 1 || isBoundary(circuit, pin.node)));
+    return tied;
+}
+
+bool isTiedAt(Element const& element, Tied const& tied, Side side) {
+    auto const places = pinsOn(element, side);
+    return std::any_of(places.begin(), places.end(), [&](std::size_t place) { return tied[place]; });
+}
+
+}  // namespace vrltool

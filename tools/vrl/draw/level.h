@@ -1,0 +1,95 @@
+#pragma once
+
+#include <map>
+#include <string>
+#include <vector>
+
+#include "draw/block_label.h"
+#include "draw/selection.h"
+#include "draw/wires.h"
+
+namespace vrltool {
+
+/// How the picture speaks of a side of a block, and of the boundary of a circuit there.
+struct SideWords {
+    Side side;
+    char const* id;       ///< ends the ids of the ports of a frame there, begins those of the boundary
+    char const* word;     ///< to people
+    char const* outward;  ///< where wires leave a block
+    char const* inward;   ///< where wires leave the edge of a frame on its inside
+    Flow flow;            ///< of the ports of a block; the boundary, seen from inside, has the other one
+    std::vector<unsigned> Circuit::*nodes;
+};
+
+/// The three sides: left, right, bottom.
+std::vector<SideWords> const& sides();
+SideWords const& wordsOf(Side side);
+
+/// A node of the picture that is only a text at the end of wires: the boundary, or where a wire goes that is cut off.
+struct EndLabel {
+    std::string id;
+    std::string text;
+    std::string tooltip;
+    vrl::EnumList::Domain domain = vrl::EnumList::Unknown;
+};
+
+/// One circuit on its way into the picture, the whole or the inside of a composite: which nodes of the picture stand
+/// for what, and what the wires join.
+///
+/// Wires between electrical ports would cross the picture. They are drawn only from one block to one other; the ports
+/// of larger nets, of nets at the boundary and those of frames get a tag with the name of the net.
+class Level {
+public:
+    /// The whole circuit.
+    Level(Circuit const& circuit, Selection const& selection);
+    /// The inside of an element that is open.
+    Level(Level const& outer, std::size_t element);
+
+    Circuit const& circuit;
+    Element const* frame = nullptr;  ///< the composite around it
+    std::string prefix;              ///< begins all ids
+
+    bool isShown(std::size_t element) const { return frame || selection.shown[element]; }
+    bool isOpen(std::size_t element) const;
+    std::string elementId(std::size_t element) const { return prefix + "e" + std::to_string(element + 1); }
+    /// A node of the picture that stands for an element: its own, or one within its frame, best at that side.
+    std::string handle(std::size_t element, Side side) const;
+    Tags const& tagsOf(std::size_t element) const { return tags[element]; }
+
+    std::map<unsigned, std::vector<Attachment>> wires;  ///< the ends of the wires of each node
+    std::vector<EndLabel> inputs, outputs, contacts, cuts;
+
+private:
+    /// What is known of a node while its wires are made.
+    struct Net {
+        std::vector<End> below;          ///< ends at electrical ports that are drawn
+        std::vector<End> hidden;         ///< ends of elements that are not
+        std::vector<std::string> names;  ///< its contacts at the boundary
+    };
+
+    void attach();
+    void attachPins(std::size_t element);
+    void attachBoundary(SideWords const& words);
+    void attachPorts(SideWords const& words);
+    void attachLabel(unsigned node, std::string const& id, std::string const& text, SideWords const& words);
+    void nameContacts();
+    void settle(unsigned node, Net const& net);
+    void settleElectrical(unsigned node, Net const& net);
+    void attachContacts(unsigned node, Net const& net);
+    void attachCut(unsigned node, std::vector<End> const& hidden);
+    void tag(std::vector<End> const& ends, std::string const& text);
+    Attachment attachment(End const& end) const;
+    bool hasCell(End const& end) const;
+
+    Selection const& selection;
+    std::vector<Tags> tags;
+    std::map<unsigned, Net> nets;
+};
+
+/// Whether wires lead to the pins of an element.
+Tied tiedPins(Circuit const& circuit, Element const& element);
+
+/// Whether a wire leads to any pin at a side of an element.
+bool isTiedAt(Element const& element, Tied const& tied, Side side);
+
+}  // namespace vrltool

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+namespace vrltool {
+
+/// What a picture of a circuit is to show.
+struct Picture {
+    std::string title;        ///< empty: none
+    std::string around;       ///< the element whose neighbourhood is drawn; empty: everything
+    std::size_t hops = 1;     ///< how far that neighbourhood reaches, in connections
+    std::size_t max = 200;    ///< the most elements, those inside composites included; 0: no limit
+    bool parameters = false;  ///< whether blocks tell the values of their parameters
+    bool legend = true;
+};
+
+}  // namespace vrltool

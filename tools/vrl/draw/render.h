@@ -1,0 +1,22 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+namespace vrltool {
+
+/// What a picture can be written as.
+enum class PictureFormat { kSvg, kDot, kPdf, kPng };
+
+/// The format of a name ("svg") in whatever case; nothing for another one.
+std::optional<PictureFormat> pictureFormat(std::string const& name);
+
+/// "svg, dot, pdf or png".
+char const* pictureFormats();
+
+/// The bytes of a picture that Graphviz makes of its text: the same for the same text, since what tells the time and
+/// the maker is taken out. A Failure says that Graphviz is not there, or that it did not manage;
+/// a line on standard error, that a bitmap is coarser than it should be.
+std::string render(std::string const& dotText, PictureFormat format);
+
+}  // namespace vrltool

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <iosfwd>
+#include <string>
+#include <vector>
+
+#include "vrllib/vrllib.h"
+
+namespace vrltool {
+
+/// Which way a wire goes at one of its ends: pictures run from the left to the right.
+enum class Flow { kOut = -1, kNone = 0, kIn = 1 };
+
+/// One end of a node in the picture: where its wire ends, and how.
+struct Attachment {
+    std::string place;  ///< "e1:p2:w"
+    vrl::EnumList::Domain domain = vrl::EnumList::Unknown;
+    Flow flow = Flow::kNone;
+    std::string text;       ///< for people: "in,out0"
+    bool placed = false;    ///< whether wires with a flow give its block a place from left to right
+    bool boundary = false;  ///< whether it is the end of the node at the boundary
+    std::size_t order = 0;  ///< among the pins of its home
+};
+
+/// Writes the lines of a node. Two ends in one domain get a line between them, all ends of a node with one boundary
+/// end a line to that; otherwise the lines meet in a point, whose id is `hub`.
+void writeWires(std::ostream& os, std::string const& indent, std::string const& hub,
+                std::vector<Attachment> const& ends);
+
+}  // namespace vrltool

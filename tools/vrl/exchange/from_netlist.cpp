@@ -1,0 +1,294 @@
+#include "exchange/from_netlist.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "exchange/block_state.h"
+#include "exchange/document_maker.h"
+#include "exchange/notes.h"
+#include "text/progress.h"
+#include "text/table.h"
+
+namespace vrltool {
+
+namespace {
+
+std::size_t numberOf(Tree const& map, char const* name) {
+    Tree const* const found = map.find(name);
+    return found && found->isNumber() ? std::strtoul(found->text.c_str(), nullptr, 10) : 0;
+}
+
+/// Whether two instances are alike but for their names.
+bool alike(Instance const& a, Instance const& b) { return treeFrom(a) == treeFrom(b) && a.placement == b.placement; }
+
+bool contains(std::vector<unsigned> const& nodes, unsigned node) {
+    return std::find(nodes.begin(), nodes.end(), node) != nodes.end();
+}
+
+}  // namespace
+
+DocumentMaker::DocumentMaker(vrl::Netlist& source, std::string const& file, NameMap const& mapped, Workshop& shop,
+                             Findings& found)
+    : netlist(source),
+      path(file),
+      map(mapped),
+      findings(found),
+      maker(file, mapped, shop, found),
+      circuit(circuitFrom(source, 0)) {
+    for (Side const side : kSides)
+        for (unsigned const node : sideNodes(netlist, side)) sides[node].push_back(side);
+}
+
+Document DocumentMaker::make() {
+    document.path = path;
+    nameElements();
+    addInstances();
+    addNets();
+    addPorts();
+    addNodes();
+    addBoundary();
+    addNotes();
+    maker.tellKinds();
+    return std::move(document);
+}
+
+/// Blocks that lost their names are called "#1", "#2" and so on, as far as nobody else is.
+void DocumentMaker::nameElements() {
+    std::size_t number = 0;
+    for (Element const& element : circuit.elements) {
+        std::string name = element.name;
+        while (name.empty() || (element.name.empty() && circuit.find(name) < circuit.elements.size()))
+            name = "#" + std::to_string(++number);
+        names.push_back(name);
+    }
+}
+
+void DocumentMaker::addInstances() {
+    Progress progress("exporting", "instances", circuit.elements.size());
+    std::vector<Instance> instances;
+    std::vector<Tree> arrays;
+    for (std::size_t place = 0; place < circuit.elements.size(); ++place) {
+        progress.step();
+        Element const& element = circuit.elements[place];
+        if (!element.block) {
+            findings.warning(path, {}, "element '" + element.label() + "' has no block; it is left out");
+            continue;
+        }
+        instances.push_back(maker.make(element, names[place]));
+        if (element.name.empty()) instances.back().extension.add("nameless", Tree::ofBool(true));
+        arrays.push_back(notes::get(*element.block, notes::kArray));
+    }
+    for (auto const& tie : circuit.strayTies)
+        findings.warning(path, {}, "'" + tie.first + "," + tie.second + "' is tied, and there is no such element");
+    collapseArrays(instances, arrays);
+}
+
+/// Puts the elements of an array together again, if all of them are there and still alike.
+void DocumentMaker::collapseArrays(std::vector<Instance>& instances, std::vector<Tree> const& arrays) {
+    std::map<std::string, std::vector<std::size_t>> groups;
+    std::set<std::string> taken;
+    for (std::size_t i = 0; i < instances.size(); ++i) {
+        Tree const* const of = arrays[i].find("of");
+        if (of && of->isText())
+            groups[of->text].push_back(i);
+        else
+            taken.insert(instances[i].name);
+    }
+    std::set<std::size_t> gone;
+    for (auto const& group : groups) {
+        Tree const& note = arrays[group.second.front()];
+        Instance whole = instances[group.second.front()];
+        whole.name = group.first;
+        whole.size = {numberOf(note, "columns"), numberOf(note, "rows")};
+        std::set<std::string> expected;
+        bool good = group.second.size() == whole.size.count() && taken.count(group.first) == 0;
+        for (std::size_t column = 0; good && column < whole.size.columns; ++column)
+            for (std::size_t row = 0; row < whole.size.rows; ++row) expected.insert(arrayName(whole, column, row));
+        for (std::size_t const i : group.second)
+            good = good && expected.count(instances[i].name) && arrays[i] == note && alike(instances[i], whole);
+        for (std::size_t const i : group.second) {
+            if (!good)
+                instances[i].extension.add("array", note);
+            else if (i != group.second.front())
+                gone.insert(i);
+        }
+        Tree const* const array = note.find("array");
+        if (!good || !array) continue;
+        whole.array = *array;
+        instances[group.second.front()] = std::move(whole);
+    }
+    for (std::size_t i = 0; i < instances.size(); ++i)
+        if (gone.count(i) == 0) document.instances.push_back(std::move(instances[i]));
+}
+
+std::string DocumentMaker::endText(End const& end) {
+    return names[end.element] + "," + maker.portName(circuit.elements[end.element], pinOf(end));
+}
+
+/// A node of many ends becomes a chain of nets, which joins the same.
+void DocumentMaker::addNets() {
+    for (Tree const& entry : notes::get(netlist, notes::kNets).items) {
+        if (entry.items.size() != 3) continue;
+        auto const text = [](Tree const& end) {
+            return end.items.size() == 2 ? end.items[0].text + "," + end.items[1].text : "";
+        };
+        auto ends = std::minmax(text(entry.items[0]), text(entry.items[1]));
+        netMembers[ends] = entry.items[2];
+    }
+    std::vector<std::pair<End, End>> joints;
+    for (auto const& node : circuit.nodes)
+        for (std::size_t i = 1; i < node.second.size(); ++i) joints.emplace_back(node.second[i - 1], node.second[i]);
+    std::sort(joints.begin(), joints.end(), [](auto const& a, auto const& b) {
+        auto const order = [](auto const& j) {
+            return std::array<std::size_t, 4>{j.first.element, j.first.pin, j.second.element, j.second.pin};
+        };
+        return order(a) < order(b);
+    });
+    for (auto const& joint : joints) {
+        Net net;
+        net.ends = {{endText(joint.first), {}}, {endText(joint.second), {}}};
+        std::string const first = circuit.endText(joint.first), second = circuit.endText(joint.second);
+        auto const members = netMembers.find(std::minmax(first, second));
+        if (members != netMembers.end() && members->second.isMap()) net.others = members->second;
+        document.nets.push_back(std::move(net));
+    }
+    document.asConnections = !notes::get(netlist, notes::kConnections).isNull();
+}
+
+bool DocumentMaker::onBoundary(unsigned node) const { return sides.count(node) > 0; }
+
+/// The end of a node that tells best on which list it is.
+End const& DocumentMaker::endFor(unsigned node, Side side) const {
+    auto const& ends = circuit.nodes.at(node);
+    auto const best = std::find_if(ends.begin(), ends.end(),
+                                   [&](End const& end) { return sideOf(pinOf(end).name, pinOf(end).domain) == side; });
+    return best == ends.end() ? ends.front() : *best;
+}
+
+void DocumentMaker::addPorts() {
+    addToldPorts();
+    addFurtherPorts();
+}
+
+/// The outer ports that an import found, as far as they are still there.
+void DocumentMaker::addToldPorts() {
+    for (Tree const& entry : notes::get(netlist, notes::kPorts).items) {
+        if (entry.items.size() == 2) addLeftOutPort(entry.items[0].text, entry.items[1].text);
+        if (entry.items.size() != 3) continue;
+        std::size_t const place = circuit.find(entry.items[1].text);
+        if (place == circuit.elements.size()) continue;
+        Pin const* const pin = circuit.elements[place].pin(entry.items[2].text);
+        if (!pin || !onBoundary(pin->node) || !portNames.insert(entry.items[0].text).second) continue;
+        addPort(entry.items[0].text, pin->node,
+                {place, static_cast<std::size_t>(pin - circuit.elements[place].pins.data())});
+    }
+}
+
+void DocumentMaker::addLeftOutPort(std::string const& name, std::string const& end) {
+    if (!portNames.insert(name).second) return;
+    document.ports.push_back({name, {}, {end, {}}});
+    ++leftOutPorts;
+}
+
+/// The other nodes of the boundary get names of their lists: "in0", "out0", "dc0".
+void DocumentMaker::addFurtherPorts() {
+    static char const* const heads[] = {"in", "out", "dc"};
+    for (Side const side : kSides) {
+        std::size_t number = 0;
+        for (unsigned const node : sideNodes(netlist, side)) {
+            if (withPort.count(node) || circuit.nodes.count(node) == 0) continue;
+            std::string name;
+            do name = heads[static_cast<int>(side)] + std::to_string(number++);
+            while (!portNames.insert(name).second);
+            addPort(name, node, endFor(node, side));
+        }
+    }
+}
+
+void DocumentMaker::addPort(std::string const& name, unsigned node, End const& end) {
+    document.ports.push_back({name, {}, {endText(end), {}}});
+    withPort.insert(node);
+    std::vector<unsigned>& list = derived[static_cast<std::size_t>(sideOf(pinOf(end).name, pinOf(end).domain))];
+    if (!contains(list, node)) list.push_back(node);
+}
+
+/// Names the nodes that nets and ports leave out, or of which an import would complain.
+void DocumentMaker::addNodes() {
+    Tree lists = Tree::list();
+    for (auto const& node : circuit.nodes) {
+        std::vector<End> const& ends = node.second;
+        std::size_t const used = ends.size() + withPort.count(node.first);
+        bool const optical = std::any_of(ends.begin(), ends.end(), [&](End const& end) { return isOptical(end); });
+        if (used == 2 || (used > 2 && !optical)) continue;
+        Tree list = Tree::list();
+        for (End const& end : ends) list.items.push_back(Tree::ofText(endText(end)));
+        lists.items.push_back(std::move(list));
+    }
+    auto const text = [](Tree const& list) { return list.items.front().text; };
+    std::sort(lists.items.begin(), lists.items.end(), [&](Tree const& a, Tree const& b) { return text(a) < text(b); });
+    if (!lists.items.empty()) document.extension.add("nodes", lists);
+}
+
+/// Tells the boundary lists if the outer ports alone would give others. Nodes without ends are "#1", "#2" and so on.
+void DocumentMaker::addBoundary() {
+    bool same = true;
+    for (Side const side : kSides) same = same && sideNodes(netlist, side) == derived[static_cast<std::size_t>(side)];
+    if (same) return;
+    Tree& boundary = document.extension.add("boundary", Tree::map());
+    std::map<unsigned, std::string> bare;
+    for (Side const side : kSides) {
+        Tree list = Tree::list();
+        for (unsigned const node : sideNodes(netlist, side)) {
+            bool const tied = circuit.nodes.count(node) > 0;
+            if (!tied && bare.count(node) == 0) bare[node] = "#" + std::to_string(bare.size() + 1);
+            list.items.push_back(Tree::ofText(tied ? endText(endFor(node, side)) : bare[node]));
+        }
+        boundary.add(sideWord(side), list);
+    }
+}
+
+void DocumentMaker::addNotes() {
+    document.name = notes::get(netlist, notes::kName).text;
+    Tree const others = notes::get(netlist, notes::kMembers);
+    if (others.isMap()) document.others = others;
+    Tree const placements = notes::get(netlist, notes::kPlacements);
+    if (placements.isMap()) document.strayPlacements = placements;
+    addLeftOut();
+    bool const composite = dynamic_cast<vrl::CBB*>(&netlist) != nullptr;
+    if (!composite && netlist.getName() != "Netlist") document.extension.add("kind", Tree::ofText(netlist.getName()));
+    Tree parameters = Tree::map();
+    for (Parameter const& parameter : parametersOf(netlist)) parameters.add(parameter.name, treeOfParameter(parameter));
+    if (!parameters.members.empty()) document.extension.add("parameters", parameters);
+    Tree const own = treeOfNotes(netlist, nullptr);
+    if (!own.members.empty()) document.extension.add("notes", own);
+}
+
+/// Gives back what a partial import left out.
+void DocumentMaker::addLeftOut() {
+    Tree const left = notes::get(netlist, notes::kLeftOut);
+    Findings aside;
+    Document const part = left.find("instances") ? documentFrom(left, path, aside) : Document();
+    std::set<std::string> there;
+    for (Instance const& instance : document.instances) there.insert(instance.name);
+    for (Instance const& instance : part.instances)
+        if (there.insert(instance.name).second) document.instances.push_back(instance);
+    std::sort(document.instances.begin(), document.instances.end(),
+              [](Instance const& a, Instance const& b) { return a.name < b.name; });
+    for (Net const& net : part.nets) {
+        for (std::size_t i = 1; i < net.ends.size(); ++i) {
+            document.nets.push_back(net);
+            document.nets.back().ends = {net.ends[i - 1], net.ends[i]};
+        }
+    }
+    if (part.instances.size() + part.nets.size() + leftOutPorts == 0) return;
+    findings.note(path, {},
+                  "what its import left out is given back: " + counted(part.instances.size(), "instance") + ", " +
+                      counted(part.nets.size(), "net") + ", " + counted(leftOutPorts, "outer port"));
+}
+
+Document documentFrom(vrl::Netlist& netlist, std::string const& path, NameMap const& map, Workshop& workshop,
+                      Findings& findings) {
+    return DocumentMaker(netlist, path, map, workshop, findings).make();
+}
+
+}  // namespace vrltool

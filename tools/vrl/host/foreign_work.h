@@ -1,0 +1,31 @@
+#pragma once
+
+#include <string>
+
+namespace vrltool {
+
+/// Says, while it lives, which code of a plug-in is at work, such as "PATH: initLibraryBB". One within another is
+/// allowed: the inner one counts.
+class ForeignWork {
+public:
+    explicit ForeignWork(std::string what);
+    ForeignWork(ForeignWork const&) = delete;
+    ForeignWork& operator=(ForeignWork const&) = delete;
+    ~ForeignWork();
+
+private:
+    std::string text;
+    char const* before;
+};
+
+/// Ends the program with status 2 and a line on standard error when foreign work crashes; without any at work, a crash
+/// stays a crash.
+void tellCrashes();
+
+/// Has a crash end the program by its signal, for a parent process that looks at it.
+void leaveCrashesToParent();
+
+/// What the exception that is being handled says. Plug-ins throw whatever they like.
+std::string thrownText();
+
+}  // namespace vrltool

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace vrltool {
+
+/// A file of a new plug-in project, with "PluginName" where its name comes.
+struct StarterFile {
+    std::string path;  ///< below the folder of the project
+    std::string text;
+};
+
+/// The files of templates/, in order of their paths.
+std::vector<StarterFile> const& starterFiles();
+
+/// Makes a plug-in project in a folder, which must be empty or not there. Yields the paths that it wrote, below the
+/// folder.
+///
+/// A Failure says what is wrong with the name or the folder; nothing is overwritten.
+std::vector<std::string> startPlugin(std::string const& name, std::string const& folder);
+
+}  // namespace vrltool

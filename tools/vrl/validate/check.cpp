@@ -1,0 +1,128 @@
+#include "validate/check.h"
+
+#include "text/failure.h"
+#include "text/near_names.h"
+
+namespace vrltool {
+
+namespace {
+
+constexpr auto kError = Severity::kError;
+constexpr auto kWarning = Severity::kWarning;
+
+// What several checks need: a file to look into, code that loads, entry points that come back, keys, and objects.
+std::vector<std::string> const kFile{"regular-file", "machine"};
+std::vector<std::string> const kLoaded{"loads"};
+std::vector<std::string> const kEntered{"entry-returns"};
+std::vector<std::string> const kKeys{"brings-keys"};
+std::vector<std::string> const kMade{"null-foundry", "foundry-parts"};
+
+}  // namespace
+
+char const* severityWord(Severity severity) { return severity == Severity::kError ? "error" : "warning"; }
+
+std::vector<Check> const& allChecks() {
+    static std::vector<Check> const checks{
+        {"regular-file",
+         kError,
+         "the plug-in is a regular file that can be read",
+         "give the path of the plug-in",
+         {},
+         &checkRegularFile},
+        {"file-name",
+         kWarning,
+         "its name is one under which a configuration finds it",
+         "name it lib_wn_NAME.so.VERSION, as vrl_add_plugin does",
+         {"regular-file"},
+         &checkFileName},
+        {"machine",
+         kError,
+         "it is a whole shared library for this machine",
+         "build it for this machine",
+         {"regular-file"},
+         &checkMachine},
+        {"dependencies", kError, "the libraries that it names are found, vrllib with the right version among them",
+         "install the library, or link with its folder as run path", kFile, &checkDependencies},
+        {"entry-points", kError, "it exports an entry point, under its plain name",
+         "declare entry points with VRL_PLUGIN_EXPORT, which is extern \"C\" and visible", kFile, &checkEntryPoints},
+        {"loads", kError, "it loads at once, with every symbol found",
+         "link it with all that it uses (-Wl,--no-undefined tells), and do nothing that can fail in static objects",
+         kFile, &checkLoads},
+        {"version-function", kError, "getAPIversion tells the version that it was made for",
+         "write VRL_PLUGIN_API_VERSION(major, minor, patch); once, with the version of vrllib that it is built with",
+         kLoaded, &checkVersionFunction},
+        {"entry-returns",
+         kError,
+         "its entry points come back and throw nothing",
+         "only register classes there, and catch what that may throw",
+         {"loads", "entry-points"},
+         &checkEntryReturns},
+        {"entry-quiet", kError, "loading and entry points print nothing",
+         "write messages with vrlPrintf or vrlCout(), the message channel, or not at all", kEntered, &checkEntryQuiet},
+        {"brings-keys", kError, "it brings at least one key",
+         "register a class in an entry point: factory->Register<Class>(\"name\")", kEntered, &checkBringsKeys},
+        {"post-load", kError, "its post-load hook tolerates several calls",
+         "leave at once from the second call on: the hook is called for each entry point and each start-up", kEntered,
+         &checkPostLoad},
+        {"process-end", kError, "the program ends well with it", "let static objects free nothing of the library's",
+         kEntered, &checkProcessEnd},
+        {"surroundings", kWarning, "it leaves locale, signals, folder, mask, environment and streams alone",
+         "set nothing that belongs to the whole program, or set it back", kEntered, &checkSurroundings},
+        {"null-foundry", kError, "every block is made without a foundry and with each of its foundries",
+         "let the constructor accept a null foundry, and throw nothing", kKeys, &checkNullFoundry},
+        {"foundry-kept",
+         kError,
+         "a block knows the foundry that it was made with",
+         "hand the foundry on: BB(foundry); the class of a composite names BB(foundry) itself",
+         {"null-foundry"},
+         &checkFoundryKept},
+        {"foundry-parts", kError, "the flows and cross sections of its foundries are made and asked",
+         "let constructors and createCS accept any number, and throw nothing", kKeys, &checkFoundryParts},
+        {"key-matches-name", kError, "each key is the name that its objects tell",
+         "register the class under the text that getName gives, a parameter type under getFactoryName", kMade,
+         &checkKeyMatchesName},
+        {"unknown-key", kError, "an unknown name gives nothing", "give null for a name that is not known", kKeys,
+         &checkUnknownKey},
+        {"names", kError, "ports and parameters have names, and none twice", "give each its own name", kMade,
+         &checkNames},
+        {"described", kWarning, "everything has a description, and numbers have units",
+         "give description and unit to the constructor; the unit of a bare number is \"1\"", kMade, &checkDescribed},
+        {"defaults-in-range", kError, "defaults are finite and within bounds that are in order",
+         "the bounds belong to the range: minimum <= default <= maximum", kMade, &checkDefaultsInRange},
+        {"text-forms", kError, "parameters read back their own text, and write themselves for documents and source",
+         "override getStringValue, setStringValue, toTex and toCpp together", kMade, &checkTextForms},
+        {"copies", kError, "parameters are copied as the library copies them",
+         "let setValue(Attribute const*) take over the value alone; refer to nothing of the owner", kMade,
+         &checkCopies},
+        {"saved",
+         kError,
+         "blocks, netlists and parameter types read back equal what was saved",
+         "save every member of the class, and make the kind's name the saved type",
+         {"null-foundry"},
+         &checkSaved},
+        {"random-bytes",
+         kError,
+         "damaged files do no harm",
+         "check what was read before it is used; throw nothing",
+         {"saved"},
+         &checkRandomBytes},
+        {"views", kError, "views are made with and without an object, and register under their key",
+         "hand object and key on to the base: TypeView(block, \"KEY\"); accept null", kMade, &checkViews},
+        {"two-plugins", kError, "it loads before and after others, with the same keys in either order",
+         "register the same keys whatever is there already", kKeys, &checkTwoPlugins},
+        {"key-clash", kWarning, "no other plug-in has one of its keys",
+         "begin keys with a prefix of your own: the last plug-in that registers a key wins", kKeys, &checkKeyClash}};
+    return checks;
+}
+
+Check const& findCheck(std::string const& id) {
+    std::vector<std::string> ids;
+    for (Check const& check : allChecks()) {
+        if (check.id == id) return check;
+        ids.push_back(check.id);
+    }
+    std::string const near = didYouMean(id, ids);
+    throw Failure("no check '" + id + "'", "'vrl validate --list' lists them", near);
+}
+
+}  // namespace vrltool

@@ -1,0 +1,110 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace vrltool {
+
+/// What a child process is to do: one check of one plug-in.
+struct Job {
+    std::string check;                ///< its id
+    std::string config;               ///< a configuration whose libraries count as others; empty for none
+    std::string plugin;               ///< an absolute path
+    std::vector<std::string> others;  ///< absolute paths of other plug-ins
+};
+
+/// One thing that is wrong.
+struct Finding {
+    std::string thing;  ///< "block 'sfBend'"; empty for the plug-in itself
+    std::string what;
+    std::string cure;
+};
+
+/// What a check tells, while it works and in the end. It goes to the parent process line by line, so that the parent
+/// knows how far a check came that crashed.
+class Report {
+public:
+    /// Writes to that file descriptor.
+    explicit Report(int to) : descriptor(to) {}
+    Report(Report const&) = delete;
+    Report& operator=(Report const&) = delete;
+
+    /// Foreign code is about to run: "making the block 'sfBend'".
+    void step(std::string const& doing);
+    /// Something is wrong. Without a cure, that of the check holds.
+    void find(std::string const& thing, std::string const& what, std::string const& cure = "");
+    /// What a check that passes has to say: "12 blocks".
+    void note(std::string const& text);
+    /// The check does not apply, or cannot work.
+    void notRun(std::string const& why);
+    /// The check came to its end. Nothing is told behind it.
+    void done();
+    /// Whether anything is wrong so far.
+    bool clean() const { return findings == 0; }
+
+private:
+    void tell(char const* what, std::vector<std::string> const& texts);
+
+    int descriptor;
+    unsigned findings = 0;
+};
+
+enum class Severity { kError, kWarning };
+
+/// "error" or "warning".
+char const* severityWord(Severity severity);
+
+/// One check of plug-ins.
+struct Check {
+    char const* id;
+    Severity severity;
+    char const* title;               ///< what is so if it passes
+    char const* cure;                ///< what to do if it does not, unless the finding knows better
+    std::vector<std::string> needs;  ///< the checks without which it cannot work
+    void (*run)(Job const& job, Report& report);
+};
+
+/// All checks, in the order in which they run.
+std::vector<Check> const& allChecks();
+
+/// The check of that id; a Failure names near ones.
+Check const& findCheck(std::string const& id);
+
+/// @name The work of the checks, by family.
+/// @{
+void checkRegularFile(Job const& job, Report& report);
+void checkFileName(Job const& job, Report& report);
+void checkMachine(Job const& job, Report& report);
+void checkDependencies(Job const& job, Report& report);
+void checkEntryPoints(Job const& job, Report& report);
+
+void checkLoads(Job const& job, Report& report);
+void checkVersionFunction(Job const& job, Report& report);
+void checkEntryReturns(Job const& job, Report& report);
+void checkEntryQuiet(Job const& job, Report& report);
+void checkBringsKeys(Job const& job, Report& report);
+void checkPostLoad(Job const& job, Report& report);
+void checkProcessEnd(Job const& job, Report& report);
+void checkSurroundings(Job const& job, Report& report);
+
+void checkKeyMatchesName(Job const& job, Report& report);
+void checkUnknownKey(Job const& job, Report& report);
+void checkNullFoundry(Job const& job, Report& report);
+void checkFoundryKept(Job const& job, Report& report);
+void checkFoundryParts(Job const& job, Report& report);
+void checkViews(Job const& job, Report& report);
+
+void checkNames(Job const& job, Report& report);
+void checkDescribed(Job const& job, Report& report);
+void checkDefaultsInRange(Job const& job, Report& report);
+void checkTextForms(Job const& job, Report& report);
+void checkCopies(Job const& job, Report& report);
+
+void checkSaved(Job const& job, Report& report);
+void checkRandomBytes(Job const& job, Report& report);
+
+void checkTwoPlugins(Job const& job, Report& report);
+void checkKeyClash(Job const& job, Report& report);
+/// @}
+
+}  // namespace vrltool

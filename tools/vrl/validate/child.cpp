@@ -1,0 +1,117 @@
+#include "validate/child.h"
+
+#include <fcntl.h>
+#include <sys/mman.h>
+#include <sys/resource.h>
+#include <unistd.h>
+
+#include <array>
+#include <cstdio>
+#include <iostream>
+#include <iterator>
+#include <nlohmann/json.hpp>
+
+#include "text/json.h"
+#include "validate/plugin.h"
+
+namespace vrltool {
+
+namespace {
+
+int printed = -1;       // the file that has the place of both standard streams
+off_t printedDone = 0;  // what of it was told
+
+// A plug-in that writes or allocates without end hurts itself only. The sanitisers reserve more than any limit.
+void setLimits() {
+    rlimit const none{0, 0};
+    setrlimit(RLIMIT_CORE, &none);
+    rlimit const written{1U << 26, 1U << 26};
+    setrlimit(RLIMIT_FSIZE, &written);
+#if !defined(__SANITIZE_ADDRESS__)
+    rlimit const memory{rlim_t{1} << 32, rlim_t{1} << 32};
+    setrlimit(RLIMIT_DATA, &memory);
+#endif
+}
+
+/// Keeps standard output for the report, and puts a file in the place of both streams.
+int takeStreams() {
+    int const report = fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, 100);
+    printed = memfd_create("printed", MFD_CLOEXEC);
+    if (report < 0 || printed < 0) throw Failure("standard output", "cannot be kept");
+    fcntl(printed, F_SETFL, O_APPEND);
+    dup2(printed, STDOUT_FILENO);
+    dup2(printed, STDERR_FILENO);
+    return report;
+}
+
+void flushAll() {
+    std::cout.flush();
+    std::cerr.flush();
+    std::fflush(nullptr);
+}
+
+}  // namespace
+
+void Report::tell(char const* what, std::vector<std::string> const& texts) {
+    std::string const line = Json{{what, texts}}.dump(-1, ' ', false, Json::error_handler_t::replace) + '\n';
+    for (std::size_t done = 0; done < line.size();) {
+        ssize_t const count = write(descriptor, line.data() + done, line.size() - done);
+        if (count <= 0) _exit(static_cast<int>(Outcome::kFailed));
+        done += static_cast<std::size_t>(count);
+    }
+}
+
+void Report::step(std::string const& doing) { tell("step", {doing}); }
+
+void Report::find(std::string const& thing, std::string const& what, std::string const& cure) {
+    ++findings;
+    tell("find", {thing, what, cure});
+}
+
+void Report::note(std::string const& text) { tell("note", {text}); }
+void Report::notRun(std::string const& why) { tell("notRun", {why}); }
+void Report::done() { tell("done", {}); }
+
+std::string jobBytes(Job const& job) {
+    std::string bytes;
+    for (std::string const& word : {job.check, job.config, job.plugin}) bytes += word + '\0';
+    for (std::string const& other : job.others) bytes += other + '\0';
+    return bytes;
+}
+
+Job jobOf(std::string const& bytes) {
+    std::vector<std::string> words(1);
+    for (char const c : bytes)
+        if (c == '\0')
+            words.emplace_back();
+        else
+            words.back() += c;
+    if (words.size() < 4) throw Failure("validate-check", "got no job", "'vrl validate' calls it");
+    return {words[0], words[1], words[2], {words.begin() + 3, words.end() - 1}};
+}
+
+std::string printedSoFar() {
+    flushAll();
+    std::string text;
+    std::array<char, 4096> buffer;
+    for (ssize_t count; (count = pread(printed, buffer.data(), buffer.size(), printedDone)) > 0; printedDone += count)
+        text.append(buffer.data(), static_cast<std::size_t>(count));
+    return text;
+}
+
+Outcome runJob() {
+    std::string const bytes{std::istreambuf_iterator<char>(std::cin), std::istreambuf_iterator<char>()};
+    Job const job = jobOf(bytes);
+    Check const& check = findCheck(job.check);
+    setLimits();
+    Report report(takeStreams());
+    vrl::Attributes::factory();  // as start-up does: the five value types are there ahead of every plug-in
+    std::string const thrown = thrownBy([&] { check.run(job, report); });
+    if (!thrown.empty()) report.find("", thrown);
+    report.done();
+    // Only one check is about what comes behind: static destructors, and what else a plug-in does in the end.
+    if (check.run != &checkProcessEnd) _exit(static_cast<int>(Outcome::kFine));
+    return Outcome::kFine;
+}
+
+}  // namespace vrltool

@@ -1,0 +1,148 @@
+#include "validate/conformance.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <map>
+#include <nlohmann/json.hpp>
+#include <sstream>
+
+#include "host/process.h"
+#include "text/progress.h"
+#include "validate/child.h"
+
+namespace vrltool {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/// What a child told before it ended.
+struct Told {
+    CheckResult result;
+    std::string step;
+    bool done = false;
+};
+
+void take(Told& told, std::string const& what, std::vector<std::string> const& texts) {
+    if (what == "done") told.done = true;
+    if (what == "find" && texts.size() == 3) told.result.findings.push_back({texts[0], texts[1], texts[2]});
+    if (texts.size() != 1) return;
+    if (what == "step") told.step = texts[0];
+    if (what == "note") told.result.note = texts[0];
+    if (what != "notRun") return;
+    told.result.verdict = Verdict::kNotRun;
+    told.result.note = texts[0];
+}
+
+/// Lines that are none of a report come from a plug-in that writes where it must not; they count for nothing.
+Told toldBy(std::string const& output) {
+    Told told;
+    std::istringstream lines(output);
+    for (std::string line; std::getline(lines, line);) {
+        Json const parsed = Json::parse(line, nullptr, false);
+        if (!parsed.is_object()) continue;
+        for (auto const& [what, texts] : parsed.items()) {
+            std::vector<std::string> words;
+            for (Json const& text : texts)
+                if (text.is_string()) words.push_back(text);
+            take(told, what, words);
+        }
+    }
+    return told;
+}
+
+std::string howItEnded(Ended const& ended, Told const& told, unsigned seconds) {
+    std::string how = ended.timedOut ? "did not end within " + std::to_string(seconds) + " s" : ended.how();
+    if (ended.fine()) how = "ended the program";
+    return how + (told.step.empty() ? "" : ": " + told.step);
+}
+
+CheckResult runCheck(Check const& check, Job const& job, unsigned seconds) {
+    Program program;
+    program.words = {ownProgram(), "validate-check"};
+    program.input = jobBytes(job);
+    program.seconds = seconds;
+    Ended const ended = runProgram(program);
+    Told told = toldBy(ended.out);
+    if (!ended.fine() || !told.done) told.result.findings.push_back({"", howItEnded(ended, told, seconds), ""});
+    CheckResult& result = told.result;
+    result.check = &check;
+    if (!result.findings.empty()) {
+        result.verdict = Verdict::kFail;
+        result.note.clear();
+    }
+    for (Finding& finding : result.findings)
+        if (finding.cure.empty()) finding.cure = check.cure;
+    return result;
+}
+
+/// Of those that a check needs, why it cannot run; empty if it can. A check that was not asked for is no hindrance.
+std::string hindrance(Check const& check, std::map<std::string, CheckResult const*> const& before) {
+    for (std::string const& id : check.needs) {
+        auto const needed = before.find(id);
+        if (needed == before.end()) continue;
+        if (needed->second->verdict == Verdict::kFail) return "'" + id + "' failed";
+        if (needed->second->hindered) return needed->second->note;
+    }
+    return {};
+}
+
+std::string absolutePath(std::string const& path) {
+    std::error_code ignored;
+    return fs::absolute(path, ignored).string();
+}
+
+std::string realPath(std::string const& path) {
+    std::error_code ignored;
+    return fs::weakly_canonical(path, ignored).string();
+}
+
+Job jobFor(std::string const& plugin, Plan const& plan) {
+    Job job;
+    job.plugin = absolutePath(plugin);
+    if (!plan.config.empty()) job.config = absolutePath(plan.config);
+    for (std::string const& other : plan.plugins)
+        if (realPath(other) != realPath(plugin) && fs::is_regular_file(fs::path(other)))
+            job.others.push_back(absolutePath(other));
+    return job;
+}
+
+/// `done`: the checks of the plug-ins before it.
+Conformance checkPlugin(std::string const& plugin, Plan const& plan, Progress& progress, std::size_t done) {
+    Conformance conformance{plugin, {}};
+    conformance.results.reserve(plan.checks.size());  // results are pointed to while more of them come
+    Job job = jobFor(plugin, plan);
+    std::map<std::string, CheckResult const*> before;
+    for (Check const* check : plan.checks) {
+        progress.at(done + conformance.results.size());
+        job.check = check->id;
+        std::string const why = hindrance(*check, before);
+        conformance.results.push_back(why.empty() ? runCheck(*check, job, plan.seconds)
+                                                  : CheckResult{check, Verdict::kNotRun, why, {}, true});
+        before[check->id] = &conformance.results.back();
+    }
+    return conformance;
+}
+
+}  // namespace
+
+std::size_t Conformance::count(Verdict verdict) const {
+    return static_cast<std::size_t>(std::count_if(
+        results.begin(), results.end(), [&](CheckResult const& result) { return result.verdict == verdict; }));
+}
+
+bool Conformance::failed() const {
+    return std::any_of(results.begin(), results.end(), [](CheckResult const& result) {
+        return result.verdict == Verdict::kFail && result.check->severity == Severity::kError;
+    });
+}
+
+std::vector<Conformance> checkPlugins(Plan const& plan) {
+    Progress progress("checking", "checks", plan.plugins.size() * plan.checks.size());
+    std::vector<Conformance> all;
+    for (std::string const& plugin : plan.plugins)
+        all.push_back(checkPlugin(plugin, plan, progress, all.size() * plan.checks.size()));
+    return all;
+}
+
+}  // namespace vrltool

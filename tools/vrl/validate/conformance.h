@@ -1,0 +1,53 @@
+#pragma once
+
+#include <iosfwd>
+#include <string>
+#include <vector>
+
+#include "text/json.h"
+#include "validate/check.h"
+
+namespace vrltool {
+
+enum class Verdict { kPass, kFail, kNotRun };
+
+/// What came of one check of one plug-in.
+struct CheckResult {
+    Check const* check = nullptr;
+    Verdict verdict = Verdict::kPass;
+    std::string note;  ///< what a check that passed has to say, or why it was not run
+    std::vector<Finding> findings;
+    bool hindered = false;  ///< it was not run since another one failed, and not since it does not apply
+};
+
+/// What came of all checks of one plug-in.
+struct Conformance {
+    std::string path;  ///< as it was given
+    std::vector<CheckResult> results;
+
+    /// The number of checks with that verdict.
+    std::size_t count(Verdict verdict) const;
+    /// Whether a check of severity error failed.
+    bool failed() const;
+};
+
+/// Which checks are to run, and how.
+struct Plan {
+    std::vector<std::string> plugins;
+    std::string config;                ///< a configuration whose libraries count as other plug-ins
+    std::vector<Check const*> checks;  ///< in their order
+    unsigned seconds = 10;             ///< the time of each
+};
+
+/// Runs the checks, each in a process of its own.
+std::vector<Conformance> checkPlugins(Plan const& plan);
+
+/// Writes a table for each plug-in, with the findings and their cures behind it.
+void writeConformance(std::ostream& os, std::vector<Conformance> const& all);
+Json conformanceJson(std::vector<Conformance> const& all);
+
+/// Writes all checks.
+void writeChecks(std::ostream& os);
+Json checksJson();
+
+}  // namespace vrltool

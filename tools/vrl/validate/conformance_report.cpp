@@ -1,0 +1,127 @@
+#include <filesystem>
+#include <nlohmann/json.hpp>
+#include <ostream>
+
+#include "text/table.h"
+#include "validate/conformance.h"
+
+// How people and programs are told what came of the checks.
+
+namespace vrltool {
+
+namespace {
+
+char const* word(CheckResult const& result) {
+    switch (result.verdict) {
+    case Verdict::kPass:
+        return "pass";
+    case Verdict::kNotRun:
+        return "not run";
+    case Verdict::kFail:
+        break;
+    }
+    return result.check->severity == Severity::kError ? "FAIL" : "warning";
+}
+
+void writeTable(std::ostream& os, Conformance const& conformance) {
+    os << printable(conformance.path) << '\n';
+    Table table;
+    for (CheckResult const& result : conformance.results) {
+        bool const failed = result.verdict == Verdict::kFail;
+        table.add({result.check->id, word(result), failed ? counted(result.findings.size(), "finding") : result.note});
+    }
+    table.write(os, 2);
+}
+
+/// The findings of one check, each cure once behind those that it cures. What has no name of its own is the plug-in.
+void writeFindings(std::ostream& os, std::string const& plugin, CheckResult const& result) {
+    if (result.findings.empty()) return;
+    os << '\n' << result.check->id << ": " << word(result) << "\n  expected: " << result.check->title << '\n';
+    for (std::size_t i = 0; i < result.findings.size(); ++i) {
+        Finding const& finding = result.findings[i];
+        os << "  " << printable(finding.thing.empty() ? plugin : finding.thing) << ": " << printable(finding.what)
+           << '\n';
+        bool const last = i + 1 == result.findings.size() || result.findings[i + 1].cure != finding.cure;
+        if (last) os << "    cure: " << printable(finding.cure) << '\n';
+    }
+}
+
+void writeSummary(std::ostream& os, Conformance const& conformance) {
+    std::size_t warnings = 0;
+    for (CheckResult const& result : conformance.results)
+        warnings += result.verdict == Verdict::kFail && result.check->severity == Severity::kWarning;
+    std::size_t const failed = conformance.count(Verdict::kFail) - warnings;
+    os << '\n'
+       << counted(conformance.results.size(), "check") << ": " << conformance.count(Verdict::kPass) << " passed, "
+       << failed << " failed, " << counted(warnings, "warning") << ", " << conformance.count(Verdict::kNotRun)
+       << " not run\n";
+}
+
+Json findingJson(Finding const& finding) {
+    Json json;
+    if (!finding.thing.empty()) json["thing"] = finding.thing;
+    json["what"] = finding.what;
+    json["cure"] = finding.cure;
+    return json;
+}
+
+Json resultJson(CheckResult const& result) {
+    static char const* const words[] = {"pass", "fail", "not run"};
+    Json json{{"id", result.check->id},
+              {"severity", severityWord(result.check->severity)},
+              {"result", words[static_cast<int>(result.verdict)]}};
+    if (!result.note.empty()) json["note"] = result.note;
+    json["findings"] = Json::array();
+    for (Finding const& finding : result.findings) json["findings"].push_back(findingJson(finding));
+    return json;
+}
+
+}  // namespace
+
+void writeConformance(std::ostream& os, std::vector<Conformance> const& all) {
+    bool first = true;
+    for (Conformance const& conformance : all) {
+        if (!first) os << '\n';
+        first = false;
+        writeTable(os, conformance);
+        for (CheckResult const& result : conformance.results)
+            writeFindings(os, std::filesystem::path(conformance.path).filename().string(), result);
+        writeSummary(os, conformance);
+    }
+}
+
+Json conformanceJson(std::vector<Conformance> const& all) {
+    Json json = jsonHead("validate", 1);
+    json["plugins"] = Json::array();
+    for (Conformance const& conformance : all) {
+        Json plugin{{"path", conformance.path},
+                    {"conforms", !conformance.failed()},
+                    {"passed", conformance.count(Verdict::kPass)},
+                    {"failed", conformance.count(Verdict::kFail)},
+                    {"notRun", conformance.count(Verdict::kNotRun)},
+                    {"checks", Json::array()}};
+        for (CheckResult const& result : conformance.results) plugin["checks"].push_back(resultJson(result));
+        json["plugins"].push_back(plugin);
+    }
+    return json;
+}
+
+void writeChecks(std::ostream& os) {
+    Table table({"CHECK", "SEVERITY", "WHAT IS SO IF IT PASSES"});
+    for (Check const& check : allChecks()) table.add({check.id, severityWord(check.severity), check.title});
+    table.write(os);
+}
+
+Json checksJson() {
+    Json json = jsonHead("validate", 1);
+    json["checks"] = Json::array();
+    for (Check const& check : allChecks())
+        json["checks"].push_back({{"id", check.id},
+                                  {"severity", severityWord(check.severity)},
+                                  {"title", check.title},
+                                  {"cure", check.cure},
+                                  {"needs", check.needs}});
+    return json;
+}
+
+}  // namespace vrltool

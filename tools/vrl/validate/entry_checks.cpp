@@ -1,0 +1,173 @@
+#include <dlfcn.h>
+
+#include <cxxabi.h>
+
+#include <cstdlib>
+#include <memory>
+#include <sstream>
+
+#include "cli/version.h"
+#include "text/table.h"
+#include "validate/child.h"
+#include "validate/plugin.h"
+#include "validate/surroundings.h"
+
+// What happens while a plug-in is loaded and its entry points are called.
+
+namespace vrltool {
+
+namespace {
+
+/// The loader's words with the names of C++ as people write them.
+std::string demangled(std::string text) {
+    auto const start = text.find("_Z");
+    auto const end =
+        std::min(text.find_first_not_of("abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_.$",
+                                        std::min(start, text.size())),
+                 text.size());
+    if (start == std::string::npos) return text;
+    int state = 0;
+    std::unique_ptr<char, decltype(&std::free)> const name(
+        abi::__cxa_demangle(text.substr(start, end - start).c_str(), nullptr, nullptr, &state), &std::free);
+    return name ? text.replace(start, end - start, name.get()) : text;
+}
+
+/// The loader's words without the path of the plug-in, which stands above.
+std::string withoutPath(std::string const& text, std::string const& path) {
+    std::string const head = path + ": ";
+    return text.compare(0, head.size(), head) == 0 ? text.substr(head.size()) : text;
+}
+
+constexpr unsigned encoded(unsigned major, unsigned minor, unsigned patch) {
+    return (major * 100 + minor) * 100 + patch;
+}
+
+unsigned ownVersion() {
+    std::istringstream text(kVersion);
+    unsigned major = 0, minor = 0, patch = 0;
+    char point = '.';
+    text >> major >> point >> minor >> point >> patch;
+    return encoded(major, minor, patch);
+}
+
+std::string versionText(unsigned version) {
+    return std::to_string(version / 10000) + "." + std::to_string(version / 100 % 100) + "." +
+           std::to_string(version % 100);
+}
+
+/// The first line of a text, shortened, in quotes.
+std::string quoted(std::string const& text) {
+    std::string line = text.substr(0, text.find('\n'));
+    if (line.size() > 60) line = line.substr(0, 57) + "...";
+    return "'" + line + "'";
+}
+
+/// Calls each entry point, told ahead; `behind` is told of each one that came back, with what it threw.
+template <class Behind>
+void enter(Job const& job, Report& report, Behind const& behind) {
+    for (Target const& target : targets()) {
+        report.step(std::string("calling ") + target.entry);
+        bool called = false;
+        std::string const thrown = thrownBy([&] { called = target.load(job.plugin.c_str()); });
+        if (called || !thrown.empty()) behind(target, thrown);
+    }
+}
+
+}  // namespace
+
+void checkLoads(Job const& job, Report& report) {
+    report.step("loading it");
+    std::string error;
+    if (!mapPlugin(job.plugin, error)) report.find("", demangled(withoutPath(error, job.plugin)));
+}
+
+void checkVersionFunction(Job const& job, Report& report) {
+    report.step("loading it");
+    std::string error;
+    void* const module = mapPlugin(job.plugin, error);
+    if (!module) return report.notRun("it does not load");
+    auto const getAPIversion = reinterpret_cast<unsigned (*)()>(dlsym(module, "getAPIversion"));
+    if (!getAPIversion) return report.find("", "exports no getAPIversion: hosts that ask for a version refuse it");
+    report.step("calling getAPIversion");
+    unsigned version = 0;
+    std::string const thrown = thrownBy([&] { version = getAPIversion(); });
+    if (!thrown.empty()) return report.find("getAPIversion", thrown);
+    if (version == 0) return report.find("getAPIversion", "tells the version 0");
+    if (version > ownVersion())
+        return report.find("getAPIversion", "tells " + versionText(version) + ", and this library is " + kVersion);
+    report.note(versionText(version));
+}
+
+void checkEntryReturns(Job const& job, Report& report) {
+    std::size_t count = 0;
+    enter(job, report, [&](Target const& target, std::string const& thrown) {
+        ++count;
+        if (!thrown.empty()) report.find(target.entry, thrown);
+    });
+    if (count == 0 && report.clean()) report.find("", "none of its entry points was called");
+    report.note(counted(count, "entry point"));
+}
+
+void checkEntryQuiet(Job const& job, Report& report) {
+    report.step("loading it");
+    std::string error;
+    printedSoFar();
+    mapPlugin(job.plugin, error);
+    if (std::string const text = printedSoFar(); !text.empty()) report.find("loading", "prints " + quoted(text));
+    vrlCoutReset();
+    enter(job, report, [&](Target const& target, std::string const&) {
+        if (std::string const text = printedSoFar(); !text.empty()) report.find(target.entry, "prints " + quoted(text));
+    });
+    if (std::string const text = vrlGetCoutMsg(); !text.empty()) report.note("message channel: " + quoted(text));
+}
+
+void checkBringsKeys(Job const& job, Report& report) {
+    Keys keys;
+    std::string const thrown = thrownBy([&] { keys = loadPlugin(job.plugin, report); });
+    if (!thrown.empty()) return report.notRun("an entry point " + thrown);
+    for (std::size_t i = 0; i < kTargets; ++i)
+        for (std::string const& key : keys.of[i])
+            if (key.empty())
+                report.find(targets()[i].entry, "registers a class under the empty key, under which nothing is made");
+    if (keys.empty()) report.find("", "registers nothing in its entry points");
+    report.note(keysText(keys));
+}
+
+void checkPostLoad(Job const& job, Report& report) {
+    auto const loaded = loadForCheck(job, report);
+    if (!loaded) return;
+    Keys const before = presentKeys();
+    printedSoFar();
+    std::string error;
+    void* const module = mapPlugin(job.plugin, error);
+    char const* const hook = "initLibraryPostLoad";
+    auto const call = reinterpret_cast<void (*)()>(dlsym(module, hook));
+    if (!call) return report.note("it has none");
+    for (char const* const time : {"first", "second", "third"}) {
+        report.step(std::string("calling ") + hook + " for the " + time + " time");
+        std::string const thrown = thrownBy(call);
+        if (!thrown.empty()) report.find(hook, thrown + ", called for the " + time + " time");
+        if (std::string const text = printedSoFar(); !text.empty())
+            report.find(hook, "prints " + quoted(text) + ", called for the " + time + " time",
+                        "write messages with vrlPrintf or vrlCout(), the message channel");
+    }
+    if (!(presentKeys() == before)) report.find(hook, "registers or removes keys", "do that in the entry points");
+}
+
+void checkProcessEnd(Job const& job, Report& report) {
+    if (!loadForCheck(job, report)) return;
+    static_cast<void>(thrownBy([] { soloader_PostLoad(); }));
+    report.step("the program ends");
+}
+
+void checkSurroundings(Job const& job, Report& report) {
+    auto const before = surroundings();
+    if (!loadForCheck(job, report)) return;
+    report.step("calling initLibraryPostLoad");
+    static_cast<void>(thrownBy([] { soloader_PostLoad(); }));
+    auto const after = surroundings();
+    for (std::size_t i = 0; i < before.size(); ++i)
+        if (after[i].state != before[i].state) report.find("", std::string("changes ") + before[i].name);
+}
+
+}  // namespace vrltool

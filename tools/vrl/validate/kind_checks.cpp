@@ -1,0 +1,172 @@
+#include "text/table.h"
+#include "validate/parameter_findings.h"
+#include "validate/subjects.h"
+
+// Whether what a plug-in registered can be made, and is what its key says.
+
+namespace vrltool {
+
+namespace {
+
+char const kUnknown[] = "no such name";
+
+using BlockHandle = vrl::shared_ptr<vrl::BB>;
+using FoundryHandle = vrl::shared_ptr<vrl::Foundry>;
+
+/// Makes a block, told ahead, and says why if that fails.
+void tryBlock(vrl::Foundry const* foundry, std::string const& with, std::string const& key, Report& report) {
+    std::string const thing = "block '" + key + "'";
+    report.step("making the " + thing + with);
+    bool made = false;
+    std::string const thrown = thrownBy([&] { made = static_cast<bool>(BlockHandle(vrl::BB::create(foundry, key))); });
+    if (!thrown.empty())
+        report.find(thing, thrown + " when it is made" + with);
+    else if (!made)
+        report.find(thing, "is not made" + with);
+}
+
+/// Calls a function with each foundry of the plug-in that can be made.
+template <class Use>
+void forEachFoundry(Keys const& keys, Report& report, Use const& use) {
+    for (std::string const& key : keys[Brings::kFoundry]) {
+        if (key.empty()) continue;
+        report.step("making the foundry '" + key + "'");
+        FoundryHandle foundry;
+        static_cast<void>(thrownBy([&] { foundry = FoundryHandle(vrl::Foundry::create(key)); }));
+        if (foundry) use(key, *foundry);
+    }
+}
+
+/// Says so if a call throws, or gives something where it has to give nothing.
+template <class T, class Call>
+void expectNothing(std::string const& thing, std::string const& call, Report& report, Call const& make) {
+    report.step("calling " + call + " of " + thing);
+    std::unique_ptr<T> made;
+    std::string const thrown = thrownBy([&] { made.reset(make()); });
+    if (!thrown.empty()) report.find(thing, call + " " + thrown + " for a name that is not known");
+    if (made) report.find(thing, call + " gives something for a name that is not known");
+}
+
+/// Widths and radii that hosts ask with: given, not given, and none at all.
+struct Geometry {
+    double width, radius;
+};
+constexpr Geometry kGeometries[] = {{0.5, 0.0}, {-1.0, 0.0}, {0.0, 0.0}, {1e9, 5.0}, {0.5, -5.0}};
+
+void askFlow(vrl::Foundry const& foundry, std::string const& thing, std::string const& key, Report& report) {
+    for (Geometry const& geometry : kGeometries) {
+        std::string const thrown = thrownBy([&] {
+            std::unique_ptr<vrl::ProcessFlow> const flow(foundry.createFlow(key));
+            std::unique_ptr<vrl::CrossSection> const section(flow ? flow->createCS(geometry.width, geometry.radius)
+                                                                  : nullptr);
+            if (section) static_cast<void>(section->describe());
+        });
+        if (!thrown.empty()) return report.find(thing, "createCS " + thrown);
+    }
+}
+
+void askSection(vrl::Foundry const& foundry, std::string const& thing, std::string const& key, Report& report) {
+    for (Geometry const& geometry : kGeometries) {
+        std::string const thrown = thrownBy([&] {
+            std::unique_ptr<vrl::CrossSection> const section(foundry.createCS(key, geometry.width, geometry.radius));
+            if (section) static_cast<void>(section->describe());
+        });
+        if (!thrown.empty()) return report.find(thing, thrown + " for a width or radius");
+    }
+}
+
+/// Why something is not made; empty if it is.
+std::string whyNotMade(Maker const& maker, Report& report) {
+    report.step("making the " + maker.thing);
+    bool made = false;
+    std::string const thrown = thrownBy([&] { made = static_cast<bool>(maker.make()); });
+    return !thrown.empty() ? thrown + " when it is made" : made ? "" : "is not made";
+}
+
+void reportUnmade(std::vector<Maker> const& makers, Report& report) {
+    for (Maker const& maker : makers)
+        if (std::string const why = whyNotMade(maker, report); !why.empty()) report.find(maker.thing, why);
+}
+
+}  // namespace
+
+void checkNullFoundry(Job const& job, Report& report) {
+    auto const keys = loadForCheck(job, report);
+    if (!keys) return;
+    auto const& blocks = (*keys)[Brings::kBlock];
+    if (blocks.empty()) return report.notRun("it brings no blocks");
+    for (std::string const& key : blocks)
+        if (!key.empty()) tryBlock(nullptr, " without a foundry", key, report);
+    forEachFoundry(*keys, report, [&](std::string const& name, vrl::Foundry const& foundry) {
+        for (std::string const& key : blocks)
+            if (!key.empty()) tryBlock(&foundry, " with the foundry '" + name + "'", key, report);
+    });
+    report.note(counted(blocks.size(), "block"));
+}
+
+void checkFoundryKept(Job const& job, Report& report) {
+    auto const keys = loadForCheck(job, report);
+    if (!keys) return;
+    if ((*keys)[Brings::kFoundry].empty()) return report.notRun("it brings no foundry");
+    if ((*keys)[Brings::kBlock].empty()) return report.notRun("it brings no blocks");
+    forEachFoundry(*keys, report, [&](std::string const& name, vrl::Foundry const& foundry) {
+        for (std::string const& key : (*keys)[Brings::kBlock]) {
+            if (key.empty()) continue;
+            report.step("making the block '" + key + "' with the foundry '" + name + "'");
+            BlockHandle const block(vrl::BB::create(&foundry, key));
+            bool const kept =
+                !block || (block->getFoundry() == &foundry && block->getFoundryName() == foundry.getName());
+            if (!kept) report.find("block '" + key + "'", "does not know the foundry '" + name + "'");
+        }
+    });
+}
+
+void checkFoundryParts(Job const& job, Report& report) {
+    auto const keys = loadForCheck(job, report);
+    if (!keys) return;
+    if ((*keys)[Brings::kFoundry].empty()) return report.notRun("it brings no foundry");
+    reportUnmade(makersOf(Brings::kFoundry, *keys), report);
+    auto const parts = foundryPartMakers(*keys);
+    reportUnmade(parts, report);
+    forEachFoundry(*keys, report, [&](std::string const& name, vrl::Foundry const& foundry) {
+        std::string const of = "' of foundry '" + name + "'";
+        for (auto entry = foundry.beginFlow(); entry != foundry.endFlow(); ++entry) {
+            report.step("asking the flow '" + entry->first + "' for cross sections");
+            askFlow(foundry, "flow '" + entry->first + of, entry->first, report);
+        }
+        for (auto entry = foundry.beginCrossSection(); entry != foundry.endCrossSection(); ++entry) {
+            report.step("making the cross section '" + entry->first + "'");
+            askSection(foundry, "cross section '" + entry->first + of, entry->first, report);
+        }
+    });
+    report.note(counted(parts.size(), "flow or cross section", "flows and cross sections"));
+}
+
+void checkKeyMatchesName(Job const& job, Report& report) {
+    auto const keys = loadForCheck(job, report);
+    if (!keys) return;
+    reportUnmade(makersOf(Brings::kAttribute, *keys), report);
+    reportUnmade(makersOf(Brings::kNetlist, *keys), report);
+    forEachSubject(allMakers(*keys), report, [&](Maker const& maker, Subject const& subject) {
+        if (subject.tells != maker.key) report.find(maker.thing, "tells the name '" + subject.tells + "'");
+    });
+}
+
+void checkUnknownKey(Job const& job, Report& report) {
+    auto const keys = loadForCheck(job, report);
+    if (!keys) return;
+    bool const anything = BlockHandle(vrl::BB::create(nullptr, kUnknown)) ||
+                          FoundryHandle(vrl::Foundry::create(kUnknown)) ||
+                          vrl::shared_ptr<vrl::Netlist>(vrl::Netlist::create(kUnknown)) ||
+                          vrl::shared_ptr<vrl::Attribute>(vrl::Attributes::factory().create(kUnknown)) ||
+                          vrl::shared_ptr<vrl::View>(vrl::View::create(kUnknown, nullptr, kUnknown));
+    if (anything) report.find("", std::string("registers the key '") + kUnknown + "'");
+    forEachFoundry(*keys, report, [&](std::string const& name, vrl::Foundry const& foundry) {
+        std::string const thing = "foundry '" + name + "'";
+        expectNothing<vrl::CrossSection>(thing, "createCS", report,
+                                         [&] { return foundry.createCS(kUnknown, 0.5, 0.0); });
+        expectNothing<vrl::ProcessFlow>(thing, "createFlow", report, [&] { return foundry.createFlow(kUnknown); });
+    });
+}
+
+}  // namespace vrltool

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <string>
+
+#include "validate/check.h"
+#include "vrllib/vrllib.h"
+
+namespace vrltool {
+
+/// @name What is wrong with the parameters of one object, told parameter by parameter.
+/// @{
+void findWrongNames(std::string const& thing, vrl::Attributes& list, Report& report);
+void findUndescribed(std::string const& thing, vrl::Attributes& list, Report& report);
+void findWrongDefaults(std::string const& thing, vrl::Attributes& list, Report& report);
+/// @}
+
+}  // namespace vrltool

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace vrltool {
+
+/// Something that belongs to the whole program, and how it is set.
+struct Surrounding {
+    char const* name;  ///< "the working folder"
+    std::string state;
+};
+
+/// All of them, always in the same order.
+std::vector<Surrounding> surroundings();
+
+}  // namespace vrltool
