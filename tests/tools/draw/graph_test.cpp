@@ -235,6 +235,26 @@ TEST(Graph, DrawsAWireBetweenTwoElectricalPorts) {
     EXPECT_EQ(wiresOf(dotOf(circuit)), "e1:p2:s -> e2:p3:s DC\n");
 }
 
+TEST(Graph, HangsBlocksBelowThoseThatLightReaches) {
+    SampleCircuit circuit;
+    circuit.add("a", "sfPhotodiode").add("b", "sfPhotodiode").add("z", "sfPhotodiode").input("z,in0");
+    circuit.join("a,cathode", "b,anode").join("b,cathode", "z,anode");
+    std::string const dot = dotOf(circuit);
+    EXPECT_EQ(wiresOf(dot), "in1:e -> e3:p1:w optics\n"
+                            "e2:p2:s -> e1:p3:s DC\n"
+                            "e3:p2:s -> e2:p3:s DC\n");
+    EXPECT_EQ(count(dot, ", minlen=0"), 2u) << "each stays in the column of the one above";
+}
+
+TEST(Graph, DrawsPlainerLinesInLargePictures) {
+    SampleCircuit circuit;
+    for (int i = 0; i < 301; ++i) circuit.add("b" + std::to_string(i), "sfBend");
+    Picture picture;
+    EXPECT_EQ(count(dotOf(circuit, picture), "splines="), 0u) << "200 of them";
+    picture.max = 0;
+    EXPECT_EQ(count(dotOf(circuit, picture), "splines=polyline"), 1u);
+}
+
 TEST(Graph, TagsThePortsOfALargerElectricalNet) {
     SampleCircuit circuit;
     circuit.add("a", "sfPhotodiode").add("b", "sfPhotodiode").add("c", "sfPhotodiode");
