@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "draw/render.h"
 #include "tests/tools/draw/pictures.h"
 
 namespace {
@@ -203,6 +204,16 @@ TEST(Graph, DrawsFramesInFrames) {
     EXPECT_EQ(count(dot, ">pad</TD>"), 2u) << "the port of the outer frame, and its tag at that of the inner one";
     EXPECT_EQ(count(dot, "peripheries=1"), 2u) << "each frame has an edge, whatever the one around it has";
     EXPECT_EQ(idsOf(dotOf(circuit, {}, 1), "frame"), Ids{"e1"});
+}
+
+TEST(Graph, GraphvizTakesTextsThatAreEmpty) {
+    vrltool::Circuit circuit;
+    circuit.elements.resize(2);
+    circuit.elements[0].pins = {{"", vrl::EnumList::Optics, 1, true}};
+    circuit.elements[1].pins = {{"", vrl::EnumList::DC, 1, false}};
+    circuit.nodes[1] = {{0, 0}, {1, 0}};
+    std::string const dot = vrltool::dotText(circuit, {}, vrltool::selectionOf(circuit, {}));
+    EXPECT_NE(vrltool::render(dot, vrltool::PictureFormat::kSvg), "");
 }
 
 TEST(Graph, DrawsACompositeWithNothingInside) {

@@ -167,7 +167,10 @@ void Drawing::writeLevel(Level const& level) {
         if (!level.isShown(i)) continue;
         Tied const tied = tiedPins(level.circuit, level.circuit.elements[i]);
         note(level, i, tied);
-        level.isOpen(i) ? writeFrame(level, i, tied) : writeBlock(level, i, tied);
+        if (level.isOpen(i))
+            writeFrame(level, i, tied);
+        else
+            writeBlock(level, i, tied);
     }
     writeEnds(level.inputs, kArrow);
     writeEnds(level.outputs, kArrow);
