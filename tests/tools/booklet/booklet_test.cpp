@@ -209,6 +209,15 @@ TEST(DocPdf, RunsLatexTwiceWithoutAShellAndLeavesNothingBehind) {
     EXPECT_EQ(left, (std::set<std::string>{"b.pdf", "b.tex", "bin"}));
 }
 
+TEST(DocPdf, TellsTheSecondsAtATerminal) {
+    Tool tool;
+    replaceLatex(tool, "sleep 1.5; cp booklet.tex booklet.pdf\n");
+    auto const done = tool.runAtTerminal("doc", {"SampleFab", "-o", "b.pdf"});
+    EXPECT_EQ(done.err.substr(0, 20), "\r\x1b[Ktypesetting: 1 s");
+    EXPECT_EQ(done.err.substr(done.err.size() - 4), "\r\x1b[K");
+    EXPECT_EQ(done.status, 0);
+}
+
 TEST(DocPdf, SaysThatLatexMadeNone) {
     Tool tool;
     replaceLatex(tool, "exit 0\n");
