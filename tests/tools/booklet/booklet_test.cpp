@@ -156,6 +156,15 @@ TEST(Doc, SaysThatTheFolderIsMissing) {
     EXPECT_EQ(done.status, 2);
 }
 
+TEST(Doc, SaysThatThereIsNoTemporaryFolder) {
+    Tool tool;
+    tool.place().set("TMPDIR", tool.path("no"));
+    auto const done = tool.run("doc", {"SampleFab", "-o", "b.tex"});
+    EXPECT_EQ(done.err,
+              "vrl: TMPDIR: leads to no folder: No such file or directory\n  set it to a folder that can be written\n");
+    EXPECT_EQ(done.status, 2);
+}
+
 constexpr char kInstall[] = "  on Debian: apt-get install texlive-latex-base texlive-latex-recommended "
                             "texlive-pictures texlive-fonts-recommended\n";
 
