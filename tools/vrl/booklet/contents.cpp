@@ -226,7 +226,7 @@ FoundryFacts factsOf(std::string const& name, std::vector<std::string> const& ch
     for (std::string const& kind : kinds) {
         facts.blocks.push_back(
             askPlugin("block '" + printable(kind) + "'", [&] { return blockFacts(*foundry, kind); }));
-        progress.step();
+        progress.at(facts.blocks.size());
     }
     return facts;
 }
