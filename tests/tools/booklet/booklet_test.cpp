@@ -156,6 +156,15 @@ TEST(Doc, SaysThatTheFolderIsMissing) {
     EXPECT_EQ(done.status, 2);
 }
 
+TEST(Doc, SaysThatThereIsNoTemporaryFolder) {
+    Tool tool;
+    tool.place().set("TMPDIR", tool.path("no"));
+    auto const done = tool.run("doc", {"SampleFab", "-o", "b.tex"});
+    EXPECT_EQ(done.err,
+              "vrl: TMPDIR: leads to no folder: No such file or directory\n  set it to a folder that can be written\n");
+    EXPECT_EQ(done.status, 2);
+}
+
 constexpr char kInstall[] = "  on Debian: apt-get install texlive-latex-base texlive-latex-recommended "
                             "texlive-pictures texlive-fonts-recommended\n";
 
@@ -207,6 +216,15 @@ TEST(DocPdf, RunsLatexTwiceWithoutAShellAndLeavesNothingBehind) {
     for (auto const& entry : std::filesystem::directory_iterator(tool.place().work()))
         left.insert(entry.path().filename().string());
     EXPECT_EQ(left, (std::set<std::string>{"b.pdf", "b.tex", "bin"}));
+}
+
+TEST(DocPdf, TellsTheSecondsAtATerminal) {
+    Tool tool;
+    replaceLatex(tool, "sleep 1.5; cp booklet.tex booklet.pdf\n");
+    auto const done = tool.runAtTerminal("doc", {"SampleFab", "-o", "b.pdf"});
+    EXPECT_EQ(done.err.substr(0, 20), "\r\x1b[Ktypesetting: 1 s");
+    EXPECT_EQ(done.err.substr(done.err.size() - 4), "\r\x1b[K");
+    EXPECT_EQ(done.status, 0);
 }
 
 TEST(DocPdf, SaysThatLatexMadeNone) {

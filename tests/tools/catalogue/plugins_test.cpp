@@ -387,6 +387,15 @@ TEST(Plugins, LeavesTheLinesOutThatTheLibraryReadsInAnotherWay) {
                                        "2 lines name libraries: 2 loaded, 0 failed\n");
 }
 
+TEST(Plugins, ComesToAnEndWithAFileThatIncludesItself) {
+    Tool const tool;
+    auto const config = tool.write("self.ini", "sodllfile = gone\n#include self.ini\n");
+    auto const report = tool.run("plugins", {"--config", config});
+    EXPECT_EQ(report.out.substr(report.out.rfind("\n\n")), "\n\n509 lines name libraries: 0 loaded, 509 failed\n");
+    EXPECT_EQ(report.err, "vrl: warning: can not find VRLConfig.ini include: <self.ini>.\n");
+    EXPECT_EQ(report.status, 1);
+}
+
 TEST(Plugins, CountsALibraryThatOneOfTwoFoldersHas) {
     Tool const tool;
     auto const config = writeBrokenLines(tool, "sodlldir_linux = " + tool.path("none") + "\nsodllfile = takesOver\n");

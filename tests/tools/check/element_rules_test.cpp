@@ -97,11 +97,11 @@ TEST_F(ElementRules, FindATieOfAnElementThatIsNotThere) {
 TEST_F(ElementRules, TellTheElementsWhereNoneIsNear) {
     circuit.add("upper", "sfBend").add("lower", "sfBend").join("upper,out0", "lower,in0");
     save();
-    change("a.vrl", "upper", "lxxxx");
+    change("a.vrl", "upper", "north");
     EXPECT_EQ(foundIn("a.vrl", "stray-tie"), "a.vrl (Netlist, 2 elements): 1 error\n"
                                              "  error    upper,out0: is tied, but there is no element of this name "
                                              "[stray-tie]\n"
-                                             "           elements: lower and lxxxx\n");
+                                             "           elements: lower and north\n");
 }
 
 TEST_F(ElementRules, FindGroupsThatNoPathJoinsToTheBoundary) {

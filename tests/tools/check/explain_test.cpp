@@ -90,7 +90,8 @@ TEST(Explain, ListsAllRules) {
 TEST(Explain, HasAFormForPrograms) {
     Tool const tool;
     auto const one = nlohmann::ordered_json::parse(tool.run("explain", {"--json", "trailing-bytes"}).out);
-    EXPECT_EQ(one.dump(2), R"({
+    EXPECT_EQ(one.dump(2),
+              R"({
   "format": "vrl-explain",
   "version": 1,
   "rules": [
@@ -100,7 +101,8 @@ TEST(Explain, HasAFormForPrograms) {
       "severity": "warning",
       "needs": [],
       "meaning": "The design was read whole, and the file has more bytes behind it.",
-      "why": "Nobody reads them. Two files may have been written into one, or a longer file was overwritten in place: then the design may not be the one that is meant.",
+      "why": "Nobody reads them. Two files may have been written into one, or a longer )"
+              R"(file was overwritten in place: then the design may not be the one that is meant.",
       "example": "the design: 4096 bytes stand behind the design in the file [trailing-bytes]",
       "cure": "Find out how the file came about. Saving the design anew drops the bytes."
     }

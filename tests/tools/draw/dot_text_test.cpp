@@ -20,6 +20,11 @@ TEST(DotText, WritesBackslashesOfTooltipsFourTimes) { EXPECT_EQ(tooltipText("a\\
 
 TEST(DotText, ShowsControlCharacters) { EXPECT_EQ(plainText("a\nb\tc\x7F"), "a\\x0Ab\\x09c\\x7F"); }
 
+TEST(DotText, WritesABlankForAnEmptyLabel) {
+    EXPECT_EQ(htmlText(""), " ");
+    EXPECT_EQ(tooltipText(""), "\"\"");
+}
+
 TEST(DotText, KeepsUtf8) { EXPECT_EQ(plainText("\u00fc \u2603 \U0001F600"), "\u00fc \u2603 \U0001F600"); }
 
 TEST(DotText, ReplacesEachByteThatIsNoUtf8) {

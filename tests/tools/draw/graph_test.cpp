@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "draw/render.h"
 #include "tests/tools/draw/pictures.h"
 
 namespace {
@@ -205,6 +206,16 @@ TEST(Graph, DrawsFramesInFrames) {
     EXPECT_EQ(idsOf(dotOf(circuit, {}, 1), "frame"), Ids{"e1"});
 }
 
+TEST(Graph, GraphvizTakesTextsThatAreEmpty) {
+    vrltool::Circuit circuit;
+    circuit.elements.resize(2);
+    circuit.elements[0].pins = {{"", vrl::EnumList::Optics, 1, true}};
+    circuit.elements[1].pins = {{"", vrl::EnumList::DC, 1, false}};
+    circuit.nodes[1] = {{0, 0}, {1, 0}};
+    std::string const dot = vrltool::dotText(circuit, {}, vrltool::selectionOf(circuit, {}));
+    EXPECT_NE(vrltool::render(dot, vrltool::PictureFormat::kSvg), "");
+}
+
 TEST(Graph, DrawsACompositeWithNothingInside) {
     SampleCircuit circuit;
     circuit.add("hollow", new vrl::CBB(nullptr));
@@ -233,6 +244,26 @@ TEST(Graph, DrawsAWireBetweenTwoElectricalPorts) {
     SampleCircuit circuit;
     circuit.add("a", "sfPhotodiode").add("b", "sfPhotodiode").join("a,anode", "b,cathode");
     EXPECT_EQ(wiresOf(dotOf(circuit)), "e1:p2:s -> e2:p3:s DC\n");
+}
+
+TEST(Graph, HangsBlocksBelowThoseThatLightReaches) {
+    SampleCircuit circuit;
+    circuit.add("a", "sfPhotodiode").add("b", "sfPhotodiode").add("z", "sfPhotodiode").input("z,in0");
+    circuit.join("a,cathode", "b,anode").join("b,cathode", "z,anode");
+    std::string const dot = dotOf(circuit);
+    EXPECT_EQ(wiresOf(dot), "in1:e -> e3:p1:w optics\n"
+                            "e2:p2:s -> e1:p3:s DC\n"
+                            "e3:p2:s -> e2:p3:s DC\n");
+    EXPECT_EQ(count(dot, ", minlen=0"), 2u) << "each stays in the column of the one above";
+}
+
+TEST(Graph, DrawsPlainerLinesInLargePictures) {
+    SampleCircuit circuit;
+    for (int i = 0; i < 301; ++i) circuit.add("b" + std::to_string(i), "sfBend");
+    Picture picture;
+    EXPECT_EQ(count(dotOf(circuit, picture), "splines="), 0u) << "200 of them";
+    picture.max = 0;
+    EXPECT_EQ(count(dotOf(circuit, picture), "splines=polyline"), 1u);
 }
 
 TEST(Graph, TagsThePortsOfALargerElectricalNet) {

@@ -67,7 +67,7 @@ INSTANTIATE_TEST_SUITE_P(
         Bad{"HugeNumberInJson", "a.json", "{\"instances\": 1e999}",
             "vrl: a.json:1:15: a number is too large\n  no number of a program holds it\n"},
         Bad{"CutShort", "a.json", "{\"instances\": {",
-            "vrl: a.json:1:15: syntax error while parsing object key - unexpected end of input; expected string "
+            "vrl: a.json:1:16: syntax error while parsing object key - unexpected end of input; expected string "
             "literal\n"},
         Bad{"UnknownTag", "a.yml", "instances: {a: !odd sfBend}\n",
             "vrl: a.yml:1:16: the tag '!odd' is not known here\n  write a plain value\n"},

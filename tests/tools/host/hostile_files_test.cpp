@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <nlohmann/json.hpp>
 #include <random>
 #include <sstream>
@@ -17,6 +18,7 @@ using vrl_test::TemporaryFolder;
 
 /// What came of reading: "" if all went well, or the text of the Failure. What was read is shown in all forms.
 std::string readAndShow(TemporaryFolder const& folder, std::string const& bytes) {
+    std::filesystem::remove(folder / "bad.vrl");  // a new file costs less than one that is written again
     try {
         auto const design = vrltool::readDesign(vrl_test::writeFile(folder / "bad.vrl", bytes));
         std::ostringstream shown;

@@ -32,7 +32,7 @@ std::string expected(std::string const& name) {
 TEST(Validate, PassesBothSamplePluginsWholly) {
     Tool const tool;
     takeSamples(tool);
-    auto const shown = tool.run("validate", {kSampleFab, kDemo});
+    auto const shown = tool.run("validate", {"--seconds", "50", kSampleFab, kDemo});
     EXPECT_EQ(shown.out, expected("samples.txt"));
     EXPECT_EQ(shown.err, "");
     EXPECT_EQ(shown.status, 0);
@@ -41,7 +41,7 @@ TEST(Validate, PassesBothSamplePluginsWholly) {
 TEST(Validate, TellsProgramsTheSame) {
     Tool const tool;
     takeSamples(tool);
-    auto const shown = tool.run("validate", {"--json", kSampleFab});
+    auto const shown = tool.run("validate", {"--json", "--seconds", "50", kSampleFab});
     EXPECT_EQ(shown.out, expected("sample_fab.json"));
     EXPECT_EQ(shown.err, "");
     EXPECT_EQ(shown.status, 0);
@@ -64,7 +64,7 @@ TEST(Validate, PassesTheSamplePluginBesideItsOwnConfiguration) {
 
 TEST(Validate, LeavesOutWhatAFailureHinders) {
     Tool const tool;
-    auto const shown = tool.run("validate", {"--seconds", "1", brokenFile("Hangs")});
+    auto const shown = tool.run("validate", {"--seconds", "10", brokenFile("Hangs")});
     EXPECT_EQ(shown.out, brokenFile("Hangs") + "\n" + expected("hangs.txt"));
     EXPECT_EQ(shown.status, 1);
 }

@@ -1,12 +1,12 @@
 #include "booklet/contents.h"
 
 #include <algorithm>
-#include <exception>
 #include <memory>
 
-#include "booklet/plugin_file.h"
 #include "circuit/circuit.h"
 #include "circuit/parameters.h"
+#include "host/foreign_work.h"
+#include "host/load_watch.h"
 #include "text/failure.h"
 #include "text/near_names.h"
 #include "text/progress.h"
@@ -25,17 +25,12 @@ namespace {
 template <class Work>
 auto askPlugin(std::string const& thing, Work work) {
     try {
+        ForeignWork const atWork(thing);
         return work();
     } catch (Failure const&) {
         throw;
-    } catch (std::exception const& error) {
-        failThrown(thing, error.what());
-    } catch (char const* text) {
-        failThrown(thing, text ? text : "");
-    } catch (std::string const& text) {
-        failThrown(thing, text);
     } catch (...) {
-        failThrown(thing, "something without a text");
+        failThrown(thing, thrownText());
     }
 }
 
@@ -177,10 +172,10 @@ std::vector<std::string> blocksBeside(std::string const& foundry) {
     auto const& foundries = FactoryLoader<vrl::Foundry>::factory();
     auto const own =
         std::find_if(foundries.begin(), foundries.end(), [&](auto const& f) { return f.first == foundry; });
-    std::string const home = fileOfCreator(own->second);
+    std::string const home = pluginOf(own->second);
     std::vector<std::string> kinds;
     for (auto const& entry : FactoryLoader<vrl::BB>::factory())
-        if (!entry.first.empty() && fileOfCreator(entry.second) == home) kinds.push_back(entry.first);
+        if (!entry.first.empty() && pluginOf(entry.second) == home) kinds.push_back(entry.first);
     return kinds;
 }
 
@@ -226,7 +221,7 @@ FoundryFacts factsOf(std::string const& name, std::vector<std::string> const& ch
     for (std::string const& kind : kinds) {
         facts.blocks.push_back(
             askPlugin("block '" + printable(kind) + "'", [&] { return blockFacts(*foundry, kind); }));
-        progress.step();
+        progress.at(facts.blocks.size());
     }
     return facts;
 }

@@ -16,7 +16,9 @@ namespace {
 std::string folderForAll() {
     std::error_code error;
     auto const path = std::filesystem::temp_directory_path(error);
-    return error ? "/tmp" : path.string();
+    if (error)
+        throw Failure("TMPDIR", "leads to no folder: " + error.message(), "set it to a folder that can be written");
+    return path.string();
 }
 
 }  // namespace

@@ -37,7 +37,7 @@ void run(TemporaryFolder const& folder, bool draft) {
     if (draft) program.words.insert(program.words.begin() + 1, "-draftmode");
     program.folder = folder.path();
     program.seconds = 120;
-    Progress progress("typesetting for", "seconds");
+    Progress progress("typesetting:", "s");
     program.waiting = [&progress](std::size_t seconds) { progress.at(seconds); };
     Ended const ended = runProgram(program);
     if (!ended.fine()) failTypesetting(ended);

@@ -59,7 +59,7 @@ void addRepeated(CLI::App& command, std::string const& name, std::vector<std::st
 void addCheck(Grammar& grammar) {
     auto const options = std::make_shared<Options>();
     CLI::App& command =
-        grammar.add("check", "checks saved designs; status 1 if there is an error or a warning",
+        grammar.add("check", "checks saved designs against a table of rules",
                     "  vrl check modulator.vrl                             # all rules\n"
                     "  vrl check --severity open-port=note *.vrl           # open ports are no fault here\n"
                     "  vrl check --only value-out-of-range modulator.vrl   # one rule\n"

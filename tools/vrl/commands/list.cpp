@@ -52,12 +52,12 @@ void addList(Grammar& grammar) {
     auto const words = listWords();
     command.add_option("what", options->word, "what is to be listed")
         ->required()
-        ->type_name("")
+        ->type_name("LIST")
         ->check(oneOf(words, [words](std::string const& word) {
             return std::find(words.begin(), words.end(), word) != words.end();
         }));
     command.add_option("--domain", options->domain, "only blocks that have a port of this domain")
-        ->type_name("")
+        ->type_name("DOMAIN")
         ->check(oneOf(domainNames(), [](std::string const& word) { return domainOf(word).has_value(); }));
 }
 

@@ -29,8 +29,7 @@ std::string markCell(Pin const& pin, std::size_t place, bool tied, std::string c
 
 std::string nameText(Pin const& pin) {
     std::string const name = htmlText(pin.name, kPortCharacters);
-    if (!pin.declared) return "<I>" + name + "?</I>";
-    return name.empty() ? " " : name;
+    return pin.declared ? name : "<I>" + name + "?</I>";
 }
 
 std::string sideTable(Element const& element, Tied const& tied, Side side) {

@@ -99,6 +99,7 @@ std::string shortened(std::string const& text, std::size_t most) {
 
 // A backslash of a label is looked at once, when the label is stored.
 std::string htmlText(std::string const& text, std::size_t most) {
+    if (text.empty()) return " ";
     return escaped(most == 0 ? plainText(text) : shortened(text, most),
                    {{'&', "&amp;"}, {'<', "&lt;"}, {'>', "&gt;"}, {'"', "&quot;"}, {'\\', "\\\\"}});
 }

@@ -14,7 +14,8 @@ std::string plainText(std::string const& text);
 /// The same, of at most `most` characters: what stands in the middle of a longer text gives way to an ellipsis.
 std::string shortened(std::string const& text, std::size_t most);
 
-/// Text for the inside of an HTML-like label; shortened to `most` characters, 0 for no limit.
+/// Text for the inside of an HTML-like label; shortened to `most` characters, 0 for no limit. Empty text
+/// becomes a blank: Graphviz takes an empty label or font for an error.
 std::string htmlText(std::string const& text, std::size_t most = 0);
 
 /// Text between quotes, for an attribute that shows when a pointer rests on its object.

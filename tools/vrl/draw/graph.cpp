@@ -13,7 +13,9 @@ namespace vrltool {
 
 namespace {
 
+// Past these numbers Graphviz would take minutes for curves, and for lines with bends.
 constexpr std::size_t kManyElements = 300;
+constexpr std::size_t kVeryManyElements = 2000;
 constexpr std::size_t kEndCharacters = 30;
 
 constexpr char kFonts[] = "    node [shape=plain, fontname=\"Helvetica,Arial,sans-serif\", fontsize=10];\n"
@@ -21,6 +23,13 @@ constexpr char kFonts[] = "    node [shape=plain, fontname=\"Helvetica,Arial,san
 
 constexpr char kArrow[] = "shape=cds, height=0.25, margin=\"0.08,0.03\"";
 constexpr char kBox[] = "shape=box, style=rounded, height=0.25, margin=\"0.08,0.03\"";
+
+/// What makes Graphviz quicker and a little less careful with a large picture.
+std::string haste(std::size_t elements) {
+    if (elements <= kManyElements) return {};
+    return std::string(", splines=") + (elements > kVeryManyElements ? "line" : "polyline") +
+           ", nslimit=2, nslimit1=2, mclimit=0.5";
+}
 
 /// Writes one picture.
 class Drawing {
@@ -158,7 +167,10 @@ void Drawing::writeLevel(Level const& level) {
         if (!level.isShown(i)) continue;
         Tied const tied = tiedPins(level.circuit, level.circuit.elements[i]);
         note(level, i, tied);
-        level.isOpen(i) ? writeFrame(level, i, tied) : writeBlock(level, i, tied);
+        if (level.isOpen(i))
+            writeFrame(level, i, tied);
+        else
+            writeBlock(level, i, tied);
     }
     writeEnds(level.inputs, kArrow);
     writeEnds(level.outputs, kArrow);
@@ -176,8 +188,7 @@ std::string Drawing::text(Circuit const& circuit) {
     std::ostringstream whole;
     whole << "digraph circuit {\n    graph [rankdir=LR, nodesep=0.3, ranksep=0.45, "
              "fontname=\"Helvetica,Arial,sans-serif\""
-          << ", fontsize=10, labelloc=b, labeljust=l, tooltip=\" \""
-          << (drawn > kManyElements ? ", splines=polyline, nslimit=2, nslimit1=2, mclimit=0.5" : "");
+          << ", fontsize=10, labelloc=b, labeljust=l, tooltip=\" \"" << haste(drawn);
     if (!label.empty()) whole << ", label=<" << label << ">";
     whole << "];\n" << kFonts << os.str() << "}\n";
     return whole.str();

@@ -7,6 +7,8 @@ namespace vrltool {
 
 namespace {
 
+constexpr unsigned kLowest = 1000000;  // the layer of what hangs on nothing
+
 bool isBoundary(Circuit const& circuit, unsigned node) {
     return std::any_of(sides().begin(), sides().end(), [&](SideWords const& words) {
         auto const& nodes = circuit.*words.nodes;
@@ -70,10 +72,37 @@ std::string Level::handle(std::size_t element, Side side) const {
 
 void Level::attach() {
     tags.resize(circuit.elements.size());
+    findLayers();
     for (std::size_t element = 0; element < circuit.elements.size(); ++element) attachPins(element);
     nameContacts();
     for (Side const side : {Side::kLeft, Side::kRight}) attachBoundary(wordsOf(side));
     for (auto const& [node, net] : nets) settle(node, net);
+}
+
+// Blocks that have electrical wires alone hang below the others, as far down as there are wires between.
+void Level::findLayers() {
+    layers.assign(circuit.elements.size(), kLowest);
+    std::vector<std::size_t> reached;
+    for (std::size_t i = 0; i < circuit.elements.size(); ++i) {
+        Tied const tied = tiedPins(circuit, circuit.elements[i]);
+        if (!isTiedAt(circuit.elements[i], tied, Side::kLeft) && !isTiedAt(circuit.elements[i], tied, Side::kRight))
+            continue;
+        layers[i] = 0;
+        reached.push_back(i);
+    }
+    for (std::size_t next = 0; next < reached.size(); ++next) hangBelow(reached[next], reached);
+}
+
+void Level::hangBelow(std::size_t element, std::vector<std::size_t>& reached) {
+    for (Pin const& pin : circuit.elements[element].pins) {
+        auto const node = circuit.nodes.find(pin.node);
+        if (node == circuit.nodes.end() || node->second.size() != 2) continue;
+        for (End const& end : node->second) {
+            if (layers[end.element] != kLowest) continue;
+            layers[end.element] = layers[element] + 2;
+            reached.push_back(end.element);
+        }
+    }
 }
 
 void Level::attachPins(std::size_t element) {
@@ -100,14 +129,13 @@ Attachment Level::attachment(End const& end) const {
     Element const& element = circuit.elements[end.element];
     Pin const& pin = element.pins[end.pin];
     SideWords const& words = wordsOf(sideOf(pin));
-    Tied const tied = tiedPins(circuit, element);
     Attachment result;
     result.place = elementId(end.element) + (isOpen(end.element) ? std::string("_") + words.id : "") + ":" +
                    cellId(end.pin) + ":" + words.outward;
     result.domain = pin.domain;
     result.flow = words.flow;
     result.text = circuit.endText(end);
-    result.placed = isTiedAt(element, tied, Side::kLeft) || isTiedAt(element, tied, Side::kRight);
+    result.layer = layers[end.element];
     return result;
 }
 
@@ -149,6 +177,7 @@ void Level::attachLabel(unsigned node, std::string const& id, std::string const&
     end.flow = reversed(words.flow);
     end.text = text;
     end.boundary = true;
+    end.layer = words.side == Side::kBottom ? 1 : 0;
     wires[node].push_back(std::move(end));
 }
 

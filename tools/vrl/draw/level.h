@@ -68,6 +68,8 @@ private:
     };
 
     void attach();
+    void findLayers();
+    void hangBelow(std::size_t element, std::vector<std::size_t>& reached);
     void attachPins(std::size_t element);
     void attachBoundary(SideWords const& words);
     void attachPorts(SideWords const& words);
@@ -83,6 +85,7 @@ private:
 
     Selection const& selection;
     std::vector<Tags> tags;
+    std::vector<unsigned> layers;  ///< of each element, see Attachment; even, points stand between
     std::map<unsigned, Net> nets;
 };
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <ostream>
+#include <utility>
 
 #include "draw/domain_style.h"
 #include "draw/dot_text.h"
@@ -27,11 +28,11 @@ bool isElectrical(Attachment const& end) { return end.flow == Flow::kNone; }
 // their places already are not moved.
 std::string placing(Attachment const& from, Attachment const& to) {
     if (!isElectrical(from) || !isElectrical(to)) return "";
-    return from.placed && to.placed ? ", constraint=false" : ", minlen=0";
+    return from.layer == 0 && to.layer == 0 ? ", constraint=false" : ", minlen=0";
 }
 
 void writeLine(std::ostream& os, std::string const& indent, Attachment const& a, Attachment const& b) {
-    bool const turned = a.flow > b.flow;
+    bool const turned = std::pair(a.flow, a.layer) > std::pair(b.flow, b.layer);
     Attachment const& from = turned ? b : a;
     Attachment const& to = turned ? a : b;
     os << indent << from.place << " -> " << to.place << " [" << lineAttributes(styleOf(domainOf(a, b)))
@@ -43,6 +44,8 @@ Attachment writeHub(std::ostream& os, std::string const& indent, std::string con
                     std::vector<Attachment> const& ends) {
     Attachment hub;
     hub.place = id;
+    hub.layer = ends[0].layer + 1;
+    for (Attachment const& end : ends) hub.layer = std::min(hub.layer, end.layer + 1);
     for (Attachment const& end : ends) hub.text += (hub.text.empty() ? "" : ", ") + end.text;
     bool const mixed = std::any_of(ends.begin(), ends.end(), [&](Attachment const& e) { return differ(ends[0], e); });
     os << indent << id << " [id=\"" << id

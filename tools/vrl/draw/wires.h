@@ -17,9 +17,8 @@ struct Attachment {
     vrl::EnumList::Domain domain = vrl::EnumList::Unknown;
     Flow flow = Flow::kNone;
     std::string text;       ///< for people: "in,out0"
-    bool placed = false;    ///< whether wires with a flow give its block a place from left to right
+    unsigned layer = 0;     ///< of wires without a flow: how far down it hangs; 0: its place comes from wires with one
     bool boundary = false;  ///< whether it is the end of the node at the boundary
-    std::size_t order = 0;  ///< among the pins of its home
 };
 
 /// Writes the lines of a node. Two ends in one domain get a line between them, all ends of a node with one boundary

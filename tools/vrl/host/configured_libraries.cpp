@@ -7,8 +7,9 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <deque>
 #include <filesystem>
-#include <iterator>
+#include <map>
 #include <memory>
 #include <utility>
 
@@ -174,28 +175,50 @@ private:
     std::string postfix;
 };
 
-/// Whether a pattern leads to a load: the library loads what it finds under its bare name.
-bool leadsTo(std::string const& pattern, std::string const& path) {
-    std::string const last = pattern.substr(pattern.find_last_of('/') + 1);
-    return path.find('/') == std::string::npos && fnmatch(last.c_str(), path.c_str(), FNM_NOESCAPE) == 0;
-}
-
-/// Gives loads that nobody has yet to the line that expects them: the first of an exact path, all of a pattern.
-void takeLoads(ConfiguredLibrary& library, std::vector<Load> const& loads, std::vector<bool>& taken) {
-    for (std::string const& path : library.paths) {
-        bool const scan = library.key == kFolderScan;
-        bool const pattern = !scan && path.find('*') != std::string::npos;
-        for (std::size_t i = 0; i < loads.size(); ++i) {
-            bool const fits = scan ? loads[i].path.compare(0, path.rfind('/') + 1, path, 0, path.rfind('/') + 1) == 0
-                              : pattern ? leadsTo(path, loads[i].path)
-                                        : loads[i].path == path;
-            if (taken[i] || !fits) continue;
-            taken[i] = true;
-            library.loads.push_back(i);
-            if (!pattern && !scan) break;
-        }
+/// The loads that no line has yet.
+class OpenLoads {
+public:
+    explicit OpenLoads(std::vector<Load> const& loads) {
+        for (std::size_t i = 0; i < loads.size(); ++i) byPath[loads[i].path].push_back(i);
     }
-}
+
+    /// Gives a line the loads that it expects: the first of an exact path, all of a pattern or a folder.
+    void moveTo(ConfiguredLibrary& library) {
+        for (std::string const& path : library.paths) {
+            bool const several = library.key == kFolderScan || path.find('*') != std::string::npos;
+            if (several)
+                moveMatches(library, path);
+            else if (auto const found = byPath.find(path); found != byPath.end() && !found->second.empty())
+                moveFirst(library, found->second);
+        }
+        std::sort(library.loads.begin(), library.loads.end());
+    }
+
+private:
+    using Places = std::deque<std::size_t>;
+
+    static void moveFirst(ConfiguredLibrary& library, Places& places) {
+        library.loads.push_back(places.front());
+        places.pop_front();
+    }
+
+    void moveMatches(ConfiguredLibrary& library, std::string const& pattern) {
+        for (auto& entry : byPath)
+            while (!entry.second.empty() && leadsTo(library.key, pattern, entry.first))
+                moveFirst(library, entry.second);
+    }
+
+    /// Whether a pattern leads to a path: the library loads what a list finds under its bare name, and what a folder
+    /// holds under its path.
+    static bool leadsTo(std::string const& key, std::string const& pattern, std::string const& path) {
+        std::size_t const folder = pattern.find_last_of('/') + 1;
+        if (key == kFolderScan) return path.compare(0, folder, pattern, 0, folder) == 0;
+        return path.find('/') == std::string::npos &&
+               fnmatch(pattern.c_str() + folder, path.c_str(), FNM_NOESCAPE) == 0;
+    }
+
+    std::map<std::string, Places> byPath;
+};
 
 }  // namespace
 
@@ -208,8 +231,8 @@ bool ConfiguredLibrary::failed(std::vector<Load> const& all) const {
 std::vector<ConfiguredLibrary> configuredLibraries(std::vector<Load> const& loads) {
     Expectation expected;
     for (Line const& line : configuredLines()) expected.obey(line);
-    std::vector<bool> taken(loads.size());
-    for (ConfiguredLibrary& library : expected.libraries) takeLoads(library, loads, taken);
+    OpenLoads open(loads);
+    for (ConfiguredLibrary& library : expected.libraries) open.moveTo(library);
     return std::move(expected.libraries);
 }
 

@@ -76,6 +76,7 @@ struct Watch {
     WatchOptions options;
     std::vector<Load> loads;
     std::vector<unsigned> targetsTried;  ///< of each load, up to seven
+    std::map<std::string, std::size_t> lastOfPath;
     std::map<void*, std::size_t> loadOfModule;
     std::size_t current = 0;  ///< the load that is under way
     bool gateAsked = false;   ///< the version gate looks at it, and has not let it pass
@@ -175,15 +176,15 @@ void settle() {
     }
 }
 
-/// The load that a path belongs to: one that has not been tried for all targets yet, or a new one.
+/// The load that a path belongs to: the last one of that path, unless it was tried for all targets; then a new one.
 std::size_t placeOf(std::string const& path) {
     Watch& w = watch();
-    for (std::size_t i = w.loads.size(); i-- > 0;)
-        if (w.loads[i].path == path && w.targetsTried[i] < kTargets.size()) return i;
+    auto const last = w.lastOfPath.find(path);
+    if (last != w.lastOfPath.end() && w.targetsTried[last->second] < kTargets.size()) return last->second;
     w.loads.push_back({});
     w.loads.back().path = path;
     w.targetsTried.push_back(0);
-    return w.loads.size() - 1;
+    return w.lastOfPath[path] = w.loads.size() - 1;
 }
 
 void* loadLibrary(char const* path, platform::SystemError& error) {

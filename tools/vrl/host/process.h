@@ -13,7 +13,7 @@ struct Program {
     std::string input;               ///< what it reads on standard input
     std::string folder;              ///< its working folder; empty: that of this program
     unsigned seconds = 60;           ///< it and what it started are ended after that time
-    std::function<void(std::size_t seconds)> waiting;  ///< called now and then with the time it has taken
+    std::function<void(std::size_t seconds)> waiting{};  ///< called now and then with the time it has taken
 };
 
 /// How a program ended, and what it wrote.

@@ -72,7 +72,8 @@ CheckResult runCheck(Check const& check, Job const& job, unsigned seconds) {
         result.note.clear();
     }
     for (Finding& finding : result.findings)
-        if (finding.cure.empty()) finding.cure = check.cure;
+        if (finding.cure.empty())
+            finding.cure = check.cure + std::string(ended.timedOut ? "; --seconds N gives it more time" : "");
     return result;
 }
 

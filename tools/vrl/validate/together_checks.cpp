@@ -1,10 +1,9 @@
-#include <dlfcn.h>
-
 #include <algorithm>
 #include <filesystem>
 #include <functional>
 #include <set>
 
+#include "host/load_watch.h"
 #include "host/start.h"
 #include "text/table.h"
 #include "validate/apart.h"
@@ -35,13 +34,10 @@ std::vector<Other> othersOf(Job const& job) {
     return others;
 }
 
-/// The file in which the code of a creator lies. A creator's first word leads to the virtual table of its class.
+/// The file in which the code of a creator lies.
 std::string fileOf(void const* creator) {
-    Dl_info info;
-    void const* const table = *static_cast<void const* const*>(creator);
-    if (dladdr(table, &info) == 0 || !info.dli_fname) return {};
     std::error_code ignored;
-    return std::filesystem::canonical(info.dli_fname, ignored).string();
+    return std::filesystem::canonical(pluginOf(creator), ignored).string();
 }
 
 std::string told(Target const& target, std::string const& key) { return std::string(target.one) + " '" + key + "'"; }

@@ -62,7 +62,7 @@ std::ostream& Reach::toCpp(std::ostream& os, std::string const& name) const {
 Block::Block(vrl::Foundry const* foundry) : BB(handedOn(foundry)) {
     ++blocks;
     if (!foundry && kFault == Fault::kNullFoundryThrows) throw "no foundry given";
-    if (kFault == Fault::kNullFoundryCrashes) setAnnotation("of", foundry->describe());
+    if (!foundry && kFault == Fault::kNullFoundryCrashes) std::abort();
     pin(1, 1);
     if (kFault == Fault::kPortTwice) addPort("out0", vrl::EnumList::Optics);
     bool const described = kFault != Fault::kUndescribed;
@@ -106,7 +106,7 @@ vrl::CrossSection* Fab::createCS(std::string const& name, double const& width, d
 
 BlockView::BlockView(vrl::BB* block)
     : TypeView(block, kFault == Fault::kViewOtherName ? "Broken/Other" : "Broken/View") {
-    if (kFault == Fault::kViewNull) getViewData().addString("of", block->getName(), "the kind");
+    if (!block && kFault == Fault::kViewNull) std::abort();
 }
 
 }  // namespace broken
