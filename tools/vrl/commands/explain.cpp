@@ -9,6 +9,8 @@
 
 namespace vrltool {
 
+using namespace check;
+
 namespace {
 
 Outcome explain(std::string const& id, Common const& common) {

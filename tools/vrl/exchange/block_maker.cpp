@@ -8,7 +8,7 @@
 #include "text/near_names.h"
 #include "text/table.h"
 
-namespace vrltool {
+namespace vrltool::exchange {
 
 namespace {
 
@@ -190,4 +190,4 @@ void BlockMaker::tellNotes() {
                               counted(entry.second.instances, "instance") + "): " + joined(entry.second.settings));
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::exchange

@@ -9,7 +9,7 @@
 #include "exchange/name_map.h"
 #include "exchange/workshop.h"
 
-namespace vrltool {
+namespace vrltool::exchange {
 
 /// Makes the blocks of instances: finds the kind by the map, sets the parameters, keeps the rest as notes.
 class BlockMaker {
@@ -56,4 +56,4 @@ private:
     std::size_t parameters = 0;
 };
 
-}  // namespace vrltool
+}  // namespace vrltool::exchange

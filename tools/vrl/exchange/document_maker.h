@@ -9,7 +9,7 @@
 #include "exchange/boundary.h"
 #include "exchange/instance_maker.h"
 
-namespace vrltool {
+namespace vrltool::exchange {
 
 /// Makes the document of one circuit: the way back of NetlistBuilder.
 class DocumentMaker {
@@ -55,4 +55,4 @@ private:
     std::size_t leftOutPorts = 0;  ///< that a partial import left out, and that are given back
 };
 
-}  // namespace vrltool
+}  // namespace vrltool::exchange

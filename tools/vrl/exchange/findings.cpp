@@ -8,7 +8,7 @@
 #include "exchange/reader.h"
 #include "text/table.h"
 
-namespace vrltool {
+namespace vrltool::exchange {
 
 namespace {
 
@@ -89,4 +89,4 @@ Json Findings::json() const {
     return list;
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::exchange

@@ -9,7 +9,7 @@
 #include "text/failure.h"
 #include "text/json.h"
 
-namespace vrltool {
+namespace vrltool::exchange {
 
 /// How much a finding weighs. Errors are what cannot be carried over; warnings are carried over and look wrong; notes
 /// tell what is kept beside the circuit.
@@ -51,4 +51,4 @@ private:
     std::array<std::size_t, 3> counts{};
 };
 
-}  // namespace vrltool
+}  // namespace vrltool::exchange

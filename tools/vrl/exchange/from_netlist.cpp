@@ -9,7 +9,7 @@
 #include "text/progress.h"
 #include "text/table.h"
 
-namespace vrltool {
+namespace vrltool::exchange {
 
 namespace {
 
@@ -291,4 +291,4 @@ Document documentFrom(vrl::Netlist& netlist, std::string const& path, NameMap co
     return DocumentMaker(netlist, path, map, workshop, findings).make();
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::exchange

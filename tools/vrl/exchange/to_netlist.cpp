@@ -10,7 +10,7 @@
 #include "text/progress.h"
 #include "text/table.h"
 
-namespace vrltool {
+namespace vrltool::exchange {
 
 namespace {
 
@@ -225,4 +225,4 @@ Imported netlistFrom(Document const& document, NameMap const& map, Workshop& wor
     return NetlistBuilder(document, map, workshop, findings).build();
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::exchange
