@@ -82,8 +82,7 @@ void DocumentMaker::addNets() {
         auto const text = [](Tree const& end) {
             return end.items.size() == 2 ? end.items[0].text + "," + end.items[1].text : "";
         };
-        auto ends = std::minmax(text(entry.items[0]), text(entry.items[1]));
-        netMembers[ends] = entry.items[2];
+        netMembers[std::minmax({text(entry.items[0]), text(entry.items[1])})] = entry.items[2];
     }
     std::vector<std::pair<End, End>> joints;
     for (auto const& node : circuit.nodes)
