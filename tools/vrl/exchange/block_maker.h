@@ -39,6 +39,7 @@ private:
     bool checkFoundry(Instance const& instance);
     ComponentRule const* findRule(Instance const& instance);
     bool checkRule(ComponentRule const& rule, std::string const& foundry);
+    void checkDefaults(ComponentRule const& rule, FreshBlock const& fresh);
     void setDefaults(vrl::BB& block, ComponentRule const& rule);
     bool setParameters(vrl::BB& block, Instance const& instance, ComponentRule const& rule);
     bool setParameter(vrl::BB& block, Instance const& instance, Tree::Member const& setting, MappedName const& target);

@@ -21,7 +21,6 @@ public:
 private:
     void nameElements();
     void addInstances();
-    void collapseArrays(std::vector<Instance>& instances, std::vector<Tree> const& arrays);
     void addNets();
     void addPorts();
     void addToldPorts();
@@ -41,7 +40,6 @@ private:
 
     vrl::Netlist& netlist;
     std::string const& path;
-    NameMap const& map;
     Findings& findings;
     InstanceMaker maker;
     Circuit circuit;

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <iosfwd>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -23,7 +24,7 @@ struct Finding {
     std::string text;
 };
 
-/// What there is to tell, in the order in which it was found.
+/// What there is to tell, each thing once: the elements of an array share their places.
 class Findings {
 public:
     /**@{*/
@@ -48,6 +49,7 @@ private:
     std::vector<Finding const*> sorted() const;
 
     std::vector<Finding> all;
+    std::set<std::string> told;
     std::array<std::size_t, 3> counts{};
 };
 
