@@ -7,7 +7,7 @@
 #include <string>
 #include <utility>
 
-namespace vrltool {
+namespace vrltool::exchange {
 
 namespace {
 
@@ -94,4 +94,4 @@ std::vector<Instance> collapsed(std::vector<Instance> instances, std::vector<Tre
     return Collapse(std::move(instances), notes).run();
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::exchange

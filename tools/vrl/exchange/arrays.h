@@ -4,7 +4,7 @@
 
 #include "exchange/document.h"
 
-namespace vrltool {
+namespace vrltool::exchange {
 
 /// The note of an element that came from an array: {"of", "columns", "rows", "array"}.
 Tree arrayNote(Instance const& instance);
@@ -13,4 +13,4 @@ Tree arrayNote(Instance const& instance);
 /// an element is missing or differs from the others, all of them stay, and keep the note in their extensions.
 std::vector<Instance> collapsed(std::vector<Instance> instances, std::vector<Tree> const& notes);
 
-}  // namespace vrltool
+}  // namespace vrltool::exchange
