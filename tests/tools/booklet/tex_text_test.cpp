@@ -6,10 +6,10 @@
 
 namespace {
 
-using vrltool::shortened;
-using vrltool::texLabel;
-using vrltool::texName;
-using vrltool::texText;
+using vrltool::booklet::shortened;
+using vrltool::booklet::texLabel;
+using vrltool::booklet::texName;
+using vrltool::booklet::texText;
 
 struct Case {
     char const* name;

@@ -122,11 +122,11 @@ TEST(Explain, TellsAWrongRule) {
 
 TEST(Explain, HasAWholePageForEachRuleUnderAnIdOfItsOwn) {
     std::set<std::string> ids;
-    for (vrltool::Rule const& rule : vrltool::allRules()) {
+    for (vrltool::check::Rule const& rule : vrltool::check::allRules()) {
         SCOPED_TRACE(rule.id);
         EXPECT_TRUE(ids.insert(rule.id).second);
         EXPECT_EQ(std::string(rule.id).find_first_not_of("abcdefghijklmnopqrstuvwxyz-"), std::string::npos);
-        EXPECT_NE(rule.severity, vrltool::Severity::kOff);
+        EXPECT_NE(rule.severity, vrltool::check::Severity::kOff);
         for (char const* const text : {rule.page.meaning, rule.page.why, rule.page.cure}) {
             EXPECT_GT(std::string(text).size(), 20u);
             EXPECT_EQ(std::string(text).back(), '.');

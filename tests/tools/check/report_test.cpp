@@ -39,7 +39,7 @@ TEST_P(CleanModulator, HasNothingForTheRule) {
 }
 
 std::vector<std::string> allButMismatch() {
-    auto ids = vrltool::ruleIds();
+    auto ids = vrltool::check::ruleIds();
     ids.erase(std::find(ids.begin(), ids.end(), "cross-section-mismatch"));
     return ids;
 }
@@ -51,7 +51,7 @@ std::string testName(::testing::TestParamInfo<std::string> const& info) {
     return name;
 }
 
-INSTANTIATE_TEST_SUITE_P(EachRule, CleanDesign, ::testing::ValuesIn(vrltool::ruleIds()), testName);
+INSTANTIATE_TEST_SUITE_P(EachRule, CleanDesign, ::testing::ValuesIn(vrltool::check::ruleIds()), testName);
 INSTANTIATE_TEST_SUITE_P(EachRule, CleanModulator, ::testing::ValuesIn(allButMismatch()), testName);
 
 TEST_F(CheckReport, HasNothingToSayOfAGoodDesign) {

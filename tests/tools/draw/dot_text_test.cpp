@@ -4,10 +4,10 @@
 
 namespace {
 
-using vrltool::htmlText;
-using vrltool::plainText;
-using vrltool::shortened;
-using vrltool::tooltipText;
+using vrltool::draw::htmlText;
+using vrltool::draw::plainText;
+using vrltool::draw::shortened;
+using vrltool::draw::tooltipText;
 
 TEST(DotText, EscapesWhatMarksTagsAndEntities) {
     EXPECT_EQ(htmlText("<script>alert(\"x\") && 'y'</script>"),

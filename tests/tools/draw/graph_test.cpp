@@ -13,7 +13,7 @@ using vrl_test::idsOf;
 using vrl_test::inShortLines;
 using vrl_test::SampleCircuit;
 using vrl_test::wiresOf;
-using vrltool::Picture;
+using vrltool::draw::Picture;
 using Ids = std::vector<std::string>;
 
 TEST(Graph, IsThisTextForASmallCircuit) {
@@ -212,8 +212,8 @@ TEST(Graph, GraphvizTakesTextsThatAreEmpty) {
     circuit.elements[0].pins = {{"", vrl::EnumList::Optics, 1, true}};
     circuit.elements[1].pins = {{"", vrl::EnumList::DC, 1, false}};
     circuit.nodes[1] = {{0, 0}, {1, 0}};
-    std::string const dot = vrltool::dotText(circuit, {}, vrltool::selectionOf(circuit, {}));
-    EXPECT_NE(vrltool::render(dot, vrltool::PictureFormat::kSvg), "");
+    std::string const dot = vrltool::draw::dotText(circuit, {}, vrltool::draw::selectionOf(circuit, {}));
+    EXPECT_NE(vrltool::draw::render(dot, vrltool::draw::PictureFormat::kSvg), "");
 }
 
 TEST(Graph, DrawsACompositeWithNothingInside) {

@@ -39,9 +39,9 @@ std::vector<std::string> firstGroups(std::string const& text, std::string const&
 
 }  // namespace
 
-std::string dotOf(SampleCircuit& circuit, vrltool::Picture const& picture, int depth) {
+std::string dotOf(SampleCircuit& circuit, vrltool::draw::Picture const& picture, int depth) {
     vrltool::Circuit const whole = vrltool::circuitFrom(circuit.netlist(), depth);
-    return vrltool::dotText(whole, picture, vrltool::selectionOf(whole, picture));
+    return vrltool::draw::dotText(whole, picture, vrltool::draw::selectionOf(whole, picture));
 }
 
 std::string inShortLines(std::string dot) {

@@ -9,7 +9,7 @@
 namespace vrl_test {
 
 /// The text for Graphviz of a circuit, made in this process.
-std::string dotOf(SampleCircuit& circuit, vrltool::Picture const& picture = {}, int depth = 0);
+std::string dotOf(SampleCircuit& circuit, vrltool::draw::Picture const& picture = {}, int depth = 0);
 
 /// Such a text with a line for each cell of its tables.
 std::string inShortLines(std::string dot);

@@ -9,9 +9,9 @@ namespace {
 
 using vrl_test::SampleCircuit;
 using vrltool::Circuit;
-using vrltool::Picture;
+using vrltool::draw::Picture;
 
-std::string shownNames(Circuit const& circuit, vrltool::Selection const& selection) {
+std::string shownNames(Circuit const& circuit, vrltool::draw::Selection const& selection) {
     std::string names;
     for (std::size_t i = 0; i < circuit.elements.size(); ++i)
         if (selection.shown[i]) names += circuit.elements[i].label() + " ";

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <fstream>
 #include <string>
 
 #include "tests/tools/exchange/sample_netlist.h"
@@ -164,6 +165,22 @@ TEST(Export, TellsOfCompositesAndOfInsidesThatWereChanged) {
     EXPECT_EQ(changed.status, 1);
 }
 
+TEST(Export, WritesTheInsideOfACompositeThatStandsAlone) {
+    Tool const tool;
+    SampleCircuit circuit;
+    circuit.add("arms", "sfPushPullArms");
+    std::ofstream file(tool.path("arms.vrl"), std::ios::binary);
+    vrl::BinaryStreamSerialiser writer(file);
+    ASSERT_TRUE(dynamic_cast<vrl::CBB*>(circuit.netlist().getBB("arms"))->write(&writer));
+    file.close();
+    auto const exported = tool.run("export", {"arms.vrl", "-o", "a.yml"});
+    EXPECT_EQ(exported.out, "arms.vrl: warning: holds the composite 'sfPushPullArms': its inside is exported, not its "
+                            "own ports\n"
+                            "a.yml: 3 instances, 2 nets, 7 outer ports written\n");
+    EXPECT_EQ(exported.status, 1);
+    EXPECT_EQ(tool.run("import", {"a.yml"}).status, 0);
+}
+
 TEST(Export, WritesDesignsWhosePlugInsAreMissing) {
     Tool const tool;
     SampleCircuit circuit;
@@ -172,11 +189,15 @@ TEST(Export, WritesDesignsWhosePlugInsAreMissing) {
     std::string const config = tool.writeConfig("bare.ini", {"vrlDemoDll"});
     auto const exported = tool.run("export", {"--config", config, "a.vrl", "-o", "a.yml"});
     EXPECT_EQ(exported.out, "a.yml: 6 instances, 7 nets, 4 outer ports written\n");
-    EXPECT_EQ(exported.err.substr(0, 101),
-              "vrl: a.vrl: no loaded plug-in has the block 'sfCombiner' (1 use); something stands in for it\nvrl: a.v");
+    EXPECT_EQ(exported.err.substr(0, exported.err.find("  not loaded: ")),
+              "vrl: a.vrl: no loaded plug-in has the block 'sfCombiner' (1 use); something stands in for it\n"
+              "vrl: a.vrl: no loaded plug-in has the block 'sfEdgeCoupler' (2 uses); something stands in for it\n"
+              "vrl: a.vrl: no loaded plug-in has the block 'sfPhaseModulator' (3 uses); something stands in for it\n"
+              "vrl: a.vrl: no loaded plug-in has the block 'sfPushPullArms' (1 use); something stands in for it\n"
+              "vrl: a.vrl: no loaded plug-in has the block 'sfSplitter' (1 use); something stands in for it\n"
+              "vrl: a.vrl: no loaded plug-in has the block 'sfStraight' (1 use); something stands in for it\n");
     EXPECT_EQ(tool.run("import", {"--config", config, "a.yml"}).status, 1);
     ASSERT_EQ(tool.run("import", {"a.yml", "-o", "b.vrl"}).status, 0);
-    EXPECT_EQ(tool.run("diff", {"a.vrl", "b.vrl"}).status, tool.run("diff", {"a.vrl", "a.vrl"}).status);
     tool.run("export", {"a.vrl", "-o", "c.yml"});
     tool.run("export", {"b.vrl", "-o", "d.yml"});
     EXPECT_EQ(tool.read("c.yml"), tool.read("d.yml"));

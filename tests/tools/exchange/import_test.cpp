@@ -185,6 +185,20 @@ TEST(Import, TakesArraysForTheirElements) {
                                                " }\n");
 }
 
+TEST(Import, TellsOnceWhatHoldsForAllElementsOfAnArray) {
+    Tool const tool;
+    auto const looked = look(tool, "instances:\n"
+                                   "  a: {component: sfBend, settings: {radius: 2}, array: {num_a: 2, num_b: 3}}\n"
+                                   "  b: {component: sfBend, na: 1, nb: 2}\n"
+                                   "  c: {component: sfBend, array: {columns: 1, rows: 1}}\n"
+                                   "connections: {\"a<1.2>,in0\": \"b<0.1>,in0\", \"c<0.0>,in0\": \"b<0.0>,in0\"}\n"
+                                   "ports: {o: \"c,out0\"}\n");
+    EXPECT_EQ(looked.out,
+              "a.yml:2:45: warning: 'radius' of instance 'a': 2 is out of the range of 'radius', 5 to 500 um\n"
+              "a.yml: note: kept as notes: further members of 1 instance\n"
+              "a.yml: 9 elements, 2 nets, 1 outer port, 6 settings (6 to parameters)\n");
+}
+
 TEST(Import, TellsTheSameAsJson) {
     Tool const tool;
     tool.write("a.yml", "name: n\ninstances: {b: {component: sfBend, settings: {radius: 2}}}\nports: {o: \"b,in0\"}\n");

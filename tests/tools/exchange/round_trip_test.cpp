@@ -170,6 +170,44 @@ TEST(ThereAndBack, KeepsOurNumbersExactlyThroughAMapWithFactors) {
     EXPECT_EQ(tool.run("show", {"a.vrl"}).out, tool.run("show", {"b.vrl"}).out);
 }
 
+TEST(ThereAndBack, GivesFurtherMembersBackWithTheirNetsAndInstances) {
+    Tool const tool;
+    std::string const netlist = "instances:\n"
+                                "  a:\n"
+                                "    component: sfGrating\n"
+                                "    settings:\n"
+                                "      periods: 300\n"
+                                "      pitch: 0.28\n"
+                                "      dutyCycle: 0.5\n"
+                                "      width: 0.7\n"
+                                "    virtual: true\n"
+                                "  b:\n"
+                                "    component: sfStraight\n"
+                                "    info: {}\n"
+                                "    settings:\n"
+                                "      colour:\n"
+                                "      - red\n"
+                                "      - null\n"
+                                "      length: 12.50\n"
+                                "nets:\n"
+                                "- p1: a,in0\n"
+                                "  p2: b,out0\n"
+                                "  name: a long enough name of a net\n"
+                                "- p1: a,out0\n"
+                                "  p2: b,in0\n"
+                                "  settings:\n"
+                                "    width: 0.5\n"
+                                "ports: {}\n"
+                                "routes:\n"
+                                "  main: null\n";
+    tool.write("a.yml", netlist);
+    ASSERT_EQ(tool.run("import", {"a.yml", "-o", "a.vrl"}).status, 0);
+    std::string expected = netlist;
+    std::string const plain = "name: a long enough name of a net";
+    expected.replace(expected.find(plain), plain.size(), "name: \"a long enough name of a net\"");
+    EXPECT_EQ(tool.run("export", {"a.vrl"}).out, expected);
+}
+
 TEST(ThereAndBack, GivesArraysBackAsOneUntilTheirElementsDiffer) {
     Tool const tool;
     std::string const netlist = "instances:\n"

@@ -44,7 +44,7 @@ TEST(NewPlugin, PutsTheNameIntoEveryFile) {
               "sodlldir_linux = @CMAKE_CURRENT_BINARY_DIR@\n"
               "sodllpostfix_linux = .so.${version}\n"
               "sodllfile = Chip_2\n");
-    for (auto const& file : vrltool::starterFiles())
+    for (auto const& file : vrltool::starter::starterFiles())
         EXPECT_EQ(tool.read("made/" + file.path).find("PluginName"), std::string::npos) << file.path;
 }
 

@@ -8,18 +8,18 @@
 
 namespace {
 
-using vrltool::ElfFile;
-using vrltool::parseElf;
+using vrltool::validate::ElfFile;
+using vrltool::validate::parseElf;
 
 std::string smallLibrary() { return vrl_test::readFile(VRL_BROKEN_PLUGINS "/lib_wn_Alone.so.5.1.3"); }
 
 TEST(Elf, ReadsNamesAndDependenciesOfALibrary) {
-    ElfFile const file = vrltool::readElf(VRL_LIBRARY);
+    ElfFile const file = vrltool::validate::readElf(VRL_LIBRARY);
     EXPECT_EQ(file.error, "");
     EXPECT_EQ(file.soname, "lib_wn_vrllib.so.2");
     EXPECT_EQ(std::count(file.needed.begin(), file.needed.end(), "libc.so.6"), 1);
     auto const found = std::find_if(file.exported.begin(), file.exported.end(),
-                                    [](vrltool::ElfSymbol const& symbol) { return symbol.name == "resetUniqueIDs"; });
+                                    [](vrltool::validate::ElfSymbol const& symbol) { return symbol.name == "resetUniqueIDs"; });
     ASSERT_NE(found, file.exported.end());
     EXPECT_TRUE(found->function);
 }

@@ -23,7 +23,7 @@ void takeSamples(Tool const& tool) {
 /// A whole output, with the name of this machine in its place.
 std::string expected(std::string const& name) {
     std::string text = vrl_test::readFile(VRL_VALIDATE_EXPECTED "/" + name);
-    std::string const machine = vrltool::readElf(VRL_TOOL_PROGRAM).machine;
+    std::string const machine = vrltool::validate::readElf(VRL_TOOL_PROGRAM).machine;
     for (auto place = text.find("@machine@"); place != std::string::npos; place = text.find("@machine@"))
         text.replace(place, 9, machine);
     return text;

@@ -13,7 +13,7 @@
 #include "text/table.h"
 #include "vrllib/vrllib.h"
 
-namespace vrltool {
+namespace vrltool::booklet {
 
 namespace {
 
@@ -246,4 +246,4 @@ std::string bookletTex(FoundryFacts const& facts) {
     return folder.read("booklet.tex");
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::booklet

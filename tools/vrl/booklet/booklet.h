@@ -4,7 +4,7 @@
 
 #include "booklet/contents.h"
 
-namespace vrltool {
+namespace vrltool::booklet {
 
 /// A booklet of a foundry as the text of one LaTeX file that needs no other.
 std::string bookletTex(FoundryFacts const& facts);
@@ -12,4 +12,4 @@ std::string bookletTex(FoundryFacts const& facts);
 /// The booklet as PDF. A Failure tells that there is no LaTeX here, and what to install, or what LaTeX says.
 std::string typeset(std::string const& tex);
 
-}  // namespace vrltool
+}  // namespace vrltool::booklet

@@ -12,7 +12,7 @@
 #include "text/progress.h"
 #include "text/table.h"
 
-namespace vrltool {
+namespace vrltool::booklet {
 
 namespace {
 
@@ -226,4 +226,4 @@ FoundryFacts factsOf(std::string const& name, std::vector<std::string> const& ch
     return facts;
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::booklet

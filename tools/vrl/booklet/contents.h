@@ -6,7 +6,7 @@
 
 #include "vrllib/vrllib.h"
 
-namespace vrltool {
+namespace vrltool::booklet {
 
 // What a booklet tells of a foundry: texts and numbers as the plug-in gives them, with no object left behind.
 
@@ -89,4 +89,4 @@ struct FoundryFacts {
 /// A Failure tells of unknown names, and of a plug-in that throws.
 FoundryFacts factsOf(std::string const& foundry, std::vector<std::string> const& chosenBlocks);
 
-}  // namespace vrltool
+}  // namespace vrltool::booklet

@@ -5,7 +5,7 @@
 
 #include "booklet/tex_text.h"
 
-namespace vrltool {
+namespace vrltool::booklet {
 
 namespace {
 
@@ -117,4 +117,4 @@ void writeLineKey(std::ostream& os) {
     os << "\\tikz[baseline=-0.6ex]{\\node[composite, minimum width=9mm, minimum height=4mm] {};}~composite\n\n";
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::booklet

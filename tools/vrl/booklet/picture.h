@@ -4,7 +4,7 @@
 
 #include "booklet/contents.h"
 
-namespace vrltool {
+namespace vrltool::booklet {
 
 /// Draws a block for TikZ: a box with its ports, inputs left, outputs right, electrical below, what is none of these
 /// above. The line tells the domain. Many ports on one side are drawn in part, with the number of the others.
@@ -13,4 +13,4 @@ void writePicture(std::ostream& os, BlockFacts const& block);
 /// The key to the lines, as one line of text.
 void writeLineKey(std::ostream& os);
 
-}  // namespace vrltool
+}  // namespace vrltool::booklet

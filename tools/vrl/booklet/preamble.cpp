@@ -5,7 +5,7 @@
 #include "booklet/tex_text.h"
 #include "text/table.h"
 
-namespace vrltool {
+namespace vrltool::booklet {
 
 namespace {
 
@@ -115,4 +115,4 @@ void writePreamble(std::ostream& os, FoundryFacts const& facts) {
     os << "\\pagenumbering{roman}\n\\tableofcontents\n\\clearpage\n\\pagenumbering{arabic}\n";
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::booklet

@@ -4,7 +4,7 @@
 
 #include "booklet/contents.h"
 
-namespace vrltool {
+namespace vrltool::booklet {
 
 /// Writes what stands ahead of the text of a booklet, its title page and its table of contents included.
 ///
@@ -12,4 +12,4 @@ namespace vrltool {
 /// for all letters, has no title, and asks for packages that are no part of a basic LaTeX system.
 void writePreamble(std::ostream& os, FoundryFacts const& facts);
 
-}  // namespace vrltool
+}  // namespace vrltool::booklet

@@ -9,7 +9,7 @@
 
 #include "text/failure.h"
 
-namespace vrltool {
+namespace vrltool::booklet {
 
 namespace {
 
@@ -41,4 +41,4 @@ std::string TemporaryFolder::read(std::string const& name) const {
     return bytes.str();
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::booklet

@@ -2,7 +2,7 @@
 
 #include <string>
 
-namespace vrltool {
+namespace vrltool::booklet {
 
 /// A folder of its own for files on their way, removed with all in it at the end. A Failure if none can be made.
 class TemporaryFolder {
@@ -21,4 +21,4 @@ private:
     std::string folder;
 };
 
-}  // namespace vrltool
+}  // namespace vrltool::booklet

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
-namespace vrltool {
+namespace vrltool::booklet {
 
 namespace {
 
@@ -116,4 +116,4 @@ char const* texSymbol(char32_t character) {
     return found != std::end(kSymbols) && found->character == character ? found->tex : nullptr;
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::booklet

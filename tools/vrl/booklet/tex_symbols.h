@@ -1,8 +1,8 @@
 #pragma once
 
-namespace vrltool {
+namespace vrltool::booklet {
 
 /// What LaTeX writes for a character beyond ASCII that is no Latin letter; null for what it does not know.
 char const* texSymbol(char32_t character);
 
-}  // namespace vrltool
+}  // namespace vrltool::booklet

@@ -4,7 +4,7 @@
 
 #include "text/number.h"
 
-namespace vrltool {
+namespace vrltool::booklet {
 
 namespace {
 
@@ -29,4 +29,4 @@ void TexTable::write(std::ostream& os) const {
     os << "\\end{longtable}}\n\n";
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::booklet

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-namespace vrltool {
+namespace vrltool::booklet {
 
 /// A table that may go on over pages, its heading on each.
 class TexTable {
@@ -25,4 +25,4 @@ private:
     std::vector<std::vector<std::string>> rows;
 };
 
-}  // namespace vrltool
+}  // namespace vrltool::booklet

@@ -7,7 +7,7 @@
 
 #include "booklet/tex_symbols.h"
 
-namespace vrltool {
+namespace vrltool::booklet {
 
 namespace {
 
@@ -218,4 +218,4 @@ std::string shortened(std::string const& text, std::size_t most) {
     return text;
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::booklet

@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <string>
 
-namespace vrltool {
+namespace vrltool::booklet {
 
 // Texts for LaTeX. Whatever the bytes are, the result is harmless there: no command, no table cell, no end of a line,
 // no ligature, no glyph that the fonts lack. It holds neither "$" nor "_", to which texstream would add a backslash.
@@ -22,4 +22,4 @@ std::string texLabel(std::string const& key);
 /// A text of at most that many characters of UTF-8; what is longer ends in an ellipsis.
 std::string shortened(std::string const& text, std::size_t most);
 
-}  // namespace vrltool
+}  // namespace vrltool::booklet

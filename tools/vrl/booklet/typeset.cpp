@@ -8,7 +8,7 @@
 #include "text/progress.h"
 #include "text/table.h"
 
-namespace vrltool {
+namespace vrltool::booklet {
 
 namespace {
 
@@ -56,4 +56,4 @@ std::string typeset(std::string const& tex) {
     return pdf;
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::booklet

@@ -10,7 +10,7 @@
 
 #include "text/near_names.h"
 
-namespace vrltool {
+namespace vrltool::catalogue {
 
 namespace {
 
@@ -119,4 +119,4 @@ std::string cureOf(Load const& load) {
     return {};
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::catalogue

@@ -4,9 +4,9 @@
 
 #include "host/load_watch.h"
 
-namespace vrltool {
+namespace vrltool::catalogue {
 
 /// What to do about a library that was not loaded; empty if that is not plain.
 std::string cureOf(Load const& load);
 
-}  // namespace vrltool
+}  // namespace vrltool::catalogue

@@ -10,7 +10,7 @@
 #include "host/start.h"
 #include "text/near_names.h"
 
-namespace vrltool {
+namespace vrltool::catalogue {
 
 namespace {
 
@@ -98,4 +98,4 @@ Outcome describeKey(std::string const& key, std::vector<std::string> const& para
     return Outcome::kFine;
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::catalogue

@@ -3,7 +3,7 @@
 #include "circuit/parameters.h"
 #include "host/load_watch.h"
 
-namespace vrltool {
+namespace vrltool::catalogue {
 
 namespace {
 
@@ -94,4 +94,4 @@ std::string blockLine(vrl::BB& block) {
     return mark + (ports.empty() ? "no ports" : ports) + (parameters.empty() ? "" : "; " + parameters);
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::catalogue

@@ -7,7 +7,7 @@
 
 #include "vrllib/vrllib.h"
 
-namespace vrltool {
+namespace vrltool::catalogue {
 
 /// The factories, by their places in kTargets.
 enum Target : std::size_t { kAttribute, kFoundry, kBlock, kNetlist, kComponentView, kBlockView, kNetlistView };
@@ -54,4 +54,4 @@ std::vector<std::string> parameterNames(vrl::Attributes& list);
 /// The names of the ports of a block.
 std::vector<std::string> portNames(vrl::BB const& block);
 
-}  // namespace vrltool
+}  // namespace vrltool::catalogue

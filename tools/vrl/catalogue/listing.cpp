@@ -16,7 +16,7 @@
 #include "text/progress.h"
 #include "text/table.h"
 
-namespace vrltool {
+namespace vrltool::catalogue {
 
 namespace {
 
@@ -196,4 +196,4 @@ Outcome listKinds(std::string const& word, Domain domain, bool json) {
     return good ? Outcome::kFine : Outcome::kFindings;
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::catalogue

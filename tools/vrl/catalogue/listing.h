@@ -7,7 +7,7 @@
 #include "text/failure.h"
 #include "vrllib/vrllib.h"
 
-namespace vrltool {
+namespace vrltool::catalogue {
 
 /// The words that can be listed: "foundries", "blocks", ...
 std::vector<std::string> listWords();
@@ -21,4 +21,4 @@ std::optional<vrl::EnumList::Domain> domainOf(std::string const& name);
 /// started. A kind that cannot be made is told, and is a finding.
 Outcome listKinds(std::string const& word, std::optional<vrl::EnumList::Domain> domain, bool json);
 
-}  // namespace vrltool
+}  // namespace vrltool::catalogue

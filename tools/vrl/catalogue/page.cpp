@@ -9,7 +9,7 @@
 #include "text/failure.h"
 #include "text/table.h"
 
-namespace vrltool {
+namespace vrltool::catalogue {
 
 namespace {
 
@@ -138,4 +138,4 @@ Page pageOf(Kind const& kind, vrl::Foundry const* foundry) {
     return page;
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::catalogue

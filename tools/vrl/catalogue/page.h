@@ -7,7 +7,7 @@
 #include "catalogue/kinds.h"
 #include "circuit/parameters.h"
 
-namespace vrltool {
+namespace vrltool::catalogue {
 
 /// What there is to tell of one kind; what it has not is empty.
 struct Page {
@@ -42,4 +42,4 @@ struct Page {
 /// The page of a kind. A block is made for the foundry, which may be null. A Failure tells what cannot be made.
 Page pageOf(Kind const& kind, vrl::Foundry const* foundry);
 
-}  // namespace vrltool
+}  // namespace vrltool::catalogue

@@ -7,7 +7,7 @@
 #include "host/load_watch.h"
 #include "text/table.h"
 
-namespace vrltool {
+namespace vrltool::catalogue {
 
 namespace {
 
@@ -142,4 +142,4 @@ Json pageJson(Page const& page) {
     return json;
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::catalogue

@@ -6,7 +6,7 @@
 #include "catalogue/page.h"
 #include "text/json.h"
 
-namespace vrltool {
+namespace vrltool::catalogue {
 
 /// Writes a page for people.
 void writePage(std::ostream& os, Page const& page);
@@ -14,4 +14,4 @@ void writePage(std::ostream& os, Page const& page);
 /// A page for programs.
 Json pageJson(Page const& page);
 
-}  // namespace vrltool
+}  // namespace vrltool::catalogue

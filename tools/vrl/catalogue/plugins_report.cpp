@@ -15,7 +15,7 @@
 #include "text/number.h"
 #include "text/table.h"
 
-namespace vrltool {
+namespace vrltool::catalogue {
 
 namespace {
 
@@ -297,4 +297,4 @@ Outcome writePluginsReport(std::ostream& os, PluginsOptions const& options, std:
     return failed || !report.readable ? Outcome::kFindings : Outcome::kFine;
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::catalogue

@@ -5,7 +5,7 @@
 
 #include "text/failure.h"
 
-namespace vrltool {
+namespace vrltool::catalogue {
 
 /// What a report of the plug-ins is to hold.
 struct PluginsOptions {
@@ -17,4 +17,4 @@ struct PluginsOptions {
 /// that the user named, or empty. Yields findings if a configured library failed.
 Outcome writePluginsReport(std::ostream& os, PluginsOptions const& options, std::string const& config, bool json);
 
-}  // namespace vrltool
+}  // namespace vrltool::catalogue

@@ -18,7 +18,7 @@
 // The child's lines on standard output: "call<TAB>FUNCTION<TAB>PATH" ahead of foreign work, "threw<TAB>TEXT" when a
 // plug-in threw, and "report", behind which the report stands. Its standard input: "PATH<TAB>REASON" lines.
 
-namespace vrltool {
+namespace vrltool::catalogue {
 
 namespace {
 
@@ -155,4 +155,4 @@ Outcome reportPluginsInProcess(PluginsOptions const& options, Common const& comm
     return outcome;
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::catalogue

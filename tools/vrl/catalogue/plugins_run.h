@@ -3,7 +3,7 @@
 #include "catalogue/plugins_report.h"
 #include "cli/grammar.h"
 
-namespace vrltool {
+namespace vrltool::catalogue {
 
 /// Loads the plug-ins in a child process and hands on its report. A library that ends the child (crashes, hangs longer
 /// than `seconds`, throws or exits) is noted, and another child does without it.
@@ -13,4 +13,4 @@ Outcome reportPlugins(PluginsOptions const& options, Common const& common, unsig
 /// standard input it reads which libraries ended those before it.
 Outcome reportPluginsInProcess(PluginsOptions const& options, Common const& common);
 
-}  // namespace vrltool
+}  // namespace vrltool::catalogue

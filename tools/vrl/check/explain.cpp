@@ -6,7 +6,7 @@
 #include "check/words.h"
 #include "text/table.h"
 
-namespace vrltool {
+namespace vrltool::check {
 
 namespace {
 
@@ -76,4 +76,4 @@ Json explainJson(Rules const& rules) {
     return json;
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::check

@@ -5,7 +5,7 @@
 #include "check/rule.h"
 #include "text/json.h"
 
-namespace vrltool {
+namespace vrltool::check {
 
 /// The page of one rule.
 void writePage(std::ostream& os, Rule const& rule);
@@ -14,4 +14,4 @@ void writeRuleList(std::ostream& os, Rules const& rules);
 /// The pages of some rules for programs.
 Json explainJson(Rules const& rules);
 
-}  // namespace vrltool
+}  // namespace vrltool::check

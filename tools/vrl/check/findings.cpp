@@ -4,7 +4,7 @@
 #include <tuple>
 #include <utility>
 
-namespace vrltool {
+namespace vrltool::check {
 
 std::vector<Finding> Findings::take() {
     auto const place = [](Finding const& finding) {
@@ -16,4 +16,4 @@ std::vector<Finding> Findings::take() {
     return std::exchange(list, {});
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::check

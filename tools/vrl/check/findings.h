@@ -8,7 +8,7 @@
 #include "check/scope.h"
 #include "text/progress.h"
 
-namespace vrltool {
+namespace vrltool::check {
 
 /// Where in a design something was found; what does not apply is empty or 0.
 struct Place {
@@ -58,4 +58,4 @@ private:
     std::vector<Finding> list;
 };
 
-}  // namespace vrltool
+}  // namespace vrltool::check

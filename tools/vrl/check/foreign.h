@@ -5,7 +5,7 @@
 #include <sstream>
 #include <string>
 
-namespace vrltool {
+namespace vrltool::check {
 
 /// Takes what is written to std::cout and std::cerr while it lives, and forgets it: plug-ins and the library talk there
 /// while they are asked.
@@ -45,4 +45,4 @@ bool contained(Work work, std::string* text = nullptr) {
     return false;
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::check

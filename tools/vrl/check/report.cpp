@@ -8,7 +8,7 @@
 #include "check/words.h"
 #include "text/table.h"
 
-namespace vrltool {
+namespace vrltool::check {
 
 namespace {
 
@@ -156,4 +156,4 @@ Json checkJson(std::vector<FileReport> const& files, std::vector<ChosenRule> con
     return json;
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::check

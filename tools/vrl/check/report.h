@@ -6,7 +6,7 @@
 #include "check/runner.h"
 #include "text/json.h"
 
-namespace vrltool {
+namespace vrltool::check {
 
 /// The report for people: the findings of each file, where rules could not look, which rules ran, and for several files
 /// a summary. Files that could not be checked are counted there only.
@@ -15,4 +15,4 @@ void writeCheckReport(std::ostream& os, std::vector<FileReport> const& files, st
 /// The same for programs.
 Json checkJson(std::vector<FileReport> const& files, std::vector<ChosenRule> const& rules);
 
-}  // namespace vrltool
+}  // namespace vrltool::check

@@ -6,7 +6,7 @@
 #include "text/failure.h"
 #include "text/near_names.h"
 
-namespace vrltool {
+namespace vrltool::check {
 
 namespace {
 
@@ -59,4 +59,4 @@ Rule const& ruleOf(std::string const& id) {
     throw Failure("'" + id + "'", "there is no such rule", near.empty() ? "'vrl explain' lists the rules" : near);
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::check

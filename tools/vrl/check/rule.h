@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-namespace vrltool {
+namespace vrltool::check {
 
 struct Scope;
 class Findings;
@@ -63,4 +63,4 @@ Rules const& nodeRules();
 Rules const& boundaryRules();
 /**@}*/
 
-}  // namespace vrltool
+}  // namespace vrltool::check

@@ -6,7 +6,7 @@
 
 // Rules that look at the boundary of a circuit, at how it fits the ports of a composite, and at the file as a whole.
 
-namespace vrltool {
+namespace vrltool::check {
 
 namespace {
 
@@ -183,4 +183,4 @@ Rules const& boundaryRules() {
     return rules;
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::check

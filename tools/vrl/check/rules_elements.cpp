@@ -7,7 +7,7 @@
 
 // Rules that look at elements as such: their names, their blocks and what they hang on.
 
-namespace vrltool {
+namespace vrltool::check {
 
 namespace {
 
@@ -206,4 +206,4 @@ Rules const& elementRules() {
     return rules;
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::check

@@ -8,7 +8,7 @@
 
 // Rules that look at foundries and at the choices of cross sections and process flows.
 
-namespace vrltool {
+namespace vrltool::check {
 
 namespace {
 
@@ -146,4 +146,4 @@ Rules const& foundryRules() {
     return rules;
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::check

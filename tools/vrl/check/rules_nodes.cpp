@@ -7,7 +7,7 @@
 
 // Rules that look at nodes: at what is tied together.
 
-namespace vrltool {
+namespace vrltool::check {
 
 namespace {
 
@@ -215,4 +215,4 @@ Rules const& nodeRules() {
     return rules;
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::check

@@ -8,7 +8,7 @@
 
 // Rules that look at parameters, those of elements and those of the design itself.
 
-namespace vrltool {
+namespace vrltool::check {
 
 namespace {
 
@@ -231,4 +231,4 @@ Rules const& parameterRules() {
     return rules;
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::check

@@ -6,7 +6,7 @@
 
 // Rules that look at the ports of elements.
 
-namespace vrltool {
+namespace vrltool::check {
 
 namespace {
 
@@ -123,4 +123,4 @@ Rules const& portRules() {
     return rules;
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::check

@@ -7,7 +7,7 @@
 #include "host/start.h"
 #include "text/failure.h"
 
-namespace vrltool {
+namespace vrltool::check {
 
 namespace {
 
@@ -137,4 +137,4 @@ FileReport checkFile(std::string const& path, std::vector<ChosenRule> const& rul
     return report;
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::check

@@ -6,7 +6,7 @@
 
 #include "check/findings.h"
 
-namespace vrltool {
+namespace vrltool::check {
 
 /// What the command line says of the rules.
 struct RuleOptions {
@@ -57,4 +57,4 @@ struct FileReport {
 /// Reads, prepares and checks one file; the library has been started. What cannot be read is told in the report.
 FileReport checkFile(std::string const& path, std::vector<ChosenRule> const& rules);
 
-}  // namespace vrltool
+}  // namespace vrltool::check

@@ -2,7 +2,7 @@
 
 #include "text/progress.h"
 
-namespace vrltool {
+namespace vrltool::check {
 
 namespace {
 
@@ -78,4 +78,4 @@ std::size_t Scopes::elementCount() const {
     return count;
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::check

@@ -17,7 +17,7 @@
 // subject  an element of a scope with what the rules ask of it
 // path     how people are told of an element: "arms/upper" is the element 'upper' inside the composite 'arms'
 
-namespace vrltool {
+namespace vrltool::check {
 
 /// An element with what the rules ask of it.
 struct Subject {
@@ -72,4 +72,4 @@ private:
     std::deque<Scope> scopes;
 };
 
-}  // namespace vrltool
+}  // namespace vrltool::check

@@ -9,7 +9,7 @@
 #include "check/scope.h"
 #include "text/number.h"
 
-namespace vrltool {
+namespace vrltool::check {
 
 namespace {
 
@@ -106,4 +106,4 @@ Section Sections::at(Subject const& subject, vrl::BB::Port const& port) {
     return made.emplace(key, section).first->second;
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::check

@@ -8,8 +8,11 @@
 
 namespace vrltool {
 
-struct Subject;
 struct Pin;
+
+namespace check {
+
+struct Subject;
 
 /// The cross section at a port: as its foundry makes it, and the names by which it was chosen.
 struct Section {
@@ -48,4 +51,5 @@ private:
     std::map<Key, Section> made;
 };
 
+}  // namespace check
 }  // namespace vrltool

@@ -5,7 +5,7 @@
 
 #include "text/near_names.h"
 
-namespace vrltool {
+namespace vrltool::check {
 
 std::string quoted(std::string const& name) { return "'" + name + "'"; }
 
@@ -40,4 +40,4 @@ std::string wrapped(std::string const& text, std::size_t indent, std::size_t wid
     return line.empty() ? lines : lines + margin + line + '\n';
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::check

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-namespace vrltool {
+namespace vrltool::check {
 
 /// "'name'".
 std::string quoted(std::string const& name);
@@ -18,4 +18,4 @@ std::string namesHint(std::string const& wrong, std::vector<std::string> const& 
 /// The text in lines of at most `width` characters, each behind `indent` blanks. Each ends in a line feed.
 std::string wrapped(std::string const& text, std::size_t indent, std::size_t width = 100);
 
-}  // namespace vrltool
+}  // namespace vrltool::check

@@ -10,6 +10,8 @@
 
 namespace vrltool {
 
+using namespace check;
+
 namespace {
 
 struct Options {
@@ -33,7 +35,7 @@ Outcome outcomeOf(std::vector<FileReport> const& files) {
     return outcome;
 }
 
-Outcome check(Options const& options, Common const& common) {
+Outcome work(Options const& options, Common const& common) {
     auto const rules = chooseRules(options.rules);
     startLibrary(common.config);
     std::vector<FileReport> files;
@@ -66,7 +68,7 @@ void addCheck(Grammar& grammar) {
                     "  vrl explain                                         # what the rules are\n"
                     "Status 0: nothing, or notes only. 1: a finding of severity error or warning.\n"
                     "2: a file could not be checked; the others are.",
-                    [options](Common const& common) { return check(*options, common); });
+                    [options](Common const& common) { return work(*options, common); });
     command.add_option("files", options->files, "the saved designs")->required()->type_name("FILE");
     addRepeated(command, "--severity", options->rules.severities,
                 "sets the severity of a rule: error, warning, note or off; repeatable, or a list with commas",

@@ -10,6 +10,8 @@
 
 namespace vrltool {
 
+using namespace catalogue;
+
 namespace {
 
 struct Options {

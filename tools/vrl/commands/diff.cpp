@@ -13,6 +13,8 @@
 
 namespace vrltool {
 
+using namespace diff;
+
 namespace {
 
 struct Options {
@@ -32,7 +34,7 @@ void warnOfIdle(DiffSettings const& settings, std::set<std::string> const& param
     }
 }
 
-Outcome diff(Options const& options, Common const& common) {
+Outcome work(Options const& options, Common const& common) {
     DiffSettings settings = options.settings;
     settings.notes = !options.noNotes;
     settings.renames = !options.noRenames;
@@ -65,7 +67,7 @@ void addDiff(Grammar& grammar) {
                     "  vrl diff --tolerance 1e-9 old.vrl new.vrl           # without what rounding changed\n"
                     "  vrl diff --ignore bend.radius old.vrl new.vrl       # without one parameter of one element\n"
                     "  vrl diff --json old.vrl new.vrl                     # everything, for programs",
-                    [options](Common const& common) { return diff(*options, common); });
+                    [options](Common const& common) { return work(*options, common); });
     command.add_option("old", options->a, "the saved design to begin with")->required()->type_name("FILE");
     command.add_option("new", options->b, "the saved design that is compared with it")->required()->type_name("FILE");
     command

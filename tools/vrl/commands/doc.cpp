@@ -13,6 +13,8 @@
 
 namespace vrltool {
 
+using namespace booklet;
+
 namespace {
 
 struct Options {

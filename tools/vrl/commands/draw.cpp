@@ -14,6 +14,8 @@
 
 namespace vrltool {
 
+using namespace draw;
+
 namespace {
 
 struct Options {
@@ -50,7 +52,7 @@ void refuseToReplaceDesign(Options const& options) {
                       "give the picture a name of its own");
 }
 
-Outcome draw(Options const& options, Common const& common) {
+Outcome work(Options const& options, Common const& common) {
     PictureFormat const format = formatOf(options);
     refuseToReplaceDesign(options);
     startLibrary(common.config);
@@ -79,7 +81,7 @@ void addDraw(Grammar& grammar) {
                             "  vrl draw modulator.vrl -o modulator.pdf --depth 1  # and inside composites\n"
                             "  vrl draw chip.vrl -o mod.png --around mod --hops 2 # one neighbourhood\n"
                             "  vrl draw chip.vrl --format dot                     # the text for Graphviz",
-                            [options](Common const& common) { return draw(*options, common); });
+                            [options](Common const& common) { return work(*options, common); });
     command.add_option("file", options->file, "the saved design")->required()->type_name("FILE");
     command.add_option("-o,--output", options->output, "the picture: .svg, .dot, .pdf or .png; '-': standard output")
         ->type_name("FILE");

@@ -10,6 +10,8 @@
 
 namespace vrltool {
 
+using namespace check;
+
 namespace {
 
 Outcome explain(std::string const& id, Common const& common) {

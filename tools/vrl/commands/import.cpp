@@ -15,6 +15,8 @@
 
 namespace vrltool {
 
+using namespace exchange;
+
 namespace {
 
 struct Options {

@@ -9,6 +9,8 @@
 
 namespace vrltool {
 
+using namespace catalogue;
+
 namespace {
 
 struct Options {

@@ -9,6 +9,8 @@
 
 namespace vrltool {
 
+using namespace starter;
+
 namespace {
 
 struct Options {

@@ -7,6 +7,8 @@
 
 namespace vrltool {
 
+using namespace catalogue;
+
 namespace {
 
 struct Options {

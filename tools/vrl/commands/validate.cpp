@@ -13,6 +13,8 @@
 
 namespace vrltool {
 
+using namespace validate;
+
 namespace {
 
 struct Options {
@@ -62,7 +64,7 @@ void checkConfig(std::string const& config) {
                       "give a readable file with --config FILE, or none");
 }
 
-Outcome validate(Options const& options, Common const& common) {
+Outcome work(Options const& options, Common const& common) {
     if (options.list) return listChecks(common);
     if (options.plan.plugins.empty())
         throw Failure("no plug-in given", "there is nothing to check", "vrl validate PLUGIN..., or --list");
@@ -91,7 +93,7 @@ void addValidate(Grammar& grammar) {
         "  vrl validate --list                            # all checks\n"
         "Each check runs in a process of its own. The exit status is 1 if a check of severity error fails.\n"
         "With --config, how a plug-in gets on with the libraries of that configuration is checked, too.",
-        [options](Common const& common) { return validate(*options, common); });
+        [options](Common const& common) { return work(*options, common); });
     command.add_option("plugins", options->plan.plugins, "the plug-ins")->type_name("FILE");
     command.add_option("--only", options->only, "run this check; several times for several")
         ->type_name("CHECK")

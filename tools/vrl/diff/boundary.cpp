@@ -6,7 +6,7 @@
 
 // The boundary lists of two circuits.
 
-namespace vrltool {
+namespace vrltool::diff {
 
 namespace {
 
@@ -135,4 +135,4 @@ void compareBoundaries(Wiring const& a, Wiring const& b, CommonEnds& common, std
     }
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::diff

@@ -15,7 +15,7 @@
 // net       what a node joins: a set of ends. The number of the node is of no account
 // part      what has ends: an element, or a bare name of which only ties are left
 
-namespace vrltool {
+namespace vrltool::diff {
 
 /// What a change is about.
 enum class Topic {
@@ -87,4 +87,4 @@ inline std::string pathBelow(std::string const& path, std::string const& label) 
     return path.empty() ? label : path + "/" + label;
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::diff

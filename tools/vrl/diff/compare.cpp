@@ -9,7 +9,7 @@
 #include "diff/wiring.h"
 #include "text/progress.h"
 
-namespace vrltool {
+namespace vrltool::diff {
 
 namespace {
 
@@ -123,4 +123,4 @@ Comparison compareDesigns(Design const& a, Design const& b, DiffSettings const& 
     return DesignComparison(settings).compare(a, b);
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::diff

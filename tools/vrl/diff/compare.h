@@ -7,7 +7,7 @@
 #include "diff/settings.h"
 #include "host/design.h"
 
-namespace vrltool {
+namespace vrltool::diff {
 
 /// Two designs compared: what differs, and the names of the parameters that were met, bare and with their paths.
 struct Comparison {
@@ -18,4 +18,4 @@ struct Comparison {
 /// Compares two designs of whatever classes. What only one class has is compared with nothing.
 Comparison compareDesigns(Design const& a, Design const& b, DiffSettings const& settings);
 
-}  // namespace vrltool
+}  // namespace vrltool::diff

@@ -4,7 +4,7 @@
 #include <map>
 #include <tuple>
 
-namespace vrltool {
+namespace vrltool::diff {
 
 CommonEnds::CommonEnds(Wiring const& a, Wiring const& b, Matching const& matching)
     : ofA(a.nets.size()), ofB(b.nets.size()) {
@@ -81,4 +81,4 @@ void compareConnections(CommonEnds const& common, std::string const& path, std::
         changes.push_back({Topic::kConnection, verb, path, "", "", {}, {}, std::move(groups)});
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::diff

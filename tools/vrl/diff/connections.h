@@ -9,7 +9,7 @@
 #include "diff/matching.h"
 #include "diff/wiring.h"
 
-namespace vrltool {
+namespace vrltool::diff {
 
 /// The ends of both circuits under common numbers: an end of a part and an end of its match are one.
 struct CommonEnds {
@@ -43,4 +43,4 @@ void compareBoundaries(Wiring const& a, Wiring const& b, CommonEnds& ends, std::
 /// ends A has on several.
 void compareConnections(CommonEnds const& ends, std::string const& path, std::vector<Change>& changes);
 
-}  // namespace vrltool
+}  // namespace vrltool::diff

@@ -5,7 +5,7 @@
 #include "diff/properties.h"
 #include "diff/wiring.h"
 
-namespace vrltool {
+namespace vrltool::diff {
 
 namespace {
 
@@ -81,4 +81,4 @@ std::string contentOf(Element const& element) {
     return texts.take();
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::diff

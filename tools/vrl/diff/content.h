@@ -4,10 +4,10 @@
 
 #include "circuit/circuit.h"
 
-namespace vrltool {
+namespace vrltool::diff {
 
 /// All that an element is besides its name, its number and its connections, as a text that is only good for comparing:
 /// kind, foundry, choices, parameters, notes and, of a composite, the inside.
 std::string contentOf(Element const& element);
 
-}  // namespace vrltool
+}  // namespace vrltool::diff

@@ -5,7 +5,7 @@
 #include <set>
 #include <utility>
 
-namespace vrltool {
+namespace vrltool::diff {
 
 namespace {
 
@@ -132,4 +132,4 @@ private:
 
 void matchByKeptTies(Wiring const& a, Wiring const& b, Matching& matching) { KeptTies(a, b, matching).run(); }
 
-}  // namespace vrltool
+}  // namespace vrltool::diff

@@ -2,7 +2,7 @@
 
 #include "diff/matching.h"
 
-namespace vrltool {
+namespace vrltool::diff {
 
 /// Matches elements of one kind that keep some of their ties to matched parts, and have lost or won others.
 ///
@@ -13,4 +13,4 @@ namespace vrltool {
 /// Cost: linear in the ties; a net with very many ends says little of any of them and is looked at once.
 void matchByKeptTies(Wiring const& a, Wiring const& b, Matching& matching);
 
-}  // namespace vrltool
+}  // namespace vrltool::diff

@@ -9,7 +9,7 @@
 #include "diff/kept_ties.h"
 #include "diff/refinement.h"
 
-namespace vrltool {
+namespace vrltool::diff {
 
 namespace {
 
@@ -159,4 +159,4 @@ Matching matchParts(Wiring const& a, Wiring const& b, bool renames) {
     return matching;
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::diff

@@ -5,7 +5,7 @@
 
 #include "diff/wiring.h"
 
-namespace vrltool {
+namespace vrltool::diff {
 
 /// Which part of A is which of B; kNone: it has none there.
 struct Matching {
@@ -29,4 +29,4 @@ struct Matching {
 /// removed and added. Elements without names are compared by what they hold.
 Matching matchParts(Wiring const& a, Wiring const& b, bool renames);
 
-}  // namespace vrltool
+}  // namespace vrltool::diff

@@ -7,7 +7,7 @@
 
 #include "host/stand_in.h"
 
-namespace vrltool {
+namespace vrltool::diff {
 
 namespace {
 
@@ -184,4 +184,4 @@ void PropertyComparison::compareBlocks(vrl::BB* a, vrl::BB* b, std::string const
     });
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::diff

@@ -7,7 +7,7 @@
 #include "diff/settings.h"
 #include "vrllib/vrllib.h"
 
-namespace vrltool {
+namespace vrltool::diff {
 
 /// Whether two values are the same: numbers of one type within the tolerance, all others exactly. Not-a-number is the
 /// same as itself.
@@ -51,4 +51,4 @@ private:
     std::set<std::string> names;
 };
 
-}  // namespace vrltool
+}  // namespace vrltool::diff

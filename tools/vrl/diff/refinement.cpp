@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <map>
 
-namespace vrltool {
+namespace vrltool::diff {
 
 namespace {
 
@@ -116,4 +116,4 @@ std::vector<std::pair<std::size_t, std::size_t>> refinedPairs(ColouredGraph cons
     return Refinement(graph).run();
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::diff

@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-namespace vrltool {
+namespace vrltool::diff {
 
 /// A graph with two sides, in which vertices are told apart by their colour and by what they are tied to.
 struct ColouredGraph {
@@ -33,4 +33,4 @@ struct ColouredGraph {
 /// Cost: ties times logarithm, since of a colour that falls apart the greatest piece is not looked at anew.
 std::vector<std::pair<std::size_t, std::size_t>> refinedPairs(ColouredGraph const& graph);
 
-}  // namespace vrltool
+}  // namespace vrltool::diff

@@ -4,7 +4,7 @@
 
 // The differences for programs.
 
-namespace vrltool {
+namespace vrltool::diff {
 
 namespace {
 
@@ -100,4 +100,4 @@ Json differencesJson(Differences const& differences, Design const& a, Design con
     return json;
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::diff

@@ -6,7 +6,7 @@
 
 // The differences for people.
 
-namespace vrltool {
+namespace vrltool::diff {
 
 namespace {
 
@@ -205,4 +205,4 @@ void writeDifferences(std::ostream& os, Differences const& differences) {
     os << (count == 0 ? "no differences" : counted(count, "difference")) << '\n';
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::diff

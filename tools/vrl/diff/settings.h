@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-namespace vrltool {
+namespace vrltool::diff {
 
 /// What counts as a difference.
 struct DiffSettings {
@@ -14,4 +14,4 @@ struct DiffSettings {
     bool renames = true;               ///< whether renamed elements are looked for
 };
 
-}  // namespace vrltool
+}  // namespace vrltool::diff

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <map>
 
-namespace vrltool {
+namespace vrltool::diff {
 
 namespace {
 
@@ -70,4 +70,4 @@ Wiring wiringOf(Circuit const& circuit, vrl::Netlist const& netlist) {
     return wiring;
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::diff

@@ -7,7 +7,7 @@
 
 #include "circuit/circuit.h"
 
-namespace vrltool {
+namespace vrltool::diff {
 
 /// Stands for no part, no net, no place.
 constexpr std::size_t kNone = static_cast<std::size_t>(-1);
@@ -49,4 +49,4 @@ struct Wiring {
 /// The wiring of a circuit and of the netlist that it shows, both of which outlive it.
 Wiring wiringOf(Circuit const& circuit, vrl::Netlist const& netlist);
 
-}  // namespace vrltool
+}  // namespace vrltool::diff

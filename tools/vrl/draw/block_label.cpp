@@ -7,7 +7,7 @@
 #include "draw/dot_text.h"
 #include "host/stand_in.h"
 
-namespace vrltool {
+namespace vrltool::draw {
 
 namespace {
 
@@ -188,4 +188,4 @@ bool isUnknown(Element const& element) { return !element.block || isStandIn(*ele
 
 bool isComposite(Element const& element) { return dynamic_cast<vrl::CBB const*>(element.block) != nullptr; }
 
-}  // namespace vrltool
+}  // namespace vrltool::draw

@@ -7,7 +7,7 @@
 
 #include "circuit/circuit.h"
 
-namespace vrltool {
+namespace vrltool::draw {
 
 /// Where a block has a port.
 enum class Side { kLeft, kRight, kBottom };
@@ -57,4 +57,4 @@ bool isUnknown(Element const& element);
 /// Whether an element has an inside.
 bool isComposite(Element const& element);
 
-}  // namespace vrltool
+}  // namespace vrltool::draw

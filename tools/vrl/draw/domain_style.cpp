@@ -5,7 +5,7 @@
 
 #include "text/number.h"
 
-namespace vrltool {
+namespace vrltool::draw {
 
 namespace {
 
@@ -40,4 +40,4 @@ std::string lineAttributes(DomainStyle const& style) {
 
 std::string borderOf(DomainStyle const& style) { return style.width < 1.4 ? "1" : style.width < 2.5 ? "2" : "3"; }
 
-}  // namespace vrltool
+}  // namespace vrltool::draw

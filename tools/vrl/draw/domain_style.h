@@ -4,7 +4,7 @@
 
 #include "vrllib/vrllib.h"
 
-namespace vrltool {
+namespace vrltool::draw {
 
 /// How a domain looks. Colours that the colour-blind tell apart, and lines that differ on a print without colour.
 struct DomainStyle {
@@ -25,4 +25,4 @@ std::string lineAttributes(DomainStyle const& style);
 /// The width of a line as the border of a cell, in whole points.
 std::string borderOf(DomainStyle const& style);
 
-}  // namespace vrltool
+}  // namespace vrltool::draw

@@ -7,7 +7,7 @@
 
 #include "text/table.h"
 
-namespace vrltool {
+namespace vrltool::draw {
 
 namespace {
 
@@ -118,4 +118,4 @@ std::string tableStart(unsigned cellSpacing, unsigned cellPadding, std::string c
            std::to_string(cellPadding) + "\">";
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::draw

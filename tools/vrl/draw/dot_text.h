@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <string>
 
-namespace vrltool {
+namespace vrltool::draw {
 
 // Names are any bytes, and Graphviz reads its text in three ways: what is written here comes out as it went in, but for
 // bytes that are no UTF-8 (a replacement character each) and control characters ("\x0A").
@@ -24,4 +24,4 @@ std::string tooltipText(std::string const& text);
 /// The start of a table of an HTML-like label: its cells without borders, `more` attributes of the table.
 std::string tableStart(unsigned cellSpacing, unsigned cellPadding, std::string const& more = "BORDER=\"0\"");
 
-}  // namespace vrltool
+}  // namespace vrltool::draw

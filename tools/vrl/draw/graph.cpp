@@ -9,7 +9,7 @@
 #include "draw/legend.h"
 #include "draw/level.h"
 
-namespace vrltool {
+namespace vrltool::draw {
 
 namespace {
 
@@ -200,4 +200,4 @@ std::string dotText(Circuit const& circuit, Picture const& picture, Selection co
     return Drawing(picture, selection).text(circuit);
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::draw

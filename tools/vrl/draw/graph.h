@@ -6,7 +6,7 @@
 #include "draw/picture.h"
 #include "draw/selection.h"
 
-namespace vrltool {
+namespace vrltool::draw {
 
 /// The picture of a circuit in the language of Graphviz, for its program dot.
 ///
@@ -15,4 +15,4 @@ namespace vrltool {
 /// them on that side as ports. The ids of all things are made from their places; names stand in labels only.
 std::string dotText(Circuit const& circuit, Picture const& picture, Selection const& selection);
 
-}  // namespace vrltool
+}  // namespace vrltool::draw

@@ -3,7 +3,7 @@
 #include "draw/domain_style.h"
 #include "draw/dot_text.h"
 
-namespace vrltool {
+namespace vrltool::draw {
 
 namespace {
 
@@ -73,4 +73,4 @@ std::string caption(Picture const& picture, Occurring const& occurring, std::vec
     return tableStart(2, 1) + rows + "</TABLE>";
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::draw

@@ -7,7 +7,7 @@
 #include "draw/picture.h"
 #include "vrllib/vrllib.h"
 
-namespace vrltool {
+namespace vrltool::draw {
 
 /// What occurs in a picture and wants to be explained.
 struct Occurring {
@@ -21,4 +21,4 @@ struct Occurring {
 /// What stands below a picture, as an HTML-like table: its title, its legend and the notes. Empty without any.
 std::string caption(Picture const& picture, Occurring const& occurring, std::vector<std::string> const& notes);
 
-}  // namespace vrltool
+}  // namespace vrltool::draw

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-namespace vrltool {
+namespace vrltool::draw {
 
 namespace {
 
@@ -264,4 +264,4 @@ bool isTiedAt(Element const& element, Tied const& tied, Side side) {
     return std::any_of(places.begin(), places.end(), [&](std::size_t place) { return tied[place]; });
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::draw

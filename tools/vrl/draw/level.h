@@ -8,7 +8,7 @@
 #include "draw/selection.h"
 #include "draw/wires.h"
 
-namespace vrltool {
+namespace vrltool::draw {
 
 /// How the picture speaks of a side of a block, and of the boundary of a circuit there.
 struct SideWords {
@@ -95,4 +95,4 @@ Tied tiedPins(Circuit const& circuit, Element const& element);
 /// Whether a wire leads to any pin at a side of an element.
 bool isTiedAt(Element const& element, Tied const& tied, Side side);
 
-}  // namespace vrltool
+}  // namespace vrltool::draw

@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <string>
 
-namespace vrltool {
+namespace vrltool::draw {
 
 /// What a picture of a circuit is to show.
 struct Picture {
@@ -15,4 +15,4 @@ struct Picture {
     bool legend = true;
 };
 
-}  // namespace vrltool
+}  // namespace vrltool::draw

@@ -11,7 +11,7 @@
 #include "text/failure.h"
 #include "text/table.h"
 
-namespace vrltool {
+namespace vrltool::draw {
 
 namespace {
 
@@ -96,4 +96,4 @@ std::string render(std::string const& dotText, PictureFormat format) {
     return format == PictureFormat::kPdf ? cleanPdf(std::move(ended.out)) : ended.out;
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::draw

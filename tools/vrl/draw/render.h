@@ -3,7 +3,7 @@
 #include <optional>
 #include <string>
 
-namespace vrltool {
+namespace vrltool::draw {
 
 /// What a picture can be written as.
 enum class PictureFormat { kSvg, kDot, kPdf, kPng };
@@ -19,4 +19,4 @@ char const* pictureFormats();
 /// a line on standard error, that a bitmap is coarser than it should be.
 std::string render(std::string const& dotText, PictureFormat format);
 
-}  // namespace vrltool
+}  // namespace vrltool::draw

@@ -8,7 +8,7 @@
 #include "text/near_names.h"
 #include "text/table.h"
 
-namespace vrltool {
+namespace vrltool::draw {
 
 namespace {
 
@@ -152,4 +152,4 @@ Selection selectionOf(Circuit const& circuit, Picture const& picture) {
     return selection;
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::draw

@@ -7,7 +7,7 @@
 #include "circuit/circuit.h"
 #include "draw/picture.h"
 
-namespace vrltool {
+namespace vrltool::draw {
 
 /// Which part of a circuit is drawn.
 struct Selection {
@@ -21,4 +21,4 @@ struct Selection {
 /// all. A Failure tells a neighbourhood of what is not there.
 Selection selectionOf(Circuit const& circuit, Picture const& picture);
 
-}  // namespace vrltool
+}  // namespace vrltool::draw

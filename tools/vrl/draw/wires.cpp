@@ -7,7 +7,7 @@
 #include "draw/domain_style.h"
 #include "draw/dot_text.h"
 
-namespace vrltool {
+namespace vrltool::draw {
 
 namespace {
 
@@ -76,4 +76,4 @@ void writeWires(std::ostream& os, std::string const& indent, std::string const& 
     }
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::draw

@@ -6,7 +6,7 @@
 
 #include "vrllib/vrllib.h"
 
-namespace vrltool {
+namespace vrltool::draw {
 
 /// Which way a wire goes at one of its ends: pictures run from the left to the right.
 enum class Flow { kOut = -1, kNone = 0, kIn = 1 };
@@ -26,4 +26,4 @@ struct Attachment {
 void writeWires(std::ostream& os, std::string const& indent, std::string const& hub,
                 std::vector<Attachment> const& ends);
 
-}  // namespace vrltool
+}  // namespace vrltool::draw

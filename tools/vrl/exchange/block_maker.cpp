@@ -8,7 +8,7 @@
 #include "text/near_names.h"
 #include "text/table.h"
 
-namespace vrltool {
+namespace vrltool::exchange {
 
 namespace {
 
@@ -96,17 +96,22 @@ bool BlockMaker::checkRule(ComponentRule const& rule, std::string const& foundry
         if (!parameter.ours.empty() && !fresh->block->find(parameter.ours))
             findings.error(map.path, parameter.mark, "'" + rule.key + "' has no parameter '" + parameter.ours + "'",
                            didYouMean(parameter.ours, names));
+    checkDefaults(rule, *fresh);
+    return true;
+}
+
+void BlockMaker::checkDefaults(ComponentRule const& rule, FreshBlock const& fresh) {
     for (Tree::Member const& member : rule.defaults.members) {
-        auto const found = fresh->parameters.find(member.name);
-        TakenValue const taken =
-            found == fresh->parameters.end() ? TakenValue() : takeValue(found->second, member.value);
-        if (found == fresh->parameters.end())
+        auto const found = fresh.parameters.find(member.name);
+        if (found == fresh.parameters.end()) {
             findings.error(map.path, member.mark, "'" + rule.key + "' has no parameter '" + member.name + "'",
-                           didYouMean(member.name, names));
-        else if (!taken.good)
+                           didYouMean(member.name, parameterNames(fresh)));
+            continue;
+        }
+        TakenValue const taken = takeValue(found->second, member.value);
+        if (!taken.good)
             findings.error(map.path, member.value.mark, "the default of '" + member.name + "' " + taken.why);
     }
-    return true;
 }
 
 vrl::BB* BlockMaker::make(Instance const& instance, ComponentRule const& rule) {
@@ -190,4 +195,4 @@ void BlockMaker::tellNotes() {
                               counted(entry.second.instances, "instance") + "): " + joined(entry.second.settings));
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::exchange

@@ -9,7 +9,7 @@
 #include "exchange/name_map.h"
 #include "exchange/workshop.h"
 
-namespace vrltool {
+namespace vrltool::exchange {
 
 /// Makes the blocks of instances: finds the kind by the map, sets the parameters, keeps the rest as notes.
 class BlockMaker {
@@ -39,6 +39,7 @@ private:
     bool checkFoundry(Instance const& instance);
     ComponentRule const* findRule(Instance const& instance);
     bool checkRule(ComponentRule const& rule, std::string const& foundry);
+    void checkDefaults(ComponentRule const& rule, FreshBlock const& fresh);
     void setDefaults(vrl::BB& block, ComponentRule const& rule);
     bool setParameters(vrl::BB& block, Instance const& instance, ComponentRule const& rule);
     bool setParameter(vrl::BB& block, Instance const& instance, Tree::Member const& setting, MappedName const& target);
@@ -56,4 +57,4 @@ private:
     std::size_t parameters = 0;
 };
 
-}  // namespace vrltool
+}  // namespace vrltool::exchange

@@ -8,7 +8,7 @@
 #include "exchange/notes.h"
 #include "exchange/values.h"
 
-namespace vrltool {
+namespace vrltool::exchange {
 
 namespace {
 
@@ -255,4 +255,4 @@ void applyState(vrl::BB& block, Tree const& state, std::string const& path, Find
     StateReader(block, path, findings).read(state);
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::exchange

@@ -6,7 +6,7 @@
 #include "exchange/tree.h"
 #include "exchange/workshop.h"
 
-namespace vrltool {
+namespace vrltool::exchange {
 
 /// What a block has that settings cannot tell, as the member "vrl" of its instance holds it: choices of cross section,
 /// expressions and flags of parameters, parameters of its own, and notes.
@@ -30,4 +30,4 @@ Tree treeOfNotes(vrl::Annotations const& source, vrl::Annotations const* other);
 void applyNotes(vrl::Annotations& target, Tree const& notes);
 /**@}*/
 
-}  // namespace vrltool
+}  // namespace vrltool::exchange

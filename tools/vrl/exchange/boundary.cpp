@@ -1,6 +1,6 @@
 #include "exchange/boundary.h"
 
-namespace vrltool {
+namespace vrltool::exchange {
 
 char const* sideWord(Side side) {
     static char const* const words[] = {"inputs", "outputs", "dc"};
@@ -27,4 +27,4 @@ void addToSide(vrl::Netlist& netlist, Side side, unsigned node) {
         netlist.setDCNode(node);
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::exchange

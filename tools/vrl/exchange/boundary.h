@@ -6,7 +6,7 @@
 
 #include "vrllib/vrllib.h"
 
-namespace vrltool {
+namespace vrltool::exchange {
 
 /// The boundary lists of a netlist.
 enum class Side { kInput, kOutput, kDc };
@@ -26,4 +26,4 @@ std::vector<unsigned> sideNodes(vrl::Netlist& netlist, Side side);
 void addToSide(vrl::Netlist& netlist, Side side, unsigned node);
 /**@}*/
 
-}  // namespace vrltool
+}  // namespace vrltool::exchange

@@ -11,7 +11,7 @@
 #include "text/near_names.h"
 #include "text/table.h"
 
-namespace vrltool {
+namespace vrltool::exchange {
 
 namespace {
 
@@ -314,4 +314,4 @@ std::string arrayName(Instance const& instance, std::size_t column, std::size_t 
     return instance.name + "<" + std::to_string(column) + "." + std::to_string(row) + ">";
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::exchange

@@ -7,7 +7,7 @@
 #include "exchange/findings.h"
 #include "exchange/tree.h"
 
-namespace vrltool {
+namespace vrltool::exchange {
 
 /// A rectangular array of equal instances. Its elements are named "NAME<COLUMN.ROW>", from 0; one of a single element
 /// has the plain name.
@@ -79,4 +79,4 @@ Tree treeFrom(Net const& net);
 /// "NAME<COLUMN.ROW>", or the bare name in an array of one.
 std::string arrayName(Instance const& instance, std::size_t column, std::size_t row);
 
-}  // namespace vrltool
+}  // namespace vrltool::exchange

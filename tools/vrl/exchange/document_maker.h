@@ -9,7 +9,7 @@
 #include "exchange/boundary.h"
 #include "exchange/instance_maker.h"
 
-namespace vrltool {
+namespace vrltool::exchange {
 
 /// Makes the document of one circuit: the way back of NetlistBuilder.
 class DocumentMaker {
@@ -21,7 +21,6 @@ public:
 private:
     void nameElements();
     void addInstances();
-    void collapseArrays(std::vector<Instance>& instances, std::vector<Tree> const& arrays);
     void addNets();
     void addPorts();
     void addToldPorts();
@@ -41,7 +40,6 @@ private:
 
     vrl::Netlist& netlist;
     std::string const& path;
-    NameMap const& map;
     Findings& findings;
     InstanceMaker maker;
     Circuit circuit;
@@ -55,4 +53,4 @@ private:
     std::size_t leftOutPorts = 0;  ///< that a partial import left out, and that are given back
 };
 
-}  // namespace vrltool
+}  // namespace vrltool::exchange

@@ -5,7 +5,7 @@
 
 #include "text/near_names.h"
 
-namespace vrltool {
+namespace vrltool::exchange {
 
 namespace {
 
@@ -87,4 +87,4 @@ Tree checkedExtension(Tree const& extension, Extended what, std::string const& p
     return good;
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::exchange

@@ -5,7 +5,7 @@
 #include "exchange/findings.h"
 #include "exchange/tree.h"
 
-namespace vrltool {
+namespace vrltool::exchange {
 
 /// What the members named "vrl" of a netlist extend.
 enum class Extended { kInstance, kNetlist };
@@ -13,4 +13,4 @@ enum class Extended { kInstance, kNetlist };
 /// The members of an extension that are known and of the kind that they have to be; the others are told.
 Tree checkedExtension(Tree const& extension, Extended what, std::string const& path, Findings& findings);
 
-}  // namespace vrltool
+}  // namespace vrltool::exchange

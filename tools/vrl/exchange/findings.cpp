@@ -4,11 +4,12 @@
 #include <nlohmann/json.hpp>
 #include <ostream>
 #include <tuple>
+#include <utility>
 
 #include "exchange/reader.h"
 #include "text/table.h"
 
-namespace vrltool {
+namespace vrltool::exchange {
 
 namespace {
 
@@ -35,7 +36,9 @@ std::string line(std::string text) {
 }  // namespace
 
 void Findings::add(Severity severity, std::string const& path, Mark const& mark, std::string const& text) {
-    all.push_back({severity, path, mark, line(text)});
+    Finding finding{severity, path, mark, line(text)};
+    if (!told.insert(placeText(path, mark) + ": " + finding.text).second) return;
+    all.push_back(std::move(finding));
     ++counts[static_cast<std::size_t>(severity)];
 }
 
@@ -89,4 +92,4 @@ Json Findings::json() const {
     return list;
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::exchange

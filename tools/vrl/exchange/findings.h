@@ -2,6 +2,7 @@
 
 #include <array>
 #include <iosfwd>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -9,7 +10,7 @@
 #include "text/failure.h"
 #include "text/json.h"
 
-namespace vrltool {
+namespace vrltool::exchange {
 
 /// How much a finding weighs. Errors are what cannot be carried over; warnings are carried over and look wrong; notes
 /// tell what is kept beside the circuit.
@@ -23,7 +24,7 @@ struct Finding {
     std::string text;
 };
 
-/// What there is to tell, in the order in which it was found.
+/// What there is to tell, each thing once: the elements of an array share their places.
 class Findings {
 public:
     /**@{*/
@@ -48,7 +49,8 @@ private:
     std::vector<Finding const*> sorted() const;
 
     std::vector<Finding> all;
+    std::set<std::string> told;
     std::array<std::size_t, 3> counts{};
 };
 
-}  // namespace vrltool
+}  // namespace vrltool::exchange

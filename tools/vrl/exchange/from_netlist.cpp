@@ -3,23 +3,16 @@
 #include <algorithm>
 #include <utility>
 
+#include "exchange/arrays.h"
 #include "exchange/block_state.h"
 #include "exchange/document_maker.h"
 #include "exchange/notes.h"
 #include "text/progress.h"
 #include "text/table.h"
 
-namespace vrltool {
+namespace vrltool::exchange {
 
 namespace {
-
-std::size_t numberOf(Tree const& map, char const* name) {
-    Tree const* const found = map.find(name);
-    return found && found->isNumber() ? std::strtoul(found->text.c_str(), nullptr, 10) : 0;
-}
-
-/// Whether two instances are alike but for their names.
-bool alike(Instance const& a, Instance const& b) { return treeFrom(a) == treeFrom(b) && a.placement == b.placement; }
 
 bool contains(std::vector<unsigned> const& nodes, unsigned node) {
     return std::find(nodes.begin(), nodes.end(), node) != nodes.end();
@@ -29,12 +22,7 @@ bool contains(std::vector<unsigned> const& nodes, unsigned node) {
 
 DocumentMaker::DocumentMaker(vrl::Netlist& source, std::string const& file, NameMap const& mapped, Workshop& shop,
                              Findings& found)
-    : netlist(source),
-      path(file),
-      map(mapped),
-      findings(found),
-      maker(file, mapped, shop, found),
-      circuit(circuitFrom(source, 0)) {
+    : netlist(source), path(file), findings(found), maker(file, mapped, shop, found), circuit(circuitFrom(source, 0)) {
     for (Side const side : kSides)
         for (unsigned const node : sideNodes(netlist, side)) sides[node].push_back(side);
 }
@@ -80,45 +68,7 @@ void DocumentMaker::addInstances() {
     }
     for (auto const& tie : circuit.strayTies)
         findings.warning(path, {}, "'" + tie.first + "," + tie.second + "' is tied, and there is no such element");
-    collapseArrays(instances, arrays);
-}
-
-/// Puts the elements of an array together again, if all of them are there and still alike.
-void DocumentMaker::collapseArrays(std::vector<Instance>& instances, std::vector<Tree> const& arrays) {
-    std::map<std::string, std::vector<std::size_t>> groups;
-    std::set<std::string> taken;
-    for (std::size_t i = 0; i < instances.size(); ++i) {
-        Tree const* const of = arrays[i].find("of");
-        if (of && of->isText())
-            groups[of->text].push_back(i);
-        else
-            taken.insert(instances[i].name);
-    }
-    std::set<std::size_t> gone;
-    for (auto const& group : groups) {
-        Tree const& note = arrays[group.second.front()];
-        Instance whole = instances[group.second.front()];
-        whole.name = group.first;
-        whole.size = {numberOf(note, "columns"), numberOf(note, "rows")};
-        std::set<std::string> expected;
-        bool good = group.second.size() == whole.size.count() && taken.count(group.first) == 0;
-        for (std::size_t column = 0; good && column < whole.size.columns; ++column)
-            for (std::size_t row = 0; row < whole.size.rows; ++row) expected.insert(arrayName(whole, column, row));
-        for (std::size_t const i : group.second)
-            good = good && expected.count(instances[i].name) && arrays[i] == note && alike(instances[i], whole);
-        for (std::size_t const i : group.second) {
-            if (!good)
-                instances[i].extension.add("array", note);
-            else if (i != group.second.front())
-                gone.insert(i);
-        }
-        Tree const* const array = note.find("array");
-        if (!good || !array) continue;
-        whole.array = *array;
-        instances[group.second.front()] = std::move(whole);
-    }
-    for (std::size_t i = 0; i < instances.size(); ++i)
-        if (gone.count(i) == 0) document.instances.push_back(std::move(instances[i]));
+    document.instances = collapsed(std::move(instances), arrays);
 }
 
 std::string DocumentMaker::endText(End const& end) {
@@ -132,8 +82,7 @@ void DocumentMaker::addNets() {
         auto const text = [](Tree const& end) {
             return end.items.size() == 2 ? end.items[0].text + "," + end.items[1].text : "";
         };
-        auto ends = std::minmax(text(entry.items[0]), text(entry.items[1]));
-        netMembers[ends] = entry.items[2];
+        netMembers[std::minmax({text(entry.items[0]), text(entry.items[1])})] = entry.items[2];
     }
     std::vector<std::pair<End, End>> joints;
     for (auto const& node : circuit.nodes)
@@ -291,4 +240,4 @@ Document documentFrom(vrl::Netlist& netlist, std::string const& path, NameMap co
     return DocumentMaker(netlist, path, map, workshop, findings).make();
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::exchange

@@ -8,7 +8,7 @@
 #include "exchange/workshop.h"
 #include "vrllib/vrllib.h"
 
-namespace vrltool {
+namespace vrltool::exchange {
 
 /// The document of a circuit, in the names of the map: what an import kept as notes stands in its place again, and what
 /// the shape has no place for stands in members named "vrl". The circuit stays as it is.
@@ -17,4 +17,4 @@ namespace vrltool {
 Document documentFrom(vrl::Netlist& netlist, std::string const& path, NameMap const& map, Workshop& workshop,
                       Findings& findings);
 
-}  // namespace vrltool
+}  // namespace vrltool::exchange

@@ -10,7 +10,7 @@
 #include "host/stand_in.h"
 #include "text/table.h"
 
-namespace vrltool {
+namespace vrltool::exchange {
 
 namespace {
 
@@ -163,4 +163,4 @@ void InstanceMaker::tellKinds() {
         findings.warning(path, {}, "kind '" + kind + "' has no component in " + map.path + "; it keeps its own names");
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::exchange

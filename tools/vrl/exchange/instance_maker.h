@@ -10,7 +10,7 @@
 #include "exchange/name_map.h"
 #include "exchange/workshop.h"
 
-namespace vrltool {
+namespace vrltool::exchange {
 
 /// Makes the instances of elements: the way back of BlockMaker.
 class InstanceMaker {
@@ -50,4 +50,4 @@ private:
     std::map<std::string, std::size_t> composites;
 };
 
-}  // namespace vrltool
+}  // namespace vrltool::exchange

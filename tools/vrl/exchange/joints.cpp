@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace vrltool {
+namespace vrltool::exchange {
 
 std::size_t Joints::place(End const& end) {
     auto const found = places.emplace(end, ends.size());
@@ -24,4 +24,4 @@ bool Joints::join(std::size_t a, std::size_t b) {
     return x != y;
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::exchange

@@ -8,7 +8,7 @@
 
 #include "vrllib/vrllib.h"
 
-namespace vrltool {
+namespace vrltool::exchange {
 
 /// Ends of a circuit that is being built, and which of them are joined. Ends get their places in order of mention.
 class Joints {
@@ -32,4 +32,4 @@ private:
     std::vector<std::size_t> parents;
 };
 
-}  // namespace vrltool
+}  // namespace vrltool::exchange

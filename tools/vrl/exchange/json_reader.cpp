@@ -5,7 +5,7 @@
 #include "exchange/reader.h"
 #include "exchange/tree_builder.h"
 
-namespace vrltool {
+namespace vrltool::exchange {
 
 namespace {
 
@@ -110,4 +110,4 @@ Tree readJson(std::string const& path, std::string const& text) {
     return builder.take();
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::exchange

@@ -11,7 +11,7 @@
 #include "text/near_names.h"
 #include "text/table.h"
 
-namespace vrltool {
+namespace vrltool::exchange {
 
 namespace {
 
@@ -190,4 +190,4 @@ private:
 
 std::string mapTemplate(Document const& document) { return TemplateText(document).write(); }
 
-}  // namespace vrltool
+}  // namespace vrltool::exchange

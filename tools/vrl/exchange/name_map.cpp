@@ -12,7 +12,7 @@
 #include "text/near_names.h"
 #include "text/table.h"
 
-namespace vrltool {
+namespace vrltool::exchange {
 
 namespace {
 
@@ -195,4 +195,4 @@ ComponentRule const* NameMap::forKey(std::string const& key) const {
 
 NameMap readNameMap(std::string const& path) { return MapReader(path).read(); }
 
-}  // namespace vrltool
+}  // namespace vrltool::exchange

@@ -5,7 +5,7 @@
 
 #include "exchange/tree.h"
 
-namespace vrltool {
+namespace vrltool::exchange {
 
 /// A setting of theirs and the parameter of ours that it sets.
 struct ParameterRule {
@@ -61,4 +61,4 @@ struct NameMap {
 /// Reads a map file. A Failure tells what it has that no map has, with its line.
 NameMap readNameMap(std::string const& path);
 
-}  // namespace vrltool
+}  // namespace vrltool::exchange

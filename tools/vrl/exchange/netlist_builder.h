@@ -11,7 +11,7 @@
 #include "exchange/joints.h"
 #include "exchange/to_netlist.h"
 
-namespace vrltool {
+namespace vrltool::exchange {
 
 /// Builds the circuit of one document: its elements first, then what joins them, then the boundary and the notes.
 class NetlistBuilder {
@@ -92,4 +92,4 @@ private:
     std::size_t hints = 0;           ///< given; looking for near names among many takes its time
 };
 
-}  // namespace vrltool
+}  // namespace vrltool::exchange

@@ -7,7 +7,7 @@
 
 // The joining of elements: which end a text leads to, and what is wrong with it if it leads to none.
 
-namespace vrltool {
+namespace vrltool::exchange {
 
 namespace {
 
@@ -204,4 +204,4 @@ void NetlistBuilder::tellSharedEnds() {
                       counted(branches, "electrical end is", "electrical ends are") + " used more than once");
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::exchange

@@ -2,7 +2,7 @@
 
 #include "exchange/tree_writer.h"
 
-namespace vrltool::notes {
+namespace vrltool::exchange::notes {
 
 void set(vrl::Annotations& target, char const* key, Tree const& value) {
     if (!value.isNull()) target.setAnnotation(key, noteText(value));
@@ -13,4 +13,4 @@ Tree get(vrl::Annotations const& source, char const* key) {
     return text.empty() ? Tree() : treeOfNote(text);
 }
 
-}  // namespace vrltool::notes
+}  // namespace vrltool::exchange::notes

@@ -8,7 +8,7 @@
 // What an import keeps beside the circuit: notes, of a block or of the netlist, each a line of JSON. An export gives
 // them back.
 
-namespace vrltool::notes {
+namespace vrltool::exchange::notes {
 
 inline constexpr char const kPrefix[] = "vrl::import/";
 
@@ -42,4 +42,4 @@ void set(vrl::Annotations& target, char const* key, Tree const& value);
 /// The value of a note; null without it.
 Tree get(vrl::Annotations const& source, char const* key);
 
-}  // namespace vrltool::notes
+}  // namespace vrltool::exchange::notes

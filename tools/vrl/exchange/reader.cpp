@@ -10,7 +10,7 @@
 #include "exchange/scalar.h"
 #include "text/failure.h"
 
-namespace vrltool {
+namespace vrltool::exchange {
 
 namespace {
 
@@ -74,4 +74,4 @@ std::string placeText(std::string const& path, Mark const& mark) {
     return path + ":" + std::to_string(mark.line) + ":" + std::to_string(mark.column);
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::exchange

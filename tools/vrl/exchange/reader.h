@@ -4,7 +4,7 @@
 
 #include "exchange/tree.h"
 
-namespace vrltool {
+namespace vrltool::exchange {
 
 /// The languages of netlists and maps.
 enum class TextFormat { kJson, kYaml };
@@ -24,4 +24,4 @@ Tree readYaml(std::string const& path, std::string const& text);
 /// "PATH:LINE:COLUMN", or the path alone without a place.
 std::string placeText(std::string const& path, Mark const& mark);
 
-}  // namespace vrltool
+}  // namespace vrltool::exchange

@@ -6,7 +6,7 @@
 #include <set>
 #include <string_view>
 
-namespace vrltool {
+namespace vrltool::exchange {
 
 namespace {
 
@@ -174,4 +174,4 @@ bool isUtf8(std::string const& text, std::size_t* wrongAt) {
     return true;
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::exchange

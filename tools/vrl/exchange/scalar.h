@@ -5,7 +5,7 @@
 
 #include "exchange/tree.h"
 
-namespace vrltool {
+namespace vrltool::exchange {
 
 /// What a plain scalar of YAML stands for by the core schema of YAML 1.2: null, a truth value, a number or a text.
 ///
@@ -19,4 +19,4 @@ bool isPlainText(std::string const& text);
 /// Whether the bytes are UTF-8; if not, where it goes wrong.
 bool isUtf8(std::string const& text, std::size_t* wrongAt = nullptr);
 
-}  // namespace vrltool
+}  // namespace vrltool::exchange

@@ -1,8 +1,8 @@
 #include "exchange/to_netlist.h"
 
-#include <functional>
 #include <utility>
 
+#include "exchange/arrays.h"
 #include "exchange/block_state.h"
 #include "exchange/netlist_builder.h"
 #include "exchange/notes.h"
@@ -10,20 +10,11 @@
 #include "text/progress.h"
 #include "text/table.h"
 
-namespace vrltool {
+namespace vrltool::exchange {
 
 namespace {
 
 bool isTrue(Tree const* tree) { return tree && tree->text == "true"; }
-
-Tree arrayNote(Instance const& instance) {
-    Tree note = Tree::map();
-    note.add("of", Tree::ofText(instance.name));
-    note.add("columns", Tree::ofNumber(std::to_string(instance.size.columns)));
-    note.add("rows", Tree::ofNumber(std::to_string(instance.size.rows)));
-    note.add("array", instance.array);
-    return note;
-}
 
 std::string netlistKind(Document const& document) {
     Tree const* const kind = document.extension.find("kind");
@@ -225,4 +216,4 @@ Imported netlistFrom(Document const& document, NameMap const& map, Workshop& wor
     return NetlistBuilder(document, map, workshop, findings).build();
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::exchange

@@ -9,7 +9,7 @@
 #include "exchange/workshop.h"
 #include "vrllib/vrllib.h"
 
-namespace vrltool {
+namespace vrltool::exchange {
 
 /// Frees a netlist as the library does.
 struct NetlistDeleter {
@@ -32,4 +32,4 @@ struct Imported {
 /// `findings`, and stands in the note of what was left out. The workshop outlives the netlist.
 Imported netlistFrom(Document const& document, NameMap const& map, Workshop& workshop, Findings& findings);
 
-}  // namespace vrltool
+}  // namespace vrltool::exchange

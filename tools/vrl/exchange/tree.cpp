@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-namespace vrltool {
+namespace vrltool::exchange {
 
 namespace {
 
@@ -52,4 +52,4 @@ char const* kindWord(Tree const& tree) {
     return words[static_cast<int>(tree.kind)];
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::exchange

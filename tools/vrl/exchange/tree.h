@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-namespace vrltool {
+namespace vrltool::exchange {
 
 /// A place in a text file, from 1; line 0 stands for no place.
 struct Mark {
@@ -63,4 +63,4 @@ inline bool operator!=(Tree const& a, Tree const& b) { return !(a == b); }
 /// "a number", "a text", "a list", ... for people.
 char const* kindWord(Tree const& tree);
 
-}  // namespace vrltool
+}  // namespace vrltool::exchange

@@ -7,7 +7,7 @@
 #include "text/failure.h"
 #include "text/table.h"
 
-namespace vrltool {
+namespace vrltool::exchange {
 
 namespace {
 
@@ -97,4 +97,4 @@ void TreeBuilder::refuseTwins(Tree const& map) const {
 
 Tree TreeBuilder::take() { return std::move(root); }
 
-}  // namespace vrltool
+}  // namespace vrltool::exchange

@@ -5,7 +5,7 @@
 
 #include "exchange/tree.h"
 
-namespace vrltool {
+namespace vrltool::exchange {
 
 /// Builds a tree from the events of a parser, and refuses what is nested too deeply, too large or ambiguous.
 class TreeBuilder {
@@ -50,4 +50,4 @@ private:
     std::size_t copied = 0;
 };
 
-}  // namespace vrltool
+}  // namespace vrltool::exchange

@@ -5,7 +5,7 @@
 #include "exchange/scalar.h"
 #include "text/failure.h"
 
-namespace vrltool {
+namespace vrltool::exchange {
 
 namespace {
 
@@ -187,4 +187,4 @@ Tree treeOfNote(std::string const& text) {
     }
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::exchange

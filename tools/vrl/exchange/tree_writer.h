@@ -5,7 +5,7 @@
 #include "exchange/reader.h"
 #include "exchange/tree.h"
 
-namespace vrltool {
+namespace vrltool::exchange {
 
 /// A tree as JSON or YAML, in lines that end in line feeds. YAML is written so that readers of its older versions
 /// understand the same. JSON has no number for ".inf" and its kin; it gets the texts "inf", "-inf" and "nan".
@@ -19,4 +19,4 @@ std::string noteText(Tree const& tree);
 /// The tree of a note. Null for a text that is none.
 Tree treeOfNote(std::string const& text);
 
-}  // namespace vrltool
+}  // namespace vrltool::exchange

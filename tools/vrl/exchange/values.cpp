@@ -6,7 +6,7 @@
 
 #include "text/number.h"
 
-namespace vrltool {
+namespace vrltool::exchange {
 
 namespace {
 
@@ -155,4 +155,4 @@ bool sameValue(ParameterValue const& a, ParameterValue const& b) {
     return a == b;
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::exchange

@@ -5,7 +5,7 @@
 #include "circuit/parameters.h"
 #include "exchange/tree.h"
 
-namespace vrltool {
+namespace vrltool::exchange {
 
 /// A value of a netlist taken for a parameter, or why it cannot be.
 struct TakenValue {
@@ -33,4 +33,4 @@ bool sameValue(ParameterValue const& a, ParameterValue const& b);
 /// The value of a parameter, its text form where the library does not tell it.
 ParameterValue toldValue(Parameter const& parameter);
 
-}  // namespace vrltool
+}  // namespace vrltool::exchange

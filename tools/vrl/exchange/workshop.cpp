@@ -1,6 +1,6 @@
 #include "exchange/workshop.h"
 
-namespace vrltool {
+namespace vrltool::exchange {
 
 namespace {
 
@@ -75,4 +75,4 @@ MappedName theirSetting(ComponentRule const& rule, std::string const& ours) {
     return rule.sameNames && !rule.parameterOfTheirs(ours) ? MappedName{ours} : MappedName();
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::exchange

@@ -10,7 +10,7 @@
 #include "exchange/name_map.h"
 #include "vrllib/vrllib.h"
 
-namespace vrltool {
+namespace vrltool::exchange {
 
 /// A block of a kind as it leaves its plug-in, with its parameters by name.
 struct FreshBlock {
@@ -65,4 +65,4 @@ MappedName ourParameter(ComponentRule const& rule, vrl::BB& block, std::string c
 MappedName theirSetting(ComponentRule const& rule, std::string const& ours);
 /**@}*/
 
-}  // namespace vrltool
+}  // namespace vrltool::exchange

@@ -10,7 +10,7 @@
 #include "exchange/tree_builder.h"
 #include "text/table.h"
 
-namespace vrltool {
+namespace vrltool::exchange {
 
 namespace {
 
@@ -133,4 +133,4 @@ Tree readYaml(std::string const& path, std::string const& text) {
     return builder.take();
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::exchange

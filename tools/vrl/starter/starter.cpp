@@ -8,7 +8,7 @@
 #include "text/failure.h"
 #include "text/table.h"
 
-namespace vrltool {
+namespace vrltool::starter {
 
 namespace {
 
@@ -80,4 +80,4 @@ std::vector<std::string> startPlugin(std::string const& name, std::string const&
     return written;
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::starter

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-namespace vrltool {
+namespace vrltool::starter {
 
 /// A file of a new plug-in project, with "PluginName" where its name comes.
 struct StarterFile {
@@ -20,4 +20,4 @@ std::vector<StarterFile> const& starterFiles();
 /// A Failure says what is wrong with the name or the folder; nothing is overwritten.
 std::vector<std::string> startPlugin(std::string const& name, std::string const& folder);
 
-}  // namespace vrltool
+}  // namespace vrltool::starter

@@ -9,7 +9,7 @@
 #include "host/process.h"
 #include "validate/plugin.h"
 
-namespace vrltool {
+namespace vrltool::validate {
 
 namespace {
 
@@ -73,4 +73,4 @@ Apart workApart(std::function<std::vector<std::string>()> const& work) {
     return parted(bytes);
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::validate

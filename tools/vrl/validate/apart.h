@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-namespace vrltool {
+namespace vrltool::validate {
 
 /// What work in a process of its own came to.
 struct Apart {
@@ -16,4 +16,4 @@ struct Apart {
 /// zero bytes.
 Apart workApart(std::function<std::vector<std::string>()> const& work);
 
-}  // namespace vrltool
+}  // namespace vrltool::validate

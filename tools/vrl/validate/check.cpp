@@ -3,7 +3,7 @@
 #include "text/failure.h"
 #include "text/near_names.h"
 
-namespace vrltool {
+namespace vrltool::validate {
 
 namespace {
 
@@ -125,4 +125,4 @@ Check const& findCheck(std::string const& id) {
     throw Failure("no check '" + id + "'", "'vrl validate --list' lists them", near);
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::validate

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-namespace vrltool {
+namespace vrltool::validate {
 
 /// What a child process is to do: one check of one plug-in.
 struct Job {
@@ -107,4 +107,4 @@ void checkTwoPlugins(Job const& job, Report& report);
 void checkKeyClash(Job const& job, Report& report);
 /// @}
 
-}  // namespace vrltool
+}  // namespace vrltool::validate

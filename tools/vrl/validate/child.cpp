@@ -14,7 +14,7 @@
 #include "text/json.h"
 #include "validate/plugin.h"
 
-namespace vrltool {
+namespace vrltool::validate {
 
 namespace {
 
@@ -114,4 +114,4 @@ Outcome runJob() {
     return Outcome::kFine;
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::validate

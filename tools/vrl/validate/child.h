@@ -3,7 +3,7 @@
 #include "text/failure.h"
 #include "validate/check.h"
 
-namespace vrltool {
+namespace vrltool::validate {
 
 /// The bytes of a job for the standard input of a child, and back.
 std::string jobBytes(Job const& job);
@@ -16,4 +16,4 @@ Outcome runJob();
 /// What was printed on standard output and standard error since the last call.
 std::string printedSoFar();
 
-}  // namespace vrltool
+}  // namespace vrltool::validate

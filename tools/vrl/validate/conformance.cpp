@@ -10,7 +10,7 @@
 #include "text/progress.h"
 #include "validate/child.h"
 
-namespace vrltool {
+namespace vrltool::validate {
 
 namespace {
 
@@ -146,4 +146,4 @@ std::vector<Conformance> checkPlugins(Plan const& plan) {
     return all;
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::validate

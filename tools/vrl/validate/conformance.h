@@ -7,7 +7,7 @@
 #include "text/json.h"
 #include "validate/check.h"
 
-namespace vrltool {
+namespace vrltool::validate {
 
 enum class Verdict { kPass, kFail, kNotRun };
 
@@ -50,4 +50,4 @@ Json conformanceJson(std::vector<Conformance> const& all);
 void writeChecks(std::ostream& os);
 Json checksJson();
 
-}  // namespace vrltool
+}  // namespace vrltool::validate

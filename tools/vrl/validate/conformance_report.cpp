@@ -7,7 +7,7 @@
 
 // How people and programs are told what came of the checks.
 
-namespace vrltool {
+namespace vrltool::validate {
 
 namespace {
 
@@ -124,4 +124,4 @@ Json checksJson() {
     return json;
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::validate

@@ -9,7 +9,7 @@
 #include <iterator>
 #include <optional>
 
-namespace vrltool {
+namespace vrltool::validate {
 
 namespace {
 
@@ -249,4 +249,4 @@ ElfFile readElf(std::string const& path) {
     return parseElf(bytes);
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::validate

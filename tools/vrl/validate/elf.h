@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-namespace vrltool {
+namespace vrltool::validate {
 
 /// A name that a shared library shows to others.
 struct ElfSymbol {
@@ -32,4 +32,4 @@ ElfFile readElf(std::string const& path);
 /// differs.
 ElfFile parseElf(std::string const& bytes);
 
-}  // namespace vrltool
+}  // namespace vrltool::validate

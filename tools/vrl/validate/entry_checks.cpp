@@ -14,7 +14,7 @@
 
 // What happens while a plug-in is loaded and its entry points are called.
 
-namespace vrltool {
+namespace vrltool::validate {
 
 namespace {
 
@@ -125,7 +125,7 @@ void checkBringsKeys(Job const& job, Report& report) {
     Keys keys;
     std::string const thrown = thrownBy([&] { keys = loadPlugin(job.plugin, report); });
     if (!thrown.empty()) return report.notRun("an entry point " + thrown);
-    for (std::size_t i = 0; i < kTargets; ++i)
+    for (std::size_t i = 0; i < kTargetCount; ++i)
         for (std::string const& key : keys.of[i])
             if (key.empty())
                 report.find(targets()[i].entry, "registers a class under the empty key, under which nothing is made");
@@ -170,4 +170,4 @@ void checkSurroundings(Job const& job, Report& report) {
         if (after[i].state != before[i].state) report.find("", std::string("changes ") + before[i].name);
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::validate

@@ -14,7 +14,7 @@
 
 // What is known of a plug-in without running anything of it.
 
-namespace vrltool {
+namespace vrltool::validate {
 
 namespace {
 
@@ -170,4 +170,4 @@ void checkEntryPoints(Job const& job, Report& report) {
     report.note(found);
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::validate

@@ -4,7 +4,7 @@
 
 // Whether what a plug-in registered can be made, and is what its key says.
 
-namespace vrltool {
+namespace vrltool::validate {
 
 namespace {
 
@@ -169,4 +169,4 @@ void checkUnknownKey(Job const& job, Report& report) {
     });
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::validate

@@ -11,7 +11,7 @@
 
 // What the objects of a plug-in hold: ports and parameters, and the forms in which these are written and copied.
 
-namespace vrltool {
+namespace vrltool::validate {
 
 namespace {
 
@@ -162,4 +162,4 @@ void checkCopies(Job const& job, Report& report) {
     for (Maker const& maker : makers) useCopiesOfTheGone(maker, report);
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::validate

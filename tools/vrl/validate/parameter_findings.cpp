@@ -6,7 +6,7 @@
 
 #include "circuit/parameters.h"
 
-namespace vrltool {
+namespace vrltool::validate {
 
 namespace {
 
@@ -69,4 +69,4 @@ void findWrongDefaults(std::string const& thing, vrl::Attributes& list, Report& 
     }
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::validate

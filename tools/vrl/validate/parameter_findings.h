@@ -5,7 +5,7 @@
 #include "validate/check.h"
 #include "vrllib/vrllib.h"
 
-namespace vrltool {
+namespace vrltool::validate {
 
 /// @name What is wrong with the parameters of one object, told parameter by parameter.
 /// @{
@@ -14,4 +14,4 @@ void findUndescribed(std::string const& thing, vrl::Attributes& list, Report& re
 void findWrongDefaults(std::string const& thing, vrl::Attributes& list, Report& report);
 /// @}
 
-}  // namespace vrltool
+}  // namespace vrltool::validate

@@ -10,7 +10,7 @@
 
 #include "text/table.h"
 
-namespace vrltool {
+namespace vrltool::validate {
 
 namespace {
 
@@ -33,16 +33,16 @@ bool loadAs(char const* file, char const* entry, char const* label) {
         entry, one, several, [](char const* file) { return loadAs<T>(file, entry, one); }, &creatorsOf<T>              \
     }
 
-std::array<Creators, kTargets> allCreators() {
-    std::array<Creators, kTargets> all;
-    for (std::size_t i = 0; i < kTargets; ++i) all[i] = targets()[i].creators();
+std::array<Creators, kTargetCount> allCreators() {
+    std::array<Creators, kTargetCount> all;
+    for (std::size_t i = 0; i < kTargetCount; ++i) all[i] = targets()[i].creators();
     return all;
 }
 
-Keys newKeys(std::array<Creators, kTargets> const& before) {
+Keys newKeys(std::array<Creators, kTargetCount> const& before) {
     Keys keys;
     auto const after = allCreators();
-    for (std::size_t i = 0; i < kTargets; ++i)
+    for (std::size_t i = 0; i < kTargetCount; ++i)
         for (auto const& [key, creator] : after[i]) {
             auto const old = before[i].find(key);
             if (old == before[i].end() || old->second != creator) keys.of[i].push_back(key);
@@ -52,9 +52,9 @@ Keys newKeys(std::array<Creators, kTargets> const& before) {
 
 }  // namespace
 
-std::array<Target, kTargets> const& targets() {
+std::array<Target, kTargetCount> const& targets() {
     using vrl::TypeView;
-    static std::array<Target, kTargets> const all{
+    static std::array<Target, kTargetCount> const all{
         VRL_TARGET_(vrl::Attribute, "initLibraryAttribute", "parameter type", "parameter types"),
         VRL_TARGET_(vrl::Foundry, "initLibraryFoundry", "foundry", "foundries"),
         VRL_TARGET_(vrl::BB, "initLibraryBB", "block", "blocks"),
@@ -75,7 +75,7 @@ bool Keys::empty() const {
 
 std::string keysText(Keys const& keys) {
     std::string text;
-    for (std::size_t i = 0; i < kTargets; ++i) {
+    for (std::size_t i = 0; i < kTargetCount; ++i) {
         if (keys.of[i].empty()) continue;
         text += (text.empty() ? "" : ", ") + counted(keys.of[i].size(), targets()[i].one, targets()[i].several);
     }
@@ -129,4 +129,4 @@ void* mapPlugin(std::string const& path, std::string& error) {
     return nullptr;
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::validate

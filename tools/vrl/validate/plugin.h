@@ -9,11 +9,11 @@
 #include "validate/check.h"
 #include "vrllib/vrllib.h"
 
-namespace vrltool {
+namespace vrltool::validate {
 
 /// What plug-ins bring, in the order in which the library loads it.
 enum class Brings { kAttribute, kFoundry, kBlock, kNetlist, kView, kBlockView, kNetlistView };
-constexpr std::size_t kTargets = 7;
+constexpr std::size_t kTargetCount = 7;
 
 /// The creators by key.
 using Creators = std::map<std::string, void const*>;
@@ -28,12 +28,12 @@ struct Target {
 };
 
 /// The seven, in the order of Brings.
-std::array<Target, kTargets> const& targets();
+std::array<Target, kTargetCount> const& targets();
 Target const& targetOf(Brings what);
 
 /// The keys of each target, sorted.
 struct Keys {
-    std::array<std::vector<std::string>, kTargets> of;
+    std::array<std::vector<std::string>, kTargetCount> of;
 
     std::vector<std::string> const& operator[](Brings what) const { return of[static_cast<std::size_t>(what)]; }
     bool empty() const;
@@ -70,4 +70,4 @@ std::string thrownBy(Call const& call) {
 /// Maps the file at once. Null with the loader's words in `error`.
 void* mapPlugin(std::string const& path, std::string& error);
 
-}  // namespace vrltool
+}  // namespace vrltool::validate

@@ -6,7 +6,7 @@
 
 // What is saved of the objects of a plug-in, and what reading does to them.
 
-namespace vrltool {
+namespace vrltool::validate {
 
 namespace {
 
@@ -165,4 +165,4 @@ void checkRandomBytes(Job const& job, Report& report) {
     report.note(counted(makers.size(), "kind"));
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::validate

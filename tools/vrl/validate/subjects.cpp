@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <set>
 
-namespace vrltool {
+namespace vrltool::validate {
 
 namespace {
 
@@ -156,4 +156,4 @@ void forEachSubject(std::vector<Maker> const& makers, Report& report,
     }
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::validate

@@ -7,7 +7,7 @@
 
 #include "validate/plugin.h"
 
-namespace vrltool {
+namespace vrltool::validate {
 
 /// An object that a plug-in made. Of the pointers, those are set that the object is.
 struct Subject {
@@ -54,4 +54,4 @@ std::vector<std::string> namesOf(vrl::Attributes const& list);
 void forEachSubject(std::vector<Maker> const& makers, Report& report,
                     std::function<void(Maker const&, Subject const&)> const& use);
 
-}  // namespace vrltool
+}  // namespace vrltool::validate

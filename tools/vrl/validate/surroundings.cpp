@@ -10,7 +10,7 @@
 #include <iostream>
 #include <locale>
 
-namespace vrltool {
+namespace vrltool::validate {
 
 namespace {
 
@@ -69,4 +69,4 @@ std::vector<Surrounding> surroundings() {
             {"the settings of std::cout, std::cerr or std::clog", streamState()}};
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::validate

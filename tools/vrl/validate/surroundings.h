@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-namespace vrltool {
+namespace vrltool::validate {
 
 /// Something that belongs to the whole program, and how it is set.
 struct Surrounding {
@@ -14,4 +14,4 @@ struct Surrounding {
 /// All of them, always in the same order.
 std::vector<Surrounding> surroundings();
 
-}  // namespace vrltool
+}  // namespace vrltool::validate

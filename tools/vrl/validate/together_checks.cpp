@@ -11,7 +11,7 @@
 
 // A plug-in among others. Nothing is ever unloaded, so each order of loading has a process of its own.
 
-namespace vrltool {
+namespace vrltool::validate {
 
 namespace {
 
@@ -115,7 +115,7 @@ void checkKeyClash(Job const& job, Report& report) {
     Apart const own = workApart([&] {
         Keys const keys = loadPlugin(job.plugin, report);
         std::vector<std::string> kinds;
-        for (std::size_t i = 0; i < kTargets; ++i)
+        for (std::size_t i = 0; i < kTargetCount; ++i)
             for (std::string const& key : keys.of[i]) kinds.push_back(told(targets()[i], key));
         return kinds;
     });
@@ -126,4 +126,4 @@ void checkKeyClash(Job const& job, Report& report) {
     report.note("with " + counted(others.size(), "other"));
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::validate

@@ -4,7 +4,7 @@
 
 // Views: made for nothing and for objects, registered with these, and destroyed.
 
-namespace vrltool {
+namespace vrltool::validate {
 
 namespace {
 
@@ -77,4 +77,4 @@ void checkViews(Job const& job, Report& report) {
     report.note(counted(count, "view"));
 }
 
-}  // namespace vrltool
+}  // namespace vrltool::validate
