@@ -27,14 +27,16 @@ public:
         script = "completion";
     }
 
-    /// What bash offers for the last of these words, separated by blanks; and whatever it complains of.
+    /// What bash offers for the last of these words, sorted and separated by blanks; and whatever it complains of.
     std::string offer(std::vector<std::string> const& words) const {
         std::string const text =
-            "source " + script + "; COMP_WORDS=(\"$@\"); COMP_CWORD=$(($# - 1)); _vrl; echo -n \"${COMPREPLY[*]}\"";
+            "source " + script +
+            "; COMP_WORDS=(\"$@\"); COMP_CWORD=$(($# - 1)); _vrl; "
+            "((${#COMPREPLY[@]} == 0)) || printf '%s\\n' \"${COMPREPLY[@]}\" | LC_ALL=C sort | paste -sd ' '";
         vrltool::Program program{{"bash", "--norc", "-c", text, "bash", VRL_TOOL_PROGRAM}, "", tool.path(""), 60, {}};
         program.words.insert(program.words.end(), words.begin(), words.end());
         auto const ended = vrltool::runProgram(program);
-        return ended.out + ended.err;
+        return ended.out.substr(0, ended.out.find('\n')) + ended.err;
     }
 
     Tool tool;
@@ -48,7 +50,7 @@ TEST(Completion, OffersCommands) {
     Shell const shell;
     EXPECT_EQ(shell.offer({"di"}), "diff");
     EXPECT_EQ(shell.offer({""}),
-              "plugins list describe show check explain diff draw doc import export validate new-plugin");
+              "check describe diff doc draw explain export import list new-plugin plugins show validate");
     EXPECT_EQ(shell.offer({"comp"}), "") << "hidden ones stay hidden";
 }
 
@@ -56,7 +58,7 @@ TEST(Completion, OffersTheOptionsOfACommand) {
     Shell const shell;
     EXPECT_EQ(shell.offer({"--v"}), "--version");
     EXPECT_EQ(shell.offer({"diff", "a.vrl", "--"}),
-              "--help --config --json --tolerance --absolute --ignore --no-notes --no-renames");
+              "--absolute --config --help --ignore --json --no-notes --no-renames --tolerance");
     EXPECT_EQ(shell.offer({"diff", "--to"}), "--tolerance");
     EXPECT_EQ(shell.offer({"nonsense", "--"}), "");
 }
@@ -76,7 +78,7 @@ TEST(Completion, OffersFilesAndFolders) {
 TEST(Completion, OffersChoices) {
     SmallGrammar const grammar;
     Shell const shell(grammar);
-    EXPECT_EQ(shell.offer({"look", "--as", "t"}), "table tree text");
+    EXPECT_EQ(shell.offer({"look", "--as", "t"}), "table text tree");
     EXPECT_EQ(shell.offer({"look", "--as", "te"}), "text");
 }
 
@@ -91,7 +93,7 @@ TEST(Completion, OffersTheKeysOfThePlugins) {
     SmallGrammar const grammar;
     Shell const shell(grammar);
     EXPECT_EQ(shell.offer({"look", "--config", shell.config, "sfP"}), "sfPhaseModulator sfPhotodiode sfPushPullArms");
-    EXPECT_EQ(shell.offer({"look", "--config", "=", shell.config, "Sample"}), "SampleFab SampleFab@");
+    EXPECT_EQ(shell.offer({"look", "--config", "=", shell.config, "Sample"}), "SampleFab SampleFab/Layout SampleFab@");
     EXPECT_EQ(shell.offer({"look", "--config", shell.config, "Demo"}), "Demo/Notes");
 }
 
@@ -111,7 +113,7 @@ TEST(Completion, OffersTheParametersOfTheKeyBefore) {
     Shell const shell(grammar);
     EXPECT_EQ(shell.offer({"look", "--config", shell.config, "sfBend", ""}), "angle radius width");
     EXPECT_EQ(shell.offer({"look", "--config", shell.config, "SampleFab", "@", "sfTaper", "length", "w"}),
-              "width widthIn widthOut");
+              "widthIn widthOut");
 }
 
 TEST(Completion, OffersTheParametersAndElementsOfADesign) {

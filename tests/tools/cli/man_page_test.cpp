@@ -6,6 +6,7 @@
 #include <set>
 #include <sstream>
 
+#include "cli/version.h"
 #include "host/process.h"
 #include "tests/tools/cli/small_grammar.h"
 #include "tests/tools/tool.h"
@@ -34,7 +35,104 @@ TEST(ManPage, ComesFromTheGrammar) {
     SmallGrammar const grammar;
     std::ostringstream page;
     vrltool::writeManPage(page, grammar.app());
-    EXPECT_EQ(page.str(), "");
+    EXPECT_EQ(page.str(), R"(.TH VRL 1 "" "vrl )" + std::string(vrltool::kVersion) + R"(" "User Commands"
+.SH NAME
+vrl \- looks at, checks, compares and documents photonic designs
+.SH SYNOPSIS
+\fBvrl\fR \fIcommand\fR [\fIoptions\fR] \fIargument\fR ...
+.SH DESCRIPTION
+Each command answers with text for people, or with JSON for programs. Results go to standard output,
+errors to standard error; they name the file, the thing and the cure. A design that needs kinds which
+no loaded plug\-in has is shown all the same, with something that stands in for them.
+.SH OPTIONS
+.TP
+\fB\-h\fR, \fB\-\-help\fR
+Print this help message and exit
+.TP
+\fB\-\-version\fR
+Display program version information and exit
+.SH "OPTIONS OF EVERY COMMAND"
+.TP
+\fB\-h\fR, \fB\-\-help\fR
+Print this help message and exit
+.TP
+\fB\-\-config\fR \fIFILE\fR
+the configuration file, instead of the one that is searched for
+.SH COMMANDS
+.SS "look"
+\fBvrl look\fR [\fIoptions\fR] \fIkey\fR [\fIparameters\fR ...]
+.PP
+looks at a kind
+.TP
+\fIkey\fR
+the kind
+.TP
+\fIparameters\fR
+some of its parameters
+.TP
+\fB\-\-json\fR
+JSON for programs; see docs/schemas/vrl\-look.schema.json
+.TP
+\fB\-\-as\fR \fItable|tree|text\fR
+how it looks
+.TP
+\fB\-o\fR, \fB\-\-output\fR \fIFILE\fR
+where to
+.PP
+Examples:
+.PP
+.nf
+.RS
+vrl look sfBend   # it\(aqs .all\en
+.RE
+.fi
+.SS "make"
+\fBvrl make\fR [\fIoptions\fR] \fIfolder\fR
+.PP
+makes \(aqit\(aq
+.TP
+\fIfolder\fR
+where to make it
+.TP
+\fB\-\-rule\fR \fIRULE=LEVEL\fR
+a rule
+.TP
+\fB\-\-count\fR \fIN\fR
+how many
+.TP
+\fB\-\-dry\-run\fR
+only says it
+.PP
+Examples:
+.PP
+.nf
+.RS
+vrl make x
+.RE
+.fi
+.PP
+And no more.
+.SH FILES
+The configuration names the plug\-ins to load. Without \-\-config, the first of these files is used:
+.PP
+.nf
+.RS
+\fI\(ti/.config/vorlane/VRLConfig.ini\fR
+\fI/etc/vorlane/VRLConfig.ini\fR
+\fI/usr/local/etc/vorlane/VRLConfig.ini\fR
+\fI/opt/vorlane/VRLConfig.ini\fR
+.RE
+.fi
+.PP
+\fBvrl plugins\fR tells which one that is, and what became of its plug\-ins.
+.SH "EXIT STATUS"
+0 fine, 1 findings or differences, 2 could not be done.
+.SH NOTES
+.PP
+\&\(aqvrl COMMAND \-\-help\(aq tells more of a command.
+.SH "SEE ALSO"
+\fBdot\fR(1), \fBpdflatex\fR(1)
+)");
 }
 
 TEST(ManPage, HasNothingToWarnOf) {

@@ -112,7 +112,8 @@ void writeFiles(std::ostream& os) {
        << plain("The configuration names the plug-ins to load. Without --config, the first of these files is used:\n");
     os << ".PP\n.nf\n.RS\n";
     for (char const* const place : kConfigPlaces) os << slanted(place) << '\n';
-    os << ".RE\n.fi\n.PP\n" << bold("vrl plugins") << " tells which one that is, and what became of its plug-ins.\n";
+    os << ".RE\n.fi\n.PP\n"
+       << bold("vrl plugins") << plain(" tells which one that is, and what became of its plug-ins.\n");
 }
 
 /// The help of the program ends with notes; that on the exit status has a section that readers look for.
