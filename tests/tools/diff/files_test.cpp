@@ -171,9 +171,9 @@ TEST(DiffFiles, AreComparedWithoutTheirPlugins) {
               "vrl: b.vrl: no loaded plug-in has the block 'sfPhotodiode' (1 use); something stands in for it\n"
               "vrl: b.vrl: no loaded plug-in has the block 'sfPushPullArms' (1 use); something stands in for it\n"
               "vrl: b.vrl: no loaded plug-in has the block 'sfSplitter' (1 use); something stands in for it\n"
-              "vrl: b.vrl: no loaded plug-in has the block 'sfStraight' (1 use); something stands in for it\n" +
-                  "  not loaded: " + path + ": " + path +
-                  ": cannot open shared object file: No such file or directory\n");
+              "vrl: b.vrl: no loaded plug-in has the block 'sfStraight' (1 use); something stands in for it\n"
+              "  not loaded: " +
+                  path + ": " + path + ": cannot open shared object file: No such file or directory\n");
     EXPECT_EQ(ended.status, 1);
 }
 
