@@ -3,6 +3,7 @@
 #include <map>
 #include <set>
 
+#include "catalogue/kinds.h"
 #include "circuit/parameters.h"
 #include "cli/completion.h"
 #include "host/design.h"
@@ -24,38 +25,25 @@ std::map<std::string, std::function<Words()>>& registered() {
     return sources;
 }
 
-template <class T>
-void addKeys(Names& names) {
-    for (auto entry = FactoryLoader<T>::begin(); entry != FactoryLoader<T>::end(); ++entry) names.insert(entry->first);
-}
-
-template <class T>
-Names keysOf() {
-    Names names;
-    addKeys<T>(names);
-    return names;
+Names keysOfAll(std::vector<Kind> const& kinds) {
+    Words const keys = keysOf(kinds);
+    return {keys.begin(), keys.end()};
 }
 
 /// All keys. Of FOUNDRY@BLOCK the first part; behind it the blocks of everybody, since any can be made for a foundry.
 Names keyCandidates(CandidateRequest const& request) {
-    Names names;
     auto const at = request.begun.find('@');
+    Names names;
     if (at != std::string::npos) {
-        for (std::string const& block : keysOf<vrl::BB>()) names.insert(request.begun.substr(0, at + 1) + block);
+        for (Kind const& block : kindsOf(kBlock)) names.insert(request.begun.substr(0, at + 1) + block.key);
         return names;
     }
-    addKeys<vrl::Attribute>(names);
-    addKeys<vrl::Foundry>(names);
-    addKeys<vrl::BB>(names);
-    addKeys<vrl::Netlist>(names);
-    addKeys<vrl::View>(names);
-    addKeys<vrl::TypeView<vrl::BB>>(names);
-    addKeys<vrl::TypeView<vrl::Netlist>>(names);
-    for (std::string const& foundry : keysOf<vrl::Foundry>()) names.insert(foundry + "@");
+    names = keysOfAll(allKinds());
+    for (Kind const& foundry : kindsOf(kFoundry)) names.insert(foundry.key + "@");
     return names;
 }
 
-Names foundryCandidates(CandidateRequest const&) { return keysOf<vrl::Foundry>(); }
+Names foundryCandidates(CandidateRequest const&) { return keysOfAll(kindsOf(kFoundry)); }
 
 void addParameters(Names& names, vrl::Attributes& list) {
     for (Parameter const& parameter : parametersOf(list)) names.insert(parameter.name);
@@ -63,9 +51,8 @@ void addParameters(Names& names, vrl::Attributes& list) {
 
 void addParametersOfBlock(Names& names, std::string const& key) {
     if (!FactoryLoader<vrl::BB>::factory().find(key)) return;
-    vrl::BB* const block = vrl::BB::create(nullptr, key);
+    auto const block = makeBlock(nullptr, key);
     if (block) addParameters(names, *block);
-    vrl::BB::destroy(block);
 }
 
 /// The designs among the words; what is none is passed over.
@@ -97,7 +84,7 @@ Names parameterCandidates(CandidateRequest const& request) {
             if (element->second) addParameters(names, *element->second);
     }
     if (names.empty())
-        for (std::string const& key : keysOf<vrl::BB>()) addParametersOfBlock(names, key);
+        for (Kind const& block : kindsOf(kBlock)) addParametersOfBlock(names, block.key);
     return names;
 }
 

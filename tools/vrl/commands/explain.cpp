@@ -4,6 +4,7 @@
 #include <nlohmann/json.hpp>
 
 #include "check/explain.h"
+#include "cli/completion.h"
 #include "cli/grammar.h"
 #include "commands/commands.h"
 
@@ -33,6 +34,7 @@ void addExplain(Grammar& grammar) {
                                     "  vrl explain cross-section-mismatch  # the page of one rule",
                                     [id](Common const& common) { return explain(*id, common); });
     command.add_option("rule", *id, "the id of the rule; without it, all rules are listed")->type_name("RULE");
+    registerCandidates("RULE", ruleIds);
 }
 
 }  // namespace vrltool

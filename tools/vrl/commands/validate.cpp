@@ -5,6 +5,7 @@
 #include <memory>
 #include <nlohmann/json.hpp>
 
+#include "cli/completion.h"
 #include "cli/grammar.h"
 #include "commands/commands.h"
 #include "validate/child.h"
@@ -29,6 +30,12 @@ Outcome listChecks(Common const& common) {
     else
         writeChecks(std::cout);
     return Outcome::kFine;
+}
+
+std::vector<std::string> checkIds() {
+    std::vector<std::string> ids;
+    for (Check const& check : allChecks()) ids.emplace_back(check.id);
+    return ids;
 }
 
 std::vector<Check const*> checksOf(std::vector<std::string> const& ids) {
@@ -99,6 +106,7 @@ void addValidate(Grammar& grammar) {
         ->check(CLI::Range(1, 3600))
         ->capture_default_str();
     command.add_flag("--list", options->list, "list all checks with their severity");
+    registerCandidates("CHECK", checkIds);
     grammar.addHidden("validate-check", "does one check of one plug-in", [](Common const&) { return runJob(); });
 }
 

@@ -115,7 +115,7 @@ Verb verbOf(PlacePair const& pair) {
 
 void compareBoundaries(Wiring const& a, Wiring const& b, CommonEnds& common, std::string const& path,
                        std::vector<Change>& changes) {
-    static constexpr Subject subjects[] = {Subject::kInput, Subject::kOutput, Subject::kDc};
+    static constexpr Topic topics[] = {Topic::kInput, Topic::kOutput, Topic::kDc};
     static constexpr char const* words[] = {"input ", "output ", "DC "};
     CommonEnds const ports = common;  // without the places that are added here
     for (std::size_t list = 0; list < Wiring::kBoundaries; ++list) {
@@ -127,7 +127,7 @@ void compareBoundaries(Wiring const& a, Wiring const& b, CommonEnds& common, std
             if (pair.same)
                 common.addPlace(words[list] + std::to_string(pair.inB + 1), listA[pair.inA], listB[pair.inB]);
             if (pair.same && kept.count(pair.inB)) continue;
-            Change change{subjects[list], verbOf(pair), path, "", "", {}, {}, {}};
+            Change change{topics[list], verbOf(pair), path, "", "", {}, {}, {}};
             if (pair.inA != kNone) change.from = BoundaryPlace{pair.inA + 1, ports.texts(ports.ofA[listA[pair.inA]])};
             if (pair.inB != kNone) change.to = BoundaryPlace{pair.inB + 1, ports.texts(ports.ofB[listB[pair.inB]])};
             changes.push_back(std::move(change));

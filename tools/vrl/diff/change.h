@@ -18,7 +18,7 @@
 namespace vrltool::diff {
 
 /// What a change is about.
-enum class Subject {
+enum class Topic {
     kType,
     kElement,
     kKind,
@@ -60,7 +60,7 @@ using ChangeSide = std::variant<std::monostate, std::string, ParameterState, Bou
 /// One difference. Its sides hold: of elements the kind, of types, kinds, foundries, choices and notes their text
 /// (nothing if there is none), of parameters their state, of the boundary a place.
 struct Change {
-    Subject subject;
+    Topic topic;
     Verb verb;
     std::string path;
     std::string name;       ///< of a parameter, a port or a note; of a renamed element the name that it had

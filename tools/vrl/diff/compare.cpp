@@ -48,7 +48,7 @@ public:
         : settings(s), properties(s, result.differences), progress("comparing", "elements") {}
 
     Comparison compare(Design const& a, Design const& b) {
-        properties.compareTexts(Subject::kType, a.type, b.type, "");
+        properties.compareTexts(Topic::kType, a.type, b.type, "");
         if (a.parameter && b.parameter)
             properties.compareSingle(*a.parameter, *b.parameter);
         else
@@ -91,14 +91,14 @@ private:
         if (inA && inB)
             compareElements(*inA, *inB, below);
         else if (inB)
-            add({Subject::kElement, Verb::kAdded, below, "", "", {}, inB->kind, {}});
+            add({Topic::kElement, Verb::kAdded, below, "", "", {}, inB->kind, {}});
         else if (inA)
-            add({Subject::kElement, Verb::kRemoved, below, "", "", inA->kind, {}, {}});
+            add({Topic::kElement, Verb::kRemoved, below, "", "", inA->kind, {}, {}});
     }
 
     void compareElements(Element const& a, Element const& b, std::string const& path) {
-        if (a.name != b.name) add({Subject::kElement, Verb::kRenamed, path, a.label(), "", a.kind, b.kind, {}});
-        properties.compareTexts(Subject::kKind, a.kind, b.kind, path);
+        if (a.name != b.name) add({Topic::kElement, Verb::kRenamed, path, a.label(), "", a.kind, b.kind, {}});
+        properties.compareTexts(Topic::kKind, a.kind, b.kind, path);
         properties.compareParameters(a.block, b.block, path, a.kind == b.kind);
         properties.compareNotes(a.block, b.block, path);
         properties.compareBlocks(a.block, b.block, path);

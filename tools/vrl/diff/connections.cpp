@@ -78,7 +78,7 @@ void compareConnections(CommonEnds const& common, std::string const& path, std::
     collect(Verb::kJoined, common.ofB, &CommonEnds::End::netA);
     std::sort(lines.begin(), lines.end());
     for (auto& [first, verb, groups] : lines)
-        changes.push_back({Subject::kConnection, verb, path, "", "", {}, {}, std::move(groups)});
+        changes.push_back({Topic::kConnection, verb, path, "", "", {}, {}, std::move(groups)});
 }
 
 }  // namespace vrltool::diff

@@ -123,7 +123,7 @@ void PropertyComparison::compareParameter(Parameter const* a, Parameter const* b
     names.insert(path + "." + name);
     if (isIgnored(name, path)) return;
     if (!a || !b || !same(stateOf(*a), stateOf(*b)))
-        found.changes.push_back({Subject::kParameter, verbOf(a, b), path, name, "", sideOf(a), sideOf(b), {}});
+        found.changes.push_back({Topic::kParameter, verbOf(a, b), path, name, "", sideOf(a), sideOf(b), {}});
     if (!a || !b) return;
     if (isStandIn(*a->attribute) && isStandIn(*b->attribute)) found.uncompared.push_back({path, name, b->type});
     std::set<std::string> without{kUnit};  // told with the value
@@ -152,27 +152,27 @@ void PropertyComparison::compareNotes(vrl::Annotations const* a, vrl::Annotation
                [&](std::string const& key, std::string const* inA, std::string const* inB) {
                    if (inA && inB && *inA == *inB) return;
                    found.changes.push_back(
-                       {Subject::kNote, verbOf(inA, inB), path, key, parameter, sideOf(inA), sideOf(inB), {}});
+                       {Topic::kNote, verbOf(inA, inB), path, key, parameter, sideOf(inA), sideOf(inB), {}});
                });
 }
 
-void PropertyComparison::compareTexts(Subject subject, std::string const& a, std::string const& b,
-                                      std::string const& path, std::string const& name) {
+void PropertyComparison::compareTexts(Topic topic, std::string const& a, std::string const& b, std::string const& path,
+                                      std::string const& name) {
     if (a == b) return;
     auto const side = [](std::string const& text) { return text.empty() ? ChangeSide() : ChangeSide(text); };
-    found.changes.push_back({subject, Verb::kChanged, path, name, "", side(a), side(b), {}});
+    found.changes.push_back({topic, Verb::kChanged, path, name, "", side(a), side(b), {}});
 }
 
 void PropertyComparison::compareChoices(vrl::Foundry::CSInfo const& a, vrl::Foundry::CSInfo const& b,
                                         std::string const& path, std::string const& port) {
-    compareTexts(Subject::kCrossSection, a.getCSName(), b.getCSName(), path, port);
-    compareTexts(Subject::kFlow, a.getFlowName(), b.getFlowName(), path, port);
+    compareTexts(Topic::kCrossSection, a.getCSName(), b.getCSName(), path, port);
+    compareTexts(Topic::kFlow, a.getFlowName(), b.getFlowName(), path, port);
 }
 
 // Ports that only one of two kinds has are told by the kinds.
 void PropertyComparison::compareBlocks(vrl::BB* a, vrl::BB* b, std::string const& path) {
     if (!a || !b) return;
-    compareTexts(Subject::kFoundry, a->getFoundryName(), b->getFoundryName(), path);
+    compareTexts(Topic::kFoundry, a->getFoundryName(), b->getFoundryName(), path);
     compareChoices(a->vrl::BB::getCS(), b->vrl::BB::getCS(), path);
     bool const sameKind = a->getName() == b->getName();
     using Port = vrl::BB::Port const*;
@@ -180,7 +180,7 @@ void PropertyComparison::compareBlocks(vrl::BB* a, vrl::BB* b, std::string const
         if (inA && inB)
             compareChoices((*inA)->getCS(), (*inB)->getCS(), path, name);
         else if (sameKind)
-            found.changes.push_back({Subject::kPort, verbOf(inA, inB), path, name, "", {}, {}, {}});
+            found.changes.push_back({Topic::kPort, verbOf(inA, inB), path, name, "", {}, {}, {}});
     });
 }
 

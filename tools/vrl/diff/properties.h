@@ -34,7 +34,7 @@ public:
     void compareChoices(vrl::Foundry::CSInfo const& a, vrl::Foundry::CSInfo const& b, std::string const& path,
                         std::string const& port = "");
     /// A text that may be empty for none.
-    void compareTexts(Subject subject, std::string const& a, std::string const& b, std::string const& path,
+    void compareTexts(Topic topic, std::string const& a, std::string const& b, std::string const& path,
                       std::string const& name = "");
 
     /// The names of all parameters that were met.

@@ -8,11 +8,11 @@ namespace vrltool::diff {
 
 namespace {
 
-char const* word(Subject subject) {
+char const* word(Topic topic) {
     static char const* const words[] = {"type",         "element", "kind", "parameter", "foundry",
                                         "crossSection", "flow",    "port", "note",      "connection",
                                         "input",        "output",  "dc"};
-    return words[static_cast<int>(subject)];
+    return words[static_cast<int>(topic)];
 }
 
 char const* word(Verb verb) {
@@ -39,22 +39,22 @@ struct SideJson {
     }
 };
 
-/// What else tells which thing it is, by its subject.
+/// What else tells which thing it is, by its topic.
 void addNames(Json& json, Change const& change) {
-    switch (change.subject) {
-    case Subject::kElement:
+    switch (change.topic) {
+    case Topic::kElement:
         if (change.verb == Verb::kRenamed) json["was"] = change.name;
         break;
-    case Subject::kCrossSection:
-    case Subject::kFlow:
+    case Topic::kCrossSection:
+    case Topic::kFlow:
         if (!change.name.empty()) json["port"] = change.name;
         break;
-    case Subject::kNote:
+    case Topic::kNote:
         if (!change.parameter.empty()) json["parameter"] = change.parameter;
         json["name"] = change.name;
         break;
-    case Subject::kParameter:
-    case Subject::kPort:
+    case Topic::kParameter:
+    case Topic::kPort:
         json["name"] = change.name;
         break;
     default:
@@ -63,11 +63,11 @@ void addNames(Json& json, Change const& change) {
 }
 
 Json changeJson(Change const& change) {
-    Json json{{"what", word(change.subject)}, {"change", word(change.verb)}, {"path", change.path}};
+    Json json{{"what", word(change.topic)}, {"change", word(change.verb)}, {"path", change.path}};
     addNames(json, change);
-    if (change.subject == Subject::kConnection) {
+    if (change.topic == Topic::kConnection) {
         json["groups"] = change.groups;
-    } else if (change.subject != Subject::kPort) {
+    } else if (change.topic != Topic::kPort) {
         json["from"] = std::visit(SideJson(), change.from);
         json["to"] = std::visit(SideJson(), change.to);
     }

@@ -10,21 +10,21 @@ namespace vrltool::diff {
 
 namespace {
 
-/// The groups in which the changes are told, and how the subjects of them are called there.
+/// The groups in which the changes are told, and how the topics of them are called there.
 struct Group {
     char const* heading;
-    std::vector<Subject> subjects;
+    std::vector<Topic> topics;
 };
 
 Group const kGroups[] = {
-    {"design", {Subject::kType}},
-    {"elements", {Subject::kElement, Subject::kKind}},
-    {"parameters", {Subject::kParameter}},
-    {"foundries and cross sections", {Subject::kFoundry, Subject::kCrossSection, Subject::kFlow}},
-    {"ports", {Subject::kPort}},
-    {"notes", {Subject::kNote}},
-    {"connections", {Subject::kConnection}},
-    {"boundary", {Subject::kInput, Subject::kOutput, Subject::kDc}},
+    {"design", {Topic::kType}},
+    {"elements", {Topic::kElement, Topic::kKind}},
+    {"parameters", {Topic::kParameter}},
+    {"foundries and cross sections", {Topic::kFoundry, Topic::kCrossSection, Topic::kFlow}},
+    {"ports", {Topic::kPort}},
+    {"notes", {Topic::kNote}},
+    {"connections", {Topic::kConnection}},
+    {"boundary", {Topic::kInput, Topic::kOutput, Topic::kDc}},
 };
 
 char mark(Verb verb) {
@@ -94,7 +94,7 @@ struct SideText {
 
 /// "OLD -> NEW", or the one side that there is.
 std::string sidesText(Change const& change) {
-    SideText const text{detailsOf(change), change.subject == Subject::kNote};
+    SideText const text{detailsOf(change), change.topic == Topic::kNote};
     if (change.verb == Verb::kAdded) return std::visit(text, change.to);
     if (change.verb == Verb::kRemoved) return std::visit(text, change.from);
     return std::visit(text, change.from) + " -> " + std::visit(text, change.to);
@@ -148,32 +148,32 @@ std::string placeText(Change const& change, std::string const& list) {
 }
 
 std::string lineOf(Change const& change) {
-    switch (change.subject) {
-    case Subject::kType:
+    switch (change.topic) {
+    case Topic::kType:
         return "type: " + sidesText(change);
-    case Subject::kElement:
+    case Topic::kElement:
         return elementText(change);
-    case Subject::kKind:
+    case Topic::kKind:
         return "element " + change.path + ": " + sidesText(change);
-    case Subject::kParameter:
+    case Topic::kParameter:
         return parameterText(change);
-    case Subject::kFoundry:
+    case Topic::kFoundry:
         return choiceText(change, "foundry");
-    case Subject::kCrossSection:
+    case Topic::kCrossSection:
         return choiceText(change, "cross section");
-    case Subject::kFlow:
+    case Topic::kFlow:
         return choiceText(change, "flow");
-    case Subject::kPort:
+    case Topic::kPort:
         return "port " + (change.path.empty() ? "" : change.path + ",") + change.name;
-    case Subject::kNote:
+    case Topic::kNote:
         return noteText(change);
-    case Subject::kConnection:
+    case Topic::kConnection:
         return connectionText(change);
-    case Subject::kInput:
+    case Topic::kInput:
         return placeText(change, "input");
-    case Subject::kOutput:
+    case Topic::kOutput:
         return placeText(change, "output");
-    case Subject::kDc:
+    case Topic::kDc:
         return placeText(change, "DC");
     }
     return {};
@@ -182,7 +182,7 @@ std::string lineOf(Change const& change) {
 void writeGroup(std::ostream& os, Group const& group, std::vector<Change> const& changes) {
     bool any = false;
     for (Change const& change : changes) {
-        if (std::count(group.subjects.begin(), group.subjects.end(), change.subject) == 0) continue;
+        if (std::count(group.topics.begin(), group.topics.end(), change.topic) == 0) continue;
         if (!any) os << group.heading << '\n';
         any = true;
         os << "  " << mark(change.verb) << ' ' << printable(lineOf(change)) << '\n';

@@ -1,0 +1,91 @@
+#include <gtest/gtest.h>
+
+#include "cli/version.h"
+#include "host/process.h"
+#include "tests/tools/tool.h"
+
+namespace {
+
+using vrl_test::Tool;
+
+std::string whole(vrl_test::Outcome const& ended) {
+    return ended.out + ended.err + "status " + std::to_string(ended.status) + "\n";
+}
+
+TEST(Grammar, AsksForACommand) {
+    auto const ended = vrltool::runProgram({{VRL_TOOL_PROGRAM}, "", "", 60, {}});
+    EXPECT_EQ(ended.out, "");
+    EXPECT_EQ(ended.err, "vrl: no command given\n"
+                         "  'vrl --help' tells the usage\n");
+    EXPECT_EQ(ended.status, 2);
+}
+
+TEST(Grammar, TellsAnUnknownCommandWithNearOnes) {
+    Tool const tool;
+    EXPECT_EQ(whole(tool.run("dif", {"a", "b"})), "vrl: no command 'dif'\n"
+                                                  "  did you mean 'diff'?\n"
+                                                  "  'vrl --help' tells the usage\n"
+                                                  "status 2\n");
+    EXPECT_EQ(whole(tool.run("quux")), "vrl: no command 'quux'\n"
+                                       "  'vrl --help' tells the usage\n"
+                                       "status 2\n");
+}
+
+TEST(Grammar, NamesNoHiddenCommand) {
+    Tool const tool;
+    EXPECT_EQ(whole(tool.run("completio")), "vrl: no command 'completio'\n"
+                                            "  'vrl --help' tells the usage\n"
+                                            "status 2\n");
+}
+
+TEST(Grammar, TellsAnUnknownOptionWithNearOnes) {
+    Tool const tool;
+    EXPECT_EQ(whole(tool.run("diff", {"--tolerence", "1", "a", "b"})), "vrl: 'diff' has no option '--tolerence'\n"
+                                                                       "  did you mean '--tolerance'?\n"
+                                                                       "  'vrl diff --help' tells the usage\n"
+                                                                       "status 2\n");
+    EXPECT_EQ(whole(tool.run("show", {"--sideways", "a"})), "vrl: 'show' has no option '--sideways'\n"
+                                                            "  'vrl show --help' tells the usage\n"
+                                                            "status 2\n");
+}
+
+TEST(Grammar, TellsAMissingAndASuperfluousArgument) {
+    Tool const tool;
+    EXPECT_EQ(whole(tool.run("show")), "vrl: file is required\n"
+                                       "  'vrl show --help' tells the usage\n"
+                                       "status 2\n");
+    EXPECT_EQ(whole(tool.run("diff", {"a", "b", "c"})), "vrl: The following argument was not expected: c\n"
+                                                        "  'vrl diff --help' tells the usage\n"
+                                                        "status 2\n");
+}
+
+TEST(Grammar, TellsTheVersion) {
+    Tool const tool;
+    EXPECT_EQ(whole(tool.run("--version")), "vrl " + std::string(vrltool::kVersion) +
+                                                "\n"
+                                                "status 0\n");
+}
+
+TEST(Grammar, NamesAConfigurationThatCannotBeRead) {
+    Tool const tool;
+    EXPECT_EQ(whole(tool.run("show", {"--config", "none.ini", "a.vrl"})),
+              "vrl: none.ini: cannot read this configuration file\n"
+              "  give a readable file with --config FILE, or none to use the one that is searched for\n"
+              "status 2\n");
+}
+
+TEST(Grammar, HelpsWithEveryCommandAndItsConfiguration) {
+    Tool const tool;
+    std::string const help = tool.run("--help").out;
+    for (char const* const command : {"plugins", "list", "describe", "show", "check", "explain", "diff", "draw", "doc",
+                                      "import", "export", "validate", "new-plugin"}) {
+        EXPECT_NE(help.find("\n  " + std::string(command) + " "), std::string::npos) << command;
+        auto const ended = tool.run(command, {"--help"});
+        EXPECT_EQ(ended.status, 0) << command;
+        EXPECT_EQ(ended.err, "") << command;
+        EXPECT_NE(ended.out.find("\n  --config FILE "), std::string::npos) << ended.out;
+        EXPECT_NE(ended.out.find("\nExamples:\n  vrl " + std::string(command) + " "), std::string::npos) << ended.out;
+    }
+}
+
+}  // namespace
