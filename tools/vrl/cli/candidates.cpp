@@ -15,6 +15,8 @@
 
 namespace vrltool {
 
+using namespace catalogue;
+
 namespace {
 
 using Names = std::set<std::string>;
