@@ -15,5 +15,19 @@ set(config ${samples}/home/.config/vorlane/VRLConfig.ini)
 file(REMOVE_RECURSE ${samples})
 file(WRITE ${samples}/none.ini "${none}")
 file(WRITE ${config} "${none}sodllfile = vrlDemoDll\nsodllfile = foundrySampleFab\n")
+file(WRITE ${samples}/broken.ini "${none}sodllfile = foundrySampleFab\nsodllfile = noSuchLibrary\n")
+file(COPY ${plugins}/lib_wn_foundrySampleFab.so.5.1.3 DESTINATION ${samples})
+file(WRITE ${samples}/notes.txt "no plug-in\n")
+file(WRITE ${samples}/mzi.yml "
+name: mzi
+instances:
+  split: {component: sfSplitter, settings: {length: 16, unknown: null}, info: {made: [1, 2]}}
+  upper: {component: sfStraight, settings: {length: 0.5}}
+nets:
+- {p1: 'split,out0', p2: 'upper,in0'}
+placements: {upper: {x: 20, y: 10, rotation: 0, mirror: false}}
+ports: {in: 'split,in0', up: 'upper,out0'}
+")
+file(WRITE ${samples}/wrong.yml "instances: {a: {component: nothing, settings: {}}}\n")
 run(${writer} ${samples})
 run(${demo} build ${config} ${samples}/demo.vrl)

@@ -247,7 +247,9 @@ Tree stateOf(vrl::BB& block, FreshBlock const* fresh, std::string const& thing, 
     addUnlessEmpty(state, "calculated", std::move(parameters.calculated));
     addUnlessEmpty(state, "autoChangeable", std::move(parameters.changeable));
     addUnlessEmpty(state, "parameterNotes", std::move(parameters.notes));
-    addUnlessEmpty(state, "notes", treeOfNotes(block, fresh ? fresh->block : nullptr));
+    vrl::Annotations const* plainNotes = nullptr;
+    if (fresh) plainNotes = fresh->block;
+    addUnlessEmpty(state, "notes", treeOfNotes(block, plainNotes));
     return state;
 }
 

@@ -34,6 +34,7 @@ class NothingBlock : public vrl_test::PlainBlock {
 public:
     using PlainBlock::PlainBlock;
     static void* operator new(std::size_t) noexcept { return nullptr; }
+    static void operator delete(void*) noexcept {}  // of what was never there
 };
 
 }  // namespace

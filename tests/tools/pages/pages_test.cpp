@@ -1,0 +1,111 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "tests/demo/sample_plugins.h"
+#include "tests/support/child.h"
+
+namespace {
+
+using vrl_test::Sandbox;
+
+/// A command of a page, and what the page says that it prints.
+struct Step {
+    std::string command;
+    std::string printed;
+};
+
+/// A page of the documents: the files that it names, and its sessions.
+struct Page {
+    explicit Page(std::string const& path);
+
+    std::vector<std::pair<std::string, std::string>> files;
+    std::vector<Step> steps;
+
+private:
+    void addSession(std::string const& block);
+};
+
+std::string blockOf(std::istream& page) {
+    std::string block;
+    for (std::string line; std::getline(page, line) && line != "```";) block += line + "\n";
+    return block;
+}
+
+Page::Page(std::string const& path) {
+    std::ifstream page(path);
+    std::string file;
+    for (std::string line; std::getline(page, line);) {
+        if (line.rfind("<!-- file: ", 0) == 0) std::istringstream(line.substr(11)) >> file;
+        if (line.rfind("```", 0) != 0) continue;
+        std::string const block = blockOf(page);
+        if (line == "```console") addSession(block);
+        if (!file.empty()) files.emplace_back(file, block);
+        file.clear();
+    }
+}
+
+void Page::addSession(std::string const& block) {
+    std::istringstream lines(block);
+    for (std::string line; std::getline(lines, line);) {
+        if (line.rfind("$ ", 0) == 0)
+            steps.push_back({line.substr(2), ""});
+        else
+            steps.at(steps.size() - 1).printed += line + "\n";
+    }
+}
+
+/// A shell that finds the tool, in a folder of its own, with the sample plug-ins configured.
+class Shell {
+public:
+    Shell() : sandbox("/bin/bash") {
+        auto const libraries = "sodllfile = vrlDemoDll\nsodllfile = foundrySampleFab\n";
+        config = vrl_test::writeFile(sandbox.home() / ".config/vorlane/VRLConfig.ini",
+                                     vrl_test::configText(VRL_SAMPLE_PLUGINS, libraries));
+        sandbox.set("PATH", std::filesystem::path(VRL_TOOL_PROGRAM).parent_path().string() + ":/usr/bin:/bin");
+    }
+
+    std::string run(std::string const& command) const { return sandbox.run("-c", {"exec 2>&1; " + command}).out; }
+
+    void play(Page const& page) const {
+        for (auto const& file : page.files) vrl_test::writeFile(sandbox.work() / file.first, file.second);
+        for (Step const& step : page.steps) EXPECT_EQ(run(step.command), step.printed) << step.command;
+    }
+
+    std::string config;
+
+private:
+    Sandbox sandbox;
+};
+
+std::vector<std::string> commandsOf(Page const& page) {
+    std::vector<std::string> commands;
+    for (Step const& step : page.steps) commands.push_back(step.command);
+    return commands;
+}
+
+TEST(Pages, OfTheExchangePrintWhatTheySay) {
+    Page const page(VRL_DOCUMENTS "/docs/exchange.md");
+    EXPECT_EQ(commandsOf(page), (std::vector<std::string>{"vrl import --map-template mzi.yml",
+                                                          "vrl import mzi.yml --map map.yml -o mzi.vrl",
+                                                          "vrl export mzi.vrl --map map.yml"}));
+    Shell().play(page);
+}
+
+TEST(Pages, OfTheFrontPrintWhatTheySay) {
+    Page const page(VRL_DOCUMENTS "/README.md");
+    EXPECT_EQ(commandsOf(page),
+              (std::vector<std::string>{"vrl check modulator.vrl", "vrl export modulator.vrl -o modulator.yml",
+                                        "sed -i 's/radius: 2$/radius: 20/' modulator.yml",
+                                        "vrl import modulator.yml -o mended.vrl", "vrl diff modulator.vrl mended.vrl --no-notes",
+                                        "vrl draw mended.vrl --depth 1 -o mended.svg"}));
+    Shell const shell;
+    shell.run(VRL_DEMO_PROGRAM " build " + shell.config + " modulator.vrl");
+    shell.play(page);
+}
+
+}  // namespace
