@@ -4,7 +4,7 @@
 
 namespace {
 
-using namespace vrltool;
+using namespace vrltool::check;
 
 TEST(Words, ListsNames) {
     EXPECT_EQ(listText({}), "");

@@ -96,13 +96,13 @@ TEST(Selection, CountsTiesOfElementsThatAreNotThere) {
     sample.add("a", "sfBend");
     Circuit circuit = vrltool::circuitFrom(sample.netlist());
     circuit.strayTies.emplace_back("ghost", "in0");
-    EXPECT_EQ(selectionOf(circuit, {}).notes, Notes{"left out: 1 tie of elements that are not there"});
+    EXPECT_EQ(vrltool::draw::selectionOf(circuit, {}).notes, Notes{"left out: 1 tie of elements that are not there"});
 }
 
 TEST(Selection, SaysThatACircuitIsEmpty) {
     SampleCircuit sample;
     Circuit const circuit = vrltool::circuitFrom(sample.netlist());
-    EXPECT_EQ(selectionOf(circuit, {}).notes, Notes{"the circuit has no elements"});
+    EXPECT_EQ(vrltool::draw::selectionOf(circuit, {}).notes, Notes{"the circuit has no elements"});
 }
 
 }  // namespace

@@ -18,8 +18,9 @@ TEST(Elf, ReadsNamesAndDependenciesOfALibrary) {
     EXPECT_EQ(file.error, "");
     EXPECT_EQ(file.soname, "lib_wn_vrllib.so.2");
     EXPECT_EQ(std::count(file.needed.begin(), file.needed.end(), "libc.so.6"), 1);
-    auto const found = std::find_if(file.exported.begin(), file.exported.end(),
-                                    [](vrltool::validate::ElfSymbol const& symbol) { return symbol.name == "resetUniqueIDs"; });
+    auto const found =
+        std::find_if(file.exported.begin(), file.exported.end(),
+                     [](vrltool::validate::ElfSymbol const& symbol) { return symbol.name == "resetUniqueIDs"; });
     ASSERT_NE(found, file.exported.end());
     EXPECT_TRUE(found->function);
 }
