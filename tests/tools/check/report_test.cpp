@@ -229,7 +229,17 @@ TEST_F(CheckReport, ChecksADesignWithoutAnyOfItsPlugins) {
                   "    lost-port, mixed-domains, mixed-electrical, node-crowded, own-check, same-direction,\n"
                   "    undeclared-parameter and value-out-of-range\n"
                   "\n") +
-                  kAllRan);
+                  "19 rules ran:\n"
+                  "  boundary-twice, boundary-unused, doubled-name, empty-circuit, expression-not-calculated, island,\n"
+                  "  lost-name, missing-block, no-boundary, no-foundry, open-port, single-ended-node, stray-tie,\n"
+                  "  trailing-bytes, undeclared-port, unknown-foundry, unknown-kind, unknown-parameter-type and\n"
+                  "  value-not-finite\n"
+                  "1 rule did not run (unknown foundry):\n"
+                  "  unknown-choice\n"
+                  "13 rules did not run (unknown kind):\n"
+                  "  boundary-domain, choice-not-allowed, composite-ports, cross-section-mismatch, duplicate-port,\n"
+                  "  lost-port, mixed-domains, mixed-electrical, node-crowded, own-check, same-direction,\n"
+                  "  undeclared-parameter and value-out-of-range\n");
     EXPECT_EQ(outcome.err,
               "vrl: a.vrl: no loaded plug-in has the block 'sfCombiner' (1 use); something stands in for it\n"
               "vrl: a.vrl: no loaded plug-in has the block 'sfEdgeCoupler' (2 uses); something stands in for it\n"
@@ -291,7 +301,15 @@ TEST_F(CheckReport, ChecksABlockThatWasSavedAlone) {
             "    mixed-domains, mixed-electrical, no-boundary, node-crowded, open-port, same-direction,\n"
             "    single-ended-node, stray-tie and undeclared-port\n"
             "\n") +
-            kAllRan);
+            "18 rules ran:\n"
+            "  choice-not-allowed, composite-ports, doubled-name, duplicate-port, expression-not-calculated,\n"
+            "  lost-name, lost-port, missing-block, no-foundry, own-check, trailing-bytes, undeclared-parameter,\n"
+            "  unknown-choice, unknown-foundry, unknown-kind, unknown-parameter-type, value-not-finite and\n"
+            "  value-out-of-range\n"
+            "15 rules did not run (no circuit):\n"
+            "  boundary-domain, boundary-twice, boundary-unused, cross-section-mismatch, empty-circuit, island,\n"
+            "  mixed-domains, mixed-electrical, no-boundary, node-crowded, open-port, same-direction,\n"
+            "  single-ended-node, stray-tie and undeclared-port\n");
     EXPECT_EQ(outcome.status, 1);
 }
 

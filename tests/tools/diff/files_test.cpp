@@ -2,6 +2,7 @@
 
 #include <fstream>
 
+#include "host/design.h"
 #include "tests/tools/diff/pair.h"
 
 namespace {
@@ -30,7 +31,7 @@ TEST(DiffFiles, ReadAndSavedAgainAreTheSame) {
     vrl::Netlist* const netlist = vrl::Netlist::create("");
     vrl::BinaryStreamDeSerialiser reader(file);
     ASSERT_TRUE(netlist->read(&reader));
-    netlist->prepare();
+    vrltool::prepareWhole(*netlist);
     save(pair.tool.path("b.vrl"), *netlist);
     vrl::Netlist::destroy(netlist);
     EXPECT_EQ(pair.diff(), "no differences\n"

@@ -32,8 +32,7 @@ void attachFoundries(Design const& design) {
     bool const attached = contained(
         [&] {
             if (design.netlist) prepareWhole(*design.netlist);
-            if (design.block && !design.block->getFoundryName().empty())
-                design.block->setFoundry(vrl::Foundry::create(design.block->getFoundryName()));
+            if (design.block) attachFoundry(*design.block);
         },
         &thrown);
     if (!attached)
@@ -95,6 +94,19 @@ void readAndCheck(FileReport& report, std::vector<ChosenRule> const& rules) {
     report.leftOut = leftOutOf(scopes, rules);
 }
 
+/// Whether a rule could look at nothing in a file, and why.
+bool leftOutWholly(FileReport const& file, Rule const& rule, LeaveReason const*& reason) {
+    std::size_t elements = 0;
+    bool wholly = false;
+    for (LeftOut const& leftOut : file.leftOut) {
+        if (leftOut.rule != &rule) continue;
+        reason = leftOut.reason;
+        elements += leftOut.elements;
+        wholly = wholly || leftOut.elements == 0;
+    }
+    return wholly || (elements > 0 && elements == file.elements);
+}
+
 }  // namespace
 
 std::vector<ChosenRule> chooseRules(RuleOptions const& options) {
@@ -117,6 +129,18 @@ std::vector<ChosenRule> chooseRules(RuleOptions const& options) {
 std::size_t FileReport::count(Severity severity) const {
     return static_cast<std::size_t>(std::count_if(
         findings.begin(), findings.end(), [&](Finding const& finding) { return finding.severity == severity; }));
+}
+
+std::vector<ChosenRule> asTheyRan(std::vector<ChosenRule> rules, std::vector<FileReport> const& files) {
+    for (ChosenRule& chosen : rules) {
+        if (!chosen.runs()) continue;
+        LeaveReason const* reason = nullptr;
+        bool const looked = std::any_of(files.begin(), files.end(), [&](FileReport const& file) {
+            return file.failure.empty() && !leftOutWholly(file, *chosen.rule, reason);
+        });
+        if (!looked && reason) chosen.reason = reason->word;
+    }
+    return rules;
 }
 
 FileReport checkFile(std::string const& path, std::vector<ChosenRule> const& rules) {

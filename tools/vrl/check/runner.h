@@ -54,6 +54,9 @@ struct FileReport {
     std::size_t count(Severity severity) const;
 };
 
+/// The rules as they ran: one that could look at nothing in any file did not run, for the reason that it had there.
+std::vector<ChosenRule> asTheyRan(std::vector<ChosenRule> rules, std::vector<FileReport> const& files);
+
 /// Reads, prepares and checks one file; the library has been started. What cannot be read is told in the report.
 FileReport checkFile(std::string const& path, std::vector<ChosenRule> const& rules);
 

@@ -44,9 +44,9 @@ Outcome work(Options const& options, Common const& common) {
         tellTroubles(files.back());
     }
     if (common.json)
-        writeJson(std::cout, checkJson(files, rules));
+        writeJson(std::cout, checkJson(files, asTheyRan(rules, files)));
     else
-        writeCheckReport(std::cout, files, rules);
+        writeCheckReport(std::cout, files, asTheyRan(rules, files));
     return outcomeOf(files);
 }
 

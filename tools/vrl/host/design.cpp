@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iostream>
+#include <map>
 #include <sstream>
 #include <utility>
 
@@ -183,6 +184,14 @@ void printChoice(std::ostream& os, vrl::Foundry::CSInfo const& choice) {
     os << "cross section: " << choice.getCSName() << "\nprocess flow: " << choice.getFlowName() << '\n';
 }
 
+/// The one foundry of a name; null for an unknown one. They live as long as the process, since blocks refer to them.
+vrl::Foundry* foundryOf(std::string const& name) {
+    static auto* const foundries = new std::map<std::string, vrl::Foundry*>;
+    auto const found = foundries->find(name);
+    if (found != foundries->end()) return found->second;
+    return foundries->emplace(name, vrl::Foundry::create(name)).first->second;
+}
+
 char const* word(What what) {
     switch (what) {
     case What::kBlock:
@@ -264,11 +273,18 @@ vrl::Netlist& circuitOf(Design const& design) {
                   "'vrl show' shows what it holds");
 }
 
+void attachFoundry(vrl::BB& block) {
+    std::string const name = block.getFoundryName();
+    if (!name.empty()) block.setFoundry(foundryOf(name));
+}
+
 void prepareWhole(vrl::Netlist& netlist) {
-    netlist.prepare();
-    for (auto entry = netlist.beginElements(); entry != netlist.endElements(); ++entry)
-        if (auto* const composite = dynamic_cast<vrl::CBB*>(entry->second.get()))
-            prepareWhole(*composite->getAsNetlist());
+    for (auto entry = netlist.beginElements(); entry != netlist.endElements(); ++entry) {
+        vrl::BB* const block = entry->second.get();
+        if (!block) continue;
+        attachFoundry(*block);
+        if (auto* const composite = dynamic_cast<vrl::CBB*>(block)) prepareWhole(*composite->getAsNetlist());
+    }
 }
 
 std::string missingText(Design const& design) {

@@ -43,7 +43,10 @@ Design readDesign(std::string const& path);
 /// The netlist of a design; a Failure says what the file holds if it is none.
 vrl::Netlist& circuitOf(Design const& design);
 
-/// Ties every block to its foundry, also inside composites.
+/// Ties a block to the foundry that its file names: one of each name for the whole process. Null for an unknown one.
+void attachFoundry(vrl::BB& block);
+
+/// Does so for every block, also inside composites. Netlists prepare themselves with new foundries, which nobody frees.
 void prepareWhole(vrl::Netlist& netlist);
 
 /// One line for each missing kind, with the configured libraries that failed to load, for standard error. Empty if

@@ -6,8 +6,8 @@
 #include <algorithm>
 #include <cstring>
 #include <fstream>
-#include <iterator>
 #include <optional>
+#include <sstream>
 
 namespace vrltool::validate {
 
@@ -245,8 +245,9 @@ ElfFile parseElf(std::string const& bytes) {
 
 ElfFile readElf(std::string const& path) {
     std::ifstream stream(path, std::ios::binary);
-    std::string const bytes{std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
-    return parseElf(bytes);
+    std::ostringstream bytes;
+    bytes << stream.rdbuf();
+    return parseElf(bytes.str());
 }
 
 }  // namespace vrltool::validate
