@@ -85,6 +85,8 @@ TEST_F(Draw, RefusesAnotherEnding) {
                                              "  end it in svg, dot, pdf or png, or name one of them with --format\n");
     EXPECT_EQ(refused({"a.vrl", "--format", "jpg"}), "vrl: --format jpg: no such format\n"
                                                      "  take svg, dot, pdf or png\n");
+    EXPECT_EQ(refused({"a.vrl", "--format", "svgz"}), "vrl: --format svgz: no such format\n"
+                                                      "  take svg, dot, pdf or png; did you mean 'svg'?\n");
 }
 
 TEST_F(Draw, RefusesToGuessWhereThePictureGoes) {
@@ -110,6 +112,53 @@ TEST_F(Draw, TakesATitleAndLeavesOutTheLegend) {
 
 TEST_F(Draw, SaysThatHopsNeedAnElement) {
     EXPECT_THAT(refused({"a.vrl", "-o", "a.svg", "--hops", "2"}), StartsWith("vrl: --hops requires --around\n"));
+}
+
+TEST_F(Draw, RefusesNumbersBelowZeroAndANameThatIsEmpty) {
+    EXPECT_THAT(refused({"a.vrl", "-o", "a.svg", "--max", "-1"}),
+                StartsWith("vrl: --max: Value -1 not in range 0 to 1000000\n"));
+    EXPECT_THAT(refused({"a.vrl", "-o", "a.svg", "--around", "upper", "--hops", "-1"}),
+                StartsWith("vrl: --hops: Value -1 not in range 0 to 1000000\n"));
+    EXPECT_THAT(refused({"a.vrl", "-o", "a.svg", "--around", ""}), StartsWith("vrl: --around: names no element\n"));
+}
+
+TEST_F(Draw, TellsProgramsWhatThePictureShows) {
+    auto const outcome = tool.run("draw", {"--json", "a.vrl", "-o", "a.PNG", "--max", "4"});
+    EXPECT_EQ(outcome.out, "{\n"
+                           "  \"format\": \"vrl-draw\",\n"
+                           "  \"version\": 1,\n"
+                           "  \"file\": \"a.vrl\",\n"
+                           "  \"output\": \"a.PNG\",\n"
+                           "  \"pictureFormat\": \"png\",\n"
+                           "  \"shown\": 4,\n"
+                           "  \"hidden\": 2,\n"
+                           "  \"notes\": [\n"
+                           "    \"hidden: 2 of 6 elements, past the limit of 4\"\n"
+                           "  ],\n"
+                           "  \"domains\": [\n"
+                           "    \"Optics\"\n"
+                           "  ]\n"
+                           "}\n");
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_THAT(tool.read("a.PNG"), StartsWith("\x89PNG"));
+}
+
+TEST_F(Draw, RefusesThePictureAndTheJsonOnOneOutput) {
+    for (std::vector<std::string> const& where : {std::vector<std::string>{"-o", "-"}, {"--format", "dot"}})
+        EXPECT_EQ(refused({"a.vrl", "--json", where[0], where[1]}),
+                  "vrl: standard output: cannot hold both the picture and the JSON that --json asks for\n"
+                  "  name a file for the picture with '-o FILE.svg'\n");
+}
+
+TEST_F(Draw, CountsTheSecondsOfGraphvizAtATerminal) {
+    std::filesystem::create_directory(tool.path("bin"));
+    tool.write("bin/dot", "#!/bin/sh\nsleep 2.5\necho drawn\n");
+    std::filesystem::permissions(tool.path("bin/dot"), std::filesystem::perms::owner_all);
+    tool.place().set("PATH", tool.path("bin") + ":/usr/bin:/bin");
+    auto const outcome = tool.runAtTerminal("draw", {"a.vrl", "-o", "-"});
+    EXPECT_EQ(outcome.out, "drawn\n");
+    EXPECT_THAT(outcome.err, StartsWith("\r\x1b[Kdrawing: 1 s"));
+    EXPECT_THAT(outcome.err, testing::EndsWith("\r\x1b[K"));
 }
 
 TEST_F(Draw, SaysThatABitmapIsCoarse) {
@@ -152,6 +201,15 @@ TEST_F(Draw, SuggestsTheElementThatWasMeant) {
               "  did you mean 'upper'?\n");
 }
 
+TEST_F(Draw, SaysThatNoNeighbourhoodIsDrawnInsideAComposite) {
+    SampleCircuit circuit;
+    addModulator(circuit);
+    circuit.save(tool.path("m.vrl"));
+    EXPECT_EQ(refused({"m.vrl", "-o", "m.svg", "--around", "arms/upper"}),
+              "vrl: 'arms/upper': is inside 'arms', and --around takes top-level elements\n"
+              "  '--around \"arms\" --depth 1' draws that with its inside\n");
+}
+
 TEST_F(Draw, TellsWhatIsHidden) {
     auto const outcome = tool.run("draw", {"a.vrl", "-o", "a.svg", "--max", "4"});
     EXPECT_EQ(outcome.err, "vrl: a.vrl: hidden: 2 of 6 elements, past the limit of 4\n");
@@ -189,6 +247,13 @@ TEST_F(Draw, RefusesABlockThatIsNoCircuit) {
     file.close();
     EXPECT_EQ(refused({"bend.vrl", "-o", "a.svg"}), "vrl: bend.vrl: holds a 'sfBend' and no circuit\n"
                                                     "  'vrl show' shows what it holds\n");
+}
+
+TEST(Show, DoesNotGiveTheListingAsJson) {
+    auto const outcome = Tool().run("show", {"a.vrl", "--json", "--listing"});
+    EXPECT_EQ(outcome.err, "vrl: --json excludes --listing\n"
+                           "  'vrl show --help' tells the usage\n");
+    EXPECT_EQ(outcome.status, 2);
 }
 
 }  // namespace

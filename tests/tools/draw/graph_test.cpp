@@ -212,7 +212,7 @@ TEST(Graph, GraphvizTakesTextsThatAreEmpty) {
     circuit.elements[0].pins = {{"", vrl::EnumList::Optics, 1, true}};
     circuit.elements[1].pins = {{"", vrl::EnumList::DC, 1, false}};
     circuit.nodes[1] = {{0, 0}, {1, 0}};
-    std::string const dot = vrltool::draw::dotText(circuit, {}, vrltool::draw::selectionOf(circuit, {}));
+    std::string const dot = vrltool::draw::dotPicture(circuit, {}, vrltool::draw::selectionOf(circuit, {})).text;
     EXPECT_NE(vrltool::draw::render(dot, vrltool::draw::PictureFormat::kSvg), "");
 }
 

@@ -41,7 +41,7 @@ std::vector<std::string> firstGroups(std::string const& text, std::string const&
 
 std::string dotOf(SampleCircuit& circuit, vrltool::draw::Picture const& picture, int depth) {
     vrltool::Circuit const whole = vrltool::circuitFrom(circuit.netlist(), depth);
-    return vrltool::draw::dotText(whole, picture, vrltool::draw::selectionOf(whole, picture));
+    return vrltool::draw::dotPicture(whole, picture, vrltool::draw::selectionOf(whole, picture)).text;
 }
 
 std::string inShortLines(std::string dot) {

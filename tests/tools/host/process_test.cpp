@@ -1,6 +1,9 @@
 #include "host/process.h"
 
 #include <gtest/gtest.h>
+#include <poll.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <chrono>
 #include <csignal>
@@ -74,6 +77,33 @@ TEST(RunProgram, EndsWhatItLeftRunning) {
     runProgram(program);
     std::this_thread::sleep_for(std::chrono::seconds(3));
     EXPECT_FALSE(std::filesystem::exists(folder / "late"));
+}
+
+/// Starts a program from a process of its own, and ends that process by a signal. Whether the program, which holds a
+/// pipe open for as long as it lives, is gone soon after.
+bool endsWithItsParent(int signal) {
+    int ends[2];
+    EXPECT_EQ(pipe(ends), 0);
+    pid_t const parent = fork();
+    if (parent == 0) {
+        std::signal(signal, SIG_DFL);
+        runProgram(shell("echo > /dev/fd/" + std::to_string(ends[1]) + "; exec sleep 30"));
+        _exit(0);
+    }
+    close(ends[1]);
+    char begun = 0;
+    EXPECT_EQ(read(ends[0], &begun, 1), 1);
+    kill(parent, signal);
+    waitpid(parent, nullptr, 0);
+    pollfd polled{ends[0], POLLIN, 0};
+    bool const gone = poll(&polled, 1, 10000) == 1 && read(ends[0], &begun, 1) == 0;
+    close(ends[0]);
+    return gone;
+}
+
+TEST(RunProgram, LeavesNothingRunningWhenItsCallerIsEnded) {
+    EXPECT_TRUE(endsWithItsParent(SIGINT));
+    EXPECT_TRUE(endsWithItsParent(SIGKILL));
 }
 
 TEST(RunProgram, EndsAProgramThatClosedItsOutputAndWentOn) {

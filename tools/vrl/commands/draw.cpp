@@ -1,7 +1,9 @@
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <filesystem>
 #include <iostream>
 #include <memory>
+#include <nlohmann/json.hpp>
 
 #include "circuit/circuit.h"
 #include "cli/grammar.h"
@@ -11,12 +13,15 @@
 #include "host/design.h"
 #include "host/start.h"
 #include "text/failure.h"
+#include "text/json.h"
 
 namespace vrltool {
 
 using namespace draw;
 
 namespace {
+
+constexpr int kMostCounted = 1000000;
 
 struct Options {
     std::string file;
@@ -27,17 +32,19 @@ struct Options {
     Picture picture;
 };
 
+bool toStandardOutput(Options const& options) { return options.output.empty() || options.output == "-"; }
+
 /// The format that is asked for by name, or by the ending of the file.
 PictureFormat formatOf(Options const& options) {
-    bool const toStandardOutput = options.output.empty() || options.output == "-";
     if (!options.format.empty()) {
         if (auto const named = pictureFormat(options.format)) return *named;
-        throw Failure("--format " + options.format, "no such format", std::string("take ") + pictureFormats());
+        throw Failure("--format " + options.format, "no such format",
+                      std::string("take ") + pictureFormats() + nearFormats(options.format));
     }
     if (options.output.empty())
         throw Failure(options.file, "nothing says where the picture goes",
                       "name a file with '-o FILE.svg', or a format for standard output with '--format svg'");
-    if (toStandardOutput) return PictureFormat::kSvg;
+    if (toStandardOutput(options)) return PictureFormat::kSvg;
     std::string const ending = std::filesystem::path(options.output).extension().string();
     if (auto const named = pictureFormat(ending.empty() ? ending : ending.substr(1))) return *named;
     throw Failure(options.output,
@@ -52,8 +59,29 @@ void refuseToReplaceDesign(Options const& options) {
                       "give the picture a name of its own");
 }
 
+void refuseTwoOutputs(Options const& options) {
+    if (toStandardOutput(options))
+        throw Failure("standard output", "cannot hold both the picture and the JSON that --json asks for",
+                      "name a file for the picture with '-o FILE.svg'");
+}
+
+Json report(Options const& options, PictureFormat format, Selection const& selection, DotPicture const& drawn) {
+    auto const shown = std::count(selection.shown.begin(), selection.shown.end(), true);
+    Json json = jsonHead("draw", 1);
+    json["file"] = options.file;
+    json["output"] = options.output;
+    json["pictureFormat"] = formatName(format);
+    json["shown"] = shown;
+    json["hidden"] = selection.shown.size() - static_cast<std::size_t>(shown);
+    json["notes"] = selection.notes;
+    json["domains"] = Json::array();
+    for (auto const domain : drawn.domains) json["domains"].push_back(vrl::EnumList::getName(domain));
+    return json;
+}
+
 Outcome work(Options const& options, Common const& common) {
     PictureFormat const format = formatOf(options);
+    if (common.json) refuseTwoOutputs(options);
     refuseToReplaceDesign(options);
     startLibrary(common.config);
     Design const design = readDesign(options.file);
@@ -62,12 +90,14 @@ Outcome work(Options const& options, Common const& common) {
     Picture picture = options.picture;
     picture.legend = !options.noLegend;
     Selection const selection = selectionOf(circuit, picture);
-    std::string const bytes = render(dotText(circuit, picture, selection), format);
+    DotPicture const drawn = dotPicture(circuit, picture, selection);
+    std::string const bytes = render(drawn.text, format);
     for (std::string const& note : selection.notes) std::cerr << "vrl: " << options.file << ": " << note << '\n';
-    if (options.output.empty() || options.output == "-")
+    if (toStandardOutput(options))
         std::cout << bytes;
     else
         saveFile(options.output, bytes);
+    if (common.json) writeJson(std::cout, report(options, format, selection, drawn));
     return Outcome::kFine;
 }
 
@@ -75,27 +105,30 @@ Outcome work(Options const& options, Common const& common) {
 
 void addDraw(Grammar& grammar) {
     auto const options = std::make_shared<Options>();
-    CLI::App& command =
-        grammar.addTextOnly("draw", "draws a picture of a circuit",
-                            "  vrl draw modulator.vrl -o modulator.svg            # blocks and wires\n"
-                            "  vrl draw modulator.vrl -o modulator.pdf --depth 1  # and inside composites\n"
-                            "  vrl draw chip.vrl -o mod.png --around mod --hops 2 # one neighbourhood\n"
-                            "  vrl draw chip.vrl --format dot                     # the text for Graphviz",
-                            [options](Common const& common) { return work(*options, common); });
+    CLI::App& command = grammar.add("draw", "draws a picture of a circuit",
+                                    "  vrl draw modulator.vrl -o modulator.svg            # blocks and wires\n"
+                                    "  vrl draw modulator.vrl -o modulator.pdf --depth 1  # and inside composites\n"
+                                    "  vrl draw chip.vrl -o mod.png --around mod --hops 2 # one neighbourhood\n"
+                                    "  vrl draw chip.vrl --format dot                     # the text for Graphviz",
+                                    [options](Common const& common) { return work(*options, common); });
     command.add_option("file", options->file, "the saved design")->required()->type_name("FILE");
     command.add_option("-o,--output", options->output, "the picture: .svg, .dot, .pdf or .png; '-': standard output")
         ->type_name("FILE");
-    command.add_option("--format", options->format, "svg, dot, pdf or png, whatever the ending")->type_name("NAME");
+    command.add_option("--format", options->format, "its format, whatever the ending")->type_name("svg|dot|pdf|png");
     command.add_option("--depth", options->depth, "how many layers of composites are drawn as frames; 0: none")
         ->type_name("N")
         ->check(CLI::Range(0, 1000));
     CLI::Option* const around =
         command.add_option("--around", options->picture.around, "only this element and its neighbourhood")
-            ->type_name("ELEMENT");
+            ->type_name("ELEMENT")
+            ->check([](std::string const& name) { return std::string(name.empty() ? "names no element" : ""); });
     command.add_option("--hops", options->picture.hops, "how many connections that reaches; 1 otherwise")
         ->type_name("N")
+        ->check(CLI::Range(0, kMostCounted))
         ->needs(around);
-    command.add_option("--max", options->picture.max, "the most elements, 200 otherwise; 0: no limit")->type_name("N");
+    command.add_option("--max", options->picture.max, "the most elements, 200 otherwise; 0: no limit")
+        ->type_name("N")
+        ->check(CLI::Range(0, kMostCounted));
     command.add_flag("--parameters", options->picture.parameters, "the values of the parameters in each block");
     command.add_option("--title", options->picture.title, "a title below the picture")->type_name("TEXT");
     command.add_flag("--no-legend", options->noLegend, "no legend below it");

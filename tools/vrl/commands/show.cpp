@@ -43,7 +43,8 @@ void addShow(Grammar& grammar) {
                                     "  vrl show --json modulator.vrl     # everything, for programs",
                                     [options](Common const& common) { return show(*options, common); });
     command.add_option("file", options->file, "the saved design")->required()->type_name("FILE");
-    command.add_flag("--listing", options->listing, "the text listing of all saved members");
+    command.add_flag("--listing", options->listing, "the text listing of all saved members")
+        ->excludes(command.get_option("--json"));
 }
 
 }  // namespace vrltool

@@ -36,7 +36,7 @@ class Drawing {
 public:
     Drawing(Picture const& p, Selection const& s) : picture(p), selection(s) {}
 
-    std::string text(Circuit const& circuit);
+    DotPicture of(Circuit const& circuit);
 
 private:
     void writeLevel(Level const& level);
@@ -182,7 +182,7 @@ void Drawing::writeLevel(Level const& level) {
         writeWires(os, indent, level.prefix + "n" + std::to_string(node), ends);
 }
 
-std::string Drawing::text(Circuit const& circuit) {
+DotPicture Drawing::of(Circuit const& circuit) {
     writeLevel(Level(circuit, selection));
     std::string const label = caption(picture, occurring, selection.notes);
     std::ostringstream whole;
@@ -191,13 +191,13 @@ std::string Drawing::text(Circuit const& circuit) {
           << ", fontsize=10, labelloc=b, labeljust=l, tooltip=\" \"" << haste(drawn);
     if (!label.empty()) whole << ", label=<" << label << ">";
     whole << "];\n" << kFonts << os.str() << "}\n";
-    return whole.str();
+    return {whole.str(), occurring.domains};
 }
 
 }  // namespace
 
-std::string dotText(Circuit const& circuit, Picture const& picture, Selection const& selection) {
-    return Drawing(picture, selection).text(circuit);
+DotPicture dotPicture(Circuit const& circuit, Picture const& picture, Selection const& selection) {
+    return Drawing(picture, selection).of(circuit);
 }
 
 }  // namespace vrltool::draw

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <set>
 #include <string>
 
 #include "circuit/circuit.h"
@@ -8,11 +9,17 @@
 
 namespace vrltool::draw {
 
+/// A picture as a text, and what is in it.
+struct DotPicture {
+    std::string text;
+    std::set<vrl::EnumList::Domain> domains;  ///< of the ports that are drawn
+};
+
 /// The picture of a circuit in the language of Graphviz, for its program dot.
 ///
 /// A block has its inputs at the left, its outputs at the right and its electrical ports below. An open composite is a
 /// frame with its outer ports on its edges, each joined to its node of the boundary inside where there are as many of
 /// them on that side as ports. The ids of all things are made from their places; names stand in labels only.
-std::string dotText(Circuit const& circuit, Picture const& picture, Selection const& selection);
+DotPicture dotPicture(Circuit const& circuit, Picture const& picture, Selection const& selection);
 
 }  // namespace vrltool::draw

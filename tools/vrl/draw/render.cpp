@@ -9,6 +9,8 @@
 
 #include "host/process.h"
 #include "text/failure.h"
+#include "text/near_names.h"
+#include "text/progress.h"
 #include "text/table.h"
 
 namespace vrltool::draw {
@@ -65,6 +67,13 @@ void checkEnd(Ended const& ended) {
                       "write the text for it with '-o FILE.dot', and see what it makes of that");
 }
 
+/// Counts the seconds at a terminal; the counter is wiped before anything is said of the end.
+Ended runWithCounter(Program program) {
+    Progress progress("drawing:", "s");
+    program.waiting = [&progress](std::size_t seconds) { progress.at(seconds); };
+    return runProgram(program);
+}
+
 /// Bitmaps have a largest size, past which Graphviz makes them coarser.
 void tellOfCoarseness(Ended const& ended) {
     if (ended.err.find("too large") != std::string::npos)
@@ -81,15 +90,26 @@ std::optional<PictureFormat> pictureFormat(std::string const& name) {
     return std::nullopt;
 }
 
+std::string formatName(PictureFormat format) {
+    return std::find_if(std::begin(kFormats), std::end(kFormats),
+                        [&](FormatName const& known) { return known.format == format; })
+        ->name;
+}
+
 char const* pictureFormats() { return "svg, dot, pdf or png"; }
+
+std::string nearFormats(std::string const& wrong) {
+    std::vector<std::string> names;
+    for (FormatName const& entry : kFormats) names.push_back(entry.name);
+    std::string const near = didYouMean(wrong, names);
+    return near.empty() ? near : "; " + near;
+}
 
 std::string render(std::string const& dotText, PictureFormat format) {
     if (format == PictureFormat::kDot) return dotText;
-    auto const entry = std::find_if(std::begin(kFormats), std::end(kFormats),
-                                    [&](FormatName const& known) { return known.format == format; });
-    std::vector<std::string> words{"dot", std::string("-T") + entry->name};
+    std::vector<std::string> words{"dot", "-T" + formatName(format)};
     if (format == PictureFormat::kPng) words.push_back("-Gdpi=144");
-    Ended ended = runProgram({words, dotText, "", kPatienceSeconds});
+    Ended ended = runWithCounter({words, dotText, "", kPatienceSeconds});
     checkEnd(ended);
     tellOfCoarseness(ended);
     if (format == PictureFormat::kSvg) return cleanSvg(std::move(ended.out));

@@ -11,8 +11,14 @@ enum class PictureFormat { kSvg, kDot, kPdf, kPng };
 /// The format of a name ("svg") in whatever case; nothing for another one.
 std::optional<PictureFormat> pictureFormat(std::string const& name);
 
+/// "svg", ...
+std::string formatName(PictureFormat format);
+
 /// "svg, dot, pdf or png".
 char const* pictureFormats();
+
+/// "; did you mean 'svg'?" behind a cure, or nothing without a near one.
+std::string nearFormats(std::string const& wrong);
 
 /// The bytes of a picture that Graphviz makes of its text: the same for the same text, since what tells the time and
 /// the maker is taken out. A Failure says that Graphviz is not there, or that it did not manage;

@@ -57,11 +57,23 @@ private:
     std::vector<std::size_t> inOrder;
 };
 
+/// Says of a path such as "arms/upper" why it is not taken.
+void refuseWhatIsInside(Circuit const& circuit, std::string const& path) {
+    for (Element const& element : circuit.elements) {
+        std::string const composite = element.label();
+        if (!isComposite(element) || path.compare(0, composite.size() + 1, composite + "/") != 0) continue;
+        std::string const name = printable(composite);
+        throw Failure("'" + printable(path) + "'", "is inside '" + name + "', and --around takes top-level elements",
+                      "'--around \"" + name + "\" --depth 1' draws that with its inside");
+    }
+}
+
 std::size_t elementNamed(Circuit const& circuit, std::string const& name) {
     auto const& elements = circuit.elements;
     auto const found =
         std::find_if(elements.begin(), elements.end(), [&](Element const& e) { return e.label() == name; });
     if (found != elements.end()) return static_cast<std::size_t>(found - elements.begin());
+    refuseWhatIsInside(circuit, name);
     std::vector<std::string> names;
     for (Element const& element : elements) names.push_back(element.label());
     throw Failure("'" + printable(name) + "'", "the circuit has no element of that name", didYouMean(name, names));

@@ -4,6 +4,9 @@
 #include <poll.h>
 #include <sys/wait.h>
 #include <unistd.h>
+#ifdef __linux__
+#    include <sys/prctl.h>
+#endif
 
 #include <algorithm>
 #include <array>
@@ -50,9 +53,19 @@ struct Pipes {
     Pipe in, out, err, started;
 };
 
+// An interrupt at the terminal ends this program and does not reach the group of the other, which the system ends then.
+// The parent may have gone before that was asked for.
+void endWithParent(pid_t parent) {
+#ifdef __linux__
+    prctl(PR_SET_PDEATHSIG, SIGKILL);
+#endif
+    if (getppid() != parent) _exit(126);
+}
+
 // Between fork and exec: only what is safe after a fork of a program with threads.
-[[noreturn]] void becomeProgram(Pipes& pipes, char* const* words, char const* folder) {
+[[noreturn]] void becomeProgram(Pipes& pipes, pid_t parent, char* const* words, char const* folder) {
     setpgid(0, 0);
+    endWithParent(parent);
     dup2(pipes.in.from.get(), STDIN_FILENO);
     dup2(pipes.out.to.get(), STDOUT_FILENO);
     dup2(pipes.err.to.get(), STDERR_FILENO);
@@ -138,8 +151,9 @@ Ended runProgram(Program const& program) {
     auto const words = pointersTo(program.words);
     auto const oldHandler = std::signal(SIGPIPE, SIG_IGN);
     auto const deadline = Clock::now() + std::chrono::seconds(program.seconds);
+    pid_t const parent = getpid();
     pid_t const child = fork();
-    if (child == 0) becomeProgram(pipes, words.data(), program.folder.c_str());
+    if (child == 0) becomeProgram(pipes, parent, words.data(), program.folder.c_str());
     for (Descriptor* end : {&pipes.in.from, &pipes.out.to, &pipes.err.to, &pipes.started.to}) end->reset();
     if (child > 0) {
         int reason = 0;

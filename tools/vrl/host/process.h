@@ -31,7 +31,7 @@ struct Ended {
     std::string how() const;
 };
 
-/// Runs a program to its end. It sees the environment of this one.
+/// Runs a program to its end. It sees the environment of this one, and ends with this one, however that ends.
 Ended runProgram(Program const& program);
 
 /// The path of the program that is running.
