@@ -27,8 +27,10 @@ struct Conformance {
 
     /// The number of checks with that verdict.
     std::size_t count(Verdict verdict) const;
+    /// The number of checks of that severity that failed.
+    std::size_t failures(Severity severity) const;
     /// Whether a check of severity error failed.
-    bool failed() const;
+    bool failed() const { return failures(Severity::kError) > 0; }
 };
 
 /// Which checks are to run, and how.
@@ -36,6 +38,7 @@ struct Plan {
     std::vector<std::string> plugins;
     std::string config;                ///< a configuration whose libraries count as other plug-ins
     std::vector<Check const*> checks;  ///< in their order
+    std::vector<Check const*> needed;  ///< run as well, and told only where they hinder one of these
     unsigned seconds = 10;             ///< the time of each
 };
 
