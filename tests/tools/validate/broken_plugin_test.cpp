@@ -310,6 +310,7 @@ TEST(BrokenPluginNeeds, RunsWhatACheckNeedsAndNamesItAsTheHindrance) {
                                                               "  saved      not run  'loads' failed\n"
                                                               "\n"
                                                               "2 checks: 0 passed, 0 failed, 0 warnings, 2 not run\n");
+    EXPECT_EQ(shown.status, 1);
 }
 
 TEST(BrokenPluginBounds, MayBeInfinite) {

@@ -145,6 +145,12 @@ std::size_t Conformance::failures(Severity severity) const {
     }));
 }
 
+bool Conformance::failed() const {
+    bool const hindered =
+        std::any_of(results.begin(), results.end(), [](CheckResult const& result) { return result.hindered; });
+    return hindered || failures(Severity::kError) > 0;
+}
+
 std::vector<Conformance> checkPlugins(Plan const& plan) {
     Progress progress("checking", "checks", plan.plugins.size() * plan.checks.size());
     std::vector<Conformance> all;
