@@ -148,6 +148,9 @@ Case const kKinds[] = {
     {"BoundsSwapped", "defaults-in-range", "FAIL",
      "  block 'brBlock', parameter 'length': has bounds in the wrong order: 100 to 1\n"
      "    cure: the bounds belong to the range: minimum <= default <= maximum\n"},
+    {"BoundsNoNumbers", "defaults-in-range", "FAIL",
+     "  block 'brBlock', parameter 'length': has bounds that are no numbers: nan to 100\n"
+     "    cure: the bounds belong to the range: minimum <= default <= maximum\n"},
     {"TextForm", "text-forms", "FAIL",
      "  parameter type 'brReach': was set to '5 um' and reads back '5 um!'\n"
      "    cure: override getStringValue, setStringValue, toTex and toCpp together\n"},
@@ -207,8 +210,13 @@ TEST(BrokenPluginOrder, TellsAKeyThatIsMissingBehindAnotherPlugin) {
         "validate", {"--only", "two-plugins", "--only", "key-clash", pluginFile("NeedsToBeFirst"), pluginFile("None")});
     EXPECT_EQ(shown.out, pluginFile("NeedsToBeFirst") +
                              "\n"
-                             "  two-plugins  pass     with 1 other\n"
+                             "  two-plugins  FAIL     1 finding\n"
                              "  key-clash    warning  4 findings\n"
+                             "\n"
+                             "two-plugins: FAIL\n"
+                             "  expected: it loads before and after others, with the same keys in either order\n"
+                             "  block 'brBlock': is not registered when it is loaded behind lib_wn_None.so.5.1.3\n"
+                             "    cure: register the same keys whatever is there already\n"
                              "\n"
                              "key-clash: warning\n"
                              "  expected: no other plug-in has one of its keys\n"
@@ -219,7 +227,7 @@ TEST(BrokenPluginOrder, TellsAKeyThatIsMissingBehindAnotherPlugin) {
                              "    cure: begin keys with a prefix of your own: the last plug-in that registers a key "
                              "wins\n"
                              "\n"
-                             "2 checks: 1 passed, 0 failed, 1 warning, 0 not run\n"
+                             "2 checks: 0 passed, 1 failed, 1 warning, 0 not run\n"
                              "\n" +
                              pluginFile("None") +
                              "\n"
@@ -236,7 +244,7 @@ TEST(BrokenPluginOrder, TellsAKeyThatIsMissingBehindAnotherPlugin) {
                              "wins\n"
                              "\n"
                              "2 checks: 1 passed, 0 failed, 1 warning, 0 not run\n");
-    EXPECT_EQ(shown.status, 0);
+    EXPECT_EQ(shown.status, 1);
 }
 
 TEST(BrokenPluginOrder, TellsWhatAConfiguredPluginHinders) {
@@ -250,11 +258,68 @@ TEST(BrokenPluginOrder, TellsWhatAConfiguredPluginHinders) {
                              "\n"
                              "two-plugins: FAIL\n"
                              "  expected: it loads before and after others, with the same keys in either order\n"
-                             "  block 'brBlock': is not there when it is loaded behind demo.ini\n"
+                             "  block 'brBlock': is not registered when it is loaded behind demo.ini\n"
                              "    cure: register the same keys whatever is there already\n"
                              "\n"
                              "1 check: 0 passed, 1 failed, 0 warnings, 0 not run\n");
     EXPECT_EQ(shown.status, 1);
+}
+
+/// What the first plug-in is told of others; the table alone, without the summaries.
+std::string amongOthers(Tool const& tool, std::vector<std::string> const& faults) {
+    std::vector<std::string> words{"--seconds", "6", "--only", "two-plugins,key-clash"};
+    for (std::string const& fault : faults) words.push_back(pluginFile(fault));
+    std::string const out = tool.run("validate", words).out;
+    auto const start = out.find('\n') + 1;
+    return out.substr(start, out.find("\n\n") + 1 - start);
+}
+
+TEST(BrokenPluginOrder, BlamesNoneForAnotherThatDoesNotLoadByItself) {
+    Tool const tool;
+    EXPECT_EQ(amongOthers(tool, {"None", "Throws"}),
+              "  two-plugins  not run  lib_wn_Throws.so.5.1.3 does not load by itself\n"
+              "  key-clash    not run  lib_wn_Throws.so.5.1.3 does not load by itself\n");
+    EXPECT_EQ(amongOthers(tool, {"None", "Exits", "BringsNothing", "Hangs"}),
+              "  two-plugins  not run  lib_wn_Exits.so.5.1.3 does not load by itself; lib_wn_BringsNothing.so.5.1.3 "
+              "brings no keys; lib_wn_Hangs.so.5.1.3 does not load by itself\n"
+              "  key-clash    not run  lib_wn_Exits.so.5.1.3 does not load by itself; lib_wn_BringsNothing.so.5.1.3 "
+              "brings no keys; lib_wn_Hangs.so.5.1.3 does not load by itself\n");
+}
+
+TEST(BrokenPluginOrder, LooksAtThoseThatLoadBesideOneThatDoesNot) {
+    Tool const tool;
+    EXPECT_EQ(amongOthers(tool, {"None", "Throws", "NeedsToBeFirst"}),
+              "  two-plugins  pass     with 1 other; lib_wn_Throws.so.5.1.3 does not load by itself\n"
+              "  key-clash    warning  4 findings\n");
+}
+
+TEST(BrokenPluginOrder, ComparesNothingForOneWithoutKeys) {
+    Tool const tool;
+    EXPECT_EQ(amongOthers(tool, {"BringsNothing", "None"}), "  two-plugins  not run  'brings-keys' failed\n"
+                                                            "  key-clash    not run  'brings-keys' failed\n");
+    auto const shown = tool.run("validate", {"--skip", "brings-keys", "--only", "two-plugins",
+                                             pluginFile("BringsNothing"), pluginFile("None")});
+    EXPECT_NE(shown.out.find("  two-plugins  not run  it brings no keys\n"), std::string::npos) << shown.out;
+}
+
+TEST(BrokenPluginNeeds, RunsWhatACheckNeedsAndNamesItAsTheHindrance) {
+    Tool const tool;
+    auto const shown = tool.run("validate", {"--only", "saved,described", pluginFile("CrashesInConstructor")});
+    EXPECT_EQ(shown.out, pluginFile("CrashesInConstructor") + "\n"
+                                                              "  described  not run  'loads' failed\n"
+                                                              "  saved      not run  'loads' failed\n"
+                                                              "\n"
+                                                              "2 checks: 0 passed, 0 failed, 0 warnings, 2 not run\n");
+    EXPECT_EQ(shown.status, 1);
+}
+
+TEST(BrokenPluginBounds, MayBeInfinite) {
+    Tool const tool;
+    auto const shown = tool.run("validate", {"--only", "defaults-in-range", pluginFile("BoundsInfinite")});
+    EXPECT_EQ(shown.out, pluginFile("BoundsInfinite") + "\n"
+                                                        "  defaults-in-range  pass\n"
+                                                        "\n"
+                                                        "1 check: 1 passed, 0 failed, 0 warnings, 0 not run\n");
 }
 
 }  // namespace

@@ -29,6 +29,18 @@ TEST(ValidateFile, TellsAMissingFile) {
                                                          "    cure: give the path of the plug-in\n");
 }
 
+TEST(ValidateFile, TellsANameThatIsTooLong) {
+    Tool const tool;
+    std::string const name(300, 'n');
+    EXPECT_EQ(findings(tool, "regular-file", name), "  " + name +
+                                                        ": cannot be looked at: File name too long\n"
+                                                        "    cure: give the path of the plug-in\n");
+    tool.write("empty.so", "");
+    auto const shown = tool.run("validate", {"--only", "regular-file", "empty.so", name});
+    EXPECT_EQ(shown.err, "");
+    EXPECT_EQ(shown.status, 1);
+}
+
 TEST(ValidateFile, TellsAFolder) {
     Tool const tool;
     std::filesystem::create_directory(tool.path("folder.so"));

@@ -1,5 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
+
+#include <filesystem>
 #include <nlohmann/json.hpp>
 
 #include "tests/tools/tool.h"
@@ -82,6 +85,7 @@ TEST(Validate, TellsFindingsToPrograms) {
       "conforms": false,
       "passed": 0,
       "failed": 1,
+      "warnings": 0,
       "notRun": 0,
       "checks": [
         {
@@ -149,6 +153,46 @@ TEST(Validate, RefusesAConfigurationThatIsNotThere) {
     EXPECT_EQ(shown.err, "vrl: gone.ini: cannot read this configuration file\n"
                          "  give a readable file with --config FILE, or none\n");
     EXPECT_EQ(shown.status, 2);
+}
+
+TEST(Validate, RefusesAConfigurationThatIsNoFile) {
+    Tool const tool;
+    ASSERT_EQ(mkfifo(tool.path("pipe").c_str(), 0600), 0);
+    std::filesystem::create_directory(tool.path("folder"));
+    for (std::string const name : {"pipe", "folder"}) {
+        auto const shown = tool.run("validate", {"--config", name, kDemo});
+        EXPECT_EQ(shown.err, "vrl: " + name +
+                                 ": is not a regular file\n"
+                                 "  give a configuration file with --config FILE\n");
+        EXPECT_EQ(shown.status, 2);
+    }
+}
+
+TEST(Validate, TakesListsOfChecks) {
+    Tool const tool;
+    takeSamples(tool);
+    auto const shown = tool.run("validate", {"--only", "loads,machine,regular-file", "--skip", "machine,loads", kDemo});
+    EXPECT_EQ(shown.out, std::string(kDemo) + "\n"
+                                              "  regular-file  pass\n"
+                                              "\n"
+                                              "1 check: 1 passed, 0 failed, 0 warnings, 0 not run\n");
+    EXPECT_EQ(shown.err, "");
+}
+
+TEST(Validate, CountsWarningsApartFromFailures) {
+    Tool const tool;
+    auto const shown = tool.run("validate", {"--json", "--only", "described", brokenFile("Undescribed")});
+    auto const plugin = nlohmann::json::parse(shown.out)["plugins"][0];
+    EXPECT_EQ(plugin["failed"], 0);
+    EXPECT_EQ(plugin["warnings"], 1);
+    EXPECT_EQ(plugin["conforms"], true);
+}
+
+TEST(Validate, ShowsAtATerminalThatACheckIsStillRunning) {
+    Tool const tool;
+    auto const shown =
+        tool.runAtTerminal("validate", {"--seconds", "3", "--only", "entry-returns", brokenFile("Hangs")});
+    EXPECT_NE((shown.out + shown.err).find("checking 0 of 1 checks"), std::string::npos) << shown.out << shown.err;
 }
 
 TEST(Validate, RefusesToCheckNothing) {

@@ -1,6 +1,8 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <filesystem>
 #include <fstream>
+#include <functional>
 #include <iostream>
 #include <memory>
 #include <nlohmann/json.hpp>
@@ -44,10 +46,6 @@ std::vector<Check const*> checksOf(std::vector<std::string> const& ids) {
     return checks;
 }
 
-bool holds(std::vector<Check const*> const& checks, Check const& check) {
-    return std::find(checks.begin(), checks.end(), &check) != checks.end();
-}
-
 std::vector<Check const*> chosenChecks(Options const& options) {
     auto const only = checksOf(options.only);
     auto const skip = checksOf(options.skip);
@@ -58,20 +56,49 @@ std::vector<Check const*> chosenChecks(Options const& options) {
     return chosen;
 }
 
+/// Of the checks that are not told, those without which the others cannot be judged. What is skipped stays out.
+std::vector<Check const*> neededChecks(std::vector<Check const*> const& chosen, Options const& options) {
+    auto const skip = checksOf(options.skip);
+    std::vector<Check const*> needed;
+    std::function<void(Check const&)> const need = [&](Check const& check) {
+        for (Check const* const other : checksOf(check.needs)) {
+            if (!holds(chosen, *other) && !holds(needed, *other) && !holds(skip, *other)) needed.push_back(other);
+            need(*other);
+        }
+    };
+    for (Check const* const check : chosen) need(*check);
+    return needed;
+}
+
+/// A pipe would keep its reader waiting, and a folder opens like a file. The checks read it in processes of their own.
 void checkConfig(std::string const& config) {
-    if (!config.empty() && !std::ifstream(config))
-        throw Failure(config, "cannot read this configuration file",
+    std::error_code error;
+    auto const status = std::filesystem::status(config, error);
+    if (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status))
+        throw Failure(config, "is not a regular file", "give a configuration file with --config FILE");
+    std::ifstream file(config);
+    if (!file || file.peek() == std::ifstream::traits_type::eof())
+        throw Failure(config, file.eof() ? "the configuration file is empty" : "cannot read this configuration file",
                       "give a readable file with --config FILE, or none");
+}
+
+/// An option that takes one word or a list each time, and may come several times.
+void addRepeated(CLI::App& command, std::string const& name, std::vector<std::string>& words, std::string const& text) {
+    command.add_option(name, words, text + "; repeatable, or a list with commas")
+        ->type_name("CHECK")
+        ->allow_extra_args(false)
+        ->delimiter(',');
 }
 
 Outcome work(Options const& options, Common const& common) {
     if (options.list) return listChecks(common);
     if (options.plan.plugins.empty())
         throw Failure("no plug-in given", "there is nothing to check", "vrl validate PLUGIN..., or --list");
-    checkConfig(common.config);
+    if (!common.config.empty()) checkConfig(common.config);
     Plan plan = options.plan;
     plan.config = common.config;
     plan.checks = chosenChecks(options);
+    plan.needed = neededChecks(plan.checks, options);
     auto const all = checkPlugins(plan);
     if (common.json)
         writeJson(std::cout, conformanceJson(all));
@@ -95,12 +122,8 @@ void addValidate(Grammar& grammar) {
         "With --config, how a plug-in gets on with the libraries of that configuration is checked, too.",
         [options](Common const& common) { return work(*options, common); });
     command.add_option("plugins", options->plan.plugins, "the plug-ins")->type_name("FILE");
-    command.add_option("--only", options->only, "run this check; several times for several")
-        ->type_name("CHECK")
-        ->allow_extra_args(false);
-    command.add_option("--skip", options->skip, "leave this check out; several times for several")
-        ->type_name("CHECK")
-        ->allow_extra_args(false);
+    addRepeated(command, "--only", options->only, "run this check and no others");
+    addRepeated(command, "--skip", options->skip, "leave this check out");
     command.add_option("--seconds", options->plan.seconds, "the time that each check may take")
         ->type_name("N")
         ->check(CLI::Range(1, 3600))

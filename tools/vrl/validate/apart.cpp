@@ -52,12 +52,13 @@ Apart parted(std::string const& bytes) {
 
 }  // namespace
 
-Apart workApart(std::function<std::vector<std::string>()> const& work) {
+Apart workApart(std::function<std::vector<std::string>()> const& work, unsigned seconds) {
     int ends[2];
     if (pipe(ends) != 0) return {"no pipe could be made", {}};
     pid_t const child = fork();
     if (child == 0) {
         close(ends[0]);
+        alarm(seconds);
         answer(ends[1], work);
     }
     close(ends[1]);

@@ -13,7 +13,7 @@ struct Apart {
 };
 
 /// Works in a copy of this process, which ends with the work: what is loaded there is not loaded here. Texts hold no
-/// zero bytes.
-Apart workApart(std::function<std::vector<std::string>()> const& work);
+/// zero bytes. It is ended after that many seconds, unless they are 0.
+Apart workApart(std::function<std::vector<std::string>()> const& work, unsigned seconds = 0);
 
 }  // namespace vrltool::validate

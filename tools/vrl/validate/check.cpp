@@ -1,5 +1,7 @@
 #include "validate/check.h"
 
+#include <algorithm>
+
 #include "text/failure.h"
 #include "text/near_names.h"
 
@@ -123,6 +125,10 @@ Check const& findCheck(std::string const& id) {
     }
     std::string const near = didYouMean(id, ids);
     throw Failure("no check '" + id + "'", "'vrl validate --list' lists them", near);
+}
+
+bool holds(std::vector<Check const*> const& checks, Check const& check) {
+    return std::find(checks.begin(), checks.end(), &check) != checks.end();
 }
 
 }  // namespace vrltool::validate

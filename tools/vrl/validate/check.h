@@ -11,6 +11,7 @@ struct Job {
     std::string config;               ///< a configuration whose libraries count as others; empty for none
     std::string plugin;               ///< an absolute path
     std::vector<std::string> others;  ///< absolute paths of other plug-ins
+    unsigned seconds = 10;            ///< the time that it may take
 };
 
 /// One thing that is wrong.
@@ -69,6 +70,9 @@ std::vector<Check> const& allChecks();
 
 /// The check of that id; a Failure names near ones.
 Check const& findCheck(std::string const& id);
+
+/// Whether a check is one of those.
+bool holds(std::vector<Check const*> const& checks, Check const& check);
 
 /// @name The work of the checks, by family.
 /// @{

@@ -7,6 +7,7 @@
 
 #include <array>
 #include <cstdio>
+#include <cstdlib>
 #include <iostream>
 #include <iterator>
 #include <nlohmann/json.hpp>
@@ -74,7 +75,8 @@ void Report::done() { tell("done", {}); }
 
 std::string jobBytes(Job const& job) {
     std::string bytes;
-    for (std::string const& word : {job.check, job.config, job.plugin}) bytes += word + '\0';
+    for (std::string const& word : {job.check, std::to_string(job.seconds), job.config, job.plugin})
+        bytes += word + '\0';
     for (std::string const& other : job.others) bytes += other + '\0';
     return bytes;
 }
@@ -86,8 +88,9 @@ Job jobOf(std::string const& bytes) {
             words.emplace_back();
         else
             words.back() += c;
-    if (words.size() < 4) throw Failure("validate-check", "got no job", "'vrl validate' calls it");
-    return {words[0], words[1], words[2], {words.begin() + 3, words.end() - 1}};
+    if (words.size() < 5) throw Failure("validate-check", "got no job", "'vrl validate' calls it");
+    auto const seconds = static_cast<unsigned>(std::strtoul(words[1].c_str(), nullptr, 10));
+    return {words[0], words[2], words[3], {words.begin() + 4, words.end() - 1}, seconds};
 }
 
 std::string printedSoFar() {

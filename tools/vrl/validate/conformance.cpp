@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <functional>
 #include <map>
 #include <nlohmann/json.hpp>
 #include <sstream>
@@ -57,11 +58,12 @@ std::string howItEnded(Ended const& ended, Told const& told, unsigned seconds) {
     return how + (told.step.empty() ? "" : ": " + told.step);
 }
 
-CheckResult runCheck(Check const& check, Job const& job, unsigned seconds) {
+CheckResult runCheck(Check const& check, Job const& job, unsigned seconds, std::function<void()> const& waiting) {
     Program program;
     program.words = {ownProgram(), "validate-check"};
     program.input = jobBytes(job);
     program.seconds = seconds;
+    program.waiting = [&](std::size_t) { waiting(); };
     Ended const ended = runProgram(program);
     Told told = toldBy(ended.out);
     if (!ended.fine() || !told.done) told.result.findings.push_back({"", howItEnded(ended, told, seconds), ""});
@@ -77,13 +79,13 @@ CheckResult runCheck(Check const& check, Job const& job, unsigned seconds) {
     return result;
 }
 
-/// Of those that a check needs, why it cannot run; empty if it can. A check that was not asked for is no hindrance.
-std::string hindrance(Check const& check, std::map<std::string, CheckResult const*> const& before) {
+/// Of those that a check needs, why it cannot run; empty if it can. A check that was skipped is no hindrance.
+std::string hindrance(Check const& check, std::map<std::string, CheckResult> const& before) {
     for (std::string const& id : check.needs) {
         auto const needed = before.find(id);
         if (needed == before.end()) continue;
-        if (needed->second->verdict == Verdict::kFail) return "'" + id + "' failed";
-        if (needed->second->hindered) return needed->second->note;
+        if (needed->second.verdict == Verdict::kFail) return "'" + id + "' failed";
+        if (needed->second.hindered) return needed->second.note;
     }
     return {};
 }
@@ -99,11 +101,13 @@ std::string realPath(std::string const& path) {
 }
 
 Job jobFor(std::string const& plugin, Plan const& plan) {
+    std::error_code ignored;
     Job job;
     job.plugin = absolutePath(plugin);
+    job.seconds = plan.seconds;
     if (!plan.config.empty()) job.config = absolutePath(plan.config);
     for (std::string const& other : plan.plugins)
-        if (realPath(other) != realPath(plugin) && fs::is_regular_file(fs::path(other)))
+        if (realPath(other) != realPath(plugin) && fs::is_regular_file(other, ignored))
             job.others.push_back(absolutePath(other));
     return job;
 }
@@ -111,16 +115,19 @@ Job jobFor(std::string const& plugin, Plan const& plan) {
 /// `done`: the checks of the plug-ins before it.
 Conformance checkPlugin(std::string const& plugin, Plan const& plan, Progress& progress, std::size_t done) {
     Conformance conformance{plugin, {}};
-    conformance.results.reserve(plan.checks.size());  // results are pointed to while more of them come
     Job job = jobFor(plugin, plan);
-    std::map<std::string, CheckResult const*> before;
-    for (Check const* check : plan.checks) {
-        progress.at(done + conformance.results.size());
-        job.check = check->id;
-        std::string const why = hindrance(*check, before);
-        conformance.results.push_back(why.empty() ? runCheck(*check, job, plan.seconds)
-                                                  : CheckResult{check, Verdict::kNotRun, why, {}, true});
-        before[check->id] = &conformance.results.back();
+    auto const show = [&] { progress.at(done + conformance.results.size()); };
+    std::map<std::string, CheckResult> before;
+    for (Check const& check : allChecks()) {
+        bool const told = holds(plan.checks, check);
+        if (!told && !holds(plan.needed, check)) continue;
+        show();
+        job.check = check.id;
+        std::string const why = hindrance(check, before);
+        CheckResult const result = why.empty() ? runCheck(check, job, plan.seconds, show)
+                                               : CheckResult{&check, Verdict::kNotRun, why, {}, true};
+        before.emplace(check.id, result);
+        if (told) conformance.results.push_back(result);
     }
     return conformance;
 }
@@ -132,10 +139,16 @@ std::size_t Conformance::count(Verdict verdict) const {
         results.begin(), results.end(), [&](CheckResult const& result) { return result.verdict == verdict; }));
 }
 
+std::size_t Conformance::failures(Severity severity) const {
+    return static_cast<std::size_t>(std::count_if(results.begin(), results.end(), [&](CheckResult const& result) {
+        return result.verdict == Verdict::kFail && result.check->severity == severity;
+    }));
+}
+
 bool Conformance::failed() const {
-    return std::any_of(results.begin(), results.end(), [](CheckResult const& result) {
-        return result.verdict == Verdict::kFail && result.check->severity == Severity::kError;
-    });
+    bool const hindered =
+        std::any_of(results.begin(), results.end(), [](CheckResult const& result) { return result.hindered; });
+    return hindered || failures(Severity::kError) > 0;
 }
 
 std::vector<Conformance> checkPlugins(Plan const& plan) {

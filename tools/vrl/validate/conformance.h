@@ -27,7 +27,9 @@ struct Conformance {
 
     /// The number of checks with that verdict.
     std::size_t count(Verdict verdict) const;
-    /// Whether a check of severity error failed.
+    /// The number of checks of that severity that failed.
+    std::size_t failures(Severity severity) const;
+    /// Whether a check of severity error failed, be it one that is not told and hinders one that is.
     bool failed() const;
 };
 
@@ -36,6 +38,7 @@ struct Plan {
     std::vector<std::string> plugins;
     std::string config;                ///< a configuration whose libraries count as other plug-ins
     std::vector<Check const*> checks;  ///< in their order
+    std::vector<Check const*> needed;  ///< run as well, and told only where they hinder one of these
     unsigned seconds = 10;             ///< the time of each
 };
 

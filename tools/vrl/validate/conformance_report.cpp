@@ -47,13 +47,10 @@ void writeFindings(std::ostream& os, std::string const& plugin, CheckResult cons
 }
 
 void writeSummary(std::ostream& os, Conformance const& conformance) {
-    std::size_t warnings = 0;
-    for (CheckResult const& result : conformance.results)
-        warnings += result.verdict == Verdict::kFail && result.check->severity == Severity::kWarning;
-    std::size_t const failed = conformance.count(Verdict::kFail) - warnings;
     os << '\n'
        << counted(conformance.results.size(), "check") << ": " << conformance.count(Verdict::kPass) << " passed, "
-       << failed << " failed, " << counted(warnings, "warning") << ", " << conformance.count(Verdict::kNotRun)
+       << conformance.failures(Severity::kError) << " failed, "
+       << counted(conformance.failures(Severity::kWarning), "warning") << ", " << conformance.count(Verdict::kNotRun)
        << " not run\n";
 }
 
@@ -97,7 +94,8 @@ Json conformanceJson(std::vector<Conformance> const& all) {
         Json plugin{{"path", conformance.path},
                     {"conforms", !conformance.failed()},
                     {"passed", conformance.count(Verdict::kPass)},
-                    {"failed", conformance.count(Verdict::kFail)},
+                    {"failed", conformance.failures(Severity::kError)},
+                    {"warnings", conformance.failures(Severity::kWarning)},
                     {"notRun", conformance.count(Verdict::kNotRun)},
                     {"checks", Json::array()}};
         for (CheckResult const& result : conformance.results) plugin["checks"].push_back(resultJson(result));

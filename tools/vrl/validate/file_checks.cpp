@@ -3,7 +3,9 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdlib>
+#include <cstring>
 #include <filesystem>
 #include <sstream>
 
@@ -113,6 +115,8 @@ std::string nearEntry(std::string const& name) {
 void checkRegularFile(Job const& job, Report& report) {
     struct stat status;
     if (stat(job.plugin.c_str(), &status) != 0) {
+        int const reason = errno;
+        if (reason != ENOENT) return report.find("", std::string("cannot be looked at: ") + std::strerror(reason));
         bool const dangling = lstat(job.plugin.c_str(), &status) == 0;
         return report.find("", dangling ? "is a link to nothing" : "there is no such file");
     }

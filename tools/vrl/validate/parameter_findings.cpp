@@ -16,6 +16,12 @@ bool isFinite(ParameterValue const& value) {
     return !complex || (std::isfinite(complex->real()) && std::isfinite(complex->imag()));
 }
 
+bool isNan(ParameterValue const& value) {
+    if (auto const* number = std::get_if<double>(&value)) return std::isnan(*number);
+    auto const* complex = std::get_if<std::complex<double>>(&value);
+    return complex && (std::isnan(complex->real()) || std::isnan(complex->imag()));
+}
+
 /// Whether two bounds are in order; complex ones are compared by their real parts, as the library does.
 bool inOrder(ParameterValue const& low, ParameterValue const& high) {
     if (auto const* number = std::get_if<double>(&low)) return *number <= std::get<double>(high);
@@ -60,8 +66,8 @@ void findWrongDefaults(std::string const& thing, vrl::Attributes& list, Report& 
         if (!isFinite(parameter.value)) report.find(name, "has the default " + parameter.text);
         if (!parameter.hasRange || std::holds_alternative<std::monostate>(parameter.min)) continue;
         std::string const bounds = valueText(parameter.min) + " to " + valueText(parameter.max);
-        if (!isFinite(parameter.min) || !isFinite(parameter.max))
-            report.find(name, "has bounds that are not finite: " + bounds);
+        if (isNan(parameter.min) || isNan(parameter.max))  // infinite ones are those of half-open ranges
+            report.find(name, "has bounds that are no numbers: " + bounds);
         else if (!inOrder(parameter.min, parameter.max))
             report.find(name, "has bounds in the wrong order: " + bounds);
         else if (!parameter.inRange)

@@ -1,7 +1,6 @@
 #include <algorithm>
 #include <filesystem>
 #include <functional>
-#include <set>
 
 #include "host/load_watch.h"
 #include "host/start.h"
@@ -19,6 +18,7 @@ namespace {
 struct Other {
     std::string name;
     std::function<void(Report&)> load;
+    std::vector<std::string> kinds{};  ///< those that it has, and of which none is the plug-in's own
 };
 
 std::vector<Other> othersOf(Job const& job) {
@@ -49,81 +49,123 @@ std::vector<std::string> presentKinds() {
     return kinds;
 }
 
-/// The kinds whose code lies in the file, or those whose code lies elsewhere.
-std::set<std::string> kindsIn(std::string const& path, bool there, std::set<std::string> const& before) {
+using Kinds = std::vector<std::string>;
+
+bool has(Kinds const& kinds, std::string const& kind) {
+    return std::find(kinds.begin(), kinds.end(), kind) != kinds.end();
+}
+
+/// The kinds whose code lies in the file, or those whose code lies elsewhere; without those that are left out.
+Kinds kindsIn(std::string const& path, bool there, Kinds const& leftOut = {}) {
     std::error_code ignored;
     std::string const file = std::filesystem::canonical(path, ignored).string();
-    std::set<std::string> kinds;
+    Kinds kinds;
     for (Target const& target : targets())
         for (auto const& [key, creator] : target.creators())
-            if ((fileOf(creator) == file) == there && (there || !before.count(told(target, key))))
-                kinds.insert(told(target, key));
+            if ((fileOf(creator) == file) == there && !has(leftOut, told(target, key)))
+                kinds.push_back(told(target, key));
+    std::sort(kinds.begin(), kinds.end());
     return kinds;
 }
 
-void reportMissing(std::vector<std::string> const& has, std::vector<std::string> const& lacks, std::string const& when,
-                   Report& report) {
-    for (std::string const& kind : has)
-        if (std::find(lacks.begin(), lacks.end(), kind) == lacks.end()) report.find(kind, "is not there " + when);
+void loadOwn(Job const& job, Report& report) { static_cast<void>(loadPlugin(job.plugin, report)); }
+
+Apart ownKinds(Job const& job, Report& report) {
+    return workApart([&] {
+        loadOwn(job, report);
+        soloader_PostLoad();
+        return kindsIn(job.plugin, true);
+    });
 }
 
-void tryOrders(Job const& job, Other const& other, Report& report) {
-    auto const own = [&] { static_cast<void>(loadPlugin(job.plugin, report)); };
-    Apart const before = workApart([&] {
-        own();
-        other.load(report);
-        soloader_PostLoad();
-        return presentKinds();
-    });
-    Apart const behind = workApart([&] {
-        other.load(report);
-        own();
-        soloader_PostLoad();
-        return presentKinds();
-    });
+/// Waits for a part of the time only: an other one that hangs is no fault of this one.
+Apart otherKinds(Job const& job, Other const& other, Report& report) {
+    return workApart(
+        [&] {
+            auto const standard = presentKinds();
+            other.load(report);
+            soloader_PostLoad();
+            return kindsIn(job.plugin, false, standard);
+        },
+        std::max<unsigned>(1, job.seconds / (job.others.size() + 2)));
+}
+
+/// What a plug-in is compared with.
+struct Company {
+    Kinds own;                  ///< the kinds that it has when it is alone
+    std::vector<Other> others;  ///< those that load by themselves, and bring kinds
+    std::string troubles;       ///< why the rest is not among them
+};
+
+/// Whether there is anything to compare; says why if not.
+bool meet(Job const& job, Company& company, Report& report) {
+    auto const others = othersOf(job);
+    if (others.empty()) return report.notRun("no other plug-in was given"), false;
+    Apart const own = ownKinds(job, report);
+    if (!own.trouble.empty()) return report.notRun("it does not load by itself: " + own.trouble), false;
+    if (own.texts.empty()) return report.notRun("it brings no keys"), false;
+    company.own = own.texts;
+    for (Other other : others) {
+        Apart const alone = otherKinds(job, other, report);
+        other.kinds = alone.texts;
+        bool const counts = alone.trouble.empty() && !alone.texts.empty();
+        if (counts) company.others.push_back(other);
+        if (!counts) company.troubles += (company.troubles.empty() ? "" : "; ") + other.name;
+        if (!counts) company.troubles += alone.trouble.empty() ? " brings no keys" : " does not load by itself";
+    }
+    if (company.others.empty()) report.notRun(company.troubles);
+    return !company.others.empty();
+}
+
+void noteOthers(Company const& company, Report& report) {
+    report.note("with " + counted(company.others.size(), "other") +
+                (company.troubles.empty() ? "" : "; " + company.troubles));
+}
+
+/// Tells the kinds of a list that another one lacks.
+void reportMissing(Kinds const& whole, Kinds const& part, Kinds const& allowed, std::string const& when,
+                   Report& report) {
+    for (std::string const& kind : whole)
+        if (!has(part, kind) && !has(allowed, kind)) report.find(kind, "is not registered " + when);
+}
+
+/// The later one keeps a key that both have, so that nothing is known of such a key where the other comes later.
+void tryOrders(Job const& job, Company const& company, Other const& other, Report& report) {
+    auto const kindsAfter = [&](std::function<void()> const& first, std::function<void()> const& second) {
+        return workApart([&] {
+            first();
+            second();
+            soloader_PostLoad();
+            return kindsIn(job.plugin, true);
+        });
+    };
+    auto const loadThis = [&] { loadOwn(job, report); };
+    auto const loadOther = [&] { other.load(report); };
+    Apart const before = kindsAfter(loadThis, loadOther);
+    Apart const behind = kindsAfter(loadOther, loadThis);
     if (!before.trouble.empty()) report.find("", before.trouble + ", loaded before " + other.name);
     if (!behind.trouble.empty()) report.find("", behind.trouble + ", loaded behind " + other.name);
     if (!before.trouble.empty() || !behind.trouble.empty()) return;
-    reportMissing(before.texts, behind.texts, "when it is loaded behind " + other.name, report);
-    reportMissing(behind.texts, before.texts, "when it is loaded before " + other.name, report);
+    reportMissing(company.own, behind.texts, {}, "when it is loaded behind " + other.name, report);
+    reportMissing(behind.texts, before.texts, other.kinds, "when it is loaded before " + other.name, report);
 }
-
-/// The kinds that an other one has, and of which none is the plug-in's own.
-Apart kindsOf(Job const& job, Other const& other, Report& report) {
-    return workApart([&] {
-        auto const standard = presentKinds();
-        other.load(report);
-        auto const kinds = kindsIn(job.plugin, false, {standard.begin(), standard.end()});
-        return std::vector<std::string>(kinds.begin(), kinds.end());
-    });
-}
-
-constexpr char kAlone[] = "no other plug-in was given";
 
 }  // namespace
 
 void checkTwoPlugins(Job const& job, Report& report) {
-    auto const others = othersOf(job);
-    if (others.empty()) return report.notRun(kAlone);
-    for (Other const& other : others) tryOrders(job, other, report);
-    report.note("with " + counted(others.size(), "other"));
+    Company company;
+    if (!meet(job, company, report)) return;
+    for (Other const& other : company.others) tryOrders(job, company, other, report);
+    noteOthers(company, report);
 }
 
 void checkKeyClash(Job const& job, Report& report) {
-    auto const others = othersOf(job);
-    if (others.empty()) return report.notRun(kAlone);
-    Apart const own = workApart([&] {
-        Keys const keys = loadPlugin(job.plugin, report);
-        std::vector<std::string> kinds;
-        for (std::size_t i = 0; i < kTargetCount; ++i)
-            for (std::string const& key : keys.of[i]) kinds.push_back(told(targets()[i], key));
-        return kinds;
-    });
-    for (Other const& other : others)
-        for (std::string const& kind : kindsOf(job, other, report).texts)
-            if (std::count(own.texts.begin(), own.texts.end(), kind))
-                report.find(kind, "is one of " + other.name + " as well");
-    report.note("with " + counted(others.size(), "other"));
+    Company company;
+    if (!meet(job, company, report)) return;
+    for (Other const& other : company.others)
+        for (std::string const& kind : other.kinds)
+            if (has(company.own, kind)) report.find(kind, "is one of " + other.name + " as well");
+    noteOthers(company, report);
 }
 
 }  // namespace vrltool::validate

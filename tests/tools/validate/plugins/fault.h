@@ -31,6 +31,8 @@ enum class Fault {
     kUndescribed,
     kOutOfRange,
     kBoundsSwapped,
+    kBoundsNoNumbers,
+    kBoundsInfinite,
     kTextForm,
     kCopyThrows,
     kRefersToOwner,

@@ -1,6 +1,8 @@
 #include "kinds.h"
 
 #include <cstdlib>
+#include <limits>
+#include <utility>
 
 namespace broken {
 
@@ -25,6 +27,14 @@ public:
         return Value::operator<<(os);
     }
 };
+
+std::pair<double, double> bounds() {
+    using Limits = std::numeric_limits<double>;
+    if (kFault == Fault::kBoundsSwapped) return {100.0, 1.0};
+    if (kFault == Fault::kBoundsNoNumbers) return {Limits::quiet_NaN(), 100.0};
+    if (kFault == Fault::kBoundsInfinite) return {1.0, Limits::infinity()};
+    return {1.0, 100.0};
+}
 
 }  // namespace
 
@@ -67,9 +77,8 @@ Block::Block(vrl::Foundry const* foundry) : BB(handedOn(foundry)) {
     if (kFault == Fault::kPortTwice) addPort("out0", vrl::EnumList::Optics);
     bool const described = kFault != Fault::kUndescribed;
     double const value = kFault == Fault::kOutOfRange ? 500.0 : 50.0;
-    bool const swapped = kFault == Fault::kBoundsSwapped;
-    addAttribute(new Number("length", value, swapped ? 100.0 : 1.0, swapped ? 1.0 : 100.0,
-                            described ? "from port to port" : "", described ? "um" : ""));
+    auto const [low, high] = bounds();
+    addAttribute(new Number("length", value, low, high, described ? "from port to port" : "", described ? "um" : ""));
     if (kFault == Fault::kParameterTwice) addDouble("length", 1.0, "again", "um");
     if (kFault == Fault::kRefersToOwner) addAttribute(new Borrowed);
 }
