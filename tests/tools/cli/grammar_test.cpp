@@ -59,6 +59,16 @@ TEST(Grammar, TellsAMissingAndASuperfluousArgument) {
                                                         "status 2\n");
 }
 
+TEST(Grammar, ShowsNoControlCharactersOfArguments) {
+    Tool const tool;
+    EXPECT_EQ(whole(tool.run("show", {"\x1b[31m.vrl"})), "vrl: \\x1B[31m.vrl: cannot be opened\n"
+                                                         "  give the path of a saved design\n"
+                                                         "status 2\n");
+    EXPECT_EQ(whole(tool.run("show", {""})), "vrl: '': cannot be opened\n"
+                                             "  give the path of a saved design\n"
+                                             "status 2\n");
+}
+
 TEST(Grammar, TellsTheVersion) {
     Tool const tool;
     EXPECT_EQ(whole(tool.run("--version")), "vrl " + std::string(vrltool::kVersion) +

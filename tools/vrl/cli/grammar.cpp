@@ -1,13 +1,15 @@
 #include "cli/grammar.h"
 
 #include <CLI/CLI.hpp>
-#include <exception>
 #include <iostream>
+#include <sstream>
 #include <utility>
 #include <vector>
 
 #include "cli/version.h"
+#include "host/foreign_work.h"
 #include "text/near_names.h"
+#include "text/table.h"
 
 namespace vrltool {
 
@@ -60,9 +62,18 @@ std::string unknownWord(CLI::App const& root, int argc, char const* const* argv)
     return {};
 }
 
+/// A text of several lines, each of them fit for a terminal.
+std::string printableLines(std::string const& text) {
+    std::istringstream lines(text);
+    std::string result;
+    for (std::string line; std::getline(lines, line);) result += (result.empty() ? "" : "\n") + printable(line);
+    return result;
+}
+
 void writeFailure(std::string const& text, std::string const& cure) {
-    std::cerr << "vrl: " << text << '\n';
-    if (!cure.empty()) std::cerr << "  " << cure << '\n';
+    bool const nameless = text.compare(0, 2, ": ") == 0;
+    std::cerr << "vrl: " << (nameless ? "''" : "") << printable(text) << '\n';
+    if (!cure.empty()) std::cerr << "  " << printableLines(cure) << '\n';
 }
 
 }  // namespace
@@ -127,12 +138,8 @@ int Grammar::run(int argc, char const* const* argv) {
         return static_cast<int>(outcome);
     } catch (Failure const& failure) {
         writeFailure(failure.what(), failure.cure());
-    } catch (std::exception const& error) {
-        writeFailure(error.what(), "");
-    } catch (char const* text) {  // the texts that the library throws
-        writeFailure(text, "");
-    } catch (std::string const& text) {
-        writeFailure(text, "");
+    } catch (...) {  // plug-ins throw whatever they like, and the library throws texts
+        writeFailure(thrownText(), "");
     }
     return static_cast<int>(Outcome::kFailed);
 }
