@@ -49,9 +49,17 @@ TEST(Grammar, TellsAnUnknownOptionWithNearOnes) {
                                                             "status 2\n");
 }
 
+TEST(Grammar, TellsAnUnknownOptionWithoutACommand) {
+    Tool const tool;
+    EXPECT_EQ(whole(tool.run("--versoin")), "vrl: no option '--versoin'\n"
+                                            "  did you mean '--version'?\n"
+                                            "  'vrl --help' tells the usage\n"
+                                            "status 2\n");
+}
+
 TEST(Grammar, TellsAMissingAndASuperfluousArgument) {
     Tool const tool;
-    EXPECT_EQ(whole(tool.run("show")), "vrl: file is required\n"
+    EXPECT_EQ(whole(tool.run("show")), "vrl: FILE is missing: the saved design\n"
                                        "  'vrl show --help' tells the usage\n"
                                        "status 2\n");
     EXPECT_EQ(whole(tool.run("diff", {"a", "b", "c"})), "vrl: The following argument was not expected: c\n"

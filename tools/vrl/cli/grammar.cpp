@@ -50,6 +50,9 @@ std::string unknownWord(CLI::App const& root, int argc, char const* const* argv)
         for (int i = 1; i < argc; ++i)
             if (argv[i][0] != '-')
                 return "no command '" + std::string(argv[i]) + "'\n" + didYouMean(argv[i], commandNames(root));
+        for (int i = 1; i < argc; ++i)
+            if (!takes(root, argv[i]))
+                return "no option '" + std::string(argv[i]) + "'\n" + didYouMean(argv[i], optionNames(root));
         return argc > 1 ? std::string() : "no command given";
     }
     for (int i = 1; i < argc; ++i) {
@@ -60,6 +63,14 @@ std::string unknownWord(CLI::App const& root, int argc, char const* const* argv)
                    didYouMean(word, optionNames(command));
     }
     return {};
+}
+
+/// The parser's words, but for an argument that is missing, of which it tells its name only.
+std::string parserText(CLI::App const& command, CLI::ParseError const& error) {
+    for (CLI::Option const* option : command.get_options())
+        if (error.what() == option->get_name() + " is required")
+            return option->get_type_name() + " is missing: " + option->get_description();
+    return error.what();
 }
 
 /// A text of several lines, each of them fit for a terminal.
@@ -123,10 +134,10 @@ int Grammar::run(int argc, char const* const* argv) {
         return root->exit(asked);
     } catch (CLI::ParseError const& error) {
         std::string const unknown = unknownWord(*root, argc, argv);
-        std::string const text = unknown.empty() ? error.what() : unknown;
+        CLI::App const& command = namedCommand(*root, argc, argv);
+        std::string const text = unknown.empty() ? parserText(command, error) : unknown;
         auto const line = text.find('\n');
         std::string const hint = line == std::string::npos ? "" : text.substr(line + 1);
-        CLI::App const& command = namedCommand(*root, argc, argv);
         writeFailure(text.substr(0, line), hint);
         std::cerr << "  'vrl " << (&command == root.get() ? "" : command.get_name() + " ")
                   << "--help' tells the usage\n";
