@@ -212,6 +212,18 @@ TEST(Describe, TellsWhatABlockThrows) {
               "vrl: NothingBlock: the plug-in hasBadBlocks makes nothing of this key\n");
 }
 
+TEST(Describe, TellsAFoundryWithABlockThatThrows) {
+    Tool const tool;
+    auto const page = tool.run("describe", {"BadFoundry", "--config", writeBrokenConfig(tool, {"badFoundry"})});
+    EXPECT_EQ(page.out.substr(page.out.find("\nblocks\n") + 1),
+              "blocks\n"
+              "  key         ports; parameters\n"
+              "  LostBlock   cannot be made: it throws 'out of masks'\n"
+              "  SoundBlock  no ports\n");
+    EXPECT_EQ(page.err, "");
+    EXPECT_EQ(page.status, 1);
+}
+
 TEST(Describe, NamesThePluginThatCrashes) {
     Tool const tool;
     EXPECT_EQ(refusalOf(tool, {"Crash/View", "--config", writeBrokenConfig(tool, {"hasBadBlocks"})}),

@@ -5,6 +5,7 @@
 
 #include "tests/support/files.h"
 #include "tests/tools/catalogue/catalogue.h"
+#include "tests/tools/sample_circuit.h"
 
 namespace {
 
@@ -14,6 +15,19 @@ using vrl_test::shown;
 using vrl_test::Tool;
 using vrl_test::writeBrokenConfig;
 using vrl_test::writeBrokenLines;
+
+/// A block that is saved under any kind.
+class NamedBlock : public vrl::BB {
+public:
+    explicit NamedBlock(std::string kind) : BB(nullptr), name(std::move(kind)) {}
+    std::string getName() const override { return name; }
+
+protected:
+    std::string getSerTypeName() override { return name; }
+
+private:
+    std::string name;
+};
 
 /// The report of a configuration that names these libraries, without its first line.
 std::string reportOf(Tool const& tool, std::vector<std::string> const& libraries,
@@ -539,14 +553,54 @@ TEST(Plugins, NamesTheCrashingLibraryInOtherCommands) {
     EXPECT_EQ(list.status, 2);
 }
 
-TEST(Plugins, NamesTheThrowingLibraryInOtherCommands) {
+TEST(Plugins, NamesTheLibraryThatEndsOtherCommands) {
     Tool const tool;
-    auto const list = tool.run("list", {"blocks", "--config", writeBrokenConfig(tool, {"throws"})});
-    EXPECT_EQ(list.out, "");
+    vrl_test::SampleCircuit circuit;
+    circuit.save(tool.path("bad.vrl"));
+    auto const config = writeBrokenConfig(tool, {"exitsPolitely"});
+    for (auto const& words : {std::vector<std::string>{"list", "blocks"}, {"check", "bad.vrl"}}) {
+        auto const ended = tool.run(words[0], {words[1], "--config", config});
+        EXPECT_EQ(ended.out, "");
+        EXPECT_EQ(
+            shown(tool, ended.err),
+            "vrl: BROKEN/lib_wn_exitsPolitely.so.5.1.3: initLibraryBB: the plug-in ended the program\n"
+            "  take it out of the configuration until it is mended; 'vrl plugins' and 'vrl validate' tell more\n");
+        EXPECT_EQ(ended.status, 2);
+    }
+}
+
+/// What `vrl show` says of a design with a block of this kind, which the plug-in cannot make.
+std::string shownWith(std::string const& kind) {
+    Tool const tool;
+    vrl_test::SampleCircuit circuit;
+    circuit.add("x", new NamedBlock(kind));
+    circuit.save(tool.path("bad.vrl"));
+    auto const ended = tool.run("show", {"bad.vrl", "--config", writeBrokenConfig(tool, {"badWhenMade"})});
+    return ended.out + ended.err + "status " + std::to_string(ended.status) + "\n";
+}
+
+TEST(Plugins, NamesTheBlockThatCrashesWhileADesignIsRead) {
+    EXPECT_EQ(shownWith("CrashingBlock"),
+              "vrl: making the block 'CrashingBlock': the plug-in crashed (segmentation fault)\n"
+              "  take it out of the configuration until it is mended; 'vrl plugins' and 'vrl validate' tell more\n"
+              "status 2\n");
+}
+
+TEST(Plugins, EndsWellWhenABlockThrowsWhatIsNoText) {
+    EXPECT_EQ(shownWith("NumberBlock"), "vrl: something that is no text\nstatus 2\n");
+}
+
+TEST(Plugins, LoadsTheOthersBehindAThrowingLibraryInOtherCommands) {
+    Tool const tool;
+    auto const list = tool.run("list", {"blocks", "--config", writeBrokenConfig(tool, {"throws", "takesOver"})});
+    EXPECT_EQ(list.out, "key         plug-in    ports; parameters\n"
+                        "FineBlock   takesOver  no ports\n"
+                        "OtherBlock  takesOver  no ports\n");
     EXPECT_EQ(shown(tool, list.err),
-              "vrl: BROKEN/lib_wn_throws.so.5.1.3: initLibraryNetlist: the plug-in threw 'no netlist today'\n"
-              "  take it out of the configuration until it is mended; 'vrl plugins' and 'vrl validate' tell more\n");
-    EXPECT_EQ(list.status, 2);
+              "vrl: BROKEN/lib_wn_throws.so.5.1.3: not loaded: the plug-in threw 'no netlist today' in "
+              "initLibraryNetlist\n"
+              "vrl: 1 configured library not loaded; 'vrl plugins' tells why\n");
+    EXPECT_EQ(list.status, 0);
 }
 
 }  // namespace

@@ -49,14 +49,32 @@ TEST(Grammar, TellsAnUnknownOptionWithNearOnes) {
                                                             "status 2\n");
 }
 
+TEST(Grammar, TellsAnUnknownOptionWithoutACommand) {
+    Tool const tool;
+    EXPECT_EQ(whole(tool.run("--versoin")), "vrl: no option '--versoin'\n"
+                                            "  did you mean '--version'?\n"
+                                            "  'vrl --help' tells the usage\n"
+                                            "status 2\n");
+}
+
 TEST(Grammar, TellsAMissingAndASuperfluousArgument) {
     Tool const tool;
-    EXPECT_EQ(whole(tool.run("show")), "vrl: file is required\n"
+    EXPECT_EQ(whole(tool.run("show")), "vrl: FILE is missing: the saved design\n"
                                        "  'vrl show --help' tells the usage\n"
                                        "status 2\n");
     EXPECT_EQ(whole(tool.run("diff", {"a", "b", "c"})), "vrl: The following argument was not expected: c\n"
                                                         "  'vrl diff --help' tells the usage\n"
                                                         "status 2\n");
+}
+
+TEST(Grammar, ShowsNoControlCharactersOfArguments) {
+    Tool const tool;
+    EXPECT_EQ(whole(tool.run("show", {"\x1b[31m.vrl"})), "vrl: \\x1B[31m.vrl: cannot be opened\n"
+                                                         "  give the path of a saved design\n"
+                                                         "status 2\n");
+    EXPECT_EQ(whole(tool.run("show", {""})), "vrl: '': cannot be opened\n"
+                                             "  give the path of a saved design\n"
+                                             "status 2\n");
 }
 
 TEST(Grammar, TellsTheVersion) {

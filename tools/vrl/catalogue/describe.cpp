@@ -83,19 +83,21 @@ void keepNamed(std::vector<Page>& pages, std::string const& key, std::vector<std
 Outcome describeKey(std::string const& key, std::vector<std::string> const& parameters, bool json) {
     std::vector<Page> pages = pagesOf(key);
     keepNamed(pages, key, parameters);
+    bool const bad = std::any_of(pages.begin(), pages.end(), [](Page const& page) { return page.hasProblems; });
+    Outcome const outcome = bad ? Outcome::kFindings : Outcome::kFine;
     if (json) {
         Json whole = jsonHead("describe", 1);
         whole["asked"] = key;
         whole["pages"] = Json::array();
         for (Page const& page : pages) whole["pages"].push_back(pageJson(page));
         writeJson(std::cout, whole);
-        return Outcome::kFine;
+        return outcome;
     }
     for (Page const& page : pages) {
         if (&page != &pages.front()) std::cout << '\n';
         writePage(std::cout, page);
     }
-    return Outcome::kFine;
+    return outcome;
 }
 
 }  // namespace vrltool::catalogue

@@ -71,6 +71,17 @@ void describeAttribute(Page& page, vrl::Foundry const*) {
     page.parameters.back().attribute = nullptr;
 }
 
+/// What is told of a part of the page; what it throws is told in its place.
+template <class About>
+std::string aboutOr(Page& page, About about) {
+    try {
+        return about();
+    } catch (...) {
+        page.hasProblems = true;
+        return "cannot be made: it throws '" + thrownText() + "'";
+    }
+}
+
 void describeFoundry(Page& page, vrl::Foundry const*) {
     auto const made = makeFoundry(page.kind.key);
     vrl::Foundry& foundry = present(made, page.kind);
@@ -79,13 +90,18 @@ void describeFoundry(Page& page, vrl::Foundry const*) {
     takeParameters(page, foundry);
     for (auto flow = foundry.beginFlow(); flow != foundry.endFlow(); ++flow) page.flows.push_back(flow->first);
     for (auto section = foundry.beginCrossSection(); section != foundry.endCrossSection(); ++section) {
-        std::unique_ptr<vrl::CrossSection> const guide(foundry.createCS(section->first));
-        page.crossSections.emplace_back(section->first, guide ? guide->describe() : "");
+        page.crossSections.emplace_back(section->first, aboutOr(page, [&] {
+                                            std::unique_ptr<vrl::CrossSection> const guide(
+                                                foundry.createCS(section->first));
+                                            return guide ? guide->describe() : std::string();
+                                        }));
     }
     for (Kind const& kind : kindsOf(kBlock)) {
         if (kind.file != page.kind.file) continue;
-        auto const block = makeBlock(&foundry, kind.key);
-        page.blocks.push_back({kind.key, block ? blockLine(*block) : ""});
+        page.blocks.push_back({kind.key, aboutOr(page, [&] {
+                                   auto const block = makeBlock(&foundry, kind.key);
+                                   return block ? blockLine(*block) : std::string();
+                               })});
     }
 }
 

@@ -26,6 +26,7 @@ struct Page {
 
     Kind kind;
     bool composite = false;
+    bool hasProblems = false;            ///< something of a foundry cannot be made; its text says so
     std::string about;                   ///< in the object's own words; of an attribute its type
     std::string foundry;                 ///< that a block was made for
     std::string crossSection, flow;      ///< the choice that it starts with

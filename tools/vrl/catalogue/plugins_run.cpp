@@ -13,6 +13,7 @@
 #include "host/load_watch.h"
 #include "host/process.h"
 #include "host/start.h"
+#include "text/progress.h"
 #include "text/table.h"
 
 // The child's lines on standard output: "call<TAB>FUNCTION<TAB>PATH" ahead of foreign work, "threw<TAB>TEXT" when a
@@ -76,6 +77,13 @@ std::vector<std::string> childWords(PluginsOptions const& options, Common const&
     return words;
 }
 
+/// Counts the seconds on a terminal.
+Ended runChild(Program program) {
+    Progress progress("loading:", "s");
+    program.waiting = [&progress](std::size_t seconds) { progress.at(seconds); };
+    return runProgram(program);
+}
+
 std::string linesOf(Skipped const& skipped) {
     std::string lines;
     for (auto const& entry : skipped) lines += entry.first + "\t" + entry.second + "\n";
@@ -122,7 +130,7 @@ Outcome reportPlugins(PluginsOptions const& options, Common const& common, unsig
     Skipped skipped;
     std::string errors;
     for (;;) {
-        Ended const ended = runProgram({childWords(options, common), linesOf(skipped), "", seconds});
+        Ended const ended = runChild({childWords(options, common), linesOf(skipped), "", seconds});
         handOn(ended.err, errors);
         Progressed const progress = progressOf(ended.out);
         if (progress.reported) return finish(progress, ended);

@@ -1,13 +1,15 @@
 #include "cli/grammar.h"
 
 #include <CLI/CLI.hpp>
-#include <exception>
 #include <iostream>
+#include <sstream>
 #include <utility>
 #include <vector>
 
 #include "cli/version.h"
+#include "host/foreign_work.h"
 #include "text/near_names.h"
+#include "text/table.h"
 
 namespace vrltool {
 
@@ -48,6 +50,9 @@ std::string unknownWord(CLI::App const& root, int argc, char const* const* argv)
         for (int i = 1; i < argc; ++i)
             if (argv[i][0] != '-')
                 return "no command '" + std::string(argv[i]) + "'\n" + didYouMean(argv[i], commandNames(root));
+        for (int i = 1; i < argc; ++i)
+            if (!takes(root, argv[i]))
+                return "no option '" + std::string(argv[i]) + "'\n" + didYouMean(argv[i], optionNames(root));
         return argc > 1 ? std::string() : "no command given";
     }
     for (int i = 1; i < argc; ++i) {
@@ -60,9 +65,26 @@ std::string unknownWord(CLI::App const& root, int argc, char const* const* argv)
     return {};
 }
 
+/// The parser's words, but for an argument that is missing, of which it tells its name only.
+std::string parserText(CLI::App const& command, CLI::ParseError const& error) {
+    for (CLI::Option const* option : command.get_options())
+        if (error.what() == option->get_name() + " is required")
+            return option->get_type_name() + " is missing: " + option->get_description();
+    return error.what();
+}
+
+/// A text of several lines, each of them fit for a terminal.
+std::string printableLines(std::string const& text) {
+    std::istringstream lines(text);
+    std::string result;
+    for (std::string line; std::getline(lines, line);) result += (result.empty() ? "" : "\n") + printable(line);
+    return result;
+}
+
 void writeFailure(std::string const& text, std::string const& cure) {
-    std::cerr << "vrl: " << text << '\n';
-    if (!cure.empty()) std::cerr << "  " << cure << '\n';
+    bool const nameless = text.compare(0, 2, ": ") == 0;
+    std::cerr << "vrl: " << (nameless ? "''" : "") << printable(text) << '\n';
+    if (!cure.empty()) std::cerr << "  " << printableLines(cure) << '\n';
 }
 
 }  // namespace
@@ -112,10 +134,10 @@ int Grammar::run(int argc, char const* const* argv) {
         return root->exit(asked);
     } catch (CLI::ParseError const& error) {
         std::string const unknown = unknownWord(*root, argc, argv);
-        std::string const text = unknown.empty() ? error.what() : unknown;
+        CLI::App const& command = namedCommand(*root, argc, argv);
+        std::string const text = unknown.empty() ? parserText(command, error) : unknown;
         auto const line = text.find('\n');
         std::string const hint = line == std::string::npos ? "" : text.substr(line + 1);
-        CLI::App const& command = namedCommand(*root, argc, argv);
         writeFailure(text.substr(0, line), hint);
         std::cerr << "  'vrl " << (&command == root.get() ? "" : command.get_name() + " ")
                   << "--help' tells the usage\n";
@@ -127,12 +149,8 @@ int Grammar::run(int argc, char const* const* argv) {
         return static_cast<int>(outcome);
     } catch (Failure const& failure) {
         writeFailure(failure.what(), failure.cure());
-    } catch (std::exception const& error) {
-        writeFailure(error.what(), "");
-    } catch (char const* text) {  // the texts that the library throws
-        writeFailure(text, "");
-    } catch (std::string const& text) {
-        writeFailure(text, "");
+    } catch (...) {  // plug-ins throw whatever they like, and the library throws texts
+        writeFailure(thrownText(), "");
     }
     return static_cast<int>(Outcome::kFailed);
 }

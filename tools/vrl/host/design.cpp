@@ -7,6 +7,7 @@
 #include <sstream>
 #include <utility>
 
+#include "host/foreign_work.h"
 #include "host/load_watch.h"
 #include "text/failure.h"
 #include "text/table.h"
@@ -97,6 +98,7 @@ bool standInByMembers(Design& design, StandInReader& reader, std::set<std::strin
 /// The object that the file's type asks for. False if there is no such type.
 bool makeObject(Design& design, StandInReader& reader, std::istream& file) {
     std::string const& type = design.type;
+    ForeignWork const work(makingText("kind", type));
     if (type == "Netlist")
         hold(design, vrl::Netlist::create(""));
     else if (FactoryLoader<vrl::BB>::factory().find(type))

@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <csignal>
+#include <cstdlib>
 #include <cstring>
 #include <exception>
 #include <utility>
@@ -28,6 +29,9 @@ void say(char const* text) {
     if (write(STDERR_FILENO, text, std::strlen(text)) < 0) return;
 }
 
+constexpr char kCure[] =
+    "\n  take it out of the configuration until it is mended; 'vrl plugins' and 'vrl validate' tell more\n";
+
 // Only what is safe in a handler of signals.
 void onCrash(int number) {
     char const* const what = atWork;
@@ -37,11 +41,24 @@ void onCrash(int number) {
         say(": the plug-in crashed (");
         for (Crash const& crash : kCrashes)
             if (crash.signal == number) say(crash.words);
-        say(")\n  take it out of the configuration until it is mended; 'vrl plugins' and 'vrl validate' tell more\n");
+        say(")");
+        say(kCure);
         _exit(2);
     }
     std::signal(number, SIG_DFL);
     raise(number);
+}
+
+bool leftToParent = false;
+
+void onExit() {
+    char const* const what = atWork;
+    if (!what || leftToParent) return;
+    say("vrl: ");
+    say(what);
+    say(": the plug-in ended the program");
+    say(kCure);
+    _exit(2);
 }
 
 }  // namespace
@@ -61,9 +78,11 @@ void tellCrashes() {
     action.sa_handler = &onCrash;
     action.sa_flags = SA_ONSTACK;
     for (Crash const& crash : kCrashes) sigaction(crash.signal, &action, nullptr);
+    std::atexit(&onExit);
 }
 
 void leaveCrashesToParent() {
+    leftToParent = true;
     for (Crash const& crash : kCrashes) std::signal(crash.signal, SIG_DFL);
 }
 

@@ -18,11 +18,11 @@ private:
     char const* before;
 };
 
-/// Ends the program with status 2 and a line on standard error when foreign work crashes; without any at work, a crash
-/// stays a crash.
+/// Ends the program with status 2 and a line on standard error when foreign work crashes or calls exit; without any at
+/// work, a crash stays a crash.
 void tellCrashes();
 
-/// Has a crash end the program by its signal, for a parent process that looks at it.
+/// Has a crash end the program by its signal, and exit with its status, for a parent process that looks at it.
 void leaveCrashesToParent();
 
 /// What the exception that is being handled says. Plug-ins throw whatever they like.

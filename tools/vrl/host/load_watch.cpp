@@ -5,12 +5,14 @@
 
 #include <algorithm>
 #include <chrono>
+#include <iostream>
 #include <memory>
 #include <tuple>
 #include <utility>
 
 #include "host/configured_libraries.h"
 #include "host/foreign_work.h"
+#include "text/table.h"
 #include "vrllib/platform/platform.h"
 
 // The library tells a host what failed as text for people only. The calls that it makes of the system can be replaced;
@@ -81,7 +83,8 @@ struct Watch {
     std::size_t current = 0;  ///< the load that is under way
     bool gateAsked = false;   ///< the version gate looks at it, and has not let it pass
     void* versionFunction = nullptr;
-    bool entryCalled = false;  ///< its entry point was called since the keys were looked at
+    void (*entry)(void* factory) = nullptr;  ///< that callEntry calls
+    bool entryCalled = false;                ///< its entry point was called since the keys were looked at
     Clock::time_point since;
     Keys keys;
     std::string work;
@@ -227,6 +230,24 @@ void takeEntry(Load& load, std::size_t target) {
     if (std::find(load.serves.begin(), load.serves.end(), target) == load.serves.end()) load.serves.push_back(target);
 }
 
+/// Stands in for an entry point, and keeps what that throws from ending the whole start.
+void callEntry(void* factory) {
+    Watch& w = watch();
+    std::size_t const own = w.current;  // the entry point may load others
+    std::string const work = w.work;
+    try {
+        w.entry(factory);
+    } catch (...) {
+        settle();
+        w.current = own;
+        Load& load = w.loads[own];
+        load.result = Result::kEnded;
+        load.reason = "the plug-in threw '" + printable(thrownText()) + "' in " + work.substr(load.path.size() + 2);
+        w.options.skipped[load.path] = load.reason;
+        std::cerr << "vrl: " << printable(load.path) << ": not loaded: " << load.reason << '\n';
+    }
+}
+
 void* findSymbol(void* module, char const* name, platform::SystemError& error) {
     Watch& w = watch();
     auto const target =
@@ -246,7 +267,9 @@ void* findSymbol(void* module, char const* name, platform::SystemError& error) {
     if (!symbol) return symbol;
     if (target < kTargets.size()) takeEntry(w.loads[w.current], target);
     beginWork(w.loads[w.current].path, name);
-    return symbol;
+    if (target == kTargets.size() || !w.options.enduresThrows) return symbol;
+    w.entry = reinterpret_cast<void (*)(void*)>(symbol);
+    return reinterpret_cast<void*>(&callEntry);
 }
 
 }  // namespace

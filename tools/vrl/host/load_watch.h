@@ -48,6 +48,8 @@ struct WatchOptions {
     std::function<void(std::string const& path, std::string const& function)> observer;
     /// Paths that are not to be tried, since they ended a program before; with the words for that.
     std::map<std::string, std::string> skipped;
+    /// Whether an entry point that throws is told on standard error, and the other libraries are loaded all the same.
+    bool enduresThrows = false;
 };
 
 /// Begins to watch the loads of the library; called once, ahead of its start.

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "text/table.h"
+
 namespace vrltool {
 
 namespace {
@@ -78,6 +80,10 @@ constexpr char kParameters[] = "Attributes::1";
 constexpr char kPorts[] = "BB::3";
 
 }  // namespace
+
+std::string makingText(char const* word, std::string const& kind) {
+    return std::string("making the ") + word + " '" + printable(kind) + "'";
+}
 
 StandInBlock::StandInBlock(vrl::Foundry const* foundry) : BB(foundry), CBB(foundry), kind(making().kind) {
     making().lastBlock = this;
@@ -181,19 +187,23 @@ void StandInReader::previewType(std::string& type) {
     inner.previewType(type);
     acceptNext = false;
     making().lastBlock = nullptr;
+    atWork.reset();
     if (type.empty() || frames.empty()) return;
     std::string const& member = frames.back().member;
     if (member == kBlocks) {
         progress.step();
         auto const& blocks = FactoryLoader<vrl::BB>::factory();
         if (!blocks.find(type) || registered.count({What::kBlock, type})) standIn(What::kBlock, type);
+        atWork = std::make_unique<ForeignWork>(makingText("block", type));
     } else if (member == kParameters) {
         auto const& types = vrl::Attributes::factory();
         if (!types.find(type) || registered.count({What::kParameter, type})) standIn(What::kParameter, type);
+        atWork = std::make_unique<ForeignWork>(makingText("parameter type", type));
     }
 }
 
 void StandInReader::beginCompAttribute(std::string* type, int* version, std::string* doc) {
+    atWork.reset();
     Frame frame;
     if (!frames.empty()) frame.member = frames.back().id.empty() ? frames.back().member : frames.back().id;
     int ignored = 0;

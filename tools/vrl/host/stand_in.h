@@ -1,11 +1,13 @@
 #pragma once
 
 #include <cstddef>
+#include <memory>
 #include <set>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "host/foreign_work.h"
 #include "text/progress.h"
 #include "vrllib/vrllib.h"
 
@@ -54,6 +56,9 @@ protected:
 private:
     std::string kind;
 };
+
+/// How the making of a kind is told while it is at work: "making the block 'sfBend'".
+std::string makingText(char const* word, std::string const& kind);
 
 /// Reads the binary stream like the reader that it wraps, and makes a stand-in for every block and every parameter
 /// whose kind no factory has, so that the whole of a design can be read without its plug-ins.
@@ -112,7 +117,8 @@ private:
     std::vector<Frame> frames;
     std::vector<MissingKind> missed;
     std::set<std::pair<MissingKind::What, std::string>> registered;
-    bool acceptNext = false;  ///< the next compound is accepted whatever its version
+    bool acceptNext = false;              ///< the next compound is accepted whatever its version
+    std::unique_ptr<ForeignWork> atWork;  ///< from the look at a kind until its object begins to read
 };
 
 }  // namespace vrltool

@@ -60,7 +60,9 @@ void startLibrary(std::string const& config) {
     if (!config.empty()) useConfig(config);
     QuietOutput const quiet;
     if (!watchesLoads()) {
-        watchLoads();
+        WatchOptions options;
+        options.enduresThrows = true;
+        watchLoads(options);
         tellCrashes();
     }
     try {
