@@ -1,8 +1,10 @@
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <fstream>
 #include <string>
 
+#include "tests/support/files.h"
 #include "tests/tools/exchange/sample_netlist.h"
 #include "tests/tools/sample_circuit.h"
 #include "tests/tools/tool.h"
@@ -233,6 +235,31 @@ TEST(Export, RefusesBytesThatNetlistsCannotHold) {
     EXPECT_EQ(exported.err, "vrl: a.vrl: the text 'caf\xE9' is no UTF-8, and has no place in a netlist\n"
                             "  rename it or set it anew\n");
     EXPECT_EQ(exported.status, 2);
+}
+
+TEST(Export, TakesADashForStandardOutput) {
+    Tool const tool;
+    SampleCircuit().save(tool.path("a.vrl"));
+    EXPECT_EQ(tool.run("export", {"a.vrl", "-o", "-"}).out, "instances: {}\nnets: []\nports: {}\n");
+    EXPECT_FALSE(std::filesystem::exists(tool.path("-")));
+}
+
+TEST(Export, RefusesToReplaceWhatItReadsAndEverySavedDesign) {
+    Tool const tool;
+    std::string const before = vrl_test::readFile(SampleCircuit().save(tool.path("a.vrl")));
+    SampleCircuit().save(tool.path("b.vrl"));
+    tool.write("map.yml", sampleMap());
+    EXPECT_EQ(tool.run("export", {"a.vrl", "-o", "a.vrl"}).err,
+              "vrl: a.vrl: is read as 'a.vrl', and would be replaced\n  give the output a name of its own\n");
+    EXPECT_EQ(tool.run("export", {"a.vrl", "--map", "map.yml", "-o", "./map.yml"}).err,
+              "vrl: ./map.yml: is read as 'map.yml', and would be replaced\n  give the output a name of its own\n");
+    auto const other = tool.run("export", {"a.vrl", "-o", "b.vrl"});
+    EXPECT_EQ(other.err, "vrl: b.vrl: is a saved design, which would be lost\n"
+                         "  give the output a name of its own, or move the design away\n");
+    EXPECT_EQ(other.status, 2);
+    EXPECT_EQ(tool.read("a.vrl"), before);
+    EXPECT_EQ(tool.read("b.vrl"), before);
+    EXPECT_EQ(tool.read("map.yml"), sampleMap());
 }
 
 TEST(Export, RefusesWhatIsNoDesign) {

@@ -80,7 +80,7 @@ TEST(Import, NamesEachErrorWithItsPlace) {
               "a.yml:7:8: error: there is no instance 'd'; did you mean 'a', 'b' or 'c'?\n"
               "a.yml:9:22: error: 'c,out0' is joined with itself\n"
               "a.yml:13:6: error: 'a' (sfBend) has no port 'in7'; did you mean 'in0'?\n"
-              "a.yml: 2 elements, 1 net, 1 outer port, 2 settings (1 to parameters); 6 left out\n"
+              "a.yml: 2 elements, 0 nets, 1 outer port, 2 settings (1 to parameters); 7 left out\n"
               "a.vrl: not written, for 6 errors; --partial imports the rest\n");
     EXPECT_EQ(imported.status, 1);
     EXPECT_FALSE(std::filesystem::exists(tool.path("a.vrl")));
@@ -285,7 +285,88 @@ TEST(Import, NamesPartsThatHaveNotTheShape) {
               "a.yml:7:12: error: the end of outer port 'x' is a number, where \"instance,port\" belongs\n"
               "a.yml:8:13: error: 'placements' is a number, where a map belongs\n"
               "a.yml:9:14: error: 'nodes' of 'vrl' is a number, where a list belongs\n"
-              "a.yml: 2 elements, 0 nets, 0 outer ports, 0 settings (0 to parameters)\n");
+              "a.yml: 1 element, 0 nets, 0 outer ports, 0 settings (0 to parameters); 6 left out\n");
+}
+
+struct Lossy {
+    char const* name;
+    char const* netlist;
+    char const* left;  ///< what the export says of it
+    char const* counts;
+};
+
+class Partial : public testing::TestWithParam<Lossy> {};
+
+TEST_P(Partial, KeepsWhatItLeavesOut) {
+    Tool const tool;
+    tool.write("a.yml", GetParam().netlist);
+    auto const imported = tool.run("import", {"a.yml", "--partial", "-o", "a.vrl"});
+    auto const counts = imported.out.rfind("a.yml: ");
+    EXPECT_EQ(imported.out.substr(counts), GetParam().counts + std::string("\na.vrl: written\n"));
+    auto const exported = tool.run("export", {"a.vrl"});
+    EXPECT_EQ(exported.out, GetParam().netlist);
+    EXPECT_EQ(exported.err,
+              "a.vrl: note: what its import left out is given back: " + std::string(GetParam().left) + "\n");
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Import, Partial,
+    testing::Values(
+        Lossy{"NetJoinedWithItself",
+              "instances:\n  p:\n    component: sfStraight\n    settings:\n      length: 100\n      width: 0.45\n"
+              "nets:\n- p1: p,in0\n  p2: p,in0\nports: {}\n",
+              "0 instances, 1 net, 0 outer ports",
+              "a.yml: 1 element, 0 nets, 0 outer ports, 2 settings (2 to parameters); 1 left out"},
+        Lossy{"NetThatIsNoMap", "instances: {}\nnets:\n- 3\n- p1: b\n  p2: c\nports: {}\n",
+              "0 instances, 2 nets, 0 outer ports",
+              "a.yml: 0 elements, 0 nets, 0 outer ports, 0 settings (0 to parameters); 2 left out"},
+        Lossy{"ArrayThatIsTooLarge",
+              "instances:\n  a:\n    component: sfBend\n    array:\n      columns: 2000\n      rows: 2000\n"
+              "nets:\n- p1: a<0.0>,out0\n  p2: a<1.0>,in0\nports: {}\n",
+              "1 instance, 1 net, 0 outer ports",
+              "a.yml: 0 elements, 0 nets, 0 outer ports, 0 settings (0 to parameters); 2 left out"},
+        Lossy{"InstancesWithoutTheShape",
+              "instances:\n  a: 3\n  b:\n    component: sfBend\n    settings: 3\n  c:\n    info: {}\n"
+              "nets: []\nports: {}\n",
+              "3 instances, 0 nets, 0 outer ports",
+              "a.yml: 0 elements, 0 nets, 0 outer ports, 0 settings (0 to parameters); 3 left out"},
+        Lossy{"ElementThatStandsTwice",
+              "instances:\n  a:\n    component: sfBend\n    settings:\n      radius: 10\n      angle: 90\n      width: "
+              "0.45\n    array:\n      columns: 2\n"
+              "      rows: 1\n  a<1.0>:\n    component: sfBend\n    settings:\n      radius: 30\n"
+              "nets: []\nports: {}\n",
+              "1 instance, 0 nets, 0 outer ports",
+              "a.yml: 2 elements, 0 nets, 0 outer ports, 6 settings (6 to parameters); 1 left out"}),
+    [](auto const& given) { return given.param.name; });
+
+TEST(Import, RefusesToReplaceWhatItReads) {
+    Tool const tool;
+    std::string const text = "instances: {}\n";
+    tool.write("a.yml", text);
+    tool.write("map.yml", sampleMap());
+    std::string const refusal = "vrl: a.yml: is read as 'a.yml', and would be replaced\n"
+                                "  give the output a name of its own\n";
+    auto const imported = tool.run("import", {"a.yml", "-o", "a.yml"});
+    EXPECT_EQ(imported.err, refusal);
+    EXPECT_EQ(imported.status, 2);
+    EXPECT_EQ(tool.run("import", {"--map-template", "a.yml", "-o", "a.yml"}).err, refusal);
+    EXPECT_EQ(tool.run("import", {"a.yml", "--map", "map.yml", "-o", "map.yml"}).err,
+              "vrl: map.yml: is read as 'map.yml', and would be replaced\n  give the output a name of its own\n");
+    EXPECT_EQ(tool.read("a.yml"), text);
+    EXPECT_EQ(tool.read("map.yml"), sampleMap());
+}
+
+TEST(Import, WritesNoDesignToStandardOutput) {
+    Tool const tool;
+    tool.write("a.yml", "instances: {}\n");
+    auto const imported = tool.run("import", {"a.yml", "-o", "-"});
+    EXPECT_EQ(imported.out, "");
+    EXPECT_EQ(imported.err, "vrl: -: a design is written into a file, not to standard output\n"
+                            "  give the file a name\n");
+    EXPECT_EQ(imported.status, 2);
+    EXPECT_FALSE(std::filesystem::exists(tool.path("-")));
+    EXPECT_EQ(tool.run("import", {"--map-template", "a.yml", "-o", "-"}).out,
+              tool.run("import", {"--map-template", "a.yml"}).out);
 }
 
 }  // namespace

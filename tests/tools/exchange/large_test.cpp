@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <nlohmann/json.hpp>
+#include <set>
 #include <string>
 
 #include "tests/tools/exchange/sample_netlist.h"
@@ -8,6 +10,15 @@
 namespace {
 
 using vrl_test::Tool;
+
+using Json = nlohmann::json;
+
+/// The pairs of ends that the nets of a netlist join, in no order.
+std::set<std::set<std::string>> joints(Json const& netlist) {
+    std::set<std::set<std::string>> result;
+    for (Json const& net : netlist["nets"]) result.insert({net["p1"].get<std::string>(), net["p2"].get<std::string>()});
+    return result;
+}
 
 class LargeNetlist : public testing::TestWithParam<char const*> {};
 
@@ -24,6 +35,13 @@ TEST_P(LargeNetlist, OfTenThousandInstancesGoesInAndOut) {
     EXPECT_EQ(imported.status, 0);
     auto const exported = tool.run("export", {"big.vrl", "--map", "map.yml", "-o", "back." + format});
     EXPECT_EQ(exported.out, "back." + format + ": 10000 instances, 9999 nets, 2 outer ports written\n");
+    tool.run("export", {"big.vrl", "--map", "map.yml", "-o", "compared.json"});
+    Json const original = Json::parse(vrl_test::chainNetlist(10000, true));
+    Json const compared = Json::parse(tool.read("compared.json"));
+    for (char const* const name : {"e0", "e1", "e4998", "e4999", "e9999"})
+        EXPECT_EQ(compared["instances"][name], original["instances"][name]) << name;
+    EXPECT_EQ(compared["ports"], original["ports"]);
+    EXPECT_TRUE(joints(compared) == joints(original));
     tool.run("import", {"back." + format, "--map", "map.yml", "-o", "again.vrl"});
     tool.run("export", {"again.vrl", "--map", "map.yml", "-o", "again." + format});
     EXPECT_TRUE(tool.read("back." + format) == tool.read("again." + format));

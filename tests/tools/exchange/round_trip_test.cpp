@@ -45,7 +45,6 @@ Json portrait(Tool const& tool, std::string const& file) {
     for (char const* const side : {"inputs", "outputs", "dc"})
         for (Json& node : design["circuit"][side]) node = ends.count(node) ? ends.at(node) : Json("no ends");
     design["circuit"].erase("nodes");
-    design["notes"].erase("vrl::import/ports");
     return design;
 }
 
@@ -63,6 +62,7 @@ TEST_P(RoundTrip, ComesBackEqual) {
         tool.run("export", {"b.vrl", "-o", second});
         EXPECT_EQ(tool.read(first), tool.read(second));
         EXPECT_EQ(portrait(tool, "b.vrl").dump(1), portrait(tool, "a.vrl").dump(1));
+        EXPECT_EQ(tool.run("diff", {"a.vrl", "b.vrl"}).status, 0);
     }
 }
 

@@ -93,7 +93,7 @@ TEST(SaveFile, FailsForLinksThatLeadInACircle) {
     fs::create_symlink("a", folder / "b");
     std::string const path = folder / "a";
     EXPECT_EQ(outcomeOf([&] { saveFile(path, "text"); }),
-              path + ": cannot be replaced: Too many levels of symbolic links; the file is as it was before");
+              path + ": cannot be replaced: Too many levels of symbolic links; name the file itself");
     EXPECT_TRUE(fs::is_symlink(folder / "a"));
 }
 
@@ -101,18 +101,16 @@ TEST(SaveFile, SaysThatTheFolderIsMissing) {
     TemporaryFolder const folder;
     std::string const path = folder / "no/file";
     EXPECT_EQ(outcomeOf([&] { saveFile(path, "text"); }),
-              path + ": cannot make a file in its folder: No such file or directory; the file is as it was before");
+              path + ": cannot make a file in its folder: No such file or directory; make the folder first");
 }
 
 TEST(SaveFile, RefusesToReplaceAFolderOrADevice) {
     TemporaryFolder const folder;
     fs::create_directory(folder / "sub");
     std::string const path = folder / "sub";
-    EXPECT_EQ(outcomeOf([&] { saveFile(path, "text"); }),
-              path + ": cannot be replaced: Is a directory; the file is as it was before");
+    EXPECT_EQ(outcomeOf([&] { saveFile(path, "text"); }), path + ": is a folder; name a regular file");
     EXPECT_EQ(namesIn(folder.path()), std::vector<std::string>{"sub"});
-    EXPECT_EQ(outcomeOf([&] { saveFile("/dev/null", "text"); }),
-              "/dev/null: cannot be replaced: Invalid argument; the file is as it was before");
+    EXPECT_EQ(outcomeOf([&] { saveFile("/dev/null", "text"); }), "/dev/null: is no regular file; name a regular file");
     EXPECT_TRUE(fs::is_character_file("/dev/null"));
 }
 
@@ -134,7 +132,8 @@ TEST(SaveFile, LeavesTheOldFileWhereItsFolderMustNotBeWritten) {
     int const status = inChild([&] {
         if (geteuid() == 0 && setuid(65534) != 0) return 9;  // the mode is no hindrance to the superuser
         return outcomeOf([&] { saveFile(path, "after"); }) ==
-                       path + ": cannot make a file in its folder: Permission denied; the file is as it was before"
+                       path + ": cannot make a file in its folder: Permission denied; name a file in a folder that "
+                              "you may write to; the file is as it was before"
                    ? 0
                    : 1;
     });
@@ -151,7 +150,8 @@ TEST(SaveFile, LeavesTheOldFileIfThereIsNoRoom) {
         std::signal(SIGXFSZ, SIG_IGN);
         setrlimit(RLIMIT_FSIZE, &most);
         return outcomeOf([&] { saveFile(path, std::string(100000, 'x')); }) ==
-                       path + ": cannot be written: File too large; the file is as it was before"
+                       path + ": cannot be written: File too large; raise the limit of the size of files; the file "
+                              "is as it was before"
                    ? 0
                    : 1;
     });
@@ -263,6 +263,59 @@ TEST(SaveDesign, RefusesToReplaceAFileWhoseKindsAreMissing) {
     std::string const path = writeFile(folder / "kept.vrl", bytes);
     EXPECT_EQ(outcomeOf([&] { saveDesign(circuit.netlist(), path); }), refusal(path, "foreignBlock"));
     EXPECT_EQ(readFile(path), bytes);
+}
+
+TEST(SaveDesign, RefusesToReplaceADesignThatCannotBeReadWhole) {
+    TemporaryFolder const folder;
+    SampleCircuit circuit;
+    vrl_test::addInterferometer(circuit);
+    std::string const whole = readFile(circuit.save(folder / "kept.vrl"));
+    std::string const path = writeFile(folder / "kept.vrl", whole.substr(0, whole.size() / 2));
+    EXPECT_EQ(outcomeOf([&] { saveDesign(circuit.netlist(), path); }),
+              path + ": begins as a saved design and cannot be read whole, so it is not replaced; give the output a "
+                     "name of its own, or move the file away");
+    EXPECT_EQ(readFile(path), whole.substr(0, whole.size() / 2));
+}
+
+TEST(SaveFile, RefusesToReplaceASavedDesign) {
+    TemporaryFolder const folder;
+    SampleCircuit circuit;
+    std::string const bytes = readFile(circuit.save(folder / "kept.vrl"));
+    fs::create_symlink("kept.vrl", folder / "link");
+    for (char const* const name : {"kept.vrl", "link"}) {
+        std::string const path = folder / name;
+        EXPECT_EQ(outcomeOf([&] { saveFile(path, "text"); }),
+                  path + ": is a saved design, which would be lost; give the output a name of its own, or move the "
+                         "design away");
+    }
+    EXPECT_EQ(readFile(folder / "kept.vrl"), bytes);
+}
+
+TEST(SaveFile, TakesNamesOfEveryLengthThatAFileMayHave) {
+    TemporaryFolder const folder;
+    std::string const longest(255, 'n');
+    saveFile(folder / longest, "text");
+    EXPECT_EQ(namesIn(folder.path()), std::vector<std::string>{longest});
+    std::string const path = folder / (longest + "n");
+    EXPECT_EQ(outcomeOf([&] { saveFile(path, "text"); }),
+              path + ": cannot be put in its place: File name too long; give it a shorter name");
+    EXPECT_EQ(namesIn(folder.path()), std::vector<std::string>{longest});
+}
+
+TEST(RefuseToReplace, KnowsAnInputUnderEveryName) {
+    TemporaryFolder const folder;
+    std::string const input = writeFile(folder / "input", "text");
+    fs::create_symlink("input", folder / "soft");
+    fs::create_hard_link(input, folder / "hard");
+    for (char const* const name : {"input", "soft", "hard"}) {
+        std::string const output = folder / name;
+        EXPECT_EQ(outcomeOf([&] {
+                      vrltool::refuseToReplace(output, {"", input});
+                  }),
+                  output + ": is read as '" + input + "', and would be replaced; give the output a name of its own");
+    }
+    EXPECT_EQ(outcomeOf([&] { vrltool::refuseToReplace(writeFile(folder / "other", "text"), {input}); }), "saved");
+    EXPECT_EQ(outcomeOf([&] { vrltool::refuseToReplace(folder / "new", {folder / "none"}); }), "saved");
 }
 
 TEST(SaveDesign, ReplacesAFileThatIsNoDesign) {

@@ -73,7 +73,9 @@ void writeReport(Options const& options, Document const& document, Findings cons
               << " written\n";
 }
 
-Outcome exportDesign(Options const& options, Common const& common) {
+Outcome exportDesign(Options options, Common const& common) {
+    if (options.output == "-") options.output.clear();
+    refuseToReplace(options.output, {options.file, options.map});
     startLibrary(common.config);
     NameMap const map = options.map.empty() ? NameMap() : readNameMap(options.map);
     Design const design = readDesign(options.file);
@@ -109,7 +111,7 @@ void addExport(Grammar& grammar) {
                                     "  vrl export mzi.vrl -o mzi.json               # as JSON",
                                     [options](Common const& common) { return exportDesign(*options, common); });
     command.add_option("file", options->file, "the saved design")->required()->type_name("FILE");
-    command.add_option("-o,--output", options->output, "the netlist to write; without it, to standard output")
+    command.add_option("-o,--output", options->output, "the netlist to write; without it, or as -, to standard output")
         ->type_name("FILE");
     command.add_option("--format", options->format, "the language; without it that of the ending, or YAML")
         ->check(CLI::IsMember({"json", "yaml"}))

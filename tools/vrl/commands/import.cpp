@@ -30,7 +30,7 @@ struct Options {
 Outcome writeTemplate(Options const& options, Document const& document, Findings const& findings) {
     std::string const text = mapTemplate(document);
     findings.write(std::cerr);
-    if (options.output.empty())
+    if (options.output.empty() || options.output == "-")
         std::cout << text;
     else
         saveFile(options.output, text);
@@ -69,7 +69,14 @@ void writeReport(Options const& options, Imported const& imported, Findings cons
                   << "; --partial imports the rest\n";
 }
 
+void refuseOutput(Options const& options) {
+    if (options.output == "-" && !options.mapTemplate)
+        throw Failure("-", "a design is written into a file, not to standard output", "give the file a name");
+    refuseToReplace(options.output, {options.netlist, options.map});
+}
+
 Outcome importNetlist(Options const& options, Common const& common) {
+    refuseOutput(options);
     startLibrary(common.config);
     Findings findings;
     Document const document = documentFrom(readTree(options.netlist), options.netlist, findings);

@@ -17,6 +17,13 @@ namespace {
 
 constexpr std::size_t kMostElements = 1000000;
 
+Tree pairOf(Tree const& p1, Tree const& p2) {
+    Tree pair = Tree::map();
+    pair.add("p1", p1);
+    pair.add("p2", p2);
+    return pair;
+}
+
 /// Reads one document; what has not the shape is told and left out.
 class DocumentReader {
 public:
@@ -69,41 +76,51 @@ private:
 
     void readInstance(Tree::Member const& member) {
         Instance instance;
+        if (readInstance(member, instance))
+            document.instances.push_back(std::move(instance));
+        else
+            document.oddInstances.members.push_back(member);
+    }
+
+    bool readInstance(Tree::Member const& member, Instance& instance) {
         instance.name = member.name;
         instance.mark = member.mark;
         Tree const& tree = member.value;
+        bool good = true;
         if (tree.isText()) {  // the short form
             instance.component = tree.text;
             instance.componentMark = tree.mark;
         } else if (check(tree, tree.isMap(), "instance '" + member.name + "'", "a map with 'component'")) {
-            for (Tree::Member const& part : tree.members) readInstancePart(instance, part);
+            for (Tree::Member const& part : tree.members) good = readInstancePart(instance, part) && good;
         } else {
-            return;
+            return false;
         }
-        if (instance.component.empty())
+        if (good && instance.component.empty())
             error(instance.mark, "instance '" + member.name + "' names no component");
-        else if (readSize(instance))
-            document.instances.push_back(std::move(instance));
+        return good && !instance.component.empty() && readSize(instance);
     }
 
-    void readInstancePart(Instance& instance, Tree::Member const& part) {
+    bool readInstancePart(Instance& instance, Tree::Member const& part) {
         std::string const what = "'" + part.name + "' of instance '" + instance.name + "'";
         Tree const& value = part.value;
         if (part.name == "component") {
-            if (check(value, value.isText(), what, "a text")) instance.component = value.text;
+            if (!check(value, value.isText(), what, "a text")) return false;
+            instance.component = value.text;
             instance.componentMark = value.mark;
         } else if (part.name == "settings") {
-            if (value.isNull() || check(value, value.isMap(), what, "a map")) instance.settings.members = value.members;
+            if (!value.isNull() && !check(value, value.isMap(), what, "a map")) return false;
+            instance.settings.members = value.members;
         } else if (part.name == "info") {
             instance.info = value;
         } else if (part.name == "array") {
             instance.array = value;
         } else if (part.name == "vrl") {
-            if (check(value, value.isMap(), what, "a map"))
-                instance.extension = checkedExtension(value, Extended::kInstance, document.path, findings);
+            if (!check(value, value.isMap(), what, "a map")) return false;
+            instance.extension = checkedExtension(value, Extended::kInstance, document.path, findings);
         } else {
             instance.others.members.push_back(part);
         }
+        return true;
     }
 
     /// The size of an array, under one of the pairs of names that are in use.
@@ -156,16 +173,19 @@ private:
             first.mark = member.mark;
             if (readEnd(first, "an end", net) && readEnd(member.value, "an end", net))
                 document.nets.push_back(std::move(net));
+            else
+                document.oddNets.items.push_back(pairOf(first, member.value));
         }
     }
 
     void readNets(Tree const& tree) {
         if (!check(tree, tree.isList(), "'nets'", "a list")) return;
         if (!tree.items.empty()) document.asConnections = false;
-        for (Tree const& item : tree.items) readNet(item);
+        for (Tree const& item : tree.items)
+            if (!readNet(item)) document.oddNets.items.push_back(item);
     }
 
-    void readNet(Tree const& tree) {
+    bool readNet(Tree const& tree) {
         Net net;
         bool good = true;
         if (tree.isList()) {
@@ -178,12 +198,13 @@ private:
                     net.others.members.push_back(member);
             }
         } else {
-            return;
+            return false;
         }
         if (good && net.ends.size() < 2)
             error(tree.mark, "a net has " + counted(net.ends.size(), "end") + " and needs two");
-        else if (good)
-            document.nets.push_back(std::move(net));
+        if (!good || net.ends.size() < 2) return false;
+        document.nets.push_back(std::move(net));
+        return true;
     }
 
     void readPorts(Tree const& tree) {
@@ -257,6 +278,7 @@ Tree treeOfNets(Document const& document) {
         }
         nets.items.push_back(treeFrom(net));
     }
+    nets.items.insert(nets.items.end(), document.oddNets.items.begin(), document.oddNets.items.end());
     return nets;
 }
 
@@ -282,9 +304,7 @@ Tree treeFrom(Instance const& instance) {
 }
 
 Tree treeFrom(Net const& net) {
-    Tree pair = Tree::map();
-    pair.add("p1", Tree::ofText(net.ends[0].text));
-    pair.add("p2", Tree::ofText(net.ends[1].text));
+    Tree pair = pairOf(Tree::ofText(net.ends[0].text), Tree::ofText(net.ends[1].text));
     for (Tree::Member const& other : net.others.members) pair.members.push_back(other);
     return pair;
 }
@@ -298,6 +318,7 @@ Tree treeFrom(Document const& document) {
         instances.add(instance.name, treeFrom(instance));
         if (!instance.placement.isNull()) placements.add(instance.name, instance.placement);
     }
+    for (Tree::Member const& odd : document.oddInstances.members) instances.members.push_back(odd);
     tree.add("instances", std::move(instances));
     tree.add(document.asConnections ? "connections" : "nets", treeOfNets(document));
     addUnlessEmpty(tree, "placements", placements);

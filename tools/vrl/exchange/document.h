@@ -61,6 +61,8 @@ struct Document {
     bool asConnections = false;  ///< whether all joints came as "connections"
     std::vector<OuterPort> ports;
     Tree strayPlacements = Tree::map();  ///< of names that are no instances
+    Tree oddInstances = Tree::map();     ///< those that have not the shape, as they were told
+    Tree oddNets = Tree::list();         ///< likewise
     Tree extension = Tree::map();        ///< what "vrl" holds; always a map
     Tree others = Tree::map();           ///< the members that mean nothing here
 };

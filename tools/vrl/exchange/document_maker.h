@@ -25,7 +25,6 @@ private:
     void addPorts();
     void addToldPorts();
     void addLeftOutPort(std::string const& name, std::string const& end);
-    void addFurtherPorts();
     void addPort(std::string const& name, unsigned node, End const& end);
     void addNodes();
     void addBoundary();
@@ -36,7 +35,6 @@ private:
     Pin const& pinOf(End const& end) const { return circuit.elements[end.element].pins[end.pin]; }
     bool isOptical(End const& end) const { return pinOf(end).domain == vrl::EnumList::Optics; }
     bool onBoundary(unsigned node) const;
-    End const& endFor(unsigned node, Side side) const;
 
     vrl::Netlist& netlist;
     std::string const& path;

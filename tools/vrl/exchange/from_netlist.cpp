@@ -6,6 +6,7 @@
 #include "exchange/arrays.h"
 #include "exchange/block_state.h"
 #include "exchange/document_maker.h"
+#include "exchange/further_ports.h"
 #include "exchange/notes.h"
 #include "text/progress.h"
 #include "text/table.h"
@@ -16,6 +17,14 @@ namespace {
 
 bool contains(std::vector<unsigned> const& nodes, unsigned node) {
     return std::find(nodes.begin(), nodes.end(), node) != nodes.end();
+}
+
+/// Whether the nets can stand in a map: each under an end of its own.
+bool connectable(Document const& document) {
+    std::set<std::string> first;
+    return document.oddNets.items.empty() &&
+           std::all_of(document.nets.begin(), document.nets.end(),
+                       [&](Net const& net) { return first.insert(net.ends.front().text).second; });
 }
 
 }  // namespace
@@ -106,17 +115,10 @@ void DocumentMaker::addNets() {
 
 bool DocumentMaker::onBoundary(unsigned node) const { return sides.count(node) > 0; }
 
-/// The end of a node that tells best on which list it is.
-End const& DocumentMaker::endFor(unsigned node, Side side) const {
-    auto const& ends = circuit.nodes.at(node);
-    auto const best = std::find_if(ends.begin(), ends.end(),
-                                   [&](End const& end) { return sideOf(pinOf(end).name, pinOf(end).domain) == side; });
-    return best == ends.end() ? ends.front() : *best;
-}
-
 void DocumentMaker::addPorts() {
     addToldPorts();
-    addFurtherPorts();
+    for (FurtherPort const& port : furtherPorts(netlist, circuit, withPort, portNames))
+        addPort(port.name, port.node, port.end);
 }
 
 /// The outer ports that an import found, as far as they are still there.
@@ -137,21 +139,6 @@ void DocumentMaker::addLeftOutPort(std::string const& name, std::string const& e
     if (!portNames.insert(name).second) return;
     document.ports.push_back({name, {}, {end, {}}});
     ++leftOutPorts;
-}
-
-/// The other nodes of the boundary get names of their lists: "in0", "out0", "dc0".
-void DocumentMaker::addFurtherPorts() {
-    static char const* const heads[] = {"in", "out", "dc"};
-    for (Side const side : kSides) {
-        std::size_t number = 0;
-        for (unsigned const node : sideNodes(netlist, side)) {
-            if (withPort.count(node) || circuit.nodes.count(node) == 0) continue;
-            std::string name;
-            do name = heads[static_cast<int>(side)] + std::to_string(number++);
-            while (!portNames.insert(name).second);
-            addPort(name, node, endFor(node, side));
-        }
-    }
 }
 
 void DocumentMaker::addPort(std::string const& name, unsigned node, End const& end) {
@@ -190,7 +177,7 @@ void DocumentMaker::addBoundary() {
         for (unsigned const node : sideNodes(netlist, side)) {
             bool const tied = circuit.nodes.count(node) > 0;
             if (!tied && bare.count(node) == 0) bare[node] = "#" + std::to_string(bare.size() + 1);
-            list.items.push_back(Tree::ofText(tied ? endText(endFor(node, side)) : bare[node]));
+            list.items.push_back(Tree::ofText(tied ? endText(endFor(circuit, node, side)) : bare[node]));
         }
         boundary.add(sideWord(side), list);
     }
@@ -229,10 +216,16 @@ void DocumentMaker::addLeftOut() {
             document.nets.back().ends = {net.ends[i - 1], net.ends[i]};
         }
     }
-    if (part.instances.size() + part.nets.size() + leftOutPorts == 0) return;
+    for (Tree::Member const& odd : part.oddInstances.members)
+        if (there.insert(odd.name).second) document.oddInstances.members.push_back(odd);
+    document.oddNets = part.oddNets;
+    document.asConnections = document.asConnections && connectable(document);
+    std::size_t const instances = part.instances.size() + part.oddInstances.members.size();
+    std::size_t const nets = part.nets.size() + part.oddNets.items.size();
+    if (instances + nets + leftOutPorts == 0) return;
     findings.note(path, {},
-                  "what its import left out is given back: " + counted(part.instances.size(), "instance") + ", " +
-                      counted(part.nets.size(), "net") + ", " + counted(leftOutPorts, "outer port"));
+                  "what its import left out is given back: " + counted(instances, "instance") + ", " +
+                      counted(nets, "net") + ", " + counted(leftOutPorts, "outer port"));
 }
 
 Document documentFrom(vrl::Netlist& netlist, std::string const& path, NameMap const& map, Workshop& workshop,

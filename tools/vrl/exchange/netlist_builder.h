@@ -41,8 +41,10 @@ private:
     void makeNetlist();
     void addElements();
     void addElement(Instance const& instance, ComponentRule const& rule, std::string const& name);
+    bool standsTwice(Instance const& instance);
     void addNameless();
     void leaveOut(Instance const& instance);
+    void leaveOutOdd();
 
     Built const* element(std::string const& name) const;
     bool isUndeclared(Built const& built, std::string const& port) const;
@@ -53,6 +55,7 @@ private:
 
     void joinNets();
     void joinNet(Net const& net);
+    bool joinsItself(Net const& net, std::vector<Joints::End> const& ends);
     void joinPair(Joints::End const& a, EndName const& aName, Joints::End const& b, EndName const& bName);
     void keepNetMembers(Net const& net, std::vector<Joints::End> const& ends);
     void joinMeantNodes();
@@ -66,6 +69,7 @@ private:
     unsigned nodeOf(Tree const& end, std::map<std::string, unsigned>& bare);
 
     void keepNotes();
+    bool portsAreDerived();
     void tellKept();
     Tree endTree(Joints::End const& end) const;
     vrl::EnumList::Domain domainOf(std::size_t place) const;

@@ -61,7 +61,8 @@ NetlistBuilder::Reached NetlistBuilder::reach(EndName const& end, Joints::End& r
             reached = {static_cast<std::size_t>(found - built.data()), port};
             return Reached::kEnd;
         }
-        if (leftOutNames.count(name)) return Reached::kLeftOut;
+        if (leftOutNames.count(name) || document.oddInstances.find(name.substr(0, name.find('<'))))
+            return Reached::kLeftOut;
     }
     tellUnreached(end);
     return Reached::kNothing;
@@ -117,21 +118,27 @@ void NetlistBuilder::joinNet(Net const& net) {
         Joints::End reached;
         if (reach(end, reached) == Reached::kEnd) ends.push_back(reached);
     }
-    if (ends.size() < net.ends.size()) {
+    if (ends.size() < net.ends.size() || joinsItself(net, ends)) {
         leftNets.items.push_back(treeOfNet(net));
         ++result.leftOut;
         return;
     }
-    ++result.nets;
     for (std::size_t i = 1; i < ends.size(); ++i) joinPair(ends[i - 1], net.ends[i - 1], ends[i], net.ends[i]);
+    ++result.nets;
     keepNetMembers(net, ends);
+}
+
+bool NetlistBuilder::joinsItself(Net const& net, std::vector<Joints::End> const& ends) {
+    auto const twin = std::adjacent_find(ends.begin(), ends.end());
+    if (twin == ends.end()) return false;
+    EndName const& end = net.ends[static_cast<std::size_t>(twin - ends.begin()) + 1];
+    findings.error(document.path, end.mark, "'" + end.text + "' is joined with itself");
+    return true;
 }
 
 void NetlistBuilder::joinPair(Joints::End const& a, EndName const& aName, Joints::End const& b, EndName const& bName) {
     std::size_t const first = joints.place(a), second = joints.place(b);
-    if (first == second) {
-        findings.error(document.path, bName.mark, "'" + bName.text + "' is joined with itself");
-    } else if (!pairs.insert(std::minmax(first, second)).second) {
+    if (!pairs.insert(std::minmax(first, second)).second) {
         ++twice;
     } else {
         joints.join(first, second);

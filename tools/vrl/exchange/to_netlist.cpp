@@ -4,6 +4,7 @@
 
 #include "exchange/arrays.h"
 #include "exchange/block_state.h"
+#include "exchange/further_ports.h"
 #include "exchange/netlist_builder.h"
 #include "exchange/notes.h"
 #include "text/near_names.h"
@@ -29,6 +30,7 @@ NetlistBuilder::NetlistBuilder(Document const& source, NameMap const& names, Wor
 Imported NetlistBuilder::build() {
     makeNetlist();
     addElements();
+    leaveOutOdd();
     addNameless();
     joinMeantNodes();
     joinNets();
@@ -65,6 +67,8 @@ void NetlistBuilder::addElements() {
             leaveOut(instance);
         } else if (isTrue(instance.extension.find("nameless"))) {
             nameless.emplace_back(&instance, rule);
+        } else if (standsTwice(instance)) {
+            leaveOut(instance);
         } else {
             if (!instance.array.isNull() || instance.size.count() > 1) arrays[instance.name] = &instance;
             for (std::size_t column = 0; column < instance.size.columns; ++column)
@@ -75,10 +79,6 @@ void NetlistBuilder::addElements() {
 }
 
 void NetlistBuilder::addElement(Instance const& instance, ComponentRule const& rule, std::string const& name) {
-    if (byName.count(name)) {
-        findings.error(document.path, instance.mark, "'" + name + "' stands twice: by itself and in an array");
-        return;
-    }
     vrl::BB* const block = maker.make(instance, rule);
     Tree const* const told = instance.extension.find("array");
     if (told)
@@ -88,6 +88,18 @@ void NetlistBuilder::addElement(Instance const& instance, ComponentRule const& r
     result.netlist->addBB(block, name);
     byName.emplace(name, built.size());
     built.push_back({name, block, &rule, &instance});
+}
+
+bool NetlistBuilder::standsTwice(Instance const& instance) {
+    for (std::size_t column = 0; column < instance.size.columns; ++column) {
+        for (std::size_t row = 0; row < instance.size.rows; ++row) {
+            std::string const name = arrayName(instance, column, row);
+            if (byName.count(name) == 0) continue;
+            findings.error(document.path, instance.mark, "'" + name + "' stands twice: by itself and in an array");
+            return true;
+        }
+    }
+    return false;
 }
 
 /// A block without a name comes about, and is given back here, by adding it under a name that is taken.
@@ -105,6 +117,13 @@ void NetlistBuilder::leaveOut(Instance const& instance) {
         for (std::size_t row = 0; row < instance.size.rows; ++row)
             leftOutNames.insert(arrayName(instance, column, row));
     ++result.leftOut;
+}
+
+/// What has not the shape is left out as it was told.
+void NetlistBuilder::leaveOutOdd() {
+    for (Tree::Member const& odd : document.oddInstances.members) leftInstances.members.push_back(odd);
+    leftNets.items = document.oddNets.items;
+    result.leftOut += document.oddInstances.members.size() + document.oddNets.items.size();
 }
 
 /// The further members of a net, under its two ends in our names.
@@ -168,6 +187,19 @@ unsigned NetlistBuilder::nodeOf(Tree const& end, std::map<std::string, unsigned>
     return result.netlist->getNode(built[reached.first].name, reached.second);
 }
 
+/// Whether an export makes the outer ports without a note of them, under the same names.
+bool NetlistBuilder::portsAreDerived() {
+    Circuit const circuit = circuitFrom(*result.netlist, 0);
+    Tree derived = Tree::list();
+    for (FurtherPort const& port : furtherPorts(*result.netlist, circuit, {}, {})) {
+        Element const& element = circuit.elements[port.end.element];
+        derived.items.push_back(Tree::list());
+        derived.items.back().items = {Tree::ofText(port.name), Tree::ofText(element.name),
+                                      Tree::ofText(element.pins[port.end.pin].name)};
+    }
+    return derived == outerPorts;
+}
+
 void NetlistBuilder::keepNotes() {
     vrl::Netlist& netlist = *result.netlist;
     if (!document.name.empty()) notes::set(netlist, notes::kName, Tree::ofText(document.name));
@@ -175,7 +207,7 @@ void NetlistBuilder::keepNotes() {
     auto const keep = [&](char const* key, Tree const& value) {
         if (value.size() > 1) notes::set(netlist, key, value);
     };
-    keep(notes::kPorts, outerPorts);
+    if (!portsAreDerived()) keep(notes::kPorts, outerPorts);
     keep(notes::kNets, netMembers);
     keep(notes::kMembers, document.others);
     keep(notes::kPlacements, document.strayPlacements);

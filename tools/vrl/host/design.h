@@ -57,10 +57,15 @@ std::string missingText(Design const& a, Design const& b);
 
 /// Writes a netlist into a file, which has its new content whole or stays as it is: a temporary file in the same
 /// folder, flushed to the disk and renamed, with the mode of the file before. Refuses a netlist with stand-ins, whose
-/// kinds keep what this program does not know of, and so does it a file that holds such kinds.
+/// kinds keep what this program does not know of, and so does it a file that holds such kinds, or a design that cannot
+/// be read whole.
 void saveDesign(vrl::Netlist& netlist, std::string const& path);
 
-/// The same for any bytes.
+/// The same for texts and pictures. Refuses to replace a saved design, of whatever name.
 void saveFile(std::string const& path, std::string const& bytes);
+
+/// A Failure if the output is the same file as one of the inputs, under whatever name: links count. Inputs and outputs
+/// that are not there are passed over.
+void refuseToReplace(std::string const& output, std::vector<std::string> const& inputs);
 
 }  // namespace vrltool

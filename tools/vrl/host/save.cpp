@@ -6,6 +6,8 @@
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
+#include <fstream>
+#include <map>
 #include <sstream>
 
 #include "circuit/parameters.h"
@@ -17,8 +19,27 @@ namespace vrltool {
 
 namespace {
 
+std::string cureOf(int code) {
+    static std::map<int, char const*> const cures{{ENOENT, "make the folder first"},
+                                                  {ENOTDIR, "name a file in a folder"},
+                                                  {EACCES, "name a file in a folder that you may write to"},
+                                                  {EPERM, "name a file in a folder that you may write to"},
+                                                  {EROFS, "name a file in a folder that you may write to"},
+                                                  {ENOSPC, "make room on the disk"},
+                                                  {EDQUOT, "make room on the disk"},
+                                                  {EFBIG, "raise the limit of the size of files"},
+                                                  {ELOOP, "name the file itself"},
+                                                  {ENAMETOOLONG, "give it a shorter name"}};
+    auto const found = cures.find(code);
+    return found == cures.end() ? "" : found->second;
+}
+
 [[noreturn]] void failSave(std::string const& path, std::string const& step) {
-    throw Failure(path, step + ": " + std::strerror(errno), "the file is as it was before");
+    int const code = errno;
+    std::string cure = cureOf(code);
+    if (std::error_code none; std::filesystem::is_regular_file(path, none))
+        cure += std::string(cure.empty() ? "" : "; ") + "the file is as it was before";
+    throw Failure(path, step + ": " + std::strerror(code), cure);
 }
 
 /// The file that a path leads to, which need not be there: what is replaced is never a link.
@@ -38,7 +59,8 @@ std::filesystem::path target(std::filesystem::path path) {
 /// A new file beside another one, removed again unless it was put in its place.
 class Replacement {
 public:
-    explicit Replacement(std::string const& path) : place(path), name(path + ".XXXXXX") {
+    explicit Replacement(std::filesystem::path const& path)
+        : place(path.string()), name((path.parent_path() / ".vrl-XXXXXX").string()) {
         descriptor = mkostemp(name.data(), O_CLOEXEC);
         if (descriptor < 0) failSave(place, "cannot make a file in its folder");
     }
@@ -54,10 +76,8 @@ public:
         mode_t const mask = umask(0);
         umask(mask);
         bool const exists = stat(place.c_str(), &before) == 0;
-        if (exists && !S_ISREG(before.st_mode)) {
-            errno = S_ISDIR(before.st_mode) ? EISDIR : EINVAL;
-            failSave(place, "cannot be replaced");
-        }
+        if (exists && !S_ISREG(before.st_mode))
+            throw Failure(place, S_ISDIR(before.st_mode) ? "is a folder" : "is no regular file", "name a regular file");
         if (fchmod(descriptor, exists ? before.st_mode & 07777 : 0666 & ~mask) != 0)
             failSave(place, "cannot set its mode");
     }
@@ -75,7 +95,7 @@ public:
         int const closed = close(descriptor);
         descriptor = -1;
         if (closed != 0) failSave(place, "cannot be closed");
-        if (rename(name.c_str(), place.c_str()) != 0) failSave(place, "cannot be replaced");
+        if (rename(name.c_str(), place.c_str()) != 0) failSave(place, "cannot be put in its place");
         name.clear();
     }
 
@@ -108,25 +128,56 @@ void refuseStandIns(vrl::Netlist& netlist, std::string const& path) {
     }
 }
 
-/// A file that is there keeps kinds that are missing here: it is not replaced. One that is no design may be.
+/// Whether a file begins as every saved design does.
+bool isSavedDesign(std::string const& path) {
+    std::error_code none;
+    if (!std::filesystem::is_regular_file(path, none)) return false;  // to open a pipe would wait
+    std::ifstream file(path, std::ios::binary);
+    if (!file)
+        throw Failure(path, "is there and cannot be read, so that it may be a saved design",
+                      "give the output a name of its own");
+    char head[2] = {};
+    return file.read(head, sizeof head) && head[0] == '\x3D' && head[1] == '\x40';
+}
+
+/// A file that is there may keep kinds that are missing here, or more than can be read of it: it is not replaced then.
 void refuseOver(std::string const& path) {
-    if (access(path.c_str(), F_OK) != 0) return;
+    if (!isSavedDesign(path)) return;
     Design before;
     try {
         before = readDesign(path);
     } catch (Failure const&) {
-        return;
+        throw Failure(path, "begins as a saved design and cannot be read whole, so it is not replaced",
+                      "give the output a name of its own, or move the file away");
     }
     if (!before.missing.empty()) refuse(path, before.missing.front().name);
 }
 
-}  // namespace
-
-void saveFile(std::string const& path, std::string const& bytes) {
-    Replacement file(target(path).string());
+void replaceFile(std::string const& path, std::string const& bytes) {
+    Replacement file(target(path));
     file.takeMode();
     file.write(bytes);
     file.putInPlace();
+}
+
+}  // namespace
+
+void refuseToReplace(std::string const& output, std::vector<std::string> const& inputs) {
+    struct stat written {};
+    if (stat(output.c_str(), &written) != 0) return;
+    for (std::string const& input : inputs) {
+        struct stat read {};
+        if (stat(input.c_str(), &read) == 0 && read.st_dev == written.st_dev && read.st_ino == written.st_ino)
+            throw Failure(output, "is read as '" + printable(input) + "', and would be replaced",
+                          "give the output a name of its own");
+    }
+}
+
+void saveFile(std::string const& path, std::string const& bytes) {
+    if (isSavedDesign(path))
+        throw Failure(path, "is a saved design, which would be lost",
+                      "give the output a name of its own, or move the design away");
+    replaceFile(path, bytes);
 }
 
 void saveDesign(vrl::Netlist& netlist, std::string const& path) {
@@ -135,7 +186,7 @@ void saveDesign(vrl::Netlist& netlist, std::string const& path) {
     vrl::BinaryStreamSerialiser writer(bytes);
     if (!netlist.write(&writer) || !bytes) throw Failure(path, "the design cannot be written", "");
     refuseOver(path);  // reading sets the process-wide numbers, which are part of the bytes
-    saveFile(path, bytes.str());
+    replaceFile(path, bytes.str());
 }
 
 }  // namespace vrltool
