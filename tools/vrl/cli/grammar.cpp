@@ -109,14 +109,8 @@ CLI::App& Grammar::addCommand(std::string const& name, std::string const& summar
 }
 
 CLI::App& Grammar::add(std::string const& name, std::string const& summary, std::string const& examples, Run run) {
-    CLI::App& command = addTextOnly(name, summary, examples, std::move(run));
-    command.add_flag("--json", common.json, "JSON for programs; see docs/schemas/vrl-" + name + ".schema.json");
-    return command;
-}
-
-CLI::App& Grammar::addTextOnly(std::string const& name, std::string const& summary, std::string const& examples,
-                               Run run) {
     CLI::App& command = addCommand(name, summary, std::move(run));
+    command.add_flag("--json", common.json, "JSON for programs; see docs/schemas/vrl-" + name + ".schema.json");
     command.footer("Examples:\n" + examples);
     return command;
 }

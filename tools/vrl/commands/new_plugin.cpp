@@ -1,10 +1,12 @@
 #include <CLI/CLI.hpp>
 #include <iostream>
 #include <memory>
+#include <nlohmann/json.hpp>
 
 #include "cli/grammar.h"
 #include "commands/commands.h"
 #include "starter/starter.h"
+#include "text/json.h"
 #include "text/table.h"
 
 namespace vrltool {
@@ -29,12 +31,20 @@ std::string quoted(std::string const& path) {
     return text + "'";
 }
 
-Outcome newPlugin(Options const& options) {
+constexpr char kBuild[] = "cmake --workflow --preset default";
+
+Outcome newPlugin(Options const& options, Common const& common) {
     auto const written = startPlugin(options.name, options.folder);
+    if (common.json) {
+        Json json = jsonHead("new-plugin", 1);
+        json.update(Json{{"name", options.name}, {"folder", options.folder}, {"files", written}, {"build", kBuild}});
+        writeJson(std::cout, json);
+        return Outcome::kFine;
+    }
     std::cout << "wrote into " << printable(options.folder) << ":\n";
     for (std::string const& file : written) std::cout << "  " << file << '\n';
-    std::cout << "\nBuild it and run its tests:\n\n  cd " << printable(quoted(options.folder))
-              << " && cmake --workflow --preset default\n";
+    std::cout << "\nBuild it and run its tests:\n\n  cd " << printable(quoted(options.folder)) << " && " << kBuild
+              << '\n';
     return Outcome::kFine;
 }
 
@@ -42,10 +52,10 @@ Outcome newPlugin(Options const& options) {
 
 void addNewPlugin(Grammar& grammar) {
     auto const options = std::make_shared<Options>();
-    CLI::App& command = grammar.addTextOnly(
-        "new-plugin", "starts a plug-in project that builds with one command",
-        "  vrl new-plugin myFab my-fab   # a foundry, a block, a view and a test in the new folder my-fab",
-        [options](Common const&) { return newPlugin(*options); });
+    CLI::App& command =
+        grammar.add("new-plugin", "starts a plug-in project that builds with one command",
+                    "  vrl new-plugin myFab my-fab   # a foundry, a block, a view and a test in the new folder my-fab",
+                    [options](Common const& common) { return newPlugin(*options, common); });
     command.add_option("name", options->name, "letters, digits and underscores, a letter first")
         ->required()
         ->type_name("NAME");
