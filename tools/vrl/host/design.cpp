@@ -212,9 +212,15 @@ void writeMissing(std::ostream& os, Design const& design) {
            << printable(kind.name) << "' (" << counted(kind.count, "use") << "); something stands in for it\n";
 }
 
+/// The system's words begin with the path as often as not.
 void writeFailedLibraries(std::ostream& os) {
-    for (FailedLibrary const& library : failedLibraries())
-        os << "  not loaded: " << library.path << ": " << library.reason << '\n';
+    auto const failed = failedLibraries();
+    for (FailedLibrary const& library : failed) {
+        std::string const head = library.path + ": ";
+        bool const named = library.reason.compare(0, head.size(), head) == 0;
+        os << "  not loaded: " << (named ? "" : head) << library.reason << '\n';
+    }
+    if (failed.empty()) os << "  'vrl plugins' shows what is loaded\n";
 }
 
 }  // namespace
