@@ -152,7 +152,7 @@ TEST(Doc, SaysThatTheFolderIsMissing) {
     Tool const tool;
     auto const done = tool.run("doc", {"SampleFab", "-o", "no/booklet.tex"});
     EXPECT_EQ(done.err, "vrl: no/booklet.tex: cannot make a file in its folder: No such file or directory\n"
-                        "  the file is as it was before\n");
+                        "  make the folder first\n");
     EXPECT_EQ(done.status, 2);
 }
 

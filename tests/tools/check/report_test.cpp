@@ -166,8 +166,7 @@ TEST_F(CheckReport, TellsWhereRulesCouldNotLook) {
                   kAllRan);
     EXPECT_EQ(outcome.err,
               "vrl: a.vrl: no loaded plug-in has the block 'demoDelayLine' (1 use); something stands in for it\n"
-              "  not loaded: " VRL_SAMPLE_PLUGINS "/lib_wn_vrldll.so.5.1.3: " VRL_SAMPLE_PLUGINS
-              "/lib_wn_vrldll.so.5.1.3: cannot open shared object file: No such file or directory\n");
+              "  'vrl plugins' shows what is loaded\n");
     EXPECT_EQ(outcome.status, 1);
 }
 
@@ -247,9 +246,7 @@ TEST_F(CheckReport, ChecksADesignWithoutAnyOfItsPlugins) {
               "vrl: a.vrl: no loaded plug-in has the block 'sfPushPullArms' (1 use); something stands in for it\n"
               "vrl: a.vrl: no loaded plug-in has the block 'sfSplitter' (1 use); something stands in for it\n"
               "vrl: a.vrl: no loaded plug-in has the block 'sfStraight' (1 use); something stands in for it\n"
-              "  not loaded: " VRL_SAMPLE_PLUGINS "/lib_wn_vrldll.so.5.1.3: " VRL_SAMPLE_PLUGINS
-              "/lib_wn_vrldll.so.5.1.3: cannot open shared object file: No such file or directory\n"
-              "  not loaded: " VRL_SAMPLE_PLUGINS "/lib_wn_notThere.so.5.1.3: " VRL_SAMPLE_PLUGINS
+              "  not loaded: " VRL_SAMPLE_PLUGINS
               "/lib_wn_notThere.so.5.1.3: cannot open shared object file: No such file or directory\n");
     EXPECT_EQ(outcome.status, 1);
 }

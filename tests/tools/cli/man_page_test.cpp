@@ -94,6 +94,9 @@ makes \(aqit\(aq
 \fIfolder\fR
 where to make it
 .TP
+\fB\-\-json\fR
+JSON for programs; see docs/schemas/vrl\-make.schema.json
+.TP
 \fB\-\-rule\fR \fIRULE=LEVEL\fR
 a rule
 .TP

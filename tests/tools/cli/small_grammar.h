@@ -16,7 +16,7 @@ public:
         look.add_option("parameters", texts, "some of its parameters")->type_name("PARAMETER");
         look.add_option("--as", text, "how it looks")->type_name("")->check(CLI::IsMember({"table", "tree", "text"}));
         look.add_option("-o,--output", text, "where to")->type_name("FILE");
-        CLI::App& make = addTextOnly("make", "makes 'it'", "  vrl make x\nAnd no more.", nothing);
+        CLI::App& make = add("make", "makes 'it'", "  vrl make x\nAnd no more.", nothing);
         make.add_option("folder", text, "where to make it")->required()->type_name("DIR");
         make.add_option("--rule", text, "a rule")->type_name("RULE=LEVEL");
         make.add_option("--count", number, "how many")->type_name("N");

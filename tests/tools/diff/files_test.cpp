@@ -174,7 +174,7 @@ TEST(DiffFiles, AreComparedWithoutTheirPlugins) {
               "vrl: b.vrl: no loaded plug-in has the block 'sfSplitter' (1 use); something stands in for it\n"
               "vrl: b.vrl: no loaded plug-in has the block 'sfStraight' (1 use); something stands in for it\n"
               "  not loaded: " +
-                  path + ": " + path + ": cannot open shared object file: No such file or directory\n");
+                  path + ": cannot open shared object file: No such file or directory\n");
     EXPECT_EQ(ended.status, 1);
 }
 
@@ -195,7 +195,8 @@ TEST(DiffFiles, TellWhichParametersCouldNotBeCompared) {
     };
     std::string const missing =
         "vrl: a.vrl: no loaded plug-in has the parameter type 'testOutline' (1 use); something stands in for it\n"
-        "vrl: b.vrl: no loaded plug-in has the parameter type 'testOutline' (1 use); something stands in for it\n";
+        "vrl: b.vrl: no loaded plug-in has the parameter type 'testOutline' (1 use); something stands in for it\n"
+        "  'vrl plugins' shows what is loaded\n";
     Pair const same(outlined("x"), outlined("x"));
     EXPECT_EQ(same.diff(), "not compared\n"
                            "  ? outline: no loaded plug-in has the type 'testOutline'\n"
@@ -220,9 +221,10 @@ TEST(DiffFiles, ThatCannotBeReadAreNamed) {
               "vrl: text.vrl: is not a saved design\n"
               "  saved designs begin with the bytes 3D 40 and the kind of their object\n"
               "status 2\n");
-    EXPECT_EQ(whole(pair.tool.run("diff", {"a.vrl"})), "vrl: new is required\n"
-                                                       "  'vrl diff --help' tells the usage\n"
-                                                       "status 2\n");
+    EXPECT_EQ(whole(pair.tool.run("diff", {"a.vrl"})),
+              "vrl: FILE is missing: the saved design that is compared with it\n"
+              "  'vrl diff --help' tells the usage\n"
+              "status 2\n");
 }
 
 }  // namespace

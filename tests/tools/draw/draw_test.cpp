@@ -192,7 +192,7 @@ TEST_F(Draw, TellsWhatGraphvizSaidWhenItFails) {
 TEST_F(Draw, LeavesNothingWhereItCannotWrite) {
     EXPECT_EQ(refused({"a.vrl", "-o", "none/a.dot"}),
               "vrl: none/a.dot: cannot make a file in its folder: No such file or directory\n"
-              "  the file is as it was before\n");
+              "  make the folder first\n");
 }
 
 TEST_F(Draw, SuggestsTheElementThatWasMeant) {
