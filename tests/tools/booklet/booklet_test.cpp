@@ -65,6 +65,7 @@ TEST(Doc, GivesTheSameBytesEachTime) {
     Tool const tool;
     tool.run("doc", {"SampleFab", "-o", "a.tex"});
     tool.run("doc", {"SampleFab", "-o", "b.tex"});
+    EXPECT_NE(tool.read("a.tex"), "");
     EXPECT_EQ(tool.read("a.tex"), tool.read("b.tex"));
 }
 

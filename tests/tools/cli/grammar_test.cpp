@@ -88,7 +88,7 @@ TEST(Grammar, NamesAConfigurationThatCannotBeRead) {
     Tool const tool;
     EXPECT_EQ(whole(tool.run("show", {"--config", "none.ini", "a.vrl"})),
               "vrl: none.ini: cannot read this configuration file\n"
-              "  give a readable file with --config FILE, or none to use the one that is searched for\n"
+              "  give a readable file with --config FILE, or none\n"
               "status 2\n");
 }
 

@@ -98,8 +98,8 @@ TEST_F(Draw, RefusesToGuessWhereThePictureGoes) {
 TEST_F(Draw, RefusesToReplaceTheDesign) {
     std::string const before = tool.read("a.vrl");
     EXPECT_EQ(refused({"a.vrl", "--format", "svg", "-o", "./a.vrl"}),
-              "vrl: ./a.vrl: is the design itself, which the picture would replace\n"
-              "  give the picture a name of its own\n");
+              "vrl: ./a.vrl: is read as 'a.vrl', and would be replaced\n"
+              "  give the output a name of its own\n");
     EXPECT_TRUE(tool.read("a.vrl") == before);
 }
 

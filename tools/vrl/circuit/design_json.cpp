@@ -91,18 +91,6 @@ Json circuitJson(Circuit const& circuit) {
     return json;
 }
 
-Json soloBlockJson(vrl::BB& block) {
-    Element element;
-    element.block = &block;
-    element.kind = block.getName();
-    element.foundry = block.getFoundryName();
-    for (auto port = block.beginPort(); port != block.endPort(); ++port)
-        element.pins.push_back({port->getName().getName(), port->getDomain(), 0, true});
-    if (auto* const composite = dynamic_cast<vrl::CBB*>(&block))
-        element.inside = std::make_unique<Circuit>(circuitFrom(*composite->getAsNetlist()));
-    return blockJson(element);
-}
-
 Json missingJson(std::vector<MissingKind> const& missing) {
     static char const* const words[] = {"block", "parameter", "netlist"};
     Json json = Json::array();
@@ -118,7 +106,7 @@ Json designJson(Design const& design) {
     json["type"] = design.type;
     json["missing"] = missingJson(design.missing);
     if (design.block) {
-        json["block"] = soloBlockJson(*design.block);
+        json["block"] = blockJson(elementOf("", 0, design.block));
     } else if (design.netlist) {
         json["parameters"] = parametersJson(*design.netlist);
         json["circuit"] = circuitJson(circuitFrom(*design.netlist));

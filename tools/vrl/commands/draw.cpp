@@ -52,13 +52,6 @@ PictureFormat formatOf(Options const& options) {
                   std::string("end it in ") + pictureFormats() + ", or name one of them with --format");
 }
 
-void refuseToReplaceDesign(Options const& options) {
-    std::error_code ignored;
-    if (std::filesystem::equivalent(options.file, options.output, ignored))
-        throw Failure(options.output, "is the design itself, which the picture would replace",
-                      "give the picture a name of its own");
-}
-
 void refuseTwoOutputs(Options const& options) {
     if (toStandardOutput(options))
         throw Failure("standard output", "cannot hold both the picture and the JSON that --json asks for",
@@ -82,7 +75,7 @@ Json report(Options const& options, PictureFormat format, Selection const& selec
 Outcome work(Options const& options, Common const& common) {
     PictureFormat const format = formatOf(options);
     if (common.json) refuseTwoOutputs(options);
-    refuseToReplaceDesign(options);
+    refuseToReplace(options.output, {options.file});
     startLibrary(common.config);
     Design const design = readDesign(options.file);
     std::cerr << missingText(design);

@@ -1,7 +1,5 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <filesystem>
-#include <fstream>
 #include <functional>
 #include <iostream>
 #include <memory>
@@ -10,6 +8,7 @@
 #include "cli/completion.h"
 #include "cli/grammar.h"
 #include "commands/commands.h"
+#include "host/start.h"
 #include "validate/child.h"
 #include "validate/conformance.h"
 
@@ -68,18 +67,6 @@ std::vector<Check const*> neededChecks(std::vector<Check const*> const& chosen, 
     };
     for (Check const* const check : chosen) need(*check);
     return needed;
-}
-
-/// A pipe would keep its reader waiting, and a folder opens like a file. The checks read it in processes of their own.
-void checkConfig(std::string const& config) {
-    std::error_code error;
-    auto const status = std::filesystem::status(config, error);
-    if (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status))
-        throw Failure(config, "is not a regular file", "give a configuration file with --config FILE");
-    std::ifstream file(config);
-    if (!file || file.peek() == std::ifstream::traits_type::eof())
-        throw Failure(config, file.eof() ? "the configuration file is empty" : "cannot read this configuration file",
-                      "give a readable file with --config FILE, or none");
 }
 
 /// An option that takes one word or a list each time, and may come several times.

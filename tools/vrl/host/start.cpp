@@ -18,18 +18,6 @@ namespace vrltool {
 
 namespace {
 
-void useConfig(std::string const& config) {
-    std::error_code error;
-    auto const status = std::filesystem::status(config, error);
-    if (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status))
-        throw Failure(config, "is not a regular file", "give a configuration file with --config FILE");
-    std::ifstream file(config);
-    if (!file || file.peek() == std::ifstream::traits_type::eof())
-        throw Failure(config, file.eof() ? "the configuration file is empty" : "cannot read this configuration file",
-                      "give a readable file with --config FILE, or none to use the one that is searched for");
-    vrlConfigFile(config.c_str());
-}
-
 /// The warnings of the configuration; the reports of single libraries are the affair of those who miss a kind. One that
 /// ends in the path of the file has no line end of its own.
 void showWarnings(std::string const& messages, std::string const& configFile) {
@@ -56,8 +44,22 @@ QuietOutput::~QuietOutput() {
     close(kept);
 }
 
+void checkConfig(std::string const& config) {
+    std::error_code error;
+    auto const status = std::filesystem::status(config, error);
+    if (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status))
+        throw Failure(config, "is not a regular file", "give a configuration file with --config FILE");
+    std::ifstream file(config);
+    if (!file || file.peek() == std::ifstream::traits_type::eof())
+        throw Failure(config, file.eof() ? "the configuration file is empty" : "cannot read this configuration file",
+                      "give a readable file with --config FILE, or none");
+}
+
 void startLibrary(std::string const& config) {
-    if (!config.empty()) useConfig(config);
+    if (!config.empty()) {
+        checkConfig(config);
+        vrlConfigFile(config.c_str());
+    }
     QuietOutput const quiet;
     if (!watchesLoads()) {
         WatchOptions options;
