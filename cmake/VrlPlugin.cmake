@@ -6,7 +6,7 @@ set_property(GLOBAL PROPERTY VRL_PLUGIN_VERSION_DEFAULT 5.1.3)
 # vrl_add_plugin(NAME source... [VERSION version] [EXPORTS function...] [ALLOW_UNDEFINED])
 #
 # Adds the target NAME, a plug-in: lib_wn_NAME.so.VERSION, on Windows lib_wn_NAME.VERSION.dll. A configuration file loads it
-# with `sodllfile = NAME` and the postfix `.so.${version}`. Its entry points, those that vrllib/runtime/factory_loader.h and
+# with `sodllfile = NAME` and the postfix `.so.${version}`. Its entry points, those that vrllib/plugins/factory_loader.h and
 # loader.h tell of, are all that it exports.
 #   VERSION          otherwise the variable VRL_PLUGIN_VERSION, otherwise 5.1.3
 #   EXPORTS          further plain names to export, for hosts that call them with soloader_Call

@@ -9,7 +9,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/support/sample_design.h"
-#include "vrllib/runtime/factory_loader.h"
+#include "vrllib/plugins/factory_loader.h"
 
 namespace {
 

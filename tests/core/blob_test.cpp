@@ -43,7 +43,7 @@ public:
 
 /// What a scenario writes, if it ends well.
 std::string told(std::string const& scenario) {
-    vrl_test::Sandbox const sandbox(CORE_SCENARIOS_PROGRAM);
+    vrl_test::Sandbox const sandbox(LIBRARY_SCENARIOS_PROGRAM);
     auto const outcome = sandbox.run(scenario);
     EXPECT_EQ(outcome.status, 0);
     EXPECT_EQ(outcome.err, "");

@@ -10,7 +10,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/doc/tex_file.h"
-#include "tests/plugins/kinds.h"
+#include "tests/plugins/samples/kinds.h"
 #include "tests/support/sample_design.h"
 #include "tests/support/slots.h"
 

@@ -426,7 +426,7 @@ TEST(Foundry, HasItsOperationsInOrder) {
 TEST(Foundry, IsSavedAsAComponent) { EXPECT_EQ(OpenFab().getSerTypeName(), "Component"); }
 
 TEST(Foundry, CountsFromOneInAFreshProcess) {
-    vrl_test::Outcome const child = vrl_test::Sandbox(MODEL_SCENARIOS_PROGRAM).run("foundryNumbers");
+    vrl_test::Outcome const child = vrl_test::Sandbox(LIBRARY_SCENARIOS_PROGRAM).run("foundryNumbers");
 
     EXPECT_EQ(child.out, "1 2 2 3\n"
                          "after resetUniqueIDs 4\n");

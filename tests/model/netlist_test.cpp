@@ -61,7 +61,7 @@ using NetlistSync = NetlistGraph;
 using NetlistLife = NetlistGraph;
 
 TEST(NetlistNumbering, StartsAtOneInAFreshProcess) {
-    vrl_test::Outcome const child = vrl_test::Sandbox(MODEL_SCENARIOS_PROGRAM).run("netlistNumbers");
+    vrl_test::Outcome const child = vrl_test::Sandbox(LIBRARY_SCENARIOS_PROGRAM).run("netlistNumbers");
 
     EXPECT_EQ(child.out, "1 2 elm#1\n");
     EXPECT_EQ(child.err, "");

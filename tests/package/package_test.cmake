@@ -35,7 +35,8 @@ endif()
 file(GLOB_RECURSE private RELATIVE ${moved}
     ${moved}/include/vrllib/platform/* ${moved}/include/wildcard.h ${moved}/include/thrown_text.h
     ${moved}/include/config_reader.h ${moved}/include/default_config.h ${moved}/include/load_steps.h
-    ${moved}/include/load_targets.h ${moved}/include/macros.h ${moved}/include/runtime_state.h)
+    ${moved}/include/load_targets.h ${moved}/include/macros.h ${moved}/include/loader_state.h
+    ${moved}/include/configuration_state.h ${moved}/include/fixed_text.h ${moved}/include/type_factory.h)
 expect_equal("private headers" "${private}" "")
 
 # No file of the package knows where it was built or first installed.

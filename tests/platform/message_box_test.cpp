@@ -11,7 +11,7 @@ constexpr char kQuestion[] = "Vorlane\nfirst line\nsecond line\n[Enter] OK, [c] 
 
 class MessageBox : public testing::Test {
 protected:
-    vrl_test::Sandbox sandbox{PLATFORM_SCENARIOS_PROGRAM};
+    vrl_test::Sandbox sandbox{LIBRARY_SCENARIOS_PROGRAM};
 };
 
 struct Answer {

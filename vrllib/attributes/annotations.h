@@ -5,7 +5,7 @@
 #include <map>
 #include <string>
 
-#include "vrllib/core/export.h"
+#include "vrllib/base/export.h"
 #include "vrllib/serialisation/persistence.h"
 
 // Parameters, their words:

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "vrllib/attributes/annotations.h"
-#include "vrllib/core/forward.h"
+#include "vrllib/base/forward.h"
 
 namespace Vorlane_v1_0 {
 

@@ -6,7 +6,7 @@
 #include <type_traits>
 
 #include "vrllib/core/messages.h"
-#include "vrllib/runtime/factory_loader.h"
+#include "vrllib/core/type_factory.h"
 
 namespace Vorlane_v1_0 {
 
@@ -64,8 +64,13 @@ Attribute* detail::createStored<Attribute>(std::string const& type) {
     return type.empty() ? nullptr : Attributes::factory().create(type);
 }
 
+template <>
+shared_ptr<Attribute> detail::defaultObject<Attribute>() {
+    return firstKeyObject<Attribute>();
+}
+
 FactoryNoArg<std::string, Attribute>& Attributes::factory() {
-    auto& factory = FactoryLoader<Attribute>::factory();
+    auto& factory = detail::typeFactory<Attribute>();
     if (!factory.hasData()) {
         registerKind<Value<bool>>(factory);
         registerKind<Value<int>>(factory);

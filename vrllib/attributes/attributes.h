@@ -9,9 +9,9 @@
 
 #include "vrllib/attributes/annotations.h"
 #include "vrllib/attributes/value.h"
-#include "vrllib/core/version.h"
-#include "vrllib/runtime/factory.h"
-#include "vrllib/runtime/shared_ptr.h"
+#include "vrllib/core/change_counter.h"
+#include "vrllib/core/factory.h"
+#include "vrllib/core/shared_ptr.h"
 #include "vrllib/serialisation/containers.h"
 
 namespace Vorlane_v1_0 {

@@ -2,8 +2,8 @@
 
 #include <string>
 
-#include "vrllib/core/export.h"
-#include "vrllib/core/forward.h"
+#include "vrllib/base/export.h"
+#include "vrllib/base/forward.h"
 
 namespace Vorlane_v1_0 {
 

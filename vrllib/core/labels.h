@@ -5,8 +5,8 @@
 #include <iosfwd>
 #include <string>
 
+#include "vrllib/base/export.h"
 #include "vrllib/core/enum_list.h"
-#include "vrllib/core/export.h"
 
 // Labels are strings whose leading letters carry the meaning: the kind of a port and the polarisation of a mode are
 // read from the name and stand in no field of their own. A null `char const*` counts as empty text.

@@ -3,7 +3,7 @@
 #include <sstream>
 #include <string>
 
-#include "vrllib/core/export.h"
+#include "vrllib/base/export.h"
 
 /// @file
 /// The message channel: one process-wide buffer of text for people.

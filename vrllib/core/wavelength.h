@@ -4,7 +4,7 @@
 #include <iosfwd>
 #include <utility>
 
-#include "vrllib/core/export.h"
+#include "vrllib/base/export.h"
 
 namespace Vorlane_v1_0 {
 

@@ -5,7 +5,7 @@
 #include <ostream>
 #include <string>
 
-#include "vrllib/core/forward.h"
+#include "vrllib/base/forward.h"
 
 /// A LaTeX source file that is being written: the target of every toTex.
 ///

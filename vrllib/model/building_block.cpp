@@ -5,8 +5,8 @@
 #include <ostream>
 #include <utility>
 
+#include "vrllib/core/type_factory.h"
 #include "vrllib/doc/texstream.h"
-#include "vrllib/runtime/factory_loader.h"
 
 namespace Vorlane_v1_0 {
 
@@ -79,23 +79,32 @@ BB* detail::createStored<BB>(std::string const& type) {
 }
 
 BB* BB::create(Foundry const* foundry, std::string const& kind) {
-    return FactoryLoader<BB>::factory().create(kind, foundry);
+    return detail::typeFactory<BB>().create(kind, foundry);
 }
-void BB::destroy(BB* block) { FactoryLoader<BB>::factory().destroy(block); }
+void BB::destroy(BB* block) { detail::typeFactory<BB>().destroy(block); }
 template <>
 void ptr_destroy<BB>(BB* block) {
     BB::destroy(block);
 }
 
-void BB::registerOnCreate(void (*callback)(BB*)) { FactoryLoader<BB>::factory().registerOnCreate(callback); }
-void BB::registerOnChange(void (*callback)(BB*)) { FactoryLoader<BB>::factory().registerOnChange(callback); }
-void BB::registerOnDestroy(void (*callback)(BB*)) { FactoryLoader<BB>::factory().registerOnDestroy(callback); }
+// Nothing is made here: only a host can say which block is the default.
+template <>
+shared_ptr<BB> detail::defaultObject<BB>() {
+    static char text[] = "Can not create a default BB";
+    shared_ptr<BB> const& kept = defaultHandle<BB>();
+    if (!kept) throwText(text);
+    return kept;
+}
+
+void BB::registerOnCreate(void (*callback)(BB*)) { detail::typeFactory<BB>().registerOnCreate(callback); }
+void BB::registerOnChange(void (*callback)(BB*)) { detail::typeFactory<BB>().registerOnChange(callback); }
+void BB::registerOnDestroy(void (*callback)(BB*)) { detail::typeFactory<BB>().registerOnDestroy(callback); }
 
 void BB::list(EnumList::Domain const& d, std::vector<std::string>::const_iterator* first,
               std::vector<std::string>::const_iterator* last) {
     static auto* const kinds = new std::vector<std::string>;
     kinds->clear();
-    auto& factory = FactoryLoader<BB>::factory();
+    auto& factory = detail::typeFactory<BB>();
     for (auto const& entry : factory) {
         shared_ptr<BB> const block(factory.create(entry.first, nullptr));
         if (block && block->chkDomain(d)) kinds->push_back(entry.first);

@@ -3,7 +3,7 @@
 #include <string>
 
 #include "vrllib/attributes/attributes.h"
-#include "vrllib/core/version.h"
+#include "vrllib/core/change_counter.h"
 #include "vrllib/model/view.h"
 
 // The design model, its words:

@@ -5,9 +5,9 @@
 #include <utility>
 
 #include "vrllib/core/thrown_text.h"
+#include "vrllib/core/type_factory.h"
 #include "vrllib/model/cross_section.h"
 #include "vrllib/model/process_flow.h"
-#include "vrllib/runtime/factory_loader.h"
 
 namespace Vorlane_v1_0 {
 
@@ -85,23 +85,28 @@ Foundry::Foundry(Foundry const& other)
 Foundry& Foundry::operator=(Foundry const& other) = default;
 Foundry::~Foundry() = default;
 
-Foundry* Foundry::create(std::string const& name) {
-    return name.empty() ? FactoryLoader<Foundry>::getDefault().get() : FactoryLoader<Foundry>::factory().create(name);
-}
-void Foundry::destroy(Foundry* foundry) { FactoryLoader<Foundry>::factory().destroy(foundry); }
 template <>
 void ptr_destroy<Foundry>(Foundry* foundry) {
     Foundry::destroy(foundry);
 }
+template <>
+shared_ptr<Foundry> detail::defaultObject<Foundry>() {
+    return firstKeyObject<Foundry>();
+}
+
+Foundry* Foundry::create(std::string const& name) {
+    return name.empty() ? detail::defaultObject<Foundry>().get() : detail::typeFactory<Foundry>().create(name);
+}
+void Foundry::destroy(Foundry* foundry) { detail::typeFactory<Foundry>().destroy(foundry); }
 
 void Foundry::registerOnCreate(void (*callback)(Foundry*)) {
-    FactoryLoader<Foundry>::factory().registerOnCreate(callback);
+    detail::typeFactory<Foundry>().registerOnCreate(callback);
 }
 void Foundry::registerOnChange(void (*callback)(Foundry*)) {
-    FactoryLoader<Foundry>::factory().registerOnChange(callback);
+    detail::typeFactory<Foundry>().registerOnChange(callback);
 }
 void Foundry::registerOnDestroy(void (*callback)(Foundry*)) {
-    FactoryLoader<Foundry>::factory().registerOnDestroy(callback);
+    detail::typeFactory<Foundry>().registerOnDestroy(callback);
 }
 
 CrossSection* Foundry::createCS(std::string const& name, double const& width, double radius) const {

@@ -2,8 +2,8 @@
 
 #include <string>
 
+#include "vrllib/core/factory.h"
 #include "vrllib/model/component.h"
-#include "vrllib/runtime/factory.h"
 
 namespace Vorlane_v1_0 {
 

@@ -1,9 +1,11 @@
 #include "vrllib/model/netlist.h"
 
 #include <algorithm>
+#include <iostream>
+#include <sstream>
 
 #include "vrllib/core/thrown_text.h"
-#include "vrllib/runtime/factory_loader.h"
+#include "vrllib/core/type_factory.h"
 
 void resetUniqueIDs() {
     struct Counters : Vorlane_v1_0::Netlist_Vars {
@@ -23,6 +25,15 @@ bool holds(Netlist::Nodes const& nodes, unsigned int node) {
     return std::find(nodes.begin(), nodes.end(), node) != nodes.end();
 }
 
+/// The numbers with ",N" between them.
+void writeNodes(std::ostream& os, Netlist::Nodes const& nodes) {
+    char const* separator = "";
+    for (unsigned int const node : nodes) {
+        os << separator << node;
+        separator = ",N";
+    }
+}
+
 /// An output that the caller may leave out.
 void give(std::string* target, std::string const& text) {
     if (target) *target = text;
@@ -38,7 +49,7 @@ void giveLastIndex(Netlist::Nodes const& nodes, unsigned int* position) {
 unsigned int Netlist_Vars::numBB = 1;
 unsigned int Netlist_Vars::nodeCount = 1;
 
-Netlist::Netlist() { FactoryLoader<Netlist>::factory().OnCreate(this); }
+Netlist::Netlist() { detail::typeFactory<Netlist>().OnCreate(this); }
 Netlist::Netlist(Netlist const& other)
     : Attributes(other),
       RegisterView(other),
@@ -63,25 +74,46 @@ Netlist& Netlist::operator=(Netlist const& other) {
     serDone = other.serDone;
     return *this;
 }
-Netlist::~Netlist() { FactoryLoader<Netlist>::factory().OnDestroy(this); }
+Netlist::~Netlist() { detail::typeFactory<Netlist>().OnDestroy(this); }
 
 Netlist* Netlist::create(std::string const& kind) {
-    return kind.empty() ? new Netlist : FactoryLoader<Netlist>::factory().create(kind);
+    return kind.empty() ? new Netlist : detail::typeFactory<Netlist>().create(kind);
 }
 void Netlist::destroy(Netlist* netlist) { delete netlist; }
+VRL_DEFINE_PERSISTENCE(Netlist, Component)
+
+SerFormat<Netlist> const& Netlist::serFormat() {
+    using PortNames = std::pair<std::string, std::string>;
+    static auto const format = SerFormat<Netlist>("Netlist")
+                                   .shared("numBB", Netlist::numBB)
+                                   .shared("nodeCount", Netlist::nodeCount)
+                                   .member<SerialisableMap<std::string, unsigned int>>("nameToBB", &Netlist::nameToBB)
+                                   .member<SerialisableMap<PortNames, unsigned int>>("portToNode", &Netlist::portToNode)
+                                   .member<SerialisableVec<unsigned int>>("inputNodes", &Netlist::inputNodes)
+                                   .member<SerialisableVec<unsigned int>>("outputNodes", &Netlist::outputNodes)
+                                   .member<SerialisableBBMap<unsigned int, BB>>("BBList", &Netlist::BBList)
+                                   .member<SerialisableVec<unsigned int>>("DCNodes", &Netlist::DCNodes);
+    return format;
+}
+
 template <>
 void ptr_destroy<Netlist>(Netlist* netlist) {
     Netlist::destroy(netlist);
 }
 
+template <>
+shared_ptr<Netlist> detail::defaultObject<Netlist>() {
+    return firstKeyObject<Netlist>();
+}
+
 void Netlist::registerOnCreate(void (*callback)(Netlist*)) {
-    FactoryLoader<Netlist>::factory().registerOnCreate(callback);
+    detail::typeFactory<Netlist>().registerOnCreate(callback);
 }
 void Netlist::registerOnChange(void (*callback)(Netlist*)) {
-    FactoryLoader<Netlist>::factory().registerOnChange(callback);
+    detail::typeFactory<Netlist>().registerOnChange(callback);
 }
 void Netlist::registerOnDestroy(void (*callback)(Netlist*)) {
-    FactoryLoader<Netlist>::factory().registerOnDestroy(callback);
+    detail::typeFactory<Netlist>().registerOnDestroy(callback);
 }
 
 std::string Netlist::getName() const { return "Netlist"; }
@@ -209,5 +241,89 @@ Netlist::node_iterator Netlist::beginDCNodes() { return synced(DCNodes).begin();
 Netlist::node_iterator Netlist::endDCNodes() { return synced(DCNodes).end(); }
 Netlist::const_node_iterator Netlist::beginDCNodes() const { return synced(DCNodes).begin(); }
 Netlist::const_node_iterator Netlist::endDCNodes() const { return synced(DCNodes).end(); }
+
+void Netlist::prepare() {
+    mSync();
+    std::map<std::string, Foundry*> foundries;  // also those that are unknown, as null
+    for (auto const& element : BBList) {
+        if (!element.second) continue;
+        std::string const name = element.second->getFoundryName();
+        if (name.empty()) continue;
+        auto found = foundries.find(name);
+        if (found == foundries.end()) found = foundries.emplace(name, Foundry::create(name)).first;
+        element.second->setFoundry(found->second);
+    }
+}
+
+bool Netlist::inSpec(std::ostream& os) const {
+    mSync();
+    std::ostringstream complaints;
+    bool good = true;
+    for (auto const& element : BBList) {
+        Attributes const* const block = element.second.get();
+        if (block && !block->inSpec(complaints)) good = false;
+    }
+    if (!good) os << "The netlist contains errors!\n\n" << complaints.str() << "\n";
+    return good;
+}
+
+std::map<unsigned int, Foundry const*> Netlist::getFoundryUse() const {
+    mSync();
+    std::map<unsigned int, Foundry const*> use;
+    for (auto const& element : BBList) {
+        Foundry const* const foundry = element.second ? element.second->getFoundry() : nullptr;
+        if (foundry) use.emplace(foundry->getID(), foundry);
+    }
+    return use;
+}
+
+Foundry::CSInfo const& Netlist::getCS(unsigned int const&, bool) const {
+    mSync();
+    std::cerr << "Netlist::getCS to be implemented\n";
+    static auto const& none = *new Foundry::CSInfo(nullptr);
+    return none;
+}
+
+std::ostream& Netlist::operator<<(std::ostream& os) const {
+    mSync();
+    if (Attributes::size() == 0) {
+        os << "Parameters{--}\n";
+    } else {
+        os << "Parameters{\n";
+        Attributes::operator<<(os) << "  }\n";
+    }
+    os << "Port{N";
+    writeNodes(os, inputNodes);
+    os << " -> N";
+    writeNodes(os, outputNodes);
+    os << "}\nBuilding blocks{\n";
+    Foundry::CSInfo current(nullptr);
+    for (auto const& entry : nameToBB) printElement(os, entry.first, entry.second, current);
+    return os << " }\n";
+}
+
+void Netlist::printElement(std::ostream& os, std::string const& name, unsigned int number,
+                           Foundry::CSInfo& current) const {
+    auto const found = BBList.find(number);
+    if (found == BBList.end() || !found->second) return;
+    BB const& block = *found->second;
+    os << " " << name << " = " << block.getName() << "(";
+    if (block.getCS() != current) {
+        current = block.getCS();
+        os << " mcs=>(\"" << current.getCSName() << "\") ";
+    }
+    // The ports of an element stand side by side in the table.
+    char const* separator = "";
+    for (auto port = portToNode.lower_bound({name, ""}); port != portToNode.end() && port->first.first == name;
+         ++port) {
+        os << separator << port->first.second << "=N" << port->second;
+        separator = ",";
+    }
+    os << ") cmpID=" << number << "\n";
+}
+
+std::ostream& operator<<(std::ostream& os, Netlist const& netlist) { return netlist.operator<<(os); }
+
+template class Serialisable<Netlist>;
 
 }  // namespace Vorlane_v1_0

@@ -7,10 +7,10 @@
 #include <utility>
 #include <vector>
 
+#include "vrllib/core/shared_ptr.h"
 #include "vrllib/model/building_block.h"
 #include "vrllib/model/component.h"
 #include "vrllib/model/foundry.h"
-#include "vrllib/runtime/shared_ptr.h"
 
 /// @file
 /// The graph of a circuit and the numbers that all of them share.

@@ -2,13 +2,13 @@
 
 #include "vrllib/core/messages.h"
 #include "vrllib/core/thrown_text.h"
+#include "vrllib/core/type_factory.h"
 #include "vrllib/model/building_block.h"
 #include "vrllib/model/component.h"
 #include "vrllib/model/cross_section.h"
 #include "vrllib/model/foundry.h"
 #include "vrllib/model/netlist.h"
 #include "vrllib/model/process_flow.h"
-#include "vrllib/runtime/factory_loader.h"
 
 namespace Vorlane_v1_0 {
 
@@ -29,8 +29,8 @@ FactoryArg<std::string, View, Component*>& viewFactory(Component*) { return ownF
 FactoryArg<std::string, View, Foundry*>& viewFactory(Foundry*) { return ownFactory<Foundry>(); }
 FactoryArg<std::string, View, CrossSection*>& viewFactory(CrossSection*) { return ownFactory<CrossSection>(); }
 FactoryArg<std::string, View, ProcessFlow*>& viewFactory(ProcessFlow*) { return ownFactory<ProcessFlow>(); }
-FactoryArg<std::string, View, BB*>& viewFactory(BB*) { return FactoryLoader<TypeView<BB>>::factory(); }
-FactoryArg<std::string, View, Netlist*>& viewFactory(Netlist*) { return FactoryLoader<TypeView<Netlist>>::factory(); }
+FactoryArg<std::string, View, BB*>& viewFactory(BB*) { return typeFactory<TypeView<BB>>(); }
+FactoryArg<std::string, View, Netlist*>& viewFactory(Netlist*) { return typeFactory<TypeView<Netlist>>(); }
 
 void throwNoData() {
     static char text[] = "No data";

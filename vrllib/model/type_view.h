@@ -2,9 +2,9 @@
 
 #include <string>
 
-#include "vrllib/core/forward.h"
+#include "vrllib/base/forward.h"
+#include "vrllib/core/factory.h"
 #include "vrllib/model/view.h"
-#include "vrllib/runtime/factory.h"
 
 namespace Vorlane_v1_0 {
 

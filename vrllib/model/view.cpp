@@ -3,9 +3,9 @@
 #include <cstdio>
 #include <ostream>
 
+#include "vrllib/core/type_factory.h"
 #include "vrllib/doc/texstream.h"
 #include "vrllib/model/component.h"
-#include "vrllib/runtime/factory_loader.h"
 
 namespace Vorlane_v1_0 {
 
@@ -45,12 +45,19 @@ View& View::operator=(View const& other) = default;
 View::~View() = default;
 
 View* View::create(std::string const& type, Component* c, std::string const& name) {
-    return FactoryLoader<View>::factory().create(type, c, name);
+    return detail::typeFactory<View>().create(type, c, name);
 }
-void View::destroy(View* view) { FactoryLoader<View>::factory().destroy(view); }
+void View::destroy(View* view) { detail::typeFactory<View>().destroy(view); }
 template <>
 void ptr_destroy<View>(View* view) {
     View::destroy(view);
+}
+
+// A view belongs to a component, so there is none that could be the default.
+template <>
+shared_ptr<View> detail::defaultObject<View>() {
+    static char text[] = "Can not create a default view";
+    throwText(text);
 }
 
 bool View::applyOn(std::string const&) const { return false; }

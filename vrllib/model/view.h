@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "vrllib/attributes/attributes.h"
-#include "vrllib/core/forward.h"
-#include "vrllib/runtime/shared_ptr.h"
+#include "vrllib/base/forward.h"
+#include "vrllib/core/shared_ptr.h"
 
 namespace Vorlane_v1_0 {
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "vrllib/core/export.h"
+#include "vrllib/base/export.h"
 
 // Everything that the library asks of the operating system. Private: no header of the interface includes this one, and
 // nothing above it knows which system it runs on. posix.cpp and windows.cpp implement it.

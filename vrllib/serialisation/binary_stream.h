@@ -5,7 +5,7 @@
 #include <iosfwd>
 #include <string>
 
-#include "vrllib/core/export.h"
+#include "vrllib/base/export.h"
 #include "vrllib/serialisation/serialiser.h"
 
 // The binary stream. All numbers are little-endian.

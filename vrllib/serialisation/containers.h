@@ -6,9 +6,9 @@
 #include <utility>
 #include <vector>
 
-#include "vrllib/core/forward.h"
+#include "vrllib/base/forward.h"
 #include "vrllib/core/messages.h"
-#include "vrllib/runtime/shared_ptr.h"
+#include "vrllib/core/shared_ptr.h"
 #include "vrllib/serialisation/serialisable.h"
 
 // Wrappers of persistent maps and vectors. Each streams one compound whose type tells the shape ("Map", "Vector" or

@@ -4,8 +4,8 @@
 #include <utility>
 #include <vector>
 
+#include "vrllib/core/shared_ptr.h"
 #include "vrllib/core/thrown_text.h"
-#include "vrllib/runtime/shared_ptr.h"
 
 namespace Vorlane_v1_0 {
 

@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <string>
 
-#include "vrllib/core/export.h"
+#include "vrllib/base/export.h"
 #include "vrllib/serialisation/serialiser.h"
 
 namespace Vorlane_v1_0 {

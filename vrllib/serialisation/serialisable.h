@@ -5,7 +5,7 @@
 #include <type_traits>
 #include <utility>
 
-#include "vrllib/core/export.h"
+#include "vrllib/base/export.h"
 #include "vrllib/serialisation/ser_register.h"
 
 namespace Vorlane_v1_0 {

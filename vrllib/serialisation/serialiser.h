@@ -3,8 +3,8 @@
 #include <complex>
 #include <string>
 
-#include "vrllib/core/export.h"
-#include "vrllib/core/forward.h"
+#include "vrllib/base/export.h"
+#include "vrllib/base/forward.h"
 
 // Persistence, its words:
 //

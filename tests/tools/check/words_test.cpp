@@ -26,6 +26,6 @@ TEST(Words, HintsAtNearNamesOrAll) {
     EXPECT_EQ(namesHint("x", {}, "sections"), "there are none");
 }
 
-TEST(Words, Quotes) { EXPECT_EQ(quoted("a b"), "'a b'"); }
+TEST(Words, Quotes) { EXPECT_EQ(inQuotes("a b"), "'a b'"); }
 
 }  // namespace

@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include "cli/version.h"
 #include "host/process.h"
 #include "tests/tools/tool.h"
 
@@ -79,9 +78,7 @@ TEST(Grammar, ShowsNoControlCharactersOfArguments) {
 
 TEST(Grammar, TellsTheVersion) {
     Tool const tool;
-    EXPECT_EQ(whole(tool.run("--version")), "vrl " + std::string(vrltool::kVersion) +
-                                                "\n"
-                                                "status 0\n");
+    EXPECT_EQ(whole(tool.run("--version")), "vrl 2.1.11\nstatus 0\n");
 }
 
 TEST(Grammar, NamesAConfigurationThatCannotBeRead) {

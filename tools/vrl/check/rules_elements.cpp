@@ -14,7 +14,7 @@ namespace {
 void unknownKind(Scope const& scope, Findings& findings) {
     std::string const cure = "load the plug-in that brings it; 'vrl plugins' shows what is loaded";
     auto const add = [&](std::string const& path, std::string const& kind) {
-        findings.add({path, "", "", 0}, "no loaded plug-in has the kind " + quoted(kind), cure);
+        findings.add({path, "", "", 0}, "no loaded plug-in has the kind " + inQuotes(kind), cure);
     };
     if (scope.top)
         for (MissingKind const& missing : scope.design->missing)
@@ -46,7 +46,7 @@ void doubledName(Scope const& scope, Findings& findings) {
         if (!subject.element->block || subject.element->name.empty()) continue;
         auto const known = first.emplace(subject.element->number, subject.path);
         if (known.second) continue;
-        findings.add({subject.path, "", "", 0}, "leads to the same block as " + quoted(known.first->second),
+        findings.add({subject.path, "", "", 0}, "leads to the same block as " + inQuotes(known.first->second),
                      "add a block of its own with a free number: one that comes with a taken number is dropped");
     }
 }

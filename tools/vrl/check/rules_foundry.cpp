@@ -23,7 +23,8 @@ void unknownFoundry(Scope const& scope, Findings& findings) {
     for (Subject const& subject : scope.subjects) {
         if (!findings.covers(subject) || !subject.foundryUnknown) continue;
         std::string const near = didYouMean(subject.element->foundry, names);
-        findings.add({subject.path, "", "", 0}, "no loaded plug-in has its foundry " + quoted(subject.element->foundry),
+        findings.add({subject.path, "", "", 0},
+                     "no loaded plug-in has its foundry " + inQuotes(subject.element->foundry),
                      near.empty() ? "load the plug-in that brings it; 'vrl plugins' shows what is loaded" : near);
     }
 }
@@ -59,7 +60,7 @@ void checkChoice(Subject const& subject, std::string const& port, vrl::Foundry::
     auto const add = [&](std::string const& what, std::string const& name, std::vector<std::string> const& names,
                          std::string const& things) {
         findings.add({subject.path, port, "", 0},
-                     "the foundry " + quoted(subject.element->foundry) + " has no " + what + " " + quoted(name),
+                     "the foundry " + inQuotes(subject.element->foundry) + " has no " + what + " " + inQuotes(name),
                      namesHint(name, names, things));
     };
     auto const sections = keys(foundry.beginCrossSection(), foundry.endCrossSection());
@@ -91,7 +92,7 @@ void choiceNotAllowed(Scope const& scope, Findings& findings) {
         contained([&] { allowed = block.isAllowed(choice); });
         if (!allowed)
             findings.add({subject.path, "", "", 0},
-                         "the kind " + quoted(subject.element->kind) + " may not be made with " + choiceText(choice),
+                         "the kind " + inQuotes(subject.element->kind) + " may not be made with " + choiceText(choice),
                          "choose another cross section or process flow; 'vrl describe' shows those of the foundry");
     }
 }

@@ -25,7 +25,7 @@ Place placeOf(Subject const& subject, Parameter const& parameter) { return {subj
 
 /// "parameter 'length' is 5 um".
 std::string valueSentence(Parameter const& parameter) {
-    return "parameter " + quoted(parameter.name) + " is " + parameter.text +
+    return "parameter " + inQuotes(parameter.name) + " is " + parameter.text +
            (parameter.unit.empty() || parameter.unit == "1" ? "" : " " + parameter.unit);
 }
 
@@ -97,7 +97,7 @@ void unknownParameterType(Scope const& scope, Findings& findings) {
     eachParameter(scope, findings, [&](Subject const& subject, Parameter const& parameter) {
         if (missing.count(parameter.type))
             findings.add(placeOf(subject, parameter),
-                         "parameter " + quoted(parameter.name) + " is of the type " + quoted(parameter.type) +
+                         "parameter " + inQuotes(parameter.name) + " is of the type " + inQuotes(parameter.type) +
                              ", which no loaded plug-in has",
                          "load the plug-in that brings it; 'vrl plugins' shows what is loaded");
     });
@@ -112,8 +112,8 @@ void undeclaredParameter(Scope const& scope, Findings& findings) {
         for (Parameter const& parameter : subject.parameters)
             if (!known.count(parameter.name))
                 findings.add(placeOf(subject, parameter),
-                             "parameter " + quoted(parameter.name) + " came with the file; the kind " +
-                                 quoted(subject.element->kind) + " does not have it",
+                             "parameter " + inQuotes(parameter.name) + " came with the file; the kind " +
+                                 inQuotes(subject.element->kind) + " does not have it",
                              namesHint(parameter.name, declared, "its parameters"));
     }
 }
@@ -124,7 +124,7 @@ void expressionNotCalculated(Scope const& scope, Findings& findings) {
         if (parameter.expression.empty() || !holder || holder->isCalculated()) return;
         findings.add(placeOf(subject, parameter),
                      valueSentence(parameter) + ", which was not calculated from its expression " +
-                         quoted(parameter.expression),
+                         inQuotes(parameter.expression),
                      "let the host calculate it, or set the value, which takes the expression away");
     });
 }
@@ -146,11 +146,11 @@ void ownCheck(Scope const& scope, Findings& findings) {
         std::string thrown;
         if (!contained([&] { good = list.inSpec(complaint); }, &thrown)) {
             good = false;
-            complaint << "it threw " << quoted(thrown);
+            complaint << "it threw " << inQuotes(thrown);
         }
         if (!good)
             findings.add({subject.path, "", "", 0},
-                         "the check of the kind " + quoted(subject.element->kind) +
+                         "the check of the kind " + inQuotes(subject.element->kind) +
                              " itself complains: " + firstLine(complaint.str()),
                          "set the parameters so that they go together; 'vrl describe' shows them");
     }

@@ -21,7 +21,7 @@ void undeclaredPort(Scope const& scope, Findings& findings) {
                 declared.push_back(pin.name);
             else
                 findings.add({subject.path, pin.name, "", pin.node},
-                             "is tied, but the kind " + quoted(subject.element->kind) + " has no such port",
+                             "is tied, but the kind " + inQuotes(subject.element->kind) + " has no such port",
                              namesHint(pin.name, declared, "its ports"));
         }
     }
@@ -53,7 +53,7 @@ void duplicatePort(Scope const& scope, Findings& findings) {
                              "the block has " + std::to_string(count.second) +
                                  " ports of this name, and only the first can be tied",
                              "give each port a name of its own in the plug-in that brings the kind " +
-                                 quoted(subject.element->kind));
+                                 inQuotes(subject.element->kind));
     }
 }
 
@@ -65,7 +65,7 @@ void lostPort(Scope const& scope, Findings& findings) {
         if (lost > 0)
             findings.add({subject.path, "", "", 0},
                          "the file has " + (lost == 1 ? std::string("a port") : std::to_string(lost) + " ports") +
-                             " that the kind " + quoted(subject.element->kind) + " does not have",
+                             " that the kind " + inQuotes(subject.element->kind) + " does not have",
                          "load the plug-in with which the design was saved, or replace the block");
     }
 }

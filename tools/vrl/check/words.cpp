@@ -7,7 +7,7 @@
 
 namespace vrltool::check {
 
-std::string quoted(std::string const& name) { return "'" + name + "'"; }
+std::string inQuotes(std::string const& name) { return "'" + name + "'"; }
 
 std::string listText(std::vector<std::string> const& names, std::size_t most) {
     std::size_t const shown = names.size() <= most ? names.size() : most - 1;

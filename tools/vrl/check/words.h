@@ -6,7 +6,7 @@
 namespace vrltool::check {
 
 /// "'name'".
-std::string quoted(std::string const& name);
+std::string inQuotes(std::string const& name);
 
 /// "a, b and c"; of more than `most`, "a, b and 7 more".
 std::string listText(std::vector<std::string> const& names, std::size_t most = 8);

@@ -6,7 +6,8 @@
 #include <utility>
 #include <vector>
 
-#include "cli/version.h"
+#include "vrllib/version.h"
+
 #include "host/foreign_work.h"
 #include "text/near_names.h"
 #include "text/table.h"
@@ -92,7 +93,7 @@ void writeFailure(std::string const& text, std::string const& cure) {
 Grammar::Grammar() : root(std::make_unique<CLI::App>("Looks at, checks, compares and documents photonic designs")) {
     root->name("vrl");
     root->require_subcommand(1);
-    root->set_version_flag("--version", std::string("vrl ") + kVersion);
+    root->set_version_flag("--version", "vrl " VRL_VERSION_TEXT);
     root->get_formatter()->column_width(34);
     root->footer("Exit status: 0 fine, 1 findings or differences, 2 could not be done.\n"
                  "'vrl COMMAND --help' tells more of a command.");

@@ -7,7 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "cli/version.h"
+#include "vrllib/version.h"
+
 #include "cli/words.h"
 
 namespace vrltool {
@@ -142,7 +143,7 @@ std::string lowered(std::string text) {
 void writeManPage(std::ostream& os, CLI::App const& root) {
     GrammarCommand const program = programWords(root);
     std::vector<GrammarCommand> const commands = commandWords(root);
-    os << ".TH VRL 1 \"\" \"vrl " << kVersion << "\" \"User Commands\"\n"
+    os << ".TH VRL 1 \"\" \"vrl " VRL_VERSION_TEXT "\" \"User Commands\"\n"
        << ".SH NAME\nvrl \\- " << plain(lowered(program.summary)) << '\n'
        << ".SH SYNOPSIS\n"
        << bold("vrl") << ' ' << slanted("command") << " [" << slanted("options") << "] " << slanted("argument")

@@ -6,7 +6,6 @@
 #include <memory>
 #include <sstream>
 
-#include "cli/version.h"
 #include "text/table.h"
 #include "validate/child.h"
 #include "validate/plugin.h"
@@ -36,18 +35,6 @@ std::string demangled(std::string text) {
 std::string withoutPath(std::string const& text, std::string const& path) {
     std::string const head = path + ": ";
     return text.compare(0, head.size(), head) == 0 ? text.substr(head.size()) : text;
-}
-
-constexpr unsigned encoded(unsigned major, unsigned minor, unsigned patch) {
-    return (major * 100 + minor) * 100 + patch;
-}
-
-unsigned ownVersion() {
-    std::istringstream text(kVersion);
-    unsigned major = 0, minor = 0, patch = 0;
-    char point = '.';
-    text >> major >> point >> minor >> point >> patch;
-    return encoded(major, minor, patch);
 }
 
 std::string versionText(unsigned version) {
@@ -93,8 +80,9 @@ void checkVersionFunction(Job const& job, Report& report) {
     std::string const thrown = thrownBy([&] { version = getAPIversion(); });
     if (!thrown.empty()) return report.find("getAPIversion", thrown);
     if (version == 0) return report.find("getAPIversion", "tells the version 0");
-    if (version > ownVersion())
-        return report.find("getAPIversion", "tells " + versionText(version) + ", and this library is " + kVersion);
+    if (version > vrlLibraryVersion())
+        return report.find("getAPIversion",
+                           "tells " + versionText(version) + ", and this library is " + vrlLibraryVersionText());
     report.note(versionText(version));
 }
 

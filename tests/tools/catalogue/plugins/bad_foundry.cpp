@@ -1,6 +1,6 @@
 // A foundry of which one block throws.
 
-#include "tests/plugins/kinds.h"
+#include "tests/plugins/samples/kinds.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 // Its blocks end what makes them: one crashes, one throws what is no text.
 
-#include "tests/plugins/kinds.h"
+#include "tests/plugins/samples/kinds.h"
 #include "tests/tools/catalogue/plugins/crash.h"
 
 namespace {

@@ -1,6 +1,6 @@
 // Works well, and crashes when the process ends.
 
-#include "tests/plugins/kinds.h"
+#include "tests/plugins/samples/kinds.h"
 #include "tests/tools/catalogue/plugins/crash.h"
 
 namespace {

@@ -1,6 +1,6 @@
 // Crashes in the second of its entry points.
 
-#include "tests/plugins/kinds.h"
+#include "tests/plugins/samples/kinds.h"
 #include "tests/tools/catalogue/plugins/crash.h"
 
 VRL_PLUGIN_EXPORT void initLibraryFoundry(FactoryNoArg<std::string, vrl::Foundry>* factory) {

@@ -1,6 +1,6 @@
 // Crashes while its static objects are made.
 
-#include "tests/plugins/kinds.h"
+#include "tests/plugins/samples/kinds.h"
 #include "tests/tools/catalogue/plugins/crash.h"
 
 namespace {

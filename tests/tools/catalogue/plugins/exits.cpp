@@ -2,7 +2,7 @@
 
 #include <cstdlib>
 
-#include "tests/plugins/kinds.h"
+#include "tests/plugins/samples/kinds.h"
 
 VRL_PLUGIN_EXPORT void initLibraryFoundry(FactoryNoArg<std::string, vrl::Foundry>*) {}
 

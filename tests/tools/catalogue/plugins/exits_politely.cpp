@@ -2,6 +2,6 @@
 
 #include <cstdlib>
 
-#include "tests/plugins/kinds.h"
+#include "tests/plugins/samples/kinds.h"
 
 VRL_PLUGIN_EXPORT void initLibraryBB(FactoryArg<std::string, vrl::BB, vrl::Foundry const*>*) { std::exit(0); }

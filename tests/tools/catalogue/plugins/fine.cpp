@@ -1,6 +1,6 @@
 // Nothing is wrong with this one. It prints while it is loaded.
 
-#include "tests/plugins/kinds.h"
+#include "tests/plugins/samples/kinds.h"
 
 VRL_PLUGIN_EXPORT void initLibraryBB(FactoryArg<std::string, vrl::BB, vrl::Foundry const*>* factory) {
     std::cout << "fine is loaded\n";

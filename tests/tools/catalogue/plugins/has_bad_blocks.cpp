@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <stdexcept>
 
-#include "tests/plugins/kinds.h"
+#include "tests/plugins/samples/kinds.h"
 #include "tests/tools/catalogue/plugins/crash.h"
 
 namespace {

@@ -1,5 +1,5 @@
 // What another plug-in depends on.
 
-#include "vrllib/core/export.h"
+#include "vrllib/base/export.h"
 
 VRL_PLUGIN_EXPORT int catalogueHelper() { return 1; }

@@ -1,6 +1,6 @@
 // Depends on a library that is not found.
 
-#include "tests/plugins/kinds.h"
+#include "tests/plugins/samples/kinds.h"
 
 VRL_PLUGIN_EXPORT int catalogueHelper();
 

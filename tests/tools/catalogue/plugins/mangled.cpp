@@ -1,6 +1,6 @@
 // Its entry point has C++ linkage, so nobody finds it.
 
-#include "tests/plugins/kinds.h"
+#include "tests/plugins/samples/kinds.h"
 
 #if defined(__GNUC__)
 __attribute__((visibility("default")))

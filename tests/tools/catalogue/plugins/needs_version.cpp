@@ -1,6 +1,6 @@
 // Asks for version 2.1.11 of every plug-in that is loaded behind it.
 
-#include "tests/plugins/kinds.h"
+#include "tests/plugins/samples/kinds.h"
 
 VRL_PLUGIN_EXPORT unsigned getAPIversion() { return 20111; }
 

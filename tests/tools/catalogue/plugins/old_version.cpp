@@ -1,6 +1,6 @@
 // Was built against an older version of the interface.
 
-#include "tests/plugins/kinds.h"
+#include "tests/plugins/samples/kinds.h"
 
 VRL_PLUGIN_EXPORT unsigned getAPIversion() { return 20110; }
 

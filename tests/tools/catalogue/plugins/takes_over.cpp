@@ -1,6 +1,6 @@
 // Registers a key of another plug-in, and one of its own.
 
-#include "tests/plugins/kinds.h"
+#include "tests/plugins/samples/kinds.h"
 
 namespace {
 

@@ -1,5 +1,5 @@
 // Throws a text from its entry point.
 
-#include "tests/plugins/kinds.h"
+#include "tests/plugins/samples/kinds.h"
 
 VRL_PLUGIN_EXPORT void initLibraryNetlist(FactoryNoArg<std::string, vrl::Netlist>*) { throw "no netlist today"; }

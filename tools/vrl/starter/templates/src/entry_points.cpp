@@ -5,7 +5,7 @@
 // What the library calls in this plug-in.
 
 // The version of vrllib that the plug-in was made for.
-VRL_PLUGIN_API_VERSION(2, 1, 11);
+VRL_PLUGIN_API_VERSION(VRL_VERSION_MAJOR, VRL_VERSION_MINOR, VRL_VERSION_PATCH);
 
 VRL_PLUGIN_EXPORT void initLibraryFoundry(FactoryNoArg<std::string, vrl::Foundry>* factory) {
     factory->Register<PluginName_plugin::Fab>(PluginName_plugin::Fab::kName);

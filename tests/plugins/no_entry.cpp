@@ -1,5 +1,0 @@
-// A shared library that is no plug-in.
-
-#include "vrllib/core/export.h"
-
-VRL_PLUGIN_EXPORT int unrelated() { return 1; }

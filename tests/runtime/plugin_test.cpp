@@ -1,8 +1,0 @@
-#include "vrllib/runtime/plugin.h"
-
-#include <gtest/gtest.h>
-
-// This program gets the entry point of a plug-in.
-VRL_PLUGIN_API_VERSION(12, 3, 45);
-
-TEST(Plugin, TellsItsVersionInTwoDigitsForMinorAndPatch) { EXPECT_EQ(getAPIversion(), 120345U); }

@@ -1,0 +1,69 @@
+#include "vrllib/plugins/loader.h"
+
+#include <ostream>
+
+#include "vrllib/core/fixed_text.h"
+#include "vrllib/platform/platform.h"
+#include "vrllib/plugins/loader_state.h"
+
+using namespace Vorlane_v1_0::detail;
+
+namespace {
+
+template <class Function>
+Function findFunction(void* module, char const* name) {
+    Vorlane_v1_0::platform::SystemError error;
+    return reinterpret_cast<Function>(Vorlane_v1_0::platform::calls().findSymbol(module, name, error));
+}
+
+}  // namespace
+
+void needsLibaryVersion(unsigned int major, unsigned int minor, unsigned int patch) {
+    loaderState().requiredApiVersion = (major * 100 + minor) * 100 + patch;
+}
+
+bool checkLibraryVersion(void* module) {
+    unsigned const required = loaderState().requiredApiVersion;
+    if (required == 0) return true;
+    auto const getAPIversion = findFunction<unsigned (*)()>(module, "getAPIversion");
+    return getAPIversion && getAPIversion() >= required;
+}
+
+void soloader_setDllTag(char const* tag) {
+    auto& target = loaderState().dllTag;
+    std::string const text = fitted(tag, 3);
+    for (std::size_t i = 0; i < sizeof target; ++i) target[i] = i < text.size() ? text[i] : '\0';
+}
+
+char const* soloader_getDllTag() { return loaderState().dllTag; }
+
+void soload_addSo(void* module) { loaderState().loadedHandles.push_back(module); }
+
+void soload_iter(std::list<void*>::iterator* begin, std::list<void*>::iterator* end) {
+    auto& handles = loaderState().loadedHandles;
+    if (begin) *begin = handles.begin();
+    if (end) *end = handles.end();
+}
+
+void soloader_Call(char const* name) {
+    for (void* const module : loaderState().loadedHandles)
+        if (auto const call = findFunction<void (*)()>(module, name ? name : "")) call();
+}
+
+void soloader_PostLoad() { soloader_Call("initLibraryPostLoad"); }
+
+void InsertSuccessfullyLoadedDll(std::string file) { loaderState().loadedDlls.insert(std::move(file)); }
+
+void InsertUnsuccessfullyLoadedDll(std::string file) { loaderState().failedDlls.insert(std::move(file)); }
+
+std::ostream& GetSuccessfullyLoadedDlls(std::ostream& os) {
+    for (auto const& file : loaderState().loadedDlls) os << file << '\n';
+    return os;
+}
+
+std::ostream& GetUnsuccessfullyLoadedDlls(std::ostream& os) {
+    auto const& loaded = loaderState().loadedDlls;
+    for (auto const& file : loaderState().failedDlls)
+        if (loaded.find(file) == loaded.end()) os << file << '\n';
+    return os;
+}

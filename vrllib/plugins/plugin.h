@@ -1,0 +1,14 @@
+#pragma once
+
+#include "vrllib/base/export.h"
+
+/// @file
+/// What a plug-in tells about itself. The entry points for its classes are told in factory_loader.h.
+
+/// Defines `getAPIversion`: the version of the library that a plug-in was made for, which the version gate of
+/// needsLibaryVersion compares. It stands once in a plug-in, in no namespace.
+///
+///     VRL_PLUGIN_API_VERSION(2, 1, 11);
+#define VRL_PLUGIN_API_VERSION(major, minor, patch)                                                                    \
+    VRL_PLUGIN_EXPORT unsigned int getAPIversion() { return ((major)*100U + (minor)) * 100U + (patch); }               \
+    static_assert((minor) < 100U && (patch) < 100U, "minor and patch take two digits each")

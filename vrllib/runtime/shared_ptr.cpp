@@ -1,3 +1,0 @@
-#include "vrllib/runtime/shared_ptr.h"
-
-void Vorlane_v1_0::detail::freeBlock(HandleBlock* block) { delete block; }

@@ -1,0 +1,6 @@
+#pragma once
+
+/// @file
+/// The version of the library alone, for users that need no more.
+
+#include "vrllib/base/version.h"
