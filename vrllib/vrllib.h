@@ -29,6 +29,7 @@
 #include "vrllib/model/type_view.h"
 #include "vrllib/model/view.h"
 #include "vrllib/plugins/factory_loader.h"
+#include "vrllib/plugins/load_report.h"
 #include "vrllib/plugins/loader.h"
 #include "vrllib/plugins/plugin.h"
 #include "vrllib/serialisation/ascii_stream.h"

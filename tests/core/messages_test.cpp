@@ -3,49 +3,18 @@
 #include <cstdlib>
 #include <iostream>
 #include <string>
-#include <vector>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "vrllib/platform/platform.h"
-
 namespace {
-
-namespace platform = Vorlane_v1_0::platform;
-
-/// What the replaced box was shown, and what it answers.
-struct Box {
-    std::vector<std::string> captions;
-    std::vector<std::string> texts;
-    platform::Button answer = platform::Button::kOk;
-};
-
-Box box;
-
-platform::Button pressButton(char const* text, char const* caption) {
-    box.texts.emplace_back(text);
-    box.captions.emplace_back(caption);
-    return box.answer;
-}
 
 class MessageChannel : public testing::Test {
 protected:
-    void SetUp() override {
-        vrlCoutReset();
-        box = {};
-        platform::calls().showMessageBox = pressButton;
-    }
-    void TearDown() override {
-        platform::calls().showMessageBox = systemBox;
-        vrlCoutReset();
-    }
-
-private:
-    decltype(platform::calls().showMessageBox) const systemBox = platform::calls().showMessageBox;
+    void SetUp() override { vrlCoutReset(); }
+    void TearDown() override { vrlCoutReset(); }
 };
 
-using MessageBox = MessageChannel;
 using VrlPrintf = MessageChannel;
 
 TEST_F(MessageChannel, IsOneStream) {
@@ -100,23 +69,6 @@ TEST_F(MessageChannel, ResetEmptiesIt) {
     EXPECT_EQ(vrlGetCoutMsg(), "");
     vrlPuts("new");
     EXPECT_EQ(vrlGetCoutMsg(), "new\n");
-}
-
-TEST_F(MessageChannel, FlushLeavesTheTextAsItWas) {
-    vrlPuts("kept");
-    vrlCoutFlush();
-
-    EXPECT_EQ(vrlGetCoutMsg(), "kept\n");
-    EXPECT_THAT(box.texts, testing::IsEmpty());
-}
-
-TEST_F(MessageChannel, BreakerChangesNothing) {
-    vrlPuts("kept");
-    vrlbreaker();
-    vrlbreaker();
-
-    EXPECT_EQ(vrlGetCoutMsg(), "kept\n");
-    EXPECT_THAT(box.texts, testing::IsEmpty());
 }
 
 TEST_F(MessageChannel, GrowsBeyondTheBufferOfVrlPrintf) {
@@ -181,56 +133,6 @@ TEST_F(VrlPrintf, LosesWhatLiesBeyond65536Characters) {
     vrlCoutReset();
     vrlPrintf("%s", (first + "b").c_str());
     EXPECT_EQ(vrlGetCoutMsg(), first);
-}
-
-TEST_F(MessageBox, EmptyChannelShowsNothingAndYieldsTrue) {
-    box.answer = platform::Button::kCancel;
-
-    EXPECT_TRUE(vrlShowCoutMsg());
-    EXPECT_THAT(box.texts, testing::IsEmpty());
-}
-
-TEST_F(MessageBox, ShowsTheWholeTextUnderTheCaption) {
-    vrlPuts("first");
-    vrlPuts("second");
-    vrlShowCoutMsg();
-
-    EXPECT_THAT(box.texts, testing::ElementsAre("first\nsecond\n"));
-    EXPECT_THAT(box.captions, testing::ElementsAre("Vorlane"));
-}
-
-TEST_F(MessageBox, OkYieldsTrueAndClears) {
-    vrlPuts("text");
-
-    EXPECT_TRUE(vrlShowCoutMsg());
-    EXPECT_EQ(vrlGetCoutMsg(), "");
-}
-
-TEST_F(MessageBox, CancelYieldsFalseAndClearsAllTheSame) {
-    vrlPuts("text");
-    box.answer = platform::Button::kCancel;
-
-    EXPECT_FALSE(vrlShowCoutMsg());
-    EXPECT_EQ(vrlGetCoutMsg(), "");
-}
-
-TEST_F(MessageBox, AnyAnswerButCancelYieldsTrue) {
-    vrlPuts("text");
-    box.answer = static_cast<platform::Button>(0);
-    EXPECT_TRUE(vrlShowCoutMsg());
-
-    vrlPuts("text");
-    box.answer = static_cast<platform::Button>(3);
-    EXPECT_TRUE(vrlShowCoutMsg());
-    EXPECT_EQ(box.texts.size(), 2U);
-}
-
-TEST_F(MessageBox, SecondCallShowsNothing) {
-    vrlPuts("text");
-    vrlShowCoutMsg();
-
-    EXPECT_TRUE(vrlShowCoutMsg());
-    EXPECT_EQ(box.texts.size(), 1U);
 }
 
 void writeAtExit() {

@@ -9,6 +9,7 @@
 namespace {
 
 namespace platform = Vorlane_v1_0::platform;
+using Reason = platform::SystemError::Reason;
 
 constexpr char kFoundryEntry[] = "initLibraryFoundry";
 
@@ -20,7 +21,7 @@ protected:
     std::string at(std::string const& name) const { return (folder / name).string(); }
 
     vrl_test::TemporaryFolder folder;
-    platform::SystemError error{7, "left over", true};
+    platform::SystemError error{7, "left over", Reason::kMissingSymbol};
 };
 
 using FindSymbol = LoadLibrary;
@@ -31,7 +32,7 @@ TEST_F(LoadLibrary, GivesTheSameModuleForTheSameFile) {
     EXPECT_EQ(load(plugin("onlyFoundry")), module);
     EXPECT_EQ(error.code, 0u);
     EXPECT_EQ(error.text, "");
-    EXPECT_FALSE(error.missingSymbol);
+    EXPECT_EQ(error.reason, Reason::kOther);
 }
 
 TEST_F(LoadLibrary, FailsForAnEmptyNameWithoutAReason) {
@@ -46,7 +47,7 @@ TEST_F(LoadLibrary, TellsWhyAFileIsMissing) {
     EXPECT_EQ(load(at("no.so")), nullptr);
     EXPECT_NE(error.code, 0u);
     EXPECT_EQ(error.text, at("no.so") + ": cannot open shared object file: No such file or directory");
-    EXPECT_FALSE(error.missingSymbol);
+    EXPECT_EQ(error.reason, Reason::kOther);
 }
 
 TEST_F(LoadLibrary, RefusesAText) {
@@ -63,15 +64,38 @@ TEST_F(LoadLibrary, RefusesATruncationThatLacksAMappedPart) {
     }
 }
 
-TEST_F(LoadLibrary, TakesATruncationThatLacksOnlyWhatIsNotMapped) {
+TEST_F(LoadLibrary, RefusesATruncationThatLacksOnlyWhatIsNotMapped) {
     std::size_t const size = std::filesystem::file_size(plugin("onlyFoundry"));
-    EXPECT_NE(load(vrl_test::copyPart(plugin("onlyFoundry"), folder / "cut.so", size - 64)), nullptr);
+    std::string const path = vrl_test::copyPart(plugin("onlyFoundry"), folder / "cut.so", size - 1);
+    EXPECT_EQ(load(path), nullptr);
+    EXPECT_EQ(error.text, path + ": file too short");
+}
+
+TEST_F(LoadLibrary, RefusesAFileOfFullLengthWhoseEndWasNeverWritten) {
+    std::size_t const size = std::filesystem::file_size(plugin("onlyFoundry"));
+    for (std::size_t const written : {std::size_t{4096}, size / 2, size - 64}) {
+        std::string const path = vrl_test::copyPart(plugin("onlyFoundry"), folder / "hollow.so", written);
+        std::filesystem::resize_file(path, size);
+        EXPECT_EQ(load(path), nullptr) << written;
+        EXPECT_EQ(error.text, path + ": file damaged");
+    }
+}
+
+TEST_F(LoadLibrary, RefusesALibraryWhoseDependencyIsTruncated) {
+    // The dependent plug-in looks for the other one in its own folder.
+    std::string const dependent = at("lib_wn_dependent.so.5.1.3");
+    std::string const dependency = at("lib_wn_dependency.so.5.1.3");
+    std::filesystem::copy_file(plugin("dependent"), dependent);
+    vrl_test::copyPart(plugin("dependency"), dependency, 5000);
+    EXPECT_EQ(load(dependent), nullptr);
+    EXPECT_EQ(error.text, dependency + ": file too short");
 }
 
 TEST_F(LoadLibrary, RefusesANamedPipeWithoutWaitingForIt) {
     ASSERT_EQ(::mkfifo(at("pipe.so").c_str(), 0600), 0);
     EXPECT_EQ(load(at("pipe.so")), nullptr);
     EXPECT_EQ(error.text, at("pipe.so") + ": not a regular file");
+    EXPECT_EQ(error.reason, Reason::kNotARegularFile);
 }
 
 TEST_F(LoadLibrary, RefusesADevice) {
@@ -82,6 +106,7 @@ TEST_F(LoadLibrary, RefusesADevice) {
 TEST_F(LoadLibrary, RefusesAFolder) {
     EXPECT_EQ(load(folder.path().string()), nullptr);
     EXPECT_EQ(error.text, folder.path().string() + ": cannot read file data: Is a directory");
+    EXPECT_EQ(error.reason, Reason::kNotARegularFile);
 }
 
 TEST_F(LoadLibrary, LooksForABareNameInTheSystemsSearchOnly) {
@@ -91,6 +116,14 @@ TEST_F(LoadLibrary, LooksForABareNameInTheSystemsSearchOnly) {
     EXPECT_EQ(load("bare.so"), nullptr);
     std::filesystem::current_path(before);
     EXPECT_EQ(error.text, "bare.so: cannot open shared object file: No such file or directory");
+}
+
+TEST_F(LoadLibrary, LeavesWhatTheWorkingDirectoryHasUnderABareNameAlone) {
+    std::filesystem::path const before = std::filesystem::current_path();
+    ASSERT_EQ(::mkfifo(at("libm.so.6").c_str(), 0600), 0);
+    std::filesystem::current_path(folder.path());
+    EXPECT_NE(load("libm.so.6"), nullptr);
+    std::filesystem::current_path(before);
 }
 
 TEST_F(FindSymbol, FindsAnExportedName) {
@@ -103,7 +136,7 @@ TEST_F(FindSymbol, TellsAMissingNameFromOtherFailures) {
     void* const module = load(plugin("onlyFoundry"));
     EXPECT_EQ(platform::findSymbol(module, "initLibraryBB", error), nullptr);
     EXPECT_NE(error.code, 0u);
-    EXPECT_TRUE(error.missingSymbol);
+    EXPECT_EQ(error.reason, Reason::kMissingSymbol);
 }
 
 TEST_F(FindSymbol, DoesNotTakeTheSymbolOfADependency) {
@@ -113,12 +146,12 @@ TEST_F(FindSymbol, DoesNotTakeTheSymbolOfADependency) {
     EXPECT_NE(platform::findSymbol(dependency, kFoundryEntry, error), nullptr);
     EXPECT_NE(platform::findSymbol(dependent, "unrelatedToo", error), nullptr);
     EXPECT_EQ(platform::findSymbol(dependent, kFoundryEntry, error), nullptr);
-    EXPECT_TRUE(error.missingSymbol);
+    EXPECT_EQ(error.reason, Reason::kMissingSymbol);
 }
 
 TEST_F(FindSymbol, FindsNothingInNoModule) {
     EXPECT_EQ(platform::findSymbol(nullptr, "malloc", error), nullptr);
-    EXPECT_TRUE(error.missingSymbol);
+    EXPECT_EQ(error.reason, Reason::kMissingSymbol);
     EXPECT_EQ(platform::findSymbol(load(plugin("noEntry")), nullptr, error), nullptr);
 }
 

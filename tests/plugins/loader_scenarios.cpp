@@ -4,11 +4,12 @@
 #include <sstream>
 #include <stdexcept>
 
+#include <dlfcn.h>
+
 #include "tests/plugins/samples/kinds.h"
 #include "tests/support/load_report.h"
 #include "tests/support/load_texts.h"
 #include "tests/support/scenario.h"
-#include "vrllib/platform/platform.h"
 
 namespace {
 
@@ -20,10 +21,7 @@ using FoundryFactory = FactoryNoArg<std::string, Foundry>;
 
 void tell(bool answer) { std::cout << (answer ? "true" : "false") << "\n"; }
 
-void* mapped(std::string const& name) {
-    platform::SystemError error;
-    return platform::calls().loadLibrary(pluginFile(name).c_str(), error);
-}
+void* mapped(std::string const& name) { return ::dlopen(pluginFile(name).c_str(), RTLD_NOW | RTLD_LOCAL); }
 
 }  // namespace
 
@@ -166,67 +164,6 @@ VRL_SCENARIO(LoadedSets) {
     InsertSuccessfullyLoadedDll("b");
     InsertSuccessfullyLoadedDll("a");
     InsertSuccessfullyLoadedDll("A");
-    report();
-}
-
-namespace {
-
-/// What the replaced calls give as the reason of a failure.
-platform::SystemError failure;
-
-void* failToLoad(char const*, platform::SystemError& error) {
-    error = failure;
-    return nullptr;
-}
-
-void* failToFind(void*, char const*, platform::SystemError& error) {
-    error = failure;
-    return nullptr;
-}
-
-void loadFailing(platform::SystemError const& reason) {
-    failure = reason;
-    tell(FactoryLoader<BB>::loadLibs(pluginFile("onlyFoundry").c_str(), false));
-    tell(FactoryLoader<BB>::loadLibs(pluginFile("onlyFoundry").c_str(), true));
-}
-
-}  // namespace
-
-VRL_SCENARIO(UnmappedWithoutAReason) {
-    platform::calls().loadLibrary = failToLoad;
-    loadFailing({});
-    report();
-}
-
-VRL_SCENARIO(UnmappedWithAReason) {
-    platform::calls().loadLibrary = failToLoad;
-    loadFailing({193, "%1 is no application.\r\n", false});
-    report();
-}
-
-VRL_SCENARIO(MissingEntryWithoutACode) {
-    platform::calls().findSymbol = failToFind;
-    loadFailing({0, "", false});
-    report();
-}
-
-VRL_SCENARIO(MissingEntryWithOtherWords) {
-    platform::calls().findSymbol = failToFind;
-    loadFailing({5, "Access is denied.\r\n", false});
-    report();
-}
-
-VRL_SCENARIO(MissingEntryWithTheUsualWords) {
-    platform::calls().findSymbol = failToFind;
-    loadFailing({1, "The specified procedure could not be found.\r\n", false});
-    loadFailing({1, "Procedure not found\n", false});
-    loadFailing({127, "In other words", true});
-    report();
-}
-
-VRL_SCENARIO(MissingEntryWithNearlyTheUsualWords) {
-    platform::calls().findSymbol = failToFind;
-    loadFailing({1, "Procedure not found", false});
     report();
 }
 

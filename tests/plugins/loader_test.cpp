@@ -24,6 +24,11 @@ protected:
         EXPECT_EQ(outcome.err, "");
         return outcome.out;
     }
+    std::string toldWithReplacedCalls(std::string const& scenario) const {
+        auto const outcome = vrl_test::Sandbox(REPLACED_SCENARIOS_PROGRAM).run(scenario);
+        EXPECT_EQ(outcome.status, 0);
+        return outcome.out;
+    }
     std::string at(std::string const& name) const { return (sandbox.work() / name).string(); }
 
     vrl_test::Sandbox sandbox{LIBRARY_SCENARIOS_PROGRAM};
@@ -100,15 +105,15 @@ TEST_F(LoadFailures, OfUnmappedFilesAreReportedOnDemandOnly) {
 
 TEST_F(LoadFailures, WithoutAReasonHaveTheirOwnText) {
     std::string const file = pluginFile("onlyFoundry");
-    EXPECT_EQ(told("UnmappedWithoutAReason"), "false\nfalse\n"
-                                              "Loading of '" +
-                                                  file + "' as BuildingBlock failed.\nhandles: 0\nloaded:\nfailed:\n" +
-                                                  file + "\n");
+    EXPECT_EQ(toldWithReplacedCalls("UnmappedWithoutAReason"),
+              "false\nfalse\n"
+              "Loading of '" +
+                  file + "' as BuildingBlock failed.\nhandles: 0\nloaded:\nfailed:\n" + file + "\n");
 }
 
 TEST_F(LoadFailures, WithAReasonGiveTheSystemsText) {
     std::string const file = pluginFile("onlyFoundry");
-    EXPECT_EQ(told("UnmappedWithAReason"),
+    EXPECT_EQ(toldWithReplacedCalls("UnmappedWithAReason"),
               "false\nfalse\n"
               "Can't load '" +
                   file + "' as BuildingBlock dll (%1 is no application.\r\n)\nhandles: 0\nloaded:\nfailed:\n" + file +
@@ -117,27 +122,27 @@ TEST_F(LoadFailures, WithAReasonGiveTheSystemsText) {
 
 TEST_F(LoadFailures, OfAnEntryWithoutACodeAreAlwaysReported) {
     std::string const file = pluginFile("onlyFoundry");
-    EXPECT_EQ(told("MissingEntryWithoutACode"),
+    EXPECT_EQ(toldWithReplacedCalls("MissingEntryWithoutACode"),
               "false\nfalse\n" + vrl_test::times(2, "Can't load '" + file + "' as BuildingBlock dll.\n") +
                   "handles: 0\nloaded:\nfailed:\n" + file + "\n");
 }
 
 TEST_F(LoadFailures, OfAnEntryWithOtherWordsAreAlwaysReported) {
     std::string const file = pluginFile("onlyFoundry");
-    EXPECT_EQ(told("MissingEntryWithOtherWords"),
+    EXPECT_EQ(toldWithReplacedCalls("MissingEntryWithOtherText"),
               "false\nfalse\n" +
                   vrl_test::times(2, "Can't load '" + file + "' as BuildingBlock dll (Access is denied.\r\n)\n") +
                   "handles: 0\nloaded:\nfailed:\n" + file + "\n");
 }
 
 TEST_F(LoadFailures, OfAnEntryWithTheUsualWordsAreSilent) {
-    EXPECT_EQ(told("MissingEntryWithTheUsualWords"),
+    EXPECT_EQ(toldWithReplacedCalls("MissingEntryWithTheUsualText"),
               vrl_test::times(6, "false\n") + "handles: 0\nloaded:\nfailed:\n" + pluginFile("onlyFoundry") + "\n");
 }
 
 TEST_F(LoadFailures, CompareTheUsualWordsExactly) {
     std::string const file = pluginFile("onlyFoundry");
-    EXPECT_EQ(told("MissingEntryWithNearlyTheUsualWords"),
+    EXPECT_EQ(toldWithReplacedCalls("MissingEntryWithNearlyTheUsualText"),
               "false\nfalse\n" +
                   vrl_test::times(2, "Can't load '" + file + "' as BuildingBlock dll (Procedure not found)\n") +
                   "handles: 0\nloaded:\nfailed:\n" + file + "\n");

@@ -1,3 +1,5 @@
+#include <cstdint>
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -8,6 +10,7 @@
 
 namespace {
 
+namespace fs = std::filesystem;
 using vrl_test::times;
 
 /// Files that include each other, and the include that needs the folder of the configuration.
@@ -24,6 +27,10 @@ protected:
     std::string file(std::string const& name, std::string const& text) const {
         return vrl_test::writeFile(sandbox.work() / name, text);
     }
+    std::string readNoFurther(unsigned line, std::string const& name, std::string const& limit) const {
+        return "-- warning: the configuration is read no further than line " + std::to_string(line) + " of <" +
+               at(name) + ">: it asks for more than " + limit + ".\n";
+    }
     static std::string notFound(std::string const& name) {
         return "-- warning: can not find VRLConfig.ini include: <" + name + ">.\n";
     }
@@ -34,6 +41,7 @@ protected:
 using OpenStreams = NestedFiles;
 using OpenedIncludes = NestedFiles;
 using FolderIncludes = NestedFiles;
+using ReadingLimits = NestedFiles;
 
 TEST_F(OpenStreams, EndFilesThatIncludeEachOtherAt509) {
     file("2.ini", "a = 2\n#include " + at("1.ini") + "\na = 3\n");
@@ -56,7 +64,8 @@ TEST_F(OpenStreams, AreAllClosedAgain) {
 TEST_F(OpenedIncludes, AreTenThousandInOneReading) {
     file("x.ini", "a = 1\n");
     file("my.ini", times(10002, "#include " + at("x.ini") + "\n"));
-    EXPECT_EQ(told("ListSize", {at("my.ini"), "a"}), "10000 values\n" + times(2, notFound(at("x.ini"))));
+    EXPECT_EQ(told("ListSize", {at("my.ini"), "a"}),
+              "10000 values\n" + readNoFurther(10001, "my.ini", "10000 included files"));
 }
 
 TEST_F(OpenedIncludes, AreCountedAnewForTheNextReading) {
@@ -67,7 +76,41 @@ TEST_F(OpenedIncludes, AreCountedAnewForTheNextReading) {
 
 TEST_F(OpenedIncludes, EndAFileThatIncludesItselfTwice) {
     file("1.ini", times(2, "#include " + at("1.ini") + "\n") + "a = 1\n");
-    EXPECT_EQ(told("ListSize", {at("1.ini"), "a"}).substr(0, 13), "10001 values\n");
+    // The 509 files that were open when the last one was left out are not read to their ends.
+    EXPECT_EQ(told("ListSize", {at("1.ini"), "a"}),
+              "9492 values\n" + times(9498, notFound(at("1.ini"))) + readNoFurther(1, "1.ini", "10000 included files"));
+}
+
+TEST_F(ReadingLimits, EndAFileWithoutAnEnd) {
+    fs::path const sparse = file("sparse.ini", "");
+    fs::resize_file(sparse, std::uintmax_t{1} << 40);
+    EXPECT_EQ(told("ListSize", {sparse.string(), "a"}),
+              "0 values\n" + readNoFurther(1, "sparse.ini", "64 MiB of text"));
+}
+
+TEST_F(ReadingLimits, AreAMillionLines) {
+    file("x.ini", times(65000, "\n") + "a = 1\n");
+    file("my.ini", times(20, "#include " + at("x.ini") + "\n") + "a = 2\n");
+    EXPECT_EQ(told("ListSize", {at("my.ini"), "a"}), "15 values\n" + readNoFurther(24970, "x.ini", "1000000 lines"));
+}
+
+TEST_F(ReadingLimits, AreEightMebibytesOfMessages) {
+    file("my.ini", times(60, "#include " + at("x.ini") + "\n") + "a = 1\n");
+    file("x.ini", times(3000, "#include /nothere/" + std::string(40, 'x') + "\n"));
+    std::string const out = told("ListSize", {at("my.ini"), "a"});
+    std::string const warning = notFound("/nothere/" + std::string(40, 'x'));
+    std::string const last = readNoFurther(2056, "x.ini", "8 MiB of messages");
+    ASSERT_EQ(out.substr(out.size() - last.size()), last);
+    EXPECT_EQ(out.size(), 9 + 83056 * warning.size() + last.size());
+}
+
+TEST_F(ReadingLimits, AreThirtyFiveThousandLoads) {
+    file("my.ini", times(40, "f = /nothere/x.so\n") + times(40, "d = /nothere\n") + "sodlldir_clear\n" +
+                       times(70, "sodlldir_linux = /nothere\n") + times(80, "sodllfile = y\n"));
+    std::string const out = told("StartUp", {at("my.ini")});
+    std::string const one = vrl_test::missing("/nothere/x.so");
+    EXPECT_EQ(out.substr(0, 40 * one.size()), times(40, one));
+    EXPECT_NE(out.find(readNoFurther(221, "my.ini", "35000 loads of libraries")), std::string::npos);
 }
 
 TEST_F(FolderIncludes, TakeTheFolderOfTheConfigurationForTheTilde) {
@@ -94,7 +137,10 @@ TEST_F(FolderIncludes, ComeToAnEndWhileTheFolderIsLookedFor) {
 
 TEST_F(FolderIncludes, ComeToAnEndIfTheFolderStaysEmpty) {
     file("my.ini", "ConfigPath =\n#include ~/nothere/x.ini\n#include ~/nothere/y.ini\na = 1\n");
-    EXPECT_EQ(told("ListSize", {at("my.ini"), "a"}).substr(0, 9), "1 values\n");
+    std::string const out = told("ListSize", {at("my.ini"), "a"});
+    std::string const last = readNoFurther(2, "my.ini", "10000 included files");
+    EXPECT_EQ(out.substr(0, 9), "0 values\n");
+    EXPECT_EQ(out.substr(out.size() - last.size()), last);
 }
 
 }  // namespace

@@ -4,7 +4,6 @@
 #include "tests/plugins/samples/kinds.h"
 #include "tests/support/load_report.h"
 #include "tests/support/scenario.h"
-#include "vrllib/platform/platform.h"
 
 // Most of these scenarios take the path of a configuration file as their first argument; "-" stands for none.
 
@@ -15,11 +14,6 @@ using vrl_test::report;
 
 void useFile(vrl_test::Arguments const& arguments) {
     if (arguments[0] != "-") vrlConfigFile(arguments[0].c_str());
-}
-
-platform::Button showInOutput(char const* text, char const* caption) {
-    std::cout << "[" << caption << ": " << text << "]\n";
-    return platform::Button::kCancel;
 }
 
 void registerParser() { FactoryLoader<View>::factory().Register<vrl_test::PlainView>("KSR/Parser"); }
@@ -46,7 +40,6 @@ VRL_SCENARIO(StartUpWithReport) {
 
 VRL_SCENARIO(StartUpShown) {
     useFile(arguments);
-    platform::calls().showMessageBox = showInOutput;
     vrlInit_vrllib(true, true);
     std::cout << vrlGetCoutMsg();
 }

@@ -62,9 +62,11 @@ TEST_F(StartUpOrder, LeavesTheStandardPluginsOutIfTheViewOfTheMainOneIsThere) {
 }
 
 TEST_F(StartUpOrder, ShowsTheMessagesAheadOfTheStandardPluginsOfTheEnd) {
-    EXPECT_EQ(told("StartUpShown", {file(kPluginLines + "foo = " + pluginFile("onlyFoundry") + "\n")}),
-              "[Vorlane: only foundry\n]\n"
-              "vrldll\nvrldll: post-load\n");
+    // Without a terminal the box is a text on standard error.
+    auto const outcome =
+        sandbox.run("StartUpShown", {file(kPluginLines + "foo = " + pluginFile("onlyFoundry") + "\n")});
+    EXPECT_EQ(outcome.err, "Vorlane\nonly foundry\n");
+    EXPECT_EQ(outcome.out, "vrldll\nvrldll: post-load\n");
 }
 
 TEST_F(StartUpOrder, ShowsNoBoxWithoutMessages) {
@@ -175,6 +177,13 @@ TEST_F(StartUpLines, AreCutAtACommentAndAtALineEnd) {
 TEST_F(StartUpLines, WithoutAnEqualSignHaveNoEffect) {
     EXPECT_EQ(startedWithPlugins("sodllfile onlyFoundry\nfoo\nenv\ndir\nsodlldir_linux /nowhere\nsodllpostfix_linux\n"),
               "vrldll\nvrldll: post-load\n");
+}
+
+TEST_F(StartUpLines, WithAnEmptyValueLoseTheirTrailingBlanks) {
+    // The scan takes the line as it is for the name of a folder.
+    std::filesystem::create_directory(sandbox.work() / "dir =*.so");
+    std::filesystem::copy_file(pluginFile("onlyFoundry"), sandbox.work() / "dir =*.so" / "lib_wn.so");
+    EXPECT_EQ(told("StartUpWithParser", {file("sodllpostfix_linux = .so\ndir =  \t \n")}), "only foundry\n");
 }
 
 TEST_F(StartUpLines, WithAnEmptyValueHaveOne) {

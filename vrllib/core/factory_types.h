@@ -13,7 +13,6 @@
 
 namespace Vorlane_v1_0::detail {
 
-/// The factory type of each of the seven types. TypeView<T> represents the views of a T.
 /// @cond
 template <class T>
 struct FactoryTypeOf;
@@ -47,6 +46,7 @@ struct FactoryTypeOf<TypeView<Netlist>> {
 };
 /// @endcond
 
+/// The factory type of T, which is one of the seven types. TypeView<T> represents the views of a T.
 template <class T>
 using FactoryType = typename FactoryTypeOf<T>::type;
 

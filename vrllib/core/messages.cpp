@@ -46,7 +46,7 @@ bool vrlShowCoutMsg() {
 
     std::string const text = vrlGetCoutMsg();
     if (text.empty()) return true;
-    platform::Button const pressed = platform::calls().showMessageBox(text.c_str(), "Vorlane");
+    platform::Button const pressed = platform::showMessageBox(text.c_str(), "Vorlane");
     vrlCoutReset();
     return pressed != platform::Button::kCancel;
 }

@@ -5,8 +5,6 @@
 #include <string>
 #include <vector>
 
-#include "vrllib/base/export.h"
-
 // Everything that the library asks of the operating system. Private: no header of the interface includes this one, and
 // nothing above it knows which system it runs on. posix.cpp and windows.cpp implement it.
 
@@ -14,9 +12,15 @@ namespace Vorlane_v1_0::platform {
 
 /// Why a call of the loader failed.
 struct SystemError {
-    unsigned code = 0;           ///< 0: the system gave no reason
-    std::string text;            ///< the system's own words, empty if it has none
-    bool missingSymbol = false;  ///< the ordinary case of a library that lacks a symbol
+    enum class Reason {
+        kOther,
+        kMissingSymbol,   ///< the ordinary case of a library that lacks a symbol
+        kNotARegularFile  ///< a folder, a pipe or a device in place of a library
+    };
+
+    unsigned code = 0;  ///< 0: the system gave no reason
+    std::string text;   ///< the system's own text, empty if it has none
+    Reason reason = Reason::kOther;
 };
 
 /// Maps a shared library, which is never unmapped. Null on failure; an empty path fails without a call of the system.
@@ -24,6 +28,10 @@ void* loadLibrary(char const* path, SystemError& error);
 
 /// The address of an exported symbol of that very module, not of one that it depends on. Null if it has none.
 void* findSymbol(void* module, char const* name, SystemError& error);
+
+/// The file of a mapped library, and the file that holds a mapped address; empty if the system does not know.
+std::string moduleFile(void* module);
+std::string fileWith(void const* address);
 
 /// An entry of a folder that matched a pattern.
 struct Match {
@@ -72,18 +80,5 @@ extern char const kSeparator;
 /// The keys of the configuration file that this system obeys, compared over their whole length.
 extern char const* const kLibraryFolderKey;
 extern char const* const kLibraryPostfixKey;
-
-/// The calls that a test replaces, to press either button and to fail in ways that this system does not, and that a
-/// host watches, to tell what became of each plug-in. The last one is there to be asked, by a host that tells where its
-/// configuration was looked for; the search itself does not go through it.
-struct ReplaceableCalls {
-    Button (*showMessageBox)(char const* text, char const* caption);
-    void* (*loadLibrary)(char const* path, SystemError& error);
-    void* (*findSymbol)(void* module, char const* name, SystemError& error);
-    std::vector<std::string> (*configFilePlaces)();
-};
-
-/// The calls in use; they start as those above.
-VRL_API ReplaceableCalls& calls();
 
 }  // namespace Vorlane_v1_0::platform

@@ -1,60 +1,179 @@
 #include "vrllib/plugins/load_steps.h"
 
+#include <algorithm>
+#include <chrono>
+#include <iterator>
 #include <ostream>
+#include <utility>
 
 #include "vrllib/core/fixed_text.h"
 #include "vrllib/core/messages.h"
+#include "vrllib/core/thrown_text.h"
 #include "vrllib/platform/platform.h"
 #include "vrllib/plugins/loader.h"
 #include "vrllib/plugins/loader_state.h"
+#include "vrllib/plugins/observed_call.h"
 
 namespace Vorlane_v1_0::detail {
 
 namespace {
 
-/// What a message about one load says of it.
-struct Load {
-    std::string file;
-    std::string label;
+using Clock = std::chrono::steady_clock;
+using Reason = platform::SystemError::Reason;
 
-    std::ostream& writeFailure() const { return vrlCout() << "Can't load '" << file << "' as " << label << " dll"; }
+/// The entry points of the targets, in their order.
+constexpr char const* kEntries[] = {"initLibraryAttribute",  "initLibraryFoundry",       "initLibraryBB",
+                                    "initLibraryNetlist",    "initLibraryComponentView", "initLibraryBBView",
+                                    "initLibraryNetlistView"};
+
+/// One load: a file for a target.
+class Load {
+public:
+    Load(char const* file, char const* entryName, char const* labelText, bool reportUnmapped);
+
+    /// Maps the file, asks for its version, finds its entry point and calls it; then reports. What code of the library
+    /// throws passes through unless the observer absorbs it.
+    bool run(EntryCall call, void* factory);
+
+private:
+    bool succeeds(EntryCall call, void* factory);
+    void* map();
+    bool passesGate(void* module);
+    void report();
+    void writeMessage() const;
+    std::ostream& writeFailure() const;
+
+    std::string entry;
+    std::string label;
+    bool verbose;
+    LoadEvent event;
+    platform::SystemError error;
 };
 
-void reportUnmapped(Load const& load, platform::SystemError const& error) {
-    if (error.code != 0)
-        load.writeFailure() << " (" << error.text << ")\n";
-    else
-        vrlCout() << "Loading of '" << load.file << "' as " << load.label << " failed.\n";
+Load::Load(char const* file, char const* entryName, char const* labelText, bool reportUnmapped)
+    : entry(entryName ? entryName : ""), label(labelText ? labelText : ""), verbose(reportUnmapped) {
+    auto const target = std::find(std::begin(kEntries), std::end(kEntries), entry) - std::begin(kEntries);
+    event.target = static_cast<LoadTarget>(target);
+    event.path = file ? file : "";
+    event.line = loaderState().line;
+    if (event.line == LoadEvent::kNoLine) return;
+    LoadLine const& line = loaderState().report.lines[event.line];
+    event.configFile = line.file;
+    event.configLine = line.number;
 }
 
-/// Whether a plug-in just does not serve the type, which is nothing to report.
+bool Load::run(EntryCall call, void* factory) {
+    auto const began = Clock::now();
+    auto const end = [&] {
+        event.seconds = std::chrono::duration<double>(Clock::now() - began).count();
+        report();
+    };
+    bool loaded = false;
+    try {
+        loaded = succeeds(call, factory);
+    } catch (...) {
+        event.outcome = LoadOutcome::kEntryThrew;
+        event.text = thrownText();
+        end();
+        LoadObserver* const observer = loaderState().observer;
+        if (observer && observer->absorbs(event)) return false;
+        throw;
+    }
+    (loaded ? InsertSuccessfullyLoadedDll : InsertUnsuccessfullyLoadedDll)(event.path);
+    end();
+    return loaded;
+}
+
+bool Load::succeeds(EntryCall call, void* factory) {
+    void* const module = map();
+    if (!module) return false;
+    if (!passesGate(module)) {
+        event.outcome = LoadOutcome::kVersionRefused;
+        return false;
+    }
+    void* const found = platform::findSymbol(module, entry.c_str(), error);
+    if (!found) {
+        event.outcome = LoadOutcome::kNoEntryPoint;
+        return false;
+    }
+    observedCall(event.path, entry, [&] {
+        call(found, factory);
+        return true;
+    });
+    soload_addSo(module);
+    event.outcome = LoadOutcome::kLoaded;
+    return true;
+}
+
+// Static objects of a library may register keys while it is mapped, so the factories are looked at before that.
+void* Load::map() {
+    LoaderState& state = loaderState();
+    if (state.observer && !state.observer->mayLoad(event.path)) {
+        event.outcome = LoadOutcome::kDeclined;
+        return nullptr;
+    }
+    if (state.triedPaths.insert(event.path).second) state.registeredKeys.update();
+    void* const module = observedCall(event.path, {}, [&] { return platform::loadLibrary(event.path.c_str(), error); });
+    if (module)
+        event.file = platform::moduleFile(module);
+    else if (error.reason == Reason::kNotARegularFile)
+        event.outcome = LoadOutcome::kNotARegularFile;
+    return module;
+}
+
+bool Load::passesGate(void* module) {
+    event.neededVersion = loaderState().requiredApiVersion;
+    if (event.neededVersion == 0) return true;
+    auto const version = versionFunction(module);
+    event.hasVersion = version != nullptr;
+    if (version) event.foundVersion = observedCall(event.path, kVersionFunction, version);
+    return version && event.foundVersion >= event.neededVersion;
+}
+
+/// Whether a plug-in just does not extend the type, which is nothing to report.
 bool isUsualCase(platform::SystemError const& error) {
-    return error.missingSymbol || error.text == "The specified procedure could not be found.\r\n" ||
+    return error.reason == Reason::kMissingSymbol || error.text == "The specified procedure could not be found.\r\n" ||
            error.text == "Procedure not found\n";
 }
 
-void reportMissingEntry(Load const& load, platform::SystemError const& error) {
-    if (error.code == 0)
-        load.writeFailure() << ".\n";
-    else if (!isUsualCase(error))
-        load.writeFailure() << " (" << error.text << ")\n";
+std::ostream& Load::writeFailure() const {
+    return vrlCout() << "Can't load '" << event.path << "' as " << label << " dll";
 }
 
-/// Maps the file and finds its entry point; reports why that fails.
-void* findEntry(Load const& load, char const* entry, bool verbose, void*& module) {
-    platform::SystemError error;
-    module = platform::calls().loadLibrary(load.file.c_str(), error);
-    if (!module) {
-        if (verbose) reportUnmapped(load, error);
-        return nullptr;
+void Load::writeMessage() const {
+    switch (event.outcome) {
+    case LoadOutcome::kLoaded:
+    case LoadOutcome::kEntryThrew:
+        return;
+    case LoadOutcome::kVersionRefused:
+        vrlCout() << "Old version: " << event.path << " : not loaded.\n";
+        return;
+    case LoadOutcome::kNoEntryPoint:
+        if (error.code == 0)
+            writeFailure() << ".\n";
+        else if (!isUsualCase(error))
+            writeFailure() << " (" << event.text << ")\n";
+        return;
+    case LoadOutcome::kNotMapped:
+    case LoadOutcome::kNotARegularFile:
+    case LoadOutcome::kDeclined:
+        if (!verbose) return;
+        if (error.code != 0)
+            writeFailure() << " (" << event.text << ")\n";
+        else
+            vrlCout() << "Loading of '" << event.path << "' as " << label << " failed.\n";
     }
-    if (!checkLibraryVersion(module)) {
-        vrlCout() << "Old version: " << load.file << " : not loaded.\n";
-        return nullptr;
-    }
-    void* const found = platform::calls().findSymbol(module, entry, error);
-    if (!found) reportMissingEntry(load, error);
-    return found;
+}
+
+void Load::report() {
+    LoaderState& state = loaderState();
+    if (event.outcome == LoadOutcome::kLoaded || event.outcome == LoadOutcome::kEntryThrew)
+        event.keys = state.registeredKeys.takeChanges();
+    else
+        event.text = error.text;
+    writeMessage();
+    state.report.events.push_back(event);
+    if (state.observer) state.observer->onLoad(event);
 }
 
 /// A pattern that would leave no room for its terminator. Longer ones pass this test and are cut.
@@ -65,6 +184,7 @@ bool endsAtTheEdge(std::string const& pattern) {
 /// Calls a function with each match that is a file. False if nothing matched, not even a folder.
 template <class Use>
 bool forEachFile(std::string const& pattern, Use const& use) {
+    if (!takeLoad()) return false;
     auto const matches = platform::listMatches(pattern);
     for (auto const& match : matches)
         if (!match.isFolder) use(match.name);
@@ -74,17 +194,7 @@ bool forEachFile(std::string const& pattern, Use const& use) {
 }  // namespace
 
 bool loadModule(char const* file, char const* entry, EntryCall call, void* factory, char const* label, bool verbose) {
-    Load const load{file ? file : "", label ? label : ""};
-    void* module = nullptr;
-    void* const entryPoint = findEntry(load, entry ? entry : "", verbose, module);
-    if (!entryPoint) {
-        InsertUnsuccessfullyLoadedDll(load.file);
-        return false;
-    }
-    call(entryPoint, factory);
-    soload_addSo(module);
-    InsertSuccessfullyLoadedDll(load.file);
-    return true;
+    return takeLoad() && Load(file, entry, label, verbose).run(call, factory);
 }
 
 // A pattern that finds nothing or ends at the edge ends the whole list: what stands behind it is not tried, and what

@@ -20,6 +20,11 @@ bool loadList(char const* list, bool verbose, FileLoad load);
 bool loadFolder(char const* dir, char const* postfix, bool verbose, FileLoad load);
 bool loadVariable(char const* name, bool verbose, FileLoad load);
 
+/// The name of the function that returns the version of a plug-in, and that function of a module; null if it has none.
+inline constexpr char kVersionFunction[] = "getAPIversion";
+using VersionFunction = unsigned (*)();
+VersionFunction versionFunction(void* module);
+
 /// Puts the tag in place of the first "wX" that stands behind "lib_".
 void replaceTag(std::string& text);
 

@@ -4,19 +4,26 @@
 
 #include "vrllib/core/fixed_text.h"
 #include "vrllib/platform/platform.h"
+#include "vrllib/plugins/load_steps.h"
 #include "vrllib/plugins/loader_state.h"
+#include "vrllib/plugins/observed_call.h"
 
+using namespace Vorlane_v1_0;
 using namespace Vorlane_v1_0::detail;
 
 namespace {
 
 template <class Function>
 Function findFunction(void* module, char const* name) {
-    Vorlane_v1_0::platform::SystemError error;
-    return reinterpret_cast<Function>(Vorlane_v1_0::platform::calls().findSymbol(module, name, error));
+    platform::SystemError error;
+    return reinterpret_cast<Function>(platform::findSymbol(module, name, error));
 }
 
 }  // namespace
+
+VersionFunction Vorlane_v1_0::detail::versionFunction(void* module) {
+    return findFunction<VersionFunction>(module, kVersionFunction);
+}
 
 void needsLibaryVersion(unsigned int major, unsigned int minor, unsigned int patch) {
     loaderState().requiredApiVersion = (major * 100 + minor) * 100 + patch;
@@ -25,8 +32,8 @@ void needsLibaryVersion(unsigned int major, unsigned int minor, unsigned int pat
 bool checkLibraryVersion(void* module) {
     unsigned const required = loaderState().requiredApiVersion;
     if (required == 0) return true;
-    auto const getAPIversion = findFunction<unsigned (*)()>(module, "getAPIversion");
-    return getAPIversion && getAPIversion() >= required;
+    VersionFunction const version = versionFunction(module);
+    return version && version() >= required;
 }
 
 void soloader_setDllTag(char const* tag) {
@@ -46,8 +53,15 @@ void soload_iter(std::list<void*>::iterator* begin, std::list<void*>::iterator* 
 }
 
 void soloader_Call(char const* name) {
-    for (void* const module : loaderState().loadedHandles)
-        if (auto const call = findFunction<void (*)()>(module, name ? name : "")) call();
+    std::string const function = name ? name : "";
+    for (void* const module : loaderState().loadedHandles) {
+        auto const call = findFunction<void (*)()>(module, function.c_str());
+        if (!call) continue;
+        observedCall(platform::moduleFile(module), function, [call] {
+            call();
+            return true;
+        });
+    }
 }
 
 void soloader_PostLoad() { soloader_Call("initLibraryPostLoad"); }

@@ -14,9 +14,18 @@ namespace Vorlane_v1_0::detail {
 
 namespace {
 
-constexpr unsigned kMostStreams = 509;     // as many as the C run-time library of Windows leaves to a program
-constexpr unsigned kMostIncludes = 10000;  // opened in one reading, besides the file that it begins with
+constexpr unsigned kMostStreams = 509;  // as many as the C run-time library of Windows leaves to a program
 constexpr char kInclude[] = "#include ";
+
+constexpr std::size_t kMostFiles = 10001;  // the one that a reading begins with, and its includes
+constexpr std::size_t kMostBytes = std::size_t{64} << 20;
+constexpr std::size_t kMostLines = 1000000;
+constexpr std::size_t kMostMessages = std::size_t{8} << 20;
+
+std::size_t messageBytes() {
+    auto const end = vrlCout().tellp();
+    return end < 0 ? 0 : static_cast<std::size_t>(end);
+}
 
 bool isSpace(char c) { return std::isspace(static_cast<unsigned char>(c)) != 0; }
 
@@ -30,27 +39,51 @@ void cutComment(std::string& line) {
 
 }  // namespace
 
+Reading::Reading() : messagesBefore(messageBytes()) {}
+
+char const* Reading::limitPassed() const {
+    if (filesSpent) return "10000 included files";
+    if (bytes > kMostBytes) return "64 MiB of text";
+    if (lines > kMostLines) return "1000000 lines";
+    if (loadsSpent) return "35000 loads of libraries";
+    return messageBytes() > messagesBefore + kMostMessages ? "8 MiB of messages" : nullptr;
+}
+
 void ConfigReader::Close::operator()(std::FILE* file) const {
     std::fclose(file);
     --configuration().openStreams;
 }
 
 bool ConfigReader::open(std::string const& path) {
-    if (reading.opened > kMostIncludes || configuration().openStreams >= kMostStreams) return false;
+    if (configuration().openStreams >= kMostStreams) return false;
     std::FILE* const file = platform::openForReading(path.c_str());
     if (!file) return false;
-    ++reading.opened;
+    ++reading.files;
     ++configuration().openStreams;
-    streams.emplace_back(file);
+    sources.push_back({{}, path});
+    sources.back().stream.reset(file);
+    return true;
+}
+
+// The line is that of a file which may still wait for an include of its own to end.
+bool ConfigReader::isOver() {
+    char const* const limit = reading.limitPassed();
+    if (!limit) return sources.empty();
+    if (!reading.isReported)
+        vrlCout() << "-- warning: the configuration is read no further than line " << currentLine << " of <"
+                  << currentFile << ">: it asks for more than " << limit << ".\n";
+    reading.isReported = true;
+    sources.clear();
     return true;
 }
 
 std::optional<std::string> ConfigReader::nextLine() {
-    while (!streams.empty()) {
+    while (!isOver()) {
         if (!readPiece()) {
-            streams.pop_back();
+            sources.pop_back();
             continue;
         }
+        if (piece.empty()) continue;
         std::string line = prepared();
         if (line.empty()) continue;
         if (line.front() != '#') return line;
@@ -59,15 +92,29 @@ std::optional<std::string> ConfigReader::nextLine() {
     return std::nullopt;
 }
 
+// Text after a zero byte of a line is lost, as in all texts of the system.
 bool ConfigReader::readPiece() {
-    std::FILE* const file = streams.back().get();
-    buffer.resize(kLineArray);
-    buffer[0] = '\0';
-    return !std::feof(file) && std::fgets(buffer.data(), static_cast<int>(buffer.size()), file);
+    Source& source = sources.back();
+    std::FILE* const stream = source.stream.get();
+    piece.clear();
+    int next = std::feof(stream) ? EOF : std::getc(stream);
+    if (next == EOF) return false;
+    currentFile = source.path;
+    currentLine = source.lineEnds + 1;
+    while (next != EOF) {
+        piece += static_cast<char>(next);
+        if (next == '\n' || piece.size() == kLineArray - 1) break;
+        next = std::getc(stream);
+    }
+    if (piece.back() == '\n') ++source.lineEnds;
+    reading.bytes += piece.size();
+    ++reading.lines;
+    piece.resize(std::min(piece.size(), piece.find('\0')));
+    return true;
 }
 
 std::string ConfigReader::prepared() const {
-    std::string line(buffer.data());
+    std::string line = piece;
     if (order == LineOrder::kCutFirst) cutComment(line);
     expandMacros(line, kLineArray);
     if (order == LineOrder::kExpandFirst) cutComment(line);
@@ -81,15 +128,17 @@ void ConfigReader::include(std::string const& line) {
     std::string name = line.substr(begin);
     if (name.empty()) return;
     if (name.front() == '~') name.replace(0, 1, configFolder(reading));
-    if (!open(name)) vrlCout() << "-- warning: can not find VRLConfig.ini include: <" << name << ">.\n";
+    reading.filesSpent = reading.files == kMostFiles;
+    if (!reading.limitPassed() && !open(name))
+        vrlCout() << "-- warning: can not find VRLConfig.ini include: <" << name << ">.\n";
 }
 
 std::optional<std::string> takeValue(std::string& line) {
     std::size_t begin = line.find('=');
     if (begin == std::string::npos) return std::nullopt;
+    while (isSpace(line.back())) line.pop_back();  // ends at the "=" at the latest
     ++begin;
     while (begin < line.size() && isSpace(line[begin])) ++begin;
-    while (line.size() > begin && isSpace(line.back())) line.pop_back();
     return line.substr(begin);
 }
 

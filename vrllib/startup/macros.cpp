@@ -29,6 +29,7 @@ void replaceMacro(std::string& text, std::string const& macro, std::string const
 
 void expandMacros(std::string& text, std::size_t arraySize) {
     text = fitted(text, arraySize);
+    if (text.find("${") == std::string::npos) return;
     auto const& settings = configuration();
     replaceMacro(text, "${version}", settings.versionText, arraySize);
     replaceMacro(text, "${bits}", kBits, arraySize);

@@ -10,6 +10,7 @@
 #include "vrllib/plugins/factory_loader.h"
 #include "vrllib/plugins/load_targets.h"
 #include "vrllib/plugins/loader.h"
+#include "vrllib/plugins/loader_state.h"
 #include "vrllib/startup/config_reader.h"
 #include "vrllib/startup/configuration.h"
 #include "vrllib/startup/configuration_state.h"
@@ -20,13 +21,15 @@ namespace Vorlane_v1_0::detail {
 
 namespace {
 
+constexpr unsigned kMostLoads = 35000;  // a library of one folder is seven loads
+
 /// What one start-up does with the lines of the file.
 class Startup {
 public:
     explicit Startup(bool reportFailures) : verbose(reportFailures) {}
 
-    /// Acts on a line; one without a known key is ignored.
-    void obey(std::string line);
+    /// Acts on the line that the reader is at; one without a known key is ignored.
+    void act(std::string line, ConfigReader const& reader);
 
     /// Loads a library by its name, and the standard plug-ins ahead of the first one. Without a name, only these.
     void loadNamed(std::string const& name);
@@ -35,6 +38,7 @@ private:
     struct Key {
         char const* text;  // compared over its whole length with the start of the line
         bool needsValue;
+        bool asksForLibraries;
         void (*act)(Startup& startup, std::string const& line, std::string const& value);
     };
     static Key const* firstKey();
@@ -53,24 +57,27 @@ private:
 Startup::Key const* Startup::firstKey() {
     using Text = std::string const&;
     static Key const keys[] = {
-        {"d", true, [](Startup&, Text line, Text) { scanFolder(line); }},
-        {"e", true, [](Startup&, Text, Text value) { loadVariable(value); }},
-        {"f", true, [](Startup&, Text, Text value) { loadLibsForAll(value.c_str(), true); }},
-        {"sodlldir_clear", false, [](Startup&, Text, Text) { configuration().sodllDirs.clear(); }},
-        {platform::kLibraryFolderKey, true, [](Startup&, Text, Text value) { addFolder(value); }},
-        {platform::kLibraryPostfixKey, true, [](Startup&, Text, Text value) { configuration().sodllPostfix = value; }},
-        {"sodllfile", true, [](Startup& startup, Text, Text value) { startup.loadNamed(value); }},
-        {nullptr, false, nullptr}};
+        {"d", true, true, [](Startup&, Text line, Text) { scanFolder(line); }},
+        {"e", true, true, [](Startup&, Text, Text value) { loadVariable(value); }},
+        {"f", true, true, [](Startup&, Text, Text value) { loadLibsForAll(value.c_str(), true); }},
+        {"sodlldir_clear", false, false, [](Startup&, Text, Text) { configuration().sodllDirs.clear(); }},
+        {platform::kLibraryFolderKey, true, false, [](Startup&, Text, Text value) { addFolder(value); }},
+        {platform::kLibraryPostfixKey, true, false,
+         [](Startup&, Text, Text value) { configuration().sodllPostfix = value; }},
+        {"sodllfile", true, true, [](Startup& startup, Text, Text value) { startup.loadNamed(value); }},
+        {nullptr, false, false, nullptr}};
     return keys;
 }
 
-void Startup::obey(std::string line) {
+// Before the first name, the standard plug-ins are loaded, which no line asks for.
+void Startup::act(std::string line, ConfigReader const& reader) {
     for (Key const* key = firstKey(); key->text; ++key) {
         if (line.compare(0, std::strlen(key->text), key->text) != 0) continue;
         auto const value = key->needsValue ? takeValue(line) : std::string();
         if (!value) continue;
-        key->act(*this, line, *value);
-        return;
+        if (!key->asksForLibraries) return key->act(*this, line, *value);
+        LoadLineScope const scope({reader.file(), reader.lineNumber(), key->text, *value});
+        return key->act(*this, line, *value);
     }
 }
 
@@ -94,6 +101,7 @@ void Startup::addFolder(std::string const& value) {
 // well, but only new ones, so that a plug-in that adds itself comes to an end.
 void Startup::loadStandardPlugins() {
     if (FactoryLoader<View>::factory().find("KSR/Parser")) return;
+    NoLoadLine const none;
     vrlInit_loadSo("vrldll", verbose);
     auto const& names = configuration().standardSoList;
     std::size_t const known = names.size();
@@ -146,6 +154,19 @@ std::string chosenConfigFile() {
     return settings.configFileInUse;
 }
 
+/// Reads the file and acts on its lines. False if it cannot be opened.
+bool actOnFile(std::string const& path, Startup& startup) {
+    Reading reading;
+    ConfigReader reader(LineOrder::kCutFirst, reading);
+    if (!reader.open(path)) return false;
+    LoadAllowanceScope const allowance(kMostLoads);
+    while (auto line = reader.nextLine()) {
+        startup.act(std::move(*line), reader);
+        reading.loadsSpent = allowance.isSpent();
+    }
+    return true;
+}
+
 void warnUnreadable(std::string const& path) {
     bool& due = configuration().configReadWarning;
     if (due) vrlCout() << "-- warning: no dll/so being loaded, config file <" << path << "> can not be read.\n";
@@ -163,14 +184,13 @@ void vrlInit_vrllib(bool showMessages, bool verbose) {
     std::string const path = chosenConfigFile();
     Startup startup(verbose);
     removeAll(configuration().versionText, " beta");
-    Reading reading;
-    ConfigReader reader(LineOrder::kCutFirst, reading);
-    if (!reader.open(path)) return warnUnreadable(path);
-    while (auto line = reader.nextLine()) startup.obey(std::move(*line));
+    if (!actOnFile(path, startup)) return warnUnreadable(path);
     if (showMessages) vrlShowCoutMsg();
     startup.loadNamed("");
     soloader_PostLoad();
 }
+
+std::vector<std::string> vrlConfigFilePlaces() { return Vorlane_v1_0::platform::configFilePlaces(); }
 
 char const* vrlConfigFile() {
     auto& settings = configuration();

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <array>
+#include <map>
+#include <string>
+#include <typeinfo>
+#include <vector>
+
+#include "vrllib/plugins/load_report.h"
+
+// Which library registered which key. Private.
+
+namespace Vorlane_v1_0::detail {
+
+/// The keys of the seven factories with the types of their creators, as they were when this was last asked. The type
+/// tells a new creator from the one before, and its address lies in the file that holds the code.
+class RegisteredKeys {
+public:
+    /// Takes over what the factories hold now.
+    void update();
+
+    /// As update, and returns what came or changed hands, by target and key. A key that is registered again from the
+    /// same file has not changed hands.
+    std::vector<LoadedKey> takeChanges();
+
+private:
+    using Known = std::map<std::string, std::type_info const*>;
+
+    template <class T>
+    void compare(LoadTarget target, std::vector<LoadedKey>* changes);
+    void compareAll(std::vector<LoadedKey>* changes);
+
+    std::array<Known, 7> known;
+};
+
+}  // namespace Vorlane_v1_0::detail
