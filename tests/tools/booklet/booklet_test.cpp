@@ -5,7 +5,7 @@
 #include <set>
 #include <sstream>
 
-#include "host/process.h"
+#include "system/process.h"
 #include "tests/demo/sample_plugins.h"
 #include "tests/support/files.h"
 #include "tests/tools/tool.h"

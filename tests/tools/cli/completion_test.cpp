@@ -4,7 +4,8 @@
 
 #include <sstream>
 
-#include "host/process.h"
+#include "commands/candidates.h"
+#include "system/process.h"
 #include "tests/support/files.h"
 #include "tests/tools/cli/small_grammar.h"
 #include "tests/tools/sample_circuit.h"

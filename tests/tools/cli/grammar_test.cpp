@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "host/process.h"
+#include "system/process.h"
 #include "tests/tools/tool.h"
 
 namespace {

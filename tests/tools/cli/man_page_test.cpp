@@ -6,9 +6,10 @@
 #include <set>
 #include <sstream>
 
-#include "host/process.h"
+#include "system/process.h"
 #include "tests/tools/cli/small_grammar.h"
 #include "tests/tools/tool.h"
+#include "vrllib/version.h"
 
 namespace {
 
@@ -34,7 +35,7 @@ TEST(ManPage, ComesFromTheGrammar) {
     SmallGrammar const grammar;
     std::ostringstream page;
     vrltool::writeManPage(page, grammar.app());
-    EXPECT_EQ(page.str(), R"(.TH VRL 1 "" "vrl )" + std::string("2.1.11") + R"(" "User Commands"
+    EXPECT_EQ(page.str(), R"(.TH VRL 1 "" "vrl )" + std::string(VRL_VERSION_TEXT) + R"(" "User Commands"
 .SH NAME
 vrl \- looks at, checks, compares and documents photonic designs
 .SH SYNOPSIS

@@ -2,7 +2,7 @@
 
 #include <fstream>
 
-#include "host/design.h"
+#include "design/design.h"
 #include "tests/tools/diff/pair.h"
 
 namespace {

@@ -4,7 +4,7 @@
 #include <iostream>
 
 #include "tests/support/files.h"
-#include "tests/tools/host/saved_objects.h"
+#include "tests/tools/design/saved_objects.h"
 
 int main(int argc, char** argv) {
     if (argc != 2) {

@@ -5,9 +5,9 @@
 
 #include "booklet/picture.h"
 #include "booklet/preamble.h"
-#include "booklet/temporary_folder.h"
 #include "booklet/tex_table.h"
 #include "booklet/tex_text.h"
+#include "system/temporary_folder.h"
 #include "text/failure.h"
 #include "text/number.h"
 #include "text/table.h"

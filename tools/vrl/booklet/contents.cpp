@@ -5,7 +5,7 @@
 
 #include "circuit/circuit.h"
 #include "circuit/parameters.h"
-#include "host/foreign_work.h"
+#include "guard/foreign_work.h"
 #include "host/load_watch.h"
 #include "text/failure.h"
 #include "text/near_names.h"

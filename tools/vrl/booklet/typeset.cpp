@@ -1,9 +1,10 @@
+#include "booklet/typeset.h"
+
 #include <fstream>
 #include <sstream>
 
-#include "booklet/booklet.h"
-#include "booklet/temporary_folder.h"
-#include "host/process.h"
+#include "system/process.h"
+#include "system/temporary_folder.h"
 #include "text/failure.h"
 #include "text/progress.h"
 #include "text/table.h"

@@ -6,8 +6,8 @@
 
 #include "catalogue/page.h"
 #include "catalogue/page_output.h"
+#include "guard/quiet_output.h"
 #include "host/load_watch.h"
-#include "host/start.h"
 #include "text/near_names.h"
 
 namespace vrltool::catalogue {

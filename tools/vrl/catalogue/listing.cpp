@@ -9,9 +9,9 @@
 
 #include "catalogue/kinds.h"
 #include "circuit/parameters.h"
-#include "host/foreign_work.h"
+#include "guard/foreign_work.h"
+#include "guard/quiet_output.h"
 #include "host/load_watch.h"
-#include "host/start.h"
 #include "text/json.h"
 #include "text/progress.h"
 #include "text/table.h"

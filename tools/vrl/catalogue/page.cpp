@@ -4,7 +4,7 @@
 #include <memory>
 
 #include "circuit/circuit.h"
-#include "host/foreign_work.h"
+#include "guard/foreign_work.h"
 #include "host/load_watch.h"
 #include "text/failure.h"
 #include "text/table.h"

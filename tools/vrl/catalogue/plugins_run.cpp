@@ -9,10 +9,10 @@
 #include <sstream>
 #include <string>
 
-#include "host/foreign_work.h"
+#include "guard/foreign_work.h"
 #include "host/load_watch.h"
-#include "host/process.h"
 #include "host/start.h"
+#include "system/process.h"
 #include "text/progress.h"
 #include "text/table.h"
 

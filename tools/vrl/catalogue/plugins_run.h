@@ -1,7 +1,7 @@
 #pragma once
 
 #include "catalogue/plugins_report.h"
-#include "cli/grammar.h"
+#include "text/common.h"
 
 namespace vrltool::catalogue {
 

@@ -5,7 +5,7 @@
 #include <nlohmann/json.hpp>
 #include <ostream>
 
-#include "check/words.h"
+#include "text/phrases.h"
 #include "text/table.h"
 
 namespace vrltool::check {

@@ -1,7 +1,7 @@
 #include <algorithm>
 
 #include "check/findings.h"
-#include "check/words.h"
+#include "text/phrases.h"
 #include "text/table.h"
 
 // Rules that look at the boundary of a circuit, at how it fits the ports of a composite, and at the file as a whole.

@@ -3,7 +3,7 @@
 #include <set>
 
 #include "check/findings.h"
-#include "check/words.h"
+#include "text/phrases.h"
 
 // Rules that look at elements as such: their names, their blocks and what they hang on.
 

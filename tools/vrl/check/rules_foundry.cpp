@@ -3,8 +3,8 @@
 
 #include "check/findings.h"
 #include "check/foreign.h"
-#include "check/words.h"
 #include "text/near_names.h"
+#include "text/phrases.h"
 
 // Rules that look at foundries and at the choices of cross sections and process flows.
 

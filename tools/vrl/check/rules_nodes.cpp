@@ -3,7 +3,7 @@
 #include <map>
 
 #include "check/findings.h"
-#include "check/words.h"
+#include "text/phrases.h"
 
 // Rules that look at nodes: at what is tied together.
 

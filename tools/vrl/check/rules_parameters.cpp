@@ -4,7 +4,7 @@
 
 #include "check/findings.h"
 #include "check/foreign.h"
-#include "check/words.h"
+#include "text/phrases.h"
 
 // Rules that look at parameters, those of elements and those of the design itself.
 

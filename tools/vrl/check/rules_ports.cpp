@@ -2,7 +2,7 @@
 #include <set>
 
 #include "check/findings.h"
-#include "check/words.h"
+#include "text/phrases.h"
 
 // Rules that look at the ports of elements.
 

@@ -3,9 +3,9 @@
 #include <algorithm>
 
 #include "check/foreign.h"
-#include "check/words.h"
-#include "host/start.h"
+#include "guard/quiet_output.h"
 #include "text/failure.h"
+#include "text/phrases.h"
 
 namespace vrltool::check {
 

@@ -9,7 +9,7 @@
 #include "check/sections.h"
 #include "circuit/circuit.h"
 #include "circuit/parameters.h"
-#include "host/design.h"
+#include "design/design.h"
 
 // The checking of designs, its words:
 //

@@ -1,9 +1,6 @@
 #pragma once
 
-#include <functional>
 #include <iosfwd>
-#include <string>
-#include <vector>
 
 namespace CLI {
 class App;
@@ -14,20 +11,5 @@ namespace vrltool {
 /// Writes the completion script of bash from the grammar. It needs nothing but bash. What only the plug-ins or a design
 /// know it asks for with "vrl complete".
 void writeBashCompletion(std::ostream& os, CLI::App const& root);
-
-/// Has `source` give the words that a type name of the grammar stands for, such as the ids of "RULE". An option that
-/// carries its choices needs none.
-void registerCandidates(std::string const& type, std::function<std::vector<std::string>()> source);
-
-/// What the shell asks for.
-struct CandidateRequest {
-    std::string type;                ///< of what is being written: "KEY", "PARAMETER", ...
-    std::string begun;               ///< as far as it is written
-    std::vector<std::string> words;  ///< the other words of the command line
-};
-
-/// What may be written there, sorted. The library is started if plug-ins have to be asked, with the configuration that
-/// the words name. Throws what reading throws.
-std::vector<std::string> candidatesFor(CandidateRequest const& request);
 
 }  // namespace vrltool

@@ -8,7 +8,7 @@
 
 #include "vrllib/version.h"
 
-#include "host/foreign_work.h"
+#include "guard/foreign_work.h"
 #include "text/near_names.h"
 #include "text/table.h"
 

@@ -4,6 +4,7 @@
 #include <memory>
 #include <string>
 
+#include "text/common.h"
 #include "text/failure.h"
 
 namespace CLI {
@@ -12,12 +13,6 @@ class Option;
 }  // namespace CLI
 
 namespace vrltool {
-
-/// What every command is told besides its own options.
-struct Common {
-    std::string config;  ///< the configuration file; empty: the library searches for it
-    bool json = false;   ///< JSON for programs instead of text for people
-};
 
 /// The one grammar of the command line. Parsing, --help, the man page and the completion of bash all come from it.
 ///

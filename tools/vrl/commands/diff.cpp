@@ -7,7 +7,8 @@
 #include "cli/grammar.h"
 #include "commands/commands.h"
 #include "diff/compare.h"
-#include "diff/report.h"
+#include "diff/report_json.h"
+#include "diff/report_text.h"
 #include "host/start.h"
 #include "text/near_names.h"
 

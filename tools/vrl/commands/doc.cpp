@@ -4,9 +4,11 @@
 #include <nlohmann/json.hpp>
 
 #include "booklet/booklet.h"
+#include "booklet/typeset.h"
 #include "cli/grammar.h"
 #include "commands/commands.h"
-#include "host/design.h"
+#include "design/save.h"
+#include "guard/quiet_output.h"
 #include "host/start.h"
 #include "text/json.h"
 #include "text/table.h"

@@ -4,8 +4,8 @@
 #include <nlohmann/json.hpp>
 
 #include "check/explain.h"
-#include "cli/completion.h"
 #include "cli/grammar.h"
+#include "commands/candidates.h"
 #include "commands/commands.h"
 
 namespace vrltool {

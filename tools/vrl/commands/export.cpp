@@ -5,10 +5,12 @@
 
 #include "cli/grammar.h"
 #include "commands/commands.h"
+#include "design/design.h"
+#include "design/save.h"
 #include "exchange/from_netlist.h"
 #include "exchange/scalar.h"
 #include "exchange/tree_writer.h"
-#include "host/design.h"
+#include "guard/quiet_output.h"
 #include "host/start.h"
 #include "text/json.h"
 #include "text/table.h"

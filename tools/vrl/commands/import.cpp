@@ -5,10 +5,11 @@
 
 #include "cli/grammar.h"
 #include "commands/commands.h"
+#include "design/save.h"
 #include "exchange/map_template.h"
 #include "exchange/reader.h"
 #include "exchange/to_netlist.h"
-#include "host/design.h"
+#include "guard/quiet_output.h"
 #include "host/start.h"
 #include "text/json.h"
 #include "text/table.h"

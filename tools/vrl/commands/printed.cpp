@@ -5,8 +5,9 @@
 #include "cli/completion.h"
 #include "cli/grammar.h"
 #include "cli/man_page.h"
+#include "commands/candidates.h"
 #include "commands/commands.h"
-#include "host/start.h"
+#include "guard/quiet_output.h"
 
 namespace vrltool {
 

@@ -3,10 +3,10 @@
 #include <memory>
 #include <nlohmann/json.hpp>
 
-#include "circuit/design_json.h"
 #include "cli/grammar.h"
 #include "commands/commands.h"
-#include "host/design.h"
+#include "design/design.h"
+#include "design/design_json.h"
 #include "host/start.h"
 
 namespace vrltool {

@@ -5,12 +5,13 @@
 #include <memory>
 #include <nlohmann/json.hpp>
 
-#include "cli/completion.h"
 #include "cli/grammar.h"
+#include "commands/candidates.h"
 #include "commands/commands.h"
 #include "host/start.h"
 #include "validate/child.h"
 #include "validate/conformance.h"
+#include "validate/conformance_report.h"
 
 namespace vrltool {
 

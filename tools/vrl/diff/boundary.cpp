@@ -1,10 +1,8 @@
+#include "diff/boundary.h"
+
 #include <algorithm>
 #include <map>
 #include <set>
-
-#include "diff/connections.h"
-
-// The boundary lists of two circuits.
 
 namespace vrltool::diff {
 

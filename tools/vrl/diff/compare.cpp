@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <tuple>
 
+#include "diff/boundary.h"
 #include "diff/connections.h"
 #include "diff/matching.h"
 #include "diff/properties.h"

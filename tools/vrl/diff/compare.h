@@ -3,9 +3,9 @@
 #include <set>
 #include <string>
 
+#include "design/design.h"
 #include "diff/change.h"
 #include "diff/settings.h"
-#include "host/design.h"
 
 namespace vrltool::diff {
 

@@ -34,11 +34,6 @@ private:
     void addEnd(std::string const& text, std::size_t netA, std::size_t netB, bool ofBoundary);
 };
 
-/// Compares the boundary lists: places are the same if their nets share an end. The places that A and B both have
-/// become ends of their nets.
-void compareBoundaries(Wiring const& a, Wiring const& b, CommonEnds& ends, std::string const& path,
-                       std::vector<Change>& changes);
-
 /// Compares what is joined. Each net of A whose ends B has on several nets is one change, and so is each net of B whose
 /// ends A has on several.
 void compareConnections(CommonEnds const& ends, std::string const& path, std::vector<Change>& changes);

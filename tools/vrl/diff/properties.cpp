@@ -5,7 +5,7 @@
 #include <map>
 #include <utility>
 
-#include "host/stand_in.h"
+#include "design/stand_in.h"
 
 namespace vrltool::diff {
 

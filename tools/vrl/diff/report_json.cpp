@@ -1,8 +1,6 @@
+#include "diff/report_json.h"
+
 #include <nlohmann/json.hpp>
-
-#include "diff/report.h"
-
-// The differences for programs.
 
 namespace vrltool::diff {
 

@@ -1,10 +1,9 @@
+#include "diff/report_text.h"
+
 #include <algorithm>
 #include <ostream>
 
-#include "diff/report.h"
 #include "text/table.h"
-
-// The differences for people.
 
 namespace vrltool::diff {
 

@@ -3,9 +3,9 @@
 #include <algorithm>
 
 #include "circuit/parameters.h"
+#include "design/stand_in.h"
 #include "draw/domain_style.h"
 #include "draw/dot_text.h"
-#include "host/stand_in.h"
 
 namespace vrltool::draw {
 

@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "host/process.h"
+#include "system/process.h"
 #include "text/failure.h"
 #include "text/near_names.h"
 #include "text/progress.h"

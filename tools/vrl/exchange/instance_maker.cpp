@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <utility>
 
+#include "design/stand_in.h"
 #include "exchange/block_state.h"
 #include "exchange/from_netlist.h"
 #include "exchange/notes.h"
 #include "exchange/values.h"
-#include "host/stand_in.h"
 #include "text/table.h"
 
 namespace vrltool::exchange {

@@ -10,8 +10,8 @@
 #include <tuple>
 #include <utility>
 
+#include "guard/foreign_work.h"
 #include "host/configured_libraries.h"
-#include "host/foreign_work.h"
 #include "text/table.h"
 #include "vrllib/platform/platform.h"
 

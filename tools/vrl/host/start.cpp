@@ -1,15 +1,12 @@
 #include "host/start.h"
 
-#include <fcntl.h>
-#include <unistd.h>
-
-#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <sstream>
 
-#include "host/foreign_work.h"
+#include "guard/foreign_work.h"
+#include "guard/quiet_output.h"
 #include "host/load_watch.h"
 #include "text/failure.h"
 #include "vrllib/vrllib.h"
@@ -31,18 +28,6 @@ void showWarnings(std::string const& messages, std::string const& configFile) {
 }
 
 }  // namespace
-
-QuietOutput::QuietOutput() : kept((std::cout.flush(), std::fflush(stdout), fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, 0))) {
-    if (kept >= 0) dup2(STDERR_FILENO, STDOUT_FILENO);
-}
-
-QuietOutput::~QuietOutput() {
-    std::cout.flush();
-    std::fflush(stdout);
-    if (kept < 0) return;
-    dup2(kept, STDOUT_FILENO);
-    close(kept);
-}
 
 void checkConfig(std::string const& config) {
     std::error_code error;

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <string>
-#include <vector>
 
 namespace vrltool {
 
@@ -14,17 +13,5 @@ void checkConfig(std::string const& config);
 /// What plug-ins print meanwhile goes to standard error, and warnings of the configuration do, too. Errors: a file that
 /// was named and cannot be read is a Failure.
 void startLibrary(std::string const& config);
-
-/// Sends what is written to standard output to standard error while it lives: foreign code is at work.
-class QuietOutput {
-public:
-    QuietOutput();
-    QuietOutput(QuietOutput const&) = delete;
-    QuietOutput& operator=(QuietOutput const&) = delete;
-    ~QuietOutput();
-
-private:
-    int kept;
-};
 
 }  // namespace vrltool

@@ -4,7 +4,7 @@
 #include <cctype>
 #include <filesystem>
 
-#include "host/design.h"
+#include "design/save.h"
 #include "text/failure.h"
 #include "text/table.h"
 

@@ -6,7 +6,7 @@
 #include <array>
 #include <cerrno>
 
-#include "host/process.h"
+#include "system/process.h"
 #include "validate/plugin.h"
 
 namespace vrltool::validate {

@@ -10,9 +10,7 @@
 #include <cstdlib>
 #include <iostream>
 #include <iterator>
-#include <nlohmann/json.hpp>
 
-#include "text/json.h"
 #include "validate/plugin.h"
 
 namespace vrltool::validate {
@@ -52,26 +50,6 @@ void flushAll() {
 }
 
 }  // namespace
-
-void Report::tell(char const* what, std::vector<std::string> const& texts) {
-    std::string const line = Json{{what, texts}}.dump(-1, ' ', false, Json::error_handler_t::replace) + '\n';
-    for (std::size_t done = 0; done < line.size();) {
-        ssize_t const count = write(descriptor, line.data() + done, line.size() - done);
-        if (count <= 0) _exit(static_cast<int>(Outcome::kFailed));
-        done += static_cast<std::size_t>(count);
-    }
-}
-
-void Report::step(std::string const& doing) { tell("step", {doing}); }
-
-void Report::find(std::string const& thing, std::string const& what, std::string const& cure) {
-    ++findings;
-    tell("find", {thing, what, cure});
-}
-
-void Report::note(std::string const& text) { tell("note", {text}); }
-void Report::notRun(std::string const& why) { tell("notRun", {why}); }
-void Report::done() { tell("done", {}); }
 
 std::string jobBytes(Job const& job) {
     std::string bytes;

@@ -7,7 +7,8 @@
 #include <nlohmann/json.hpp>
 #include <sstream>
 
-#include "host/process.h"
+#include "system/process.h"
+#include "text/json.h"
 #include "text/progress.h"
 #include "validate/child.h"
 

@@ -1,10 +1,8 @@
 #pragma once
 
-#include <iosfwd>
 #include <string>
 #include <vector>
 
-#include "text/json.h"
 #include "validate/check.h"
 
 namespace vrltool::validate {
@@ -44,13 +42,5 @@ struct Plan {
 
 /// Runs the checks, each in a process of its own.
 std::vector<Conformance> checkPlugins(Plan const& plan);
-
-/// Writes a table for each plug-in, with the findings and their cures behind it.
-void writeConformance(std::ostream& os, std::vector<Conformance> const& all);
-Json conformanceJson(std::vector<Conformance> const& all);
-
-/// Writes all checks.
-void writeChecks(std::ostream& os);
-Json checksJson();
 
 }  // namespace vrltool::validate

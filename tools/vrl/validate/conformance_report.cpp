@@ -1,11 +1,10 @@
+#include "validate/conformance_report.h"
+
 #include <filesystem>
 #include <nlohmann/json.hpp>
 #include <ostream>
 
 #include "text/table.h"
-#include "validate/conformance.h"
-
-// How people and programs are told what came of the checks.
 
 namespace vrltool::validate {
 

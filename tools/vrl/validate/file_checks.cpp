@@ -9,7 +9,7 @@
 #include <filesystem>
 #include <sstream>
 
-#include "host/process.h"
+#include "system/process.h"
 #include "text/near_names.h"
 #include "validate/elf.h"
 #include "validate/plugin.h"

@@ -1,0 +1,155 @@
+#include "commands/candidates.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <map>
+#include <set>
+
+#include "catalogue/kinds.h"
+#include "circuit/parameters.h"
+#include "design/design.h"
+#include "host/start.h"
+#include "text/failure.h"
+#include "vrllib/vrllib.h"
+
+// The words that the plug-ins, a design or a table of the tool give to the completion.
+
+namespace vrltool {
+
+using namespace catalogue;
+
+namespace {
+
+using Names = std::set<std::string>;
+using Words = std::vector<std::string>;
+
+std::map<std::string, std::function<Words()>>& registered() {
+    static std::map<std::string, std::function<Words()>> sources;
+    return sources;
+}
+
+Names keysOfAll(std::vector<Kind> const& kinds) {
+    Words const keys = keysOf(kinds);
+    return {keys.begin(), keys.end()};
+}
+
+/// All keys. Of FOUNDRY@BLOCK the first part; behind it the blocks of everybody, since any can be made for a foundry.
+Names keyCandidates(CandidateRequest const& request) {
+    auto const at = request.begun.find('@');
+    Names names;
+    if (at != std::string::npos) {
+        for (Kind const& block : kindsOf(kBlock)) names.insert(request.begun.substr(0, at + 1) + block.key);
+        return names;
+    }
+    names = keysOfAll(allKinds());
+    for (Kind const& foundry : kindsOf(kFoundry)) names.insert(foundry.key + "@");
+    return names;
+}
+
+Names foundryCandidates(CandidateRequest const&) { return keysOfAll(kindsOf(kFoundry)); }
+
+void addParameters(Names& names, vrl::Attributes& list) {
+    for (Parameter const& parameter : parametersOf(list)) names.insert(parameter.name);
+}
+
+void addParametersOfBlock(Names& names, std::string const& key) {
+    if (!FactoryLoader<vrl::BB>::factory().find(key)) return;
+    auto const block = makeBlock(nullptr, key);
+    if (block) addParameters(names, *block);
+}
+
+/// The designs among the words; what is none is passed over.
+std::vector<Design> designsAmong(Words const& words) {
+    std::vector<Design> designs;
+    for (std::string const& word : words) {
+        if (word[0] == '-') continue;
+        try {
+            designs.push_back(readDesign(word));
+        } catch (Failure const&) {
+            continue;  // most words are no files
+        }
+    }
+    return designs;
+}
+
+/// The parameters of the blocks that are named, otherwise of the designs, otherwise of all blocks.
+Names parameterCandidates(CandidateRequest const& request) {
+    Names names;
+    for (std::string const& word : request.words) {
+        auto const at = word.find('@');
+        addParametersOfBlock(names, at == std::string::npos ? word : word.substr(at + 1));
+    }
+    if (!names.empty()) return names;
+    for (Design const& design : designsAmong(request.words)) {
+        if (design.list) addParameters(names, *design.list);
+        if (!design.netlist) continue;
+        for (auto element = design.netlist->beginElements(); element != design.netlist->endElements(); ++element)
+            if (element->second) addParameters(names, *element->second);
+    }
+    if (names.empty())
+        for (Kind const& block : kindsOf(kBlock)) addParametersOfBlock(names, block.key);
+    return names;
+}
+
+Names elementCandidates(CandidateRequest const& request) {
+    Names names;
+    for (Design const& design : designsAmong(request.words))
+        if (design.netlist)
+            for (auto name = design.netlist->beginElementName(); name != design.netlist->endElementName(); ++name)
+                names.insert(name->first);
+    return names;
+}
+
+/// The types that plug-ins and designs know.
+std::map<std::string, Names (*)(CandidateRequest const&)> const& sources() {
+    static std::map<std::string, Names (*)(CandidateRequest const&)> const table{{"KEY", keyCandidates},
+                                                                                 {"FOUNDRY", foundryCandidates},
+                                                                                 {"PARAMETER", parameterCandidates},
+                                                                                 {"ELEMENT", elementCandidates}};
+    return table;
+}
+
+/// A path as the shell would take it, which does not expand what is only being written.
+std::string expanded(std::string const& path) {
+    char const* const home = std::getenv("HOME");
+    return home && path.compare(0, 2, "~/") == 0 ? home + path.substr(1) : path;
+}
+
+std::string configIn(Words const& words) {
+    std::string const option = "--config";
+    for (std::size_t i = 0; i < words.size(); ++i) {
+        if (words[i] == option && i + 1 < words.size()) return expanded(words[i + 1]);
+        if (words[i].compare(0, option.size() + 1, option + "=") == 0)
+            return expanded(words[i].substr(option.size() + 1));
+    }
+    return {};
+}
+
+Names namesFor(CandidateRequest request) {
+    auto const own = registered().find(request.type);
+    if (own != registered().end()) {
+        Words const words = own->second();
+        return {words.begin(), words.end()};
+    }
+    auto const source = sources().find(request.type);
+    if (source == sources().end()) return {};
+    request.words.erase(std::remove(request.words.begin(), request.words.end(), ""), request.words.end());
+    startLibrary(configIn(request.words));
+    for (std::string& word : request.words) word = expanded(word);
+    return source->second(request);
+}
+
+}  // namespace
+
+void registerCandidates(std::string const& type, std::function<std::vector<std::string>()> source) {
+    registered()[type] = std::move(source);
+}
+
+std::vector<std::string> candidatesFor(CandidateRequest const& request) {
+    Words words;
+    for (std::string const& name : namesFor(request))
+        if (name.compare(0, request.begun.size(), request.begun) == 0) words.push_back(name);
+    return words;
+}
+
+}  // namespace vrltool

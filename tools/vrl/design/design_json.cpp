@@ -1,0 +1,126 @@
+#include "design/design_json.h"
+
+#include <nlohmann/json.hpp>
+
+#include "circuit/parameters.h"
+
+namespace vrltool {
+
+namespace {
+
+Json notesJson(vrl::Annotations const& notes) {
+    Json json = Json::object();
+    for (auto note = notes.beginAnnotation(); note != notes.endAnnotation(); ++note) json[note->first] = note->second;
+    return json;
+}
+
+/// The notes of a parameter but for the reserved ones, which are its name, description and unit.
+Json ownNotesJson(vrl::Annotations const& notes) {
+    Json json = notesJson(notes);
+    for (char const* const reserved : {"vrl::attrName", "vrl::attrDescr", "vrl::attrUnitName"}) json.erase(reserved);
+    return json;
+}
+
+Json wholeParameterJson(Parameter const& parameter) {
+    Json json = parameterJson(parameter);
+    auto const* const calculated = dynamic_cast<vrl::AttributeWithExpr const*>(parameter.attribute);
+    if (calculated && calculated->isCalculated()) json["calculated"] = true;
+    Json const notes = ownNotesJson(*parameter.attribute);
+    if (!notes.empty()) json["notes"] = notes;
+    return json;
+}
+
+Json parametersJson(vrl::Attributes& list) {
+    Json json = Json::array();
+    for (Parameter const& parameter : parametersOf(list)) json.push_back(wholeParameterJson(parameter));
+    return json;
+}
+
+Json choiceJson(vrl::Foundry::CSInfo const& choice) {
+    return Json{{"crossSection", choice.getCSName()}, {"flow", choice.getFlowName()}};
+}
+
+Json circuitJson(Circuit const& circuit);
+
+Json pinJson(Pin const& pin, vrl::BB* block) {
+    Json json{{"name", pin.name}};
+    json["domain"] = vrl::EnumList::getName(pin.domain);
+    json["node"] = pin.node == 0 ? Json(nullptr) : Json(pin.node);
+    if (!pin.declared) json["declared"] = false;
+    vrl::BB::Port* const port = block && pin.declared ? block->getPort(pin.name) : nullptr;
+    if (port && !(port->getCS() == vrl::Foundry::CSInfo(nullptr))) json["choice"] = choiceJson(port->getCS());
+    return json;
+}
+
+Json blockJson(Element const& element) {
+    Json json;
+    json["kind"] = element.kind;
+    if (element.block && isStandIn(*element.block)) json["standIn"] = true;
+    if (!element.foundry.empty()) json["foundry"] = element.foundry;
+    if (!element.block) return json;
+    if (!(element.block->vrl::BB::getCS() == vrl::Foundry::CSInfo(nullptr)))
+        json["choice"] = choiceJson(element.block->vrl::BB::getCS());
+    json["parameters"] = parametersJson(*element.block);
+    json["ports"] = Json::array();
+    for (Pin const& pin : element.pins) json["ports"].push_back(pinJson(pin, element.block));
+    if (element.inside && (!isStandIn(*element.block) || !element.inside->elements.empty()))
+        json["inside"] = circuitJson(*element.inside);
+    return json;
+}
+
+Json elementJson(Element const& element) {
+    Json json{{"name", element.name.empty() ? Json(nullptr) : Json(element.name)}, {"number", element.number}};
+    json.update(blockJson(element));
+    if (element.block && element.block->beginAnnotation() != element.block->endAnnotation())
+        json["notes"] = notesJson(*element.block);
+    return json;
+}
+
+Json circuitJson(Circuit const& circuit) {
+    Json json{{"elements", Json::array()}, {"nodes", Json::array()}};
+    for (Element const& element : circuit.elements) json["elements"].push_back(elementJson(element));
+    for (auto const& node : circuit.nodes) {
+        Json ends = Json::array();
+        for (End const& end : node.second) ends.push_back(circuit.endText(end));
+        json["nodes"].push_back(Json{{"node", node.first}, {"ends", ends}});
+    }
+    json["inputs"] = circuit.inputs;
+    json["outputs"] = circuit.outputs;
+    json["dc"] = circuit.dc;
+    for (auto const& tie : circuit.strayTies) json["strayTies"].push_back(tie.first + "," + tie.second);
+    return json;
+}
+
+Json missingJson(std::vector<MissingKind> const& missing) {
+    static char const* const words[] = {"block", "parameter", "netlist"};
+    Json json = Json::array();
+    for (MissingKind const& kind : missing)
+        json.push_back(Json{{"what", words[static_cast<int>(kind.what)]}, {"kind", kind.name}, {"uses", kind.count}});
+    return json;
+}
+
+}  // namespace
+
+Json designJson(Design const& design) {
+    Json json = jsonHead("show", 1);
+    json["type"] = design.type;
+    json["missing"] = missingJson(design.missing);
+    if (design.block) {
+        json["block"] = blockJson(elementOf("", 0, design.block));
+    } else if (design.netlist) {
+        json["parameters"] = parametersJson(*design.netlist);
+        json["circuit"] = circuitJson(circuitFrom(*design.netlist));
+    } else if (design.parameter) {
+        json["parameter"] = wholeParameterJson(parameterOf(*design.parameter));
+    } else if (design.list) {
+        json["parameters"] = parametersJson(*design.list);
+    } else if (design.choice) {
+        json["choice"] = choiceJson(*design.choice);
+    } else if (design.port) {
+        json["port"] = Json{{"choice", choiceJson(design.port->getCS())}};
+    }
+    if (design.notes && !design.parameter) json["notes"] = notesJson(*design.notes);
+    return json;
+}
+
+}  // namespace vrltool

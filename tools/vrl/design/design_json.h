@@ -1,0 +1,12 @@
+#pragma once
+
+#include "circuit/circuit.h"
+#include "design/design.h"
+#include "text/json.h"
+
+namespace vrltool {
+
+/// A whole design as JSON: its object, and what stood in for missing kinds. The insides of composites included.
+Json designJson(Design const& design);
+
+}  // namespace vrltool

@@ -1,0 +1,103 @@
+#include "guard/foreign_work.h"
+
+#include <unistd.h>
+
+#include <csignal>
+#include <cstdlib>
+#include <cstring>
+#include <exception>
+#include <utility>
+
+namespace vrltool {
+
+namespace {
+
+/// What is at work, or null.
+char const* volatile atWork = nullptr;
+
+struct Crash {
+    int signal;
+    char const* words;
+};
+constexpr Crash kCrashes[] = {{SIGSEGV, "segmentation fault"},
+                              {SIGBUS, "bus error"},
+                              {SIGFPE, "arithmetic error"},
+                              {SIGILL, "illegal instruction"},
+                              {SIGABRT, "aborted"}};
+
+void say(char const* text) {
+    if (write(STDERR_FILENO, text, std::strlen(text)) < 0) return;
+}
+
+constexpr char kCure[] =
+    "\n  take it out of the configuration until it is mended; 'vrl plugins' and 'vrl validate' tell more\n";
+
+// Only what is safe in a handler of signals.
+void onCrash(int number) {
+    char const* const what = atWork;
+    if (what) {
+        say("vrl: ");
+        say(what);
+        say(": the plug-in crashed (");
+        for (Crash const& crash : kCrashes)
+            if (crash.signal == number) say(crash.words);
+        say(")");
+        say(kCure);
+        _exit(2);
+    }
+    std::signal(number, SIG_DFL);
+    raise(number);
+}
+
+bool leftToParent = false;
+
+void onExit() {
+    char const* const what = atWork;
+    if (!what || leftToParent) return;
+    say("vrl: ");
+    say(what);
+    say(": the plug-in ended the program");
+    say(kCure);
+    _exit(2);
+}
+
+}  // namespace
+
+ForeignWork::ForeignWork(std::string what) : text(std::move(what)), before(atWork) { atWork = text.c_str(); }
+
+ForeignWork::~ForeignWork() { atWork = before; }
+
+// A stack of its own, since an endless recursion leaves no room on the other one.
+void tellCrashes() {
+    static char room[65536];
+    stack_t stack{};
+    stack.ss_sp = room;
+    stack.ss_size = sizeof room;
+    sigaltstack(&stack, nullptr);
+    struct sigaction action {};
+    action.sa_handler = &onCrash;
+    action.sa_flags = SA_ONSTACK;
+    for (Crash const& crash : kCrashes) sigaction(crash.signal, &action, nullptr);
+    std::atexit(&onExit);
+}
+
+void leaveCrashesToParent() {
+    leftToParent = true;
+    for (Crash const& crash : kCrashes) std::signal(crash.signal, SIG_DFL);
+}
+
+std::string thrownText() {
+    try {
+        throw;
+    } catch (std::exception const& error) {
+        return error.what();
+    } catch (char const* text) {
+        return text ? text : "";
+    } catch (std::string const& text) {
+        return text;
+    } catch (...) {
+        return "something that is no text";
+    }
+}
+
+}  // namespace vrltool

@@ -1,0 +1,114 @@
+#include "system/replace_file.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <filesystem>
+#include <map>
+
+#include "text/failure.h"
+
+namespace vrltool {
+
+namespace {
+
+std::string cureOf(int code) {
+    static std::map<int, char const*> const cures{{ENOENT, "make the folder first"},
+                                                  {ENOTDIR, "name a file in a folder"},
+                                                  {EACCES, "name a file in a folder that you may write to"},
+                                                  {EPERM, "name a file in a folder that you may write to"},
+                                                  {EROFS, "name a file in a folder that you may write to"},
+                                                  {ENOSPC, "make room on the disk"},
+                                                  {EDQUOT, "make room on the disk"},
+                                                  {EFBIG, "raise the limit of the size of files"},
+                                                  {ELOOP, "name the file itself"},
+                                                  {ENAMETOOLONG, "give it a shorter name"}};
+    auto const found = cures.find(code);
+    return found == cures.end() ? "" : found->second;
+}
+
+[[noreturn]] void failSave(std::string const& path, std::string const& step) {
+    int const code = errno;
+    std::string cure = cureOf(code);
+    if (std::error_code none; std::filesystem::is_regular_file(path, none))
+        cure += std::string(cure.empty() ? "" : "; ") + "the file is as it was before";
+    throw Failure(path, step + ": " + std::strerror(code), cure);
+}
+
+/// The file that a path leads to, which need not be there: what is replaced is never a link.
+std::filesystem::path target(std::filesystem::path path) {
+    constexpr int kMostLinks = 40;
+    std::error_code error;
+    for (int links = 0; std::filesystem::is_symlink(path, error); ++links) {
+        if (links == kMostLinks) {
+            errno = ELOOP;
+            failSave(path.string(), "cannot be replaced");
+        }
+        path = path.parent_path() / std::filesystem::read_symlink(path, error);
+    }
+    return path;
+}
+
+/// A new file beside another one, removed again unless it was put in its place.
+class Replacement {
+public:
+    explicit Replacement(std::filesystem::path const& path)
+        : place(path.string()), name((path.parent_path() / ".vrl-XXXXXX").string()) {
+        descriptor = mkostemp(name.data(), O_CLOEXEC);
+        if (descriptor < 0) failSave(place, "cannot make a file in its folder");
+    }
+    Replacement(Replacement const&) = delete;
+    Replacement& operator=(Replacement const&) = delete;
+    ~Replacement() {
+        if (descriptor >= 0) close(descriptor);
+        if (!name.empty()) unlink(name.c_str());
+    }
+
+    void takeMode() {
+        struct stat before {};
+        mode_t const mask = umask(0);
+        umask(mask);
+        bool const exists = stat(place.c_str(), &before) == 0;
+        if (exists && !S_ISREG(before.st_mode))
+            throw Failure(place, S_ISDIR(before.st_mode) ? "is a folder" : "is no regular file", "name a regular file");
+        if (fchmod(descriptor, exists ? before.st_mode & 07777 : 0666 & ~mask) != 0)
+            failSave(place, "cannot set its mode");
+    }
+
+    void write(std::string const& bytes) {
+        for (std::size_t done = 0; done < bytes.size();) {
+            ssize_t const count = ::write(descriptor, bytes.data() + done, bytes.size() - done);
+            if (count < 0 && errno != EINTR) failSave(place, "cannot be written");
+            if (count > 0) done += static_cast<std::size_t>(count);
+        }
+    }
+
+    void putInPlace() {
+        if (fsync(descriptor) != 0) failSave(place, "cannot be flushed");
+        int const closed = close(descriptor);
+        descriptor = -1;
+        if (closed != 0) failSave(place, "cannot be closed");
+        if (rename(name.c_str(), place.c_str()) != 0) failSave(place, "cannot be put in its place");
+        name.clear();
+    }
+
+private:
+    std::string place;
+    std::string name;
+    int descriptor;
+};
+
+}  // namespace
+
+void replaceFile(std::string const& path, std::string const& bytes) {
+    Replacement file(target(path));
+    file.takeMode();
+    file.write(bytes);
+    file.putInPlace();
+}
+
+}  // namespace vrltool

@@ -1,0 +1,32 @@
+#include "validate/report.h"
+
+#include <unistd.h>
+
+#include <nlohmann/json.hpp>
+
+#include "text/failure.h"
+#include "text/json.h"
+
+namespace vrltool::validate {
+
+void Report::tell(char const* what, std::vector<std::string> const& texts) {
+    std::string const line = Json{{what, texts}}.dump(-1, ' ', false, Json::error_handler_t::replace) + '\n';
+    for (std::size_t done = 0; done < line.size();) {
+        ssize_t const count = write(descriptor, line.data() + done, line.size() - done);
+        if (count <= 0) _exit(static_cast<int>(Outcome::kFailed));
+        done += static_cast<std::size_t>(count);
+    }
+}
+
+void Report::step(std::string const& doing) { tell("step", {doing}); }
+
+void Report::find(std::string const& thing, std::string const& what, std::string const& cure) {
+    ++findings;
+    tell("find", {thing, what, cure});
+}
+
+void Report::note(std::string const& text) { tell("note", {text}); }
+void Report::notRun(std::string const& why) { tell("notRun", {why}); }
+void Report::done() { tell("done", {}); }
+
+}  // namespace vrltool::validate

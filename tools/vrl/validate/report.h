@@ -1,0 +1,37 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace vrltool::validate {
+
+/// What a check tells, while it works and in the end. It goes to the parent process line by line, so that the parent
+/// knows how far a check came that crashed.
+class Report {
+public:
+    /// Writes to that file descriptor.
+    explicit Report(int to) : descriptor(to) {}
+    Report(Report const&) = delete;
+    Report& operator=(Report const&) = delete;
+
+    /// Foreign code is about to run: "making the block 'sfBend'".
+    void step(std::string const& doing);
+    /// Something is wrong. Without a cure, that of the check holds.
+    void find(std::string const& thing, std::string const& what, std::string const& cure = "");
+    /// What a check that passes has to say: "12 blocks".
+    void note(std::string const& text);
+    /// The check does not apply, or cannot work.
+    void notRun(std::string const& why);
+    /// The check came to its end. Nothing is told behind it.
+    void done();
+    /// Whether anything is wrong so far.
+    bool clean() const { return findings == 0; }
+
+private:
+    void tell(char const* what, std::vector<std::string> const& texts);
+
+    int descriptor;
+    unsigned findings = 0;
+};
+
+}  // namespace vrltool::validate
