@@ -6,7 +6,7 @@
 #include "circuit/circuit.h"
 #include "circuit/parameters.h"
 #include "guard/foreign_work.h"
-#include "host/load_watch.h"
+#include "host/loads.h"
 #include "text/failure.h"
 #include "text/near_names.h"
 #include "text/progress.h"

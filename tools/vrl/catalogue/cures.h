@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "host/load_watch.h"
+#include "host/loads.h"
 
 namespace vrltool::catalogue {
 

@@ -7,7 +7,7 @@
 #include "catalogue/page.h"
 #include "catalogue/page_output.h"
 #include "guard/quiet_output.h"
-#include "host/load_watch.h"
+#include "host/loads.h"
 #include "text/near_names.h"
 
 namespace vrltool::catalogue {

@@ -1,7 +1,7 @@
 #include "catalogue/kinds.h"
 
 #include "circuit/parameters.h"
-#include "host/load_watch.h"
+#include "host/loads.h"
 
 namespace vrltool::catalogue {
 

@@ -5,7 +5,7 @@
 
 #include "circuit/circuit.h"
 #include "guard/foreign_work.h"
-#include "host/load_watch.h"
+#include "host/loads.h"
 #include "text/failure.h"
 #include "text/table.h"
 

@@ -4,7 +4,8 @@
 #include <nlohmann/json.hpp>
 #include <ostream>
 
-#include "host/load_watch.h"
+#include "host/loads.h"
+#include "host/targets.h"
 #include "text/table.h"
 
 namespace vrltool::catalogue {

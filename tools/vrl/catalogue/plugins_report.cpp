@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <nlohmann/json.hpp>
@@ -10,7 +11,7 @@
 #include <vector>
 
 #include "catalogue/cures.h"
-#include "host/configured_libraries.h"
+#include "host/targets.h"
 #include "text/json.h"
 #include "text/number.h"
 #include "text/table.h"
@@ -39,7 +40,7 @@ struct Report {
 std::vector<Place> placesOf(Report const& report) {
     std::vector<Place> places;
     bool searched = !report.named;
-    for (std::string const& path : configFilePlaces()) {
+    for (std::string const& path : vrlConfigFilePlaces()) {
         bool const inUse = searched && path == report.file;
         places.push_back({path, inUse ? "in use" : searched ? "not there" : "not looked at"});
         if (inUse) searched = false;
@@ -49,7 +50,7 @@ std::vector<Place> placesOf(Report const& report) {
 
 Report collect(std::string const& config) {
     Report report;
-    report.loads = watchedLoads();
+    report.loads = loadsSoFar();
     report.libraries = configuredLibraries(report.loads);
     report.file = vrlConfigFile();
     report.named = !config.empty();
@@ -78,9 +79,9 @@ struct State {
 State stateOf(ConfiguredLibrary const& library, Report const& report) {
     if (library.failed(report.loads)) return {"not loaded", "failed"};
     if (!library.loads.empty()) return {"loaded", "loaded"};
-    if (library.key == "e" && library.paths.empty()) return {"not set", "nothing"};
-    if (library.key == "sodllfile" || library.key == "f") {
-        bool const pattern = library.name.find('*') != std::string::npos;
+    if (library.line.key == "e" && !std::getenv(library.line.value.c_str())) return {"not set", "nothing"};
+    if (library.line.key == "sodllfile" || library.line.key == "f") {
+        bool const pattern = library.line.value.find('*') != std::string::npos;
         return pattern ? State{"matches no file", "nothing"} : State{"loaded already", "nothing"};
     }
     return {"holds no library", "nothing"};
@@ -136,21 +137,22 @@ private:
     std::string last;
 };
 
-std::string keyText(BroughtKey const& key, Load const& load) {
+std::string keyText(vrl::LoadedKey const& key, Load const& load) {
     return key.file == load.file ? key.key : key.key + " (code in " + key.file + ")";
 }
 
 void writeKeys(Rows& rows, Load const& load) {
     for (std::size_t target = 0; target < kTargets.size(); ++target) {
         std::vector<std::string> keys;
-        for (BroughtKey const& key : load.keys)
-            if (key.target == target && key.takenFrom.empty()) keys.push_back(keyText(key, load));
+        for (vrl::LoadedKey const& key : load.keys)
+            if (static_cast<std::size_t>(key.target) == target && key.takenFrom.empty())
+                keys.push_back(keyText(key, load));
         if (!keys.empty()) rows.list("brings", kTargets[target].plural, keys);
     }
-    for (BroughtKey const& key : load.keys)
+    for (vrl::LoadedKey const& key : load.keys)
         if (!key.takenFrom.empty())
-            rows.row("takes",
-                     keyText(key, load) + " (" + kTargets[key.target].plural + ") from " + pluginName(key.takenFrom));
+            rows.row("takes", keyText(key, load) + " (" + kTargets[static_cast<std::size_t>(key.target)].plural +
+                                  ") from " + pluginName(key.takenFrom));
 }
 
 void writeLoad(std::ostream& os, Load const& load, std::string const& cure, PluginsOptions const& options) {
@@ -183,15 +185,14 @@ void writeHead(std::ostream& os, Report const& report) {
 }
 
 std::string nameOf(ConfiguredLibrary const& library) {
-    if (library.key == "e") return "variable " + library.name;
-    if (library.key == "d") return "folder " + library.name;
-    return library.name.empty() ? "(no name)" : library.name;
+    if (library.line.key == "e") return "variable " + library.line.value;
+    if (library.line.key == "d") return "folder " + library.line.value;
+    return library.line.value.empty() ? "(no name)" : library.line.value;
 }
 
 std::string placeText(ConfiguredLibrary const& library, Report const& report) {
-    if (library.line == 0) return {};
-    std::string const line = ", line " + std::to_string(library.line);
-    return library.file == report.file ? line : line + " of " + library.file;
+    std::string const line = ", line " + std::to_string(library.line.number);
+    return library.line.file == report.file ? line : line + " of " + library.line.file;
 }
 
 void writeText(std::ostream& os, Report const& report, PluginsOptions const& options) {
@@ -245,8 +246,8 @@ Json loadJson(Load const& load, std::string const& cure, PluginsOptions const& o
     for (std::size_t const target : load.serves) json["serves"].push_back(kTargets[target].id);
     json["keys"] = Json::array();
     json["takenOver"] = Json::array();
-    for (BroughtKey const& key : load.keys) {
-        Json entry{{"target", kTargets[key.target].id}, {"key", key.key}, {"file", key.file}};
+    for (vrl::LoadedKey const& key : load.keys) {
+        Json entry{{"target", kTargets[static_cast<std::size_t>(key.target)].id}, {"key", key.key}, {"file", key.file}};
         if (!key.takenFrom.empty()) entry["from"] = key.takenFrom;
         json[key.takenFrom.empty() ? "keys" : "takenOver"].push_back(entry);
     }
@@ -267,8 +268,10 @@ Json reportJson(Report const& report, PluginsOptions const& options) {
     json["configuration"] = configurationJson(report);
     json["libraries"] = Json::array();
     for (ConfiguredLibrary const& library : report.libraries) {
-        Json entry{{"name", library.name}, {"key", library.key}};
-        if (library.line != 0) entry.update(Json{{"file", library.file}, {"line", library.line}});
+        Json entry{{"name", library.line.value},
+                   {"key", library.line.key},
+                   {"file", library.line.file},
+                   {"line", library.line.number}};
         entry["state"] = stateOf(library, report).id;
         entry["loads"] = Json::array();
         for (std::size_t const load : library.loads)

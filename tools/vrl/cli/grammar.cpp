@@ -105,6 +105,9 @@ CLI::App& Grammar::addCommand(std::string const& name, std::string const& summar
     CLI::App& command = *root->add_subcommand(name, summary);
     command.add_option("--config", common.config, "the configuration file, instead of the one that is searched for")
         ->type_name("FILE");
+    command.add_option("--load-seconds", common.loadSeconds, "how long the plug-ins may take to load; 60 if not given")
+        ->type_name("N")
+        ->check(CLI::Range(1, 86400));
     command.callback([this, work = std::move(run)] { chosen = work; });
     return command;
 }

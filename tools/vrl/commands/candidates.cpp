@@ -134,7 +134,7 @@ Names namesFor(CandidateRequest request) {
     auto const source = sources().find(request.type);
     if (source == sources().end()) return {};
     request.words.erase(std::remove(request.words.begin(), request.words.end(), ""), request.words.end());
-    startLibrary(configIn(request.words));
+    startLibrary({configIn(request.words), 5, false});
     for (std::string& word : request.words) word = expanded(word);
     return source->second(request);
 }

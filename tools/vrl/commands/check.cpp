@@ -37,7 +37,7 @@ Outcome outcomeOf(std::vector<FileReport> const& files) {
 
 Outcome work(Options const& options, Common const& common) {
     auto const rules = chooseRules(options.rules);
-    startLibrary(common.config);
+    startLibrary({common.config, common.loadSeconds});
     std::vector<FileReport> files;
     for (std::string const& path : options.files) {
         files.push_back(checkFile(path, rules));

@@ -39,7 +39,7 @@ Outcome work(Options const& options, Common const& common) {
     DiffSettings settings = options.settings;
     settings.notes = !options.noNotes;
     settings.renames = !options.noRenames;
-    startLibrary(common.config);
+    startLibrary({common.config, common.loadSeconds});
     Design const a = readDesign(options.a);
     Design const b = readDesign(options.b);
     std::cerr << missingText(a, b);

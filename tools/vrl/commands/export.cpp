@@ -78,7 +78,7 @@ void writeReport(Options const& options, Document const& document, Findings cons
 Outcome exportDesign(Options options, Common const& common) {
     if (options.output == "-") options.output.clear();
     refuseToReplace(options.output, {options.file, options.map});
-    startLibrary(common.config);
+    startLibrary({common.config, common.loadSeconds});
     NameMap const map = options.map.empty() ? NameMap() : readNameMap(options.map);
     Design const design = readDesign(options.file);
     std::cerr << missingText(design);

@@ -78,7 +78,7 @@ void refuseOutput(Options const& options) {
 
 Outcome importNetlist(Options const& options, Common const& common) {
     refuseOutput(options);
-    startLibrary(common.config);
+    startLibrary({common.config, common.loadSeconds});
     Findings findings;
     Document const document = documentFrom(readTree(options.netlist), options.netlist, findings);
     if (options.mapTemplate) return writeTemplate(options, document, findings);

@@ -1,42 +1,29 @@
 #include <CLI/CLI.hpp>
+#include <iostream>
 #include <memory>
 
-#include "catalogue/plugins_run.h"
+#include "catalogue/plugins_report.h"
 #include "cli/grammar.h"
 #include "commands/commands.h"
+#include "host/start.h"
 
 namespace vrltool {
 
 using namespace catalogue;
 
-namespace {
-
-struct Options {
-    PluginsOptions report;
-    unsigned seconds = 60;
-    bool inProcess = false;
-};
-
-Outcome plugins(Options const& options, Common const& common) {
-    return options.inProcess ? reportPluginsInProcess(options.report, common)
-                             : reportPlugins(options.report, common, options.seconds);
-}
-
-}  // namespace
-
 void addPlugins(Grammar& grammar) {
-    auto const options = std::make_shared<Options>();
+    auto const options = std::make_shared<PluginsOptions>();
+    auto const run = [options](Common const& common) {
+        startLibrary({common.config, common.loadSeconds, false, static_cast<int>(Outcome::kFindings)});
+        return writePluginsReport(std::cout, *options, common.config, common.json);
+    };
     CLI::App& command = grammar.add("plugins", "tells which libraries are configured and what came of each",
                                     "  vrl plugins                      # why is my plug-in not there?\n"
                                     "  vrl plugins --config my.ini      # with another configuration\n"
                                     "  vrl plugins --all --times        # also what no line names, with milliseconds",
-                                    [options](Common const& common) { return plugins(*options, common); });
-    command.add_flag("--times", options->report.times, "tell the milliseconds that each library took");
-    command.add_flag("--all", options->report.all, "also tell libraries that the configuration does not name");
-    command.add_option("--seconds", options->seconds, "how long the loading may take; 60 if not given")
-        ->type_name("N")
-        ->check(CLI::Range(1, 86400));
-    command.add_flag("--in-process", options->inProcess, "load into this very process")->group("");
+                                    run);
+    command.add_flag("--times", options->times, "tell the milliseconds that each library took");
+    command.add_flag("--all", options->all, "also tell libraries that the configuration does not name");
 }
 
 }  // namespace vrltool

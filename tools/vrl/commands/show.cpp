@@ -19,7 +19,7 @@ struct Options {
 };
 
 Outcome show(Options const& options, Common const& common) {
-    startLibrary(common.config);
+    startLibrary({common.config, common.loadSeconds});
     Design const design = readDesign(options.file);
     std::cerr << missingText(design);
     if (common.json) {

@@ -8,7 +8,7 @@
 #include <utility>
 
 #include "guard/foreign_work.h"
-#include "host/load_watch.h"
+#include "host/loads.h"
 #include "text/failure.h"
 #include "text/table.h"
 

@@ -69,6 +69,7 @@ ForeignWork::~ForeignWork() { atWork = before; }
 
 // A stack of its own, since an endless recursion leaves no room on the other one.
 void tellCrashes() {
+    leftToParent = false;
     static char room[65536];
     stack_t stack{};
     stack.ss_sp = room;

@@ -1,14 +1,23 @@
 #include "host/start.h"
 
+#include <algorithm>
+#include <csignal>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
+#include <memory>
 #include <sstream>
+#include <vector>
 
 #include "guard/foreign_work.h"
 #include "guard/quiet_output.h"
-#include "host/load_watch.h"
+#include "host/loads.h"
+#include "host/targets.h"
+#include "system/supervised.h"
 #include "text/failure.h"
+#include "text/progress.h"
+#include "text/table.h"
 #include "vrllib/vrllib.h"
 
 namespace vrltool {
@@ -40,30 +49,154 @@ void checkConfig(std::string const& config) {
                       "give a readable file with --config FILE, or none");
 }
 
-void startLibrary(std::string const& config) {
-    if (!config.empty()) {
-        checkConfig(config);
-        vrlConfigFile(config.c_str());
+namespace {
+
+/// Knows which code of a plug-in runs, declines the libraries that are skipped, and skips those that throw.
+class StartObserver : public vrl::LoadObserver {
+public:
+    bool mayLoad(std::string const& path) override { return skippedPaths().count(path) == 0; }
+
+    void beforeCall(std::string const& path, std::string const& function) override {
+        work.push_back(std::make_unique<ForeignWork>(path + ": " + (function.empty() ? "mapping it" : function)));
+        if (parent) parent->report("call\t" + function + "\t" + askedPath(path));
     }
+    void afterCall(std::string const&, std::string const&) override { endCall(); }
+
+    bool absorbs(vrl::LoadEvent const& event) override {
+        endCall();
+        auto const target = static_cast<std::size_t>(event.target);
+        skipPath(event.path, throwReason(event.text, target < kTargets.size() ? kTargets[target].entry : "it"));
+        return true;
+    }
+
+    Supervised const* parent = nullptr;  ///< that is told what runs
+
+private:
+    /// The hooks after all loading are called with the path of the file; the library was asked for it under another.
+    static std::string askedPath(std::string const& path) {
+        for (vrl::LoadEvent const& event : vrlLoadReport().events)
+            if (event.file == path) return event.path;
+        return path;
+    }
+
+    void endCall() {
+        work.pop_back();
+        if (parent) parent->report("done");
+    }
+
+    std::vector<std::unique_ptr<ForeignWork>> work;
+};
+
+void start(StartObserver& observer, std::string const& config) {
+    if (!config.empty()) vrlConfigFile(config.c_str());
+    vrlSetLoadObserver(&observer);
     QuietOutput const quiet;
-    if (!watchesLoads()) {
-        WatchOptions options;
-        options.enduresThrows = true;
-        watchLoads(options);
-        tellCrashes();
-    }
     try {
         vrlInit_vrllib(false, true);
-        watchedLoads();  // the last of them is over
     } catch (...) {
-        std::string const text = thrownText();
-        watchedLoads();
         throw Failure(
-            lastWork(), "the plug-in threw '" + text + "'",
+            "the plug-ins", "initLibraryPostLoad threw '" + thrownText() + "'",
             "take it out of the configuration until it is mended; 'vrl plugins' and 'vrl validate' tell more");
     }
-    std::string const messages = vrlGetCoutMsg();
-    showWarnings(messages, vrlConfigFile());
+    showWarnings(vrlGetCoutMsg(), vrlConfigFile());
+}
+
+/// The call that a copy did not come back from.
+struct OpenCall {
+    bool isOpen = false;
+    std::string function;  ///< empty while the file is mapped
+    std::string path;
+};
+
+OpenCall openCall(std::string const& reports) {
+    std::vector<OpenCall> calls(1);
+    std::istringstream lines(reports);
+    for (std::string line; std::getline(lines, line);) {
+        auto const tab = line.find('\t');
+        auto const second = line.find('\t', tab + 1);
+        if (second != std::string::npos)
+            calls.push_back({true, line.substr(tab + 1, second - tab - 1), line.substr(second + 1)});
+        else if (line == "done" && calls.size() > 1)
+            calls.pop_back();
+    }
+    return calls.back();
+}
+
+std::string reasonText(OpenCall const& call, Ended const& ended, unsigned seconds) {
+    std::string const how = ended.timedOut ? "did not end within " + counted(seconds, "second") : ended.how();
+    return how + (call.function.empty() ? " while it was mapped" : " in " + call.function);
+}
+
+/// Hands on what a copy wrote to standard error, but for the lines that the one before it began with as well.
+void handOn(std::string const& text, std::string& before) {
+    auto const differs = std::mismatch(text.begin(), text.end(), before.begin(), before.end()).first;
+    auto const same = text.rfind('\n', static_cast<std::size_t>(differs - text.begin()));
+    std::cerr << (differs == text.begin() || same == std::string::npos ? text : text.substr(same + 1)) << std::flush;
+    before = text;
+}
+
+/// Ends this program as its copy ended; nothing of this one is undone, since it has done nothing.
+[[noreturn]] void endAs(Ended const& ended, int statusOfBadEnd) {
+    if (ended.signal == 0) std::_Exit(ended.status);
+    if (ended.signal == SIGINT || ended.signal == SIGTERM || ended.signal == SIGHUP || ended.signal == SIGPIPE) {
+        std::signal(ended.signal, SIG_DFL);
+        raise(ended.signal);
+    }
+    std::cerr << "vrl: the plug-ins are loaded, but a program with them does not end well: " << ended.how()
+              << std::endl;
+    std::_Exit(statusOfBadEnd);
+}
+
+/// In the copy.
+void startIn(Supervised& copy, StartOptions const& options) {
+    static StartObserver observer;
+    observer.parent = &copy;
+    leaveCrashesToParent();
+    start(observer, options.config);
+    observer.parent = nullptr;
+    tellCrashes();
+    copy.beReady();
+    if (!options.reportsSkipped) return;
+    for (auto const& [path, reason] : skippedPaths())
+        std::cerr << "vrl: " << printable(path) << ": not loaded: " << reason << '\n';
+}
+
+/// In the parent. Returns if the start is to be repeated.
+void watch(Supervised& copy, StartOptions const& options, std::string& errors) {
+    Supervised::Start seen;
+    {
+        Progress progress("loading:", "s");
+        seen = copy.waitUntilReady(options.seconds, [&](std::size_t passed) { progress.at(passed); });
+    }
+    handOn(seen.errors, errors);
+    if (seen.ready) endAs(copy.waitForEnd(), options.statusOfBadEnd);
+    OpenCall const call = openCall(seen.reports);
+    if (!call.isOpen && seen.ended.signal == 0 && !seen.ended.timedOut) std::_Exit(seen.ended.status);  // it said why
+    std::string const reason = reasonText(call, seen.ended, options.seconds);
+    if (!call.isOpen || skippedPaths().count(call.path) != 0)
+        throw Failure("the plug-ins", "cannot be loaded: " + reason);
+    skipPath(call.path, reason);
+}
+
+}  // namespace
+
+void startLibrary(StartOptions const& options) {
+    if (!options.config.empty()) checkConfig(options.config);
+    std::string errors;
+    for (;;) {
+        // The copy keeps it until its end: its parent watches that long.
+        auto* const copy = new Supervised;
+        if (copy->isCopy()) return startIn(*copy, options);
+        std::unique_ptr<Supervised> const owned(copy);
+        watch(*copy, options, errors);
+    }
+}
+
+void startLibraryHere(std::string const& config) {
+    static StartObserver observer;
+    if (!config.empty()) checkConfig(config);
+    tellCrashes();
+    start(observer, config);
 }
 
 }  // namespace vrltool

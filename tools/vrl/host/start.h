@@ -8,10 +8,21 @@ namespace vrltool {
 /// waiting, and a folder opens like a file.
 void checkConfig(std::string const& config);
 
-/// Brings the library up with a configuration file, or with the one that it finds; once in a process.
+struct StartOptions {
+    std::string config;          ///< the configuration file; empty: the library searches for it
+    unsigned seconds = 60;       ///< how long the plug-ins may take
+    bool reportsSkipped = true;  ///< whether a library that throws, crashes or hangs is named on standard error
+    int statusOfBadEnd = 2;      ///< the exit status if plug-ins crash while the program ends
+};
+
+/// Starts the library, once in a process, in a copy of this program; that copy returns, and this one ends as it does.
 ///
-/// What plug-ins print meanwhile goes to standard error, and warnings of the configuration do, too. Errors: a file that
-/// was named and cannot be read is a Failure.
-void startLibrary(std::string const& config);
+/// A library that crashes, ends the program or does not come to an end is left out, and the start is repeated without
+/// it. One that throws is left out from there on. What plug-ins print meanwhile goes to standard error, as do warnings
+/// of the configuration. Errors: a Failure for a named file that cannot be read.
+void startLibrary(StartOptions const& options);
+
+/// The same in this very process, which a library may end.
+void startLibraryHere(std::string const& config);
 
 }  // namespace vrltool

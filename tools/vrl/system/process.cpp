@@ -4,9 +4,6 @@
 #include <poll.h>
 #include <sys/wait.h>
 #include <unistd.h>
-#ifdef __linux__
-#    include <sys/prctl.h>
-#endif
 
 #include <algorithm>
 #include <array>
@@ -16,51 +13,17 @@
 #include <cstring>
 #include <filesystem>
 
+#include "system/pipe.h"
+
 namespace vrltool {
 
 namespace {
 
 using Clock = std::chrono::steady_clock;
 
-/// One end of a pipe or nothing; closed at the end.
-class Descriptor {
-public:
-    Descriptor() = default;
-    Descriptor(Descriptor const&) = delete;
-    Descriptor& operator=(Descriptor const&) = delete;
-    ~Descriptor() { reset(); }
-    void reset(int other = -1) {
-        if (number >= 0) close(number);
-        number = other;
-    }
-    int get() const { return number; }
-
-private:
-    int number = -1;
-};
-
-struct Pipe {
-    Descriptor from, to;
-    Pipe() {
-        int ends[2];
-        if (pipe2(ends, O_CLOEXEC) != 0) return;
-        from.reset(ends[0]);
-        to.reset(ends[1]);
-    }
-};
-
 struct Pipes {
     Pipe in, out, err, started;
 };
-
-// An interrupt at the terminal ends this program and does not reach the group of the other, which the system ends then.
-// The parent may have gone before that was asked for.
-void endWithParent(pid_t parent) {
-#ifdef __linux__
-    prctl(PR_SET_PDEATHSIG, SIGKILL);
-#endif
-    if (getppid() != parent) _exit(126);
-}
 
 // Between fork and exec: only what is safe after a fork of a program with threads.
 [[noreturn]] void becomeProgram(Pipes& pipes, pid_t parent, char* const* words, char const* folder) {
@@ -74,19 +37,6 @@ void endWithParent(pid_t parent) {
     int const reason = errno;
     ssize_t const told = write(pipes.started.to.get(), &reason, sizeof reason);
     _exit(told < 0 ? 126 : 127);
-}
-
-/// Takes what a pipe holds. False at its end.
-bool drain(Descriptor& end, std::string& text) {
-    std::array<char, 65536> buffer;
-    ssize_t const count = read(end.get(), buffer.data(), buffer.size());
-    if (count < 0 && errno == EINTR) return true;
-    if (count <= 0) {
-        end.reset();
-        return false;
-    }
-    text.append(buffer.data(), static_cast<std::size_t>(count));
-    return true;
 }
 
 void feed(Descriptor& end, std::string const& text, std::size_t& done) {

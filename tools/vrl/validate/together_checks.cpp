@@ -2,7 +2,7 @@
 #include <filesystem>
 #include <functional>
 
-#include "host/load_watch.h"
+#include "host/loads.h"
 #include "host/start.h"
 #include "text/table.h"
 #include "validate/apart.h"
@@ -29,7 +29,7 @@ std::vector<Other> othersOf(Job const& job) {
     if (!job.config.empty())
         others.push_back({std::filesystem::path(job.config).filename().string(), [config = job.config](Report& report) {
                               report.step("loading what the configuration names");
-                              startLibrary(config);
+                              startLibraryHere(config);
                           }});
     return others;
 }
