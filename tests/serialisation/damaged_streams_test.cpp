@@ -48,7 +48,7 @@ private:
 
 VRL_DEFINE_PERSISTENCE_ROOT(Burrow)
 SerFormat<Burrow> const& Burrow::serFormat() {
-    static auto const format = SerFormat<Burrow>("Burrow").member<Wrapper>("inner", &Burrow::inner);
+    static auto const format = SerFormat<Burrow>("Burrow", 1).member<Wrapper>(1, "inner", &Burrow::inner);
     return format;
 }
 

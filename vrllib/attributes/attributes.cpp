@@ -54,8 +54,8 @@ VRL_DEFINE_PERSISTENCE(Attributes, Annotations)
 
 SerFormat<Attributes> const& Attributes::serFormat() {
     static auto const format =
-        SerFormat<Attributes>("Attributes")
-            .member<SerialisableAttrMap<std::string, Attribute>>("attributes", &Attributes::attributes);
+        SerFormat<Attributes>("Attributes", 1)
+            .member<SerialisableAttrMap<std::string, Attribute>>(1, "attributes", &Attributes::attributes);
     return format;
 }
 

@@ -137,10 +137,10 @@ VRL_DEFINE_PERSISTENCE_OF(template <class T>, (Value<T>), (AttributeWithExpr))
 
 template <class T>
 SerFormat<Value<T>> const& Value<T>::serFormat() {
-    static auto const format = SerFormat<Value<T>>("Value")
+    static auto const format = SerFormat<Value<T>>("Value", 1)
                                    .type([](Value<T>& value) { return value.getFactoryName(); })
                                    .doc([](Value<T>& value) { return detail::nameAndUnits(value); })
-                                   .member("val", &Value<T>::val);
+                                   .member(1, "val", &Value<T>::val);
     return format;
 }
 

@@ -174,9 +174,9 @@ template <class T, class V>
 Vorlane_v1_0::SerFormat<AutoValueRange<T, V>> const& AutoValueRange<T, V>::serFormat() {
     using Format = Vorlane_v1_0::SerFormat<AutoValueRange<T, V>>;
     static auto const format =
-        Format("AutoValueRange")
+        Format("AutoValueRange", 1)
             .type(std::string("AutoValueRange<vrl::") + Vorlane_v1_0::detail::typeWord<T>() + ">")
-            .member("is auto-changeable", &AutoValueRange<T, V>::autoChangeable);
+            .member(1, "is auto-changeable", &AutoValueRange<T, V>::autoChangeable);
     return format;
 }
 

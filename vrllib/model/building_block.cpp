@@ -32,10 +32,10 @@ BB::Port::~Port() = default;
 VRL_DEFINE_PERSISTENCE_ROOT(BB::Port)
 
 SerFormat<BB::Port> const& BB::Port::serFormat() {
-    static auto const format = SerFormat<Port>("Port")
+    static auto const format = SerFormat<Port>("Port", 1)
                                    .type("BB::Port")
                                    .doc([](Port& port) { return port.name.getName(); })
-                                   .member("currCS", &Port::currCS);
+                                   .member(1, "currCS", &Port::currCS);
     return format;
 }
 
@@ -65,11 +65,11 @@ BB::~BB() = default;
 VRL_DEFINE_PERSISTENCE(BB, Attributes)
 
 SerFormat<BB> const& BB::serFormat() {
-    static auto const format = SerFormat<BB>("BB")
+    static auto const format = SerFormat<BB>("BB", 1)
                                    .type([](BB& block) { return block.getName(); })
-                                   .member("defaultCS", &BB::defaultCS)
-                                   .member("foundryName", &BB::foundryName)
-                                   .member<SerialisablePortVec<Port>>("ports", &BB::ports);
+                                   .member(1, "defaultCS", &BB::defaultCS)
+                                   .member(2, "foundryName", &BB::foundryName)
+                                   .member<SerialisablePortVec<Port>>(3, "ports", &BB::ports);
     return format;
 }
 

@@ -84,15 +84,16 @@ VRL_DEFINE_PERSISTENCE(Netlist, Component)
 
 SerFormat<Netlist> const& Netlist::serFormat() {
     using PortNames = std::pair<std::string, std::string>;
-    static auto const format = SerFormat<Netlist>("Netlist")
-                                   .shared("numBB", Netlist::numBB)
-                                   .shared("nodeCount", Netlist::nodeCount)
-                                   .member<SerialisableMap<std::string, unsigned int>>("nameToBB", &Netlist::nameToBB)
-                                   .member<SerialisableMap<PortNames, unsigned int>>("portToNode", &Netlist::portToNode)
-                                   .member<SerialisableVec<unsigned int>>("inputNodes", &Netlist::inputNodes)
-                                   .member<SerialisableVec<unsigned int>>("outputNodes", &Netlist::outputNodes)
-                                   .member<SerialisableBBMap<unsigned int, BB>>("BBList", &Netlist::BBList)
-                                   .member<SerialisableVec<unsigned int>>("DCNodes", &Netlist::DCNodes);
+    static auto const format =
+        SerFormat<Netlist>("Netlist", 1)
+            .shared(1, "numBB", Netlist::numBB)
+            .shared(2, "nodeCount", Netlist::nodeCount)
+            .member<SerialisableMap<std::string, unsigned int>>(3, "nameToBB", &Netlist::nameToBB)
+            .member<SerialisableMap<PortNames, unsigned int>>(4, "portToNode", &Netlist::portToNode)
+            .member<SerialisableVec<unsigned int>>(5, "inputNodes", &Netlist::inputNodes)
+            .member<SerialisableVec<unsigned int>>(6, "outputNodes", &Netlist::outputNodes)
+            .member<SerialisableBBMap<unsigned int, BB>>(7, "BBList", &Netlist::BBList)
+            .member<SerialisableVec<unsigned int>>(8, "DCNodes", &Netlist::DCNodes);
     return format;
 }
 

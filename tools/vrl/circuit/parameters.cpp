@@ -47,7 +47,7 @@ public:
     void endCompAttribute() override { --depth; }
     void writeNumberAttributes(unsigned int) override {}
     void writeSerialisationId(std::string id) override {
-        if (depth == 1) own = id == "Attributes::1";
+        if (depth == 1) own = id == vrl::Attributes::getSerId("attributes");
     }
     void write(std::string const& value) override {
         if (own && depth == 2) names.push_back(value);
