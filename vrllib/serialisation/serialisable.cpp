@@ -41,12 +41,10 @@ bool readObject(DeSerialiserBase* d, SerRegister* members, std::string const& ty
 
 }  // namespace detail
 
-template class Serialisable<bool>;
 template class Serialisable<unsigned int>;
-template class Serialisable<int>;
-template class Serialisable<double>;
-template class Serialisable<std::complex<double>>;
-template class Serialisable<std::string>;
+#define VRL_SERIALISABLE_(T, Word, Name) template class Serialisable<T>;
+VRL_FOR_VALUE_TYPES(VRL_SERIALISABLE_)
+#undef VRL_SERIALISABLE_
 template class Serialisable<std::pair<std::string, std::string>>;
 
 }  // namespace Vorlane_v1_0
