@@ -105,9 +105,11 @@ void BB::list(EnumList::Domain const& d, std::vector<std::string>::const_iterato
     static auto* const kinds = new std::vector<std::string>;
     kinds->clear();
     auto& factory = detail::typeFactory<BB>();
-    for (auto const& entry : factory) {
-        shared_ptr<BB> const block(factory.create(entry.first, nullptr));
-        if (block && block->chkDomain(d)) kinds->push_back(entry.first);
+    std::vector<std::string> keys;  // a copy, since constructors of plug-ins may remove keys
+    for (auto const& entry : factory) keys.push_back(entry.first);
+    for (std::string const& key : keys) {
+        shared_ptr<BB> const block(factory.create(key, nullptr));
+        if (block && block->chkDomain(d)) kinds->push_back(key);
     }
     *first = kinds->begin();
     *last = kinds->end();
