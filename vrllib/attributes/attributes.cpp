@@ -21,7 +21,13 @@ int truncate(double value) {
     return static_cast<int>(value);
 }
 
-void report(std::string const& name, char const* what) { std::cerr << "  -- param " << name << what; }
+/// Never throws: std::cerr may be set to throw when it fails, and there is nowhere left to say so.
+void report(std::string const& name, char const* what) {
+    try {
+        std::cerr << "  -- param " << name << what;
+    } catch (...) {
+    }
+}
 /// The index in decimal, whatever the number format of std::cerr is.
 void report(std::size_t i, char const* what) { report(std::to_string(i), what); }
 constexpr char kSetFailed[] = " : set failed\n";
