@@ -21,8 +21,8 @@ constexpr std::size_t kPlainNesting = 64;
 /// other, the blocks wait until the stack is back at that level.
 void releaseBlocks(Netlist::ElementMap& blocks);
 
-/// Collects a text. Given to a stream that collects as well, the text moves there whole, without a copy, so that the cost
-/// of a complaint does not grow with the levels that it passes.
+/// Collects a text. Given to a stream that collects as well, the text moves there whole, without a copy, so that the
+/// cost of a complaint does not grow with the levels that it passes.
 class CollectedText final : public std::streambuf {
 public:
     using Pieces = std::list<std::string>;

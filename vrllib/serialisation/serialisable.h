@@ -22,6 +22,7 @@ template <class T>
 inline constexpr bool kIsPair = std::is_same_v<T, std::pair<std::string, std::string>>;
 
 /// Writes the members of an object behind its compound header, and the end of the compound. `members` may be null.
+/// False if the compound lies too deep for its stream, or if more than 1,000 objects are being written in each other.
 VRL_API bool writeMembers(SerialiserBase* s, SerRegister* members, std::string const& type);
 
 /// Reads a whole object of exactly this type and version.
