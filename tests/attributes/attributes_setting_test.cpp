@@ -114,6 +114,41 @@ TEST(Attributes, SetFromATextThatTheParameterRefusesIsReported) {
     EXPECT_EQ(countOf(list), 1);
 }
 
+/// A standard error stream that throws at whatever is written, for the lifetime of this object.
+class ThrowingErrors {
+public:
+    ThrowingErrors() : before(std::cerr.rdbuf(&full)) { std::cerr.exceptions(std::ios::badbit | std::ios::failbit); }
+    ThrowingErrors(ThrowingErrors const&) = delete;
+    ThrowingErrors& operator=(ThrowingErrors const&) = delete;
+    ~ThrowingErrors() {
+        std::cerr.exceptions(std::ios::goodbit);
+        std::cerr.clear();
+        std::cerr.rdbuf(before);
+    }
+
+private:
+    struct : std::streambuf {
+    } full;  // takes no byte
+    std::streambuf* before;
+};
+
+TEST(Attributes, SetFromATextOrAnAttributeThrowsNothingEvenIfTheErrorStreamDoes) {
+    Attributes list;
+    list.add(new Refusing("x"));
+    Bare source("s");
+    ThrowingErrors const errors;
+    EXPECT_THROW(std::cerr << "text", std::ios::failure);
+
+    EXPECT_NO_THROW(EXPECT_FALSE(list.setAttribute("nope", "1")));
+    EXPECT_NO_THROW(EXPECT_FALSE(list.setAttribute("x", "1")));
+    EXPECT_NO_THROW(EXPECT_FALSE(list.set(0, "1")));
+    EXPECT_NO_THROW(EXPECT_FALSE(list.set(7, "1")));
+    EXPECT_NO_THROW(EXPECT_EQ(list.set("nope", &source), nullptr));
+    EXPECT_NO_THROW(EXPECT_EQ(list.set("x", &source), nullptr));
+    EXPECT_NO_THROW(EXPECT_EQ(list.setAttribute("x", &source), nullptr));
+    EXPECT_EQ(countOf(list), 2);
+}
+
 TEST(Attributes, SetFromATextChecksTheIndex) {
     Attributes list;
     list.addInteger("x", 1);

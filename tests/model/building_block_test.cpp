@@ -672,6 +672,36 @@ TEST(BB, EmptiesTheListOnEachCall) {
     EXPECT_THAT(listed(EnumList::Acoustic), IsEmpty());
 }
 
+/// A kind whose constructor takes the kind "pad" away.
+class Greedy : public BB {
+public:
+    explicit Greedy(Foundry const* foundry) : BB(foundry) {
+        addPort("dc0", EnumList::DC);
+        FactoryLoader<BB>::factory().UnRegister("pad");
+    }
+    ~Greedy() override = default;
+    std::string getName() const override { return "greedy"; }
+};
+
+/// A kind whose constructor takes itself away.
+class Fleeting : public BB {
+public:
+    explicit Fleeting(Foundry const* foundry) : BB(foundry) {
+        addPort("dc0", EnumList::DC);
+        FactoryLoader<BB>::factory().UnRegister("fleeting");
+    }
+    ~Fleeting() override = default;
+};
+
+TEST(BB, ListsKindsWhoseConstructorsTakeKindsAway) {
+    Kinds const kinds;
+    auto const greedy = sample::registered<Greedy>(FactoryLoader<BB>::factory(), "greedy");
+    auto const fleeting = sample::registered<Fleeting>(FactoryLoader<BB>::factory(), "fleeting");
+
+    EXPECT_THAT(listed(EnumList::DC), ElementsAre("fleeting", "greedy"));
+    EXPECT_THAT(listed(EnumList::DC), ElementsAre("greedy"));
+}
+
 TEST(BB, MakesAndDestroysOneBlockOfEachKindForAList) {
     Kinds const kinds;
     auto const unmade = sample::registered<Unmade>(FactoryLoader<BB>::factory(), "n");

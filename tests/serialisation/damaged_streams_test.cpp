@@ -13,64 +13,9 @@
 // Bad input ends in false, or leaves out what is missing; it never crashes, hangs, leaks or takes more memory than
 // there are bytes.
 
-namespace underground {
-
-using namespace sample;
-
-/// An object that holds one object of its own class, made while reading.
-class Burrow {
-public:
-    virtual ~Burrow() = default;
-    VRL_PERSISTENT_ROOT(Burrow)
-
-public:
-    int depth() const { return inner ? inner->depth() + 1 : 1; }
-
-private:
-    class Wrapper : public SerialisableBase {
-    public:
-        Wrapper(std::unique_ptr<Burrow>& place, std::string const& memberName)
-            : SerialisableBase(&place, memberName), inner(place) {}
-        bool write(SerialiserBase* s) override { return inner && Serialisable<Burrow>(*inner, "").write(s); }
-        bool read(DeSerialiserBase* d) override {
-            inner = std::make_unique<Burrow>();
-            return Serialisable<Burrow>(*inner, "").read(d);
-        }
-
-    private:
-        std::unique_ptr<Burrow>& inner;
-    };
-
-    std::unique_ptr<Burrow> inner;
-    SerRegister serRegister;
-    SerrDoneFlag serDone;
-};
-
-VRL_DEFINE_PERSISTENCE_ROOT(Burrow)
-SerFormat<Burrow> const& Burrow::serFormat() {
-    static auto const format = SerFormat<Burrow>("Burrow").member<Wrapper>("inner", &Burrow::inner);
-    return format;
-}
-
-/// The stream of that many objects in each other.
-std::string burrowBytes(int depth) {
-    std::ostringstream out;
-    BinaryStreamSerialiser writer(out);
-    for (int i = 0; i < depth; ++i) {
-        writer.beginCompAttribute("Burrow", 1, "");
-        writer.writeNumberAttributes(i + 1 < depth ? 1 : 0);
-        if (i + 1 < depth) writer.writeSerialisationId("Burrow::1");
-    }
-    for (int i = 0; i < depth; ++i) writer.endCompAttribute();
-    return out.str();
-}
-
-}  // namespace underground
-
 namespace {
 
 using namespace sample;
-using namespace underground;
 using namespace std::string_literals;
 
 /// The bytes of the large sample circuit.
@@ -284,68 +229,6 @@ TEST_F(DamagedStream, LeavesTheReaderDeeperButItReadsOn) {
     EXPECT_TRUE(value.read(&in.reader));
     EXPECT_EQ(value.getName(), "n");
     EXPECT_EQ(value.getValue(), 5);
-}
-
-TEST_F(DamagedStream, OfTwoHundredAndFiftySixObjectsInEachOtherIsRead) {
-    Burrow burrow;
-    EXPECT_TRUE(readBack(burrow, burrowBytes(256)));
-    EXPECT_EQ(burrow.depth(), 256);
-    EXPECT_EQ(errors.text(), "");
-}
-
-TEST_F(DamagedStream, OfOneMoreObjectInEachOtherIsFalse) {
-    Burrow burrow;
-    EXPECT_FALSE(readBack(burrow, burrowBytes(257)));
-    EXPECT_EQ(burrow.depth(), 257);
-}
-
-TEST_F(DamagedStream, OfAHundredThousandObjectsInEachOtherIsFalse) {
-    Burrow burrow;
-    EXPECT_FALSE(readBack(burrow, burrowBytes(100000)));
-    EXPECT_EQ(burrow.depth(), 257);
-}
-
-TEST_F(DamagedStream, OfAnUnknownMemberOfAnyDepthIsSkipped) {
-    std::ostringstream out;
-    BinaryStreamSerialiser writer(out);
-    writer.beginCompAttribute("Annotations", 1, "");
-    writer.writeNumberAttributes(1);
-    writer.writeSerialisationId("Burrow::1");
-    for (int i = 0; i < 10000; ++i) writer.beginCompAttribute("Burrow", 1, "");
-    for (int i = 0; i < 10000; ++i) writer.endCompAttribute();
-    writer.endCompAttribute();
-    Annotations notes;
-    EXPECT_TRUE(readBack(notes, out.str()));
-}
-
-/// The bytes of a netlist with that many composites in each other.
-std::string compositesInEachOther(int depth) {
-    shared_ptr<BB> outer(new Splitter);
-    for (int i = 1; i < depth; ++i) {
-        auto* const around = new Splitter;
-        around->getAsNetlist()->addBB(outer, "inner", 1);
-        outer = shared_ptr<BB>(around->getAsBB());
-    }
-    Netlist circuit;
-    circuit.addBB(outer, "outer", 1);
-    return saved(circuit);
-}
-
-TEST_F(DamagedStream, OfManyCompositesInEachOtherIsReadToTheBound) {
-    // The last choice of cross section of the innermost stands three compounds further in than itself.
-    std::string const good = compositesInEachOther(126);
-    std::string const deep = compositesInEachOther(127);
-    std::string const deeper = compositesInEachOther(300);
-    BlockCounts const counts;
-    {
-        Netlist circuit;
-        EXPECT_TRUE(readBack(circuit, good));
-        EXPECT_EQ(BlockCounts::alive(), 126);
-        EXPECT_EQ(errors.text(), "");
-        EXPECT_FALSE(readBack(circuit, deep));
-        EXPECT_FALSE(readBack(circuit, deeper));
-    }
-    EXPECT_EQ(BlockCounts::alive(), 0);
 }
 
 }  // namespace

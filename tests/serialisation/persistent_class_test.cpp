@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/serialisation/recorders.h"
+#include "tests/support/thrown.h"
 
 // Not without a name, since not every operation of a persistent class is used here.
 namespace household {
@@ -30,11 +31,11 @@ private:
 
 VRL_DEFINE_PERSISTENCE_ROOT(Lamp)
 SerFormat<Lamp> const& Lamp::serFormat() {
-    static auto const format = SerFormat<Lamp>("Lamp")
+    static auto const format = SerFormat<Lamp>("Lamp", 1)
                                    .type("House::Lamp")
                                    .doc([](Lamp& lamp) { return lamp.colour + " "; })
-                                   .member("power", &Lamp::power)
-                                   .member("colour", &Lamp::colour);
+                                   .member(1, "power", &Lamp::power)
+                                   .member(2, "colour", &Lamp::colour);
     return format;
 }
 
@@ -53,8 +54,10 @@ private:
 
 VRL_DEFINE_PERSISTENCE(NewLamp, Lamp)
 SerFormat<NewLamp> const& NewLamp::serFormat() {
-    static auto const format =
-        SerFormat<NewLamp>("Aged").type("House::Lamp").member("age", &NewLamp::age).member("wire", &NewLamp::wire);
+    static auto const format = SerFormat<NewLamp>("Aged", 1)
+                                   .type("House::Lamp")
+                                   .member(1, "age", &NewLamp::age)
+                                   .member(2, "wire", &NewLamp::wire);
     return format;
 }
 
@@ -73,7 +76,51 @@ private:
 
 VRL_DEFINE_PERSISTENCE(Twin, Lamp)
 SerFormat<Twin> const& Twin::serFormat() {
-    static auto const format = SerFormat<Twin>("Lamp").type("Twin").member("size", &Twin::size);
+    static auto const format = SerFormat<Twin>("Lamp", 1).type("Twin").member(1, "size", &Twin::size);
+    return format;
+}
+
+/// A Lamp that has lost its colour and whose files are of a second version.
+class PlainLamp {
+public:
+    virtual ~PlainLamp() = default;
+    VRL_PERSISTENT_ROOT(PlainLamp)
+
+public:
+    int power = 60;
+    bool dimmed = true;
+
+private:
+    SerRegister serRegister;
+    SerrDoneFlag serDone;
+};
+
+VRL_DEFINE_PERSISTENCE_ROOT(PlainLamp)
+SerFormat<PlainLamp> const& PlainLamp::serFormat() {
+    static auto const format =
+        SerFormat<PlainLamp>("Lamp", 2).member(1, "power", &PlainLamp::power).member(3, "dimmed", &PlainLamp::dimmed);
+    return format;
+}
+
+/// A class with one member under the number of another.
+class Muddle {
+public:
+    virtual ~Muddle() = default;
+    VRL_PERSISTENT_ROOT(Muddle)
+
+public:
+    int left = 1;
+    int right = 2;
+
+private:
+    SerRegister serRegister;
+    SerrDoneFlag serDone;
+};
+
+VRL_DEFINE_PERSISTENCE_ROOT(Muddle)
+SerFormat<Muddle> const& Muddle::serFormat() {
+    static auto const format =
+        SerFormat<Muddle>("Muddle", 1).member(7, "left", &Muddle::left).member(7, "right", &Muddle::right);
     return format;
 }
 
@@ -100,7 +147,7 @@ private:
 
 VRL_DEFINE_PERSISTENCE(Victim, Trap)
 SerFormat<Victim> const& Victim::serFormat() {
-    static auto const format = SerFormat<Victim>("Victim");
+    static auto const format = SerFormat<Victim>("Victim", 1);
     return format;
 }
 
@@ -124,7 +171,7 @@ private:
 
 VRL_DEFINE_PERSISTENCE_ROOT(Testament)
 SerFormat<Testament> const& Testament::serFormat() {
-    static auto const format = SerFormat<Testament>("Testament").member("text", &Testament::text);
+    static auto const format = SerFormat<Testament>("Testament", 1).member(1, "text", &Testament::text);
     return format;
 }
 
@@ -133,6 +180,7 @@ SerFormat<Testament> const& Testament::serFormat() {
 namespace {
 
 using namespace household;
+using vrl_test::thrownText;
 
 char const kClash[] = "SerRegister::registerSerialisable - a serialisation ID is being used by two or more different "
                       "objects\n";
@@ -151,6 +199,85 @@ TEST(PersistentClass, HasIdsOfItsClassNameAndItsOwnType) {
                           "id Lamp::1\nbeginAttribute\nint 60\nendAttribute 'power'\n"
                           "id Lamp::2\nbeginAttribute\nstring 'white'\nendAttribute 'colour'\n"
                           "endCompAttribute\n");
+}
+
+TEST(PersistentClass, HasTheNumbersAndTheVersionOfItsTable) {
+    PlainLamp lamp;
+    EXPECT_EQ(told(lamp), "beginCompAttribute 'Lamp' 2 ''\ncount 2\n"
+                          "id Lamp::1\nbeginAttribute\nint 60\nendAttribute 'power'\n"
+                          "id Lamp::3\nbeginAttribute\nbool 1\nendAttribute 'dimmed'\n"
+                          "endCompAttribute\n");
+}
+
+TEST(PersistentClass, ReadsNoOtherVersion) {
+    PlainLamp lamp;
+    lamp.power = 100;
+    std::string bytes = saved(lamp);
+    std::size_t const version = 6 + 4 + 4;
+    ASSERT_EQ(bytes.substr(version, 4), std::string("\2\0\0\0", 4));
+    PlainLamp same;
+    EXPECT_TRUE(readBack(same, bytes));
+    EXPECT_EQ(same.power, 100);
+    bytes[version] = 1;
+    PlainLamp other;
+    EXPECT_FALSE(readBack(other, bytes));
+    EXPECT_EQ(other.power, 60);
+}
+
+TEST(PersistentClass, ReturnsItsIdsByTheNamesOfItsMembers) {
+    EXPECT_EQ(PlainLamp::getSerId("power"), "Lamp::1");
+    EXPECT_EQ(PlainLamp::getSerId("dimmed"), "Lamp::3");
+    EXPECT_EQ(Annotations::getSerId("annotations"), "Annotations::1");
+    EXPECT_EQ(AttributeWithExpr::getSerId("expr"), "AttributeWithExpr::1");
+    EXPECT_EQ(AttributeWithExpr::getSerId("calc"), "AttributeWithExpr::2");
+    EXPECT_EQ(Value<std::string>::getSerId("val"), "Value::1");
+    EXPECT_EQ((AutoValueRange<int, Value<int>>::getSerId("is auto-changeable")), "AutoValueRange::1");
+    EXPECT_EQ(Attributes::getSerId("attributes"), "Attributes::1");
+    EXPECT_EQ(Foundry::CSInfo::getSerId("default CS name"), "CSInfo::1");
+    EXPECT_EQ(Foundry::CSInfo::getSerId("default Flow name"), "CSInfo::2");
+    EXPECT_EQ(BB::Port::getSerId("currCS"), "Port::1");
+    EXPECT_EQ(BB::getSerId("defaultCS"), "BB::1");
+    EXPECT_EQ(BB::getSerId("foundryName"), "BB::2");
+    EXPECT_EQ(BB::getSerId("ports"), "BB::3");
+    EXPECT_EQ(Netlist::getSerId("numBB"), "Netlist::1");
+    EXPECT_EQ(Netlist::getSerId("nodeCount"), "Netlist::2");
+    EXPECT_EQ(Netlist::getSerId("nameToBB"), "Netlist::3");
+    EXPECT_EQ(Netlist::getSerId("portToNode"), "Netlist::4");
+    EXPECT_EQ(Netlist::getSerId("inputNodes"), "Netlist::5");
+    EXPECT_EQ(Netlist::getSerId("outputNodes"), "Netlist::6");
+    EXPECT_EQ(Netlist::getSerId("BBList"), "Netlist::7");
+    EXPECT_EQ(Netlist::getSerId("DCNodes"), "Netlist::8");
+}
+
+TEST(PersistentClass, HasNoIdForAMemberOfItsBaseOrOfNoClass) {
+    char const text[] = "SerFormat - no member has that name\n";
+    EXPECT_EQ(thrownText([] { Netlist::getSerId("attributes"); }), text);
+    EXPECT_EQ(thrownText([] { Netlist::getSerId("bblist"); }), text);
+}
+
+TEST(PersistentClass, WithANumberTwiceSaysSoAtEachUse) {
+    Muddle muddle;
+    Caught const errors;
+    Recorder recorder;
+    Script script;
+    EXPECT_FALSE(muddle.write(&recorder));
+    EXPECT_FALSE(muddle.read(&script));
+    EXPECT_EQ(recorder.calls, "beginCompAttribute 'Muddle' 1 ''\n");
+    EXPECT_EQ(script.calls, "");
+    EXPECT_EQ(errors.text(), "SerFormat - two members have the id Muddle::7\n"
+                             "failed to register serialisables for class:Muddle\n"
+                             "SerFormat - two members have the id Muddle::7\n"
+                             "failed to register serialisables for class:Muddle\n");
+}
+
+TEST(PersistentClass, TakesNoMemberWhoseTypeLacksAWrapper) {
+    EXPECT_TRUE(detail::kHasWrapper<int>);
+    EXPECT_TRUE((detail::kHasWrapper<std::pair<std::string, std::string>>));
+    EXPECT_TRUE(detail::kHasWrapper<Foundry::CSInfo>);
+    EXPECT_TRUE(detail::kHasWrapper<Lamp>);
+    EXPECT_FALSE(detail::kHasWrapper<float>);
+    EXPECT_FALSE(detail::kHasWrapper<std::vector<int>>);
+    EXPECT_FALSE(detail::kHasWrapper<std::ostringstream>);
 }
 
 TEST(PersistentClass, MergesTheMembersOfItsBasesById) {

@@ -1,5 +1,6 @@
 #include "vrllib/serialisation/ser_register.h"
 
+#include <cstddef>
 #include <memory>
 #include <string>
 #include <type_traits>
@@ -8,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/serialisation/recorders.h"
+#include "tests/support/thrown.h"
 
 namespace {
 
@@ -118,6 +120,47 @@ TEST_F(SerRegisterTest, WritesTheCountAndTheEntriesInByteOrderOfTheIds) {
                          "id X::10\ncomment ten\n"
                          "id X::2\ncomment two\n"
                          "id \xffX\ncomment high\n");
+}
+
+TEST_F(SerRegisterTest, RefusesAWrapperOfAnotherRegister) {
+    char const text[] = "SerRegister::registerSerialisable - a wrapper is being used by two or more registers\n";
+    auto* const wrapper = new Probe(&a, "one");
+    {
+        SerRegister owner;
+        owner.registerSerialisable("X::1", wrapper);
+        SerRegister other;
+        EXPECT_EQ(vrl_test::thrownText([&] { other.registerSerialisable("X::1", wrapper); }), text);
+        EXPECT_EQ(told(other), "count 0\n");
+        EXPECT_EQ(told(owner), "count 1\nid X::1\ncomment one\n");
+    }
+    EXPECT_EQ(Probe::ended, 1);
+}
+
+TEST_F(SerRegisterTest, TakesAWrapperAgainWhereItsCopyDoes) {
+    auto* const wrapper = new Probe(&a, "one");
+    SerRegister owner;
+    owner.registerSerialisable("X::1", wrapper);
+    SerRegister copy(owner);
+    copy.registerSerialisable("X::2", wrapper);
+    EXPECT_EQ(told(copy), "count 2\nid X::1\ncomment one\nid X::2\ncomment one\n");
+}
+
+TEST_F(SerRegisterTest, TakesAWrapperAtThePlaceOfOneThatWasFreed) {
+    struct InPlace : Probe {
+        using Probe::Probe;
+        static void* operator new(std::size_t) {
+            alignas(std::max_align_t) static unsigned char place[128];
+            static_assert(sizeof(Probe) <= sizeof place);
+            return place;
+        }
+        static void operator delete(void*) {}
+    };
+    for (int i = 0; i < 2; ++i) {
+        SerRegister owner;
+        owner.registerSerialisable("X::1", new InPlace(&a, "one"));
+        EXPECT_EQ(owner.size(), 1u);
+    }
+    EXPECT_EQ(Probe::ended, 2);
 }
 
 TEST_F(SerRegisterTest, AFailingEntryStopsTheWriting) {

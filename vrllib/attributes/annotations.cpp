@@ -17,8 +17,8 @@ VRL_DEFINE_PERSISTENCE_ROOT(Annotations)
 SerFormat<Annotations> const& Annotations::serFormat() {
     // Never destroyed, like all formats and keys here: a host's static objects may still save their parameters.
     static auto const format =
-        SerFormat<Annotations>("Annotations")
-            .member<SerialisableMap<std::string, std::string>>("annotations", &Annotations::annotations);
+        SerFormat<Annotations>("Annotations", 1)
+            .member<SerialisableMap<std::string, std::string>>(1, "annotations", &Annotations::annotations);
     return format;
 }
 

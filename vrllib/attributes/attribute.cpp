@@ -50,7 +50,7 @@ Attribute::~Attribute() = default;
 VRL_DEFINE_PERSISTENCE(Attribute, Annotations)
 
 SerFormat<Attribute> const& Attribute::serFormat() {
-    static auto const format = SerFormat<Attribute>("Attribute");
+    static auto const format = SerFormat<Attribute>("Attribute", 1);
     return format;
 }
 
@@ -84,10 +84,10 @@ AttributeWithExpr::~AttributeWithExpr() = default;
 VRL_DEFINE_PERSISTENCE(AttributeWithExpr, Annotations)
 
 SerFormat<AttributeWithExpr> const& AttributeWithExpr::serFormat() {
-    static auto const format = SerFormat<AttributeWithExpr>("AttributeWithExpr")
+    static auto const format = SerFormat<AttributeWithExpr>("AttributeWithExpr", 1)
                                    .doc([](AttributeWithExpr& attribute) { return detail::nameAndUnits(attribute); })
-                                   .member("expr", &AttributeWithExpr::expr)
-                                   .member("calc", &AttributeWithExpr::calc);
+                                   .member(1, "expr", &AttributeWithExpr::expr)
+                                   .member(2, "calc", &AttributeWithExpr::calc);
     return format;
 }
 

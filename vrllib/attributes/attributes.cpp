@@ -21,7 +21,13 @@ int truncate(double value) {
     return static_cast<int>(value);
 }
 
-void report(std::string const& name, char const* what) { std::cerr << "  -- param " << name << what; }
+/// Never throws: std::cerr may be set to throw when it fails, and there is nowhere left to say so.
+void report(std::string const& name, char const* what) {
+    try {
+        std::cerr << "  -- param " << name << what;
+    } catch (...) {
+    }
+}
 /// The index in decimal, whatever the number format of std::cerr is.
 void report(std::size_t i, char const* what) { report(std::to_string(i), what); }
 constexpr char kSetFailed[] = " : set failed\n";
@@ -54,8 +60,8 @@ VRL_DEFINE_PERSISTENCE(Attributes, Annotations)
 
 SerFormat<Attributes> const& Attributes::serFormat() {
     static auto const format =
-        SerFormat<Attributes>("Attributes")
-            .member<SerialisableAttrMap<std::string, Attribute>>("attributes", &Attributes::attributes);
+        SerFormat<Attributes>("Attributes", 1)
+            .member<SerialisableAttrMap<std::string, Attribute>>(1, "attributes", &Attributes::attributes);
     return format;
 }
 
@@ -72,11 +78,9 @@ shared_ptr<Attribute> detail::defaultObject<Attribute>() {
 FactoryNoArg<std::string, Attribute>& Attributes::factory() {
     auto& factory = detail::typeFactory<Attribute>();
     if (!factory.hasData()) {
-        registerKind<Value<bool>>(factory);
-        registerKind<Value<int>>(factory);
-        registerKind<Value<double>>(factory);
-        registerKind<Value<std::complex<double>>>(factory);
-        registerKind<Value<std::string>>(factory);
+#define VRL_REGISTER_(T, Word, Name) registerKind<Value<T>>(factory);
+        VRL_FOR_VALUE_TYPES(VRL_REGISTER_)
+#undef VRL_REGISTER_
     }
     return factory;
 }
@@ -109,26 +113,13 @@ Attribute* Attributes::addValue(std::string const& name, T const& value, std::st
                                 std::string const& units) {
     return add(new Value<T>(name, value, descr, units));
 }
-Attribute* Attributes::addBool(std::string const& name, bool const& value, std::string const& descr,
-                               std::string const& units) {
-    return addValue(name, value, descr, units);
-}
-Attribute* Attributes::addInteger(std::string const& name, int const& value, std::string const& descr,
-                                  std::string const& units) {
-    return addValue(name, value, descr, units);
-}
-Attribute* Attributes::addDouble(std::string const& name, double const& value, std::string const& descr,
-                                 std::string const& units) {
-    return addValue(name, value, descr, units);
-}
-Attribute* Attributes::addComplex(std::string const& name, std::complex<double> const& value, std::string const& descr,
-                                  std::string const& units) {
-    return addValue(name, value, descr, units);
-}
-Attribute* Attributes::addString(std::string const& name, std::string const& value, std::string const& descr,
-                                 std::string const& units) {
-    return addValue(name, value, descr, units);
-}
+#define VRL_ADD_(T, Word, Name)                                                                                        \
+    Attribute* Attributes::add##Name(std::string const& name, T const& value, std::string const& descr,                \
+                                     std::string const& units) {                                                       \
+        return addValue(name, value, descr, units);                                                                    \
+    }
+VRL_FOR_VALUE_TYPES(VRL_ADD_)
+#undef VRL_ADD_
 
 void Attributes::typerr(std::string const& name) const {
     std::string const text = "variable '" + name + "' type mismatch\n";
@@ -166,24 +157,23 @@ T const* Attributes::valueOf(std::string const& name) const {
     return dynamic_cast<T const*>(get(name));
 }
 
-template <class Number>
-bool Attributes::getNumber(std::string const& name, Number& number) const {
-    Attribute const* const attribute = get(name);
-    if (auto const* const asInt = dynamic_cast<Value<int> const*>(attribute)) {
-        number = static_cast<Number>(asInt->getValue());
-        return true;
+/// The value of a parameter of type T, or what can be taken for one.
+template <class T>
+T Attributes::converted(std::string const& name) const {
+    if (auto const* const value = valueOf<Value<T>>(name)) return value->getValue();
+    if constexpr (std::is_same_v<T, bool>) {
+        return getInteger(name) != 0;
+    } else if constexpr (std::is_same_v<T, int>) {
+        if (auto const* const number = valueOf<Value<double>>(name)) return truncate(number->getValue());
+    } else if constexpr (std::is_same_v<T, double>) {
+        if (auto const* const number = valueOf<Value<int>>(name)) return number->getValue();
+    } else if constexpr (std::is_same_v<T, std::complex<double>>) {
+        return getDouble(name);
     }
-    if (auto const* const asDouble = dynamic_cast<Value<double> const*>(attribute)) {
-        if constexpr (std::is_same_v<Number, int>)
-            number = truncate(asDouble->getValue());
-        else
-            number = asDouble->getValue();
-        return true;
-    }
-    return false;
+    typerr(name);
 }
 
-#define VRL_TYPED_ACCESS_(T)                                                                                           \
+#define VRL_TYPED_ACCESS_(T, Word, Name)                                                                               \
     template <>                                                                                                        \
     T Attributes::get<T>(std::string const& name) const {                                                              \
         auto const* const value = valueOf<Value<T>>(name);                                                             \
@@ -195,46 +185,31 @@ bool Attributes::getNumber(std::string const& name, Number& number) const {
         auto* const target = dynamic_cast<Value<T>*>(get(name));                                                       \
         if (!target) typerr(name);                                                                                     \
         target->setValue(value);                                                                                       \
-    }
-VRL_TYPED_ACCESS_(bool)
-VRL_TYPED_ACCESS_(int)
-VRL_TYPED_ACCESS_(double)
-VRL_TYPED_ACCESS_(std::complex<double>)
-VRL_TYPED_ACCESS_(std::string)
+    }                                                                                                                  \
+    T Attributes::get##Name(std::string const& name) const { return converted<T>(name); }
+VRL_FOR_VALUE_TYPES(VRL_TYPED_ACCESS_)
 #undef VRL_TYPED_ACCESS_
 
-bool Attributes::getBool(std::string const& name) const {
-    auto const* const value = valueOf<Value<bool>>(name);
-    return value ? value->getValue() : getInteger(name) != 0;
-}
-int Attributes::getInteger(std::string const& name) const {
-    int number = 0;
-    if (!getNumber(name, number)) typerr(name);
-    return number;
-}
-double Attributes::getDouble(std::string const& name) const {
-    double number = 0;
-    if (!getNumber(name, number)) typerr(name);
-    return number;
-}
-std::complex<double> Attributes::getComplex(std::string const& name) const {
-    auto const* const value = valueOf<Value<std::complex<double>>>(name);
-    return value ? value->getValue() : std::complex<double>(getDouble(name));
-}
-std::string Attributes::getString(std::string const& name) const { return get<std::string>(name); }
+namespace {
 
-void Attributes::setBool(std::string const& name, bool const& value) { set<bool>(name, value); }
-void Attributes::setInteger(std::string const& name, int const& value) { set<int>(name, value); }
-void Attributes::setDouble(std::string const& name, double const& value) { set<double>(name, value); }
-void Attributes::setComplex(std::string const& name, std::complex<double> const& value) {
-    if (auto* const target = dynamic_cast<Value<std::complex<double>>*>(get(name)))
-        target->setValue(value);
-    else if (doubleAsComplex)
-        set<double>(name, value.real());
-    else
-        typerr(name);
+/// Sets a parameter through its gate; a complex value also where the list takes its real part for a double.
+template <class T>
+void setNamed(Attributes& list, std::string const& name, T const& value, bool doubleAsComplex) {
+    if constexpr (std::is_same_v<T, std::complex<double>>) {
+        if (doubleAsComplex && !dynamic_cast<Value<T> const*>(list.get(name)))
+            return list.set<double>(name, value.real());
+    }
+    list.set<T>(name, value);
 }
-void Attributes::setString(std::string const& name, std::string const& value) { set<std::string>(name, value); }
+
+}  // namespace
+
+#define VRL_SET_(T, Word, Name)                                                                                        \
+    void Attributes::set##Name(std::string const& name, T const& value) {                                              \
+        setNamed<T>(*this, name, value, doubleAsComplex);                                                              \
+    }
+VRL_FOR_VALUE_TYPES(VRL_SET_)
+#undef VRL_SET_
 
 // The catch-alls below swallow what the parameter's own operation throws, plug-ins' included: these ways of writing
 // report and never throw.

@@ -77,17 +77,13 @@ public:
     /**@}*/
 
     /**@{*/
-    /// Adds a new parameter of that type. Yields it, by the rules of add: ask find first.
-    Attribute* addBool(std::string const& name, bool const& value, std::string const& descr = "",
-                       std::string const& units = "");
-    Attribute* addInteger(std::string const& name, int const& value, std::string const& descr = "",
-                          std::string const& units = "");
-    Attribute* addDouble(std::string const& name, double const& value, std::string const& descr = "",
+    /// addBool, addInteger, addDouble, addComplex, addString: adds a new parameter of that type. Returns it, by the
+    /// rules of add: ask find first.
+#define VRL_ADD_(T, Word, Name)                                                                                        \
+    Attribute* add##Name(std::string const& name, T const& value, std::string const& descr = "",                       \
                          std::string const& units = "");
-    Attribute* addComplex(std::string const& name, std::complex<double> const& value, std::string const& descr = "",
-                          std::string const& units = "");
-    Attribute* addString(std::string const& name, std::string const& value, std::string const& descr = "",
-                         std::string const& units = "");
+    VRL_FOR_VALUE_TYPES(VRL_ADD_)
+#undef VRL_ADD_
     /**@}*/
 
     /// Whether a parameter has that name.
@@ -133,37 +129,31 @@ public:
     /// From now on setComplex stores the real part in a parameter of type double. Nothing takes this back.
     void allowDoubleAsComplex();
 
-    /// The factory of attribute types. If it has no key at all, the five value types are registered first.
+    /// The factory of attribute types. If it has no key at all, the value types are registered first.
     static FactoryNoArg<std::string, Attribute>& factory();
 
-    /// The value of a parameter of exactly this type (bool, int, double, std::complex<double> or std::string).
+    /// The value of a parameter of exactly this type (a type of VRL_FOR_VALUE_TYPES).
     template <class T>
     T get(std::string const& name) const;
-    /// A bool, or whether getInteger yields other than 0: 0.5 is false.
-    bool getBool(std::string const& name) const;
-    /// An int, or a double truncated toward zero.
-    int getInteger(std::string const& name) const;
-    /// A double or an int.
-    double getDouble(std::string const& name) const;
-    /// A complex value, or a double or int as the real part.
-    std::complex<double> getComplex(std::string const& name) const;
-    /// A text; other types are not formatted.
-    std::string getString(std::string const& name) const;
+    /**@{*/
+    /// getBool, getInteger, getDouble, getComplex, getString: the value of a parameter of that type, or of one that it
+    /// can be taken from. An int is also taken from a double, truncated toward zero, a double from an int, a complex
+    /// value from either as the real part, and a bool from what getInteger takes: 0.5 is false.
+#define VRL_GET_(T, Word, Name) T get##Name(std::string const& name) const;
+    VRL_FOR_VALUE_TYPES(VRL_GET_)
+#undef VRL_GET_
+    /**@}*/
 
     /// Sets a parameter of exactly this type through its gate: warns on a range, empties the expression.
     template <class T>
     void set(std::string const& name, typename detail::Identity<T>::type const& value);
     /**@{*/
-    /// Sets a parameter of exactly this type through its gate.
-    void setBool(std::string const& name, bool const& value);
-    void setInteger(std::string const& name, int const& value);
+    /// setBool, setInteger, setDouble, setComplex, setString: the same. setComplex may also set a parameter of type
+    /// double; see allowDoubleAsComplex.
+#define VRL_SET_(T, Word, Name) void set##Name(std::string const& name, T const& value);
+    VRL_FOR_VALUE_TYPES(VRL_SET_)
+#undef VRL_SET_
     /**@}*/
-    /// Sets a parameter of type double through its gate.
-    void setDouble(std::string const& name, double const& value);
-    /// Sets a complex parameter through its gate; see allowDoubleAsComplex.
-    void setComplex(std::string const& name, std::complex<double> const& value);
-    /// Sets a text parameter through its gate.
-    void setString(std::string const& name, std::string const& value);
 
     /**@{*/
     /// Sets a parameter from a text, without a look at its range or its expression. Yields whether the value changed.
@@ -197,8 +187,8 @@ private:
     T const* valueOf(std::string const& name) const;
     template <class T>
     Attribute* addValue(std::string const& name, T const& value, std::string const& descr, std::string const& units);
-    template <class Number>
-    bool getNumber(std::string const& name, Number& number) const;
+    template <class T>
+    T converted(std::string const& name) const;
 
     AttributeMap attributes;
     Version versionInfo;
@@ -212,16 +202,12 @@ private:
 VRL_API std::ostream& operator<<(std::ostream& os, Attributes const& attributes);
 
 /// @cond
-#define VRL_TYPED_ACCESS_(T)                                                                                           \
+#define VRL_TYPED_ACCESS_(T, Word, Name)                                                                               \
     template <>                                                                                                        \
     VRL_API T Attributes::get<T>(std::string const& name) const;                                                       \
     template <>                                                                                                        \
     VRL_API void Attributes::set<T>(std::string const& name, T const& value);
-VRL_TYPED_ACCESS_(bool)
-VRL_TYPED_ACCESS_(int)
-VRL_TYPED_ACCESS_(double)
-VRL_TYPED_ACCESS_(std::complex<double>)
-VRL_TYPED_ACCESS_(std::string)
+VRL_FOR_VALUE_TYPES(VRL_TYPED_ACCESS_)
 #undef VRL_TYPED_ACCESS_
 /// @endcond
 

@@ -32,139 +32,82 @@ std::string print(char const* format, A... values) {
     return text.data();
 }
 
-template <class T>
-int order(T const& a, T const& b) {
-    return a > b ? 1 : a < b ? -1 : 0;
-}
+// What each type of value does in its own way: parse and format; and order and source where the general form is not
+// right.
 
-}  // namespace
-
-void throwValueMismatch() { throw static_cast<char const*>("attribute set failed on type mismatch"); }
-
-template <>
-char const* typeWord<bool>() {
-    return "bool";
-}
-template <>
-char const* typeWord<int>() {
-    return "Int";
-}
-template <>
-char const* typeWord<double>() {
-    return "Double";
-}
-template <>
-char const* typeWord<std::complex<double>>() {
-    return "Complex";
-}
-template <>
-char const* typeWord<std::string>() {
-    return "String";
-}
-
-template <>
-bool parseValue<bool>(std::string const& text, bool& value) {
+bool parse(std::string const& text, bool& value) {
     char const first = text.c_str()[0];
     return store(value, first == 't' || (first != 'f' && parseInt(text) != 0));
 }
-template <>
-bool parseValue<int>(std::string const& text, int& value) {
-    return store(value, parseInt(text));
-}
-template <>
-bool parseValue<double>(std::string const& text, double& value) {
+bool parse(std::string const& text, int& value) { return store(value, parseInt(text)); }
+bool parse(std::string const& text, double& value) {
     double const old = value;
     value = std::atof(text.c_str());
     return std::fabs(old - value) > kDoubleTolerance;
 }
-template <>
-bool parseValue<std::complex<double>>(std::string const& text, std::complex<double>& value) {
+bool parse(std::string const& text, std::complex<double>& value) {
     double re = 0;
     double im = 0;
     if (std::sscanf(text.c_str(), "%lg+I%lg", &re, &im) != 2) return false;
     return store(value, {re, im});
 }
-template <>
-bool parseValue<std::string>(std::string const& text, std::string& value) {
-    return store(value, text);
-}
+bool parse(std::string const& text, std::string& value) { return store(value, text); }
 
-template <>
-std::string formatValue<bool>(bool const& value) {
-    return value ? "true" : "false";
-}
-template <>
-std::string formatValue<int>(int const& value) {
-    return print("%d", value);
-}
-template <>
-std::string formatValue<double>(double const& value) {
-    return print("%lg", value);
-}
-template <>
-std::string formatValue<std::complex<double>>(std::complex<double> const& value) {
-    return print("%lg+I%lg", value.real(), value.imag());
-}
-template <>
-std::string formatValue<std::string>(std::string const& value) {
-    return value;
-}
+std::string format(bool value) { return value ? "true" : "false"; }
+std::string format(int value) { return print("%d", value); }
+std::string format(double value) { return print("%lg", value); }
+std::string format(std::complex<double> const& value) { return print("%lg+I%lg", value.real(), value.imag()); }
+std::string format(std::string const& value) { return value; }
 
-template <>
-int orderOfValues<bool>(bool const& a, bool const& b) {
-    return order(a, b);
+template <class T>
+int order(T const& a, T const& b) {
+    return a > b ? 1 : a < b ? -1 : 0;
 }
-template <>
-int orderOfValues<int>(int const& a, int const& b) {
-    return order(a, b);
-}
-template <>
-int orderOfValues<double>(double const& a, double const& b) {
-    return order(a, b);
-}
-template <>
-int orderOfValues<std::complex<double>>(std::complex<double> const& a, std::complex<double> const& b) {
+int order(std::complex<double> const& a, std::complex<double> const& b) {
     // The imaginary parts count only if the real parts are equal; a NaN there is not.
     return a.real() == b.real() ? order(a.imag(), b.imag()) : order(a.real(), b.real());
 }
-template <>
-int orderOfValues<std::string>(std::string const& a, std::string const& b) {
-    return order(a, b);
-}
 
-template <>
-void writeSource<bool>(std::ostream& os, bool const& value) {
+template <class T>
+void source(std::ostream& os, T const& value) {
     os << value;
 }
-template <>
-void writeSource<int>(std::ostream& os, int const& value) {
-    os << value;
-}
-template <>
-void writeSource<double>(std::ostream& os, double const& value) {
-    os << value;
-}
-template <>
-void writeSource<std::complex<double>>(std::ostream& os, std::complex<double> const& value) {
-    os << value;
-}
-template <>
-void writeSource<std::string>(std::ostream& os, std::string const& value) {
-    os << (value.empty() ? "\"\"" : value);
-}
+void source(std::ostream& os, std::string const& value) { os << (value.empty() ? "\"\"" : value); }
+
+}  // namespace
+
+void throwValueMismatch() { throw static_cast<char const*>("attribute set failed on type mismatch"); }
+
+#define VRL_VALUE_TEXTS_(T, Word, Name)                                                                                \
+    template <>                                                                                                        \
+    char const* typeWord<T>() {                                                                                        \
+        return Word;                                                                                                   \
+    }                                                                                                                  \
+    template <>                                                                                                        \
+    bool parseValue<T>(std::string const& text, T& value) {                                                            \
+        return parse(text, value);                                                                                     \
+    }                                                                                                                  \
+    template <>                                                                                                        \
+    std::string formatValue<T>(T const& value) {                                                                       \
+        return format(value);                                                                                          \
+    }                                                                                                                  \
+    template <>                                                                                                        \
+    int orderOfValues<T>(T const& a, T const& b) {                                                                     \
+        return order(a, b);                                                                                            \
+    }                                                                                                                  \
+    template <>                                                                                                        \
+    void writeSource<T>(std::ostream & os, T const& value) {                                                           \
+        source(os, value);                                                                                             \
+    }
+VRL_FOR_VALUE_TYPES(VRL_VALUE_TEXTS_)
+#undef VRL_VALUE_TEXTS_
 
 }  // namespace detail
 
-template class Serialisable<Value<bool>>;
-template class Serialisable<Value<int>>;
-template class Serialisable<Value<double>>;
-template class Serialisable<Value<std::complex<double>>>;
-template class Serialisable<Value<std::string>>;
-
-template class Value<bool>;
-template class Value<int>;
-template class Value<double>;
-template class Value<std::complex<double>>;
-template class Value<std::string>;
+#define VRL_VALUE_INSTANCES_(T, Word, Name)                                                                            \
+    template class Serialisable<Value<T>>;                                                                             \
+    template class Value<T>;
+VRL_FOR_VALUE_TYPES(VRL_VALUE_INSTANCES_)
+#undef VRL_VALUE_INSTANCES_
 
 }  // namespace Vorlane_v1_0

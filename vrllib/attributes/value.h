@@ -6,6 +6,7 @@
 
 #include "vrllib/attributes/attribute.h"
 #include "vrllib/doc/texstream.h"
+#include "vrllib/serialisation/value_types.h"
 
 namespace Vorlane_v1_0 {
 
@@ -32,7 +33,7 @@ int orderOfValues(T const& a, T const& b);
 template <class T>
 void writeSource(std::ostream& os, T const& value);
 
-#define VRL_VALUE_TEXTS_(T)                                                                                            \
+#define VRL_VALUE_TEXTS_(T, Word, Name)                                                                                \
     template <>                                                                                                        \
     VRL_API char const* typeWord<T>();                                                                                 \
     template <>                                                                                                        \
@@ -43,11 +44,7 @@ void writeSource(std::ostream& os, T const& value);
     VRL_API int orderOfValues<T>(T const& a, T const& b);                                                              \
     template <>                                                                                                        \
     VRL_API void writeSource<T>(std::ostream & os, T const& value);
-VRL_VALUE_TEXTS_(bool)
-VRL_VALUE_TEXTS_(int)
-VRL_VALUE_TEXTS_(double)
-VRL_VALUE_TEXTS_(std::complex<double>)
-VRL_VALUE_TEXTS_(std::string)
+VRL_FOR_VALUE_TYPES(VRL_VALUE_TEXTS_)
 #undef VRL_VALUE_TEXTS_
 
 /// Throws "attribute set failed on type mismatch", as `char const*`.
@@ -55,7 +52,8 @@ VRL_VALUE_TEXTS_(std::string)
 
 }  // namespace detail
 
-/// A named parameter that holds one value of type bool, int, double, std::complex<double> or std::string.
+/// A named parameter that holds one value of a type of VRL_FOR_VALUE_TYPES: bool, int, double, std::complex<double> or
+/// std::string.
 ///
 /// The value is written along four paths that differ on purpose:
 ///
@@ -137,10 +135,10 @@ VRL_DEFINE_PERSISTENCE_OF(template <class T>, (Value<T>), (AttributeWithExpr))
 
 template <class T>
 SerFormat<Value<T>> const& Value<T>::serFormat() {
-    static auto const format = SerFormat<Value<T>>("Value")
+    static auto const format = SerFormat<Value<T>>("Value", 1)
                                    .type([](Value<T>& value) { return value.getFactoryName(); })
                                    .doc([](Value<T>& value) { return detail::nameAndUnits(value); })
-                                   .member("val", &Value<T>::val);
+                                   .member(1, "val", &Value<T>::val);
     return format;
 }
 
@@ -207,16 +205,10 @@ T Value<T>::do_setValue(T const& value) {
     return old;
 }
 
-extern template class VRL_INSTANCE Serialisable<Value<bool>>;
-extern template class VRL_INSTANCE Serialisable<Value<int>>;
-extern template class VRL_INSTANCE Serialisable<Value<double>>;
-extern template class VRL_INSTANCE Serialisable<Value<std::complex<double>>>;
-extern template class VRL_INSTANCE Serialisable<Value<std::string>>;
-
-extern template class VRL_INSTANCE Value<bool>;
-extern template class VRL_INSTANCE Value<int>;
-extern template class VRL_INSTANCE Value<double>;
-extern template class VRL_INSTANCE Value<std::complex<double>>;
-extern template class VRL_INSTANCE Value<std::string>;
+#define VRL_VALUE_INSTANCES_(T, Word, Name)                                                                            \
+    extern template class VRL_INSTANCE Serialisable<Value<T>>;                                                         \
+    extern template class VRL_INSTANCE Value<T>;
+VRL_FOR_VALUE_TYPES(VRL_VALUE_INSTANCES_)
+#undef VRL_VALUE_INSTANCES_
 
 }  // namespace Vorlane_v1_0

@@ -5,8 +5,5 @@ std::ostream& Vorlane_v1_0::detail::writeArrayText(std::ostream& os) { return os
 #define VRL_ARRAY_INSTANCES_(T)                                                                                        \
     template struct Vorlane_v1_0::detail::ArrayData<T>;                                                                \
     template class ValueArray<T>;
-VRL_ARRAY_INSTANCES_(int)
-VRL_ARRAY_INSTANCES_(double)
-VRL_ARRAY_INSTANCES_(std::complex<double>)
-VRL_ARRAY_INSTANCES_(std::string)
+VRL_FOR_ARRAY_TYPES(VRL_ARRAY_INSTANCES_)
 #undef VRL_ARRAY_INSTANCES_

@@ -7,6 +7,7 @@
 
 #include "vrllib/attributes/attribute.h"
 #include "vrllib/doc/texstream.h"
+#include "vrllib/serialisation/value_types.h"
 
 namespace Vorlane_v1_0::detail {
 
@@ -113,8 +114,5 @@ bool ValueArray<T>::inSpec(std::ostream&) const {
 #define VRL_ARRAY_INSTANCES_(T)                                                                                        \
     extern template struct VRL_INSTANCE Vorlane_v1_0::detail::ArrayData<T>;                                            \
     extern template class VRL_INSTANCE ValueArray<T>;
-VRL_ARRAY_INSTANCES_(int)
-VRL_ARRAY_INSTANCES_(double)
-VRL_ARRAY_INSTANCES_(std::complex<double>)
-VRL_ARRAY_INSTANCES_(std::string)
+VRL_FOR_ARRAY_TYPES(VRL_ARRAY_INSTANCES_)
 #undef VRL_ARRAY_INSTANCES_

@@ -15,7 +15,5 @@ texstream& vrlUniformDistribution::toTex(texstream& tex) const { return writeTag
 #define VRL_DISTRIBUTION_INSTANCES_(T)                                                                                 \
     template class ValueDistribution<T, vrlGaussianDistribution, Vorlane_v1_0::Value<T>>;                              \
     template class ValueDistribution<T, vrlUniformDistribution, Vorlane_v1_0::Value<T>>;
-VRL_DISTRIBUTION_INSTANCES_(int)
-VRL_DISTRIBUTION_INSTANCES_(double)
-VRL_DISTRIBUTION_INSTANCES_(std::complex<double>)
+VRL_FOR_RANGED_TYPES(VRL_DISTRIBUTION_INSTANCES_)
 #undef VRL_DISTRIBUTION_INSTANCES_

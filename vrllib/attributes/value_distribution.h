@@ -64,7 +64,5 @@ texstream& ValueDistribution<T, D, V>::toTex(texstream& tex) const {
 #define VRL_DISTRIBUTION_INSTANCES_(T)                                                                                 \
     extern template class VRL_INSTANCE ValueDistribution<T, vrlGaussianDistribution, Vorlane_v1_0::Value<T>>;          \
     extern template class VRL_INSTANCE ValueDistribution<T, vrlUniformDistribution, Vorlane_v1_0::Value<T>>;
-VRL_DISTRIBUTION_INSTANCES_(int)
-VRL_DISTRIBUTION_INSTANCES_(double)
-VRL_DISTRIBUTION_INSTANCES_(std::complex<double>)
+VRL_FOR_RANGED_TYPES(VRL_DISTRIBUTION_INSTANCES_)
 #undef VRL_DISTRIBUTION_INSTANCES_

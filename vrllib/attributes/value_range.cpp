@@ -4,19 +4,26 @@
 
 namespace Vorlane_v1_0::detail {
 
-template <>
-bool isInside<int>(int const& value, int const& minValue, int const& maxValue) {
+namespace {
+
+template <class T>
+bool inside(T const& value, T const& minValue, T const& maxValue) {
     return !(minValue > value) && !(value > maxValue);
 }
-template <>
-bool isInside<double>(double const& value, double const& minValue, double const& maxValue) {
-    return !(minValue > value) && !(value > maxValue);
+bool inside(std::complex<double> const& value, std::complex<double> const& minValue,
+            std::complex<double> const& maxValue) {
+    return inside(value.real(), minValue.real(), maxValue.real());
 }
-template <>
-bool isInside<std::complex<double>>(std::complex<double> const& value, std::complex<double> const& minValue,
-                                    std::complex<double> const& maxValue) {
-    return isInside<double>(value.real(), minValue.real(), maxValue.real());
-}
+
+}  // namespace
+
+#define VRL_IS_INSIDE_(T)                                                                                              \
+    template <>                                                                                                        \
+    bool isInside<T>(T const& value, T const& minValue, T const& maxValue) {                                           \
+        return inside(value, minValue, maxValue);                                                                      \
+    }
+VRL_FOR_RANGED_TYPES(VRL_IS_INSIDE_)
+#undef VRL_IS_INSIDE_
 
 std::ostream& messageStream() { return vrlCout(); }
 
@@ -26,7 +33,5 @@ std::ostream& messageStream() { return vrlCout(); }
     template class ValueRange<T, Vorlane_v1_0::Value<T>>;                                                              \
     template class Vorlane_v1_0::Serialisable<AutoValueRange<T, Vorlane_v1_0::Value<T>>>;                              \
     template class AutoValueRange<T, Vorlane_v1_0::Value<T>>;
-VRL_RANGE_INSTANCES_(int)
-VRL_RANGE_INSTANCES_(double)
-VRL_RANGE_INSTANCES_(std::complex<double>)
+VRL_FOR_RANGED_TYPES(VRL_RANGE_INSTANCES_)
 #undef VRL_RANGE_INSTANCES_

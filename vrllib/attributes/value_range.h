@@ -8,13 +8,11 @@ namespace Vorlane_v1_0::detail {
 /// NaN is inside.
 template <class T>
 bool isInside(T const& value, T const& minValue, T const& maxValue);
-template <>
-VRL_API bool isInside<int>(int const& value, int const& minValue, int const& maxValue);
-template <>
-VRL_API bool isInside<double>(double const& value, double const& minValue, double const& maxValue);
-template <>
-VRL_API bool isInside<std::complex<double>>(std::complex<double> const& value, std::complex<double> const& minValue,
-                                            std::complex<double> const& maxValue);
+#define VRL_IS_INSIDE_(T)                                                                                              \
+    template <>                                                                                                        \
+    VRL_API bool isInside<T>(T const& value, T const& minValue, T const& maxValue);
+VRL_FOR_RANGED_TYPES(VRL_IS_INSIDE_)
+#undef VRL_IS_INSIDE_
 
 /// The message channel, as an output stream.
 VRL_API std::ostream& messageStream();
@@ -174,9 +172,9 @@ template <class T, class V>
 Vorlane_v1_0::SerFormat<AutoValueRange<T, V>> const& AutoValueRange<T, V>::serFormat() {
     using Format = Vorlane_v1_0::SerFormat<AutoValueRange<T, V>>;
     static auto const format =
-        Format("AutoValueRange")
+        Format("AutoValueRange", 1)
             .type(std::string("AutoValueRange<vrl::") + Vorlane_v1_0::detail::typeWord<T>() + ">")
-            .member("is auto-changeable", &AutoValueRange<T, V>::autoChangeable);
+            .member(1, "is auto-changeable", &AutoValueRange<T, V>::autoChangeable);
     return format;
 }
 
@@ -197,7 +195,5 @@ void AutoValueRange<T, V>::setAutoChangeable(bool on) {
     extern template class VRL_INSTANCE ValueRange<T, Vorlane_v1_0::Value<T>>;                                          \
     extern template class VRL_INSTANCE Vorlane_v1_0::Serialisable<AutoValueRange<T, Vorlane_v1_0::Value<T>>>;          \
     extern template class VRL_INSTANCE AutoValueRange<T, Vorlane_v1_0::Value<T>>;
-VRL_RANGE_INSTANCES_(int)
-VRL_RANGE_INSTANCES_(double)
-VRL_RANGE_INSTANCES_(std::complex<double>)
+VRL_FOR_RANGED_TYPES(VRL_RANGE_INSTANCES_)
 #undef VRL_RANGE_INSTANCES_

@@ -22,7 +22,7 @@ VRL_API void vrlPuts(char const* text);
 /// Formats as printf does and writes the result up to its first zero byte, 65536 characters at most.
 ///
 /// What lies beyond is lost. A null format counts as empty.
-VRL_API void vrlPrintf(char const* format, ...);
+VRL_API void vrlPrintf(char const* format, ...) VRL_PRINTF_FORMAT(1, 2);
 
 /// Throws the text so far away.
 VRL_API void vrlCoutReset();

@@ -32,10 +32,10 @@ BB::Port::~Port() = default;
 VRL_DEFINE_PERSISTENCE_ROOT(BB::Port)
 
 SerFormat<BB::Port> const& BB::Port::serFormat() {
-    static auto const format = SerFormat<Port>("Port")
+    static auto const format = SerFormat<Port>("Port", 1)
                                    .type("BB::Port")
                                    .doc([](Port& port) { return port.name.getName(); })
-                                   .member("currCS", &Port::currCS);
+                                   .member(1, "currCS", &Port::currCS);
     return format;
 }
 
@@ -65,11 +65,11 @@ BB::~BB() = default;
 VRL_DEFINE_PERSISTENCE(BB, Attributes)
 
 SerFormat<BB> const& BB::serFormat() {
-    static auto const format = SerFormat<BB>("BB")
+    static auto const format = SerFormat<BB>("BB", 1)
                                    .type([](BB& block) { return block.getName(); })
-                                   .member("defaultCS", &BB::defaultCS)
-                                   .member("foundryName", &BB::foundryName)
-                                   .member<SerialisablePortVec<Port>>("ports", &BB::ports);
+                                   .member(1, "defaultCS", &BB::defaultCS)
+                                   .member(2, "foundryName", &BB::foundryName)
+                                   .member<SerialisablePortVec<Port>>(3, "ports", &BB::ports);
     return format;
 }
 
@@ -105,9 +105,11 @@ void BB::list(EnumList::Domain const& d, std::vector<std::string>::const_iterato
     static auto* const kinds = new std::vector<std::string>;
     kinds->clear();
     auto& factory = detail::typeFactory<BB>();
-    for (auto const& entry : factory) {
-        shared_ptr<BB> const block(factory.create(entry.first, nullptr));
-        if (block && block->chkDomain(d)) kinds->push_back(entry.first);
+    std::vector<std::string> keys;  // a copy, since constructors of plug-ins may remove keys
+    for (auto const& entry : factory) keys.push_back(entry.first);
+    for (std::string const& key : keys) {
+        shared_ptr<BB> const block(factory.create(key, nullptr));
+        if (block && block->chkDomain(d)) kinds->push_back(key);
     }
     *first = kinds->begin();
     *last = kinds->end();

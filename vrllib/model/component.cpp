@@ -17,7 +17,7 @@ Component::~Component() = default;
 VRL_DEFINE_PERSISTENCE(Component, Attributes)
 
 SerFormat<Component> const& Component::serFormat() {
-    static auto const format = SerFormat<Component>("Component");
+    static auto const format = SerFormat<Component>("Component", 1);
     return format;
 }
 

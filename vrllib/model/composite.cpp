@@ -23,7 +23,7 @@ VRL_DEFINE_PERSISTENCE(CBB, BB, Netlist)
 
 SerFormat<CBB> const& CBB::serFormat() {
     static auto const format =
-        SerFormat<CBB>("CBB").type([](CBB& composite) { return static_cast<BB&>(composite).getName(); });
+        SerFormat<CBB>("CBB", 1).type([](CBB& composite) { return static_cast<BB&>(composite).getName(); });
     return format;
 }
 

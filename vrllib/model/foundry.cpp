@@ -35,10 +35,10 @@ CrossSection* createFrom(ProcessFlow* flow, double const& width, double radius) 
 VRL_DEFINE_PERSISTENCE_ROOT(Foundry::CSInfo)
 
 SerFormat<Foundry::CSInfo> const& Foundry::CSInfo::serFormat() {
-    static auto const format = SerFormat<CSInfo>("CSInfo")
+    static auto const format = SerFormat<CSInfo>("CSInfo", 1)
                                    .type("Foundry::CSInfo")
-                                   .member("default CS name", &CSInfo::csName)
-                                   .member("default Flow name", &CSInfo::flowName);
+                                   .member(1, "default CS name", &CSInfo::csName)
+                                   .member(2, "default Flow name", &CSInfo::flowName);
     return format;
 }
 

@@ -2,10 +2,10 @@
 
 #include <algorithm>
 #include <iostream>
-#include <sstream>
 
 #include "vrllib/core/thrown_text.h"
 #include "vrllib/core/type_factory.h"
+#include "vrllib/model/netlist_nesting.h"
 
 void resetUniqueIDs() {
     struct Counters : Vorlane_v1_0::Netlist_Vars {
@@ -74,7 +74,10 @@ Netlist& Netlist::operator=(Netlist const& other) {
     serDone = other.serDone;
     return *this;
 }
-Netlist::~Netlist() { detail::typeFactory<Netlist>().OnDestroy(this); }
+Netlist::~Netlist() {
+    detail::typeFactory<Netlist>().OnDestroy(this);
+    detail::releaseBlocks(BBList);
+}
 
 Netlist* Netlist::create(std::string const& kind) {
     return kind.empty() ? new Netlist : detail::typeFactory<Netlist>().create(kind);
@@ -84,15 +87,16 @@ VRL_DEFINE_PERSISTENCE(Netlist, Component)
 
 SerFormat<Netlist> const& Netlist::serFormat() {
     using PortNames = std::pair<std::string, std::string>;
-    static auto const format = SerFormat<Netlist>("Netlist")
-                                   .shared("numBB", Netlist::numBB)
-                                   .shared("nodeCount", Netlist::nodeCount)
-                                   .member<SerialisableMap<std::string, unsigned int>>("nameToBB", &Netlist::nameToBB)
-                                   .member<SerialisableMap<PortNames, unsigned int>>("portToNode", &Netlist::portToNode)
-                                   .member<SerialisableVec<unsigned int>>("inputNodes", &Netlist::inputNodes)
-                                   .member<SerialisableVec<unsigned int>>("outputNodes", &Netlist::outputNodes)
-                                   .member<SerialisableBBMap<unsigned int, BB>>("BBList", &Netlist::BBList)
-                                   .member<SerialisableVec<unsigned int>>("DCNodes", &Netlist::DCNodes);
+    static auto const format =
+        SerFormat<Netlist>("Netlist", 1)
+            .shared(1, "numBB", Netlist::numBB)
+            .shared(2, "nodeCount", Netlist::nodeCount)
+            .member<SerialisableMap<std::string, unsigned int>>(3, "nameToBB", &Netlist::nameToBB)
+            .member<SerialisableMap<PortNames, unsigned int>>(4, "portToNode", &Netlist::portToNode)
+            .member<SerialisableVec<unsigned int>>(5, "inputNodes", &Netlist::inputNodes)
+            .member<SerialisableVec<unsigned int>>(6, "outputNodes", &Netlist::outputNodes)
+            .member<SerialisableBBMap<unsigned int, BB>>(7, "BBList", &Netlist::BBList)
+            .member<SerialisableVec<unsigned int>>(8, "DCNodes", &Netlist::DCNodes);
     return format;
 }
 
@@ -257,14 +261,19 @@ void Netlist::prepare() {
 
 bool Netlist::inSpec(std::ostream& os) const {
     mSync();
-    std::ostringstream complaints;
+    detail::NetlistCheck check(*this);
+    if (check.isInsideItself()) return true;  // what it contains is being checked further out
+    check.lookAhead();
+    detail::CollectedText complaints;
+    std::ostream text(&complaints);
     bool good = true;
-    for (auto const& element : BBList) {
-        Attributes const* const block = element.second.get();
-        if (block && !block->inSpec(complaints)) good = false;
-    }
-    if (!good) os << "The netlist contains errors!\n\n" << complaints.str() << "\n";
-    return good;
+    for (auto const& element : BBList)
+        if (element.second && !detail::NetlistCheck::inSpec(*element.second, text)) good = false;
+    if (good) return true;
+    os << "The netlist contains errors!\n\n";
+    detail::CollectedText::give(os, complaints.take());
+    os << "\n";
+    return false;
 }
 
 std::map<unsigned int, Foundry const*> Netlist::getFoundryUse() const {

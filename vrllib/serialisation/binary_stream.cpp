@@ -14,7 +14,7 @@ namespace {
 static_assert(std::numeric_limits<double>::is_iec559 && sizeof(double) == 8 && sizeof(int) == 4);
 
 constexpr char kMarker[] = {'=', '@'};
-constexpr unsigned int kDeepestCompound = 256;
+constexpr unsigned int kDeepestCompound = 256;  // compounds in each other
 constexpr std::size_t kStringPiece = 64 * 1024;
 
 template <class Bits>
@@ -98,6 +98,12 @@ void BinaryStreamSerialiser::write(unsigned int const& value) {
 
 void BinaryStreamSerialiser::write(bool const& value) { stream->put(value ? '\1' : '\0'); }
 void BinaryStreamSerialiser::writeComment(std::string) {}
+
+// Asked of the type, since the virtual operations of writers return nothing and get no more slots.
+bool detail::liesTooDeep(SerialiserBase const* s) {
+    auto const* const binary = dynamic_cast<BinaryStreamSerialiser const*>(s);
+    return binary && binary->depth > kDeepestCompound;
+}
 
 BinaryStreamDeSerialiser::BinaryStreamDeSerialiser(std::istream& is) : stream(&is) {}
 

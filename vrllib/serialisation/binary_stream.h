@@ -25,7 +25,8 @@ namespace Vorlane_v1_0 {
 
 /// Writes the binary stream. The stream belongs to the caller and outlives this object. A copy shares the stream.
 ///
-/// Names of members, docs and comments are dropped; an empty type and a negative version are left out.
+/// Names of members, docs and comments are dropped; an empty type and a negative version are left out. The write of an
+/// object or a container that lies in more than 255 others is false, since it would not read back.
 class VRL_API BinaryStreamSerialiser final : public SerialiserBase {
 public:
     /// Writes to that stream, from depth 0.
@@ -46,6 +47,8 @@ public:
     void writeComment(std::string text) override;
 
 private:
+    friend bool detail::liesTooDeep(SerialiserBase const* s);
+
     void writeMarker();
 
     unsigned int depth = 0;

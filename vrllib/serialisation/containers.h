@@ -36,6 +36,7 @@ template <class Container, class Element>
 bool writeContainer(SerialiserBase* s, char const* shape, std::string const& name, Container& container,
                     Element element) {
     s->beginCompAttribute(shape, 1, name);
+    if (liesTooDeep(s)) return false;
     s->writeNumberAttributes(static_cast<unsigned int>(container.size()));
     for (auto& item : container)
         if (!element(item)) return false;

@@ -2,6 +2,8 @@
 
 #include <iostream>
 
+#include "vrllib/core/thrown_text.h"
+
 namespace Vorlane_v1_0::detail {
 
 void registerOnce(SerrDoneFlag& done, void (*fill)(void*), void* object) {
@@ -12,6 +14,11 @@ void registerOnce(SerrDoneFlag& done, void (*fill)(void*), void* object) {
     } catch (char const* text) {  // the register keeps what was entered until then; the next attempt reports again
         std::cerr << text;
     }
+}
+
+void throwNoSuchMember() {
+    static char text[] = "SerFormat - no member has that name\n";
+    throwText(text);
 }
 
 }  // namespace Vorlane_v1_0::detail

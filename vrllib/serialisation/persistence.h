@@ -18,16 +18,39 @@
 /// 3. Beside it, the saved format at one glance:
 ///
 ///        SerFormat<Port> const& Port::serFormat() {
-///            static auto const format = SerFormat<Port>("Port").type("BB::Port").member("currCS", &Port::currCS);
+///            static auto const format = SerFormat<Port>("Port", 1)
+///                                           .type("BB::Port")
+///                                           .member(1, "currCS", &Port::currCS);
 ///            return format;
 ///        }
 ///
-/// Members are numbered from 1 in the order of the table: the first above is saved under "Port::1". A member that is
-/// added at the end leaves older files readable. Format and ids belong to the class and are made once.
+/// A row is the number, the name and the member: the one above is saved under the id "Port::1", which
+/// getSerId("currCS") returns. A new member takes a number that no member has ever had, and leaves older files
+/// readable; a member that goes leaves a gap. The version is another matter: a new one makes all older files of the
+/// class unreadable.
+///
+/// A member type without a wrapper does not compile. A number that is in the table twice makes every save and read of
+/// the class fail, with a line on std::cerr.
 
 namespace Vorlane_v1_0 {
 
-/// The saved format of one class level: its names and its own members.
+namespace detail {
+
+/// Whether a value has a wrapper without naming one: it is plain, a pair, or of a class with the persistence
+/// operations.
+template <class M, class = void>
+inline constexpr bool kHasWrapper = kIsPlain<M> || kIsPair<M>;
+template <class M>
+inline constexpr bool
+    kHasWrapper<M, std::void_t<decltype(std::declval<M&>().write(std::declval<SerialiserBase*>())),
+                               decltype(std::declval<M&>().read(std::declval<DeSerialiserBase*>()))>> = true;
+
+/// Throws the report of a name that getSerId was asked for and no member has.
+[[noreturn]] VRL_API void throwNoSuchMember();
+
+}  // namespace detail
+
+/// The saved format of one class level: its names, its version and its own members.
 ///
 /// A format is made once and is never destroyed: objects with static storage may be saved to the very end of the
 /// process.
@@ -38,7 +61,7 @@ public:
     using Ask = std::string (*)(C&);
 
     /// `name` is the class name that prefixes the ids. It is the stored type as well, unless type() says otherwise.
-    explicit SerFormat(std::string const& name) : table(new Table{name, name, nullptr, nullptr, {}}) {}
+    SerFormat(std::string const& name, int version) : table(new Table{name, version, name, nullptr, nullptr, {}, {}}) {}
 
     /// The stored type is a fixed text.
     SerFormat&& type(std::string text) && {
@@ -56,18 +79,20 @@ public:
         return std::move(*this);
     }
 
-    /// The next member, streamed by its Serialisable or by the wrapper W that is named.
+    /// A member, streamed by its Serialisable or by the wrapper W that is named.
     template <class W = void, class M>
-    SerFormat&& member(char const* name, M C::*field) && {
+    SerFormat&& member(unsigned int number, char const* name, M C::*field) && {
         using Wrapper = std::conditional_t<std::is_void_v<W>, Serialisable<M>, W>;
-        table->members.push_back(std::make_unique<Field<M, Wrapper>>(nextId(), name, field));
+        static_assert(!std::is_void_v<W> || detail::kHasWrapper<M>, "The type of this member needs a wrapper.");
+        add(std::make_unique<Field<M, Wrapper>>(idOf(number), name, field));
         return std::move(*this);
     }
 
-    /// The next member is a process-wide variable.
+    /// A process-wide variable that is saved with every object.
     template <class M>
-    SerFormat&& shared(char const* name, M& variable) && {
-        table->members.push_back(std::make_unique<Variable<M>>(nextId(), name, variable));
+    SerFormat&& shared(unsigned int number, char const* name, M& variable) && {
+        static_assert(detail::kHasWrapper<M>, "The type of this variable needs a wrapper.");
+        add(std::make_unique<Variable<M>>(idOf(number), name, variable));
         return std::move(*this);
     }
 
@@ -78,8 +103,17 @@ public:
     /// The comment of an object in a listing; empty unless doc() was given.
     std::string getDoc(C& object) const { return table->askDoc ? table->askDoc(object) : std::string(); }
 
-    /// Enters the own members of an object.
+    int getVersion() const { return table->version; }
+    /// The id of the member of that name. Throws (`char*`) if there is none.
+    std::string const& getId(std::string const& memberName) const {
+        for (auto const& member : table->members)
+            if (member->name == memberName) return member->id;
+        detail::throwNoSuchMember();
+    }
+
+    /// Enters the own members of an object. Throws (`char*`) if a number is in the table twice.
     void enter(SerRegister& reg, C& object) const {
+        if (!table->fault.empty()) throw table->fault.data();
         for (auto const& member : table->members) reg.registerMember(*member, member->address(object));
     }
 
@@ -115,14 +149,20 @@ private:
 
     struct Table {
         std::string className;
+        int version;
         std::string typeText;
         Ask askType;
         Ask askDoc;
         std::vector<std::unique_ptr<Member>> members;
+        std::string fault;  // what is wrong with the table; thrown as it stands, so it is mutable and stays
     };
 
-    std::string nextId() const {
-        return generateIDStr(table->className, static_cast<unsigned int>(table->members.size()) + 1);
+    std::string idOf(unsigned int number) const { return generateIDStr(table->className, number); }
+
+    void add(std::unique_ptr<Member> member) {
+        for (auto const& present : table->members)
+            if (present->id == member->id) table->fault = "SerFormat - two members have the id " + member->id + "\n";
+        table->members.push_back(std::move(member));
     }
 
     Table* table;
@@ -141,7 +181,7 @@ VRL_API void registerOnce(SerrDoneFlag& done, void (*fill)(void*), void* object)
 protected:                                                                                                             \
     /** The type that is saved with an object, by which a reader knows it again. */                                    \
     Virtual std::string getSerTypeName() Override;                                                                     \
-    /** The version that is saved with an object: 1. */                                                                \
+    /** The version that is saved with an object. A reader accepts no other. */                                        \
     Virtual int getSerVerNo() Override;                                                                                \
     /** The comment of an object in a listing. */                                                                      \
     Virtual std::string getSerDoc() Override;                                                                          \
@@ -161,6 +201,8 @@ public:                                                                         
     bool write(::Vorlane_v1_0::SerialiserBase* s);                                                                     \
     /** Reads the object from one compound of its very type and version. On false, what was read stays. */             \
     bool read(::Vorlane_v1_0::DeSerialiserBase* d);                                                                    \
+    /** The id of an own member by its name in listings. Throws (`char*`) if the class has none of that name. */       \
+    static std::string getSerId(std::string const& memberName);                                                        \
                                                                                                                        \
 private:                                                                                                               \
     template <class>                                                                                                   \
@@ -185,13 +227,16 @@ private:                                                                        
 /// The same for a class template: its template head, then its name and its bases in parentheses.
 #define VRL_DEFINE_PERSISTENCE_OF(Template, Class, Bases)                                                              \
     Template std::string VRL_UNPAREN_(Class)::getSerTypeName() { return serFormat().getTypeName(*this); }              \
-    Template int VRL_UNPAREN_(Class)::getSerVerNo() { return 1; }                                                      \
+    Template int VRL_UNPAREN_(Class)::getSerVerNo() { return serFormat().getVersion(); }                               \
     Template std::string VRL_UNPAREN_(Class)::getSerDoc() { return serFormat().getDoc(*this); }                        \
     Template ::Vorlane_v1_0::SerRegister* VRL_UNPAREN_(Class)::getSerRegister() {                                      \
         registerSerialisables();                                                                                       \
         return serDone ? &serRegister : nullptr;                                                                       \
     }                                                                                                                  \
     Template std::string VRL_UNPAREN_(Class)::getSerClassName() { return serFormat().getClassName(); }                 \
+    Template std::string VRL_UNPAREN_(Class)::getSerId(std::string const& memberName) {                                \
+        return serFormat().getId(memberName);                                                                          \
+    }                                                                                                                  \
     Template void VRL_UNPAREN_(Class)::registerMySerialisables(::Vorlane_v1_0::SerRegister& reg) {                     \
         serFormat().enter(reg, *this);                                                                                 \
     }                                                                                                                  \

@@ -1,6 +1,7 @@
 #include "vrllib/serialisation/ser_register.h"
 
 #include <algorithm>
+#include <set>
 #include <utility>
 #include <vector>
 
@@ -29,16 +30,41 @@ SerMember::~SerMember() = default;
 
 namespace {
 
+/// The wrappers that registers own.
+std::set<SerialisableBase const*>& ownedWrappers() {
+    static auto& owned = *new std::set<SerialisableBase const*>;  // registers of static objects end after this file's
+    return owned;
+}
+
+/// The ownership of one wrapper, shared by the registers that are copies of each other.
+class OwnedWrapper {
+public:
+    /// Throws if the wrapper is owned already.
+    explicit OwnedWrapper(SerialisableBase* w) : wrapper(w) {
+        static char text[] = "SerRegister::registerSerialisable - a wrapper is being used by two or more registers\n";
+        if (wrapper && !ownedWrappers().insert(wrapper).second) throwText(text);
+    }
+    OwnedWrapper(OwnedWrapper const&) = delete;
+    OwnedWrapper& operator=(OwnedWrapper const&) = delete;
+    ~OwnedWrapper() {
+        ownedWrappers().erase(wrapper);
+        delete wrapper;
+    }
+
+    SerialisableBase* const wrapper;  // may be null
+};
+
 /// A member that came as a wrapper and not from the table of a class.
 class WrappedMember final : public SerMember {
 public:
-    WrappedMember(std::string memberId, shared_ptr<SerialisableBase> const& w)
-        : SerMember(std::move(memberId), ""), wrapper(w) {}
+    WrappedMember(std::string memberId, shared_ptr<OwnedWrapper> const& o)
+        : SerMember(std::move(memberId), ""), owned(o), wrapper(o->wrapper) {}
 
     bool write(void*, SerialiserBase* s) const override { return !wrapper || wrapper->write(s); }
     bool read(void*, DeSerialiserBase* d) const override { return wrapper && wrapper->read(d); }
 
-    shared_ptr<SerialisableBase> const wrapper;  // may hold none
+    shared_ptr<OwnedWrapper> const owned;
+    SerialisableBase* const wrapper;  // may be null
 };
 
 }  // namespace
@@ -52,11 +78,11 @@ struct SerRegister::Entry {
 struct SerRegister::Table {
     using Wrapped = shared_ptr<detail::WrappedMember>;
 
-    /// The handle on a wrapper: a new one only if the table does not own it already.
-    shared_ptr<SerialisableBase> handle(SerialisableBase* wrapper) const {
+    /// The ownership of a wrapper: a new one only if the table does not own it already.
+    shared_ptr<detail::OwnedWrapper> own(SerialisableBase* wrapper) const {
         for (Wrapped const& w : wrapped)
-            if (w->wrapper.get() == wrapper) return w->wrapper;
-        return shared_ptr<SerialisableBase>(wrapper);
+            if (w->wrapper == wrapper) return w->owned;
+        return shared_ptr<detail::OwnedWrapper>(new detail::OwnedWrapper(wrapper));
     }
 
     /// The first entry whose id does not sort before `id`. A walk in order of the ids finds it at once.
@@ -126,7 +152,7 @@ void SerRegister::registerSerialisable(std::string id, SerialisableBase* wrapper
     Table& own = ownTable();
     std::size_t expected = 0;
     if (!wrapper && own.find(id, expected)) return;
-    own.wrapped.push_back(Table::Wrapped(new detail::WrappedMember(std::move(id), own.handle(wrapper))));
+    own.wrapped.push_back(Table::Wrapped(new detail::WrappedMember(std::move(id), own.own(wrapper))));
     enter(*own.wrapped.back(), wrapper ? wrapper->getTarget() : nullptr);
 }
 

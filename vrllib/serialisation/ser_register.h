@@ -80,7 +80,10 @@ public:
     ///
     /// A taken id keeps its wrapper if both have the same target; the new wrapper is then never used. Null on a free id
     /// is stored, and reading that member fails; null on a taken id is ignored.
-    /// Throws (`char*`) if the id is taken by another target.
+    ///
+    /// The wrapper has to be made by `new`, and must not be entered in the register of another object: each would free
+    /// it.
+    /// Throws (`char*`) if the id is taken by another target, or if another register owns the wrapper.
     void registerSerialisable(std::string id, SerialisableBase* wrapper);
 
     /// Enters a member of a class and its address in an object, by the same rules. `member` has to outlive all

@@ -8,6 +8,25 @@ namespace detail {
 
 namespace {
 
+/// As many objects in each other as the stack of a program holds with ease. The binary stream ends far earlier; this is
+/// the bound of all other writers.
+constexpr int kMostObjects = 1000;
+
+/// Counts the objects that are being written in each other.
+class ObjectLevel {
+public:
+    ObjectLevel() { ++depth; }
+    ObjectLevel(ObjectLevel const&) = delete;
+    ObjectLevel& operator=(ObjectLevel const&) = delete;
+    ~ObjectLevel() { --depth; }
+
+    bool isTooDeep() const { return depth > kMostObjects; }
+
+private:
+    static int depth;
+};
+int ObjectLevel::depth = 0;
+
 bool noRegister(std::string const& type) {
     std::cerr << "failed to register serialisables for class:" << type << std::endl;
     return false;
@@ -16,7 +35,9 @@ bool noRegister(std::string const& type) {
 }  // namespace
 
 bool writeMembers(SerialiserBase* s, SerRegister* members, std::string const& type) {
+    ObjectLevel const level;
     if (!members) return noRegister(type);
+    if (level.isTooDeep() || liesTooDeep(s)) return false;
     if (!members->write(s)) {
         std::cerr << "failed to serialise " << type << "object\n";
         return false;
@@ -41,12 +62,10 @@ bool readObject(DeSerialiserBase* d, SerRegister* members, std::string const& ty
 
 }  // namespace detail
 
-template class Serialisable<bool>;
 template class Serialisable<unsigned int>;
-template class Serialisable<int>;
-template class Serialisable<double>;
-template class Serialisable<std::complex<double>>;
-template class Serialisable<std::string>;
+#define VRL_SERIALISABLE_(T, Word, Name) template class Serialisable<T>;
+VRL_FOR_VALUE_TYPES(VRL_SERIALISABLE_)
+#undef VRL_SERIALISABLE_
 template class Serialisable<std::pair<std::string, std::string>>;
 
 }  // namespace Vorlane_v1_0

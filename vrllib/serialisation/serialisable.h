@@ -7,20 +7,22 @@
 
 #include "vrllib/base/export.h"
 #include "vrllib/serialisation/ser_register.h"
+#include "vrllib/serialisation/value_types.h"
 
 namespace Vorlane_v1_0 {
 
 namespace detail {
 
+#define VRL_OR_IS_(Type, Word, Name) || std::is_same_v<T, Type>
 template <class T>
-inline constexpr bool kIsPlain =
-    std::is_same_v<T, bool> || std::is_same_v<T, unsigned int> || std::is_same_v<T, int> || std::is_same_v<T, double> ||
-    std::is_same_v<T, std::complex<double>> || std::is_same_v<T, std::string>;
+inline constexpr bool kIsPlain = std::is_same_v<T, unsigned int> VRL_FOR_VALUE_TYPES(VRL_OR_IS_);
+#undef VRL_OR_IS_
 
 template <class T>
 inline constexpr bool kIsPair = std::is_same_v<T, std::pair<std::string, std::string>>;
 
 /// Writes the members of an object behind its compound header, and the end of the compound. `members` may be null.
+/// False if the compound lies too deep for its stream, or if more than 1,000 objects are being written in each other.
 VRL_API bool writeMembers(SerialiserBase* s, SerRegister* members, std::string const& type);
 
 /// Reads a whole object of exactly this type and version.
@@ -30,7 +32,7 @@ VRL_API bool readObject(DeSerialiserBase* d, SerRegister* members, std::string c
 
 /// The wrapper of one value, in three shapes:
 ///
-/// plain   bool, unsigned int, int, double, std::complex<double> and std::string: one attribute
+/// plain   unsigned int and the types of parameter values: one attribute
 /// pair    two strings: two attributes, with no compound about them
 /// object  any class with the persistence operations: one compound with the object's type, version and members. The
 ///         operations are virtual, so a reference to a base streams the whole derived object
@@ -56,7 +58,10 @@ template <class T>
 bool Serialisable<T>::write(SerialiserBase* s) {
     if constexpr (detail::kIsPlain<T>) {
         s->beginAttribute();
-        s->write(value);
+        if constexpr (std::is_same_v<typename detail::StoredAs<T>::Item, T>)
+            s->write(value);
+        else
+            s->write(detail::StoredAs<T>::item(value));
         s->endAttribute(name);
         return true;
     } else if constexpr (detail::kIsPair<T>) {
@@ -75,7 +80,13 @@ template <class T>
 bool Serialisable<T>::read(DeSerialiserBase* d) {
     if constexpr (detail::kIsPlain<T>) {
         d->beginAttribute();
-        if (!d->read(value)) return false;
+        if constexpr (std::is_same_v<typename detail::StoredAs<T>::Item, T>) {
+            if (!d->read(value)) return false;
+        } else {
+            typename detail::StoredAs<T>::Item item{};
+            if (!d->read(item)) return false;
+            value = detail::StoredAs<T>::value(item);
+        }
         d->endAttribute();
         return true;
     } else if constexpr (detail::kIsPair<T>) {
@@ -92,12 +103,10 @@ bool Serialisable<T>::read(DeSerialiserBase* d) {
     }
 }
 
-extern template class VRL_INSTANCE Serialisable<bool>;
 extern template class VRL_INSTANCE Serialisable<unsigned int>;
-extern template class VRL_INSTANCE Serialisable<int>;
-extern template class VRL_INSTANCE Serialisable<double>;
-extern template class VRL_INSTANCE Serialisable<std::complex<double>>;
-extern template class VRL_INSTANCE Serialisable<std::string>;
+#define VRL_SERIALISABLE_(T, Word, Name) extern template class VRL_INSTANCE Serialisable<T>;
+VRL_FOR_VALUE_TYPES(VRL_SERIALISABLE_)
+#undef VRL_SERIALISABLE_
 extern template class VRL_INSTANCE Serialisable<std::pair<std::string, std::string>>;
 
 }  // namespace Vorlane_v1_0

@@ -11,12 +11,17 @@ namespace vrltool {
 
 namespace {
 
+#define VRL_OR_IS_(Type) || std::is_same_v<T, Type>
+template <class T>
+constexpr bool kCanHaveRange = false VRL_FOR_RANGED_TYPES(VRL_OR_IS_);
+#undef VRL_OR_IS_
+
 template <class T>
 bool takeValue(vrl::Attribute const& attribute, Parameter& parameter) {
     auto const* const plain = dynamic_cast<vrl::Value<T> const*>(&attribute);
     if (!plain) return false;
     parameter.value = plain->getValue();
-    if constexpr (std::is_same_v<T, int> || std::is_same_v<T, double> || std::is_same_v<T, std::complex<double>>) {
+    if constexpr (kCanHaveRange<T>) {
         if (auto const* const ranged = dynamic_cast<ValueRange<T, vrl::Value<T>> const*>(&attribute)) {
             parameter.hasRange = true;
             parameter.min = ranged->getMinValue();
@@ -47,7 +52,7 @@ public:
     void endCompAttribute() override { --depth; }
     void writeNumberAttributes(unsigned int) override {}
     void writeSerialisationId(std::string id) override {
-        if (depth == 1) own = id == "Attributes::1";
+        if (depth == 1) own = id == vrl::Attributes::getSerId("attributes");
     }
     void write(std::string const& value) override {
         if (own && depth == 2) names.push_back(value);
@@ -64,6 +69,35 @@ private:
     bool own = false;
 };
 
+/// A type that is not named here has the text that the library gives it.
+struct Text {
+    std::string operator()(std::monostate) const { return {}; }
+    std::string operator()(bool v) const { return v ? "true" : "false"; }
+    std::string operator()(int v) const { return std::to_string(v); }
+    std::string operator()(double v) const { return numberText(v); }
+    std::string operator()(std::complex<double> const& v) const { return numberText(v); }
+    std::string operator()(std::string const& v) const { return v; }
+    template <class T>
+    std::string operator()(T const& v) const {
+        return vrl::Value<T>("", v).getStringValue();
+    }
+};
+
+struct AsJson {
+    Json operator()(std::monostate) const { return nullptr; }
+    Json operator()(bool v) const { return v; }
+    Json operator()(int v) const { return v; }
+    Json operator()(double v) const { return jsonNumber(v); }
+    Json operator()(std::complex<double> const& v) const {
+        return Json{{"re", jsonNumber(v.real())}, {"im", jsonNumber(v.imag())}};
+    }
+    Json operator()(std::string const& v) const { return v; }
+    template <class T>
+    Json operator()(T const& v) const {
+        return valueText(v);
+    }
+};
+
 }  // namespace
 
 Parameter parameterOf(vrl::Attribute& attribute) {
@@ -73,10 +107,9 @@ Parameter parameterOf(vrl::Attribute& attribute) {
     parameter.unit = asked([&] { return attribute.getUnits(); });
     parameter.description = asked([&] { return attribute.getDescr(); });
     parameter.type = attribute.getType();
-    bool const known = takeValue<bool>(attribute, parameter) || takeValue<int>(attribute, parameter) ||
-                       takeValue<double>(attribute, parameter) ||
-                       takeValue<std::complex<double>>(attribute, parameter) ||
-                       takeValue<std::string>(attribute, parameter);
+#define VRL_OR_TAKES_(T, Word, Name) || takeValue<T>(attribute, parameter)
+    bool const known = false VRL_FOR_VALUE_TYPES(VRL_OR_TAKES_);
+#undef VRL_OR_TAKES_
     parameter.text = known ? valueText(parameter.value) : attribute.getStringValue();
     if (auto const* const withExpression = dynamic_cast<vrl::AttributeWithExpr const*>(&attribute))
         parameter.expression = withExpression->getExpression();
@@ -102,31 +135,9 @@ std::vector<Parameter> parametersOf(vrl::Attributes& list) {
     return parameters;
 }
 
-std::string valueText(ParameterValue const& value) {
-    struct Text {
-        std::string operator()(std::monostate) const { return {}; }
-        std::string operator()(bool v) const { return v ? "true" : "false"; }
-        std::string operator()(int v) const { return std::to_string(v); }
-        std::string operator()(double v) const { return numberText(v); }
-        std::string operator()(std::complex<double> const& v) const { return numberText(v); }
-        std::string operator()(std::string const& v) const { return v; }
-    };
-    return std::visit(Text(), value);
-}
+std::string valueText(ParameterValue const& value) { return std::visit(Text(), value); }
 
-Json valueJson(ParameterValue const& value) {
-    struct AsJson {
-        Json operator()(std::monostate) const { return nullptr; }
-        Json operator()(bool v) const { return v; }
-        Json operator()(int v) const { return v; }
-        Json operator()(double v) const { return jsonNumber(v); }
-        Json operator()(std::complex<double> const& v) const {
-            return Json{{"re", jsonNumber(v.real())}, {"im", jsonNumber(v.imag())}};
-        }
-        Json operator()(std::string const& v) const { return v; }
-    };
-    return std::visit(AsJson(), value);
-}
+Json valueJson(ParameterValue const& value) { return std::visit(AsJson(), value); }
 
 std::string rangeText(Parameter const& parameter) {
     return parameter.hasRange ? valueText(parameter.min) + " to " + valueText(parameter.max) : std::string();

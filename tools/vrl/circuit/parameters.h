@@ -13,7 +13,9 @@
 namespace vrltool {
 
 /// The value of a parameter, exactly; nothing for a type whose value the library does not tell.
-using ParameterValue = std::variant<std::monostate, bool, int, double, std::complex<double>, std::string>;
+#define VRL_AND_(T, Word, Name) , T
+using ParameterValue = std::variant<std::monostate VRL_FOR_VALUE_TYPES(VRL_AND_)>;
+#undef VRL_AND_
 
 /// A parameter as people and programs are told of it.
 struct Parameter {

@@ -84,11 +84,11 @@ std::set<std::string> memberIds(std::istream& file) {
 
 /// An object for a type that no factory has and no class of the library is.
 bool standInByMembers(Design& design, StandInReader& reader, std::set<std::string> const& ids) {
-    if (ids.count("BB::1"))
+    if (ids.count(vrl::BB::getSerId("defaultCS")))
         hold(design, reader.standInForBlock(design.type));
-    else if (ids.count("Netlist::7"))
+    else if (ids.count(vrl::Netlist::getSerId("BBList")))
         hold(design, reader.standInForNetlist(design.type));
-    else if (ids.count("AttributeWithExpr::1"))
+    else if (ids.count(vrl::AttributeWithExpr::getSerId("expr")))
         hold(design, reader.standInForParameter(design.type));
     else
         return false;

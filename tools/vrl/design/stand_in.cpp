@@ -75,9 +75,9 @@ AttributeMaker const& makerFor(std::string const& type) {
 }
 
 // The ids under which the library saves what this reader has to know of.
-constexpr char kBlocks[] = "Netlist::7";
-constexpr char kParameters[] = "Attributes::1";
-constexpr char kPorts[] = "BB::3";
+std::string const kBlocks = vrl::Netlist::getSerId("BBList");
+std::string const kParameters = vrl::Attributes::getSerId("attributes");
+std::string const kPorts = vrl::BB::getSerId("ports");
 
 }  // namespace
 

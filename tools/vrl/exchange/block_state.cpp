@@ -165,11 +165,9 @@ vrl::Attribute* makeValue(std::string const& name, std::string const& descr, std
 }
 
 Maker makerOf(std::string const& type) {
-    static std::map<std::string, Maker> const makers{{"bool", makeValue<bool>},
-                                                     {"Int", makeValue<int>},
-                                                     {"Double", makeValue<double>},
-                                                     {"Complex", makeValue<std::complex<double>>},
-                                                     {"String", makeValue<std::string>}};
+#define VRL_MAKER_(T, Word, Name) {Word, makeValue<T>},
+    static std::map<std::string, Maker> const makers{VRL_FOR_VALUE_TYPES(VRL_MAKER_)};
+#undef VRL_MAKER_
     auto const found = makers.find(type);
     return found == makers.end() ? nullptr : found->second;
 }

@@ -84,6 +84,10 @@ struct AsTree {
         return tree;
     }
     Tree operator()(std::string const& v) const { return Tree::ofText(v); }
+    template <class T>
+    Tree operator()(T const& v) const {
+        return Tree::ofText(valueText(v));
+    }
 };
 
 /// The quotient, or the neighbour of it that the factor leads back to exactly.

@@ -43,8 +43,8 @@ VRL_DEFINE_PERSISTENCE(Reach, AttributeWithExpr)
 vrl::SerFormat<Reach> const& Reach::serFormat() {
     using Format = vrl::SerFormat<Reach>;
     static auto const format = kFault == Fault::kNotSaved
-                                   ? Format("Reach").type("brReach")
-                                   : Format("Reach").type("brReach").member("text", &Reach::text);
+                                   ? Format("Reach", 1).type("brReach")
+                                   : Format("Reach", 1).type("brReach").member(1, "text", &Reach::text);
     return format;
 }
 
