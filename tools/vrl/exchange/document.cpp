@@ -1,12 +1,9 @@
 #include "exchange/document.h"
 
-#include <algorithm>
 #include <charconv>
 #include <map>
 #include <utility>
 
-#include "exchange/extension.h"
-#include "exchange/reader.h"
 #include "text/failure.h"
 #include "text/near_names.h"
 #include "text/table.h"
@@ -16,323 +13,248 @@ namespace vrltool::exchange {
 namespace {
 
 constexpr std::size_t kMostElements = 1000000;
+char const* const kHint = "a netlist is a map with 'instances', 'nets' or 'connections', and 'ports'";
 
-Tree pairOf(Tree const& p1, Tree const& p2) {
-    Tree pair = Tree::map();
-    pair.add("p1", p1);
-    pair.add("p2", p2);
-    return pair;
-}
+// The members of a netlist, of an instance, and of "vrl" in both.
+std::vector<Shape> const kNetlist{{"name", "n#t"}, {"instances", "nm"},  {"nets", "nl"}, {"connections", "nm"},
+                                  {"ports", "nm"}, {"placements", "nm"}, {"vrl", "nm"}};
+std::vector<Shape> const kInstance{{"component", "t"}, {"settings", "nm"}, {"info", ""}, {"array", ""}, {"vrl", "m"}};
+std::vector<Shape> const kNetlistExtension{
+    {"kind", "t"}, {"nodes", "l", "l"}, {"boundary", "m", "l"}, {"parameters", "m", "m"}};
+std::vector<Shape> const kInstanceExtension{{"foundry", "t"}, {"nameless", "b"},        {"undeclaredPorts", "l", "t"},
+                                            {"origin", "m"},  {"array", "m"},           {"crossSection", "t"},
+                                            {"flow", "t"},    {"ports", "m", "m"},      {"parameters", "m", "m"},
+                                            {"values", "m"},  {"expressions", "m", "t"}};
 
-/// Reads one document; what has not the shape is told and left out.
-class DocumentReader {
-public:
-    DocumentReader(Document& target, Findings& found) : document(target), findings(found) {}
-
-    void read(Tree const& tree) {
-        for (Tree::Member const& member : tree.members) readMember(member);
-        takePlacements();
-    }
-
-private:
-    using Part = void (DocumentReader::*)(Tree const&);
-
-    void readMember(Tree::Member const& member) {
-        static std::map<std::string, Part> const parts{{"instances", &DocumentReader::readInstances},
-                                                       {"connections", &DocumentReader::readConnections},
-                                                       {"nets", &DocumentReader::readNets},
-                                                       {"ports", &DocumentReader::readPorts},
-                                                       {"placements", &DocumentReader::readPlacements},
-                                                       {"name", &DocumentReader::readName},
-                                                       {"vrl", &DocumentReader::readExtension}};
-        auto const part = parts.find(member.name);
-        if (part == parts.end())
-            document.others.members.push_back(member);
-        else if (!member.value.isNull())
-            (this->*part->second)(member.value);
-    }
-
-    void error(Mark const& mark, std::string const& text) { findings.error(document.path, mark, text); }
-
-    /// Whether a part is of the kind that it has to be.
-    bool check(Tree const& tree, bool good, std::string const& what, std::string const& wanted) {
-        if (!good) error(tree.mark, what + " is " + kindWord(tree) + ", where " + wanted + " belongs");
-        return good;
-    }
-
-    void readName(Tree const& tree) {
-        if (check(tree, tree.isText() || tree.isNumber(), "'name'", "a text")) document.name = tree.text;
-    }
-
-    void readExtension(Tree const& tree) {
-        if (check(tree, tree.isMap(), "'vrl'", "a map"))
-            document.extension = checkedExtension(tree, Extended::kNetlist, document.path, findings);
-    }
-
-    void readInstances(Tree const& tree) {
-        document.instances.reserve(tree.members.size());
-        for (Tree::Member const& member : tree.members) readInstance(member);
-    }
-
-    void readInstance(Tree::Member const& member) {
-        Instance instance;
-        if (readInstance(member, instance))
-            document.instances.push_back(std::move(instance));
-        else
-            document.oddInstances.members.push_back(member);
-    }
-
-    bool readInstance(Tree::Member const& member, Instance& instance) {
-        instance.name = member.name;
-        instance.mark = member.mark;
-        Tree const& tree = member.value;
-        bool good = true;
-        if (tree.isText()) {  // the short form
-            instance.component = tree.text;
-            instance.componentMark = tree.mark;
-        } else if (check(tree, tree.isMap(), "instance '" + member.name + "'", "a map with 'component'")) {
-            for (Tree::Member const& part : tree.members) good = readInstancePart(instance, part) && good;
-        } else {
-            return false;
-        }
-        if (good && instance.component.empty())
-            error(instance.mark, "instance '" + member.name + "' names no component");
-        return good && !instance.component.empty() && readSize(instance);
-    }
-
-    bool readInstancePart(Instance& instance, Tree::Member const& part) {
-        std::string const what = "'" + part.name + "' of instance '" + instance.name + "'";
-        Tree const& value = part.value;
-        if (part.name == "component") {
-            if (!check(value, value.isText(), what, "a text")) return false;
-            instance.component = value.text;
-            instance.componentMark = value.mark;
-        } else if (part.name == "settings") {
-            if (!value.isNull() && !check(value, value.isMap(), what, "a map")) return false;
-            instance.settings.members = value.members;
-        } else if (part.name == "info") {
-            instance.info = value;
-        } else if (part.name == "array") {
-            instance.array = value;
-        } else if (part.name == "vrl") {
-            if (!check(value, value.isMap(), what, "a map")) return false;
-            instance.extension = checkedExtension(value, Extended::kInstance, document.path, findings);
-        } else {
-            instance.others.members.push_back(part);
-        }
-        return true;
-    }
-
-    /// The size of an array, under one of the pairs of names that are in use.
-    bool readSize(Instance& instance) {
-        static std::pair<char const*, char const*> const pairs[] = {
-            {"columns", "rows"}, {"num_a", "num_b"}, {"na", "nb"}};
-        for (Tree const* const tree : {&instance.array, &instance.others})
-            for (auto const& pair : pairs)
-                if (tree->find(pair.first) || tree->find(pair.second))
-                    return readCount(instance, tree->find(pair.first), instance.size.columns) &&
-                           readCount(instance, tree->find(pair.second), instance.size.rows) && bounded(instance);
-        return instance.array.isNull() || check(instance.array, false, "'array' of instance '" + instance.name + "'",
-                                                "a map of 'columns' and 'rows'");
-    }
-
-    bool readCount(Instance const& instance, Tree const* tree, std::size_t& count) {
-        if (!tree || tree->isNull()) return true;
-        char const* const end = tree->text.data() + tree->text.size();
-        bool const good = tree->isNumber() && std::from_chars(tree->text.data(), end, count).ptr == end && count > 0;
-        if (!good) error(tree->mark, "array of instance '" + instance.name + "': a count is a whole number from 1");
-        return good;
-    }
-
-    bool bounded(Instance const& instance) {
-        ArraySize const& size = instance.size;
-        bool const good =
-            size.columns <= kMostElements && size.rows <= kMostElements && (elements += size.count()) <= kMostElements;
-        if (!good)
-            error(instance.mark, "the arrays up to '" + instance.name + "' have more than " +
-                                     std::to_string(kMostElements) + " elements");
-        return good;
-    }
-
-    bool readEnd(Tree const& tree, std::string const& what, Net& net) {
-        bool const good = tree.isText() && tree.text.find(',') != std::string::npos;
-        if (good)
-            net.ends.push_back({tree.text, tree.mark});
-        else
-            error(tree.mark, what + " is " + (tree.isText() ? "'" + tree.text + "'" : kindWord(tree)) +
-                                 ", where \"instance,port\" belongs");
-        return good;
-    }
-
-    void readConnections(Tree const& tree) {
-        if (!check(tree, tree.isMap(), "'connections'", "a map")) return;
-        document.asConnections = document.nets.empty();
-        for (Tree::Member const& member : tree.members) {
-            Net net;
-            Tree first = Tree::ofText(member.name);
-            first.mark = member.mark;
-            if (readEnd(first, "an end", net) && readEnd(member.value, "an end", net))
-                document.nets.push_back(std::move(net));
-            else
-                document.oddNets.items.push_back(pairOf(first, member.value));
-        }
-    }
-
-    void readNets(Tree const& tree) {
-        if (!check(tree, tree.isList(), "'nets'", "a list")) return;
-        if (!tree.items.empty()) document.asConnections = false;
-        for (Tree const& item : tree.items)
-            if (!readNet(item)) document.oddNets.items.push_back(item);
-    }
-
-    bool readNet(Tree const& tree) {
-        Net net;
-        bool good = true;
-        if (tree.isList()) {
-            for (Tree const& item : tree.items) good = readEnd(item, "an end of a net", net) && good;
-        } else if (check(tree, tree.isMap(), "a net", "a map of 'p1' and 'p2'")) {
-            for (Tree::Member const& member : tree.members) {
-                if (member.name == "p1" || member.name == "p2")
-                    good = readEnd(member.value, "'" + member.name + "'", net) && good;
-                else
-                    net.others.members.push_back(member);
-            }
-        } else {
-            return false;
-        }
-        if (good && net.ends.size() < 2)
-            error(tree.mark, "a net has " + counted(net.ends.size(), "end") + " and needs two");
-        if (!good || net.ends.size() < 2) return false;
-        document.nets.push_back(std::move(net));
-        return true;
-    }
-
-    void readPorts(Tree const& tree) {
-        if (!check(tree, tree.isMap(), "'ports'", "a map")) return;
-        for (Tree::Member const& member : tree.members) {
-            Net ends;
-            if (readEnd(member.value, "the end of outer port '" + member.name + "'", ends))
-                document.ports.push_back({member.name, member.mark, ends.ends.front()});
-        }
-    }
-
-    void readPlacements(Tree const& tree) {
-        if (check(tree, tree.isMap(), "'placements'", "a map")) document.strayPlacements = tree;
-    }
-
-    /// Gives each instance its placement; the rest stays behind.
-    void takePlacements() {
-        std::map<std::string, Instance*> named;
-        for (Instance& instance : document.instances) named[instance.name] = &instance;
-        Tree rest = Tree::map();
-        for (Tree::Member& member : document.strayPlacements.members) {
-            auto const found = named.find(member.name);
-            if (found == named.end() || member.value.isNull())
-                rest.members.push_back(std::move(member));
-            else
-                found->second->placement = std::move(member.value);
-        }
-        document.strayPlacements = std::move(rest);
-    }
-
+/// A document that is being read.
+struct Reading {
     Document& document;
     Findings& findings;
-    std::size_t elements = 0;
+    std::size_t elements = 0;  ///< of all arrays
+
+    bool error(Mark const& mark, std::string const& text) {
+        findings.add(Severity::kError, document.path, mark, text);
+        return false;
+    }
+    /// Whether a node is of one of the kinds; otherwise it is an error.
+    bool check(Node const& node, std::string const& what, std::string_view kinds) {
+        std::string const wrong = misfit(what, node, kinds);
+        return wrong.empty() || error(node.Mark(), wrong);
+    }
+    Node newMap() const { return newBeside(document.root, YAML::NodeType::Map); }
 };
 
-/// Whether a file holds netlists under names, and which.
-std::string innerNetlists(Tree const& tree) {
-    std::string names;
-    for (Tree::Member const& member : tree.members)
-        if (member.value.find("instances")) names += (names.empty() ? "'" : ", '") + printable(member.name) + "'";
-    return names;
-}
-
-void refuseOtherShapes(Tree const& tree, std::string const& path) {
-    std::string const cure = "a netlist is a map with 'instances', 'nets' or 'connections', and 'ports'";
-    if (!tree.isMap()) throw Failure(path, std::string("holds ") + kindWord(tree) + " and no netlist", cure);
-    Tree const* const instances = tree.find("instances");
-    std::string const inner = instances ? "" : innerNetlists(tree);
-    if (!inner.empty()) throw Failure(path, "holds netlists by name: " + inner, "give each of them a file of its own");
-    if (!instances) {
-        std::vector<std::string> names;
-        for (Tree::Member const& member : tree.members) names.push_back(member.name);
-        auto const near = nearNames("instances", names);
-        throw Failure(path, "has no 'instances'", near.empty() ? cure : "is '" + near.front() + "' meant for it?");
+/// The members of "vrl" that are known and well formed.
+Node readExtension(Reading& reading, Node const& extension, std::vector<Shape> const& shapes) {
+    Node good = reading.newMap();
+    for (auto const& entry : extension) {
+        std::string const name = entry.first.Scalar(), what = "'" + name + "' of 'vrl'";
+        Shape const* const shape = find(shapes, name);
+        if (!shape)
+            reading.findings.add(Severity::kWarning, reading.document.path, entry.first.Mark(),
+                                 "'vrl' has no member '" + name + "'; it is left out", nearName(shapes, name));
+        bool fits = shape && reading.check(entry.second, what, shape->kinds);
+        for (auto const& part : entry.second)
+            fits = fits && reading.check(entry.second.IsMap() ? part.second : part, "a part of " + what, shape->parts);
+        if (fits) good.force_insert(entry.first, entry.second);
     }
-    if (!instances->isMap() && !instances->isNull())
-        throw Failure(placeText(path, instances->mark),
-                      std::string("'instances' is ") + kindWord(*instances) + ", where a map of names belongs", cure);
+    return good;
 }
 
-void addUnlessEmpty(Tree& map, char const* name, Tree const& value) {
-    if (!value.isNull() && !(value.isMap() && value.members.empty())) map.add(name, value);
+bool readCount(Reading& reading, Instance const& instance, Node const& node, std::size_t& count) {
+    if (isNull(node)) return true;
+    std::string const& text = node.Scalar();
+    char const* const end = text.data() + text.size();
+    bool const number = kindOf(node) == Kind::kNumber;
+    return (number && std::from_chars(text.data(), end, count).ptr == end && count > 0) ||
+           reading.error(node.Mark(), "array of instance '" + instance.name + "': a count is a whole number from 1");
 }
 
-Tree treeOfNets(Document const& document) {
-    Tree nets = document.asConnections ? Tree::map() : Tree::list();
-    for (Net const& net : document.nets) {
-        if (document.asConnections) {
-            nets.add(net.ends[0].text, Tree::ofText(net.ends[1].text));
-            continue;
+/// The size of an array, under one of the pairs of names that are in use. It is bounded before any element is made.
+bool readSize(Reading& reading, Instance& instance) {
+    static std::pair<char const*, char const*> const pairs[] = {{"columns", "rows"}, {"num_a", "num_b"}, {"na", "nb"}};
+    for (Node const& source : {instance.array, instance.others})
+        for (auto const& pair : pairs) {
+            Node const columns = member(source, pair.first), rows = member(source, pair.second);
+            if (!columns.IsDefined() && !rows.IsDefined()) continue;
+            return readCount(reading, instance, columns, instance.columns) &&
+                   readCount(reading, instance, rows, instance.rows) &&
+                   ((instance.columns <= kMostElements && instance.rows <= kMostElements &&
+                     (reading.elements += instance.columns * instance.rows) <= kMostElements) ||
+                    reading.error(instance.mark, "the arrays up to '" + instance.name + "' have more than " +
+                                                     std::to_string(kMostElements) + " elements"));
         }
-        nets.items.push_back(treeFrom(net));
+    std::string const what = "'array' of instance '" + instance.name + "'";
+    return isNull(instance.array) ||
+           reading.error(instance.array.Mark(), wrongKind(what, instance.array, "a map of 'columns' and 'rows'"));
+}
+
+bool readInstance(Reading& reading, Instance& instance) {
+    Node const& given = instance.given;
+    std::string const what = "instance '" + instance.name + "'";
+    bool good =
+        isText(given) || isMap(given) || reading.error(given.Mark(), wrongKind(what, given, "a map with 'component'"));
+    if (!good) return false;
+    for (auto const& part : given) {
+        Shape const* const shape = find(kInstance, part.first.Scalar());
+        if (!shape) instance.others.force_insert(part.first, part.second);
+        if (shape) good = reading.check(part.second, "'" + part.first.Scalar() + "' of " + what, shape->kinds) && good;
     }
-    nets.items.insert(nets.items.end(), document.oddNets.items.begin(), document.oddNets.items.end());
-    return nets;
+    instance.component.reset(isText(given) ? given : member(given, "component"));  // the short form is the component
+    instance.settings.reset(isMap(member(given, "settings")) ? member(given, "settings") : reading.newMap());
+    instance.info.reset(member(given, "info"));
+    instance.array.reset(member(given, "array"));
+    instance.extension.reset(readExtension(reading, member(given, "vrl"), kInstanceExtension));
+    good = good && (!instance.component.Scalar().empty() || reading.error(instance.mark, what + " names no component"));
+    return good && readSize(reading, instance);
+}
+
+void readInstances(Reading& reading, Node const& node) {
+    for (auto const& entry : node) {
+        Instance instance;
+        instance.name = entry.first.Scalar();
+        instance.mark = entry.first.Mark();
+        instance.given.reset(entry.second);
+        instance.others.reset(reading.newMap());
+        if (readInstance(reading, instance))
+            reading.document.instances.push_back(instance);
+        else
+            reading.document.oddInstances.force_insert(entry.first, entry.second);
+    }
+}
+
+bool checkPort(Reading& reading, Node const& node, std::string const& what) {
+    std::string const is = isText(node) ? "'" + node.Scalar() + "'" : kindWord(kindOf(node));
+    return (isText(node) && node.Scalar().find(',') != std::string::npos) ||
+           reading.error(node.Mark(), what + " is " + is + ", where \"instance,port\" belongs");
+}
+
+void addNet(Reading& reading, bool good, Net const& net) {
+    if (good)
+        reading.document.nets.push_back(net);
+    else
+        reading.document.oddNets.push_back(net.given);
+}
+
+void readConnections(Reading& reading, Node const& node) {
+    reading.document.asConnections = reading.document.nets.empty();
+    for (auto const& entry : node) {
+        Net net{reading.newMap(), {entry.first, entry.second}, reading.newMap()};
+        net.given.force_insert("p1", entry.first);
+        net.given.force_insert("p2", entry.second);
+        addNet(reading, checkPort(reading, entry.first, "an end") && checkPort(reading, entry.second, "an end"), net);
+    }
+}
+
+bool readNet(Reading& reading, Net& net) {
+    bool good = true;
+    auto const read = [&](Node const& port, std::string const& what) {
+        good = checkPort(reading, port, what) && good;
+        net.ports.push_back(port);
+    };
+    if (!net.given.IsSequence() && !isMap(net.given))
+        return reading.error(net.given.Mark(), wrongKind("a net", net.given, "a map of 'p1' and 'p2'"));
+    for (auto const& part : net.given) {
+        std::string const name = isMap(net.given) ? part.first.Scalar() : "";
+        if (net.given.IsSequence())
+            read(part, "an end of a net");
+        else if (name == "p1" || name == "p2")
+            read(part.second, "'" + name + "'");
+        else
+            net.others.force_insert(part.first, part.second);
+    }
+    return good &&
+           (net.ports.size() >= 2 ||
+            reading.error(net.given.Mark(), "a net has " + counted(net.ports.size(), "end") + " and needs two"));
+}
+
+void readNets(Reading& reading, Node const& node) {
+    if (node.size() > 0) reading.document.asConnections = false;
+    for (Node const& item : node) {
+        Net net{item, {}, reading.newMap()};
+        bool const good = readNet(reading, net);
+        addNet(reading, good, net);
+    }
+}
+
+void readPorts(Reading& reading, Node const& node) {
+    for (auto const& entry : node)
+        if (checkPort(reading, entry.second, "the end of outer port '" + entry.first.Scalar() + "'"))
+            reading.document.ports.force_insert(entry.first, entry.second);
+}
+
+/// Gives each instance its placement.
+void readPlacements(Reading& reading, Node const& node) {
+    std::map<std::string, Instance*> named;
+    for (Instance& instance : reading.document.instances) named[instance.name] = &instance;
+    for (auto const& entry : node) {
+        auto const found = named.find(entry.first.Scalar());
+        if (found == named.end() || isNull(entry.second))
+            reading.document.placements.force_insert(entry.first, entry.second);
+        else
+            found->second->placement.reset(entry.second);
+    }
+}
+
+void readParts(Reading& reading) {
+    Document& document = reading.document;
+    Node good = reading.newMap();
+    for (auto const& entry : document.root) {
+        std::string const name = entry.first.Scalar();
+        Shape const* const shape = find(kNetlist, name);
+        if (!shape) document.others.force_insert(entry.first, entry.second);
+        if (!shape || !reading.check(entry.second, "'" + name + "'", shape->kinds)) continue;
+        good.force_insert(entry.first, entry.second);
+        if (name == "connections" && !isNull(entry.second)) readConnections(reading, entry.second);
+        if (name == "nets") readNets(reading, entry.second);
+    }
+    document.name = member(good, "name").Scalar();
+    readInstances(reading, member(good, "instances"));
+    readPorts(reading, member(good, "ports"));
+    readPlacements(reading, member(good, "placements"));
+    document.extension.reset(readExtension(reading, member(good, "vrl"), kNetlistExtension));
+}
+
+/// Fails for a file that holds no netlist, or several under names.
+void refuseOtherShapes(Node const& root, std::string const& path) {
+    if (!isMap(root)) throw Failure(path, std::string("holds ") + kindWord(kindOf(root)) + " and no netlist", kHint);
+    Node const instances = member(root, "instances");
+    if (isMap(instances) || (instances.IsDefined() && isNull(instances))) return;
+    if (instances.IsDefined())
+        throw Failure(placeText(path, instances.Mark()), wrongKind("'instances'", instances, "a map of names"), kHint);
+    std::string inner;
+    std::vector<std::string> names;
+    for (auto const& entry : root) {
+        names.push_back(entry.first.Scalar());
+        if (member(entry.second, "instances").IsDefined())
+            inner += (inner.empty() ? "'" : ", '") + printable(names.back()) + "'";
+    }
+    if (!inner.empty()) throw Failure(path, "holds netlists by name: " + inner, "give each of them a file of its own");
+    auto const near = nearNames("instances", names);
+    throw Failure(path, "has no 'instances'", near.empty() ? kHint : "is '" + near.front() + "' meant for it?");
 }
 
 }  // namespace
 
-Document documentFrom(Tree const& tree, std::string const& path, Findings& findings) {
-    refuseOtherShapes(tree, path);
+std::vector<std::string> Instance::elementNames() const {
+    if (columns * rows == 1) return {name};
+    std::vector<std::string> names;
+    for (std::size_t i = 0; i < columns * rows; ++i)
+        names.push_back(name + "<" + std::to_string(i / rows) + "." + std::to_string(i % rows) + ">");
+    return names;
+}
+
+Document readDocument(std::string const& path, Findings& findings) {
     Document document;
     document.path = path;
-    DocumentReader(document, findings).read(tree);
+    document.root.reset(readFile(path));
+    refuseOtherShapes(document.root, path);
+    Reading reading{document, findings};
+    for (Node* const map : {&document.ports, &document.others, &document.placements, &document.oddInstances})
+        map->reset(reading.newMap());
+    document.oddNets.reset(newBeside(document.root, YAML::NodeType::Sequence));
+    readParts(reading);
     return document;
-}
-
-Tree treeFrom(Instance const& instance) {
-    Tree tree = Tree::map();
-    tree.add("component", Tree::ofText(instance.component));
-    if (!instance.info.isNull()) tree.add("info", instance.info);
-    tree.add("settings", instance.settings);
-    if (!instance.array.isNull()) tree.add("array", instance.array);
-    for (Tree::Member const& other : instance.others.members) tree.members.push_back(other);
-    addUnlessEmpty(tree, "vrl", instance.extension);
-    return tree;
-}
-
-Tree treeFrom(Net const& net) {
-    Tree pair = pairOf(Tree::ofText(net.ends[0].text), Tree::ofText(net.ends[1].text));
-    for (Tree::Member const& other : net.others.members) pair.members.push_back(other);
-    return pair;
-}
-
-Tree treeFrom(Document const& document) {
-    Tree tree = Tree::map();
-    if (!document.name.empty()) tree.add("name", Tree::ofText(document.name));
-    Tree instances = Tree::map();
-    Tree placements = document.strayPlacements;
-    for (Instance const& instance : document.instances) {
-        instances.add(instance.name, treeFrom(instance));
-        if (!instance.placement.isNull()) placements.add(instance.name, instance.placement);
-    }
-    for (Tree::Member const& odd : document.oddInstances.members) instances.members.push_back(odd);
-    tree.add("instances", std::move(instances));
-    tree.add(document.asConnections ? "connections" : "nets", treeOfNets(document));
-    addUnlessEmpty(tree, "placements", placements);
-    Tree ports = Tree::map();
-    for (OuterPort const& port : document.ports) ports.add(port.name, Tree::ofText(port.end.text));
-    tree.add("ports", std::move(ports));
-    for (Tree::Member const& other : document.others.members) tree.members.push_back(other);
-    addUnlessEmpty(tree, "vrl", document.extension);
-    return tree;
-}
-
-std::string arrayName(Instance const& instance, std::size_t column, std::size_t row) {
-    if (instance.size.count() == 1) return instance.name;
-    return instance.name + "<" + std::to_string(column) + "." + std::to_string(row) + ">";
 }
 
 }  // namespace vrltool::exchange

@@ -1,4 +1,4 @@
-#include "exchange/map_template.h"
+#include "exchange/name_map.h"
 
 #include <algorithm>
 #include <map>
@@ -6,8 +6,6 @@
 #include <utility>
 #include <vector>
 
-#include "exchange/tree_writer.h"
-#include "exchange/workshop.h"
 #include "text/near_names.h"
 #include "text/table.h"
 
@@ -19,7 +17,7 @@ namespace {
 struct Used {
     std::size_t instances = 0;
     std::set<std::string> ports;
-    std::map<std::string, Tree> settings;  ///< with the first value that is not null
+    std::map<std::string, Node> settings;  ///< with the first value that is not null
 };
 
 using Components = std::map<std::string, Used>;
@@ -36,17 +34,17 @@ Components usedComponents(Document const& document) {
     Components components;
     std::map<std::string, std::string> componentOf;
     for (Instance const& instance : document.instances) {
-        componentOf[instance.name] = instance.component;
-        Used& used = components[instance.component];
+        componentOf[instance.name] = instance.component.Scalar();
+        Used& used = components[instance.component.Scalar()];
         ++used.instances;
-        for (Tree::Member const& setting : instance.settings.members) {
-            auto const entry = used.settings.emplace(setting.name, setting.value);
-            if (entry.first->second.isNull()) entry.first->second = setting.value;
+        for (auto const& setting : instance.settings) {
+            Node& value = used.settings.emplace(setting.first.Scalar(), setting.second).first->second;
+            if (isNull(value)) value.reset(setting.second);
         }
     }
     for (Net const& net : document.nets)
-        for (EndName const& end : net.ends) addEnd(components, componentOf, end.text);
-    for (OuterPort const& port : document.ports) addEnd(components, componentOf, port.end.text);
+        for (Node const& port : net.ports) addEnd(components, componentOf, port.Scalar());
+    for (auto const& outer : document.ports) addEnd(components, componentOf, outer.second.Scalar());
     return components;
 }
 
@@ -85,13 +83,13 @@ std::vector<std::string> proposals(std::string const& name, std::vector<std::str
     return names;
 }
 
-std::string scalarText(Tree const& tree) {
-    std::string text = treeText(tree, TextFormat::kYaml);
-    while (!text.empty() && text.back() == '\n') text.pop_back();
+std::string scalarText(Node const& node) {
+    std::string text = written(node, Format::kYaml);
+    text.pop_back();
     return text;
 }
 
-std::string nameText(std::string const& name) { return scalarText(Tree::ofText(name)); }
+std::string nameText(std::string const& name) { return scalarText(textNode(name)); }
 
 /// A list of names for a comment.
 std::string listed(std::vector<std::string> const& names) {
@@ -106,7 +104,7 @@ public:
     explicit TemplateText(Document const& source) : document(source) {}
 
     std::string write() {
-        std::vector<std::string> const foundries = foundryKeys();
+        std::vector<std::string> const foundries = factoryKeys<vrl::Foundry>();
         out = "# From the names of " + printable(document.path) +
               " to ours. What is null has still to be filled in,\n" +
               "# or may stay so: a setting that is null is kept as a note.\n" +
@@ -121,8 +119,8 @@ public:
 
 private:
     void writeComponent(std::string const& name, Used const& used) {
-        auto const keys = proposals(name, blockKeys());
-        FreshBlock const* const fresh = keys.empty() ? nullptr : workshop.fresh("", keys.front());
+        auto const keys = proposals(name, factoryKeys<vrl::BB>());
+        FreshBlock const* const fresh = keys.empty() ? nullptr : kinds.fresh("", keys.front());
         out += "  " + nameText(name) + ":  # " + counted(used.instances, "instance") +
                "\n    key: " + (fresh ? nameText(keys.front()) : "null");
         if (keys.size() > 1) out += "  # or " + listed({keys.begin() + 1, keys.end()});
@@ -135,12 +133,12 @@ private:
     /// Without a near name, the keys of blocks with as many ports are what to choose from.
     std::string keysByPorts(std::size_t count) {
         std::vector<std::string> fitting;
-        for (std::string const& key : blockKeys()) {
-            FreshBlock const* const fresh = workshop.fresh("", key);
+        for (std::string const& key : factoryKeys<vrl::BB>()) {
+            FreshBlock const* const fresh = kinds.fresh("", key);
             if (fresh && static_cast<std::size_t>(fresh->block->endPort() - fresh->block->beginPort()) == count)
                 fitting.push_back(key);
         }
-        if (fitting.empty()) return "  # one of " + listed(blockKeys());
+        if (fitting.empty()) return "  # one of " + listed(factoryKeys<vrl::BB>());
         return "  # of " + counted(count, "port") + ": " + listed(fitting);
     }
 
@@ -148,10 +146,7 @@ private:
     void writePorts(Used const& used, FreshBlock const* fresh) {
         if (used.ports.empty()) return;
         out += "    ports:";
-        std::vector<std::string> ours;
-        if (fresh)
-            for (auto port = fresh->block->beginPort(); port != fresh->block->endPort(); ++port)
-                ours.push_back(port->getName().getName());
+        auto const ours = fresh ? portNames(*fresh->block) : std::vector<std::string>();
         bool const same = std::all_of(used.ports.begin(), used.ports.end(), [&](std::string const& port) {
             return std::find(ours.begin(), ours.end(), port) != ours.end();
         });
@@ -173,16 +168,16 @@ private:
         for (auto const& setting : used.settings) {
             bool const same = std::find(ours.begin(), ours.end(), setting.first) != ours.end();
             auto const near = same ? std::vector<std::string>() : proposals(setting.first, ours);
-            Tree const& value = setting.second;
-            bool const leaf = !value.isList() && !value.isMap();
+            Node const& value = setting.second;
+            bool const leaf = !value.IsSequence() && !value.IsMap();
             out += "      " + nameText(setting.first) + ": " + (same ? nameText(setting.first) : "null") +
-                   "  # such as " + (leaf ? printable(scalarText(value)) : kindWord(value)) +
+                   "  # such as " + (leaf ? printable(scalarText(value)) : kindWord(kindOf(value))) +
                    (near.empty() ? "" : "; perhaps " + listed(near)) + '\n';
         }
     }
 
     Document const& document;
-    Workshop workshop;
+    Kinds kinds;
     std::string out;
 };
 

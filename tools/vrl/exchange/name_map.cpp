@@ -3,196 +3,176 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
-#include <functional>
 #include <set>
-#include <utility>
 
-#include "exchange/reader.h"
 #include "text/failure.h"
-#include "text/near_names.h"
 #include "text/table.h"
 
 namespace vrltool::exchange {
 
 namespace {
 
-template <class Rule>
-Rule const* findRule(std::vector<Rule> const& rules, std::string Rule::*member, std::string const& name) {
-    auto const found = std::find_if(rules.begin(), rules.end(), [&](Rule const& r) { return r.*member == name; });
-    return found == rules.end() || name.empty() ? nullptr : &*found;
+/// A map file that is being checked; each failure names a place in it.
+struct MapFile {
+    std::string const& path;
+
+    [[noreturn]] void fail(Mark const& mark, std::string const& what, std::string const& hint = "") const {
+        throw Failure(placeText(path, mark), what, hint);
+    }
+
+    void check(Node const& node, std::string const& what, std::string_view kinds) const {
+        std::string const wrong = misfit(what, node, kinds);
+        if (!wrong.empty()) fail(node.Mark(), wrong);
+        if (isText(node) && node.Scalar().empty()) fail(node.Mark(), wrongKind(what, node, "a text"));
+    }
+
+    /// Checks a map of known members.
+    void check(Node const& node, std::string const& what, std::string const& of,
+               std::vector<Shape> const& shapes) const {
+        check(node, what, "m");
+        for (auto const& entry : node) {
+            std::string const name = entry.first.Scalar();
+            Shape const* const shape = find(shapes, name);
+            if (!shape)
+                fail(entry.first.Mark(), what + " has no member '" + printable(name) + "'", nearName(shapes, name));
+            check(entry.second, "'" + name + "'" + of, shape->kinds);
+        }
+    }
+};
+
+double factorOf(Node const& entry) {
+    Node const factor = member(entry, "factor");
+    if (!factor.IsDefined()) return 1;
+    double number = 0;
+    std::string const text = factor.Scalar();
+    std::from_chars(text.data(), text.data() + text.size(), number);
+    return number;
 }
 
-class MapReader {
-public:
-    explicit MapReader(std::string const& path) { map.path = path; }
+void checkParameter(MapFile const& file, Node const& entry, std::string const& what) {
+    if (!isMap(entry)) return file.check(entry, what, "ntm");
+    file.check(entry, what, " of " + what, {{"to", "t"}, {"factor", "#"}});
+    double const factor = factorOf(entry);
+    if (factor == 0 || !std::isfinite(factor))
+        file.fail(member(entry, "factor").Mark(), "'factor' of " + what + " is 0 or no number");
+    if (ourName(entry).empty())
+        file.fail(entry.Mark(), what + " has no 'to'", "name the parameter of ours that it sets");
+}
 
-    NameMap read() {
-        Tree const tree = readTree(map.path);
-        each(tree, "the map",
-             {{"foundry",
-               [&](Tree const& value) {
-                   map.foundry = value.isNull() ? "" : text(value, "'foundry'");
-                   map.foundryMark = value.mark;
-               }},
-              {"sameNames", [&](Tree const& value) { map.sameNames = truth(value, "'sameNames'"); }},
-              {"components", [&](Tree const& value) { components = &value; }}});
-        if (!components) fail(tree.mark, "has no 'components'", "each component of the netlist has an entry there");
-        check(*components, components->isMap(), "'components'", "a map");
-        for (Tree::Member const& member : components->members) readComponent(member);
-        std::sort(map.components.begin(), map.components.end(),
-                  [](auto const& a, auto const& b) { return a.component < b.component; });
-        return std::move(map);
+/// Checks the rules of one component. Two names of theirs for one of ours would have no way back.
+void checkRules(MapFile const& file, ComponentRule const& rule, std::string const& of) {
+    std::set<std::string> ports, parameters;
+    auto const refuseTwice = [&](std::set<std::string>& taken, Node const& entry, char const* things) {
+        std::string const ours = ourName(entry);
+        if (!ours.empty() && !taken.insert(ours).second)
+            file.fail(entry.Mark(), std::string("two ") + things + of + " lead to '" + printable(ours) + "'");
+    };
+    for (auto const& entry : rule.ports) {
+        file.check(entry.second, "port '" + printable(entry.first.Scalar()) + "'" + of, "t");
+        refuseTwice(ports, entry.second, "ports");
     }
-
-private:
-    using Take = std::function<void(Tree const&)>;
-
-    [[noreturn]] void fail(Mark const& mark, std::string const& what, std::string const& cure = "") const {
-        throw Failure(placeText(map.path, mark), what, cure);
+    for (auto const& entry : rule.parameters) {
+        checkParameter(file, entry.second, "parameter '" + printable(entry.first.Scalar()) + "'" + of);
+        refuseTwice(parameters, entry.second, "settings");
     }
+}
 
-    void check(Tree const& tree, bool good, std::string const& what, std::string const& wanted) const {
-        if (!good) fail(tree.mark, what + " is " + kindWord(tree) + ", where " + wanted + " belongs");
+void readComponent(MapFile const& file, Node const& node, ComponentRule& rule) {
+    static std::vector<Shape> const shapes{
+        {"key", "nt"}, {"sameNames", "b"}, {"ports", "nm"}, {"parameters", "nm"}, {"defaults", "nm"}};
+    if (isNull(node)) return;  // known, and without a key
+    std::string const name = "'" + printable(rule.component) + "'";
+    if (!isText(node)) file.check(node, "component " + name, " of " + name, shapes);
+    Node const key = isText(node) ? node : member(node, "key");  // the short form is the key alone
+    if (key.IsDefined()) {
+        rule.key = key.Scalar();
+        rule.keyMark = key.Mark();
     }
+    Node const same = member(node, "sameNames");
+    if (same.IsDefined()) rule.sameNames = same.Scalar() == "true";
+    rule.ports.reset(member(node, "ports"));
+    rule.parameters.reset(member(node, "parameters"));
+    rule.defaults.reset(member(node, "defaults"));
+    checkRules(file, rule, " of " + name);
+}
 
-    std::string text(Tree const& tree, std::string const& what) const {
-        check(tree, tree.isText() && !tree.text.empty(), what, "a text");
-        return tree.text;
+/// Whether a rule leads to that name of ours.
+Node entryFor(Node const& rules, std::string const& ours, std::string& theirs) {
+    for (auto const& entry : rules) {
+        if (ourName(entry.second) != ours || ours.empty()) continue;
+        theirs = entry.first.Scalar();
+        return entry.second;
     }
+    return Node(YAML::NodeType::Undefined);
+}
 
-    bool truth(Tree const& tree, std::string const& what) const {
-        check(tree, tree.kind == Tree::Kind::kBool, what, "true or false");
-        return tree.text == "true";
-    }
+template <class Exists>
+MappedName toOurs(Node const& rules, bool sameNames, std::string const& theirs, Exists const& exists) {
+    std::string other;
+    Node const rule = member(rules, theirs);
+    bool const same = !rule.IsDefined() && sameNames && !entryFor(rules, theirs, other).IsDefined();
+    std::string const ours = same ? theirs : ourName(rule);
+    return exists(ours) ? MappedName{ours, factorOf(rule)} : MappedName();
+}
 
-    /// Hands each member to the one that takes it.
-    void each(Tree const& tree, std::string const& what,
-              std::vector<std::pair<std::string, Take>> const& takers) const {
-        check(tree, tree.isMap(), what, "a map");
-        for (Tree::Member const& member : tree.members) {
-            auto const taker = std::find_if(takers.begin(), takers.end(),
-                                            [&](auto const& entry) { return entry.first == member.name; });
-            if (taker != takers.end()) {
-                taker->second(member.value);
-                continue;
-            }
-            std::vector<std::string> names;
-            for (auto const& entry : takers) names.push_back(entry.first);
-            fail(member.mark, what + " has no member '" + printable(member.name) + "'", didYouMean(member.name, names));
-        }
-    }
-
-    void readComponent(Tree::Member const& member) {
-        ComponentRule rule;
-        rule.component = member.name;
-        rule.mark = rule.keyMark = member.mark;
-        rule.sameNames = map.sameNames;
-        std::string const name = "'" + printable(member.name) + "'";
-        if (member.value.isText()) {  // the short form
-            rule.key = member.value.text;
-            rule.keyMark = member.value.mark;
-        } else if (!member.value.isNull()) {  // null: known, and without a key
-            readParts(member.value, rule, name);
-        }
-        refuseTwice(rule, name);
-        map.components.push_back(std::move(rule));
-    }
-
-    void readParts(Tree const& tree, ComponentRule& rule, std::string const& name) const {
-        each(tree, "component " + name,
-             {{"key",
-               [&](Tree const& value) {
-                   rule.key = value.isNull() ? "" : text(value, "'key' of " + name);
-                   rule.keyMark = value.mark;
-               }},
-              {"sameNames", [&](Tree const& value) { rule.sameNames = truth(value, "'sameNames' of " + name); }},
-              {"ports", [&](Tree const& value) { readPorts(value, rule, name); }},
-              {"parameters", [&](Tree const& value) { readParameters(value, rule, name); }},
-              {"defaults", [&](Tree const& value) {
-                   check(value, value.isMap() || value.isNull(), "'defaults' of " + name, "a map");
-                   rule.defaults.members = value.members;
-               }}});
-    }
-
-    void readPorts(Tree const& tree, ComponentRule& rule, std::string const& name) const {
-        check(tree, tree.isMap() || tree.isNull(), "'ports' of " + name, "a map");
-        for (Tree::Member const& member : tree.members)
-            rule.ports.push_back({member.name, text(member.value, "port '" + printable(member.name) + "' of " + name),
-                                  member.value.mark});
-    }
-
-    void readParameters(Tree const& tree, ComponentRule& rule, std::string const& name) const {
-        check(tree, tree.isMap() || tree.isNull(), "'parameters' of " + name, "a map");
-        for (Tree::Member const& member : tree.members) {
-            ParameterRule parameter;
-            parameter.theirs = member.name;
-            parameter.mark = member.value.mark;
-            readParameter(member.value, parameter, "parameter '" + printable(member.name) + "' of " + name);
-            rule.parameters.push_back(std::move(parameter));
-        }
-    }
-
-    void readParameter(Tree const& tree, ParameterRule& rule, std::string const& what) const {
-        if (tree.isNull()) return;  // known, and without a parameter
-        if (tree.isText()) {
-            rule.ours = text(tree, what);
-            return;
-        }
-        each(tree, what,
-             {{"to", [&](Tree const& value) { rule.ours = text(value, "'to' of " + what); }},
-              {"factor", [&](Tree const& value) { rule.factor = factor(value, "'factor' of " + what); }}});
-        if (rule.ours.empty()) fail(tree.mark, what + " has no 'to'", "name the parameter of ours that it sets");
-    }
-
-    double factor(Tree const& tree, std::string const& what) const {
-        check(tree, tree.isNumber(), what, "a number");
-        double number = 0;
-        std::from_chars(tree.text.data(), tree.text.data() + tree.text.size(), number);
-        if (number == 0 || !std::isfinite(number)) fail(tree.mark, what + " is 0 or no number");
-        return number;
-    }
-
-    /// Two names of theirs for one of ours would have no way back.
-    void refuseTwice(ComponentRule const& rule, std::string const& name) const {
-        std::set<std::string> taken;
-        for (PortRule const& port : rule.ports)
-            if (!taken.insert(port.ours).second)
-                fail(port.mark, "two ports of " + name + " lead to '" + printable(port.ours) + "'");
-        taken.clear();
-        for (ParameterRule const& parameter : rule.parameters)
-            if (!parameter.ours.empty() && !taken.insert(parameter.ours).second)
-                fail(parameter.mark, "two settings of " + name + " lead to '" + printable(parameter.ours) + "'");
-    }
-
-    NameMap map;
-    Tree const* components = nullptr;
-};
+MappedName toTheirs(Node const& rules, bool sameNames, std::string const& ours) {
+    MappedName result;
+    Node const rule = entryFor(rules, ours, result.name);
+    if (rule.IsDefined())
+        result.factor = factorOf(rule);
+    else if (sameNames && !member(rules, ours).IsDefined())
+        result.name = ours;
+    return result;
+}
 
 }  // namespace
 
-PortRule const* ComponentRule::portOfTheirs(std::string const& name) const {
-    return findRule(ports, &PortRule::theirs, name);
-}
-PortRule const* ComponentRule::portOfOurs(std::string const& name) const {
-    return findRule(ports, &PortRule::ours, name);
-}
-ParameterRule const* ComponentRule::parameterOfTheirs(std::string const& name) const {
-    return findRule(parameters, &ParameterRule::theirs, name);
-}
-ParameterRule const* ComponentRule::parameterOfOurs(std::string const& name) const {
-    return findRule(parameters, &ParameterRule::ours, name);
+std::string ourName(Node const& entry) { return isMap(entry) ? member(entry, "to").Scalar() : entry.Scalar(); }
+
+std::string ComponentRule::ourPort(vrl::BB& block, std::string const& theirs) const {
+    return toOurs(ports, sameNames, theirs, [&](std::string const& name) { return block.getPort(name) != nullptr; })
+        .name;
 }
 
+std::string ComponentRule::theirPort(std::string const& ours) const { return toTheirs(ports, sameNames, ours).name; }
+
+MappedName ComponentRule::ourParameter(vrl::BB& block, std::string const& theirs) const {
+    return toOurs(parameters, sameNames, theirs, [&](std::string const& name) { return block.find(name); });
+}
+
+MappedName ComponentRule::theirSetting(std::string const& ours) const { return toTheirs(parameters, sameNames, ours); }
+
 ComponentRule const* NameMap::find(std::string const& component) const {
-    auto const found = std::lower_bound(components.begin(), components.end(), component,
-                                        [](auto const& rule, auto const& name) { return rule.component < name; });
-    return found != components.end() && found->component == component ? &*found : nullptr;
+    auto const found = components.find(component);
+    return found == components.end() ? nullptr : &found->second;
 }
 
 ComponentRule const* NameMap::forKey(std::string const& key) const {
-    return findRule(components, &ComponentRule::key, key);
+    for (auto const& entry : components)
+        if (!key.empty() && entry.second.key == key) return &entry.second;
+    return nullptr;
 }
 
-NameMap readNameMap(std::string const& path) { return MapReader(path).read(); }
+NameMap readNameMap(std::string const& path) {
+    NameMap map;
+    map.path = path;
+    if (path.empty()) return map;
+    MapFile const file{path};
+    Node const root = readFile(path);
+    file.check(root, "the map", "", {{"foundry", "nt"}, {"sameNames", "b"}, {"components", "m"}});
+    Node const components = member(root, "components"), foundry = member(root, "foundry");
+    if (!components.IsDefined())
+        file.fail(root.Mark(), "has no 'components'", "each component of the netlist has an entry there");
+    map.foundry = foundry.Scalar();
+    map.foundryMark = foundry.Mark();
+    map.sameNames = member(root, "sameNames").Scalar() != "false";
+    for (auto const& entry : components) {
+        std::string const name = entry.first.Scalar();
+        ComponentRule rule{name, "", entry.first.Mark(), entry.first.Mark(), map.sameNames, {}, {}, {}};
+        readComponent(file, entry.second, rule);
+        map.components.emplace(name, rule);
+    }
+    return map;
+}
 
 }  // namespace vrltool::exchange

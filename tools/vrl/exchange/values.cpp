@@ -3,6 +3,7 @@
 #include <charconv>
 #include <cmath>
 #include <limits>
+#include <map>
 
 #include "text/number.h"
 
@@ -11,83 +12,56 @@ namespace vrltool::exchange {
 namespace {
 
 using Complex = std::complex<double>;
+using Value = std::optional<ParameterValue>;
 
-TakenValue refused(Tree const& tree, char const* wanted) {
-    TakenValue taken;
-    taken.why = std::string("is ") + kindWord(tree) + ", where " + wanted + " belongs";
-    return taken;
+/// The number of a node. JSON has texts for those that are not finite.
+std::optional<double> numberOf(Node const& node) {
+    bool const number = kindOf(node) == Kind::kNumber;
+    if (!number && !isText(node)) return {};
+    std::string const text = node.Scalar();
+    if (text == ".inf" || text == "inf") return INFINITY;
+    if (text == "-.inf" || text == "-inf") return -INFINITY;
+    if (text == ".nan" || text == "nan") return NAN;
+    if (!number) return {};
+    double result = 0;  // stays so for what is too small for a double
+    std::from_chars(text.data(), text.data() + text.size(), result);
+    return result;
 }
 
-template <class T>
-TakenValue accepted(T const& value) {
-    TakenValue taken;
-    taken.good = true;
-    taken.value = value;
-    return taken;
-}
-
-/// The number of a tree; false for what is none. JSON has texts for those that are not finite.
-bool numberOf(Tree const& tree, double& number) {
-    if (!tree.isNumber() && !tree.isText()) return false;
-    std::string const& text = tree.text;
-    bool const infinite = text == ".inf" || text == "-.inf" || text == "inf" || text == "-inf";
-    if (infinite) number = text[0] == '-' ? -INFINITY : INFINITY;
-    if (text == ".nan" || text == "nan") number = NAN;
-    if (infinite || text == ".nan" || text == "nan") return true;
-    if (!tree.isNumber()) return false;
-    number = 0;  // also for what is too small for a double
-    std::from_chars(text.data(), text.data() + text.size(), number);
-    return true;
-}
-
-TakenValue takeInteger(Tree const& tree, double factor) {
-    double number = 0;
-    if (!tree.isNumber() || !numberOf(tree, number)) return refused(tree, "a whole number");
-    number *= factor;
-    double const nearest = std::round(number);
-    TakenValue taken;
-    taken.why = "is " + numberText(number) + ", which is no whole number of 32 bits";
+Value wholeNumber(Node const& node, double factor, std::string& why) {
+    auto const given = kindOf(node) == Kind::kNumber ? numberOf(node) : std::nullopt;
+    if (!given) return {};
+    double const number = *given * factor, nearest = std::round(number);
+    why = "is " + numberText(number) + ", which is no whole number of 32 bits";
     bool const fits = nearest >= std::numeric_limits<int>::min() && nearest <= std::numeric_limits<int>::max();
-    if (!fits || std::abs(number - nearest) > 1e-9 * std::abs(nearest)) return taken;
-    return accepted(static_cast<int>(nearest));
+    if (!fits || std::abs(number - nearest) > 1e-9 * std::abs(nearest)) return {};
+    return static_cast<int>(nearest);
 }
 
-TakenValue takeComplex(Tree const& tree, double factor) {
-    Tree const* const re = tree.find("re");
-    Tree const* const im = tree.find("im");
-    double real = 0, imaginary = 0;
-    bool const parts = re && im && numberOf(*re, real) && numberOf(*im, imaginary);
-    if (!parts && !numberOf(tree, real)) return refused(tree, "a number, or a map of 're' and 'im',");
-    return accepted(factor == 1 ? Complex(real, imaginary) : Complex(real * factor, imaginary * factor));
+Value complexNumber(Node const& node, double factor) {
+    auto real = numberOf(member(node, "re")), imaginary = numberOf(member(node, "im"));
+    if (!real || !imaginary) {
+        real = numberOf(node);
+        imaginary = 0;
+    }
+    if (!real) return {};
+    return factor == 1 ? Complex(*real, *imaginary) : Complex(*real * factor, *imaginary * factor);
 }
 
 bool sameNumber(double a, double b) {
     return (std::isnan(a) && std::isnan(b)) || (a == b && std::signbit(a) == std::signbit(b));
 }
 
-Tree treeOfNumber(double number) {
-    if (std::isnan(number)) return Tree::ofNumber(".nan");
-    if (std::isinf(number)) return Tree::ofNumber(number > 0 ? ".inf" : "-.inf");
+Node nodeOfNumber(double number) {
+    if (std::isnan(number)) return plainNode(".nan");
+    if (std::isinf(number)) return plainNode(number > 0 ? ".inf" : "-.inf");
     std::string const text = numberText(number);
-    return Tree::ofNumber(text == "-0" ? "-0.0" : text);  // there is no whole number -0
+    return plainNode(text == "-0" ? "-0.0" : text);  // there is no whole number -0
 }
-
-struct AsTree {
-    Tree operator()(std::monostate) const { return {}; }
-    Tree operator()(bool v) const { return Tree::ofBool(v); }
-    Tree operator()(int v) const { return Tree::ofNumber(std::to_string(v)); }
-    Tree operator()(double v) const { return treeOfNumber(v); }
-    Tree operator()(Complex const& v) const {
-        Tree tree = Tree::map();
-        tree.add("re", treeOfNumber(v.real()));
-        tree.add("im", treeOfNumber(v.imag()));
-        return tree;
-    }
-    Tree operator()(std::string const& v) const { return Tree::ofText(v); }
-};
 
 /// The quotient, or the neighbour of it that the factor leads back to exactly.
 double quotient(double value, double factor) {
+    if (factor == 1) return value;
     double const middle = value / factor;
     for (double const bound : {-std::numeric_limits<double>::infinity(), std::numeric_limits<double>::infinity()}) {
         double candidate = middle;
@@ -97,26 +71,68 @@ double quotient(double value, double factor) {
     return middle;
 }
 
-}  // namespace
+struct AsNode {
+    double factor;
 
-TakenValue takeValue(Parameter const& parameter, Tree const& tree, double factor) {
-    switch (parameter.value.index()) {
-    case 1:
-        return tree.kind == Tree::Kind::kBool ? accepted(tree.text == "true") : refused(tree, "true or false");
-    case 2:
-        return takeInteger(tree, factor);
-    case 3: {
-        double number = 0;
-        return numberOf(tree, number) ? accepted(number * factor) : refused(tree, "a number");
+    Node operator()(std::monostate) const { return {}; }
+    Node operator()(bool v) const { return plainNode(v ? "true" : "false"); }
+    Node operator()(int v) const {
+        return factor == 1 ? plainNode(std::to_string(v)) : nodeOfNumber(quotient(v, factor));
     }
-    case 4:
-        return takeComplex(tree, factor);
-    default:
-        return tree.isText() ? accepted(tree.text) : refused(tree, "a text");
-    }
+    Node operator()(double v) const { return nodeOfNumber(quotient(v, factor)); }
+    Node operator()(Complex const& v) const { return newMap({{"re", (*this)(v.real())}, {"im", (*this)(v.imag())}}); }
+    Node operator()(std::string const& v) const { return textNode(v); }
+};
+
+using Create = vrl::Attribute* (*)(std::string const& name, std::string const& description, std::string const& unit);
+
+template <class T>
+vrl::Attribute* create(std::string const& name, std::string const& description, std::string const& unit) {
+    return new vrl::Value<T>(name, T(), description, unit);
 }
 
-void storeValue(vrl::Attribute& attribute, ParameterValue const& value) {
+Create creatorOf(std::string const& type) {
+    static std::map<std::string, Create> const creators{{"bool", create<bool>},
+                                                        {"Int", create<int>},
+                                                        {"Double", create<double>},
+                                                        {"Complex", create<Complex>},
+                                                        {"String", create<std::string>}};
+    auto const found = creators.find(type);
+    return found == creators.end() ? nullptr : found->second;
+}
+
+std::string memberText(Node const& map, char const* name) {
+    Node const found = member(map, name);
+    return isText(found) ? found.Scalar() : std::string();
+}
+
+}  // namespace
+
+Value valueFor(Parameter const& parameter, Node const& node, double factor, std::string* why) {
+    static char const* const wanted[] = {
+        "a text", "true or false", "a whole number", "a number", "a number, or a map of 're' and 'im',", "a text"};
+    std::size_t const type = parameter.value.index();
+    std::string reason = std::string("is ") + kindWord(kindOf(node)) + ", where " + wanted[type] + " belongs";
+    Value value;
+    if (type == 1) {
+        if (kindOf(node) == Kind::kBool) value = node.Scalar() == "true";
+    } else if (type == 2) {
+        value = wholeNumber(node, factor, reason);
+    } else if (type == 3) {
+        if (auto const number = numberOf(node)) value = *number * factor;
+    } else if (type == 4) {
+        value = complexNumber(node, factor);
+    } else if (isText(node)) {
+        value = node.Scalar();
+    }
+    if (why) *why = value ? "" : reason;
+    return value;
+}
+
+std::string storeValue(vrl::Attribute& attribute, Node const& node, double factor) {
+    std::string why;
+    Value const value = valueFor(parameterOf(attribute), node, factor, &why);
+    if (!value) return why;
     bool stored = false;
     auto const store = [&](auto const& typed) {
         using T = std::decay_t<decltype(typed)>;
@@ -127,24 +143,17 @@ void storeValue(vrl::Attribute& attribute, ParameterValue const& value) {
             }
         }
     };
-    std::visit(store, value);
-    if (!stored) attribute.setStringValue(valueText(value));
+    std::visit(store, *value);
+    if (!stored) attribute.setStringValue(valueText(*value));
+    return {};
 }
 
-ParameterValue toldValue(Parameter const& parameter) {
+Node nodeOfValue(Parameter const& parameter, double factor) {
+    return std::visit(AsNode{factor}, knownValue(parameter));
+}
+
+ParameterValue knownValue(Parameter const& parameter) {
     return std::holds_alternative<std::monostate>(parameter.value) ? ParameterValue(parameter.text) : parameter.value;
-}
-
-Tree treeOfValue(Parameter const& parameter) { return std::visit(AsTree(), toldValue(parameter)); }
-
-Tree treeOfValue(Parameter const& parameter, double factor) {
-    if (factor == 1) return treeOfValue(parameter);
-    if (auto const* const whole = std::get_if<int>(&parameter.value)) return treeOfNumber(quotient(*whole, factor));
-    if (auto const* const number = std::get_if<double>(&parameter.value))
-        return treeOfNumber(quotient(*number, factor));
-    if (auto const* const pair = std::get_if<Complex>(&parameter.value))
-        return AsTree()(Complex(quotient(pair->real(), factor), quotient(pair->imag(), factor)));
-    return treeOfValue(parameter);
 }
 
 bool sameValue(ParameterValue const& a, ParameterValue const& b) {
@@ -153,6 +162,45 @@ bool sameValue(ParameterValue const& a, ParameterValue const& b) {
     if (auto const* const x = std::get_if<Complex>(&a), * const y = std::get_if<Complex>(&b); x && y)
         return sameNumber(x->real(), y->real()) && sameNumber(x->imag(), y->imag());
     return a == b;
+}
+
+Node nodeOfParameter(Parameter const& parameter) {
+    auto const unlessNone = [](std::string const& text) { return text.empty() ? Node() : textNode(text); };
+    return newMap({{"type", textNode(parameter.type)},
+                   {"value", nodeOfValue(parameter)},
+                   {"unit", unlessNone(parameter.unit)},
+                   {"description", unlessNone(parameter.description)},
+                   {"expression", unlessNone(parameter.expression)}});
+}
+
+void applyParameters(vrl::Attributes& list, Node const& parameters, std::string const& path, Findings& findings) {
+    for (auto const& entry : parameters) {
+        std::string const name = entry.first.Scalar();
+        Node const node = entry.second, value = member(node, "value");
+        auto const error = [&](std::string const& text) {
+            findings.add(Severity::kError, path, entry.first.Mark(), text);
+        };
+        if (!list.find(name)) {
+            Create const created = creatorOf(memberText(node, "type"));
+            if (!created) {
+                error("parameter '" + name + "' is of no type that can be made here");
+                continue;
+            }
+            list.add(created(name, memberText(node, "description"), memberText(node, "unit")));
+        }
+        vrl::Attribute& attribute = *list.getAttribute(name);
+        std::string const why = value.IsDefined() ? storeValue(attribute, value) : "is missing";
+        if (!why.empty()) error("value of '" + name + "' " + why);
+        std::string const expression = memberText(node, "expression");
+        if (!expression.empty()) setExpression(attribute, expression);
+    }
+}
+
+bool canMake(std::string const& type) { return creatorOf(type) != nullptr; }
+
+void setExpression(vrl::Attribute& attribute, std::string const& expression) {
+    auto* const expressed = dynamic_cast<vrl::AttributeWithExpr*>(&attribute);
+    if (expressed) expressed->setExpression(expression);
 }
 
 }  // namespace vrltool::exchange

@@ -1,36 +1,42 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "circuit/parameters.h"
-#include "exchange/tree.h"
+#include "exchange/findings.h"
+#include "exchange/node.h"
 
 namespace vrltool::exchange {
 
-/// A value of a netlist taken for a parameter, or why it cannot be.
-struct TakenValue {
-    bool good = false;
-    ParameterValue value;
-    std::string why;  ///< "is a text, where a number belongs"
-};
+/// The value of a netlist for a parameter: numbers are multiplied by the factor, and an Int has to stay whole. Without
+/// a value, `why` gets the reason: "is a text, where a number belongs".
+std::optional<ParameterValue> valueFor(Parameter const& parameter, Node const& node, double factor = 1,
+                                       std::string* why = nullptr);
 
-/// Takes a value for a parameter: numbers are multiplied by the factor, and a whole one has to be left for an Int.
-TakenValue takeValue(Parameter const& parameter, Tree const& tree, double factor = 1);
+/// Stores a value of a netlist as the owner of the parameter would, through its gate. Returns why it cannot be; empty
+/// if it is stored. A value of a type of a plug-in is stored as a text.
+std::string storeValue(vrl::Attribute& attribute, Node const& node, double factor = 1);
 
-/// Stores a value of the parameter's type as its owner would, through its gate. A value in text form, of a type whose
-/// values the library does not tell, is stored as a text.
-void storeValue(vrl::Attribute& attribute, ParameterValue const& value);
+/// The value of a parameter: {"re", "im"} for a complex one. With a factor, the number whose product with it is the
+/// value, or comes nearest to it.
+Node nodeOfValue(Parameter const& parameter, double factor = 1);
 
-/// The value of a parameter as it stands in a netlist: {"re", "im"} for a complex one.
-Tree treeOfValue(Parameter const& parameter);
-
-/// The number of theirs whose product with the factor is the value, or comes nearest to it.
-Tree treeOfValue(Parameter const& parameter, double factor);
+/// The value of a parameter, its text form where the library does not tell it.
+ParameterValue knownValue(Parameter const& parameter);
 
 /// Whether two values are the same, to the last bit of their numbers; all that are no number are the same.
 bool sameValue(ParameterValue const& a, ParameterValue const& b);
 
-/// The value of a parameter, its text form where the library does not tell it.
-ParameterValue toldValue(Parameter const& parameter);
+/**@{*/
+/// A whole parameter: {"type", "value", "unit", "description", "expression"}; such a map of parameters into a list,
+/// which gets those that it has not; and whether a parameter of that type can be made.
+Node nodeOfParameter(Parameter const& parameter);
+void applyParameters(vrl::Attributes& list, Node const& parameters, std::string const& path, Findings& findings);
+bool canMake(std::string const& type);
+/**@}*/
+
+/// Sets the expression of a parameter that can have one.
+void setExpression(vrl::Attribute& attribute, std::string const& expression);
 
 }  // namespace vrltool::exchange

@@ -1,0 +1,105 @@
+#include "exchange/library.h"
+
+#include <algorithm>
+
+namespace vrltool::exchange {
+
+Parameter const* FreshBlock::find(std::string const& name) const {
+    auto const found = parameters.find(name);
+    return found == parameters.end() ? nullptr : &found->second;
+}
+
+Kinds::~Kinds() {
+    for (auto const& entry : freshBlocks)
+        if (entry.second.block) vrl::BB::destroy(entry.second.block);
+    for (auto const& entry : foundries)
+        if (entry.second) vrl::Foundry::destroy(entry.second);
+}
+
+vrl::Foundry* Kinds::foundry(std::string const& name) {
+    if (name.empty()) return nullptr;  // the library would make the default foundry
+    auto const known = foundries.find(name);
+    if (known != foundries.end()) return known->second;
+    return foundries[name] = vrl::Foundry::create(name);
+}
+
+vrl::BB* Kinds::create(std::string const& foundryName, std::string const& kind) {
+    return kind.empty() ? nullptr : vrl::BB::create(foundry(foundryName), kind);
+}
+
+FreshBlock const* Kinds::fresh(std::string const& foundryName, std::string const& kind) {
+    auto const made = freshBlocks.try_emplace({foundryName, kind});
+    FreshBlock& entry = made.first->second;
+    if (made.second && (entry.block = create(foundryName, kind)))
+        for (Parameter& parameter : parametersOf(*entry.block))
+            entry.parameters.emplace(parameter.name, std::move(parameter));
+    return entry.block ? &entry : nullptr;
+}
+
+std::vector<std::string> portNames(vrl::BB& block) {
+    std::vector<std::string> names;
+    for (auto port = block.beginPort(); port != block.endPort(); ++port) names.push_back(port->getName().getName());
+    return names;
+}
+
+void notes::set(vrl::Annotations& target, char const* key, Node const& value) {
+    if (!isNull(value)) target.setAnnotation(key, written(value, Format::kLine));
+}
+
+Node notes::get(vrl::Annotations const& source, char const* key) {
+    std::string const text = source.getAnnotation(key, false);
+    return text.empty() ? Node() : valueOfLine(text);
+}
+
+char const* sideWord(Side side) {
+    static char const* const words[] = {"inputs", "outputs", "dc"};
+    return words[static_cast<int>(side)];
+}
+
+Side sideOf(std::string const& port, vrl::EnumList::Domain domain) {
+    if (domain != vrl::EnumList::Optics) return Side::kDc;
+    return vrl::PortLabel(port).isOpticalOutput() ? Side::kOutput : Side::kInput;
+}
+
+std::vector<unsigned> sideNodes(vrl::Netlist& netlist, Side side) {
+    if (side == Side::kInput) return {netlist.beginInputNodes(), netlist.endInputNodes()};
+    if (side == Side::kOutput) return {netlist.beginOutputNodes(), netlist.endOutputNodes()};
+    return {netlist.beginDCNodes(), netlist.endDCNodes()};
+}
+
+void addToSide(vrl::Netlist& netlist, Side side, unsigned node) {
+    if (side == Side::kInput)
+        netlist.setInputNode(node);
+    else if (side == Side::kOutput)
+        netlist.setOutputNode(node);
+    else
+        netlist.setDCNode(node);
+}
+
+End const& portFor(Circuit const& circuit, unsigned node, Side side) {
+    auto const& ends = circuit.nodes.at(node);
+    auto const best = std::find_if(ends.begin(), ends.end(), [&](End const& end) {
+        Pin const& pin = circuit.elements[end.element].pins[end.pin];
+        return sideOf(pin.name, pin.domain) == side;
+    });
+    return best == ends.end() ? ends.front() : *best;
+}
+
+std::vector<DerivedPort> derivedPorts(vrl::Netlist& netlist, Circuit const& circuit, std::set<unsigned> withPort,
+                                      std::set<std::string> names) {
+    static char const* const heads[] = {"in", "out", "dc"};
+    std::vector<DerivedPort> ports;
+    for (Side const side : kSides) {
+        std::size_t number = 0;
+        for (unsigned const node : sideNodes(netlist, side)) {
+            if (circuit.nodes.count(node) == 0 || !withPort.insert(node).second) continue;
+            std::string name;
+            do name = heads[static_cast<int>(side)] + std::to_string(number++);
+            while (!names.insert(name).second);
+            ports.push_back({name, node, portFor(circuit, node, side)});
+        }
+    }
+    return ports;
+}
+
+}  // namespace vrltool::exchange

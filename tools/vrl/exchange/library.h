@@ -1,0 +1,119 @@
+#pragma once
+
+#include <array>
+#include <map>
+#include <set>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "circuit/circuit.h"
+#include "circuit/parameters.h"
+#include "exchange/node.h"
+#include "vrllib/vrllib.h"
+
+// What import and export ask of the library alike: blocks by their kinds, notes, and the lists of the boundary.
+
+namespace vrltool::exchange {
+
+/// A block of a kind as its plug-in makes it, with its parameters by name.
+struct FreshBlock {
+    vrl::BB* block = nullptr;  ///< owned by Kinds
+    std::map<std::string, Parameter> parameters;
+
+    /// The parameter of that name, or null.
+    Parameter const* find(std::string const& name) const;
+};
+
+/// The kinds of blocks that plug-ins bring. It makes each foundry once, and outlives the blocks.
+class Kinds {
+public:
+    Kinds() = default;
+    Kinds(Kinds const&) = delete;
+    Kinds& operator=(Kinds const&) = delete;
+    ~Kinds();
+
+    /// Whether a plug-in brings that foundry. The empty name is that of no foundry, which there always is.
+    bool hasFoundry(std::string const& name) { return name.empty() || foundry(name) != nullptr; }
+    /// A new block for the caller, or null for an unknown kind.
+    vrl::BB* create(std::string const& foundryName, std::string const& kind);
+    /// The block of a kind that nobody has changed, or null for an unknown kind.
+    FreshBlock const* fresh(std::string const& foundryName, std::string const& kind);
+
+private:
+    vrl::Foundry* foundry(std::string const& name);
+
+    std::map<std::string, vrl::Foundry*> foundries;
+    std::map<std::pair<std::string, std::string>, FreshBlock> freshBlocks;
+};
+
+/// The keys of all blocks or foundries.
+template <class T>
+std::vector<std::string> factoryKeys() {
+    std::vector<std::string> keys;
+    for (auto entry = FactoryLoader<T>::begin(); entry != FactoryLoader<T>::end(); ++entry)
+        if (!entry->first.empty()) keys.push_back(entry->first);
+    return keys;
+}
+
+/// The names of the ports of a block, in the order of declaration.
+std::vector<std::string> portNames(vrl::BB& block);
+
+/// What an import keeps beside the circuit: annotations of a block or of the netlist, each a line of JSON, which an
+/// export writes back.
+namespace notes {
+
+// Of a block. The array is {"of", "columns", "rows", "array"}.
+inline constexpr char const kComponent[] = "vrl::import/component";
+inline constexpr char const kSettings[] = "vrl::import/settings";
+inline constexpr char const kInfo[] = "vrl::import/info";
+inline constexpr char const kArray[] = "vrl::import/array";
+inline constexpr char const kPlacement[] = "vrl::import/placement";
+// Of both: further members, of the instance or of the whole.
+inline constexpr char const kMembers[] = "vrl::import/members";
+// Of the netlist: its name; outer ports [name, element, port], or [name, port] for those left out; further members of
+// nets [[element, port], [element, port], members]; true if nets came as connections; placements of no instance; and
+// what a partial import left out, in the shape of a netlist.
+inline constexpr char const kName[] = "vrl::import/name";
+inline constexpr char const kPorts[] = "vrl::import/ports";
+inline constexpr char const kNets[] = "vrl::import/nets";
+inline constexpr char const kConnections[] = "vrl::import/connections";
+inline constexpr char const kPlacements[] = "vrl::import/placements";
+inline constexpr char const kLeftOut[] = "vrl::import/leftOut";
+
+/// Sets a note unless the value is null.
+void set(vrl::Annotations& target, char const* key, Node const& value);
+/// The value of a note; null without it.
+Node get(vrl::Annotations const& source, char const* key);
+
+}  // namespace notes
+
+/// The boundary lists of a netlist.
+enum class Side { kInput, kOutput, kDc };
+
+inline constexpr std::array<Side, 3> kSides{Side::kInput, Side::kOutput, Side::kDc};
+
+/// The name of a list in the member "boundary" of "vrl".
+char const* sideWord(Side side);
+/// The list for an outer port: for an optical one by the direction of its port, inputs where the port has none; DC for
+/// all others.
+Side sideOf(std::string const& port, vrl::EnumList::Domain domain);
+std::vector<unsigned> sideNodes(vrl::Netlist& netlist, Side side);
+void addToSide(vrl::Netlist& netlist, Side side, unsigned node);
+
+/// The port of a node that shows best on which list it is.
+End const& portFor(Circuit const& circuit, unsigned node, Side side);
+
+/// An outer port that an export names after the list of the boundary that its node is on.
+struct DerivedPort {
+    std::string name;
+    unsigned node;
+    End port;
+};
+
+/// Outer ports for the nodes of the boundary except those that have one: "in0", "out0", "dc0" and so on, unless the
+/// name is already taken.
+std::vector<DerivedPort> derivedPorts(vrl::Netlist& netlist, Circuit const& circuit, std::set<unsigned> withPort,
+                                      std::set<std::string> names);
+
+}  // namespace vrltool::exchange
