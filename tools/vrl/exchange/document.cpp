@@ -1,7 +1,6 @@
 #include "exchange/document.h"
 
 #include <charconv>
-#include <map>
 #include <utility>
 
 #include "text/failure.h"
@@ -12,19 +11,20 @@ namespace vrltool::exchange {
 
 namespace {
 
+using Shapes = std::vector<Shape>;
+
 constexpr std::size_t kMostElements = 1000000;
 char const* const kHint = "a netlist is a map with 'instances', 'nets' or 'connections', and 'ports'";
 
 // The members of a netlist, of an instance, and of "vrl" in both.
-std::vector<Shape> const kNetlist{{"name", "n#t"}, {"instances", "nm"},  {"nets", "nl"}, {"connections", "nm"},
-                                  {"ports", "nm"}, {"placements", "nm"}, {"vrl", "nm"}};
-std::vector<Shape> const kInstance{{"component", "t"}, {"settings", "nm"}, {"info", ""}, {"array", ""}, {"vrl", "m"}};
-std::vector<Shape> const kNetlistExtension{
-    {"kind", "t"}, {"nodes", "l", "l"}, {"boundary", "m", "l"}, {"parameters", "m", "m"}};
-std::vector<Shape> const kInstanceExtension{{"foundry", "t"}, {"nameless", "b"},        {"undeclaredPorts", "l", "t"},
-                                            {"origin", "m"},  {"array", "m"},           {"crossSection", "t"},
-                                            {"flow", "t"},    {"ports", "m", "m"},      {"parameters", "m", "m"},
-                                            {"values", "m"},  {"expressions", "m", "t"}};
+Shapes const kNetlist{{"name", "n#t"}, {"instances", "nm"},  {"nets", "nl"}, {"connections", "nm"},
+                      {"ports", "nm"}, {"placements", "nm"}, {"vrl", "nm"}};
+Shapes const kInstance{{"component", "t"}, {"settings", "nm"}, {"info", ""}, {"array", ""}, {"vrl", "m"}};
+Shapes const kOfNetlist{{"kind", "t"}, {"nodes", "l", "l"}, {"boundary", "m", "l"}, {"parameters", "m", "m"}};
+Shapes const kOfInstance{{"foundry", "t"}, {"nameless", "b"},        {"undeclaredPorts", "l", "t"},
+                         {"origin", "m"},  {"array", "m"},           {"crossSection", "t"},
+                         {"flow", "t"},    {"ports", "m", "m"},      {"parameters", "m", "m"},
+                         {"values", "m"},  {"expressions", "m", "t"}};
 
 /// A document that is being read.
 struct Reading {
@@ -32,101 +32,107 @@ struct Reading {
     Findings& findings;
     std::size_t elements = 0;  ///< of all arrays
 
-    bool error(Mark const& mark, std::string const& text) {
-        findings.add(Severity::kError, document.path, mark, text);
+    bool error(Node const& node, std::string const& text) {
+        findings.add(Severity::kError, document.path, node.Mark(), text);
         return false;
     }
     /// Whether a node is of one of the kinds; otherwise it is an error.
     bool check(Node const& node, std::string const& what, std::string_view kinds) {
         std::string const wrong = misfit(what, node, kinds);
-        return wrong.empty() || error(node.Mark(), wrong);
+        return wrong.empty() || error(node, wrong);
     }
     Node newMap() const { return newBeside(document.root, YAML::NodeType::Map); }
+
+    /// The members of a map that have one of the shapes; `others` gets those of other names. `good` becomes false for
+    /// what has not its shape.
+    Node parts(Node const& map, Shapes const& shapes, std::string const& of, Node others, bool& good) {
+        Node result = newMap();
+        for (auto const& entry : map) {
+            std::string const what = "'" + entry.first.Scalar() + "'" + of;
+            Shape const* const shape = find(shapes, entry.first.Scalar());
+            bool fits = shape && check(entry.second, what, shape->kinds);
+            for (auto const& part : entry.second)
+                fits = fits && check(entry.second.IsMap() ? part.second : part, "a part of " + what, shape->parts);
+            if (fits || !shape) (shape ? result : others).force_insert(entry.first, entry.second);
+            good = good && (fits || !shape);
+        }
+        return result;
+    }
 };
 
 /// The members of "vrl" that are known and well formed.
-Node readExtension(Reading& reading, Node const& extension, std::vector<Shape> const& shapes) {
-    Node good = reading.newMap();
-    for (auto const& entry : extension) {
-        std::string const name = entry.first.Scalar(), what = "'" + name + "' of 'vrl'";
-        Shape const* const shape = find(shapes, name);
-        if (!shape)
-            reading.findings.add(Severity::kWarning, reading.document.path, entry.first.Mark(),
-                                 "'vrl' has no member '" + name + "'; it is left out", nearName(shapes, name));
-        bool fits = shape && reading.check(entry.second, what, shape->kinds);
-        for (auto const& part : entry.second)
-            fits = fits && reading.check(entry.second.IsMap() ? part.second : part, "a part of " + what, shape->parts);
-        if (fits) good.force_insert(entry.first, entry.second);
-    }
-    return good;
-}
-
-bool readCount(Reading& reading, Instance const& instance, Node const& node, std::size_t& count) {
-    if (isNull(node)) return true;
-    std::string const& text = node.Scalar();
-    char const* const end = text.data() + text.size();
-    bool const number = kindOf(node) == Kind::kNumber;
-    return (number && std::from_chars(text.data(), end, count).ptr == end && count > 0) ||
-           reading.error(node.Mark(), "array of instance '" + instance.name + "': a count is a whole number from 1");
+Node readExtension(Reading& reading, Node const& extension, Shapes const& shapes) {
+    bool good = true;
+    Node const unknown = reading.newMap(), known = reading.parts(extension, shapes, " of 'vrl'", unknown, good);
+    for (auto const& entry : unknown)
+        reading.findings.add(Severity::kWarning, reading.document.path, entry.first.Mark(),
+                             "'vrl' has no member '" + entry.first.Scalar() + "'; it is left out",
+                             nearName(shapes, entry.first.Scalar()));
+    return known;
 }
 
 /// The size of an array, under one of the pairs of names that are in use. It is bounded before any element is made.
-bool readSize(Reading& reading, Instance& instance) {
+bool readSize(Reading& reading, Instance& instance, Node const& array) {
     static std::pair<char const*, char const*> const pairs[] = {{"columns", "rows"}, {"num_a", "num_b"}, {"na", "nb"}};
-    for (Node const& source : {instance.array, instance.others})
+    std::string const name = "instance '" + instance.name.Scalar() + "'";
+    auto const count = [&](Node const& node, std::size_t& size) {
+        std::string const& text = node.Scalar();
+        bool const number = kindOf(node) == Kind::kNumber;
+        auto const end = std::from_chars(text.data(), text.data() + text.size(), size).ptr;
+        return isNull(node) || (number && end == text.data() + text.size() && size > 0) ||
+               reading.error(node, "array of " + name + ": a count is a whole number from 1");
+    };
+    for (Node const& source : {array, instance.others})
         for (auto const& pair : pairs) {
             Node const columns = member(source, pair.first), rows = member(source, pair.second);
             if (!columns.IsDefined() && !rows.IsDefined()) continue;
-            return readCount(reading, instance, columns, instance.columns) &&
-                   readCount(reading, instance, rows, instance.rows) &&
-                   ((instance.columns <= kMostElements && instance.rows <= kMostElements &&
-                     (reading.elements += instance.columns * instance.rows) <= kMostElements) ||
-                    reading.error(instance.mark, "the arrays up to '" + instance.name + "' have more than " +
-                                                     std::to_string(kMostElements) + " elements"));
+            if (!count(columns, instance.columns) || !count(rows, instance.rows)) return false;
+            bool const bounded = instance.columns <= kMostElements && instance.rows <= kMostElements &&
+                                 (reading.elements += instance.columns * instance.rows) <= kMostElements;
+            return bounded ||
+                   reading.error(instance.name, "the arrays up to '" + instance.name.Scalar() + "' have more than " +
+                                                    std::to_string(kMostElements) + " elements");
         }
-    std::string const what = "'array' of instance '" + instance.name + "'";
-    return isNull(instance.array) ||
-           reading.error(instance.array.Mark(), wrongKind(what, instance.array, "a map of 'columns' and 'rows'"));
+    return isNull(array) ||
+           reading.error(array, wrongKind("'array' of " + name, array, "a map of 'columns' and 'rows'"));
 }
 
 bool readInstance(Reading& reading, Instance& instance) {
     Node const& given = instance.given;
-    std::string const what = "instance '" + instance.name + "'";
-    bool good =
-        isText(given) || isMap(given) || reading.error(given.Mark(), wrongKind(what, given, "a map with 'component'"));
+    std::string const what = "instance '" + instance.name.Scalar() + "'";
+    bool good = isText(given) || isMap(given) || reading.error(given, wrongKind(what, given, "a map with 'component'"));
     if (!good) return false;
-    for (auto const& part : given) {
-        Shape const* const shape = find(kInstance, part.first.Scalar());
-        if (!shape) instance.others.force_insert(part.first, part.second);
-        if (shape) good = reading.check(part.second, "'" + part.first.Scalar() + "' of " + what, shape->kinds) && good;
-    }
-    instance.component.reset(isText(given) ? given : member(given, "component"));  // the short form is the component
-    instance.settings.reset(isMap(member(given, "settings")) ? member(given, "settings") : reading.newMap());
-    instance.info.reset(member(given, "info"));
-    instance.array.reset(member(given, "array"));
-    instance.extension.reset(readExtension(reading, member(given, "vrl"), kInstanceExtension));
-    good = good && (!instance.component.Scalar().empty() || reading.error(instance.mark, what + " names no component"));
-    return good && readSize(reading, instance);
-}
-
-void readInstances(Reading& reading, Node const& node) {
-    for (auto const& entry : node) {
-        Instance instance;
-        instance.name = entry.first.Scalar();
-        instance.mark = entry.first.Mark();
-        instance.given.reset(entry.second);
-        instance.others.reset(reading.newMap());
-        if (readInstance(reading, instance))
-            reading.document.instances.push_back(instance);
-        else
-            reading.document.oddInstances.force_insert(entry.first, entry.second);
-    }
+    Node const parts = reading.parts(given, kInstance, " of " + what, instance.others, good);
+    instance.component.reset(isText(given) ? given : member(parts, "component"));  // the short form is the component
+    instance.settings.reset(isMap(member(parts, "settings")) ? member(parts, "settings") : reading.newMap());
+    instance.extension.reset(readExtension(reading, member(parts, "vrl"), kOfInstance));
+    bool const named = !instance.component.Scalar().empty();
+    if (good && !named) reading.error(instance.name, what + " names no component");
+    return good && named && readSize(reading, instance, member(given, "array"));
 }
 
 bool checkPort(Reading& reading, Node const& node, std::string const& what) {
     std::string const is = isText(node) ? "'" + node.Scalar() + "'" : kindWord(kindOf(node));
     return (isText(node) && node.Scalar().find(',') != std::string::npos) ||
-           reading.error(node.Mark(), what + " is " + is + ", where \"instance,port\" belongs");
+           reading.error(node, what + " is " + is + ", where \"instance,port\" belongs");
+}
+
+bool readNet(Reading& reading, Net& net) {
+    bool good = isMap(net.given) || net.given.IsSequence() ||
+                reading.error(net.given, wrongKind("a net", net.given, "a map of 'p1' and 'p2'"));
+    for (auto const& part : net.given) {
+        bool const map = isMap(net.given);
+        std::string const name = map ? part.first.Scalar() : "";
+        Node const& port = map ? part.second : part;
+        if (map && name != "p1" && name != "p2") {
+            net.others.force_insert(part.first, port);
+            continue;
+        }
+        good = checkPort(reading, port, map ? "'" + name + "'" : "an end of a net") && good;
+        net.ports.push_back(port);
+    }
+    return good && (net.ports.size() >= 2 ||
+                    reading.error(net.given, "a net has " + counted(net.ports.size(), "end") + " and needs two"));
 }
 
 void addNet(Reading& reading, bool good, Net const& net) {
@@ -136,92 +142,63 @@ void addNet(Reading& reading, bool good, Net const& net) {
         reading.document.oddNets.push_back(net.given);
 }
 
-void readConnections(Reading& reading, Node const& node) {
-    reading.document.asConnections = reading.document.nets.empty();
-    for (auto const& entry : node) {
-        Net net{reading.newMap(), {entry.first, entry.second}, reading.newMap()};
-        net.given.force_insert("p1", entry.first);
-        net.given.force_insert("p2", entry.second);
-        addNet(reading, checkPort(reading, entry.first, "an end") && checkPort(reading, entry.second, "an end"), net);
-    }
-}
-
-bool readNet(Reading& reading, Net& net) {
-    bool good = true;
-    auto const read = [&](Node const& port, std::string const& what) {
-        good = checkPort(reading, port, what) && good;
-        net.ports.push_back(port);
-    };
-    if (!net.given.IsSequence() && !isMap(net.given))
-        return reading.error(net.given.Mark(), wrongKind("a net", net.given, "a map of 'p1' and 'p2'"));
-    for (auto const& part : net.given) {
-        std::string const name = isMap(net.given) ? part.first.Scalar() : "";
-        if (net.given.IsSequence())
-            read(part, "an end of a net");
-        else if (name == "p1" || name == "p2")
-            read(part.second, "'" + name + "'");
-        else
-            net.others.force_insert(part.first, part.second);
-    }
-    return good &&
-           (net.ports.size() >= 2 ||
-            reading.error(net.given.Mark(), "a net has " + counted(net.ports.size(), "end") + " and needs two"));
-}
-
-void readNets(Reading& reading, Node const& node) {
-    if (node.size() > 0) reading.document.asConnections = false;
-    for (Node const& item : node) {
+void readNets(Reading& reading, Node const& nets) {
+    if (nets.size() > 0) reading.document.asConnections = false;
+    for (Node const& item : nets) {
         Net net{item, {}, reading.newMap()};
         bool const good = readNet(reading, net);
         addNet(reading, good, net);
     }
 }
 
-void readPorts(Reading& reading, Node const& node) {
-    for (auto const& entry : node)
-        if (checkPort(reading, entry.second, "the end of outer port '" + entry.first.Scalar() + "'"))
-            reading.document.ports.force_insert(entry.first, entry.second);
-}
-
-/// Gives each instance its placement.
-void readPlacements(Reading& reading, Node const& node) {
-    std::map<std::string, Instance*> named;
-    for (Instance& instance : reading.document.instances) named[instance.name] = &instance;
-    for (auto const& entry : node) {
-        auto const found = named.find(entry.first.Scalar());
-        if (found == named.end() || isNull(entry.second))
-            reading.document.placements.force_insert(entry.first, entry.second);
-        else
-            found->second->placement.reset(entry.second);
+void readConnections(Reading& reading, Node const& connections) {
+    if (isMap(connections)) reading.document.asConnections = reading.document.nets.empty();
+    for (auto const& entry : connections) {
+        Node const &p1 = entry.first, &p2 = entry.second;
+        Net net{reading.newMap(), {p1, p2}, reading.newMap()};
+        net.given.force_insert("p1", p1);
+        net.given.force_insert("p2", p2);
+        addNet(reading, checkPort(reading, p1, "an end") && checkPort(reading, p2, "an end"), net);
     }
 }
 
 void readParts(Reading& reading) {
     Document& document = reading.document;
-    Node good = reading.newMap();
-    for (auto const& entry : document.root) {
-        std::string const name = entry.first.Scalar();
-        Shape const* const shape = find(kNetlist, name);
-        if (!shape) document.others.force_insert(entry.first, entry.second);
-        if (!shape || !reading.check(entry.second, "'" + name + "'", shape->kinds)) continue;
-        good.force_insert(entry.first, entry.second);
-        if (name == "connections" && !isNull(entry.second)) readConnections(reading, entry.second);
-        if (name == "nets") readNets(reading, entry.second);
+    bool good = true;
+    Node const parts = reading.parts(document.root, kNetlist, "", document.others, good);
+    document.name = member(parts, "name").Scalar();
+    document.extension.reset(readExtension(reading, member(parts, "vrl"), kOfNetlist));
+    std::map<std::string, Node> placed;
+    for (auto const& entry : member(parts, "placements")) placed.emplace(entry.first.Scalar(), entry.second);
+    for (auto const& entry : member(parts, "instances")) {
+        Instance instance{entry.first, entry.second, {}, {}, {}, reading.newMap(), {}};
+        if (!readInstance(reading, instance)) {
+            document.oddInstances.force_insert(entry.first, entry.second);
+            continue;
+        }
+        auto const place = placed.find(entry.first.Scalar());
+        if (place != placed.end() && !isNull(place->second)) instance.placement.reset(place->second);
+        if (!isNull(instance.placement)) placed.erase(place);
+        document.instances.push_back(instance);
     }
-    document.name = member(good, "name").Scalar();
-    readInstances(reading, member(good, "instances"));
-    readPorts(reading, member(good, "ports"));
-    readPlacements(reading, member(good, "placements"));
-    document.extension.reset(readExtension(reading, member(good, "vrl"), kNetlistExtension));
+    for (auto const& entry : member(parts, "placements"))
+        if (placed.count(entry.first.Scalar())) document.placements.force_insert(entry.first, entry.second);
+    for (auto const& entry : parts) {  // in the order of the file
+        if (entry.first.Scalar() == "connections") readConnections(reading, entry.second);
+        if (entry.first.Scalar() == "nets") readNets(reading, entry.second);
+    }
+    for (auto const& entry : member(parts, "ports"))
+        if (checkPort(reading, entry.second, "the end of outer port '" + entry.first.Scalar() + "'"))
+            document.ports.force_insert(entry.first, entry.second);
 }
 
 /// Fails for a file that holds no netlist, or several under names.
 void refuseOtherShapes(Node const& root, std::string const& path) {
     if (!isMap(root)) throw Failure(path, std::string("holds ") + kindWord(kindOf(root)) + " and no netlist", kHint);
     Node const instances = member(root, "instances");
-    if (isMap(instances) || (instances.IsDefined() && isNull(instances))) return;
-    if (instances.IsDefined())
+    if (instances.IsDefined() && !isMap(instances) && !isNull(instances))
         throw Failure(placeText(path, instances.Mark()), wrongKind("'instances'", instances, "a map of names"), kHint);
+    if (instances.IsDefined()) return;
     std::string inner;
     std::vector<std::string> names;
     for (auto const& entry : root) {
@@ -236,7 +213,7 @@ void refuseOtherShapes(Node const& root, std::string const& path) {
 
 }  // namespace
 
-std::vector<std::string> Instance::elementNames() const {
+std::vector<std::string> elementNames(std::string const& name, std::size_t columns, std::size_t rows) {
     if (columns * rows == 1) return {name};
     std::vector<std::string> names;
     for (std::size_t i = 0; i < columns * rows; ++i)

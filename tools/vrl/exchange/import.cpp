@@ -54,7 +54,7 @@ bool checkKind(Import& import, ComponentRule const& rule, std::string const& fou
         Parameter const* const parameter = fresh->find(name);
         std::string why;
         if (!parameter) lacks(entry.first.Mark(), "parameter", name, parameters);
-        if (parameter && !valueFor(*parameter, entry.second, 1, &why))
+        if (parameter && !valueFor(*parameter, entry.second, 1, why))
             error(entry.second.Mark(), "the default of '" + name + "' " + why);
     }
     return true;
@@ -79,9 +79,9 @@ ComponentRule const* ruleFor(Import& import, Instance const& instance) {
         std::vector<std::string> names = map.sameNames ? factoryKeys<vrl::BB>() : std::vector<std::string>();
         for (auto const& known : map.components) names.push_back(known.first);
         std::string const where = map.path.empty() ? " is no key of ours, and there is no map" : " is not in the map";
-        import.error(instance.component.Mark(), what + where, didYouMean(component, names));
+        import.error(instance.component, what + where, didYouMean(component, names));
     } else if (rule->key.empty()) {
-        import.error(instance.component.Mark(),
+        import.error(instance.component,
                      what + " has no key in the map (" + map.path + ":" + std::to_string(rule->mark.line + 1) + ")");
     } else {
         std::string const foundry = foundryOf(import, instance);
@@ -94,7 +94,7 @@ ComponentRule const* ruleFor(Import& import, Instance const& instance) {
 bool setParameter(Import& import, vrl::Attribute& attribute, std::string const& what, Node const& value,
                   MappedName const& target) {
     std::string const why = storeValue(attribute, value, target.factor);
-    if (!why.empty()) return import.error(value.Mark(), what + " " + why);
+    if (!why.empty()) return import.error(value, what + " " + why);
     ++import.result.parameters;
     Parameter const now = parameterOf(attribute);
     std::string const unit = now.unit.empty() || now.unit == "1" ? "" : " " + now.unit;
@@ -114,8 +114,8 @@ bool setParameters(Import& import, vrl::BB& block, Instance const& instance, Com
         std::string const name = setting.first.Scalar();
         MappedName const target = rule.ourParameter(block, name);
         if (!target.name.empty() && !isNull(setting.second) &&
-            setParameter(import, *block.getAttribute(target.name), "'" + name + "' of instance '" + instance.name + "'",
-                         setting.second, target))
+            setParameter(import, *block.getAttribute(target.name),
+                         "'" + name + "' of instance '" + instance.name.Scalar() + "'", setting.second, target))
             continue;
         leftOver = true;
         if (!target.name.empty() || member(rule.parameters, name).IsDefined()) continue;
@@ -135,7 +135,7 @@ void eachParameter(Import& import, vrl::BB& block, Node const& map, Use const& u
         if (block.find(name))
             use(*block.getAttribute(name), entry.second);
         else
-            import.error(entry.first.Mark(), "'" + block.getName() + "' has no parameter '" + name + "'");
+            import.error(entry.first, "'" + block.getName() + "' has no parameter '" + name + "'");
     }
 }
 
@@ -151,17 +151,19 @@ void applyExtension(Import& import, vrl::BB& block, Node const& extension) {
     applyParameters(block, member(extension, "parameters"), import.document.path, import.findings);
     eachParameter(import, block, member(extension, "values"), [&](vrl::Attribute& attribute, Node const& value) {
         std::string const why = storeValue(attribute, value);
-        if (!why.empty()) import.error(value.Mark(), "value of '" + attribute.getName() + "' " + why);
+        if (!why.empty()) import.error(value, "value of '" + attribute.getName() + "' " + why);
     });
-    eachParameter(import, block, member(extension, "expressions"),
-                  [](vrl::Attribute& attribute, Node const& text) { setExpression(attribute, text.Scalar()); });
+    eachParameter(import, block, member(extension, "expressions"), [](vrl::Attribute& attribute, Node const& text) {
+        auto* const expressed = dynamic_cast<vrl::AttributeWithExpr*>(&attribute);
+        if (expressed) expressed->setExpression(text.Scalar());
+    });
     if (member(extension, "crossSection").IsDefined())
         block.vrl::BB::setCS(choiceOf(extension, block.vrl::BB::getCS()));
     for (auto const& entry : member(extension, "ports")) {
         if (vrl::BB::Port* const port = block.getPort(entry.first.Scalar()))
             port->setCS(choiceOf(entry.second, port->getCS()));
         else
-            import.error(entry.first.Mark(), "'" + block.getName() + "' has no port '" + entry.first.Scalar() + "'");
+            import.error(entry.first, "'" + block.getName() + "' has no port '" + entry.first.Scalar() + "'");
     }
 }
 
@@ -173,12 +175,12 @@ vrl::BB* makeBlock(Import& import, Instance const& instance, ComponentRule const
     bool const leftOver = setParameters(import, block, instance, rule);
     Node const origin = member(instance.extension, "origin");
     if (origin.IsDefined() || leftOver || import.map.find(rule.component)) {
-        notes::set(block, notes::kComponent, origin.IsDefined() ? member(origin, "component") : instance.component);
-        notes::set(block, notes::kSettings, origin.IsDefined() ? member(origin, "settings") : instance.settings);
+        setNote(block, "component", origin.IsDefined() ? member(origin, "component") : instance.component);
+        setNote(block, "settings", origin.IsDefined() ? member(origin, "settings") : instance.settings);
     }
-    notes::set(block, notes::kInfo, instance.info);
-    notes::set(block, notes::kPlacement, instance.placement);
-    notes::set(block, notes::kMembers, unlessEmpty(instance.others));
+    setNote(block, "info", member(instance.given, "info"));
+    setNote(block, "placement", instance.placement);
+    setNote(block, "members", unlessEmpty(instance.others));
     applyExtension(import, block, instance.extension);
     return &block;
 }
@@ -188,33 +190,34 @@ Node arrayNote(Import const& import, Instance const& instance) {
     Node const given = member(instance.extension, "array");
     if (given.IsDefined() || !instance.isArray()) return given;
     Node note = newBeside(import.document.root, NodeType::Map);
-    note.force_insert("of", textNode(instance.name));
+    note.force_insert("of", instance.name);
     note.force_insert("columns", plainNode(std::to_string(instance.columns)));
     note.force_insert("rows", plainNode(std::to_string(instance.rows)));
-    note.force_insert("array", instance.array);
+    Node const array = member(instance.given, "array");
+    note.force_insert("array", array.IsDefined() ? array : Node());
     return note;
 }
 
 void leaveOut(Import& import, Instance const& instance) {
     import.leftInstances.force_insert(instance.name, instance.given);
     if (!isNull(instance.placement)) import.leftPlacements.force_insert(instance.name, instance.placement);
-    import.leftOutNames.insert(instance.name);
+    import.leftOutNames.insert(instance.name.Scalar());
     ++import.result.leftOut;
 }
 
 /// Adds the elements of an instance, unless there is one of such a name.
 void addInstance(Import& import, Instance const& instance, ComponentRule const& rule) {
-    auto const names = instance.elementNames();
+    auto const names = elementNames(instance.name.Scalar(), instance.columns, instance.rows);
     for (std::string const& name : names) {
         if (import.byName.count(name) == 0) continue;
-        import.error(instance.mark, "'" + name + "' stands twice: by itself and in an array");
+        import.error(instance.name, "'" + name + "' stands twice: by itself and in an array");
         return leaveOut(import, instance);
     }
-    if (instance.isArray()) import.arrays[instance.name] = &instance;
+    if (instance.isArray()) import.arrays[instance.name.Scalar()] = &instance;
     Node const note = arrayNote(import, instance);
     for (std::string const& name : names) {
         vrl::BB* const block = makeBlock(import, instance, rule);
-        notes::set(*block, notes::kArray, note);
+        setNote(*block, "array", note);
         import.result.netlist->addBB(block, name);
         import.byName.emplace(name, import.elements.size());
         import.elements.push_back({name, block, &rule, &instance});
@@ -227,8 +230,8 @@ void addElements(Import& import) {
     for (Instance const& instance : import.document.instances) {
         progress.step();
         ComponentRule const* const rule = ruleFor(import, instance);
-        if (rule && instance.name.empty()) import.error(instance.mark, "an instance has an empty name");
-        if (!rule || instance.name.empty())
+        if (rule && instance.name.Scalar().empty()) import.error(instance.name, "an instance has an empty name");
+        if (!rule || instance.name.Scalar().empty())
             leaveOut(import, instance);
         else if (member(instance.extension, "nameless").Scalar() == "true")
             nameless.emplace_back(&instance, rule);
@@ -238,7 +241,8 @@ void addElements(Import& import) {
     // A block without a name comes about, as it did before the export, by adding it under a name that is taken.
     for (auto const& entry : nameless)
         import.result.netlist->addBB(makeBlock(import, *entry.first, *entry.second),
-                                     import.elements.empty() ? entry.first->name : import.elements.front().name);
+                                     import.elements.empty() ? entry.first->name.Scalar()
+                                                             : import.elements.front().name);
     for (auto const& odd : import.document.oddInstances) {
         import.leftInstances.force_insert(odd.first, odd.second);
         import.leftOutNames.insert(odd.first.Scalar());
@@ -250,7 +254,7 @@ void createNetlist(Import& import) {
     Node const kind = member(import.document.extension, "kind");
     import.result.netlist.reset(vrl::Netlist::create(kind.Scalar()));
     if (import.result.netlist) return;
-    import.error(kind.Mark(), "no loaded plug-in brings the kind of netlist '" + kind.Scalar() + "'");
+    import.error(kind, "no loaded plug-in brings the kind of netlist '" + kind.Scalar() + "'");
     import.result.netlist.reset(vrl::Netlist::create(""));
 }
 
@@ -258,10 +262,9 @@ void createNetlist(Import& import) {
 bool portsAreDerived(Import const& import) {
     Circuit const circuit = circuitFrom(*import.result.netlist, 0);
     Node derived = newList();
-    for (DerivedPort const& port : derivedPorts(*import.result.netlist, circuit, {}, {})) {
-        Element const& element = circuit.elements[port.port.element];
-        std::string const& name = element.pins[port.port.pin].name;
-        derived.push_back(newList({textNode(port.name), textNode(element.name), textNode(name)}));
+    for (auto const& [name, end] : derivedPorts(*import.result.netlist, circuit, {}, {})) {
+        Element const& element = circuit.elements[end.element];
+        derived.push_back(newList({textNode(name), textNode(element.name), textNode(element.pins[end.pin].name)}));
     }
     return written(derived, Format::kLine) == written(import.portNotes, Format::kLine);
 }
@@ -269,19 +272,19 @@ bool portsAreDerived(Import const& import) {
 void keepNotes(Import& import) {
     Document const& document = import.document;
     vrl::Netlist& netlist = *import.result.netlist;
-    if (!document.name.empty()) notes::set(netlist, notes::kName, textNode(document.name));
-    if (document.asConnections) notes::set(netlist, notes::kConnections, plainNode("true"));
-    if (!portsAreDerived(import)) notes::set(netlist, notes::kPorts, unlessEmpty(import.portNotes));
-    notes::set(netlist, notes::kNets, unlessEmpty(import.netNotes));
-    notes::set(netlist, notes::kMembers, unlessEmpty(document.others));
-    notes::set(netlist, notes::kPlacements, unlessEmpty(document.placements));
+    if (!document.name.empty()) setNote(netlist, "name", textNode(document.name));
+    if (document.asConnections) setNote(netlist, "connections", plainNode("true"));
+    if (!portsAreDerived(import)) setNote(netlist, "ports", unlessEmpty(import.portNotes));
+    setNote(netlist, "nets", unlessEmpty(import.netNotes));
+    setNote(netlist, "members", unlessEmpty(document.others));
+    setNote(netlist, "placements", unlessEmpty(document.placements));
     for (Node const& odd : document.oddNets) import.leftNets.push_back(odd);
     import.result.leftOut += document.oddNets.size();
     Node left = newBeside(document.root, NodeType::Map);
     left.force_insert("instances", import.leftInstances);
     left.force_insert("nets", import.leftNets);
     left.force_insert("placements", import.leftPlacements);
-    if (import.leftInstances.size() + import.leftNets.size() > 0) notes::set(netlist, notes::kLeftOut, left);
+    if (import.leftInstances.size() + import.leftNets.size() > 0) setNote(netlist, "leftOut", left);
     applyParameters(netlist, member(document.extension, "parameters"), document.path, import.findings);
 }
 
@@ -301,7 +304,7 @@ void reportNotes(Import& import) {
                                     counted(entry.second.instances, "instance") + "): " + listed(entry.second.names));
     std::size_t infos = 0, placements = document.placements.size(), others = 0;
     for (Instance const& instance : document.instances) {
-        infos += !isNull(instance.info);
+        infos += !isNull(member(instance.given, "info"));
         placements += !isNull(instance.placement);
         others += instance.others.size() > 0;
     }

@@ -64,13 +64,13 @@ struct Import {
     std::size_t repeatedNets = 0;
     std::size_t hints = 0;  ///< given; looking for near names among many takes its time
 
-    /// Reports something about a place in the netlist, or about all of it. Returns false.
+    /// Reports something about a part of the netlist, or about all of it. Returns false.
     bool report(Severity severity, Mark const& mark, std::string const& text, std::string const& hint = "") {
         findings.add(severity, document.path, mark, text, hint);
         return false;
     }
-    bool error(Mark const& mark, std::string const& text, std::string const& hint = "") {
-        return report(Severity::kError, mark, text, hint);
+    bool error(Node const& node, std::string const& text, std::string const& hint = "") {
+        return report(Severity::kError, node.Mark(), text, hint);
     }
 };
 

@@ -37,7 +37,7 @@ std::string portOf(Import::Element const& element, std::string const& theirs) {
 }
 
 /// Reports an "instance,port" that leads nowhere.
-void reportUnknown(Import& import, Mark const& mark, std::string const& name, std::string const& port) {
+void reportUnknown(Import& import, Node const& node, std::string const& name, std::string const& port) {
     Import::Element const* const element = elementOf(import, name);
     auto const array = import.arrays.find(name);
     bool const mayHint = import.hints++ < kMostHints;
@@ -50,14 +50,14 @@ void reportUnknown(Import& import, Mark const& mark, std::string const& name, st
         std::string hint = didYouMean(port, names), list;
         for (std::string const& known : names) list += (list.empty() ? "its ports are '" : "', '") + known;
         if (hint.empty() && !names.empty() && names.size() <= 12) hint = list + "'";
-        import.error(mark, "'" + name + "' (" + element->rule->component + ") has no port '" + port + "'", hint);
+        import.error(node, "'" + name + "' (" + element->rule->component + ") has no port '" + port + "'", hint);
     } else if (array != import.arrays.end()) {
-        names = array->second->elementNames();
-        import.error(mark, "'" + name + "' is an array: name one of '" + names.front() + "' to '" + names.back() + "'");
+        names = elementNames(name, array->second->columns, array->second->rows);
+        import.error(node, "'" + name + "' is an array: name one of '" + names.front() + "' to '" + names.back() + "'");
     } else {
         for (Instance const& instance : import.document.instances)
-            if (mayHint) names.push_back(instance.name);
-        import.error(mark, "there is no instance '" + name + "'", didYouMean(name, names));
+            if (mayHint) names.push_back(instance.name.Scalar());
+        import.error(node, "there is no instance '" + name + "'", didYouMean(name, names));
     }
 }
 
@@ -73,7 +73,7 @@ std::optional<Import::Port> follow(Import& import, Node const& node) {
         if (import.leftOutNames.count(name) || import.leftOutNames.count(name.substr(0, name.find('<')))) return {};
     }
     auto const comma = text.rfind(',');
-    reportUnknown(import, node.Mark(), text.substr(0, comma), trimmed(text.substr(comma + 1)));
+    reportUnknown(import, node, text.substr(0, comma), trimmed(text.substr(comma + 1)));
     return {};
 }
 
@@ -125,7 +125,7 @@ void connectNet(Import& import, Net const& net) {
     bool good = ports.size() == net.ports.size();
     for (std::size_t i = 1; good && i < ports.size(); ++i)
         good = ports[i - 1] != ports[i] ||
-               import.error(net.ports[i].Mark(), "'" + net.ports[i].Scalar() + "' is joined with itself");
+               import.error(net.ports[i], "'" + net.ports[i].Scalar() + "' is joined with itself");
     if (!good) {
         import.leftNets.push_back(net.given);
         ++import.result.leftOut;

@@ -42,12 +42,12 @@ std::vector<std::string> portNames(vrl::BB& block) {
     return names;
 }
 
-void notes::set(vrl::Annotations& target, char const* key, Node const& value) {
-    if (!isNull(value)) target.setAnnotation(key, written(value, Format::kLine));
+void setNote(vrl::Annotations& target, std::string const& key, Node const& value) {
+    if (!isNull(value)) target.setAnnotation("vrl::import/" + key, written(value, Format::kLine));
 }
 
-Node notes::get(vrl::Annotations const& source, char const* key) {
-    std::string const text = source.getAnnotation(key, false);
+Node note(vrl::Annotations const& source, std::string const& key) {
+    std::string const text = source.getAnnotation("vrl::import/" + key, false);
     return text.empty() ? Node() : valueOfLine(text);
 }
 
@@ -68,12 +68,9 @@ std::vector<unsigned> sideNodes(vrl::Netlist& netlist, Side side) {
 }
 
 void addToSide(vrl::Netlist& netlist, Side side, unsigned node) {
-    if (side == Side::kInput)
-        netlist.setInputNode(node);
-    else if (side == Side::kOutput)
-        netlist.setOutputNode(node);
-    else
-        netlist.setDCNode(node);
+    if (side == Side::kInput) netlist.setInputNode(node);
+    if (side == Side::kOutput) netlist.setOutputNode(node);
+    if (side == Side::kDc) netlist.setDCNode(node);
 }
 
 End const& portFor(Circuit const& circuit, unsigned node, Side side) {
@@ -85,10 +82,10 @@ End const& portFor(Circuit const& circuit, unsigned node, Side side) {
     return best == ends.end() ? ends.front() : *best;
 }
 
-std::vector<DerivedPort> derivedPorts(vrl::Netlist& netlist, Circuit const& circuit, std::set<unsigned> withPort,
-                                      std::set<std::string> names) {
+std::vector<std::pair<std::string, End>> derivedPorts(vrl::Netlist& netlist, Circuit const& circuit,
+                                                      std::set<unsigned> withPort, std::set<std::string> names) {
     static char const* const heads[] = {"in", "out", "dc"};
-    std::vector<DerivedPort> ports;
+    std::vector<std::pair<std::string, End>> ports;
     for (Side const side : kSides) {
         std::size_t number = 0;
         for (unsigned const node : sideNodes(netlist, side)) {
@@ -96,7 +93,7 @@ std::vector<DerivedPort> derivedPorts(vrl::Netlist& netlist, Circuit const& circ
             std::string name;
             do name = heads[static_cast<int>(side)] + std::to_string(number++);
             while (!names.insert(name).second);
-            ports.push_back({name, node, portFor(circuit, node, side)});
+            ports.emplace_back(name, portFor(circuit, node, side));
         }
     }
     return ports;

@@ -10,7 +10,6 @@
 #include "circuit/circuit.h"
 #include "circuit/parameters.h"
 #include "exchange/node.h"
-#include "vrllib/vrllib.h"
 
 // What import and export ask of the library alike: blocks by their kinds, notes, and the lists of the boundary.
 
@@ -34,7 +33,7 @@ public:
     ~Kinds();
 
     /// Whether a plug-in brings that foundry. The empty name is that of no foundry, which there always is.
-    bool hasFoundry(std::string const& name) { return name.empty() || foundry(name) != nullptr; }
+    bool hasFoundry(std::string const& name) { return name.empty() || foundry(name); }
     /// A new block for the caller, or null for an unknown kind.
     vrl::BB* create(std::string const& foundryName, std::string const& kind);
     /// The block of a kind that nobody has changed, or null for an unknown kind.
@@ -59,34 +58,17 @@ std::vector<std::string> factoryKeys() {
 /// The names of the ports of a block, in the order of declaration.
 std::vector<std::string> portNames(vrl::BB& block);
 
-/// What an import keeps beside the circuit: annotations of a block or of the netlist, each a line of JSON, which an
-/// export writes back.
-namespace notes {
-
-// Of a block. The array is {"of", "columns", "rows", "array"}.
-inline constexpr char const kComponent[] = "vrl::import/component";
-inline constexpr char const kSettings[] = "vrl::import/settings";
-inline constexpr char const kInfo[] = "vrl::import/info";
-inline constexpr char const kArray[] = "vrl::import/array";
-inline constexpr char const kPlacement[] = "vrl::import/placement";
-// Of both: further members, of the instance or of the whole.
-inline constexpr char const kMembers[] = "vrl::import/members";
-// Of the netlist: its name; outer ports [name, element, port], or [name, port] for those left out; further members of
-// nets [[element, port], [element, port], members]; true if nets came as connections; placements of no instance; and
-// what a partial import left out, in the shape of a netlist.
-inline constexpr char const kName[] = "vrl::import/name";
-inline constexpr char const kPorts[] = "vrl::import/ports";
-inline constexpr char const kNets[] = "vrl::import/nets";
-inline constexpr char const kConnections[] = "vrl::import/connections";
-inline constexpr char const kPlacements[] = "vrl::import/placements";
-inline constexpr char const kLeftOut[] = "vrl::import/leftOut";
-
-/// Sets a note unless the value is null.
-void set(vrl::Annotations& target, char const* key, Node const& value);
-/// The value of a note; null without it.
-Node get(vrl::Annotations const& source, char const* key);
-
-}  // namespace notes
+/**@{*/
+/// A note: what an import keeps beside the circuit and an export writes back. It is an annotation, a line of JSON, of a
+/// block or of the netlist. Setting null sets nothing; without a note its value is null.
+///
+/// Blocks have "component", "settings", "info", "placement" and "members" (all others) as the instance had them, and
+/// "array": {"of", "columns", "rows", "array"}. The netlist has "name", "members" and "placements" (of no instance);
+/// "connections", true if nets came as such; "ports": [name, element, port], or [name, port] for those left out; "nets"
+/// with further members: [[element, port], [element, port], members]; and "leftOut" in the shape of a netlist.
+void setNote(vrl::Annotations& target, std::string const& key, Node const& value);
+Node note(vrl::Annotations const& source, std::string const& key);
+/**@}*/
 
 /// The boundary lists of a netlist.
 enum class Side { kInput, kOutput, kDc };
@@ -104,16 +86,9 @@ void addToSide(vrl::Netlist& netlist, Side side, unsigned node);
 /// The port of a node that shows best on which list it is.
 End const& portFor(Circuit const& circuit, unsigned node, Side side);
 
-/// An outer port that an export names after the list of the boundary that its node is on.
-struct DerivedPort {
-    std::string name;
-    unsigned node;
-    End port;
-};
-
-/// Outer ports for the nodes of the boundary except those that have one: "in0", "out0", "dc0" and so on, unless the
-/// name is already taken.
-std::vector<DerivedPort> derivedPorts(vrl::Netlist& netlist, Circuit const& circuit, std::set<unsigned> withPort,
-                                      std::set<std::string> names);
+/// Outer ports for the nodes of the boundary except those that have one, by names that are not yet taken: "in0",
+/// "out0", "dc0" and so on.
+std::vector<std::pair<std::string, End>> derivedPorts(vrl::Netlist& netlist, Circuit const& circuit,
+                                                      std::set<unsigned> withPort, std::set<std::string> names);
 
 }  // namespace vrltool::exchange

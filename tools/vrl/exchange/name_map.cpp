@@ -1,6 +1,5 @@
 #include "exchange/name_map.h"
 
-#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <set>
@@ -21,12 +20,11 @@ struct MapFile {
     }
 
     void check(Node const& node, std::string const& what, std::string_view kinds) const {
-        std::string const wrong = misfit(what, node, kinds);
+        bool const empty = isText(node) && node.Scalar().empty();
+        std::string const wrong = empty ? wrongKind(what, node, "a text") : misfit(what, node, kinds);
         if (!wrong.empty()) fail(node.Mark(), wrong);
-        if (isText(node) && node.Scalar().empty()) fail(node.Mark(), wrongKind(what, node, "a text"));
     }
 
-    /// Checks a map of known members.
     void check(Node const& node, std::string const& what, std::string const& of,
                std::vector<Shape> const& shapes) const {
         check(node, what, "m");
@@ -41,10 +39,8 @@ struct MapFile {
 };
 
 double factorOf(Node const& entry) {
-    Node const factor = member(entry, "factor");
-    if (!factor.IsDefined()) return 1;
-    double number = 0;
-    std::string const text = factor.Scalar();
+    std::string const text = member(entry, "factor").Scalar();
+    double number = text.empty();
     std::from_chars(text.data(), text.data() + text.size(), number);
     return number;
 }
@@ -52,28 +48,21 @@ double factorOf(Node const& entry) {
 void checkParameter(MapFile const& file, Node const& entry, std::string const& what) {
     if (!isMap(entry)) return file.check(entry, what, "ntm");
     file.check(entry, what, " of " + what, {{"to", "t"}, {"factor", "#"}});
-    double const factor = factorOf(entry);
-    if (factor == 0 || !std::isfinite(factor))
+    if (factorOf(entry) == 0 || !std::isfinite(factorOf(entry)))
         file.fail(member(entry, "factor").Mark(), "'factor' of " + what + " is 0 or no number");
     if (ourName(entry).empty())
         file.fail(entry.Mark(), what + " has no 'to'", "name the parameter of ours that it sets");
 }
 
-/// Checks the rules of one component. Two names of theirs for one of ours would have no way back.
-void checkRules(MapFile const& file, ComponentRule const& rule, std::string const& of) {
-    std::set<std::string> ports, parameters;
-    auto const refuseTwice = [&](std::set<std::string>& taken, Node const& entry, char const* things) {
-        std::string const ours = ourName(entry);
+/// Checks the ports or parameters of a component. Two names of theirs for one of ours would have no way back.
+void checkRules(MapFile const& file, Node const& rules, bool ports, std::string const& of) {
+    std::set<std::string> taken;
+    for (auto const& entry : rules) {
+        std::string const what = (ports ? "port '" : "parameter '") + printable(entry.first.Scalar()) + "'" + of;
+        ports ? file.check(entry.second, what, "t") : checkParameter(file, entry.second, what);
+        std::string const ours = ourName(entry.second), things = ports ? "two ports" : "two settings";
         if (!ours.empty() && !taken.insert(ours).second)
-            file.fail(entry.Mark(), std::string("two ") + things + of + " lead to '" + printable(ours) + "'");
-    };
-    for (auto const& entry : rule.ports) {
-        file.check(entry.second, "port '" + printable(entry.first.Scalar()) + "'" + of, "t");
-        refuseTwice(ports, entry.second, "ports");
-    }
-    for (auto const& entry : rule.parameters) {
-        checkParameter(file, entry.second, "parameter '" + printable(entry.first.Scalar()) + "'" + of);
-        refuseTwice(parameters, entry.second, "settings");
+            file.fail(entry.second.Mark(), things + of + " lead to '" + printable(ours) + "'");
     }
 }
 
@@ -84,45 +73,36 @@ void readComponent(MapFile const& file, Node const& node, ComponentRule& rule) {
     std::string const name = "'" + printable(rule.component) + "'";
     if (!isText(node)) file.check(node, "component " + name, " of " + name, shapes);
     Node const key = isText(node) ? node : member(node, "key");  // the short form is the key alone
-    if (key.IsDefined()) {
-        rule.key = key.Scalar();
-        rule.keyMark = key.Mark();
-    }
+    rule.key = key.Scalar();
+    if (key.IsDefined()) rule.keyMark = key.Mark();
     Node const same = member(node, "sameNames");
     if (same.IsDefined()) rule.sameNames = same.Scalar() == "true";
     rule.ports.reset(member(node, "ports"));
     rule.parameters.reset(member(node, "parameters"));
     rule.defaults.reset(member(node, "defaults"));
-    checkRules(file, rule, " of " + name);
+    checkRules(file, rule.ports, true, " of " + name);
+    checkRules(file, rule.parameters, false, " of " + name);
 }
 
-/// Whether a rule leads to that name of ours.
-Node entryFor(Node const& rules, std::string const& ours, std::string& theirs) {
-    for (auto const& entry : rules) {
-        if (ourName(entry.second) != ours || ours.empty()) continue;
-        theirs = entry.first.Scalar();
-        return entry.second;
-    }
-    return Node(YAML::NodeType::Undefined);
+/// The name of theirs that leads to one of ours; empty if there is none.
+std::string leadingTo(Node const& rules, std::string const& ours) {
+    for (auto const& entry : rules)
+        if (!ours.empty() && ourName(entry.second) == ours) return entry.first.Scalar();
+    return {};
 }
 
 template <class Exists>
 MappedName toOurs(Node const& rules, bool sameNames, std::string const& theirs, Exists const& exists) {
-    std::string other;
     Node const rule = member(rules, theirs);
-    bool const same = !rule.IsDefined() && sameNames && !entryFor(rules, theirs, other).IsDefined();
+    bool const same = !rule.IsDefined() && sameNames && leadingTo(rules, theirs).empty();
     std::string const ours = same ? theirs : ourName(rule);
     return exists(ours) ? MappedName{ours, factorOf(rule)} : MappedName();
 }
 
 MappedName toTheirs(Node const& rules, bool sameNames, std::string const& ours) {
-    MappedName result;
-    Node const rule = entryFor(rules, ours, result.name);
-    if (rule.IsDefined())
-        result.factor = factorOf(rule);
-    else if (sameNames && !member(rules, ours).IsDefined())
-        result.name = ours;
-    return result;
+    std::string const theirs = leadingTo(rules, ours);
+    if (!theirs.empty()) return {theirs, factorOf(member(rules, theirs))};
+    return {sameNames && !member(rules, ours).IsDefined() ? ours : ""};
 }
 
 }  // namespace

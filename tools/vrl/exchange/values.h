@@ -11,8 +11,7 @@ namespace vrltool::exchange {
 
 /// The value of a netlist for a parameter: numbers are multiplied by the factor, and an Int has to stay whole. Without
 /// a value, `why` gets the reason: "is a text, where a number belongs".
-std::optional<ParameterValue> valueFor(Parameter const& parameter, Node const& node, double factor = 1,
-                                       std::string* why = nullptr);
+std::optional<ParameterValue> valueFor(Parameter const& parameter, Node const& node, double factor, std::string& why);
 
 /// Stores a value of a netlist as the owner of the parameter would, through its gate. Returns why it cannot be; empty
 /// if it is stored. A value of a type of a plug-in is stored as a text.
@@ -22,11 +21,8 @@ std::string storeValue(vrl::Attribute& attribute, Node const& node, double facto
 /// value, or comes nearest to it.
 Node nodeOfValue(Parameter const& parameter, double factor = 1);
 
-/// The value of a parameter, its text form where the library does not tell it.
-ParameterValue knownValue(Parameter const& parameter);
-
-/// Whether two values are the same, to the last bit of their numbers; all that are no number are the same.
-bool sameValue(ParameterValue const& a, ParameterValue const& b);
+/// Whether a value of a netlist, taken for the first parameter, is the value of the second to the last bit.
+bool isValueOf(Parameter const& taker, Node const& node, double factor, Parameter const& parameter);
 
 /**@{*/
 /// A whole parameter: {"type", "value", "unit", "description", "expression"}; such a map of parameters into a list,
@@ -35,8 +31,5 @@ Node nodeOfParameter(Parameter const& parameter);
 void applyParameters(vrl::Attributes& list, Node const& parameters, std::string const& path, Findings& findings);
 bool canMake(std::string const& type);
 /**@}*/
-
-/// Sets the expression of a parameter that can have one.
-void setExpression(vrl::Attribute& attribute, std::string const& expression);
 
 }  // namespace vrltool::exchange
