@@ -43,27 +43,35 @@ void refuseOtherBytes(Node const& node, std::string const& path) {
     }
 }
 
-Json reportJson(Options const& options, Exported const& exported, Findings const& findings, std::string const& text) {
+/// How many parts a netlist has, by their names.
+Json countsOf(Node const& netlist) {
+    std::size_t const nets = member(netlist, "nets").size() + member(netlist, "connections").size();
+    return {
+        {"instances", member(netlist, "instances").size()}, {"nets", nets}, {"ports", member(netlist, "ports").size()}};
+}
+
+Json reportJson(Options const& options, Node const& netlist, Findings const& findings, std::string const& text) {
     Json json = jsonHead("export", 1);
     json["file"] = options.file;
     json["map"] = options.map.empty() ? Json(nullptr) : Json(options.map);
     json["output"] = options.output.empty() ? Json(nullptr) : Json(options.output);
     json["netlistFormat"] = formatOf(options) == Format::kJson ? "json" : "yaml";
-    json["counts"] = Json{{"instances", exported.instances}, {"nets", exported.nets}, {"ports", exported.ports}};
+    json["counts"] = countsOf(netlist);
     json["findings"] = findings.json();
     if (options.output.empty()) json["netlist"] = text;
     return json;
 }
 
-void writeReport(Options const& options, Exported const& exported, Findings const& findings, std::string const& text) {
+void writeReport(Options const& options, Node const& netlist, Findings const& findings, std::string const& text) {
     if (options.output.empty()) {
         findings.write(std::cerr);
         std::cout << text;
         return;
     }
     findings.write(std::cout);
-    std::cout << options.output << ": " << counted(exported.instances, "instance") << ", "
-              << counted(exported.nets, "net") << ", " << counted(exported.ports, "outer port") << " written\n";
+    Json const counts = countsOf(netlist);
+    std::cout << options.output << ": " << counted(counts["instances"], "instance") << ", "
+              << counted(counts["nets"], "net") << ", " << counted(counts["ports"], "outer port") << " written\n";
 }
 
 Outcome exportDesign(Options options, Common const& common) {
@@ -79,17 +87,17 @@ Outcome exportDesign(Options options, Common const& common) {
         findings.add(Severity::kWarning, options.file, Mark::null_mark(),
                      "holds the composite '" + design.type + "': its inside is exported, not its own ports");
     Kinds kinds;
-    Exported const exported = [&] {
+    Node const netlist = [&] {
         QuietOutput const quiet;
         return exportNetlist(circuit, options.file, map, kinds, findings);
     }();
-    refuseOtherBytes(exported.netlist, options.file);
-    std::string const text = written(exported.netlist, formatOf(options));
+    refuseOtherBytes(netlist, options.file);
+    std::string const text = written(netlist, formatOf(options));
     if (!options.output.empty()) saveFile(options.output, text);
     if (common.json)
-        writeJson(std::cout, reportJson(options, exported, findings, text));
+        writeJson(std::cout, reportJson(options, netlist, findings, text));
     else
-        writeReport(options, exported, findings, text);
+        writeReport(options, netlist, findings, text);
     return findings.outcome();
 }
 

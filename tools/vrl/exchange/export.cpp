@@ -49,9 +49,7 @@ ComponentRule const* ruleFor(Export& context, Element const& element) {
     if (own && own->key == element.kind) return own;
     if (ComponentRule const* const first = context.map.forKey(element.kind)) return first;
     if (!context.map.path.empty()) context.unmapped.insert(element.kind);
-    ComponentRule& same = context.sameNames[element.kind];
-    same.component = same.key = element.kind;
-    return &same;
+    return &context.sameNames.try_emplace(element.kind, element.kind).first->second;
 }
 
 /// A block with all that decides on its settings.
@@ -154,7 +152,7 @@ void compareInside(Export& context, Element const& element, FreshBlock const& fr
     auto const text = [&](vrl::BB& block) {
         Findings aside;
         vrl::Netlist& inside = *dynamic_cast<vrl::CBB&>(block).getAsNetlist();
-        Node const exported = exportNetlist(inside, context.path, NameMap(), context.kinds, aside).netlist;
+        Node const exported = exportNetlist(inside, context.path, NameMap(), context.kinds, aside);
         Node extension = member(exported, "vrl");
         if (extension.IsDefined()) extension.remove("parameters");  // those of the block itself
         return written(exported, Format::kLine);
@@ -293,13 +291,13 @@ std::string portText(Export const& context, End const& end) {
     return context.names[end.element] + "," + (theirs.empty() ? port.name : theirs);
 }
 
-/// The items of a list; none for all else.
-std::vector<Node> itemsOf(Node const& list) {
-    std::vector<Node> items;
-    if (list.IsSequence())
-        for (Node const& item : list) items.push_back(item);
-    return items;
+/// An item of a list; null if there is none.
+Node item(Node const& list, std::size_t place) {
+    return list.IsSequence() && place < list.size() ? list[place] : Node();
 }
+
+/// The node if it is of a type, or an empty one of it: anyone may have written a note.
+Node only(YAML::NodeType::value type, Node const& node) { return node.Type() == type ? node : Node(type); }
 
 /// The connections of all nodes. A node of many ports becomes a chain, which connects the same.
 std::vector<std::pair<End, End>> connections(Circuit const& circuit) {
@@ -315,14 +313,9 @@ std::vector<std::pair<End, End>> connections(Circuit const& circuit) {
 
 void addNets(Export& context) {
     std::map<std::pair<std::string, std::string>, Node> others;
-    auto const text = [](Node const& port) {
-        auto const names = itemsOf(port);
-        return names.size() == 2 ? names[0].Scalar() + "," + names[1].Scalar() : "";
-    };
-    for (auto const& entry : note(context.netlist, "nets")) {
-        auto const items = itemsOf(entry);
-        if (items.size() == 3) others.emplace(std::minmax({text(items[0]), text(items[1])}), items[2]);
-    }
+    auto const text = [](Node const& port) { return item(port, 0).Scalar() + "," + item(port, 1).Scalar(); };
+    for (Node const& entry : only(YAML::NodeType::Sequence, note(context.netlist, "nets")))
+        others.emplace(std::minmax({text(item(entry, 0)), text(item(entry, 1))}), item(entry, 2));
     Circuit const& circuit = context.circuit;
     for (auto const& [a, b] : connections(circuit)) {
         Node net = newMap({{"p1", textNode(portText(context, a))}, {"p2", textNode(portText(context, b))}});
@@ -336,7 +329,7 @@ void addPort(Export& context, std::string const& name, End const& end) {
     Pin const& port = context.portOf(end);
     context.ports.force_insert(name, textNode(portText(context, end)));
     context.withPort.insert(port.node);
-    auto& list = context.derived[static_cast<std::size_t>(sideOf(port.name, port.domain))];
+    auto& list = context.derived[sideOf(port.name, port.domain)];
     if (std::find(list.begin(), list.end(), port.node) == list.end()) list.push_back(port.node);
 }
 
@@ -345,24 +338,23 @@ void addPort(Export& context, std::string const& name, End const& end) {
 void addPorts(Export& context) {
     Circuit const& circuit = context.circuit;
     std::set<unsigned> boundary;
-    for (Side const side : kSides)
-        for (unsigned const node : sideNodes(context.netlist, side)) boundary.insert(node);
+    for (Side const& side : kSides) boundary.insert((circuit.*side.nodes).begin(), (circuit.*side.nodes).end());
     std::set<std::string> names;
-    for (auto const& entry : note(context.netlist, "ports")) {
-        auto const items = itemsOf(entry);
-        if (items.size() == 2 && names.insert(items[0].Scalar()).second) {
-            context.ports.force_insert(items[0].Scalar(), items[1]);
-            ++context.leftOutPorts;
-        }
-        std::size_t const place = items.size() == 3 ? circuit.find(items[1].Scalar()) : circuit.elements.size();
-        if (place == circuit.elements.size()) continue;
-        auto const& pins = circuit.elements[place].pins;
-        Pin const* const port = circuit.elements[place].pin(items[2].Scalar());
-        if (port && boundary.count(port->node) > 0 && names.insert(items[0].Scalar()).second)
-            addPort(context, items[0].Scalar(), {place, static_cast<std::size_t>(port - pins.data())});
+    for (Node const& entry : only(YAML::NodeType::Sequence, note(context.netlist, "ports"))) {
+        std::string const name = item(entry, 0).Scalar();
+        bool const leftOut = entry.size() == 2;
+        std::size_t const place = leftOut ? circuit.elements.size() : circuit.find(item(entry, 1).Scalar());
+        Pin const* port = nullptr;
+        if (place < circuit.elements.size()) port = circuit.elements[place].pin(item(entry, 2).Scalar());
+        bool const there = port && boundary.count(port->node) > 0;
+        if (!(leftOut || there) || !names.insert(name).second) continue;
+        context.leftOutPorts += leftOut;
+        if (leftOut)
+            context.ports.force_insert(name, item(entry, 1));
+        else
+            addPort(context, name, {place, static_cast<std::size_t>(port - circuit.elements[place].pins.data())});
     }
-    for (auto const& [name, end] : derivedPorts(context.netlist, circuit, context.withPort, names))
-        addPort(context, name, end);
+    for (auto const& [name, end] : derivedPorts(circuit, context.withPort, names)) addPort(context, name, end);
 }
 
 /// Names the nodes that nets and ports leave out, or of which an import would complain.
@@ -390,16 +382,16 @@ void addBoundary(Export& context) {
     Node boundary = newMap();
     std::map<unsigned, std::string> bare;
     bool same = true;
-    for (Side const side : kSides) {
-        auto const nodes = sideNodes(context.netlist, side);
-        same = same && nodes == context.derived[static_cast<std::size_t>(side)];
+    for (std::size_t side = 0; side < kSides.size(); ++side) {
+        auto const& nodes = context.circuit.*kSides[side].nodes;
+        same = same && nodes == context.derived[side];
         Node list = newList();
         for (unsigned const node : nodes) {
             bool const connected = context.circuit.nodes.count(node) > 0;
             if (!connected && bare.count(node) == 0) bare[node] = "#" + std::to_string(bare.size() + 1);
             list.push_back(textNode(connected ? portText(context, portFor(context.circuit, node, side)) : bare[node]));
         }
-        boundary.force_insert(sideWord(side), list);
+        boundary.force_insert(std::string(kSides[side].word), list);
     }
     if (!same) context.extension.force_insert("boundary", boundary);
 }
@@ -417,9 +409,11 @@ void addOwn(Export& context) {
 /// Writes back what a partial import left out.
 void addLeftOut(Export& context) {
     Node const left = note(context.netlist, "leftOut");
-    Node const leftInstances = member(left, "instances"), leftNets = member(left, "nets");
+    Node const leftInstances = only(YAML::NodeType::Map, member(left, "instances"));
+    Node const leftNets = only(YAML::NodeType::Sequence, member(left, "nets"));
     for (auto const& entry : leftInstances) context.instances.emplace(entry.first.Scalar(), entry.second);
-    for (auto const& entry : member(left, "placements")) context.placements.emplace(entry.first.Scalar(), entry.second);
+    for (auto const& entry : only(YAML::NodeType::Map, member(left, "placements")))
+        context.placements.emplace(entry.first.Scalar(), entry.second);
     for (Node const& net : leftNets) context.nets.push_back(net);
     if (leftInstances.size() + leftNets.size() + context.leftOutPorts > 0)
         context.report(Severity::kNote,
@@ -441,7 +435,7 @@ Node connectionsOf(Node const& nets) {
 }
 
 /// Puts the parts together in their usual order.
-Exported assembled(Export& context) {
+Node assembled(Export& context) {
     vrl::Netlist& netlist = context.netlist;
     addLeftOut(context);
     bool const wanted = !isNull(note(netlist, "connections"));
@@ -449,22 +443,21 @@ Exported assembled(Export& context) {
     Node places = newMap();
     append(places, note(netlist, "placements"));
     append(places, mapOf(context.placements));
-    Exported result{newMap({{"name", note(netlist, "name")},
-                            {"instances", mapOf(context.instances)},
-                            {"connections", map},
-                            {"nets", isNull(map) ? context.nets : Node()},
-                            {"placements", unlessEmpty(places)},
-                            {"ports", context.ports}}),
-                    context.instances.size(), context.nets.size(), context.ports.size()};
-    append(result.netlist, note(netlist, "members"));
-    append(result.netlist, newMap({{"vrl", unlessEmpty(context.extension)}}));
+    Node result = newMap({{"name", note(netlist, "name")},
+                          {"instances", mapOf(context.instances)},
+                          {"connections", map},
+                          {"nets", isNull(map) ? context.nets : Node()},
+                          {"placements", unlessEmpty(places)},
+                          {"ports", context.ports}});
+    append(result, note(netlist, "members"));
+    append(result, newMap({{"vrl", unlessEmpty(context.extension)}}));
     return result;
 }
 
 }  // namespace
 
-Exported exportNetlist(vrl::Netlist& netlist, std::string const& path, NameMap const& map, Kinds& kinds,
-                       Findings& findings) {
+Node exportNetlist(vrl::Netlist& netlist, std::string const& path, NameMap const& map, Kinds& kinds,
+                   Findings& findings) {
     Export context{netlist, path, map, kinds, findings, circuitFrom(netlist, 0)};
     addInstances(context);
     addNets(context);

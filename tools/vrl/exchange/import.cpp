@@ -68,25 +68,20 @@ std::string foundryOf(Import const& import, Instance const& instance) {
 /// The rule for an instance; null, and an error, if its component has none or its kind cannot be made.
 ComponentRule const* ruleFor(Import& import, Instance const& instance) {
     NameMap const& map = import.map;
-    std::string const component = instance.component.Scalar(), what = "component '" + component + "'";
+    std::string const component = instance.component.Scalar(), foundry = foundryOf(import, instance);
     ComponentRule const* rule = map.find(component);
-    if (!rule && map.sameNames && FactoryLoader<vrl::BB>::factory().find(component)) {
-        ComponentRule& same = import.sameNames[component];
-        same.component = same.key = component;
-        rule = &same;
-    }
-    if (!rule) {
-        std::vector<std::string> names = map.sameNames ? factoryKeys<vrl::BB>() : std::vector<std::string>();
-        for (auto const& known : map.components) names.push_back(known.first);
-        std::string const where = map.path.empty() ? " is no key of ours, and there is no map" : " is not in the map";
-        import.error(instance.component, what + where, didYouMean(component, names));
-    } else if (rule->key.empty()) {
-        import.error(instance.component,
-                     what + " has no key in the map (" + map.path + ":" + std::to_string(rule->mark.line + 1) + ")");
-    } else {
-        std::string const foundry = foundryOf(import, instance);
-        if (checkFoundry(import, instance, foundry) && checkKind(import, *rule, foundry)) return rule;
-    }
+    if (!rule && map.sameNames && FactoryLoader<vrl::BB>::factory().find(component))
+        rule = &import.sameNames.try_emplace(component, component).first->second;
+    if (rule && !rule->key.empty())
+        return checkFoundry(import, instance, foundry) && checkKind(import, *rule, foundry) ? rule : nullptr;
+    std::vector<std::string> names = map.sameNames ? factoryKeys<vrl::BB>() : std::vector<std::string>();
+    for (auto const& known : map.components) names.push_back(known.first);
+    std::string const where = map.path.empty() ? " is no key of ours, and there is no map" : " is not in the map";
+    std::string const line = rule ? std::to_string(rule->mark.line + 1) : "";
+    import.error(instance.component,
+                 "component '" + component + "'" +
+                     (rule ? " has no key in the map (" + map.path + ":" + line + ")" : where),
+                 rule ? "" : didYouMean(component, names));
     return nullptr;
 }
 
@@ -262,7 +257,7 @@ void createNetlist(Import& import) {
 bool portsAreDerived(Import const& import) {
     Circuit const circuit = circuitFrom(*import.result.netlist, 0);
     Node derived = newList();
-    for (auto const& [name, end] : derivedPorts(*import.result.netlist, circuit, {}, {})) {
+    for (auto const& [name, end] : derivedPorts(circuit, {}, {})) {
         Element const& element = circuit.elements[end.element];
         derived.push_back(newList({textNode(name), textNode(element.name), textNode(element.pins[end.pin].name)}));
     }

@@ -49,18 +49,16 @@ struct Import {
     std::map<std::string, ComponentRule> sameNames = {};  ///< rules of kinds that the map does not name
     std::set<std::string> checkedComponents = {};
     std::map<std::string, KeptSettings> keptSettings = {};
-
     std::vector<Element> elements = {};
     std::unordered_map<std::string, std::size_t> byName = {};
     std::map<std::string, Instance const*> arrays = {};
-    std::set<std::string> leftOutNames = {};
-    Node leftInstances = {}, leftNets = {}, leftPlacements = {};
-
     std::vector<UsedPort> ports = {};  ///< in order of mention
     std::map<Port, std::size_t> places = {};
     std::set<std::pair<std::size_t, std::size_t>> connections = {};
     std::vector<std::size_t> outerPorts = {};  ///< the places of their ports
     Node portNotes = {}, netNotes = {};
+    std::set<std::string> leftOutNames = {};
+    Node leftInstances = {}, leftNets = {}, leftPlacements = {};
     std::size_t repeatedNets = 0;
     std::size_t hints = 0;  ///< given; looking for near names among many takes its time
 

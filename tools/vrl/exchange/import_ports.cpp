@@ -207,15 +207,16 @@ unsigned nodeOf(Import& import, Node const& name, std::map<std::string, unsigned
 }
 
 void setBoundary(Import& import) {
+    vrl::Netlist& netlist = *import.result.netlist;
     Node const boundary = member(import.document.extension, "boundary");
     std::map<std::string, unsigned> bare;
-    for (Side const side : kSides)
-        for (auto const& name : member(boundary, sideWord(side)))
-            if (unsigned const node = nodeOf(import, name, bare)) addToSide(*import.result.netlist, side, node);
+    for (Side const& side : kSides)
+        for (Node const& name : member(boundary, side.word))
+            if (unsigned const node = nodeOf(import, name, bare)) (netlist.*side.add)(node, nullptr);
     if (boundary.IsDefined()) return;
     for (std::size_t const place : import.outerPorts) {
         Import::UsedPort const& used = import.ports[place];
-        addToSide(*import.result.netlist, sideOf(used.port.second, domainOf(import, used.port)), used.node);
+        (netlist.*kSides[sideOf(used.port.second, domainOf(import, used.port))].add)(used.node, nullptr);
     }
 }
 

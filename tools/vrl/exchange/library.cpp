@@ -51,47 +51,33 @@ Node note(vrl::Annotations const& source, std::string const& key) {
     return text.empty() ? Node() : valueOfLine(text);
 }
 
-char const* sideWord(Side side) {
-    static char const* const words[] = {"inputs", "outputs", "dc"};
-    return words[static_cast<int>(side)];
+std::array<Side, 3> const kSides{{{"inputs", "in", &Circuit::inputs, &vrl::Netlist::setInputNode},
+                                  {"outputs", "out", &Circuit::outputs, &vrl::Netlist::setOutputNode},
+                                  {"dc", "dc", &Circuit::dc, &vrl::Netlist::setDCNode}}};
+
+std::size_t sideOf(std::string const& port, vrl::EnumList::Domain domain) {
+    if (domain != vrl::EnumList::Optics) return 2;
+    return vrl::PortLabel(port).isOpticalOutput() ? 1 : 0;
 }
 
-Side sideOf(std::string const& port, vrl::EnumList::Domain domain) {
-    if (domain != vrl::EnumList::Optics) return Side::kDc;
-    return vrl::PortLabel(port).isOpticalOutput() ? Side::kOutput : Side::kInput;
-}
-
-std::vector<unsigned> sideNodes(vrl::Netlist& netlist, Side side) {
-    if (side == Side::kInput) return {netlist.beginInputNodes(), netlist.endInputNodes()};
-    if (side == Side::kOutput) return {netlist.beginOutputNodes(), netlist.endOutputNodes()};
-    return {netlist.beginDCNodes(), netlist.endDCNodes()};
-}
-
-void addToSide(vrl::Netlist& netlist, Side side, unsigned node) {
-    if (side == Side::kInput) netlist.setInputNode(node);
-    if (side == Side::kOutput) netlist.setOutputNode(node);
-    if (side == Side::kDc) netlist.setDCNode(node);
-}
-
-End const& portFor(Circuit const& circuit, unsigned node, Side side) {
+End const& portFor(Circuit const& circuit, unsigned node, std::size_t side) {
     auto const& ends = circuit.nodes.at(node);
     auto const best = std::find_if(ends.begin(), ends.end(), [&](End const& end) {
-        Pin const& pin = circuit.elements[end.element].pins[end.pin];
-        return sideOf(pin.name, pin.domain) == side;
+        Pin const& port = circuit.elements[end.element].pins[end.pin];
+        return sideOf(port.name, port.domain) == side;
     });
     return best == ends.end() ? ends.front() : *best;
 }
 
-std::vector<std::pair<std::string, End>> derivedPorts(vrl::Netlist& netlist, Circuit const& circuit,
-                                                      std::set<unsigned> withPort, std::set<std::string> names) {
-    static char const* const heads[] = {"in", "out", "dc"};
+std::vector<std::pair<std::string, End>> derivedPorts(Circuit const& circuit, std::set<unsigned> withPort,
+                                                      std::set<std::string> names) {
     std::vector<std::pair<std::string, End>> ports;
-    for (Side const side : kSides) {
+    for (std::size_t side = 0; side < kSides.size(); ++side) {
         std::size_t number = 0;
-        for (unsigned const node : sideNodes(netlist, side)) {
+        for (unsigned const node : circuit.*kSides[side].nodes) {
             if (circuit.nodes.count(node) == 0 || !withPort.insert(node).second) continue;
             std::string name;
-            do name = heads[static_cast<int>(side)] + std::to_string(number++);
+            do name = kSides[side].head + std::to_string(number++);
             while (!names.insert(name).second);
             ports.emplace_back(name, portFor(circuit, node, side));
         }

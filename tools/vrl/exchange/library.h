@@ -70,25 +70,27 @@ void setNote(vrl::Annotations& target, std::string const& key, Node const& value
 Node note(vrl::Annotations const& source, std::string const& key);
 /**@}*/
 
-/// The boundary lists of a netlist.
-enum class Side { kInput, kOutput, kDc };
+/// A list of the boundary: its name in the member "boundary" of "vrl", how outer ports on it are called, and its nodes.
+struct Side {
+    char const* word;
+    char const* head;
+    std::vector<unsigned> Circuit::*nodes;
+    vrl::Netlist& (vrl::Netlist::*add)(unsigned const& node, unsigned* position);
+};
 
-inline constexpr std::array<Side, 3> kSides{Side::kInput, Side::kOutput, Side::kDc};
+/// Inputs, outputs and DC.
+extern std::array<Side, 3> const kSides;
 
-/// The name of a list in the member "boundary" of "vrl".
-char const* sideWord(Side side);
-/// The list for an outer port: for an optical one by the direction of its port, inputs where the port has none; DC for
-/// all others.
-Side sideOf(std::string const& port, vrl::EnumList::Domain domain);
-std::vector<unsigned> sideNodes(vrl::Netlist& netlist, Side side);
-void addToSide(vrl::Netlist& netlist, Side side, unsigned node);
+/// The list for an outer port, by its place: for an optical one by the direction of its port, inputs where the port has
+/// none; DC for all others.
+std::size_t sideOf(std::string const& port, vrl::EnumList::Domain domain);
 
 /// The port of a node that shows best on which list it is.
-End const& portFor(Circuit const& circuit, unsigned node, Side side);
+End const& portFor(Circuit const& circuit, unsigned node, std::size_t side);
 
 /// Outer ports for the nodes of the boundary except those that have one, by names that are not yet taken: "in0",
 /// "out0", "dc0" and so on.
-std::vector<std::pair<std::string, End>> derivedPorts(vrl::Netlist& netlist, Circuit const& circuit,
-                                                      std::set<unsigned> withPort, std::set<std::string> names);
+std::vector<std::pair<std::string, End>> derivedPorts(Circuit const& circuit, std::set<unsigned> withPort,
+                                                      std::set<std::string> names);
 
 }  // namespace vrltool::exchange

@@ -69,12 +69,11 @@ void checkRules(MapFile const& file, Node const& rules, bool ports, std::string 
 void readComponent(MapFile const& file, Node const& node, ComponentRule& rule) {
     static std::vector<Shape> const shapes{
         {"key", "nt"}, {"sameNames", "b"}, {"ports", "nm"}, {"parameters", "nm"}, {"defaults", "nm"}};
-    if (isNull(node)) return;  // known, and without a key
     std::string const name = "'" + printable(rule.component) + "'";
-    if (!isText(node)) file.check(node, "component " + name, " of " + name, shapes);
-    Node const key = isText(node) ? node : member(node, "key");  // the short form is the key alone
+    if (!isText(node) && !isNull(node)) file.check(node, "component " + name, " of " + name, shapes);
+    Node const key = isMap(node) ? member(node, "key") : node;  // the short form is the key alone, or null for none yet
     rule.key = key.Scalar();
-    if (key.IsDefined()) rule.keyMark = key.Mark();
+    if (!isNull(key)) rule.keyMark = key.Mark();
     Node const same = member(node, "sameNames");
     if (same.IsDefined()) rule.sameNames = same.Scalar() == "true";
     rule.ports.reset(member(node, "ports"));
@@ -148,7 +147,9 @@ NameMap readNameMap(std::string const& path) {
     map.sameNames = member(root, "sameNames").Scalar() != "false";
     for (auto const& entry : components) {
         std::string const name = entry.first.Scalar();
-        ComponentRule rule{name, "", entry.first.Mark(), entry.first.Mark(), map.sameNames, {}, {}, {}};
+        ComponentRule rule(name);
+        rule.mark = rule.keyMark = entry.first.Mark();
+        rule.sameNames = map.sameNames;
         readComponent(file, entry.second, rule);
         map.components.emplace(name, rule);
     }

@@ -22,12 +22,15 @@ struct MappedName {
 struct ComponentRule {
     std::string component;
     std::string key;  ///< of ours; empty if it has none yet
-    Mark mark;
-    Mark keyMark;
+    Mark mark = Mark::null_mark();
+    Mark keyMark = mark;
     bool sameNames = true;
-    Node ports;       ///< theirs to ours; a map, or null
-    Node parameters;  ///< settings of theirs to ours, or to {"to", "factor"}, or to null: known to have none
-    Node defaults;    ///< parameters of ours that settings do not give
+    Node ports = {};       ///< theirs to ours; a map, or null
+    Node parameters = {};  ///< settings of theirs to ours, or to {"to", "factor"}, or to null: known to have none
+    Node defaults = {};    ///< parameters of ours that settings do not give
+
+    /// Our kind by its own names, until more is known.
+    explicit ComponentRule(std::string const& name) : component(name), key(name) {}
 
     /**@{*/
     /// The port or parameter of ours for a name of theirs, and the other way round.

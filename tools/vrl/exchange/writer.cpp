@@ -1,4 +1,4 @@
-#include <algorithm>
+#include <nlohmann/json.hpp>
 #include <set>
 
 #include "exchange/node.h"
@@ -12,20 +12,12 @@ char const* const kNumber = "vrl::number";
 
 bool isLeaf(Node const& node) { return node.size() == 0; }
 
-/// A text in double quotes that both languages read.
+/// A text in double quotes that both languages read: JSON, in which a delete character is no control character.
 std::string quoted(std::string const& text) {
-    static char const digits[] = "0123456789ABCDEF";
-    std::string result = "\"";
-    for (char const c : text) {
-        auto const byte = static_cast<unsigned char>(c);
-        if (c == '\n')
-            result += "\\n";
-        else if (byte < 0x20 || byte == 0x7F)
-            result += std::string("\\u00") + digits[byte >> 4] + digits[byte & 15];
-        else
-            result += (c == '"' || c == '\\' ? std::string("\\") : std::string()) + c;
-    }
-    return result + '"';
+    std::string result = nlohmann::json(text).dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
+    for (auto at = result.find('\x7F'); at != std::string::npos; at = result.find('\x7F', at))
+        result.replace(at, 1, "\\u007f");
+    return result;
 }
 
 /// Whether every reader of YAML takes the text, written plainly, for this very text. It begins with a letter, since all
