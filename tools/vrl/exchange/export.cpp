@@ -4,7 +4,6 @@
 #include <charconv>
 
 #include "exchange/document.h"
-#include "exchange/values.h"
 #include "host/stand_in.h"
 #include "text/progress.h"
 #include "text/table.h"

@@ -1,7 +1,6 @@
 #include "exchange/import.h"
 
 #include "exchange/import_context.h"
-#include "exchange/values.h"
 #include "text/near_names.h"
 #include "text/progress.h"
 #include "text/table.h"

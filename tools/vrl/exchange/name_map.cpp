@@ -1,10 +1,12 @@
 #include "exchange/name_map.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <set>
 
 #include "text/failure.h"
+#include "text/near_names.h"
 #include "text/table.h"
 
 namespace vrltool::exchange {
@@ -104,6 +106,127 @@ MappedName toTheirs(Node const& rules, bool sameNames, std::string const& ours) 
     return {sameNames && !member(rules, ours).IsDefined() ? ours : ""};
 }
 
+using Names = std::vector<std::string>;
+
+/// What a netlist uses of one component.
+struct Used {
+    std::size_t instances = 0;
+    std::set<std::string> ports;
+    std::map<std::string, Node> settings;  ///< with the first value that is not null
+};
+
+std::map<std::string, Used> usedComponents(Document const& document) {
+    std::map<std::string, Used> components;
+    std::map<std::string, Used*> ofInstance;
+    for (Instance const& instance : document.instances) {
+        Used& used = *(ofInstance[instance.name.Scalar()] = &components[instance.component.Scalar()]);
+        ++used.instances;
+        for (auto const& setting : instance.settings) {
+            Node& value = used.settings.emplace(setting.first.Scalar(), setting.second).first->second;
+            if (isNull(value)) value.reset(setting.second);
+        }
+    }
+    auto const addPort = [&](std::string const& port) {
+        auto const comma = port.rfind(',');
+        std::string const name = port.substr(0, comma);
+        auto found = ofInstance.find(name);
+        if (found == ofInstance.end()) found = ofInstance.find(name.substr(0, name.rfind('<')));
+        if (found != ofInstance.end()) found->second->ports.insert(port.substr(comma + 1));
+    };
+    for (Net const& net : document.nets)
+        for (Node const& port : net.ports) addPort(port.Scalar());
+    for (auto const& outer : document.ports) addPort(outer.second.Scalar());
+    return components;
+}
+
+/// The words of a name in small letters: "sfEdgeCoupler" and "sf_edge_coupler" have the same.
+std::set<std::string> wordsOf(std::string const& name) {
+    std::set<std::string> words;
+    std::string word;
+    for (char const c : name + ' ') {
+        bool const large = c >= 'A' && c <= 'Z';
+        bool const small = (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9');
+        if (!small && word.size() > 1) words.insert(word);
+        if (!small) word.clear();
+        if (large || small) word += large ? static_cast<char>(c + 32) : c;
+    }
+    return words;
+}
+
+/// Up to three names that share words with a name, most of them first; without any, those that are spelt alike.
+Names proposals(std::string const& name, Names const& known) {
+    std::set<std::string> const words = wordsOf(name);
+    std::set<std::pair<int, std::string>> shared;
+    for (std::string const& candidate : known) {
+        int count = 0;
+        for (std::string const& word : wordsOf(candidate)) count -= static_cast<int>(words.count(word));
+        if (count < 0) shared.emplace(count, candidate);
+    }
+    Names names;
+    for (auto const& entry : shared)
+        if (names.size() < 3) names.push_back(entry.second);
+    return names.empty() ? nearNames(name, known) : names;
+}
+
+std::string yaml(Node const& node) {
+    std::string const text = written(node, Format::kYaml);
+    return text.substr(0, text.size() - 1);
+}
+
+std::string yaml(std::string const& name) { return yaml(textNode(name)); }
+
+/// A list of names for a comment.
+std::string listed(Names const& names) {
+    std::string text;
+    for (std::string const& name : names) text += (text.empty() ? "" : ", ") + printable(name);
+    return text;
+}
+
+bool contains(Names const& names, std::string const& name) {
+    return std::find(names.begin(), names.end(), name) != names.end();
+}
+
+/// Without a near name, the keys of blocks with as many ports are what to choose from.
+std::string keysByPorts(Kinds& kinds, std::size_t count) {
+    Names fitting;
+    for (std::string const& key : factoryKeys<vrl::BB>()) {
+        FreshBlock const* const fresh = kinds.fresh("", key);
+        if (fresh && portNames(*fresh->block).size() == count) fitting.push_back(key);
+    }
+    if (fitting.empty()) return "one of " + listed(factoryKeys<vrl::BB>());
+    return "of " + counted(count, "port") + ": " + listed(fitting);
+}
+
+/// Ports are taken in order: theirs as they are named, ours as they are declared.
+std::string portLines(Used const& used, FreshBlock const* fresh) {
+    Names const ours = fresh ? portNames(*fresh->block) : Names();
+    bool const same = std::all_of(used.ports.begin(), used.ports.end(),
+                                  [&](std::string const& port) { return contains(ours, port); });
+    std::string lines = "    ports:" + (fresh ? "  # ours: " + listed(ours) : "") + "\n";
+    std::size_t next = 0;
+    for (std::string const& port : used.ports) {
+        std::string const target = same ? port : next < ours.size() ? ours[next++] : "";
+        lines +=
+            (target.empty() ? "      # " : "      ") + yaml(port) + ": " + (target.empty() ? "?" : yaml(target)) + '\n';
+    }
+    return used.ports.empty() ? "" : lines;
+}
+
+std::string parameterLines(Used const& used, FreshBlock const* fresh) {
+    Names ours;
+    if (fresh)
+        for (auto const& entry : fresh->parameters) ours.push_back(entry.first);
+    std::string lines = "    parameters:" + (fresh ? "  # ours: " + listed(ours) : "") + "\n";
+    for (auto const& [name, value] : used.settings) {
+        bool const same = contains(ours, name);
+        Names const near = same ? Names() : proposals(name, ours);
+        lines += "      " + yaml(name) + ": " + (same ? yaml(name) : "null") + "  # such as " +
+                 (value.IsMap() || value.IsSequence() ? kindWord(kindOf(value)) : printable(yaml(value))) +
+                 (near.empty() ? "" : "; perhaps " + listed(near)) + '\n';
+    }
+    return used.settings.empty() ? "" : lines;
+}
+
 }  // namespace
 
 std::string ourName(Node const& entry) { return isMap(entry) ? member(entry, "to").Scalar() : entry.Scalar(); }
@@ -154,6 +277,30 @@ NameMap readNameMap(std::string const& path) {
         map.components.emplace(name, rule);
     }
     return map;
+}
+
+std::string mapTemplate(Document const& document) {
+    Kinds kinds;
+    Names const foundries = factoryKeys<vrl::Foundry>();
+    auto const components = usedComponents(document);
+    std::string out = "# From the names of " + printable(document.path) +
+                      " to ours. What is null has still to be filled in,\n"
+                      "# or may stay so: a setting that is null is kept as a note.\n"
+                      "# Parameters may convert: {to: length, factor: 1000}.\n"
+                      "foundry: " +
+                      (foundries.empty() ? "null" : yaml(foundries.front())) +
+                      (foundries.size() > 1 ? "  # " + listed(foundries) : "") +
+                      (components.empty() ? "\ncomponents: {}\n" : "\ncomponents:\n");
+    for (auto const& [name, used] : components) {
+        Names const keys = proposals(name, factoryKeys<vrl::BB>());
+        FreshBlock const* const fresh = keys.empty() ? nullptr : kinds.fresh("", keys.front());
+        out += "  " + yaml(name) + ":  # " + counted(used.instances, "instance") +
+               "\n    key: " + (fresh ? yaml(keys.front()) : "null");
+        if (keys.empty()) out += "  # " + keysByPorts(kinds, used.ports.size());
+        if (keys.size() > 1) out += "  # or " + listed({keys.begin() + 1, keys.end()});
+        out += '\n' + portLines(used, fresh) + parameterLines(used, fresh);
+    }
+    return out;
 }
 
 }  // namespace vrltool::exchange

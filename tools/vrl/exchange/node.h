@@ -62,8 +62,8 @@ Node newBeside(Node const& other, YAML::NodeType::value type, Mark const& mark =
 Node member(Node const& map, std::string_view name);
 /// The node, or null for an empty list or map.
 inline Node unlessEmpty(Node const& node) { return node.size() == 0 && !node.IsScalar() ? Node() : node; }
-/// Adds the members of one map to another.
-void append(Node& map, Node const& members);
+/// Adds the parts of a list or map to another of the same type; nothing to one of another type.
+void append(Node& target, Node const& source);
 
 /// "PATH:LINE:COLUMN", or the path alone without a place.
 std::string placeText(std::string const& path, Mark const& mark);

@@ -22,6 +22,7 @@ using YAML::NodeType;
 constexpr std::uintmax_t kLargest = 512 * 1024 * 1024;
 constexpr std::size_t kDeepest = 100;         // far beyond what netlists need, far below what stacks hold
 constexpr std::size_t kMostCopied = 1000000;  // values that aliases may make
+std::string const kStandard = "tag:yaml.org,2002:";
 char const* const kHint = "give the path of a file of JSON or YAML";
 
 /// A decimal number of YAML in the spelling of JSON; empty for what is none.
@@ -52,15 +53,6 @@ bool isTooLarge(std::string const& number) {
     return std::from_chars(number.data(), end, value).ec == std::errc::result_out_of_range && !tiny;
 }
 
-/// A number such as 0x1F or 0o17 in decimal digits; empty for what is none.
-std::string ofBase(std::string const& text, int base) {
-    std::uint64_t value = 0;
-    char const* const end = text.data() + text.size();
-    auto const read = std::from_chars(text.data() + 2, end, value, base);
-    if (read.ptr != end || read.ec == std::errc::invalid_argument) return {};
-    return read.ec == std::errc() ? std::to_string(value) : "1e999";
-}
-
 /// A plain scalar by the core schema of YAML.
 std::pair<Kind, std::string> resolved(std::string const& text) {
     static std::set<std::string> const nulls{"", "~", "null", "Null", "NULL"}, truths{"true", "True", "TRUE"},
@@ -71,13 +63,20 @@ std::pair<Kind, std::string> resolved(std::string const& text) {
     if (nans.count(text)) return {Kind::kNumber, ".nan"};
     if (infinities.count(text.substr(text[0] == '+' || text[0] == '-')))
         return {Kind::kNumber, text[0] == '-' ? "-.inf" : ".inf"};
-    bool const based = text.size() > 2 && text[0] == '0' && (text[1] == 'x' || text[1] == 'o');
-    std::string const number = based ? ofBase(text, text[1] == 'x' ? 16 : 8) : decimal(text);
+    std::string number = decimal(text);
+    if (text.size() > 2 && text[0] == '0' && (text[1] == 'x' || text[1] == 'o')) {  // such as 0x1F or 0o17
+        std::uint64_t value = 0;
+        char const* const end = text.data() + text.size();
+        auto const read = std::from_chars(text.data() + 2, end, value, text[1] == 'x' ? 16 : 8);
+        bool const good = read.ptr == end && read.ec != std::errc::invalid_argument;
+        number = !good ? "" : read.ec == std::errc() ? std::to_string(value) : "1e999";
+    }
     return number.empty() ? std::pair(Kind::kText, text) : std::pair(Kind::kNumber, number);
 }
 
-/// How many values a value is, itself included, and how many levels.
-struct Extent {
+/// A node with the number of its values, itself included, and of its levels.
+struct Sized {
+    Node node;
     std::size_t values = 1;
     std::size_t depth = 1;
 };
@@ -91,71 +90,72 @@ public:
         if (documents++ > 0) fail(mark, "a second document begins here", "keep one document in a file");
     }
     void OnDocumentEnd() override {}
-
-    void OnNull(Mark const& mark, anchor_t anchor) override { put(newBeside(root, NodeType::Null, mark), anchor); }
+    void OnNull(Mark const& mark, anchor_t anchor) override { put({newBeside(root, NodeType::Null, mark)}, anchor); }
 
     /// An alias becomes a node of its own, with its place, which shares the parts of what it means.
     void OnAlias(Mark const& mark, anchor_t anchor) override {
         auto const found = anchors.find(anchor);
         if (found == anchors.end()) fail(mark, "an alias stands inside what it means", "write it out");
-        Node const& source = found->second.first;
-        Extent const& extent = found->second.second;
-        copied += extent.values;
-        if (copied > kMostCopied)
+        Sized const& source = found->second;
+        if ((copied += source.values) > kMostCopied)
             fail(mark, "its aliases make more than " + std::to_string(kMostCopied) + " values", "write them out");
-        refuseDeep(open.size() + extent.depth, mark);
-        Node copy = newBeside(root, source.Type(), mark);
-        if (source.IsScalar()) copy = source.Scalar();
-        copy.SetTag(source.Tag());
-        append(copy, source);
-        if (source.IsSequence())
-            for (Node const& item : source) copy.push_back(item);
-        put(copy, YAML::NullAnchor, extent);
+        refuseDeep(open.size() + source.depth, mark);
+        Node copy = newBeside(root, source.node.Type(), mark);
+        if (source.node.IsScalar()) copy = source.node.Scalar();
+        copy.SetTag(source.node.Tag());
+        append(copy, source.node);
+        put({copy, source.values, source.depth}, YAML::NullAnchor);
     }
 
     void OnScalar(Mark const& mark, std::string const& tag, anchor_t anchor, std::string const& text) override {
         bool const name = wantsName();
-        auto const meaning = name ? std::pair(Kind::kText, text) : meaningOf(mark, tag, text);
-        if (meaning.first == Kind::kNull) return OnNull(mark, anchor);
+        auto const [kind, spelling] = name ? std::pair(Kind::kText, text) : meaningOf(mark, tag, text);
+        if (kind == Kind::kNull) return OnNull(mark, anchor);
         Node node = newBeside(root, NodeType::Scalar, mark);
-        node = meaning.second;
-        if (meaning.first == Kind::kText) node.SetTag("!");
-        if (!name) return put(node, anchor);
-        if (anchor != YAML::NullAnchor) anchors.emplace(anchor, std::pair(node, Extent()));
-        refuseTwin(text, mark);
+        node = spelling;
+        if (kind == Kind::kText) node.SetTag("!");
+        if (!name) return put({node}, anchor);
+        if (anchor != YAML::NullAnchor) anchors.emplace(anchor, Sized{node});
+        auto const twin = open.back().lines.emplace(text, mark.line + 1);  // one of the two values would be lost
+        if (!twin.second)
+            fail(mark,
+                 "'" + printable(text) + "' stands twice; the first is in line " + std::to_string(twin.first->second),
+                 "rename or remove one of them");
         open.back().name.reset(node);
     }
 
     void OnSequenceStart(Mark const& mark, std::string const& tag, anchor_t anchor,
-                         YAML::EmitterStyle::value) override {
-        begin(NodeType::Sequence, mark, tag == "tag:yaml.org,2002:seq" ? "" : tag, anchor);
+                         YAML::EmitterStyle::value = {}) override {
+        begin(NodeType::Sequence, mark, tag == kStandard + "seq" ? "" : tag, anchor);
     }
-    void OnSequenceEnd() override { end(); }
-
-    void OnMapStart(Mark const& mark, std::string const& tag, anchor_t anchor, YAML::EmitterStyle::value) override {
-        begin(NodeType::Map, mark, tag == "tag:yaml.org,2002:map" ? "" : tag, anchor);
+    void OnMapStart(Mark const& mark, std::string const& tag, anchor_t anchor,
+                    YAML::EmitterStyle::value = {}) override {
+        begin(NodeType::Map, mark, tag == kStandard + "map" ? "" : tag, anchor);
     }
-    void OnMapEnd() override { end(); }
+    void OnSequenceEnd() override { OnMapEnd(); }
+    void OnMapEnd() override {
+        Open const done(std::move(open.back()));
+        open.pop_back();
+        put(done.whole, done.anchor);
+    }
 
     /// Throws a Failure with a place.
     [[noreturn]] void fail(Mark const& mark, std::string const& what, std::string const& hint = "") const {
         throw Failure(placeText(path, mark), what, hint);
     }
 
-    /// What was read; null if nothing was.
-    Node result() const { return root; }
+    Node root{NodeType::Null};  ///< what was read
 
 private:
     /// A list or map that is being read.
     struct Open {
-        Node node;
+        Sized whole;
         anchor_t anchor;
-        Extent extent;
-        Node name;                         ///< of the next member; null without one
-        std::map<std::string, int> lines;  ///< of the names
+        Node name = {};                         ///< of the next member; null without one
+        std::map<std::string, int> lines = {};  ///< of the names
     };
 
-    bool wantsName() const { return !open.empty() && open.back().node.IsMap() && open.back().name.IsNull(); }
+    bool wantsName() const { return !open.empty() && open.back().whole.node.IsMap() && open.back().name.IsNull(); }
 
     void refuseAsName(Node const& node) const {
         if (wantsName())
@@ -166,26 +166,16 @@ private:
         if (depth > kDeepest) fail(mark, "is nested deeper than " + std::to_string(kDeepest) + " levels");
     }
 
-    /// A name that is there twice would lose a value in silence.
-    void refuseTwin(std::string const& name, Mark const& mark) {
-        auto const first = open.back().lines.emplace(name, mark.line + 1);
-        if (first.second) return;
-        std::string const line = std::to_string(first.first->second);
-        fail(mark, "'" + printable(name) + "' stands twice; the first is in line " + line,
-             "rename or remove one of them");
-    }
-
     void refuseTag(Mark const& mark, std::string const& tag) const {
         if (!tag.empty() && tag != "?" && tag != "!")
             fail(mark, "the tag '" + printable(tag) + "' is not known here", "write a plain value");
     }
 
     std::pair<Kind, std::string> meaningOf(Mark const& mark, std::string const& tag, std::string const& text) const {
-        std::string const standard = "tag:yaml.org,2002:";
-        static std::set<std::string> const plain{"int", "float", "bool", "null"};
-        if (tag == "!" || tag == standard + "str") return {Kind::kText, text};
-        bool const known = tag.compare(0, standard.size(), standard) == 0 && plain.count(tag.substr(standard.size()));
-        refuseTag(mark, known ? "" : tag);
+        static std::set<std::string> const plain{kStandard + "int", kStandard + "float", kStandard + "bool",
+                                                 kStandard + "null"};
+        if (tag == "!" || tag == kStandard + "str") return {Kind::kText, text};
+        refuseTag(mark, plain.count(tag) ? "" : tag);
         auto const meaning = resolved(text);
         if (meaning.first == Kind::kNumber && isTooLarge(meaning.second))
             fail(mark, "the number " + printable(text) + " is too large", "no number of a program holds it");
@@ -197,30 +187,24 @@ private:
         refuseTag(mark, tag);
         refuseAsName(node);
         refuseDeep(open.size() + 1, mark);
-        open.push_back({node, anchor, {}, Node(), {}});
+        open.push_back({{node}, anchor});
     }
 
-    void end() {
-        Open const done(std::move(open.back()));
-        open.pop_back();
-        put(done.node, done.anchor, done.extent);
-    }
-
-    void put(Node const& node, anchor_t anchor, Extent const& extent = {}) {
-        refuseAsName(node);
-        if (anchor != YAML::NullAnchor) anchors.emplace(anchor, std::pair(node, extent));
-        if (open.empty()) return root.reset(node);
+    void put(Sized const& value, anchor_t anchor) {
+        refuseAsName(value.node);
+        if (anchor != YAML::NullAnchor) anchors.emplace(anchor, value);
+        if (open.empty()) return root.reset(value.node);
         Open& parent = open.back();
-        parent.extent.values += extent.values;
-        parent.extent.depth = std::max(parent.extent.depth, extent.depth + 1);
-        parent.node.IsMap() ? parent.node.force_insert(parent.name, node) : parent.node.push_back(node);
+        parent.whole.values += value.values;
+        parent.whole.depth = std::max(parent.whole.depth, value.depth + 1);
+        Node& node = parent.whole.node;
+        node.IsMap() ? node.force_insert(parent.name, value.node) : node.push_back(value.node);
         parent.name.reset();
     }
 
     std::string const& path;
-    Node root{NodeType::Null};
     std::vector<Open> open;
-    std::map<anchor_t, std::pair<Node, Extent>> anchors;
+    std::map<anchor_t, Sized> anchors;
     std::size_t copied = 0;
     int documents = 0;
 };
@@ -259,19 +243,10 @@ public:
     bool string(string_t& value) override { return scalar("!", value); }
     bool binary(binary_t&) override { return false; }
     bool key(string_t& name) override { return scalar("!", name); }
-    bool start_object(std::size_t) override {
-        target.OnMapStart(mark(), "", YAML::NullAnchor, YAML::EmitterStyle::Default);
-        return step();
-    }
-    bool start_array(std::size_t) override {
-        target.OnSequenceStart(mark(), "", YAML::NullAnchor, YAML::EmitterStyle::Default);
-        return step();
-    }
-    bool end_object() override { return end_array(); }
-    bool end_array() override {
-        target.OnMapEnd();
-        return step();
-    }
+    bool start_object(std::size_t) override { return target.OnMapStart(mark(), "", YAML::NullAnchor), step(); }
+    bool start_array(std::size_t) override { return target.OnSequenceStart(mark(), "", YAML::NullAnchor), step(); }
+    bool end_object() override { return target.OnMapEnd(), step(); }
+    bool end_array() override { return target.OnSequenceEnd(), step(); }
 
     bool parse_error(std::size_t place, std::string const&, nlohmann::json::exception const& error) override {
         if (error.id == 406)  // without a place: it is the token that was read last
@@ -285,8 +260,7 @@ public:
 
 private:
     bool scalar(char const* tag, std::string const& value) {
-        target.OnScalar(mark(), tag, YAML::NullAnchor, value);
-        return step();
+        return target.OnScalar(mark(), tag, YAML::NullAnchor, value), step();
     }
 
     bool step() {
@@ -312,7 +286,7 @@ Node readYaml(std::string const& path, std::string const& text) {
     } catch (YAML::Exception const& error) {
         events.fail(error.mark, error.msg);
     }
-    return events.result();
+    return events.root;
 }
 
 std::string readText(std::string const& path) {
@@ -341,7 +315,7 @@ Node readJson(std::string const& path, std::string const& text) {
     NodeEvents events(path);
     JsonEvents json(events, text);
     nlohmann::json::sax_parse(json.stream, &json);
-    return events.result();
+    return events.root;
 }
 
 Node readFile(std::string const& path) {
