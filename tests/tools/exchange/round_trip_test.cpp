@@ -102,22 +102,18 @@ INSTANTIATE_TEST_SUITE_P(
                  c.add("a<0.0>", "sfBend").add("\xC3\xA9 \"\\\x01\n", "sfBend").add(" ", "sfBend").add("~", "sfBend");
                  c.join("a,b,out0", "yes,in0");
              }},
-        Case{"ChoicesNotesAndExpressions",
+        Case{"ChoicesParametersAndExpressions",
              [](SampleCircuit& c) {
                  c.add("a", "sfPhaseModulator").add("b", "demoDelayLine");
                  vrl::BB& block = *c.netlist().getBB("a");
                  block.vrl::BB::getCS().setCS("shallow");
                  block.getPort("in0")->getCS().setFlow("passive");
                  block.setExpression("length", "2*L");
-                 block.getAttribute("bias")->setAutoChangeable(false);
-                 block.setAnnotation("author", "someone");
-                 block.getAttribute("width")->setAnnotation("seen", "yes");
                  block.addInteger("count", 3, "of something", "1");
                  block.addComplex("c", {1, -2});
                  block.addString("s", "1.0");
                  block.addBool("on", true);
                  c.netlist().addDouble("L", 1.5, "a length", "mm");
-                 c.netlist().setAnnotation("title", "of this");
              }},
         Case{"BlocksWithoutNames",
              [](SampleCircuit& c) {

@@ -7,9 +7,7 @@
 #include "commands/commands.h"
 #include "design/design.h"
 #include "design/save.h"
-#include "exchange/from_netlist.h"
-#include "exchange/scalar.h"
-#include "exchange/tree_writer.h"
+#include "exchange/export.h"
 #include "guard/quiet_output.h"
 #include "host/start.h"
 #include "text/json.h"
@@ -28,78 +26,80 @@ struct Options {
     std::string format;
 };
 
-TextFormat formatOf(Options const& options) {
+Format formatOf(Options const& options) {
     std::string const& path = options.output;
     bool const jsonPath = path.size() > 5 && path.compare(path.size() - 5, 5, ".json") == 0;
     bool const json = options.format.empty() ? jsonPath : options.format == "json";
-    return json ? TextFormat::kJson : TextFormat::kYaml;
+    return json ? Format::kJson : Format::kYaml;
 }
 
 /// JSON and YAML are UTF-8: other bytes would come back as others.
-void refuseOtherBytes(Tree const& tree, std::string const& path) {
-    auto const check = [&](std::string const& text) {
-        if (!isUtf8(text))
-            throw Failure(path, "the text '" + printable(text) + "' is no UTF-8, and has no place in a netlist",
-                          "rename it or set it anew");
-    };
-    check(tree.text);
-    for (Tree const& item : tree.items) refuseOtherBytes(item, path);
-    for (Tree::Member const& member : tree.members) {
-        check(member.name);
-        refuseOtherBytes(member.value, path);
+void refuseOtherBytes(Node const& node, std::string const& path) {
+    std::string const& text = node.Scalar();
+    if (utf8Length(text) < text.size())
+        throw Failure(path, "the text '" + printable(text) + "' is no UTF-8, and has no place in a netlist",
+                      "rename it or set it anew");
+    for (auto const& part : node) {
+        if (node.IsMap()) refuseOtherBytes(part.first, path);
+        refuseOtherBytes(node.IsMap() ? part.second : part, path);
     }
 }
 
-Json reportJson(Options const& options, Document const& document, Findings const& findings, std::string const& text) {
+/// How many parts a netlist has, by their names.
+Json countsOf(Node const& netlist) {
+    std::size_t const nets = member(netlist, "nets").size() + member(netlist, "connections").size();
+    return {
+        {"instances", member(netlist, "instances").size()}, {"nets", nets}, {"ports", member(netlist, "ports").size()}};
+}
+
+Json reportJson(Options const& options, Node const& netlist, Findings const& findings, std::string const& text) {
     Json json = jsonHead("export", 1);
     json["file"] = options.file;
     json["map"] = options.map.empty() ? Json(nullptr) : Json(options.map);
     json["output"] = options.output.empty() ? Json(nullptr) : Json(options.output);
-    json["netlistFormat"] = formatOf(options) == TextFormat::kJson ? "json" : "yaml";
-    json["counts"] = Json{
-        {"instances", document.instances.size()}, {"nets", document.nets.size()}, {"ports", document.ports.size()}};
+    json["netlistFormat"] = formatOf(options) == Format::kJson ? "json" : "yaml";
+    json["counts"] = countsOf(netlist);
     json["findings"] = findings.json();
     if (options.output.empty()) json["netlist"] = text;
     return json;
 }
 
-void writeReport(Options const& options, Document const& document, Findings const& findings, std::string const& text) {
+void writeReport(Options const& options, Node const& netlist, Findings const& findings, std::string const& text) {
     if (options.output.empty()) {
         findings.write(std::cerr);
         std::cout << text;
         return;
     }
     findings.write(std::cout);
-    std::cout << options.output << ": " << counted(document.instances.size(), "instance") << ", "
-              << counted(document.nets.size(), "net") << ", " << counted(document.ports.size(), "outer port")
-              << " written\n";
+    Json const counts = countsOf(netlist);
+    std::cout << options.output << ": " << counted(counts["instances"], "instance") << ", "
+              << counted(counts["nets"], "net") << ", " << counted(counts["ports"], "outer port") << " written\n";
 }
 
 Outcome exportDesign(Options options, Common const& common) {
     if (options.output == "-") options.output.clear();
     refuseToReplace(options.output, {options.file, options.map});
     startLibrary({common.config, common.loadSeconds});
-    NameMap const map = options.map.empty() ? NameMap() : readNameMap(options.map);
+    NameMap const map = readNameMap(options.map);
     Design const design = readDesign(options.file);
     std::cerr << missingText(design);
     vrl::Netlist& circuit = circuitOf(design);
     Findings findings;
     if (design.block)
-        findings.warning(options.file, {},
-                         "holds the composite '" + design.type + "': its inside is exported, not its own ports");
-    Workshop workshop;
-    Document const document = [&] {
+        findings.add(Severity::kWarning, options.file, Mark::null_mark(),
+                     "holds the composite '" + design.type + "': its inside is exported, not its own ports");
+    Kinds kinds;
+    Node const netlist = [&] {
         QuietOutput const quiet;
-        return documentFrom(circuit, options.file, map, workshop, findings);
+        return exportNetlist(circuit, options.file, map, kinds, findings);
     }();
-    Tree const tree = treeFrom(document);
-    refuseOtherBytes(tree, options.file);
-    std::string const text = treeText(tree, formatOf(options));
+    refuseOtherBytes(netlist, options.file);
+    std::string const text = written(netlist, formatOf(options));
     if (!options.output.empty()) saveFile(options.output, text);
     if (common.json)
-        writeJson(std::cout, reportJson(options, document, findings, text));
+        writeJson(std::cout, reportJson(options, netlist, findings, text));
     else
-        writeReport(options, document, findings, text);
+        writeReport(options, netlist, findings, text);
     return findings.outcome();
 }
 

@@ -6,9 +6,7 @@
 #include "cli/grammar.h"
 #include "commands/commands.h"
 #include "design/save.h"
-#include "exchange/map_template.h"
-#include "exchange/reader.h"
-#include "exchange/to_netlist.h"
+#include "exchange/import.h"
 #include "guard/quiet_output.h"
 #include "host/start.h"
 #include "text/json.h"
@@ -80,14 +78,14 @@ Outcome importNetlist(Options const& options, Common const& common) {
     refuseOutput(options);
     startLibrary({common.config, common.loadSeconds});
     Findings findings;
-    Document const document = documentFrom(readTree(options.netlist), options.netlist, findings);
+    Document const document = readDocument(options.netlist, findings);
     if (options.mapTemplate) return writeTemplate(options, document, findings);
-    NameMap const map = options.map.empty() ? NameMap() : readNameMap(options.map);
+    NameMap const map = readNameMap(options.map);
     resetUniqueIDs();
-    Workshop workshop;
+    Kinds kinds;
     Imported const imported = [&] {
         QuietOutput const quiet;
-        return netlistFrom(document, map, workshop, findings);
+        return importDocument(document, map, kinds, findings);
     }();
     bool const good = options.partial || findings.count(Severity::kError) == 0;
     bool const written = good && !options.output.empty();

@@ -1,12 +1,8 @@
 #include "exchange/document.h"
 
-#include <algorithm>
 #include <charconv>
-#include <map>
 #include <utility>
 
-#include "exchange/extension.h"
-#include "exchange/reader.h"
 #include "text/failure.h"
 #include "text/near_names.h"
 #include "text/table.h"
@@ -15,324 +11,227 @@ namespace vrltool::exchange {
 
 namespace {
 
+using Shapes = std::vector<Shape>;
+
 constexpr std::size_t kMostElements = 1000000;
+char const* const kHint = "a netlist is a map with 'instances', 'nets' or 'connections', and 'ports'";
 
-Tree pairOf(Tree const& p1, Tree const& p2) {
-    Tree pair = Tree::map();
-    pair.add("p1", p1);
-    pair.add("p2", p2);
-    return pair;
-}
+// The members of a netlist, of an instance, and of "vrl" in both.
+Shapes const kNetlist{{"name", "n#t"}, {"instances", "nm"},  {"nets", "nl"}, {"connections", "nm"},
+                      {"ports", "nm"}, {"placements", "nm"}, {"vrl", "nm"}};
+Shapes const kInstance{{"component", "t"}, {"settings", "nm"}, {"info", ""}, {"array", ""}, {"vrl", "m"}};
+Shapes const kOfNetlist{{"kind", "t"}, {"nodes", "l", "l"}, {"boundary", "m", "l"}, {"parameters", "m", "m"}};
+Shapes const kOfInstance{{"foundry", "t"}, {"nameless", "b"},        {"undeclaredPorts", "l", "t"},
+                         {"origin", "m"},  {"array", "m"},           {"crossSection", "t"},
+                         {"flow", "t"},    {"ports", "m", "m"},      {"parameters", "m", "m"},
+                         {"values", "m"},  {"expressions", "m", "t"}};
 
-/// Reads one document; what has not the shape is told and left out.
-class DocumentReader {
-public:
-    DocumentReader(Document& target, Findings& found) : document(target), findings(found) {}
-
-    void read(Tree const& tree) {
-        for (Tree::Member const& member : tree.members) readMember(member);
-        takePlacements();
-    }
-
-private:
-    using Part = void (DocumentReader::*)(Tree const&);
-
-    void readMember(Tree::Member const& member) {
-        static std::map<std::string, Part> const parts{{"instances", &DocumentReader::readInstances},
-                                                       {"connections", &DocumentReader::readConnections},
-                                                       {"nets", &DocumentReader::readNets},
-                                                       {"ports", &DocumentReader::readPorts},
-                                                       {"placements", &DocumentReader::readPlacements},
-                                                       {"name", &DocumentReader::readName},
-                                                       {"vrl", &DocumentReader::readExtension}};
-        auto const part = parts.find(member.name);
-        if (part == parts.end())
-            document.others.members.push_back(member);
-        else if (!member.value.isNull())
-            (this->*part->second)(member.value);
-    }
-
-    void error(Mark const& mark, std::string const& text) { findings.error(document.path, mark, text); }
-
-    /// Whether a part is of the kind that it has to be.
-    bool check(Tree const& tree, bool good, std::string const& what, std::string const& wanted) {
-        if (!good) error(tree.mark, what + " is " + kindWord(tree) + ", where " + wanted + " belongs");
-        return good;
-    }
-
-    void readName(Tree const& tree) {
-        if (check(tree, tree.isText() || tree.isNumber(), "'name'", "a text")) document.name = tree.text;
-    }
-
-    void readExtension(Tree const& tree) {
-        if (check(tree, tree.isMap(), "'vrl'", "a map"))
-            document.extension = checkedExtension(tree, Extended::kNetlist, document.path, findings);
-    }
-
-    void readInstances(Tree const& tree) {
-        document.instances.reserve(tree.members.size());
-        for (Tree::Member const& member : tree.members) readInstance(member);
-    }
-
-    void readInstance(Tree::Member const& member) {
-        Instance instance;
-        if (readInstance(member, instance))
-            document.instances.push_back(std::move(instance));
-        else
-            document.oddInstances.members.push_back(member);
-    }
-
-    bool readInstance(Tree::Member const& member, Instance& instance) {
-        instance.name = member.name;
-        instance.mark = member.mark;
-        Tree const& tree = member.value;
-        bool good = true;
-        if (tree.isText()) {  // the short form
-            instance.component = tree.text;
-            instance.componentMark = tree.mark;
-        } else if (check(tree, tree.isMap(), "instance '" + member.name + "'", "a map with 'component'")) {
-            for (Tree::Member const& part : tree.members) good = readInstancePart(instance, part) && good;
-        } else {
-            return false;
-        }
-        if (good && instance.component.empty())
-            error(instance.mark, "instance '" + member.name + "' names no component");
-        return good && !instance.component.empty() && readSize(instance);
-    }
-
-    bool readInstancePart(Instance& instance, Tree::Member const& part) {
-        std::string const what = "'" + part.name + "' of instance '" + instance.name + "'";
-        Tree const& value = part.value;
-        if (part.name == "component") {
-            if (!check(value, value.isText(), what, "a text")) return false;
-            instance.component = value.text;
-            instance.componentMark = value.mark;
-        } else if (part.name == "settings") {
-            if (!value.isNull() && !check(value, value.isMap(), what, "a map")) return false;
-            instance.settings.members = value.members;
-        } else if (part.name == "info") {
-            instance.info = value;
-        } else if (part.name == "array") {
-            instance.array = value;
-        } else if (part.name == "vrl") {
-            if (!check(value, value.isMap(), what, "a map")) return false;
-            instance.extension = checkedExtension(value, Extended::kInstance, document.path, findings);
-        } else {
-            instance.others.members.push_back(part);
-        }
-        return true;
-    }
-
-    /// The size of an array, under one of the pairs of names that are in use.
-    bool readSize(Instance& instance) {
-        static std::pair<char const*, char const*> const pairs[] = {
-            {"columns", "rows"}, {"num_a", "num_b"}, {"na", "nb"}};
-        for (Tree const* const tree : {&instance.array, &instance.others})
-            for (auto const& pair : pairs)
-                if (tree->find(pair.first) || tree->find(pair.second))
-                    return readCount(instance, tree->find(pair.first), instance.size.columns) &&
-                           readCount(instance, tree->find(pair.second), instance.size.rows) && bounded(instance);
-        return instance.array.isNull() || check(instance.array, false, "'array' of instance '" + instance.name + "'",
-                                                "a map of 'columns' and 'rows'");
-    }
-
-    bool readCount(Instance const& instance, Tree const* tree, std::size_t& count) {
-        if (!tree || tree->isNull()) return true;
-        char const* const end = tree->text.data() + tree->text.size();
-        bool const good = tree->isNumber() && std::from_chars(tree->text.data(), end, count).ptr == end && count > 0;
-        if (!good) error(tree->mark, "array of instance '" + instance.name + "': a count is a whole number from 1");
-        return good;
-    }
-
-    bool bounded(Instance const& instance) {
-        ArraySize const& size = instance.size;
-        bool const good =
-            size.columns <= kMostElements && size.rows <= kMostElements && (elements += size.count()) <= kMostElements;
-        if (!good)
-            error(instance.mark, "the arrays up to '" + instance.name + "' have more than " +
-                                     std::to_string(kMostElements) + " elements");
-        return good;
-    }
-
-    bool readEnd(Tree const& tree, std::string const& what, Net& net) {
-        bool const good = tree.isText() && tree.text.find(',') != std::string::npos;
-        if (good)
-            net.ends.push_back({tree.text, tree.mark});
-        else
-            error(tree.mark, what + " is " + (tree.isText() ? "'" + tree.text + "'" : kindWord(tree)) +
-                                 ", where \"instance,port\" belongs");
-        return good;
-    }
-
-    void readConnections(Tree const& tree) {
-        if (!check(tree, tree.isMap(), "'connections'", "a map")) return;
-        document.asConnections = document.nets.empty();
-        for (Tree::Member const& member : tree.members) {
-            Net net;
-            Tree first = Tree::ofText(member.name);
-            first.mark = member.mark;
-            if (readEnd(first, "an end", net) && readEnd(member.value, "an end", net))
-                document.nets.push_back(std::move(net));
-            else
-                document.oddNets.items.push_back(pairOf(first, member.value));
-        }
-    }
-
-    void readNets(Tree const& tree) {
-        if (!check(tree, tree.isList(), "'nets'", "a list")) return;
-        if (!tree.items.empty()) document.asConnections = false;
-        for (Tree const& item : tree.items)
-            if (!readNet(item)) document.oddNets.items.push_back(item);
-    }
-
-    bool readNet(Tree const& tree) {
-        Net net;
-        bool good = true;
-        if (tree.isList()) {
-            for (Tree const& item : tree.items) good = readEnd(item, "an end of a net", net) && good;
-        } else if (check(tree, tree.isMap(), "a net", "a map of 'p1' and 'p2'")) {
-            for (Tree::Member const& member : tree.members) {
-                if (member.name == "p1" || member.name == "p2")
-                    good = readEnd(member.value, "'" + member.name + "'", net) && good;
-                else
-                    net.others.members.push_back(member);
-            }
-        } else {
-            return false;
-        }
-        if (good && net.ends.size() < 2)
-            error(tree.mark, "a net has " + counted(net.ends.size(), "end") + " and needs two");
-        if (!good || net.ends.size() < 2) return false;
-        document.nets.push_back(std::move(net));
-        return true;
-    }
-
-    void readPorts(Tree const& tree) {
-        if (!check(tree, tree.isMap(), "'ports'", "a map")) return;
-        for (Tree::Member const& member : tree.members) {
-            Net ends;
-            if (readEnd(member.value, "the end of outer port '" + member.name + "'", ends))
-                document.ports.push_back({member.name, member.mark, ends.ends.front()});
-        }
-    }
-
-    void readPlacements(Tree const& tree) {
-        if (check(tree, tree.isMap(), "'placements'", "a map")) document.strayPlacements = tree;
-    }
-
-    /// Gives each instance its placement; the rest stays behind.
-    void takePlacements() {
-        std::map<std::string, Instance*> named;
-        for (Instance& instance : document.instances) named[instance.name] = &instance;
-        Tree rest = Tree::map();
-        for (Tree::Member& member : document.strayPlacements.members) {
-            auto const found = named.find(member.name);
-            if (found == named.end() || member.value.isNull())
-                rest.members.push_back(std::move(member));
-            else
-                found->second->placement = std::move(member.value);
-        }
-        document.strayPlacements = std::move(rest);
-    }
-
+/// A document that is being read.
+struct Reading {
     Document& document;
     Findings& findings;
-    std::size_t elements = 0;
+    std::size_t elements = 0;  ///< of all arrays
+
+    bool error(Node const& node, std::string const& text) {
+        findings.add(Severity::kError, document.path, node.Mark(), text);
+        return false;
+    }
+    /// Whether a node is of one of the kinds; otherwise it is an error.
+    bool check(Node const& node, std::string const& what, std::string_view kinds) {
+        std::string const wrong = misfit(what, node, kinds);
+        return wrong.empty() || error(node, wrong);
+    }
+    Node newMap() const { return newBeside(document.root, YAML::NodeType::Map); }
+
+    /// The members of a map that have one of the shapes; `others` gets those of other names. `good` becomes false for
+    /// what has not its shape.
+    Node parts(Node const& map, Shapes const& shapes, std::string const& of, Node others, bool& good) {
+        Node result = newMap();
+        for (auto const& entry : map) {
+            std::string const what = "'" + entry.first.Scalar() + "'" + of;
+            Shape const* const shape = find(shapes, entry.first.Scalar());
+            bool fits = shape && check(entry.second, what, shape->kinds);
+            for (auto const& part : entry.second)
+                fits = fits && check(entry.second.IsMap() ? part.second : part, "a part of " + what, shape->parts);
+            if (fits || !shape) (shape ? result : others).force_insert(entry.first, entry.second);
+            good = good && (fits || !shape);
+        }
+        return result;
+    }
 };
 
-/// Whether a file holds netlists under names, and which.
-std::string innerNetlists(Tree const& tree) {
-    std::string names;
-    for (Tree::Member const& member : tree.members)
-        if (member.value.find("instances")) names += (names.empty() ? "'" : ", '") + printable(member.name) + "'";
-    return names;
+/// The members of "vrl" that are known and well formed.
+Node readExtension(Reading& reading, Node const& extension, Shapes const& shapes) {
+    bool good = true;
+    Node const unknown = reading.newMap(), known = reading.parts(extension, shapes, " of 'vrl'", unknown, good);
+    for (auto const& entry : unknown)
+        reading.findings.add(Severity::kWarning, reading.document.path, entry.first.Mark(),
+                             "'vrl' has no member '" + entry.first.Scalar() + "'; it is left out",
+                             nearName(shapes, entry.first.Scalar()));
+    return known;
 }
 
-void refuseOtherShapes(Tree const& tree, std::string const& path) {
-    std::string const cure = "a netlist is a map with 'instances', 'nets' or 'connections', and 'ports'";
-    if (!tree.isMap()) throw Failure(path, std::string("holds ") + kindWord(tree) + " and no netlist", cure);
-    Tree const* const instances = tree.find("instances");
-    std::string const inner = instances ? "" : innerNetlists(tree);
-    if (!inner.empty()) throw Failure(path, "holds netlists by name: " + inner, "give each of them a file of its own");
-    if (!instances) {
-        std::vector<std::string> names;
-        for (Tree::Member const& member : tree.members) names.push_back(member.name);
-        auto const near = nearNames("instances", names);
-        throw Failure(path, "has no 'instances'", near.empty() ? cure : "is '" + near.front() + "' meant for it?");
-    }
-    if (!instances->isMap() && !instances->isNull())
-        throw Failure(placeText(path, instances->mark),
-                      std::string("'instances' is ") + kindWord(*instances) + ", where a map of names belongs", cure);
+/// The size of an array, under one of the pairs of names that are in use. It is bounded before any element is made.
+bool readSize(Reading& reading, Instance& instance, Node const& array) {
+    static std::pair<char const*, char const*> const pairs[] = {{"columns", "rows"}, {"num_a", "num_b"}, {"na", "nb"}};
+    std::string const name = "instance '" + instance.name.Scalar() + "'";
+    auto const count = [&](Node const& node, std::size_t& size) {
+        std::string const& text = node.Scalar();
+        bool const number = kindOf(node) == Kind::kNumber;
+        auto const end = std::from_chars(text.data(), text.data() + text.size(), size).ptr;
+        return isNull(node) || (number && end == text.data() + text.size() && size > 0) ||
+               reading.error(node, "array of " + name + ": a count is a whole number from 1");
+    };
+    for (Node const& source : {array, instance.others})
+        for (auto const& pair : pairs) {
+            Node const columns = member(source, pair.first), rows = member(source, pair.second);
+            if (!columns.IsDefined() && !rows.IsDefined()) continue;
+            if (!count(columns, instance.columns) || !count(rows, instance.rows)) return false;
+            bool const bounded = instance.columns <= kMostElements && instance.rows <= kMostElements &&
+                                 (reading.elements += instance.columns * instance.rows) <= kMostElements;
+            return bounded ||
+                   reading.error(instance.name, "the arrays up to '" + instance.name.Scalar() + "' have more than " +
+                                                    std::to_string(kMostElements) + " elements");
+        }
+    return isNull(array) ||
+           reading.error(array, wrongKind("'array' of " + name, array, "a map of 'columns' and 'rows'"));
 }
 
-void addUnlessEmpty(Tree& map, char const* name, Tree const& value) {
-    if (!value.isNull() && !(value.isMap() && value.members.empty())) map.add(name, value);
+bool readInstance(Reading& reading, Instance& instance) {
+    Node const& given = instance.given;
+    std::string const what = "instance '" + instance.name.Scalar() + "'";
+    bool good = isText(given) || isMap(given) || reading.error(given, wrongKind(what, given, "a map with 'component'"));
+    if (!good) return false;
+    Node const parts = reading.parts(given, kInstance, " of " + what, instance.others, good);
+    instance.component.reset(isText(given) ? given : member(parts, "component"));  // the short form is the component
+    instance.settings.reset(isMap(member(parts, "settings")) ? member(parts, "settings") : reading.newMap());
+    instance.extension.reset(readExtension(reading, member(parts, "vrl"), kOfInstance));
+    bool const named = !instance.component.Scalar().empty();
+    if (good && !named) reading.error(instance.name, what + " names no component");
+    return good && named && readSize(reading, instance, member(given, "array"));
 }
 
-Tree treeOfNets(Document const& document) {
-    Tree nets = document.asConnections ? Tree::map() : Tree::list();
-    for (Net const& net : document.nets) {
-        if (document.asConnections) {
-            nets.add(net.ends[0].text, Tree::ofText(net.ends[1].text));
+bool checkPort(Reading& reading, Node const& node, std::string const& what) {
+    std::string const is = isText(node) ? "'" + node.Scalar() + "'" : kindWord(kindOf(node));
+    return (isText(node) && node.Scalar().find(',') != std::string::npos) ||
+           reading.error(node, what + " is " + is + ", where \"instance,port\" belongs");
+}
+
+bool readNet(Reading& reading, Net& net) {
+    bool good = isMap(net.given) || net.given.IsSequence() ||
+                reading.error(net.given, wrongKind("a net", net.given, "a map of 'p1' and 'p2'"));
+    for (auto const& part : net.given) {
+        bool const map = isMap(net.given);
+        std::string const name = map ? part.first.Scalar() : "";
+        Node const& port = map ? part.second : part;
+        if (map && name != "p1" && name != "p2") {
+            net.others.force_insert(part.first, port);
             continue;
         }
-        nets.items.push_back(treeFrom(net));
+        good = checkPort(reading, port, map ? "'" + name + "'" : "an end of a net") && good;
+        net.ports.push_back(port);
     }
-    nets.items.insert(nets.items.end(), document.oddNets.items.begin(), document.oddNets.items.end());
-    return nets;
+    return good && (net.ports.size() >= 2 ||
+                    reading.error(net.given, "a net has " + counted(net.ports.size(), "end") + " and needs two"));
+}
+
+void addNet(Reading& reading, bool good, Net const& net) {
+    if (good)
+        reading.document.nets.push_back(net);
+    else
+        reading.document.oddNets.push_back(net.given);
+}
+
+void readNets(Reading& reading, Node const& nets) {
+    if (nets.size() > 0) reading.document.asConnections = false;
+    for (Node const& item : nets) {
+        Net net{item, {}, reading.newMap()};
+        bool const good = readNet(reading, net);
+        addNet(reading, good, net);
+    }
+}
+
+void readConnections(Reading& reading, Node const& connections) {
+    if (isMap(connections)) reading.document.asConnections = reading.document.nets.empty();
+    for (auto const& entry : connections) {
+        Node const &p1 = entry.first, &p2 = entry.second;
+        Net net{reading.newMap(), {p1, p2}, reading.newMap()};
+        net.given.force_insert("p1", p1);
+        net.given.force_insert("p2", p2);
+        addNet(reading, checkPort(reading, p1, "an end") && checkPort(reading, p2, "an end"), net);
+    }
+}
+
+void readParts(Reading& reading) {
+    Document& document = reading.document;
+    bool good = true;
+    Node const parts = reading.parts(document.root, kNetlist, "", document.others, good);
+    document.name = member(parts, "name").Scalar();
+    document.extension.reset(readExtension(reading, member(parts, "vrl"), kOfNetlist));
+    std::map<std::string, Node> placed;
+    for (auto const& entry : member(parts, "placements")) placed.emplace(entry.first.Scalar(), entry.second);
+    for (auto const& entry : member(parts, "instances")) {
+        Instance instance{entry.first, entry.second, {}, {}, {}, reading.newMap(), {}};
+        if (!readInstance(reading, instance)) {
+            document.oddInstances.force_insert(entry.first, entry.second);
+            continue;
+        }
+        auto const place = placed.find(entry.first.Scalar());
+        if (place != placed.end() && !isNull(place->second)) instance.placement.reset(place->second);
+        if (!isNull(instance.placement)) placed.erase(place);
+        document.instances.push_back(instance);
+    }
+    for (auto const& entry : member(parts, "placements"))
+        if (placed.count(entry.first.Scalar())) document.placements.force_insert(entry.first, entry.second);
+    for (auto const& entry : parts) {  // in the order of the file
+        if (entry.first.Scalar() == "connections") readConnections(reading, entry.second);
+        if (entry.first.Scalar() == "nets") readNets(reading, entry.second);
+    }
+    for (auto const& entry : member(parts, "ports"))
+        if (checkPort(reading, entry.second, "the end of outer port '" + entry.first.Scalar() + "'"))
+            document.ports.force_insert(entry.first, entry.second);
+}
+
+/// Fails for a file that holds no netlist, or several under names.
+void refuseOtherShapes(Node const& root, std::string const& path) {
+    if (!isMap(root)) throw Failure(path, std::string("holds ") + kindWord(kindOf(root)) + " and no netlist", kHint);
+    Node const instances = member(root, "instances");
+    if (instances.IsDefined() && !isMap(instances) && !isNull(instances))
+        throw Failure(placeText(path, instances.Mark()), wrongKind("'instances'", instances, "a map of names"), kHint);
+    if (instances.IsDefined()) return;
+    std::string inner;
+    std::vector<std::string> names;
+    for (auto const& entry : root) {
+        names.push_back(entry.first.Scalar());
+        if (member(entry.second, "instances").IsDefined())
+            inner += (inner.empty() ? "'" : ", '") + printable(names.back()) + "'";
+    }
+    if (!inner.empty()) throw Failure(path, "holds netlists by name: " + inner, "give each of them a file of its own");
+    auto const near = nearNames("instances", names);
+    throw Failure(path, "has no 'instances'", near.empty() ? kHint : "is '" + near.front() + "' meant for it?");
 }
 
 }  // namespace
 
-Document documentFrom(Tree const& tree, std::string const& path, Findings& findings) {
-    refuseOtherShapes(tree, path);
+std::vector<std::string> elementNames(std::string const& name, std::size_t columns, std::size_t rows) {
+    if (columns * rows == 1) return {name};
+    std::vector<std::string> names;
+    for (std::size_t i = 0; i < columns * rows; ++i)
+        names.push_back(name + "<" + std::to_string(i / rows) + "." + std::to_string(i % rows) + ">");
+    return names;
+}
+
+Document readDocument(std::string const& path, Findings& findings) {
     Document document;
     document.path = path;
-    DocumentReader(document, findings).read(tree);
+    document.root.reset(readFile(path));
+    refuseOtherShapes(document.root, path);
+    Reading reading{document, findings};
+    for (Node* const map : {&document.ports, &document.others, &document.placements, &document.oddInstances})
+        map->reset(reading.newMap());
+    document.oddNets.reset(newBeside(document.root, YAML::NodeType::Sequence));
+    readParts(reading);
     return document;
-}
-
-Tree treeFrom(Instance const& instance) {
-    Tree tree = Tree::map();
-    tree.add("component", Tree::ofText(instance.component));
-    if (!instance.info.isNull()) tree.add("info", instance.info);
-    tree.add("settings", instance.settings);
-    if (!instance.array.isNull()) tree.add("array", instance.array);
-    for (Tree::Member const& other : instance.others.members) tree.members.push_back(other);
-    addUnlessEmpty(tree, "vrl", instance.extension);
-    return tree;
-}
-
-Tree treeFrom(Net const& net) {
-    Tree pair = pairOf(Tree::ofText(net.ends[0].text), Tree::ofText(net.ends[1].text));
-    for (Tree::Member const& other : net.others.members) pair.members.push_back(other);
-    return pair;
-}
-
-Tree treeFrom(Document const& document) {
-    Tree tree = Tree::map();
-    if (!document.name.empty()) tree.add("name", Tree::ofText(document.name));
-    Tree instances = Tree::map();
-    Tree placements = document.strayPlacements;
-    for (Instance const& instance : document.instances) {
-        instances.add(instance.name, treeFrom(instance));
-        if (!instance.placement.isNull()) placements.add(instance.name, instance.placement);
-    }
-    for (Tree::Member const& odd : document.oddInstances.members) instances.members.push_back(odd);
-    tree.add("instances", std::move(instances));
-    tree.add(document.asConnections ? "connections" : "nets", treeOfNets(document));
-    addUnlessEmpty(tree, "placements", placements);
-    Tree ports = Tree::map();
-    for (OuterPort const& port : document.ports) ports.add(port.name, Tree::ofText(port.end.text));
-    tree.add("ports", std::move(ports));
-    for (Tree::Member const& other : document.others.members) tree.members.push_back(other);
-    addUnlessEmpty(tree, "vrl", document.extension);
-    return tree;
-}
-
-std::string arrayName(Instance const& instance, std::size_t column, std::size_t row) {
-    if (instance.size.count() == 1) return instance.name;
-    return instance.name + "<" + std::to_string(column) + "." + std::to_string(row) + ">";
 }
 
 }  // namespace vrltool::exchange

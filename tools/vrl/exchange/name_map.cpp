@@ -3,11 +3,8 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
-#include <functional>
 #include <set>
-#include <utility>
 
-#include "exchange/reader.h"
 #include "text/failure.h"
 #include "text/near_names.h"
 #include "text/table.h"
@@ -16,183 +13,294 @@ namespace vrltool::exchange {
 
 namespace {
 
-template <class Rule>
-Rule const* findRule(std::vector<Rule> const& rules, std::string Rule::*member, std::string const& name) {
-    auto const found = std::find_if(rules.begin(), rules.end(), [&](Rule const& r) { return r.*member == name; });
-    return found == rules.end() || name.empty() ? nullptr : &*found;
+/// A map file that is being checked; each failure names a place in it.
+struct MapFile {
+    std::string const& path;
+
+    [[noreturn]] void fail(Mark const& mark, std::string const& what, std::string const& hint = "") const {
+        throw Failure(placeText(path, mark), what, hint);
+    }
+
+    void check(Node const& node, std::string const& what, std::string_view kinds) const {
+        bool const empty = isText(node) && node.Scalar().empty();
+        std::string const wrong = empty ? wrongKind(what, node, "a text") : misfit(what, node, kinds);
+        if (!wrong.empty()) fail(node.Mark(), wrong);
+    }
+
+    void check(Node const& node, std::string const& what, std::string const& of,
+               std::vector<Shape> const& shapes) const {
+        check(node, what, "m");
+        for (auto const& entry : node) {
+            std::string const name = entry.first.Scalar();
+            Shape const* const shape = find(shapes, name);
+            if (!shape)
+                fail(entry.first.Mark(), what + " has no member '" + printable(name) + "'", nearName(shapes, name));
+            check(entry.second, "'" + name + "'" + of, shape->kinds);
+        }
+    }
+};
+
+double factorOf(Node const& entry) {
+    std::string const text = member(entry, "factor").Scalar();
+    double number = text.empty();
+    std::from_chars(text.data(), text.data() + text.size(), number);
+    return number;
 }
 
-class MapReader {
-public:
-    explicit MapReader(std::string const& path) { map.path = path; }
+void checkParameter(MapFile const& file, Node const& entry, std::string const& what) {
+    if (!isMap(entry)) return file.check(entry, what, "ntm");
+    file.check(entry, what, " of " + what, {{"to", "t"}, {"factor", "#"}});
+    if (factorOf(entry) == 0 || !std::isfinite(factorOf(entry)))
+        file.fail(member(entry, "factor").Mark(), "'factor' of " + what + " is 0 or no number");
+    if (ourName(entry).empty())
+        file.fail(entry.Mark(), what + " has no 'to'", "name the parameter of ours that it sets");
+}
 
-    NameMap read() {
-        Tree const tree = readTree(map.path);
-        each(tree, "the map",
-             {{"foundry",
-               [&](Tree const& value) {
-                   map.foundry = value.isNull() ? "" : text(value, "'foundry'");
-                   map.foundryMark = value.mark;
-               }},
-              {"sameNames", [&](Tree const& value) { map.sameNames = truth(value, "'sameNames'"); }},
-              {"components", [&](Tree const& value) { components = &value; }}});
-        if (!components) fail(tree.mark, "has no 'components'", "each component of the netlist has an entry there");
-        check(*components, components->isMap(), "'components'", "a map");
-        for (Tree::Member const& member : components->members) readComponent(member);
-        std::sort(map.components.begin(), map.components.end(),
-                  [](auto const& a, auto const& b) { return a.component < b.component; });
-        return std::move(map);
+/// Checks the ports or parameters of a component. Two names of theirs for one of ours would have no way back.
+void checkRules(MapFile const& file, Node const& rules, bool ports, std::string const& of) {
+    std::set<std::string> taken;
+    for (auto const& entry : rules) {
+        std::string const what = (ports ? "port '" : "parameter '") + printable(entry.first.Scalar()) + "'" + of;
+        ports ? file.check(entry.second, what, "t") : checkParameter(file, entry.second, what);
+        std::string const ours = ourName(entry.second), things = ports ? "two ports" : "two settings";
+        if (!ours.empty() && !taken.insert(ours).second)
+            file.fail(entry.second.Mark(), things + of + " lead to '" + printable(ours) + "'");
     }
+}
 
-private:
-    using Take = std::function<void(Tree const&)>;
+void readComponent(MapFile const& file, Node const& node, ComponentRule& rule) {
+    static std::vector<Shape> const shapes{
+        {"key", "nt"}, {"sameNames", "b"}, {"ports", "nm"}, {"parameters", "nm"}, {"defaults", "nm"}};
+    std::string const name = "'" + printable(rule.component) + "'";
+    if (!isText(node) && !isNull(node)) file.check(node, "component " + name, " of " + name, shapes);
+    Node const key = isMap(node) ? member(node, "key") : node;  // the short form is the key alone, or null for none yet
+    rule.key = key.Scalar();
+    if (!isNull(key)) rule.keyMark = key.Mark();
+    Node const same = member(node, "sameNames");
+    if (same.IsDefined()) rule.sameNames = same.Scalar() == "true";
+    rule.ports.reset(member(node, "ports"));
+    rule.parameters.reset(member(node, "parameters"));
+    rule.defaults.reset(member(node, "defaults"));
+    checkRules(file, rule.ports, true, " of " + name);
+    checkRules(file, rule.parameters, false, " of " + name);
+}
 
-    [[noreturn]] void fail(Mark const& mark, std::string const& what, std::string const& cure = "") const {
-        throw Failure(placeText(map.path, mark), what, cure);
-    }
+/// The name of theirs that leads to one of ours; empty if there is none.
+std::string leadingTo(Node const& rules, std::string const& ours) {
+    for (auto const& entry : rules)
+        if (!ours.empty() && ourName(entry.second) == ours) return entry.first.Scalar();
+    return {};
+}
 
-    void check(Tree const& tree, bool good, std::string const& what, std::string const& wanted) const {
-        if (!good) fail(tree.mark, what + " is " + kindWord(tree) + ", where " + wanted + " belongs");
-    }
+template <class Exists>
+MappedName toOurs(Node const& rules, bool sameNames, std::string const& theirs, Exists const& exists) {
+    Node const rule = member(rules, theirs);
+    bool const same = !rule.IsDefined() && sameNames && leadingTo(rules, theirs).empty();
+    std::string const ours = same ? theirs : ourName(rule);
+    return exists(ours) ? MappedName{ours, factorOf(rule)} : MappedName();
+}
 
-    std::string text(Tree const& tree, std::string const& what) const {
-        check(tree, tree.isText() && !tree.text.empty(), what, "a text");
-        return tree.text;
-    }
+MappedName toTheirs(Node const& rules, bool sameNames, std::string const& ours) {
+    std::string const theirs = leadingTo(rules, ours);
+    if (!theirs.empty()) return {theirs, factorOf(member(rules, theirs))};
+    return {sameNames && !member(rules, ours).IsDefined() ? ours : ""};
+}
 
-    bool truth(Tree const& tree, std::string const& what) const {
-        check(tree, tree.kind == Tree::Kind::kBool, what, "true or false");
-        return tree.text == "true";
-    }
+using Names = std::vector<std::string>;
 
-    /// Hands each member to the one that takes it.
-    void each(Tree const& tree, std::string const& what,
-              std::vector<std::pair<std::string, Take>> const& takers) const {
-        check(tree, tree.isMap(), what, "a map");
-        for (Tree::Member const& member : tree.members) {
-            auto const taker = std::find_if(takers.begin(), takers.end(),
-                                            [&](auto const& entry) { return entry.first == member.name; });
-            if (taker != takers.end()) {
-                taker->second(member.value);
-                continue;
-            }
-            std::vector<std::string> names;
-            for (auto const& entry : takers) names.push_back(entry.first);
-            fail(member.mark, what + " has no member '" + printable(member.name) + "'", didYouMean(member.name, names));
-        }
-    }
-
-    void readComponent(Tree::Member const& member) {
-        ComponentRule rule;
-        rule.component = member.name;
-        rule.mark = rule.keyMark = member.mark;
-        rule.sameNames = map.sameNames;
-        std::string const name = "'" + printable(member.name) + "'";
-        if (member.value.isText()) {  // the short form
-            rule.key = member.value.text;
-            rule.keyMark = member.value.mark;
-        } else if (!member.value.isNull()) {  // null: known, and without a key
-            readParts(member.value, rule, name);
-        }
-        refuseTwice(rule, name);
-        map.components.push_back(std::move(rule));
-    }
-
-    void readParts(Tree const& tree, ComponentRule& rule, std::string const& name) const {
-        each(tree, "component " + name,
-             {{"key",
-               [&](Tree const& value) {
-                   rule.key = value.isNull() ? "" : text(value, "'key' of " + name);
-                   rule.keyMark = value.mark;
-               }},
-              {"sameNames", [&](Tree const& value) { rule.sameNames = truth(value, "'sameNames' of " + name); }},
-              {"ports", [&](Tree const& value) { readPorts(value, rule, name); }},
-              {"parameters", [&](Tree const& value) { readParameters(value, rule, name); }},
-              {"defaults", [&](Tree const& value) {
-                   check(value, value.isMap() || value.isNull(), "'defaults' of " + name, "a map");
-                   rule.defaults.members = value.members;
-               }}});
-    }
-
-    void readPorts(Tree const& tree, ComponentRule& rule, std::string const& name) const {
-        check(tree, tree.isMap() || tree.isNull(), "'ports' of " + name, "a map");
-        for (Tree::Member const& member : tree.members)
-            rule.ports.push_back({member.name, text(member.value, "port '" + printable(member.name) + "' of " + name),
-                                  member.value.mark});
-    }
-
-    void readParameters(Tree const& tree, ComponentRule& rule, std::string const& name) const {
-        check(tree, tree.isMap() || tree.isNull(), "'parameters' of " + name, "a map");
-        for (Tree::Member const& member : tree.members) {
-            ParameterRule parameter;
-            parameter.theirs = member.name;
-            parameter.mark = member.value.mark;
-            readParameter(member.value, parameter, "parameter '" + printable(member.name) + "' of " + name);
-            rule.parameters.push_back(std::move(parameter));
-        }
-    }
-
-    void readParameter(Tree const& tree, ParameterRule& rule, std::string const& what) const {
-        if (tree.isNull()) return;  // known, and without a parameter
-        if (tree.isText()) {
-            rule.ours = text(tree, what);
-            return;
-        }
-        each(tree, what,
-             {{"to", [&](Tree const& value) { rule.ours = text(value, "'to' of " + what); }},
-              {"factor", [&](Tree const& value) { rule.factor = factor(value, "'factor' of " + what); }}});
-        if (rule.ours.empty()) fail(tree.mark, what + " has no 'to'", "name the parameter of ours that it sets");
-    }
-
-    double factor(Tree const& tree, std::string const& what) const {
-        check(tree, tree.isNumber(), what, "a number");
-        double number = 0;
-        std::from_chars(tree.text.data(), tree.text.data() + tree.text.size(), number);
-        if (number == 0 || !std::isfinite(number)) fail(tree.mark, what + " is 0 or no number");
-        return number;
-    }
-
-    /// Two names of theirs for one of ours would have no way back.
-    void refuseTwice(ComponentRule const& rule, std::string const& name) const {
-        std::set<std::string> taken;
-        for (PortRule const& port : rule.ports)
-            if (!taken.insert(port.ours).second)
-                fail(port.mark, "two ports of " + name + " lead to '" + printable(port.ours) + "'");
-        taken.clear();
-        for (ParameterRule const& parameter : rule.parameters)
-            if (!parameter.ours.empty() && !taken.insert(parameter.ours).second)
-                fail(parameter.mark, "two settings of " + name + " lead to '" + printable(parameter.ours) + "'");
-    }
-
-    NameMap map;
-    Tree const* components = nullptr;
+/// What a netlist uses of one component.
+struct Used {
+    std::size_t instances = 0;
+    std::set<std::string> ports;
+    std::map<std::string, Node> settings;  ///< with the first value that is not null
 };
+
+std::map<std::string, Used> usedComponents(Document const& document) {
+    std::map<std::string, Used> components;
+    std::map<std::string, Used*> ofInstance;
+    for (Instance const& instance : document.instances) {
+        Used& used = *(ofInstance[instance.name.Scalar()] = &components[instance.component.Scalar()]);
+        ++used.instances;
+        for (auto const& setting : instance.settings) {
+            Node& value = used.settings.emplace(setting.first.Scalar(), setting.second).first->second;
+            if (isNull(value)) value.reset(setting.second);
+        }
+    }
+    auto const addPort = [&](std::string const& port) {
+        auto const comma = port.rfind(',');
+        std::string const name = port.substr(0, comma);
+        auto found = ofInstance.find(name);
+        if (found == ofInstance.end()) found = ofInstance.find(name.substr(0, name.rfind('<')));
+        if (found != ofInstance.end()) found->second->ports.insert(port.substr(comma + 1));
+    };
+    for (Net const& net : document.nets)
+        for (Node const& port : net.ports) addPort(port.Scalar());
+    for (auto const& outer : document.ports) addPort(outer.second.Scalar());
+    return components;
+}
+
+/// The words of a name in small letters: "sfEdgeCoupler" and "sf_edge_coupler" have the same.
+std::set<std::string> wordsOf(std::string const& name) {
+    std::set<std::string> words;
+    std::string word;
+    for (char const c : name + ' ') {
+        bool const large = c >= 'A' && c <= 'Z';
+        bool const small = (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9');
+        if (!small && word.size() > 1) words.insert(word);
+        if (!small) word.clear();
+        if (large || small) word += large ? static_cast<char>(c + 32) : c;
+    }
+    return words;
+}
+
+/// Up to three names that share words with a name, most of them first; without any, those that are spelt alike.
+Names proposals(std::string const& name, Names const& known) {
+    std::set<std::string> const words = wordsOf(name);
+    std::set<std::pair<int, std::string>> shared;
+    for (std::string const& candidate : known) {
+        int count = 0;
+        for (std::string const& word : wordsOf(candidate)) count -= static_cast<int>(words.count(word));
+        if (count < 0) shared.emplace(count, candidate);
+    }
+    Names names;
+    for (auto const& entry : shared)
+        if (names.size() < 3) names.push_back(entry.second);
+    return names.empty() ? nearNames(name, known) : names;
+}
+
+std::string yaml(Node const& node) {
+    std::string const text = written(node, Format::kYaml);
+    return text.substr(0, text.size() - 1);
+}
+
+std::string yaml(std::string const& name) { return yaml(textNode(name)); }
+
+/// A list of names for a comment.
+std::string listed(Names const& names) {
+    std::string text;
+    for (std::string const& name : names) text += (text.empty() ? "" : ", ") + printable(name);
+    return text;
+}
+
+bool contains(Names const& names, std::string const& name) {
+    return std::find(names.begin(), names.end(), name) != names.end();
+}
+
+/// Without a near name, the keys of blocks with as many ports are what to choose from.
+std::string keysByPorts(Kinds& kinds, std::size_t count) {
+    Names fitting;
+    for (std::string const& key : factoryKeys<vrl::BB>()) {
+        FreshBlock const* const fresh = kinds.fresh("", key);
+        if (fresh && portNames(*fresh->block).size() == count) fitting.push_back(key);
+    }
+    if (fitting.empty()) return "one of " + listed(factoryKeys<vrl::BB>());
+    return "of " + counted(count, "port") + ": " + listed(fitting);
+}
+
+/// Ports are taken in order: theirs as they are named, ours as they are declared.
+std::string portLines(Used const& used, FreshBlock const* fresh) {
+    Names const ours = fresh ? portNames(*fresh->block) : Names();
+    bool const same = std::all_of(used.ports.begin(), used.ports.end(),
+                                  [&](std::string const& port) { return contains(ours, port); });
+    std::string lines = "    ports:" + (fresh ? "  # ours: " + listed(ours) : "") + "\n";
+    std::size_t next = 0;
+    for (std::string const& port : used.ports) {
+        std::string const target = same ? port : next < ours.size() ? ours[next++] : "";
+        lines +=
+            (target.empty() ? "      # " : "      ") + yaml(port) + ": " + (target.empty() ? "?" : yaml(target)) + '\n';
+    }
+    return used.ports.empty() ? "" : lines;
+}
+
+std::string parameterLines(Used const& used, FreshBlock const* fresh) {
+    Names ours;
+    if (fresh)
+        for (auto const& entry : fresh->parameters) ours.push_back(entry.first);
+    std::string lines = "    parameters:" + (fresh ? "  # ours: " + listed(ours) : "") + "\n";
+    for (auto const& [name, value] : used.settings) {
+        bool const same = contains(ours, name);
+        Names const near = same ? Names() : proposals(name, ours);
+        lines += "      " + yaml(name) + ": " + (same ? yaml(name) : "null") + "  # such as " +
+                 (value.IsMap() || value.IsSequence() ? kindWord(kindOf(value)) : printable(yaml(value))) +
+                 (near.empty() ? "" : "; perhaps " + listed(near)) + '\n';
+    }
+    return used.settings.empty() ? "" : lines;
+}
 
 }  // namespace
 
-PortRule const* ComponentRule::portOfTheirs(std::string const& name) const {
-    return findRule(ports, &PortRule::theirs, name);
-}
-PortRule const* ComponentRule::portOfOurs(std::string const& name) const {
-    return findRule(ports, &PortRule::ours, name);
-}
-ParameterRule const* ComponentRule::parameterOfTheirs(std::string const& name) const {
-    return findRule(parameters, &ParameterRule::theirs, name);
-}
-ParameterRule const* ComponentRule::parameterOfOurs(std::string const& name) const {
-    return findRule(parameters, &ParameterRule::ours, name);
+std::string ourName(Node const& entry) { return isMap(entry) ? member(entry, "to").Scalar() : entry.Scalar(); }
+
+std::string ComponentRule::ourPort(vrl::BB& block, std::string const& theirs) const {
+    return toOurs(ports, sameNames, theirs, [&](std::string const& name) { return block.getPort(name) != nullptr; })
+        .name;
 }
 
+std::string ComponentRule::theirPort(std::string const& ours) const { return toTheirs(ports, sameNames, ours).name; }
+
+MappedName ComponentRule::ourParameter(vrl::BB& block, std::string const& theirs) const {
+    return toOurs(parameters, sameNames, theirs, [&](std::string const& name) { return block.find(name); });
+}
+
+MappedName ComponentRule::theirSetting(std::string const& ours) const { return toTheirs(parameters, sameNames, ours); }
+
 ComponentRule const* NameMap::find(std::string const& component) const {
-    auto const found = std::lower_bound(components.begin(), components.end(), component,
-                                        [](auto const& rule, auto const& name) { return rule.component < name; });
-    return found != components.end() && found->component == component ? &*found : nullptr;
+    auto const found = components.find(component);
+    return found == components.end() ? nullptr : &found->second;
 }
 
 ComponentRule const* NameMap::forKey(std::string const& key) const {
-    return findRule(components, &ComponentRule::key, key);
+    for (auto const& entry : components)
+        if (!key.empty() && entry.second.key == key) return &entry.second;
+    return nullptr;
 }
 
-NameMap readNameMap(std::string const& path) { return MapReader(path).read(); }
+NameMap readNameMap(std::string const& path) {
+    NameMap map;
+    map.path = path;
+    if (path.empty()) return map;
+    MapFile const file{path};
+    Node const root = readFile(path);
+    file.check(root, "the map", "", {{"foundry", "nt"}, {"sameNames", "b"}, {"components", "m"}});
+    Node const components = member(root, "components"), foundry = member(root, "foundry");
+    if (!components.IsDefined())
+        file.fail(root.Mark(), "has no 'components'", "each component of the netlist has an entry there");
+    map.foundry = foundry.Scalar();
+    map.foundryMark = foundry.Mark();
+    map.sameNames = member(root, "sameNames").Scalar() != "false";
+    for (auto const& entry : components) {
+        std::string const name = entry.first.Scalar();
+        ComponentRule rule(name);
+        rule.mark = rule.keyMark = entry.first.Mark();
+        rule.sameNames = map.sameNames;
+        readComponent(file, entry.second, rule);
+        map.components.emplace(name, rule);
+    }
+    return map;
+}
+
+std::string mapTemplate(Document const& document) {
+    Kinds kinds;
+    Names const foundries = factoryKeys<vrl::Foundry>();
+    auto const components = usedComponents(document);
+    std::string out = "# From the names of " + printable(document.path) +
+                      " to ours. What is null has still to be filled in,\n"
+                      "# or may stay so: a setting that is null is kept as a note.\n"
+                      "# Parameters may convert: {to: length, factor: 1000}.\n"
+                      "foundry: " +
+                      (foundries.empty() ? "null" : yaml(foundries.front())) +
+                      (foundries.size() > 1 ? "  # " + listed(foundries) : "") +
+                      (components.empty() ? "\ncomponents: {}\n" : "\ncomponents:\n");
+    for (auto const& [name, used] : components) {
+        Names const keys = proposals(name, factoryKeys<vrl::BB>());
+        FreshBlock const* const fresh = keys.empty() ? nullptr : kinds.fresh("", keys.front());
+        out += "  " + yaml(name) + ":  # " + counted(used.instances, "instance") +
+               "\n    key: " + (fresh ? yaml(keys.front()) : "null");
+        if (keys.empty()) out += "  # " + keysByPorts(kinds, used.ports.size());
+        if (keys.size() > 1) out += "  # or " + listed({keys.begin() + 1, keys.end()});
+        out += '\n' + portLines(used, fresh) + parameterLines(used, fresh);
+    }
+    return out;
+}
 
 }  // namespace vrltool::exchange

@@ -1,56 +1,56 @@
 #pragma once
 
+#include <map>
 #include <string>
-#include <vector>
 
-#include "exchange/tree.h"
+#include "exchange/document.h"
+#include "exchange/library.h"
+#include "exchange/node.h"
+
+// A map leads from the names of another tool to ours, and back. Same names: what no rule names, and what is called like
+// one of ours that no rule leads to, is taken for it.
 
 namespace vrltool::exchange {
 
-/// A setting of theirs and the parameter of ours that it sets.
-struct ParameterRule {
-    std::string theirs;
-    std::string ours;   ///< empty: known to have no parameter
-    double factor = 1;  ///< our number is theirs times this
-    Mark mark;
-};
-
-/// A port of theirs and ours.
-struct PortRule {
-    std::string theirs;
-    std::string ours;
-    Mark mark;
+/// A name on the other side, empty if there is none. Our number is theirs times the factor.
+struct MappedName {
+    std::string name;
+    double factor = 1;
 };
 
 /// What the map says of one component of theirs.
 struct ComponentRule {
     std::string component;
     std::string key;  ///< of ours; empty if it has none yet
-    Mark mark;
-    Mark keyMark;
+    Mark mark = Mark::null_mark();
+    Mark keyMark = mark;
     bool sameNames = true;
-    std::vector<PortRule> ports;
-    std::vector<ParameterRule> parameters;
-    Tree defaults = Tree::map();  ///< parameters of ours that settings do not give; always a map
+    Node ports = {};       ///< theirs to ours; a map, or null
+    Node parameters = {};  ///< settings of theirs to ours, or to {"to", "factor"}, or to null: known to have none
+    Node defaults = {};    ///< parameters of ours that settings do not give
+
+    /// Our kind by its own names, until more is known.
+    explicit ComponentRule(std::string const& name) : component(name), key(name) {}
 
     /**@{*/
-    /// The rule for a name of theirs, or of ours, or null.
-    PortRule const* portOfTheirs(std::string const& name) const;
-    PortRule const* portOfOurs(std::string const& name) const;
-    ParameterRule const* parameterOfTheirs(std::string const& name) const;
-    ParameterRule const* parameterOfOurs(std::string const& name) const;
+    /// The port or parameter of ours for a name of theirs, and the other way round.
+    std::string ourPort(vrl::BB& block, std::string const& theirs) const;
+    std::string theirPort(std::string const& ours) const;
+    MappedName ourParameter(vrl::BB& block, std::string const& theirs) const;
+    MappedName theirSetting(std::string const& ours) const;
     /**@}*/
 };
 
-/// From the names of a tool to ours, as a map file tells it. Without a file it maps each of our names to itself.
-///
-/// Same names: what no rule names, and what has the name of one of ours that no rule leads to, is taken for it.
+/// The name of ours that an entry of `ports` or `parameters` leads to; empty for null.
+std::string ourName(Node const& entry);
+
+/// A map file. Without a file each of our names is mapped to itself.
 struct NameMap {
     std::string path;     ///< empty without a file
     std::string foundry;  ///< blocks are made for it; empty: for none
     Mark foundryMark;
     bool sameNames = true;
-    std::vector<ComponentRule> components;  ///< by the names of the components
+    std::map<std::string, ComponentRule> components;
 
     /// The rule for a component, or null.
     ComponentRule const* find(std::string const& component) const;
@@ -58,7 +58,11 @@ struct NameMap {
     ComponentRule const* forKey(std::string const& key) const;
 };
 
-/// Reads a map file. A Failure tells what it has that no map has, with its line.
+/// Reads a map file; the empty path is that of no file. A Failure names what it has that no map has, with its line.
 NameMap readNameMap(std::string const& path);
+
+/// A map file to begin with for a netlist: its components with the ports and settings that it uses, and those of ours
+/// whose names are near. The rest has to be filled in.
+std::string mapTemplate(Document const& document);
 
 }  // namespace vrltool::exchange

@@ -5,8 +5,8 @@
 
 #include "exchange/document.h"
 #include "exchange/findings.h"
+#include "exchange/library.h"
 #include "exchange/name_map.h"
-#include "exchange/workshop.h"
 #include "vrllib/vrllib.h"
 
 namespace vrltool::exchange {
@@ -15,11 +15,10 @@ namespace vrltool::exchange {
 struct NetlistDeleter {
     void operator()(vrl::Netlist* netlist) const { vrl::Netlist::destroy(netlist); }
 };
-using NetlistOwner = std::unique_ptr<vrl::Netlist, NetlistDeleter>;
 
-/// What an import made.
+/// What an import made, and how many of each.
 struct Imported {
-    NetlistOwner netlist;
+    std::unique_ptr<vrl::Netlist, NetlistDeleter> netlist;
     std::size_t elements = 0;
     std::size_t settings = 0;    ///< of all instances
     std::size_t parameters = 0;  ///< set by settings
@@ -29,7 +28,7 @@ struct Imported {
 };
 
 /// The circuit of a document, with everything that it cannot hold as notes. What cannot be carried over is an error in
-/// `findings`, and stands in the note of what was left out. The workshop outlives the netlist.
-Imported netlistFrom(Document const& document, NameMap const& map, Workshop& workshop, Findings& findings);
+/// `findings`, and is kept in the note of what was left out. The kinds outlive the netlist.
+Imported importDocument(Document const& document, NameMap const& map, Kinds& kinds, Findings& findings);
 
 }  // namespace vrltool::exchange

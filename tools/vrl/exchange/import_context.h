@@ -1,0 +1,78 @@
+#pragma once
+
+#include <map>
+#include <set>
+#include <string>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+#include "exchange/import.h"
+
+namespace vrltool::exchange {
+
+/// One import: what it reads, what it has made so far, and what it has yet to report. All its steps work on it.
+struct Import {
+    struct Element {
+        std::string name;
+        vrl::BB* block;  ///< owned by the netlist
+        ComponentRule const* rule;
+        Instance const* instance;
+    };
+
+    /// A port of ours: an element, by its place, and the name of its port.
+    using Port = std::pair<std::size_t, std::string>;
+
+    /// A port that the netlist uses. Ports that are connected form a tree, whose root is the first of them.
+    struct UsedPort {
+        Port port;
+        std::size_t parent;
+        std::size_t uses = 0;  ///< by nets and outer ports
+        Mark secondUse = Mark::null_mark();
+        bool shareable = false;  ///< whether it may be used more than once without a warning
+        unsigned node = 0;
+    };
+
+    /// The settings of one component that are kept as notes only.
+    struct KeptSettings {
+        Mark mark;
+        std::set<std::string> names;
+        std::size_t instances = 0;
+    };
+
+    Document const& document;
+    NameMap const& map;
+    Kinds& kinds;
+    Findings& findings;
+    Imported result = {};
+
+    std::map<std::string, ComponentRule> sameNames = {};  ///< rules of kinds that the map does not name
+    std::set<std::string> checkedComponents = {};
+    std::map<std::string, KeptSettings> keptSettings = {};
+    std::vector<Element> elements = {};
+    std::unordered_map<std::string, std::size_t> byName = {};
+    std::map<std::string, Instance const*> arrays = {};
+    std::vector<UsedPort> ports = {};  ///< in order of mention
+    std::map<Port, std::size_t> places = {};
+    std::set<std::pair<std::size_t, std::size_t>> connections = {};
+    std::vector<std::size_t> outerPorts = {};  ///< the places of their ports
+    Node portNotes = {}, netNotes = {};
+    std::set<std::string> leftOutNames = {};
+    Node leftInstances = {}, leftNets = {}, leftPlacements = {};
+    std::size_t repeatedNets = 0;
+    std::size_t hints = 0;  ///< given; looking for near names among many takes its time
+
+    /// Reports something about a part of the netlist, or about all of it. Returns false.
+    bool report(Severity severity, Mark const& mark, std::string const& text, std::string const& hint = "") {
+        findings.add(severity, document.path, mark, text, hint);
+        return false;
+    }
+    bool error(Node const& node, std::string const& text, std::string const& hint = "") {
+        return report(Severity::kError, node.Mark(), text, hint);
+    }
+};
+
+/// Connects the ports that nets name, adds the nodes of all, and sets the boundary.
+void connectPorts(Import& import);
+
+}  // namespace vrltool::exchange

@@ -1,0 +1,231 @@
+#include "exchange/node.h"
+
+#include <algorithm>
+#include <locale>
+#include <nlohmann/json.hpp>
+#include <set>
+
+#include "text/failure.h"
+#include "text/near_names.h"
+
+namespace {
+
+struct Origin {
+    YAML::Node const& other;
+    YAML::NodeType::value type;
+    YAML::Mark const& mark;
+};
+
+}  // namespace
+
+// yaml-cpp has no call that sets the place of a node or chooses its memory; its constructor is a template, which has
+// room for one of ours.
+template <>
+YAML::Node::Node(Origin const& origin)
+    : m_isValid(true), m_invalidKey(), m_pMemory(origin.other.m_pMemory), m_pNode(&m_pMemory->create_node()) {
+    m_pNode->set_type(origin.type);
+    m_pNode->set_mark(origin.mark);
+}
+
+namespace vrltool::exchange {
+
+namespace {
+
+char const* const kNumber = "vrl::number";
+
+bool isLeaf(Node const& node) { return node.size() == 0; }
+
+/// A text in double quotes that both languages read: JSON, in which a delete character is no control character.
+std::string quoted(std::string const& text) {
+    std::string result = nlohmann::json(text).dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
+    for (auto at = result.find('\x7F'); at != std::string::npos; at = result.find('\x7F', at))
+        result.replace(at, 1, "\\u007f");
+    return result;
+}
+
+/// Whether every reader of YAML takes the text, written plainly, for this very text. It begins with a letter, since all
+/// else may be a number of some version of YAML; and some words are truth values in version 1.1.
+bool isPlain(std::string const& text) {
+    static std::set<std::string> const words{"y", "n", "yes", "no", "on", "off", "true", "false", "null"};
+    static std::string const letters = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ_";
+    if (text.empty() || letters.find(text[0]) == std::string::npos) return false;
+    if (text.find_first_not_of(letters + "0123456789/.,<>()+-") != std::string::npos) return false;
+    std::string small = text.substr(0, 6);
+    for (char& c : small) c = c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
+    return words.count(small) == 0;
+}
+
+std::string textWritten(std::string const& text, Format format) {
+    return format == Format::kYaml && isPlain(text) ? text : quoted(text);
+}
+
+/// Readers of YAML 1.1 take "1e-09" for a text: they want a point and a sign.
+std::string numberWritten(std::string const& text, Format format) {
+    auto const odd = text.find_first_of("in"), exponent = text.find_first_of("eE");  // "-.inf", ".nan"
+    if (odd != std::string::npos && format == Format::kLine)
+        return std::string("{\"") + kNumber + "\":\"" + text + "\"}";
+    if (odd != std::string::npos && format == Format::kJson)
+        return quoted((text[0] == '-' ? "-" : "") + text.substr(odd));
+    if (format != Format::kYaml || odd != std::string::npos || exponent == std::string::npos) return text;
+    std::string const point = text.find('.') == std::string::npos ? ".0" : "";
+    std::string const sign = text[exponent + 1] == '-' || text[exponent + 1] == '+' ? "" : "+";
+    return text.substr(0, exponent) + point + "e" + sign + text.substr(exponent + 1);
+}
+
+std::string leafWritten(Node const& node, Format format) {
+    if (node.IsMap()) return "{}";
+    if (node.IsSequence()) return "[]";
+    if (isText(node)) return textWritten(node.Scalar(), format);
+    if (isNull(node)) return "null";
+    return kindOf(node) == Kind::kNumber ? numberWritten(node.Scalar(), format) : node.Scalar();
+}
+
+/// Writes a value behind what has been written; `indent` is that of the line.
+void writeJson(std::string& out, Node const& node, Format format, std::size_t indent) {
+    if (isLeaf(node)) {
+        out += leafWritten(node, format);
+        return;
+    }
+    bool const map = node.IsMap(), line = format == Format::kLine;
+    auto const start = [&](std::size_t column) { return line ? "" : '\n' + std::string(column, ' '); };
+    char separator = map ? '{' : '[';
+    for (auto const& part : node) {
+        out += separator + start(indent + 2);
+        if (map) out += quoted(part.first.Scalar()) + (line ? ":" : ": ");
+        writeJson(out, map ? part.second : part, format, indent + 2);
+        separator = ',';
+    }
+    out += start(indent) + (map ? '}' : ']');
+}
+
+/// Writes a value in lines; the cursor is at the start of a line, or behind "- ".
+void writeYaml(std::string& out, Node const& node, std::size_t indent) {
+    if (isLeaf(node)) out += leafWritten(node, Format::kYaml) + '\n';
+    std::string start;
+    for (auto const& part : node) {
+        bool const map = node.IsMap();
+        Node const& value = map ? part.second : part;
+        std::size_t const column = map && value.IsSequence() ? indent : indent + 2;
+        out += start + (map ? textWritten(part.first.Scalar(), Format::kYaml) + ":" : "-");
+        out += !map || isLeaf(value) ? " " : '\n' + std::string(column, ' ');
+        writeYaml(out, value, column);
+        start = std::string(indent, ' ');
+    }
+}
+
+Node withNumbers(Node const& node) {
+    Node const number = member(node, kNumber);
+    if (number.IsDefined() && node.size() == 1) return plainNode(number.Scalar());
+    Node result(node.Type());
+    for (auto const& part : node)
+        node.IsMap() ? result.force_insert(part.first, withNumbers(part.second)) : result.push_back(withNumbers(part));
+    return isLeaf(node) ? node : result;
+}
+
+}  // namespace
+
+Kind kindOf(Node const& node) {
+    if (node.IsMap()) return Kind::kMap;
+    if (node.IsSequence()) return Kind::kList;
+    if (!node.IsScalar()) return Kind::kNull;
+    if (node.Tag() == "!") return Kind::kText;
+    return node.Scalar() == "true" || node.Scalar() == "false" ? Kind::kBool : Kind::kNumber;
+}
+
+char const* kindWord(Kind kind) {
+    static char const* const words[] = {"null", "a truth value", "a number", "a text", "a list", "a map"};
+    return words[static_cast<int>(kind)];
+}
+
+std::string wrongKind(std::string const& what, Node const& node, std::string const& wanted) {
+    return what + " is " + kindWord(kindOf(node)) + ", where " + wanted + " belongs";
+}
+
+Shape const* find(std::vector<Shape> const& shapes, std::string const& name) {
+    auto const found = std::find_if(shapes.begin(), shapes.end(), [&](Shape const& s) { return s.name == name; });
+    return found == shapes.end() ? nullptr : &*found;
+}
+
+std::string misfit(std::string const& what, Node const& node, std::string_view kinds) {
+    static std::string const letters = "nb#tlm";
+    if (kinds.empty() || kinds.find(letters[static_cast<std::size_t>(kindOf(node))]) != kinds.npos) return {};
+    auto const wanted = static_cast<Kind>(letters.find(kinds.back()));
+    return wrongKind(what, node, wanted == Kind::kBool ? "true or false" : kindWord(wanted));
+}
+
+std::string nearName(std::vector<Shape> const& shapes, std::string const& wrong) {
+    std::vector<std::string> names;
+    for (Shape const& shape : shapes) names.push_back(shape.name);
+    return didYouMean(wrong, names);
+}
+
+Node textNode(std::string const& text) {
+    Node node(text);
+    node.SetTag("!");
+    return node;
+}
+
+Node newList(std::vector<Node> const& items) {
+    Node list(YAML::NodeType::Sequence);
+    for (Node const& item : items) list.push_back(item);
+    return list;
+}
+
+Node newMap(std::initializer_list<std::pair<char const*, Node>> members) {
+    Node map(YAML::NodeType::Map);
+    for (auto const& entry : members)
+        if (!isNull(entry.second)) map.force_insert(std::string(entry.first), entry.second);
+    return map;
+}
+
+Node newBeside(Node const& other, YAML::NodeType::value type, Mark const& mark) {
+    return Node(Origin{other, type, mark});
+}
+
+Node member(Node const& map, std::string_view name) {
+    if (map.IsMap())
+        for (auto const& entry : map)
+            if (entry.first.Scalar() == name) return entry.second;
+    return Node(YAML::NodeType::Undefined);
+}
+
+void append(Node& target, Node const& source) {
+    if (target.Type() != source.Type()) return;
+    for (auto const& part : source)
+        target.IsMap() ? target.force_insert(part.first, part.second)
+                       : target.push_back(static_cast<Node const&>(part));
+}
+
+std::string placeText(std::string const& path, Mark const& mark) {
+    if (mark.is_null()) return path;
+    return path + ":" + std::to_string(mark.line + 1) + ":" + std::to_string(mark.column + 1);
+}
+
+std::size_t utf8Length(std::string const& text) {
+    auto const& utf8 = std::use_facet<std::codecvt<char32_t, char, std::mbstate_t>>(std::locale::classic());
+    std::mbstate_t state{};
+    auto const end = static_cast<std::size_t>(utf8.length(state, text.data(), text.data() + text.size(), text.size()));
+    for (auto at = text.find('\xED'); at < end; at = text.find('\xED', at + 1))
+        if (static_cast<unsigned char>(text[at + 1]) >= 0xA0) return at;  // a surrogate, which the facet takes
+    return end;
+}
+
+std::string written(Node const& node, Format format) {
+    std::string out;
+    if (format == Format::kYaml)
+        writeYaml(out, node, 0);
+    else
+        writeJson(out, node, format, 0);
+    return format == Format::kJson ? out + '\n' : out;
+}
+
+Node valueOfLine(std::string const& line) {
+    try {
+        Node const value = readJson("", line);
+        return line.find(kNumber) == std::string::npos ? value : withNumbers(value);
+    } catch (Failure const&) {
+        return {};
+    }
+}
+
+}  // namespace vrltool::exchange
