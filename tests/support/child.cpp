@@ -16,7 +16,7 @@ namespace vrl_test {
 
 namespace {
 
-constexpr unsigned kPatienceSeconds = 60;
+constexpr unsigned kPatienceSeconds = 900;
 
 std::vector<char*> pointersTo(std::vector<std::string>& texts) {
     std::vector<char*> pointers;

@@ -18,7 +18,7 @@ struct Outcome {
 
 /// A place for one child process: its own home, its own working folder, and nothing of the caller's configuration.
 ///
-/// A child that does not end within a minute is ended.
+/// A child that hangs is ended after 15 minutes.
 class Sandbox {
 public:
     explicit Sandbox(std::string scenarioProgram);

@@ -6,7 +6,6 @@
 
 #include "tests/support/files.h"
 #include "tests/tools/catalogue/catalogue.h"
-#include "tests/tools/sample_circuit.h"
 
 namespace {
 
@@ -16,19 +15,6 @@ using vrl_test::shown;
 using vrl_test::Tool;
 using vrl_test::writeBrokenConfig;
 using vrl_test::writeBrokenLines;
-
-/// A block that is saved under any kind.
-class NamedBlock : public vrl::BB {
-public:
-    explicit NamedBlock(std::string kind) : BB(nullptr), name(std::move(kind)) {}
-    std::string getName() const override { return name; }
-
-protected:
-    std::string getSerTypeName() override { return name; }
-
-private:
-    std::string name;
-};
 
 /// The report of a configuration that names these libraries, without its first line.
 std::string reportOf(Tool const& tool, std::vector<std::string> const& libraries,
@@ -157,7 +143,7 @@ TEST(Plugins, NamesTheLibraryThatCrashesWhileItIsMapped) {
 
 TEST(Plugins, NamesTheLibraryThatHangs) {
     Tool const tool;
-    EXPECT_EQ(reportOf(tool, {"hangs"}, {"--seconds", "2"}),
+    EXPECT_EQ(reportOf(tool, {"hangs"}, {"--load-seconds", "2"}),
               "\n"
               "hangs, line 4: not loaded\n"
               "  path    BROKEN/lib_wn_hangs.so.5.1.3\n"
@@ -384,19 +370,19 @@ TEST(Plugins, TellsTheLinesOfIncludedFiles) {
     EXPECT_EQ(report.status, 0);
 }
 
-TEST(Plugins, LeavesTheLinesOutThatTheLibraryReadsInAnotherWay) {
+TEST(Plugins, FollowsIncludesWhoseNamesHaveMacros) {
     Tool const tool;
     tool.write("5.1.3.ini", "sodllfile = takesOver\n");
     auto const config = writeBrokenLines(tool, "#include ${version}.ini\nsodllfile = needsVersion\n");
     auto const report = tool.run("plugins", {"--config", config});
     EXPECT_EQ(shown(tool, report.out), "configuration  broken.ini  (named with --config)\n"
                                        "\n"
-                                       "takesOver: loaded\n"
+                                       "takesOver, line 1 of 5.1.3.ini: loaded\n"
                                        "  path    BROKEN/lib_wn_takesOver.so.5.1.3\n"
                                        "  serves  blocks\n"
                                        "  brings  blocks: FineBlock, OtherBlock\n"
                                        "\n"
-                                       "needsVersion: loaded\n"
+                                       "needsVersion, line 5: loaded\n"
                                        "  path    BROKEN/lib_wn_needsVersion.so.5.1.3\n"
                                        "  serves  foundries\n"
                                        "  brings  foundries: NewFoundry\n"
@@ -546,67 +532,6 @@ TEST(Plugins, TellsMillisecondsWhenAsked) {
     arguments.erase(arguments.begin());
     auto const plain = nlohmann::json::parse(tool.run("plugins", arguments).out);
     EXPECT_FALSE(plain["libraries"][0]["loads"][0].contains("milliseconds"));
-}
-
-TEST(Plugins, NamesTheCrashingLibraryInOtherCommands) {
-    Tool const tool;
-    auto const list = tool.run("list", {"blocks", "--config", writeBrokenConfig(tool, {"crashesInEntry"})});
-    EXPECT_EQ(list.out, "");
-    EXPECT_EQ(shown(tool, list.err),
-              "about to crash\n"
-              "vrl: BROKEN/lib_wn_crashesInEntry.so.5.1.3: initLibraryBB: the plug-in crashed (segmentation fault)\n"
-              "  take it out of the configuration until it is mended; 'vrl plugins' and 'vrl validate' tell more\n");
-    EXPECT_EQ(list.status, 2);
-}
-
-TEST(Plugins, NamesTheLibraryThatEndsOtherCommands) {
-    Tool const tool;
-    vrl_test::SampleCircuit circuit;
-    circuit.save(tool.path("bad.vrl"));
-    auto const config = writeBrokenConfig(tool, {"exitsPolitely"});
-    for (auto const& words : {std::vector<std::string>{"list", "blocks"}, {"check", "bad.vrl"}}) {
-        auto const ended = tool.run(words[0], {words[1], "--config", config});
-        EXPECT_EQ(ended.out, "");
-        EXPECT_EQ(
-            shown(tool, ended.err),
-            "vrl: BROKEN/lib_wn_exitsPolitely.so.5.1.3: initLibraryBB: the plug-in ended the program\n"
-            "  take it out of the configuration until it is mended; 'vrl plugins' and 'vrl validate' tell more\n");
-        EXPECT_EQ(ended.status, 2);
-    }
-}
-
-/// What `vrl show` says of a design with a block of this kind, which the plug-in cannot make.
-std::string shownWith(std::string const& kind) {
-    Tool const tool;
-    vrl_test::SampleCircuit circuit;
-    circuit.add("x", new NamedBlock(kind));
-    circuit.save(tool.path("bad.vrl"));
-    auto const ended = tool.run("show", {"bad.vrl", "--config", writeBrokenConfig(tool, {"badWhenMade"})});
-    return ended.out + ended.err + "status " + std::to_string(ended.status) + "\n";
-}
-
-TEST(Plugins, NamesTheBlockThatCrashesWhileADesignIsRead) {
-    EXPECT_EQ(shownWith("CrashingBlock"),
-              "vrl: making the block 'CrashingBlock': the plug-in crashed (segmentation fault)\n"
-              "  take it out of the configuration until it is mended; 'vrl plugins' and 'vrl validate' tell more\n"
-              "status 2\n");
-}
-
-TEST(Plugins, EndsWellWhenABlockThrowsWhatIsNoText) {
-    EXPECT_EQ(shownWith("NumberBlock"), "vrl: something that is no text\nstatus 2\n");
-}
-
-TEST(Plugins, LoadsTheOthersBehindAThrowingLibraryInOtherCommands) {
-    Tool const tool;
-    auto const list = tool.run("list", {"blocks", "--config", writeBrokenConfig(tool, {"throws", "takesOver"})});
-    EXPECT_EQ(list.out, "key         plug-in    ports; parameters\n"
-                        "FineBlock   takesOver  no ports\n"
-                        "OtherBlock  takesOver  no ports\n");
-    EXPECT_EQ(shown(tool, list.err),
-              "vrl: BROKEN/lib_wn_throws.so.5.1.3: not loaded: the plug-in threw 'no netlist today' in "
-              "initLibraryNetlist\n"
-              "vrl: 1 configured library not loaded; 'vrl plugins' tells why\n");
-    EXPECT_EQ(list.status, 0);
 }
 
 }  // namespace

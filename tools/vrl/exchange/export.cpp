@@ -4,7 +4,7 @@
 #include <charconv>
 
 #include "exchange/document.h"
-#include "host/stand_in.h"
+#include "design/stand_in.h"
 #include "text/progress.h"
 #include "text/table.h"
 
