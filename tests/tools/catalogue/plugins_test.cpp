@@ -592,8 +592,8 @@ TEST(Plugins, NamesTheBlockThatCrashesWhileADesignIsRead) {
               "status 2\n");
 }
 
-TEST(Plugins, EndsWellWhenABlockThrowsWhatIsNoText) {
-    EXPECT_EQ(shownWith("NumberBlock"), "vrl: something that is no text\nstatus 2\n");
+TEST(Plugins, EndsWellWhenABlockThrowsANumber) {
+    EXPECT_EQ(shownWith("NumberBlock"), "vrl: a plug-in threw a value of type int\nstatus 2\n");
 }
 
 TEST(Plugins, LoadsTheOthersBehindAThrowingLibraryInOtherCommands) {

@@ -61,7 +61,7 @@ Progressed progressOf(std::string const& out) {
     return progress;
 }
 
-std::string reasonText(Progressed const& progress, Ended const& ended, unsigned seconds) {
+std::string reasonText(Progressed const& progress, ProcessResult const& ended, unsigned seconds) {
     std::string const how = progress.threw   ? progress.thrown
                             : ended.timedOut ? "did not end within " + counted(seconds, "second")
                                              : ended.how();
@@ -78,7 +78,7 @@ std::vector<std::string> childWords(PluginsOptions const& options, Common const&
 }
 
 /// Counts the seconds on a terminal.
-Ended runChild(Program program) {
+ProcessResult runChild(Program program) {
     Progress progress("loading:", "s");
     program.waiting = [&progress](std::size_t seconds) { progress.at(seconds); };
     return runProgram(program);
@@ -98,7 +98,7 @@ void handOn(std::string const& text, std::string& before) {
     before = text;
 }
 
-Outcome finish(Progressed const& progress, Ended const& ended) {
+Outcome finish(Progressed const& progress, ProcessResult const& ended) {
     std::cout << progress.report;
     for (Outcome const outcome : {Outcome::kFine, Outcome::kFindings})
         if (!ended.timedOut && ended.signal == 0 && ended.status == static_cast<int>(outcome)) return outcome;
@@ -130,7 +130,7 @@ Outcome reportPlugins(PluginsOptions const& options, Common const& common, unsig
     Skipped skipped;
     std::string errors;
     for (;;) {
-        Ended const ended = runChild({childWords(options, common), linesOf(skipped), "", seconds});
+        ProcessResult const ended = runChild({childWords(options, common), linesOf(skipped), "", seconds});
         handOn(ended.err, errors);
         Progressed const progress = progressOf(ended.out);
         if (progress.reported) return finish(progress, ended);

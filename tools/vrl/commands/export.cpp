@@ -6,6 +6,7 @@
 #include "cli/grammar.h"
 #include "commands/commands.h"
 #include "design/design.h"
+#include "design/missing_text.h"
 #include "design/save.h"
 #include "exchange/from_netlist.h"
 #include "exchange/scalar.h"
@@ -84,7 +85,7 @@ Outcome exportDesign(Options options, Common const& common) {
     std::cerr << missingText(design);
     vrl::Netlist& circuit = circuitOf(design);
     Findings findings;
-    if (design.block)
+    if (design.object.block())
         findings.warning(options.file, {},
                          "holds the composite '" + design.type + "': its inside is exported, not its own ports");
     Workshop workshop;

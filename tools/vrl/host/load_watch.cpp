@@ -11,6 +11,7 @@
 #include <utility>
 
 #include "guard/foreign_work.h"
+#include "guard/thrown.h"
 #include "host/configured_libraries.h"
 #include "text/table.h"
 #include "vrllib/platform/platform.h"
@@ -23,14 +24,6 @@
 // is loaded for all seven targets.
 
 namespace vrltool {
-
-std::array<TargetWords, 7> const kTargets{{{"initLibraryAttribute", "attribute", "attribute types"},
-                                           {"initLibraryFoundry", "foundry", "foundries"},
-                                           {"initLibraryBB", "block", "blocks"},
-                                           {"initLibraryNetlist", "netlist", "netlists"},
-                                           {"initLibraryComponentView", "componentView", "component views"},
-                                           {"initLibraryBBView", "blockView", "block views"},
-                                           {"initLibraryNetlistView", "netlistView", "netlist views"}}};
 
 namespace {
 
@@ -242,7 +235,7 @@ void callEntry(void* factory) {
         w.current = own;
         Load& load = w.loads[own];
         load.result = Result::kEnded;
-        load.reason = "the plug-in threw '" + printable(thrownText()) + "' in " + work.substr(load.path.size() + 2);
+        load.reason = "the plug-in threw " + printable(thrownText()) + " in " + work.substr(load.path.size() + 2);
         w.options.skipped[load.path] = load.reason;
         std::cerr << "vrl: " << printable(load.path) << ": not loaded: " << load.reason << '\n';
     }

@@ -1,25 +1,17 @@
 #pragma once
 
-#include <array>
 #include <cstddef>
 #include <functional>
 #include <map>
 #include <string>
 #include <vector>
 
+#include "host/targets.h"
 #include "vrllib/vrllib.h"
 
 namespace vrltool {
 
-/// A target of the library: the entry point that a plug-in has for it, and the words for its keys.
-struct TargetWords {
-    char const* entry;
-    char const* id;      ///< for programs
-    char const* plural;  ///< for people
-};
-
-/// The seven targets, in the order in which the library loads a file for them.
-extern std::array<TargetWords, 7> const kTargets;
+using TargetWords = TargetInfo;
 
 /// A key that an entry point entered into a factory.
 struct BroughtKey {

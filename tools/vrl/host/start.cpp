@@ -7,6 +7,7 @@
 
 #include "guard/foreign_work.h"
 #include "guard/quiet_output.h"
+#include "guard/thrown.h"
 #include "host/load_watch.h"
 #include "text/failure.h"
 #include "vrllib/vrllib.h"
@@ -52,16 +53,12 @@ void startLibrary(std::string const& config) {
         watchLoads(options);
         tellCrashes();
     }
-    try {
-        vrlInit_vrllib(false, true);
-        watchedLoads();  // the last of them is over
-    } catch (...) {
-        std::string const text = thrownText();
-        watchedLoads();
+    std::string const thrown = thrownBy([] { vrlInit_vrllib(false, true); });
+    watchedLoads();  // the last of them is over
+    if (!thrown.empty())
         throw Failure(
-            lastWork(), "the plug-in threw '" + text + "'",
+            lastWork(), "the plug-in threw " + thrown,
             "take it out of the configuration until it is mended; 'vrl plugins' and 'vrl validate' tell more");
-    }
     std::string const messages = vrlGetCoutMsg();
     showWarnings(messages, vrlConfigFile());
 }
