@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <exception>
 #include <string>
 #include <vector>
 
@@ -58,6 +59,7 @@ struct LoadEvent {
     LoadTarget target = LoadTarget::kOther;
     LoadOutcome outcome = LoadOutcome::kNotMapped;
     std::string text;            ///< the system's reason, or what was thrown; empty if there is none
+    std::exception_ptr thrown;   ///< what was thrown; null if nothing was
     unsigned neededVersion = 0;  ///< as needsLibaryVersion forms it; 0 if none was needed
     bool hasVersion = false;     ///< whether the library has getAPIversion; known only if a version was needed
     unsigned foundVersion = 0;

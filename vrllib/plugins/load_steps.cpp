@@ -74,6 +74,7 @@ bool Load::run(EntryCall call, void* factory) {
     } catch (...) {
         event.outcome = LoadOutcome::kEntryThrew;
         event.text = thrownText();
+        event.thrown = std::current_exception();
         end();
         LoadObserver* const observer = loaderState().observer;
         if (observer && observer->absorbs(event)) return false;

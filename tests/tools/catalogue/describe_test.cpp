@@ -108,7 +108,7 @@ TEST(Describe, TellsFlowsCrossSectionsAndBlocksOfAFoundry) {
 TEST(Describe, TellsWhatAViewAppliesTo) {
     EXPECT_EQ(pageOf({"SampleFab/Layout"}),
               "SampleFab/Layout\n"
-              "  kind        view of blocks\n"
+              "  kind        block view\n"
               "  plug-in     foundrySampleFab (SAMPLES/lib_wn_foundrySampleFab.so.5.1.3)\n"
               "  about       0 um x 0 um, margin 5 um\n"
               "  applies to  sfBend, sfCombiner, sfCoupler2x2, sfEdgeCoupler, sfGrating, sfPhaseModulator, "
@@ -124,7 +124,7 @@ TEST(Describe, TellsWhatAViewAppliesTo) {
 TEST(Describe, TellsOfAnAttributeType) {
     std::string const page = pageOf({"Value_Complex"});
     EXPECT_EQ(page.substr(0, page.find("  plug-in")), "Value_Complex\n"
-                                                      "  kind     attribute type\n");
+                                                      "  kind     parameter type\n");
     EXPECT_EQ(page.substr(page.find("  type")), "  type     Complex\n"
                                                 "\n"
                                                 "a new one\n"

@@ -104,7 +104,7 @@ TEST(Explain, HasAFormForPrograms) {
       "why": "Nobody reads them. Two files may have been written into one, or a longer )"
               R"(file was overwritten in place: then the design may not be the one that is meant.",
       "example": "the design: 4096 bytes stand behind the design in the file [trailing-bytes]",
-      "cure": "Find out how the file came about. Saving the design anew drops the bytes."
+      "hint": "Find out how the file came about. Saving the design anew drops the bytes."
     }
   ]
 })");
@@ -126,8 +126,8 @@ TEST(Explain, HasAWholePageForEachRuleUnderAnIdOfItsOwn) {
         SCOPED_TRACE(rule.id);
         EXPECT_TRUE(ids.insert(rule.id).second);
         EXPECT_EQ(std::string(rule.id).find_first_not_of("abcdefghijklmnopqrstuvwxyz-"), std::string::npos);
-        EXPECT_NE(rule.severity, vrltool::check::Severity::kOff);
-        for (char const* const text : {rule.page.meaning, rule.page.why, rule.page.cure}) {
+        EXPECT_NE(rule.severity, vrltool::Severity::kOff);
+        for (char const* const text : {rule.page.meaning, rule.page.why, rule.page.hint}) {
             EXPECT_GT(std::string(text).size(), 20u);
             EXPECT_EQ(std::string(text).back(), '.');
         }

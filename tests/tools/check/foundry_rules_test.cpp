@@ -89,7 +89,7 @@ TEST_F(FoundryRules, TellOfAFoundryThatCannotBeMade) {
     save();
     auto const outcome = check({"a.vrl"});
     EXPECT_EQ(outcome.out, "");
-    EXPECT_EQ(outcome.err, "vrl: a.vrl: a foundry of this design cannot be made: no licence\n"
+    EXPECT_EQ(outcome.err, "vrl: a.vrl: a foundry of this design cannot be made: 'no licence'\n"
                            "  'vrl validate' checks the plug-in that brings it\n");
     EXPECT_EQ(outcome.status, 2);
 }

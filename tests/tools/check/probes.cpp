@@ -6,6 +6,8 @@ VRL_PLUGIN_EXPORT void initLibraryBB(FactoryArg<std::string, vrl::BB, vrl::Found
     factory->Register<TwinPorts>(TwinPorts::kKind);
     factory->Register<RibOnly>(RibOnly::kKind);
     factory->Register<PitchedPair>(PitchedPair::kKind);
+    factory->Register<ThrowsAnInt>(ThrowsAnInt::kKind);
+    factory->Register<ThrowsANull>(ThrowsANull::kKind);
     factory->Register<OddParameters>(OddParameters::kKind);
     factory->Register<Lopsided>(Lopsided::kKind);
     factory->Register<Vague>(Vague::kKind);

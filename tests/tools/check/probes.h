@@ -40,7 +40,7 @@ public:
     bool isAllowed(vrl::Foundry::CSInfo const& choice) const override { return choice.getCSName() == "rib"; }
 };
 
-/// Its gap and its width have to fit a pitch; that check throws for a gap of 0.
+/// Its gap and its width have to fit a pitch; that check throws for some gaps.
 class PitchedPair : public Probe {
 public:
     static constexpr char const* kKind = "probePitchedPair";
@@ -50,11 +50,28 @@ public:
     }
     bool inSpec(std::ostream& os) const override {
         if (getDouble("gap") == 0) throw std::runtime_error("no gap");
+        if (getDouble("gap") == 0.25) throw 42;
+        if (getDouble("gap") == 0.125) throw static_cast<char*>(nullptr);
         bool const fits = getDouble("gap") + getDouble("width") <= 1.0;
         if (!fits) os << "gap and width exceed the pitch of 1 um\nand more";
         return fits && Attributes::inSpec(os);
     }
 };
+
+/**@{*/
+/// Cannot be made. The kinds are as long as that of PitchedPair, for which tests put them into files.
+class ThrowsAnInt : public Probe {
+public:
+    static constexpr char const* kKind = "probeThrowsAnInt";
+    explicit ThrowsAnInt(vrl::Foundry const* foundry) : Probe(foundry, kKind) { throw 42; }
+};
+
+class ThrowsANull : public Probe {
+public:
+    static constexpr char const* kKind = "probeThrowsANull";
+    explicit ThrowsANull(vrl::Foundry const* foundry) : Probe(foundry, kKind) { throw static_cast<char*>(nullptr); }
+};
+/**@}*/
 
 /// A number that has to be even.
 class EvenNumber : public vrl::Value<int> {

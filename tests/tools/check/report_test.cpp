@@ -368,7 +368,7 @@ TEST_F(CheckReport, HasAFormForPrograms) {
           "element": "bend",
           "parameter": "radius",
           "what": "parameter 'radius' is 1 um, outside its range 5 to 500 um",
-          "cure": "give it a value from 5 to 500 um"
+          "hint": "give it a value from 5 to 500 um"
         },
         {
           "rule": "open-port",
@@ -376,7 +376,7 @@ TEST_F(CheckReport, HasAFormForPrograms) {
           "element": "split",
           "port": "out1",
           "what": "the optical port is open",
-          "cure": "tie it to another port or to the boundary, or end it in a terminator"
+          "hint": "tie it to another port or to the boundary, or end it in a terminator"
         }
       ],
       "leftOut": [],
@@ -389,7 +389,7 @@ TEST_F(CheckReport, HasAFormForPrograms) {
     {
       "file": "b.vrl",
       "failure": "b.vrl: is empty",
-      "cure": "give the path of a saved design"
+      "hint": "give the path of a saved design"
     }
   ],
   "summary": {

@@ -42,7 +42,7 @@ vrl \- looks at, checks, compares and documents photonic designs
 \fBvrl\fR \fIcommand\fR [\fIoptions\fR] \fIargument\fR ...
 .SH DESCRIPTION
 Each command answers with text for people, or with JSON for programs. Results go to standard output,
-errors to standard error; they name the file, the thing and the cure. A design that needs kinds which
+errors to standard error; they name the file, the thing and the hint. A design that needs kinds which
 no loaded plug\-in has is shown all the same, with something that stands in for them.
 .SH OPTIONS
 .TP

@@ -22,9 +22,9 @@ std::string readAndShow(TemporaryFolder const& folder, std::string const& bytes)
     try {
         auto const design = vrltool::readDesign(vrl_test::writeFile(folder / "bad.vrl", bytes));
         std::ostringstream shown;
-        design.print(shown);
+        design.object.print(shown);
         vrl::AsciiStreamSerialiser listing(shown);
-        design.write(listing);
+        design.object.write(listing);
         vrltool::writeJson(shown, vrltool::designJson(design));
         return shown.str().empty() ? "shows nothing" : "";
     } catch (vrltool::Failure const& failure) {

@@ -8,6 +8,7 @@
 #include <fcntl.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -17,6 +18,19 @@
 #include "tests/tools/design/saved_objects.h"
 #include "tests/tools/sample_circuit.h"
 #include "text/failure.h"
+
+namespace {
+
+std::vector<std::string> flushed;  // the paths that were flushed to the disk, in order
+
+}  // namespace
+
+// In the place of the system's own, which flushes too.
+extern "C" int fsync(int file) {
+    std::error_code ignored;
+    flushed.push_back(std::filesystem::read_symlink("/proc/self/fd/" + std::to_string(file), ignored).string());
+    return static_cast<int>(syscall(SYS_fsync, file));
+}
 
 namespace {
 
@@ -31,13 +45,13 @@ using vrltool::Failure;
 using vrltool::saveDesign;
 using vrltool::saveFile;
 
-/// What a work ends with: the text of its Failure and the cure, or "saved".
+/// What a work ends with: the text of its Failure and the hint, or "saved".
 template <class Work>
 std::string outcomeOf(Work work) {
     try {
         work();
     } catch (Failure const& failure) {
-        return std::string(failure.what()) + "; " + failure.cure();
+        return std::string(failure.what()) + "; " + failure.hint();
     }
     return "saved";
 }
@@ -184,6 +198,15 @@ TEST(SaveFile, GivesReadersTheOldOrTheNewContentOnly) {
     EXPECT_EQ(readFile(path), std::string(200000, 'b'));
 }
 
+TEST(SaveFile, FlushesTheFileAndThenItsFolder) {
+    TemporaryFolder const folder;
+    flushed.clear();
+    saveFile(folder / "a.txt", "text");
+    ASSERT_EQ(flushed.size(), 2u);
+    EXPECT_EQ(fs::path(flushed[0]).parent_path(), fs::canonical(folder.path()));
+    EXPECT_EQ(flushed[1], fs::canonical(folder.path()).string());
+}
+
 TEST(SaveDesign, WritesWhatReadsBackEqual) {
     TemporaryFolder const folder;
     SampleCircuit circuit;
@@ -213,7 +236,7 @@ TEST(SaveDesign, RefusesADesignWithStandIns) {
     std::string const bytes = savedObjects().at("netlist_with_foreign_blocks");
     auto const design = vrltool::readDesign(writeFile(folder / "in.vrl", bytes));
     std::string const path = folder / "out.vrl";
-    EXPECT_EQ(outcomeOf([&] { saveDesign(*design.netlist, path); }), refusal(path, "foreignBlock"));
+    EXPECT_EQ(outcomeOf([&] { saveDesign(*design.object.netlist(), path); }), refusal(path, "foreignBlock"));
     EXPECT_FALSE(fs::exists(path));
 }
 
@@ -222,7 +245,7 @@ TEST(SaveDesign, RefusesTheInsideOfACompositeThatStandsIn) {
     SampleCircuit const started;
     auto const design = vrltool::readDesign(writeFile(folder / "in.vrl", savedObjects().at("foreign_composite")));
     std::string const path = folder / "out.vrl";
-    EXPECT_EQ(outcomeOf([&] { saveDesign(*design.netlist, path); }), refusal(path, "foreignComposite"));
+    EXPECT_EQ(outcomeOf([&] { saveDesign(*design.object.netlist(), path); }), refusal(path, "foreignComposite"));
 }
 
 TEST(SaveDesign, RefusesAParameterThatOnlyStandsIn) {
@@ -234,7 +257,7 @@ TEST(SaveDesign, RefusesAParameterThatOnlyStandsIn) {
     auto const design = vrltool::readDesign(writeFile(folder / "in.vrl", bytes));
     ASSERT_EQ(design.missing.size(), 1u);
     std::string const path = folder / "out.vrl";
-    EXPECT_EQ(outcomeOf([&] { saveDesign(*design.netlist, path); }), refusal(path, "author"));
+    EXPECT_EQ(outcomeOf([&] { saveDesign(*design.object.netlist(), path); }), refusal(path, "author"));
 }
 
 TEST(SaveDesign, RefusesAFlaggedParameterWithoutItsBlock) {
@@ -245,7 +268,7 @@ TEST(SaveDesign, RefusesAFlaggedParameterWithoutItsBlock) {
     circuit.netlist().Attributes::add(tuned);
     auto const design = vrltool::readDesign(circuit.save(folder / "in.vrl"));
     std::string const path = folder / "out.vrl";
-    EXPECT_EQ(outcomeOf([&] { saveDesign(*design.netlist, path); }), refusal(path, "tuned"));
+    EXPECT_EQ(outcomeOf([&] { saveDesign(*design.object.netlist(), path); }), refusal(path, "tuned"));
 }
 
 TEST(SaveDesign, RefusesANetlistThatOnlyStandsIn) {
@@ -253,7 +276,7 @@ TEST(SaveDesign, RefusesANetlistThatOnlyStandsIn) {
     SampleCircuit const started;
     auto const design = vrltool::readDesign(writeFile(folder / "in.vrl", savedObjects().at("foreign_netlist")));
     std::string const path = folder / "out.vrl";
-    EXPECT_EQ(outcomeOf([&] { saveDesign(*design.netlist, path); }), refusal(path, "ForeignNetlist"));
+    EXPECT_EQ(outcomeOf([&] { saveDesign(*design.object.netlist(), path); }), refusal(path, "ForeignNetlist"));
 }
 
 TEST(SaveDesign, RefusesToReplaceAFileWhoseKindsAreMissing) {

@@ -2,7 +2,7 @@
 
 #include <fstream>
 
-#include "design/design.h"
+#include "design/foundries.h"
 #include "tests/tools/diff/pair.h"
 
 namespace {
@@ -31,7 +31,7 @@ TEST(DiffFiles, ReadAndSavedAgainAreTheSame) {
     vrl::Netlist* const netlist = vrl::Netlist::create("");
     vrl::BinaryStreamDeSerialiser reader(file);
     ASSERT_TRUE(netlist->read(&reader));
-    vrltool::prepareWhole(*netlist);
+    vrltool::attachFoundries(*netlist);
     save(pair.tool.path("b.vrl"), *netlist);
     vrl::Netlist::destroy(netlist);
     EXPECT_EQ(pair.diff(), "no differences\n"

@@ -7,6 +7,7 @@
 
 #include <chrono>
 #include <csignal>
+#include <cstdlib>
 #include <filesystem>
 #include <thread>
 
@@ -14,7 +15,7 @@
 
 namespace {
 
-using vrltool::Ended;
+using vrltool::ProcessResult;
 using vrltool::Program;
 using vrltool::runProgram;
 
@@ -24,14 +25,14 @@ Program shell(std::string const& script) {
     return program;
 }
 
-double secondsOf(Program const& program, Ended& ended) {
+double secondsOf(Program const& program, ProcessResult& ended) {
     auto const begin = std::chrono::steady_clock::now();
     ended = runProgram(program);
     return std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
 }
 
 TEST(RunProgram, GivesOutputErrorsAndStatus) {
-    Ended const ended = runProgram(shell("echo out; echo err >&2; exit 3"));
+    ProcessResult const ended = runProgram(shell("echo out; echo err >&2; exit 3"));
     EXPECT_TRUE(ended.started);
     EXPECT_FALSE(ended.fine());
     EXPECT_EQ(ended.out, "out\n");
@@ -41,20 +42,20 @@ TEST(RunProgram, GivesOutputErrorsAndStatus) {
 }
 
 TEST(RunProgram, TakesWordsAsTheyStandWithoutAShell) {
-    Ended const ended = runProgram({{"printf", "[%s]", "$HOME; *", "", "a b"}, "", "", 60, {}});
+    ProcessResult const ended = runProgram({{"printf", "[%s]", "$HOME; *", "", "a b"}, "", "", 60, {}});
     EXPECT_TRUE(ended.fine());
     EXPECT_EQ(ended.out, "[$HOME; *][][a b]");
 }
 
 TEST(RunProgram, SaysThatThereIsNoSuchProgram) {
-    Ended const ended = runProgram({{"no-such-program-anywhere"}, "", "", 60, {}});
+    ProcessResult const ended = runProgram({{"no-such-program-anywhere"}, "", "", 60, {}});
     EXPECT_FALSE(ended.started);
     EXPECT_FALSE(ended.fine());
     EXPECT_EQ(ended.how(), "is not there");
 }
 
 TEST(RunProgram, TellsTheSignalThatEndedIt) {
-    Ended const ended = runProgram(shell("kill -SEGV $$"));
+    ProcessResult const ended = runProgram(shell("kill -SEGV $$"));
     EXPECT_EQ(ended.signal, SIGSEGV);
     EXPECT_EQ(ended.how(), "ended by signal 11 (Segmentation fault)");
 }
@@ -62,7 +63,7 @@ TEST(RunProgram, TellsTheSignalThatEndedIt) {
 TEST(RunProgram, EndsItAfterItsTime) {
     Program program = shell("echo begun; exec sleep 50");
     program.seconds = 1;
-    Ended ended;
+    ProcessResult ended;
     EXPECT_LT(secondsOf(program, ended), 20);
     EXPECT_TRUE(ended.timedOut);
     EXPECT_EQ(ended.out, "begun\n");
@@ -109,13 +110,13 @@ TEST(RunProgram, LeavesNothingRunningWhenItsCallerIsEnded) {
 TEST(RunProgram, EndsAProgramThatClosedItsOutputAndWentOn) {
     Program program = shell("exec >&- 2>&-; exec sleep 50");
     program.seconds = 1;
-    Ended ended;
+    ProcessResult ended;
     EXPECT_LT(secondsOf(program, ended), 20);
     EXPECT_TRUE(ended.timedOut);
 }
 
 TEST(RunProgram, TakesLargeOutputOnBothChannels) {
-    Ended const ended = runProgram(shell("head -c 3000000 /dev/zero; head -c 2000000 /dev/zero >&2"));
+    ProcessResult const ended = runProgram(shell("head -c 3000000 /dev/zero; head -c 2000000 /dev/zero >&2"));
     EXPECT_TRUE(ended.fine());
     EXPECT_EQ(ended.out, std::string(3000000, '\0'));
     EXPECT_EQ(ended.err, std::string(2000000, '\0'));
@@ -124,7 +125,7 @@ TEST(RunProgram, TakesLargeOutputOnBothChannels) {
 TEST(RunProgram, FeedsLargeInputWhileItReadsOutput) {
     Program program = shell("cat");
     program.input = vrl_test::times(200000, "0123456789");
-    Ended const ended = runProgram(program);
+    ProcessResult const ended = runProgram(program);
     EXPECT_TRUE(ended.fine());
     EXPECT_EQ(ended.out, program.input);
 }
@@ -158,6 +159,44 @@ TEST(RunProgram, TellsTheSecondsThatPass) {
     EXPECT_TRUE(runProgram(program).fine());
     EXPECT_GE(last, 1u);
     EXPECT_GT(calls, 3u);
+}
+
+void ignorePipe(int, siginfo_t*, void*) {}
+
+TEST(RunProgram, LeavesTheHandlingOfBrokenPipesAsItWas) {
+    struct sigaction wanted {};
+    wanted.sa_sigaction = &ignorePipe;
+    wanted.sa_flags = SA_SIGINFO | SA_RESTART;
+    sigaddset(&wanted.sa_mask, SIGUSR1);
+    struct sigaction before {};
+    ASSERT_EQ(sigaction(SIGPIPE, &wanted, &before), 0);
+    runProgram(shell("exit 0"));
+    struct sigaction after {};
+    sigaction(SIGPIPE, &before, &after);
+    EXPECT_EQ(after.sa_sigaction, &ignorePipe);
+    EXPECT_EQ(after.sa_flags & (SA_SIGINFO | SA_RESTART), SA_SIGINFO | SA_RESTART);
+    EXPECT_EQ(sigismember(&after.sa_mask, SIGUSR1), 1);
+}
+
+TEST(RunCopy, ReturnsWhatTheWorkReturned) {
+    ProcessResult const result = vrltool::runCopy([] { return std::string("a\0b", 3); }, 60);
+    EXPECT_TRUE(result.fine());
+    EXPECT_EQ(result.out, std::string("a\0b", 3));
+}
+
+TEST(RunCopy, ReportsACrash) {
+    ProcessResult const result = vrltool::runCopy([]() -> std::string { std::abort(); }, 60);
+    EXPECT_EQ(result.how(), "ended by signal 6 (Aborted)");
+}
+
+TEST(RunCopy, EndsTheWorkAfterItsTime) {
+    ProcessResult const result = vrltool::runCopy(
+        [] {
+            for (;;) pause();
+            return std::string();
+        },
+        1);
+    EXPECT_EQ(result.how(), "did not end in time");
 }
 
 TEST(OwnProgram, IsThisOne) { EXPECT_TRUE(std::filesystem::exists(vrltool::ownProgram())); }

@@ -45,141 +45,142 @@ TEST_P(BrokenPlugin, IsToldByItsCheck) {
 Case const kLoading[] = {
     {"Dependent", "dependencies", "FAIL",
      "  lib_wn_Dependent.so.5.1.3: needs 'libvrlsolver.so', which is not found\n"
-     "    cure: install the library, or link with its folder as run path\n"},
+     "    hint: install the library, or link with its folder as run path\n"},
     {"Alone", "dependencies", "FAIL",
      "  lib_wn_Alone.so.5.1.3: does not name vrllib, lib_wn_vrllib.so.2, among its dependencies\n"
-     "    cure: link it with vrllib::vrllib, as vrl_add_plugin does, or with `pkg-config --libs vrllib`\n"},
+     "    hint: link it with vrllib::vrllib, as vrl_add_plugin does, or with `pkg-config --libs vrllib`\n"},
     {"Alone", "entry-points", "FAIL",
      "  lib_wn_Alone.so.5.1.3: exports none of the seven entry points\n"
-     "    cure: declare entry points with VRL_PLUGIN_EXPORT, which is extern \"C\" and visible\n"},
+     "    hint: declare entry points with VRL_PLUGIN_EXPORT, which is extern \"C\" and visible\n"},
     {"Mangled", "entry-points", "FAIL",
      "  _Z18initLibraryFoundryP7Factory: is the mangled name of 'initLibraryFoundry', which nobody finds\n"
-     "    cure: declare it extern \"C\", as VRL_PLUGIN_EXPORT does, in no namespace\n"
+     "    hint: declare it extern \"C\", as VRL_PLUGIN_EXPORT does, in no namespace\n"
      "  initLibraryBb: is no entry point\n"
-     "    cure: did you mean 'initLibraryBB' or 'initLibraryBBView'?\n"},
+     "    hint: did you mean 'initLibraryBB' or 'initLibraryBBView'?\n"},
     {"Undefined", "loads", "FAIL",
      "  lib_wn_Undefined.so.5.1.3: undefined symbol: drawRing(int)\n"
-     "    cure: link it with all that it uses (-Wl,--no-undefined tells), and do nothing that can fail in static "
+     "    hint: link it with all that it uses (-Wl,--no-undefined tells), and do nothing that can fail in static "
      "objects\n"},
     {"CrashesInConstructor", "loads", "FAIL",
      "  lib_wn_CrashesInConstructor.so.5.1.3: ended by signal 6 (Aborted): loading it\n"
-     "    cure: link it with all that it uses (-Wl,--no-undefined tells), and do nothing that can fail in static "
+     "    hint: link it with all that it uses (-Wl,--no-undefined tells), and do nothing that can fail in static "
      "objects\n"},
     {"Alone", "version-function", "FAIL",
      "  lib_wn_Alone.so.5.1.3: exports no getAPIversion: hosts that ask for a version refuse it\n"
-     "    cure: write VRL_PLUGIN_API_VERSION(major, minor, patch); once, with the version of vrllib that it is built "
+     "    hint: write VRL_PLUGIN_API_VERSION(major, minor, patch); once, with the version of vrllib that it is built "
      "with\n"},
     {"VersionZero", "version-function", "FAIL",
      "  getAPIversion: tells the version 0\n"
-     "    cure: write VRL_PLUGIN_API_VERSION(major, minor, patch); once, with the version of vrllib that it is built "
+     "    hint: write VRL_PLUGIN_API_VERSION(major, minor, patch); once, with the version of vrllib that it is built "
      "with\n"},
     {"VersionFuture", "version-function", "FAIL",
      "  getAPIversion: tells 99.1.1, and this library is 2.1.11\n"
-     "    cure: write VRL_PLUGIN_API_VERSION(major, minor, patch); once, with the version of vrllib that it is built "
+     "    hint: write VRL_PLUGIN_API_VERSION(major, minor, patch); once, with the version of vrllib that it is built "
      "with\n"},
     {"Hangs", "entry-returns", "FAIL",
      "  lib_wn_Hangs.so.5.1.3: did not end within 5 s: calling initLibraryBB\n"
-     "    cure: only register classes there, and catch what that may throw; --seconds N gives it more time\n"},
+     "    hint: only register classes there, and catch what that may throw; --seconds N gives it more time\n"},
     {"Exits", "entry-returns", "FAIL",
      "  lib_wn_Exits.so.5.1.3: ended the program: calling initLibraryBB\n"
-     "    cure: only register classes there, and catch what that may throw\n"},
+     "    hint: only register classes there, and catch what that may throw\n"},
     {"Throws", "entry-returns", "FAIL",
      "  initLibraryBB: throws 'no licence'\n"
-     "    cure: only register classes there, and catch what that may throw\n"},
+     "    hint: only register classes there, and catch what that may throw\n"},
     {"Prints", "entry-quiet", "FAIL",
      "  initLibraryBB: prints 'loaded'\n"
-     "    cure: write messages with vrlPrintf or vrlCout(), the message channel, or not at all\n"},
+     "    hint: write messages with vrlPrintf or vrlCout(), the message channel, or not at all\n"},
     {"BringsNothing", "brings-keys", "FAIL",
      "  lib_wn_BringsNothing.so.5.1.3: registers nothing in its entry points\n"
-     "    cure: register a class in an entry point: factory->Register<Class>(\"name\")\n"},
+     "    hint: register a class in an entry point: factory->Register<Class>(\"name\")\n"},
     {"EmptyKey", "brings-keys", "FAIL",
      "  initLibraryBB: registers a class under the empty key, under which nothing is made\n"
-     "    cure: register a class in an entry point: factory->Register<Class>(\"name\")\n"},
+     "    hint: register a class in an entry point: factory->Register<Class>(\"name\")\n"},
     {"PostLoadThrows", "post-load", "FAIL",
      "  initLibraryPostLoad: throws 'called again', called for the second time\n"
      "  initLibraryPostLoad: throws 'called again', called for the third time\n"
-     "    cure: leave at once from the second call on: the hook is called for each entry point and each start-up\n"},
+     "    hint: leave at once from the second call on: the hook is called for each entry point and each start-up\n"},
     {"PostLoadRegisters", "post-load", "FAIL",
      "  initLibraryPostLoad: registers or removes keys\n"
-     "    cure: do that in the entry points\n"},
+     "    hint: do that in the entry points\n"},
     {"CrashesAtEnd", "process-end", "FAIL",
      "  lib_wn_CrashesAtEnd.so.5.1.3: ended by signal 6 (Aborted): the program ends\n"
-     "    cure: let static objects free nothing of the library's\n"},
+     "    hint: let static objects free nothing of the library's\n"},
     {"ChangesEnvironment", "surroundings", "warning",
      "  lib_wn_ChangesEnvironment.so.5.1.3: changes the environment\n"
-     "    cure: set nothing that belongs to the whole program, or set it back\n"}};
+     "    hint: set nothing that belongs to the whole program, or set it back\n"}};
 
 Case const kKinds[] = {
     {"NullFoundryCrashes", "null-foundry", "FAIL",
      "  lib_wn_NullFoundryCrashes.so.5.1.3: ended by signal 6 (Aborted): making the block 'brBlock' "
      "without "
      "a foundry\n"
-     "    cure: let the constructor accept a null foundry, and throw nothing\n"},
+     "    hint: let the constructor accept a null foundry, and throw nothing\n"},
     {"NullFoundryThrows", "null-foundry", "FAIL",
      "  block 'brBlock': throws 'no foundry given' when it is made without a foundry\n"
-     "    cure: let the constructor accept a null foundry, and throw nothing\n"},
+     "    hint: let the constructor accept a null foundry, and throw nothing\n"},
     {"ForgetsFoundry", "foundry-kept", "FAIL",
      "  block 'brBlock': does not know the foundry 'BrokenFab'\n"
-     "    cure: hand the foundry on: BB(foundry); the class of a composite names BB(foundry) itself\n"},
+     "    hint: hand the foundry on: BB(foundry); the class of a composite names BB(foundry) itself\n"},
     {"FlowThrows", "foundry-parts", "FAIL",
      "  flow 'brFlow' of foundry 'BrokenFab': createCS throws 'no width'\n"
-     "    cure: let constructors and createCS accept any number, and throw nothing\n"},
+     "    hint: let constructors and createCS accept any number, and throw nothing\n"},
     {"OtherName", "key-matches-name", "FAIL",
      "  block 'brBlock': tells the name 'brOther'\n"
-     "    cure: register the class under the text that getName gives, a parameter type under getFactoryName\n"},
+     "    hint: register the class under the text that getName gives, a parameter type under getFactoryName\n"},
     {"AnySection", "unknown-key", "FAIL",
      "  foundry 'BrokenFab': createCS gives something for a name that is not known\n"
-     "    cure: give null for a name that is not known\n"},
+     "    hint: give null for a name that is not known\n"},
     {"PortTwice", "names", "FAIL",
      "  block 'brBlock': has the port 'out0' twice, of which only the first is found\n"
-     "    cure: give each its own name\n"},
+     "    hint: give each its own name\n"},
     {"ParameterTwice", "names", "FAIL",
      "  block 'brBlock': adds the parameter 'length' twice, and keeps the first\n"
-     "    cure: give each its own name\n"},
+     "    hint: give each its own name\n"},
     {"Undescribed", "described", "warning",
      "  foundry 'BrokenFab': describe() gives nothing\n"
-     "    cure: say in one line what it is\n"
+     "    hint: say in one line what it is\n"
      "  block 'brBlock', parameter 'length': has no description\n"
      "  block 'brBlock', parameter 'length': has no unit\n"
-     "    cure: give description and unit to the constructor; the unit of a bare number is \"1\"\n"},
+     "    hint: give description and unit to the constructor; the unit of a bare number is \"1\"\n"},
     {"OutOfRange", "defaults-in-range", "FAIL",
      "  block 'brBlock', parameter 'length': has the default 500 outside of its range, 1 to 100\n"
-     "    cure: the bounds belong to the range: minimum <= default <= maximum\n"},
+     "    hint: the bounds belong to the range: minimum <= default <= maximum\n"},
     {"BoundsSwapped", "defaults-in-range", "FAIL",
      "  block 'brBlock', parameter 'length': has bounds in the wrong order: 100 to 1\n"
-     "    cure: the bounds belong to the range: minimum <= default <= maximum\n"},
+     "    hint: the bounds belong to the range: minimum <= default <= maximum\n"},
     {"BoundsNoNumbers", "defaults-in-range", "FAIL",
      "  block 'brBlock', parameter 'length': has bounds that are no numbers: nan to 100\n"
-     "    cure: the bounds belong to the range: minimum <= default <= maximum\n"},
+     "    hint: the bounds belong to the range: minimum <= default <= maximum\n"},
     {"TextForm", "text-forms", "FAIL",
      "  parameter type 'brReach': was set to '5 um' and reads back '5 um!'\n"
-     "    cure: override getStringValue, setStringValue, toTex and toCpp together\n"},
+     "    hint: override getStringValue, setStringValue, toTex and toCpp together\n"},
     {"CopyThrows", "copies", "FAIL",
      "  parameter type 'brReach': throws 'no copies'\n"
-     "    cure: let setValue(Attribute const*) take over the value alone; refer to nothing of the owner\n"},
+     "    hint: let setValue(Attribute const*) take over the value alone; refer to nothing of the owner\n"},
     {"RefersToOwner", "copies", "FAIL",
      "  lib_wn_RefersToOwner.so.5.1.3: ended by signal 6 (Aborted): using a copy of the parameters of the block "
      "'brBlock', which is gone\n"
-     "    cure: let setValue(Attribute const*) take over the value alone; refer to nothing of the owner\n"},
+     "    hint: let setValue(Attribute const*) take over the value alone; refer to nothing of the owner\n"},
     {"SavedType", "saved", "FAIL",
      "  block 'brBlock': is saved as 'brSaved', by which nobody finds its kind again\n"
      "  netlist of all its blocks: does not read back what it saved\n"
-     "    cure: save every member of the class, and make the kind's name the saved type\n"},
+     "    hint: save every member of the class, and make the kind's name the saved type\n"},
     {"NotSaved", "saved", "FAIL",
      "  parameter type 'brReach': reads back other values than it saved\n"
-     "    cure: save every member of the class, and make the kind's name the saved type\n"},
+     "    hint: save every member of the class, and make the kind's name the saved type\n"},
     {"SavedDifferently", "saved", "FAIL",
      "  block 'brBlock': is saved as 'x', by which nobody finds its kind again\n"
      "  block 'brBlock': is saved in other bytes the second time\n"
      "  netlist of all its blocks: is saved in other bytes the second time\n"
-     "    cure: save every member of the class, and make the kind's name the saved type\n"},
+     "    hint: save every member of the class, and make the kind's name the saved type\n"},
     {"ViewNull", "views", "FAIL",
-     "  lib_wn_ViewNull.so.5.1.3: ended by signal 6 (Aborted): making the view 'Broken/View' without a "
+     "  lib_wn_ViewNull.so.5.1.3: ended by signal 6 (Aborted): making the block view 'Broken/View' without a "
      "block\n"
-     "    cure: hand object and key on to the base: TypeView(block, \"KEY\"); accept null\n"},
-    {"ViewOtherName", "views", "FAIL",
-     "  view 'Broken/View': is not registered under its key, made for the block 'brBlock'\n"
-     "    cure: hand object and key on to the base: TypeView(block, \"KEY\"); accept null\n"}};
+     "    hint: pass object and name on to the base: TypeView(block, \"KEY\"); accept null\n"},
+    {"ViewForgetsObject", "views", "FAIL",
+     "  block view 'Broken/View': does not know the object that it is made for the block 'brBlock'\n"
+     "  block view 'Broken/View': is not registered with its object, made for the block 'brBlock'\n"
+     "    hint: pass object and name on to the base: TypeView(block, \"KEY\"); accept null\n"}};
 
 std::string caseName(::testing::TestParamInfo<Case> const& info) {
     std::string name = std::string(info.param.fault) + "_" + info.param.check;
@@ -191,6 +192,30 @@ std::string caseName(::testing::TestParamInfo<Case> const& info) {
 INSTANTIATE_TEST_SUITE_P(Loading, BrokenPlugin, ::testing::ValuesIn(kLoading), caseName);
 INSTANTIATE_TEST_SUITE_P(Kinds, BrokenPlugin, ::testing::ValuesIn(kKinds), caseName);
 
+TEST(PluginInOrder, MayGiveAViewAnotherNameThanItsKind) {
+    Tool const tool;
+    auto const shown = tool.run("validate", {"--only", "views", pluginFile("ViewOtherName")});
+    EXPECT_EQ(shown.out, pluginFile("ViewOtherName") + "\n"
+                                                       "  views  pass  1 view\n"
+                                                       "\n"
+                                                       "1 check: 1 passed, 0 failed, 0 warnings, 0 not run\n");
+    EXPECT_EQ(shown.status, 0);
+}
+
+TEST(PluginInOrder, MaySaveAKindOfNetlistAsAPlainOne) {
+    Tool const tool;
+    auto const shown =
+        tool.run("validate", {"--only", "key-matches-name,saved,random-bytes,views", pluginFile("PlainNetlist")});
+    EXPECT_EQ(shown.out, pluginFile("PlainNetlist") + "\n"
+                                                      "  key-matches-name  pass\n"
+                                                      "  saved             pass  1 kind\n"
+                                                      "  random-bytes      pass  1 kind\n"
+                                                      "  views             pass  1 view\n"
+                                                      "\n"
+                                                      "4 checks: 4 passed, 0 failed, 0 warnings, 0 not run\n");
+    EXPECT_EQ(shown.status, 0);
+}
+
 TEST(BrokenPluginStreams, TellsTheStreamThatDidHarm) {
     Tool const tool;
     auto const shown = tool.run("validate", {"--seconds", "50", "--only", "random-bytes", pluginFile("RandomBytes")});
@@ -198,7 +223,7 @@ TEST(BrokenPluginStreams, TellsTheStreamThatDidHarm) {
         shown.out.substr(shown.out.find("  lib_wn_RandomBytes.so.5.1.3: ")),
         "  lib_wn_RandomBytes.so.5.1.3: ended by signal 6 (Aborted): reading the changed stream 27 into the block "
         "'brBlock'\n"
-        "    cure: check what was read before it is used; throw nothing\n"
+        "    hint: check what was read before it is used; throw nothing\n"
         "\n"
         "1 check: 0 passed, 1 failed, 0 warnings, 0 not run\n");
     EXPECT_EQ(shown.status, 1);
@@ -216,7 +241,7 @@ TEST(BrokenPluginOrder, TellsAKeyThatIsMissingBehindAnotherPlugin) {
                              "two-plugins: FAIL\n"
                              "  expected: it loads before and after others, with the same keys in either order\n"
                              "  block 'brBlock': is not registered when it is loaded behind lib_wn_None.so.5.1.3\n"
-                             "    cure: register the same keys whatever is there already\n"
+                             "    hint: register the same keys whatever is there already\n"
                              "\n"
                              "key-clash: warning\n"
                              "  expected: no other plug-in has one of its keys\n"
@@ -224,7 +249,7 @@ TEST(BrokenPluginOrder, TellsAKeyThatIsMissingBehindAnotherPlugin) {
                              "  block view 'Broken/View': is one of lib_wn_None.so.5.1.3 as well\n"
                              "  foundry 'BrokenFab': is one of lib_wn_None.so.5.1.3 as well\n"
                              "  parameter type 'brReach': is one of lib_wn_None.so.5.1.3 as well\n"
-                             "    cure: begin keys with a prefix of your own: the last plug-in that registers a key "
+                             "    hint: begin keys with a prefix of your own: the last plug-in that registers a key "
                              "wins\n"
                              "\n"
                              "2 checks: 0 passed, 1 failed, 1 warning, 0 not run\n"
@@ -240,7 +265,7 @@ TEST(BrokenPluginOrder, TellsAKeyThatIsMissingBehindAnotherPlugin) {
                              "  block view 'Broken/View': is one of lib_wn_NeedsToBeFirst.so.5.1.3 as well\n"
                              "  foundry 'BrokenFab': is one of lib_wn_NeedsToBeFirst.so.5.1.3 as well\n"
                              "  parameter type 'brReach': is one of lib_wn_NeedsToBeFirst.so.5.1.3 as well\n"
-                             "    cure: begin keys with a prefix of your own: the last plug-in that registers a key "
+                             "    hint: begin keys with a prefix of your own: the last plug-in that registers a key "
                              "wins\n"
                              "\n"
                              "2 checks: 1 passed, 0 failed, 1 warning, 0 not run\n");
@@ -259,7 +284,7 @@ TEST(BrokenPluginOrder, TellsWhatAConfiguredPluginHinders) {
                              "two-plugins: FAIL\n"
                              "  expected: it loads before and after others, with the same keys in either order\n"
                              "  block 'brBlock': is not registered when it is loaded behind demo.ini\n"
-                             "    cure: register the same keys whatever is there already\n"
+                             "    hint: register the same keys whatever is there already\n"
                              "\n"
                              "1 check: 0 passed, 1 failed, 0 warnings, 0 not run\n");
     EXPECT_EQ(shown.status, 1);

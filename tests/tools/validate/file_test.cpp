@@ -26,7 +26,7 @@ std::string findings(Tool const& tool, std::string const& check, std::string con
 TEST(ValidateFile, TellsAMissingFile) {
     Tool const tool;
     EXPECT_EQ(findings(tool, "regular-file", "gone.so"), "  gone.so: there is no such file\n"
-                                                         "    cure: give the path of the plug-in\n");
+                                                         "    hint: give the path of the plug-in\n");
 }
 
 TEST(ValidateFile, TellsANameThatIsTooLong) {
@@ -34,7 +34,7 @@ TEST(ValidateFile, TellsANameThatIsTooLong) {
     std::string const name(300, 'n');
     EXPECT_EQ(findings(tool, "regular-file", name), "  " + name +
                                                         ": cannot be looked at: File name too long\n"
-                                                        "    cure: give the path of the plug-in\n");
+                                                        "    hint: give the path of the plug-in\n");
     tool.write("empty.so", "");
     auto const shown = tool.run("validate", {"--only", "regular-file", "empty.so", name});
     EXPECT_EQ(shown.err, "");
@@ -45,28 +45,28 @@ TEST(ValidateFile, TellsAFolder) {
     Tool const tool;
     std::filesystem::create_directory(tool.path("folder.so"));
     EXPECT_EQ(findings(tool, "regular-file", "folder.so"), "  folder.so: is a folder\n"
-                                                           "    cure: give the path of the plug-in\n");
+                                                           "    hint: give the path of the plug-in\n");
 }
 
 TEST(ValidateFile, TellsANamedPipeWithoutWaitingForIt) {
     Tool const tool;
     ASSERT_EQ(mkfifo(tool.path("pipe.so").c_str(), 0600), 0);
     EXPECT_EQ(findings(tool, "regular-file", "pipe.so"), "  pipe.so: is a named pipe\n"
-                                                         "    cure: give the path of the plug-in\n");
+                                                         "    hint: give the path of the plug-in\n");
 }
 
 TEST(ValidateFile, TellsALinkToNothing) {
     Tool const tool;
     std::filesystem::create_symlink("nothing", tool.path("link.so"));
     EXPECT_EQ(findings(tool, "regular-file", "link.so"), "  link.so: is a link to nothing\n"
-                                                         "    cure: give the path of the plug-in\n");
+                                                         "    hint: give the path of the plug-in\n");
 }
 
 TEST(ValidateFile, TellsAnEmptyFile) {
     Tool const tool;
     tool.write("empty.so", "");
     EXPECT_EQ(findings(tool, "regular-file", "empty.so"), "  empty.so: is empty\n"
-                                                          "    cure: build it again\n");
+                                                          "    hint: build it again\n");
 }
 
 TEST(ValidateFile, TellsATextFile) {
@@ -74,14 +74,14 @@ TEST(ValidateFile, TellsATextFile) {
     tool.write("text.so", "sodllfile = text\n");
     EXPECT_EQ(findings(tool, "machine", "text.so"),
               "  text.so: is no shared library\n"
-              "    cure: give the file that the linker wrote, lib_wn_NAME.so.VERSION\n");
+              "    hint: give the file that the linker wrote, lib_wn_NAME.so.VERSION\n");
 }
 
 TEST(ValidateFile, TellsATruncatedPlugin) {
     Tool const tool;
     tool.write("cut.so", sampleFab().substr(0, 20000));
     EXPECT_EQ(findings(tool, "machine", "cut.so"), "  cut.so: is cut short: parts that its headers name are missing\n"
-                                                   "    cure: take a whole copy, or build it again\n");
+                                                   "    hint: take a whole copy, or build it again\n");
 }
 
 #if defined(__x86_64__)
@@ -93,7 +93,7 @@ TEST(ValidateFile, TellsAPluginForAnotherMachine) {
     tool.write("arm.so", bytes);
     EXPECT_EQ(findings(tool, "machine", "arm.so"),
               "  arm.so: is for AArch64, 64 bits, and this program for x86-64, 64 bits\n"
-              "    cure: build it for this machine\n");
+              "    hint: build it for this machine\n");
 }
 
 TEST(ValidateFile, TellsAPluginOf32Bits) {
@@ -104,7 +104,7 @@ TEST(ValidateFile, TellsAPluginOf32Bits) {
     tool.write("small.so", bytes);
     EXPECT_EQ(findings(tool, "machine", "small.so"),
               "  small.so: is for x86, 32 bits, and this program for x86-64, 64 bits\n"
-              "    cure: build it for this machine\n");
+              "    hint: build it for this machine\n");
 }
 #endif
 
@@ -117,9 +117,9 @@ TEST(ValidateFile, TellsAPluginForAnotherVersionOfTheLibrary) {
     tool.write("old.so", bytes);
     EXPECT_EQ(findings(tool, "dependencies", "old.so"),
               "  old.so: names 'lib_wn_vrllib.so.1', and this program has lib_wn_vrllib.so.2\n"
-              "    cure: build it against the version of vrllib that its hosts have\n"
+              "    hint: build it against the version of vrllib that its hosts have\n"
               "  old.so: needs 'lib_wn_vrllib.so.1', which is not found\n"
-              "    cure: install the library, or link with its folder as run path\n");
+              "    hint: install the library, or link with its folder as run path\n");
 }
 
 TEST(ValidateFile, LoadsAPluginUnderAnyName) {
@@ -135,7 +135,7 @@ TEST(ValidateFile, LoadsAPluginUnderAnyName) {
                          "  expected: its name is one under which a configuration finds it\n"
                          "  a;b*?lib_wX_ \xC3\xBC$\\x0A'c.so: is no "
                          "lib_wn_NAME.so.VERSION\n"
-                         "    cure: name it lib_wn_NAME.so.VERSION, as vrl_add_plugin does\n"
+                         "    hint: name it lib_wn_NAME.so.VERSION, as vrl_add_plugin does\n"
                          "\n"
                          "2 checks: 1 passed, 0 failed, 1 warning, 0 not run\n");
     EXPECT_EQ(shown.status, 0);

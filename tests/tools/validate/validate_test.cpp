@@ -96,7 +96,7 @@ TEST(Validate, TellsFindingsToPrograms) {
             {
               "thing": "block 'brBlock', parameter 'length'",
               "what": "has the default 500 outside of its range, 1 to 100",
-              "cure": "the bounds belong to the range: minimum <= default <= maximum"
+              "hint": "the bounds belong to the range: minimum <= default <= maximum"
             }
           ]
         }

@@ -4,8 +4,9 @@
 #include <memory>
 
 #include "circuit/circuit.h"
+#include "circuit/direction.h"
 #include "circuit/parameters.h"
-#include "guard/foreign_work.h"
+#include "guard/thrown.h"
 #include "host/loads.h"
 #include "text/failure.h"
 #include "text/near_names.h"
@@ -16,22 +17,13 @@ namespace vrltool::booklet {
 
 namespace {
 
-[[noreturn]] void failThrown(std::string const& thing, std::string const& text) {
-    throw Failure(thing, "its plug-in threw '" + printable(text) + "'",
-                  "mend the plug-in; --block chooses the blocks of the booklet");
-}
-
-/// Does a work in which a plug-in has its hands. Whatever it throws becomes a Failure of the thing.
-template <class Work>
-auto askPlugin(std::string const& thing, Work work) {
-    try {
-        ForeignWork const atWork(thing);
-        return work();
-    } catch (Failure const&) {
-        throw;
-    } catch (...) {
-        failThrown(thing, thrownText());
-    }
+/// Asks a plug-in. Whatever it throws becomes a Failure of the thing.
+template <class Ask>
+auto askPlugin(std::string const& thing, Ask const& ask) {
+    return callPlugin(thing, ask, [&](std::string const& thrown) {
+        return Failure(thing, "its plug-in threw " + printable(thrown),
+                       "mend the plug-in; --block chooses the blocks of the booklet");
+    });
 }
 
 template <class T>
@@ -93,12 +85,17 @@ FlowFacts flowFacts(vrl::Foundry const& foundry, std::string const& kind) {
     return facts;
 }
 
-bool isElectrical(vrl::EnumList::Domain domain) { return domain == vrl::EnumList::DC || domain == vrl::EnumList::RF; }
-
 Side sideOf(vrl::BB::Port const& port) {
     if (isElectrical(port.getDomain())) return Side::kBelow;
-    if (port.getName().isOpticalInput()) return Side::kLeft;
-    return port.getName().isOpticalOutput() ? Side::kRight : Side::kAbove;
+    switch (directionOf(port.getName())) {
+    case Direction::kInput:
+        return Side::kLeft;
+    case Direction::kOutput:
+        return Side::kRight;
+    case Direction::kNone:
+        break;
+    }
+    return Side::kAbove;
 }
 
 std::string placeIn(std::vector<unsigned> const& boundary, unsigned node, char const* word) {
@@ -172,10 +169,10 @@ std::vector<std::string> blocksBeside(std::string const& foundry) {
     auto const& foundries = FactoryLoader<vrl::Foundry>::factory();
     auto const own =
         std::find_if(foundries.begin(), foundries.end(), [&](auto const& f) { return f.first == foundry; });
-    std::string const home = pluginOf(own->second);
+    std::string const home = fileOfType(typeid(*own->second));
     std::vector<std::string> kinds;
     for (auto const& entry : FactoryLoader<vrl::BB>::factory())
-        if (!entry.first.empty() && pluginOf(entry.second) == home) kinds.push_back(entry.first);
+        if (!entry.first.empty() && fileOfType(typeid(*entry.second)) == home) kinds.push_back(entry.first);
     return kinds;
 }
 

@@ -1,61 +1,17 @@
 #include "booklet/tex_text.h"
 
 #include <cctype>
-#include <cstdint>
 #include <cstdio>
 #include <vector>
 
 #include "booklet/tex_symbols.h"
+#include "text/utf8.h"
 
 namespace vrltool::booklet {
 
 namespace {
 
-/// A character, or a byte that begins none.
-struct Character {
-    char32_t number;
-    bool valid;
-};
-
 using Characters = std::vector<Character>;
-
-/// How many bytes the character at a place has; 0 if there is no whole and proper character of UTF-8.
-std::size_t lengthAt(std::string const& text, std::size_t at, char32_t& number) {
-    auto const byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
-    unsigned const first = byte(at);
-    std::size_t const length = first < 0x80 ? 1 : first >> 5 == 6 ? 2 : first >> 4 == 14 ? 3 : first >> 3 == 30 ? 4 : 0;
-    if (length == 0 || at + length > text.size()) return 0;
-    number = length == 1 ? first : first & (0x7FU >> length);
-    for (std::size_t i = 1; i < length; ++i) {
-        if (byte(at + i) >> 6 != 2) return 0;
-        number = number << 6 | (byte(at + i) & 0x3FU);
-    }
-    constexpr char32_t kLeast[] = {0, 0, 0x80, 0x800, 0x10000};  // what is longer than it need be is none
-    bool const surrogate = number >= 0xD800 && number < 0xE000;
-    return number < kLeast[length] || surrogate || number > 0x10FFFF ? 0 : length;
-}
-
-Characters charactersOf(std::string const& text) {
-    Characters characters;
-    for (std::size_t at = 0; at < text.size();) {
-        char32_t number = 0;
-        std::size_t const length = lengthAt(text, at, number);
-        if (length == 0)
-            characters.push_back({static_cast<unsigned char>(text[at]), false});
-        else
-            characters.push_back({number, true});
-        at += length == 0 ? 1 : length;
-    }
-    return characters;
-}
-
-std::string utf8(char32_t number) {
-    auto const tail = [&](unsigned shift) { return static_cast<char>(0x80 | (number >> shift & 0x3F)); };
-    if (number < 0x80) return {static_cast<char>(number)};
-    if (number < 0x800) return {static_cast<char>(0xC0 | number >> 6), tail(0)};
-    if (number < 0x10000) return {static_cast<char>(0xE0 | number >> 12), tail(6), tail(0)};
-    return {static_cast<char>(0xF0 | number >> 18), tail(12), tail(6), tail(0)};
-}
 
 std::string numbered(char const* command, int digits, char32_t number) {
     char text[32];
@@ -206,16 +162,11 @@ std::string texLabel(std::string const& key) {
 }
 
 std::string shortened(std::string const& text, std::size_t most) {
-    std::size_t count = 0;
-    std::size_t kept = 0;
-    for (std::size_t at = 0; at < text.size(); ++count) {
-        char32_t number = 0;
-        std::size_t const length = lengthAt(text, at, number);
-        if (count + 1 == most) kept = at;
-        if (count == most) return text.substr(0, kept) + utf8(0x2026);
-        at += length == 0 ? 1 : length;
-    }
-    return text;
+    Characters const characters = charactersOf(text);
+    if (characters.size() <= most) return text;
+    std::string kept;
+    for (std::size_t i = 0; i + 1 < most; ++i) kept += characters[i].bytes;
+    return kept + utf8(0x2026);
 }
 
 }  // namespace vrltool::booklet

@@ -24,7 +24,7 @@ std::string complaint(std::string const& output) {
     return {};
 }
 
-[[noreturn]] void failTypesetting(Ended const& ended) {
+[[noreturn]] void failTypesetting(ProcessResult const& ended) {
     if (!ended.started) throw Failure("pdflatex", "there is none here, and a PDF needs it", kInstall);
     std::string const words = complaint(ended.out);
     bool const lacksFile = words.find("not found") != std::string::npos;
@@ -40,7 +40,7 @@ void run(TemporaryFolder const& folder, bool draft) {
     program.seconds = 120;
     Progress progress("typesetting:", "s");
     program.waiting = [&progress](std::size_t seconds) { progress.at(seconds); };
-    Ended const ended = runProgram(program);
+    ProcessResult const ended = runProgram(program);
     if (!ended.fine()) failTypesetting(ended);
 }
 

@@ -86,7 +86,7 @@ std::string cureOfUnmapped(Load const& load) {
 std::string mangledEntry(std::string const& path) {
     std::ifstream file(path, std::ios::binary);
     std::string const bytes{std::istreambuf_iterator<char>(file), {}};
-    for (TargetTerms const& target : kTargets) {
+    for (TargetInfo const& target : kTargets) {
         std::string const entry = target.entry;
         if (has(bytes, ("_Z" + std::to_string(entry.size()) + entry).c_str())) return entry;
     }
@@ -97,7 +97,7 @@ std::string cureOfNoEntry(std::string const& path) {
     if (std::string const entry = mangledEntry(path); !entry.empty())
         return entry + " is there with C++ linkage: declare it with VRL_PLUGIN_EXPORT";
     std::string names;
-    for (TargetTerms const& target : kTargets) names += (names.empty() ? "" : ", ") + std::string(target.entry);
+    for (TargetInfo const& target : kTargets) names += (names.empty() ? "" : ", ") + std::string(target.entry);
     return "export at least one of " + names;
 }
 

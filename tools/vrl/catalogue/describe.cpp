@@ -15,7 +15,7 @@ namespace vrltool::catalogue {
 namespace {
 
 /// Near names, and the libraries that might have brought the name.
-std::string cureOfUnknown(std::string const& name, std::vector<std::string> const& known) {
+std::string hintForUnknown(std::string const& name, std::vector<std::string> const& known) {
     std::vector<std::string> lines;
     if (std::string const near = didYouMean(name, known); !near.empty()) lines.push_back(near);
     for (FailedLibrary const& library : failedLibraries())
@@ -32,7 +32,7 @@ Kind found(Target target, std::string const& key, char const* word) {
     auto const kind = std::find_if(kinds.begin(), kinds.end(), [&](Kind const& k) { return k.key == key; });
     if (kind != kinds.end()) return *kind;
     throw Failure(key.empty() ? "''" : key, std::string("no loaded plug-in has this ") + word,
-                  cureOfUnknown(key, keysOf(kinds)));
+                  hintForUnknown(key, keysOf(kinds)));
 }
 
 Page pageForFoundry(std::string const& foundryKey, std::string const& blockKey) {
@@ -53,7 +53,7 @@ std::vector<Page> pagesOf(std::string const& key) {
     if (pages.empty() && at != std::string::npos)
         pages.push_back(pageForFoundry(key.substr(0, at), key.substr(at + 1)));
     if (pages.empty())
-        throw Failure(key.empty() ? "''" : key, "no loaded plug-in has this key", cureOfUnknown(key, keysOf(kinds)));
+        throw Failure(key.empty() ? "''" : key, "no loaded plug-in has this key", hintForUnknown(key, keysOf(kinds)));
     return pages;
 }
 

@@ -7,12 +7,6 @@ namespace vrltool::catalogue {
 
 namespace {
 
-template <class T>
-void addKinds(std::vector<Kind>& kinds, Target target) {
-    for (auto entry = FactoryLoader<T>::begin(); entry != FactoryLoader<T>::end(); ++entry)
-        kinds.push_back({target, entry->first, pluginOf(entry->second)});
-}
-
 vrl::View* newView(Target target, std::string const& key) {
     if (target == kBlockView) return FactoryLoader<vrl::TypeView<vrl::BB>>::factory().create(key, nullptr);
     if (target == kNetlistView) return FactoryLoader<vrl::TypeView<vrl::Netlist>>::factory().create(key, nullptr);
@@ -24,16 +18,8 @@ vrl::View* newView(Target target, std::string const& key) {
 std::string Kind::plugin() const { return pluginName(file); }
 
 std::vector<Kind> kindsOf(Target target) {
-    using Add = void (*)(std::vector<Kind>&, Target);
-    static constexpr Add adders[] = {&addKinds<vrl::Attribute>,
-                                     &addKinds<vrl::Foundry>,
-                                     &addKinds<vrl::BB>,
-                                     &addKinds<vrl::Netlist>,
-                                     &addKinds<vrl::View>,
-                                     &addKinds<vrl::TypeView<vrl::BB>>,
-                                     &addKinds<vrl::TypeView<vrl::Netlist>>};
     std::vector<Kind> kinds;
-    adders[target](kinds, target);
+    for (auto const& [key, creator] : kTargets[target].creators()) kinds.push_back({target, key, fileOfType(*creator)});
     return kinds;
 }
 

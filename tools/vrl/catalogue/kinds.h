@@ -1,16 +1,13 @@
 #pragma once
 
-#include <cstddef>
 #include <memory>
 #include <string>
 #include <vector>
 
+#include "host/targets.h"
 #include "vrllib/vrllib.h"
 
 namespace vrltool::catalogue {
-
-/// The factories, by their places in kTargets.
-enum Target : std::size_t { kAttribute, kFoundry, kBlock, kNetlist, kComponentView, kBlockView, kNetlistView };
 
 /// A registered key.
 struct Kind {

@@ -11,6 +11,7 @@
 #include "circuit/parameters.h"
 #include "guard/foreign_work.h"
 #include "guard/quiet_output.h"
+#include "guard/thrown.h"
 #include "host/loads.h"
 #include "host/targets.h"
 #include "text/json.h"
@@ -67,10 +68,7 @@ void tellNetlist(Line& line, Domain) {
     line.about = counted(netlist->sizeElements(), "element") + (parameters.empty() ? "" : "; " + parameters);
 }
 
-void tellView(Line& line, Domain) {
-    static char const* const words[] = {"component view", "block view", "netlist view"};
-    line.about = words[line.kind.target - kComponentView];
-}
+void tellView(Line& line, Domain) { line.about = kTargets[line.kind.target].one; }
 
 /// A word that can be listed: the factories that it stands for, and how its third column is told.
 struct Listable {
@@ -93,11 +91,8 @@ Line lineOf(Kind const& kind, Listable const& what, Domain domain) {
     Line line;
     line.kind = kind;
     ForeignWork const work(kind.plugin() + ": making '" + printable(kind.key) + "'");
-    try {
-        what.tell(line, domain);
-    } catch (...) {
-        line.problem = "cannot be made: it throws '" + thrownText() + "'";
-    }
+    std::string const thrown = thrownBy([&] { what.tell(line, domain); });
+    if (!thrown.empty()) line.problem = "cannot be made: it throws " + thrown;
     return line;
 }
 

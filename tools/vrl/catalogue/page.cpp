@@ -4,7 +4,8 @@
 #include <memory>
 
 #include "circuit/circuit.h"
-#include "guard/foreign_work.h"
+#include "circuit/direction.h"
+#include "guard/thrown.h"
 #include "host/loads.h"
 #include "text/failure.h"
 #include "text/table.h"
@@ -24,9 +25,9 @@ void takeChoice(Page& page, vrl::Foundry::CSInfo const& choice) {
     page.flow = choice.getFlowName();
 }
 
-std::string directionOf(vrl::PortLabel const& label) {
-    if (label.isOpticalInput()) return "input";
-    return label.isOpticalOutput() ? "output" : "";
+std::string directionText(std::string const& port) {
+    static char const* const words[] = {"", "input", "output"};
+    return words[static_cast<int>(directionOf(port))];
 }
 
 bool isBoundary(Circuit const& circuit, unsigned node) {
@@ -74,12 +75,11 @@ void describeAttribute(Page& page, vrl::Foundry const*) {
 /// What is told of a part of the page; what it throws is told in its place.
 template <class About>
 std::string aboutOr(Page& page, About about) {
-    try {
-        return about();
-    } catch (...) {
-        page.hasProblems = true;
-        return "cannot be made: it throws '" + thrownText() + "'";
-    }
+    std::string text;
+    std::string const thrown = thrownBy([&] { text = about(); });
+    if (thrown.empty()) return text;
+    page.hasProblems = true;
+    return "cannot be made: it throws " + thrown;
 }
 
 void describeFoundry(Page& page, vrl::Foundry const*) {
@@ -113,7 +113,7 @@ void describeBlock(Page& page, vrl::Foundry const* foundry) {
     takeParameters(page, block);
     for (auto port = block.beginPort(); port != block.endPort(); ++port)
         page.ports.push_back(
-            {port->getName().getName(), directionOf(port->getName()), vrl::EnumList::getName(port->getDomain())});
+            {port->getName().getName(), directionText(port->getName()), vrl::EnumList::getName(port->getDomain())});
     auto* const composite = dynamic_cast<vrl::CBB*>(&block);
     page.composite = composite != nullptr;
     if (composite) takeElements(page, *composite->getAsNetlist());
@@ -143,14 +143,11 @@ Page pageOf(Kind const& kind, vrl::Foundry const* foundry) {
                                               &describeView,      &describeView,    &describeView};
     Page page;
     page.kind = kind;
-    ForeignWork const work(kind.plugin() + ": making '" + printable(kind.key) + "'");
-    try {
-        describers[kind.target](page, foundry);
-    } catch (Failure const&) {
-        throw;
-    } catch (...) {
-        throw Failure(kind.key, "the plug-in " + kind.plugin() + " threw '" + thrownText() + "' while this was made");
-    }
+    callPlugin(
+        kind.plugin() + ": making '" + printable(kind.key) + "'", [&] { describers[kind.target](page, foundry); },
+        [&](std::string const& thrown) {
+            return Failure(kind.key, "the plug-in " + kind.plugin() + " threw " + thrown + " while this was made");
+        });
     return page;
 }
 

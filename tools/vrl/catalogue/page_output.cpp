@@ -12,11 +12,7 @@ namespace vrltool::catalogue {
 
 namespace {
 
-char const* wordOf(Page const& page) {
-    static char const* const words[] = {"attribute type", "foundry",        "block",           "netlist",
-                                        "component view", "view of blocks", "view of netlists"};
-    return page.composite ? "composite block" : words[page.kind.target];
-}
+char const* wordOf(Page const& page) { return page.composite ? "composite block" : kTargets[page.kind.target].one; }
 
 void writeFacts(std::ostream& os, Page const& page) {
     Table facts;

@@ -48,7 +48,7 @@ Json ruleJson(Rule const& rule) {
                 {"meaning", rule.page.meaning},
                 {"why", rule.page.why},
                 {"example", rule.page.example},
-                {"cure", rule.page.cure}};
+                {"hint", rule.page.hint}};
 }
 
 }  // namespace
@@ -58,7 +58,7 @@ void writePage(std::ostream& os, Rule const& rule) {
     writeSection(os, "What it means", rule.page.meaning);
     writeSection(os, "Why it matters", rule.page.why);
     writeSection(os, "An example", rule.page.example);
-    writeSection(os, "How to mend it", rule.page.cure);
+    writeSection(os, "How to mend it", rule.page.hint);
     writeSection(os, "Its severity", severityTextOf(rule));
 }
 

@@ -6,11 +6,11 @@
 
 namespace vrltool::check {
 
-std::vector<Finding> Findings::take() {
-    auto const place = [](Finding const& finding) {
+std::vector<RuleFinding> Findings::take() {
+    auto const place = [](RuleFinding const& finding) {
         return std::tie(finding.place.element, finding.place.port, finding.place.parameter);
     };
-    std::stable_sort(list.begin(), list.end(), [&](Finding const& a, Finding const& b) {
+    std::stable_sort(list.begin(), list.end(), [&](RuleFinding const& a, RuleFinding const& b) {
         return place(a) != place(b) ? place(a) < place(b) : a.severity > b.severity;
     });
     return std::exchange(list, {});

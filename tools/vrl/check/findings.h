@@ -19,12 +19,9 @@ struct Place {
 };
 
 /// What a rule found.
-struct Finding {
+struct RuleFinding : Finding {
     Rule const* rule;
-    Severity severity;
     Place place;
-    std::string what;
-    std::string cure;
 };
 
 /// Takes the findings of one rule after the other.
@@ -36,8 +33,8 @@ public:
         severity = asSevere;
     }
     /// Adds a finding. Neither text ends in a full stop.
-    void add(Place place, std::string what, std::string cure) {
-        list.push_back({rule, severity, std::move(place), std::move(what), std::move(cure)});
+    void add(Place place, std::string what, std::string hint) {
+        list.push_back({{severity, std::move(what), std::move(hint)}, rule, std::move(place)});
     }
     /// Whether the rule can look at the element: it has a block, and of the block is known what the rule needs.
     bool covers(Subject const& subject) {
@@ -49,13 +46,13 @@ public:
         return ((rule.needs & kKind) && subject.standIn) || ((rule.needs & kFoundry) && subject.foundryUnknown);
     }
     /// All findings by element, port and parameter, heaviest first; the list is empty afterwards.
-    std::vector<Finding> take();
+    std::vector<RuleFinding> take();
 
 private:
     Progress progress{"looking", "times at an element"};
     Rule const* rule = nullptr;
     Severity severity = Severity::kOff;
-    std::vector<Finding> list;
+    std::vector<RuleFinding> list;
 };
 
 }  // namespace vrltool::check

@@ -37,11 +37,11 @@ std::string placeText(Place const& place) {
     return printable(place.port.empty() ? element : element + "," + place.port);
 }
 
-void writeFinding(std::ostream& os, Finding const& finding) {
+void writeFinding(std::ostream& os, RuleFinding const& finding) {
     std::string const severity = severityWord(finding.severity);
     os << "  " << severity << std::string(9 - severity.size(), ' ') << placeText(finding.place) << ": "
        << printable(finding.what) << " [" << finding.rule->id << "]\n"
-       << std::string(11, ' ') << printable(finding.cure) << '\n';
+       << std::string(11, ' ') << printable(finding.hint) << '\n';
 }
 
 /// The rules that could not look at something, those together that have one reason.
@@ -63,7 +63,7 @@ void writeFile(std::ostream& os, FileReport const& file) {
     counts.add(file);
     os << printable(file.path) << " (" << printable(file.type) << ", " << counted(file.elements, "element")
        << "): " << counts.text() << '\n';
-    for (Finding const& finding : file.findings) writeFinding(os, finding);
+    for (RuleFinding const& finding : file.findings) writeFinding(os, finding);
     writeLeftOut(os, file.leftOut);
     os << '\n';
 }
@@ -87,11 +87,11 @@ Json placeJson(Place const& place) {
     return json;
 }
 
-Json findingJson(Finding const& finding) {
+Json findingJson(RuleFinding const& finding) {
     Json json{{"rule", finding.rule->id}, {"severity", severityWord(finding.severity)}};
     json.update(placeJson(finding.place));
     json["what"] = finding.what;
-    json["cure"] = finding.cure;
+    json["hint"] = finding.hint;
     return json;
 }
 
@@ -99,7 +99,7 @@ Json fileJson(FileReport const& file) {
     Json json{{"file", file.path}};
     if (!file.failure.empty()) {
         json["failure"] = file.failure;
-        if (!file.cure.empty()) json["cure"] = file.cure;
+        if (!file.hint.empty()) json["hint"] = file.hint;
         return json;
     }
     Counts counts;
@@ -107,7 +107,7 @@ Json fileJson(FileReport const& file) {
     json["type"] = file.type;
     json["elements"] = file.elements;
     json["findings"] = Json::array();
-    for (Finding const& finding : file.findings) json["findings"].push_back(findingJson(finding));
+    for (RuleFinding const& finding : file.findings) json["findings"].push_back(findingJson(finding));
     json["leftOut"] = Json::array();
     for (LeftOut const& leftOut : file.leftOut) {
         Json entry{{"rule", leftOut.rule->id}};

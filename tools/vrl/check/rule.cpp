@@ -21,12 +21,6 @@ Rules joined() {
 
 }  // namespace
 
-// In the order of the values.
-char const* severityWord(Severity severity) {
-    static char const* const words[] = {"off", "note", "warning", "error"};
-    return words[static_cast<int>(severity)];
-}
-
 std::vector<std::string> const& severityWords() {
     static std::vector<std::string> const words{"error", "warning", "note", "off"};
     return words;

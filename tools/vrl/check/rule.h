@@ -3,16 +3,13 @@
 #include <string>
 #include <vector>
 
+#include "text/finding.h"
+
 namespace vrltool::check {
 
 struct Scope;
 class Findings;
 
-/// How much a finding weighs. An error or a warning makes the exit status 1, a note does not.
-enum class Severity { kOff, kNote, kWarning, kError };
-
-/// "off", "note", "warning" or "error".
-char const* severityWord(Severity severity);
 /// All four words, heaviest first.
 std::vector<std::string> const& severityWords();
 /// The severity of a word. False if there is none.
@@ -31,7 +28,7 @@ struct Page {
     char const* meaning;
     char const* why;
     char const* example;
-    char const* cure;
+    char const* hint;
 };
 
 /// One rule of 'vrl check'. All that there is of it stands in one entry of the table of its family.

@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include "check/findings.h"
+#include "circuit/direction.h"
 #include "text/phrases.h"
 #include "text/table.h"
 
@@ -36,8 +37,7 @@ void boundaryTwice(Scope const& scope, Findings& findings) {
 void checkBoundaryEnd(Scope const& scope, End const& end, std::string const& list, Findings& findings) {
     Pin const& pin = scope.pinOf(end);
     bool const dcList = list == "DC nodes";
-    bool const metal = pin.domain == Domain::DC || pin.domain == Domain::RF;
-    if (dcList ? pin.domain != Domain::Optics : !metal) return;
+    if (dcList ? pin.domain != Domain::Optics : !isElectrical(pin.domain)) return;
     findings.add({scope.subjectOf(end).path, pin.name, "", pin.node},
                  "is in the domain " + vrl::EnumList::getName(pin.domain) + ", and its node " +
                      std::to_string(pin.node) + " is among the " + list,
@@ -69,13 +69,12 @@ Sides sidesOf(Element const& element) {
     Sides sides;
     for (Pin const& pin : element.pins) {
         if (!pin.declared) continue;
-        vrl::PortLabel const label = pin.name;
-        bool const optical = pin.domain == Domain::Optics;
-        if (optical && label.isOpticalInput())
+        Direction const direction = pin.domain == Domain::Optics ? directionOf(pin.name) : Direction::kNone;
+        if (direction == Direction::kInput)
             sides.inputs.push_back(pin.name);
-        else if (optical && label.isOpticalOutput())
+        else if (direction == Direction::kOutput)
             sides.outputs.push_back(pin.name);
-        else if (pin.domain == Domain::DC || pin.domain == Domain::RF)
+        else if (isElectrical(pin.domain))
             sides.dc.push_back(pin.name);
         else
             sides.complete = false;
@@ -104,9 +103,9 @@ void compositePorts(Scope const& scope, Findings& findings) {
 }
 
 void trailingBytes(Scope const& scope, Findings& findings) {
-    if (scope.top && scope.design->bytesBehind > 0)
+    if (scope.top && scope.design->bytesAfter > 0)
         findings.add({"", "", "", 0},
-                     counted(scope.design->bytesBehind, "byte") + " stand behind the design in the file",
+                     counted(scope.design->bytesAfter, "byte") + " stand behind the design in the file",
                      "take a clean copy: programs do not read them, and saving drops them");
 }
 

@@ -12,9 +12,9 @@ namespace vrltool::check {
 namespace {
 
 void unknownKind(Scope const& scope, Findings& findings) {
-    std::string const cure = "load the plug-in that brings it; 'vrl plugins' shows what is loaded";
+    std::string const hint = "load the plug-in that brings it; 'vrl plugins' shows what is loaded";
     auto const add = [&](std::string const& path, std::string const& kind) {
-        findings.add({path, "", "", 0}, "no loaded plug-in has the kind " + inQuotes(kind), cure);
+        findings.add({path, "", "", 0}, "no loaded plug-in has the kind " + inQuotes(kind), hint);
     };
     if (scope.top)
         for (MissingKind const& missing : scope.design->missing)

@@ -2,7 +2,7 @@
 #include <memory>
 
 #include "check/findings.h"
-#include "check/foreign.h"
+#include "guard/thrown.h"
 #include "text/near_names.h"
 #include "text/phrases.h"
 
@@ -50,7 +50,7 @@ bool has(std::vector<std::string> const& names, std::string const& name) {
 /// Whether a foundry makes a cross section of a name that its table does not have.
 bool makesSection(vrl::Foundry const& foundry, std::string const& name) {
     std::unique_ptr<vrl::CrossSection> section;
-    contained([&] { section.reset(foundry.createCS(name)); });
+    quietlyThrownBy([&] { section.reset(foundry.createCS(name)); });
     return section != nullptr;
 }
 
@@ -89,7 +89,7 @@ void choiceNotAllowed(Scope const& scope, Findings& findings) {
         vrl::Foundry::CSInfo const& choice = block.vrl::BB::getCS();
         if (choice == vrl::Foundry::CSInfo(nullptr)) continue;
         bool allowed = true;
-        contained([&] { allowed = block.isAllowed(choice); });
+        quietlyThrownBy([&] { allowed = block.isAllowed(choice); });
         if (!allowed)
             findings.add({subject.path, "", "", 0},
                          "the kind " + inQuotes(subject.element->kind) + " may not be made with " + choiceText(choice),

@@ -3,6 +3,7 @@
 #include <map>
 
 #include "check/findings.h"
+#include "circuit/direction.h"
 #include "text/phrases.h"
 
 // Rules that look at nodes: at what is tied together.
@@ -76,19 +77,17 @@ std::map<Domain, End> domainsOf(Scope const& scope, std::vector<End> const& ends
     return first;
 }
 
-bool isMetal(Domain domain) { return domain == Domain::DC || domain == Domain::RF; }
-
 /// The nodes with several domains, all of which are metal or not.
-void reportMixture(Scope const& scope, Findings& findings, bool metal, std::string const& cure) {
+void reportMixture(Scope const& scope, Findings& findings, bool metal, std::string const& hint) {
     eachNode(scope, findings, [&](unsigned node, std::vector<End> const& ends) {
         auto const domains = domainsOf(scope, ends);
         bool const allMetal =
-            std::all_of(domains.begin(), domains.end(), [](auto const& entry) { return isMetal(entry.first); });
+            std::all_of(domains.begin(), domains.end(), [](auto const& entry) { return isElectrical(entry.first); });
         if (domains.size() < 2 || allMetal != metal) return;
         std::vector<std::string> texts;
         for (auto const& entry : domains)
             texts.push_back(scope.endText(entry.second) + " (" + vrl::EnumList::getName(entry.first) + ")");
-        findings.add(placeOf(scope, domains.begin()->second), nodeText(node) + " joins " + listText(texts), cure);
+        findings.add(placeOf(scope, domains.begin()->second), nodeText(node) + " joins " + listText(texts), hint);
     });
 }
 
@@ -104,12 +103,11 @@ void mixedElectrical(Scope const& scope, Findings& findings) {
 void sameDirection(Scope const& scope, Findings& findings) {
     eachOpticalNode(scope, findings, [&](unsigned node, std::vector<End> const& ends) {
         if (ends.size() != 2) return;
-        vrl::PortLabel const a = scope.pinOf(ends[0]).name, b = scope.pinOf(ends[1]).name;
-        bool const inputs = a.isOpticalInput() && b.isOpticalInput();
-        if (!inputs && !(a.isOpticalOutput() && b.isOpticalOutput())) return;
+        Direction const direction = directionOf(scope.pinOf(ends[0]).name);
+        if (direction == Direction::kNone || direction != directionOf(scope.pinOf(ends[1]).name)) return;
         findings.add(placeOf(scope, ends[0]),
                      nodeText(node) + " joins it with " + scope.endText(ends[1]) + ": two " +
-                         (inputs ? "inputs" : "outputs"),
+                         (direction == Direction::kInput ? "inputs" : "outputs"),
                      "see whether one of the two blocks is the wrong way round");
     });
 }

@@ -3,7 +3,7 @@
 #include <sstream>
 
 #include "check/findings.h"
-#include "check/foreign.h"
+#include "guard/thrown.h"
 #include "text/phrases.h"
 
 // Rules that look at parameters, those of elements and those of the design itself.
@@ -48,7 +48,7 @@ std::string firstLine(std::string const& text) { return text.substr(0, text.find
 /// The complaint of a parameter of a type whose bounds only its plug-in knows.
 std::string complaintOf(Parameter const& parameter) {
     std::ostringstream complaint;
-    contained([&] { parameter.attribute->inSpec(complaint); });
+    quietlyThrownBy([&] { parameter.attribute->inSpec(complaint); });
     return firstLine(complaint.str());
 }
 
@@ -143,12 +143,9 @@ void ownCheck(Scope const& scope, Findings& findings) {
         vrl::Attributes const& list = *subject.element->block;
         std::ostringstream complaint;
         bool good = true;
-        std::string thrown;
-        if (!contained([&] { good = list.inSpec(complaint); }, &thrown)) {
-            good = false;
-            complaint << "it threw " << inQuotes(thrown);
-        }
-        if (!good)
+        std::string const thrown = quietlyThrownBy([&] { good = list.inSpec(complaint); });
+        if (!thrown.empty()) complaint << "it threw " << thrown;
+        if (!good || !thrown.empty())
             findings.add({subject.path, "", "", 0},
                          "the check of the kind " + inQuotes(subject.element->kind) +
                              " itself complains: " + firstLine(complaint.str()),

@@ -2,8 +2,10 @@
 
 #include <algorithm>
 
-#include "check/foreign.h"
+#include "design/foundries.h"
+#include "design/missing_text.h"
 #include "guard/quiet_output.h"
+#include "guard/thrown.h"
 #include "text/failure.h"
 #include "text/phrases.h"
 
@@ -27,15 +29,12 @@ void setSeverity(std::vector<ChosenRule>& rules, std::string const& setting) {
         if (chosen.rule == &wanted) chosen.severity = severity;
 }
 
-void attachFoundries(Design const& design) {
-    std::string thrown;
-    bool const attached = contained(
-        [&] {
-            if (design.netlist) prepareWhole(*design.netlist);
-            if (design.block) attachFoundry(*design.block);
-        },
-        &thrown);
-    if (!attached)
+void prepareFoundries(Design const& design) {
+    std::string const thrown = quietlyThrownBy([&] {
+        if (design.object.netlist()) attachFoundries(*design.object.netlist());
+        if (design.object.block()) attachFoundry(*design.object.block());
+    });
+    if (!thrown.empty())
         throw Failure(design.path, "a foundry of this design cannot be made: " + thrown,
                       "'vrl validate' checks the plug-in that brings it");
 }
@@ -70,7 +69,7 @@ std::vector<LeftOut> leftOutOf(Scopes const& scopes, std::vector<ChosenRule> con
     return list;
 }
 
-std::vector<Finding> findingsOf(Scopes const& scopes, std::vector<ChosenRule> const& rules) {
+std::vector<RuleFinding> findingsOf(Scopes const& scopes, std::vector<ChosenRule> const& rules) {
     Findings findings;
     for (ChosenRule const& chosen : rules) {
         if (!chosen.runs()) continue;
@@ -86,8 +85,8 @@ void readAndCheck(FileReport& report, std::vector<ChosenRule> const& rules) {
     Design const design = readDesign(report.path);
     report.type = design.type;
     report.missing = missingText(design);
-    if (!design.block) circuitOf(design);
-    attachFoundries(design);
+    if (!design.object.block()) circuitOf(design);
+    prepareFoundries(design);
     Scopes const scopes(design);
     report.elements = scopes.elementCount();
     report.findings = findingsOf(scopes, rules);
@@ -128,7 +127,7 @@ std::vector<ChosenRule> chooseRules(RuleOptions const& options) {
 
 std::size_t FileReport::count(Severity severity) const {
     return static_cast<std::size_t>(std::count_if(
-        findings.begin(), findings.end(), [&](Finding const& finding) { return finding.severity == severity; }));
+        findings.begin(), findings.end(), [&](RuleFinding const& finding) { return finding.severity == severity; }));
 }
 
 std::vector<ChosenRule> asTheyRan(std::vector<ChosenRule> rules, std::vector<FileReport> const& files) {
@@ -150,13 +149,10 @@ FileReport checkFile(std::string const& path, std::vector<ChosenRule> const& rul
         readAndCheck(report, rules);
     } catch (Failure const& failure) {
         report.failure = failure.what();
-        report.cure = failure.cure();
-    } catch (std::exception const& error) {
-        report.failure = path + ": cannot be checked: " + error.what();
-    } catch (char const* text) {
-        report.failure = path + ": cannot be checked: " + text;
-    } catch (std::string const& text) {
-        report.failure = path + ": cannot be checked: " + text;
+        report.hint = failure.hint();
+    } catch (...) {  // of a plug-in: the other files are checked
+        report.failure = path + ": cannot be checked: a plug-in threw " + thrownText();
+        report.hint = "'vrl validate' checks the plug-ins";
     }
     return report;
 }

@@ -44,12 +44,12 @@ struct LeftOut {
 struct FileReport {
     std::string path;
     std::string failure;  ///< why it could not be checked, with the path; empty if it was
-    std::string cure;     ///< of that
+    std::string hint;     ///< of that
     std::string type;     ///< what the file says that it holds
     std::string missing;  ///< what stood in for missing kinds, for standard error
     std::size_t elements = 0;
-    std::vector<Finding> findings;  ///< by element, port and parameter, heaviest first
-    std::vector<LeftOut> leftOut;   ///< by rule
+    std::vector<RuleFinding> findings;  ///< by element, port and parameter, heaviest first
+    std::vector<LeftOut> leftOut;       ///< by rule
 
     std::size_t count(Severity severity) const;
 };

@@ -7,9 +7,9 @@ namespace vrltool::check {
 namespace {
 
 Circuit rootOf(Design const& design) {
-    if (!design.block) return circuitFrom(circuitOf(design));
+    if (!design.object.block()) return circuitFrom(circuitOf(design));
     Circuit alone;
-    alone.elements.push_back(elementOf(design.block->getName(), 0, design.block));
+    alone.elements.push_back(elementOf(design.object.block()->getName(), 0, design.object.block()));
     return alone;
 }
 
@@ -50,9 +50,9 @@ Scopes::Scopes(Design const& d) : design(d), root(rootOf(d)) {
     addScope(root, "", progress);
     Scope& top = scopes.front();
     top.top = true;
-    top.solo = design.block != nullptr;
-    if (design.block) return;
-    top.own.parameters = parametersOf(*design.netlist);
+    top.solo = design.object.block() != nullptr;
+    if (design.object.block()) return;
+    top.own.parameters = parametersOf(*design.object.netlist());
 }
 
 void Scopes::addScope(Circuit const& circuit, std::string const& path, Progress& progress) {

@@ -5,8 +5,9 @@
 #include <initializer_list>
 #include <memory>
 
-#include "check/foreign.h"
 #include "check/scope.h"
+#include "circuit/direction.h"
+#include "guard/thrown.h"
 #include "text/number.h"
 
 namespace vrltool::check {
@@ -28,17 +29,17 @@ bool numberOf(Subject const& subject, std::string const& name, double& number, s
     return std::isfinite(number);
 }
 
-double widthAt(Subject const& subject, vrl::PortLabel const& port, std::string& unit) {
-    char const* const byPort = port.isOpticalInput() ? "widthIn" : port.isOpticalOutput() ? "widthOut" : "width";
+double widthAt(Subject const& subject, std::string const& port, std::string& unit) {
+    static char const* const byDirection[] = {"width", "widthIn", "widthOut"};
     double width = 0;
-    for (char const* const name : {"width", byPort})
+    for (char const* const name : {"width", byDirection[static_cast<int>(directionOf(port))]})
         if (numberOf(subject, name, width, &unit)) return width;
     unit.clear();
     return -1.0;
 }
 
 void make(Section& section, vrl::Foundry::CSInfo const& choice, double width, double radius) {
-    contained([&] {
+    quietlyThrownBy([&] {
         std::unique_ptr<vrl::CrossSection> const cs(choice.createCS(width, radius));
         if (!cs) return;
         section.kind = cs->getName();
@@ -81,7 +82,7 @@ std::string choiceText(vrl::Foundry::CSInfo const& choice) {
 vrl::Foundry::CSInfo choiceOf(Subject const& subject, vrl::BB::Port const& port) {
     vrl::Foundry::CSInfo choice = port.getCS();
     vrl::BB const& block = *subject.element->block;
-    if (choice == vrl::Foundry::CSInfo(nullptr)) contained([&] { choice = block.getCS(port); });
+    if (choice == vrl::Foundry::CSInfo(nullptr)) quietlyThrownBy([&] { choice = block.getCS(port); });
     if (!choice.getFoundry()) choice.setFoundry(subject.foundry);
     return choice;
 }

@@ -8,7 +8,7 @@
 
 #include "vrllib/version.h"
 
-#include "guard/foreign_work.h"
+#include "guard/thrown.h"
 #include "text/near_names.h"
 #include "text/table.h"
 
@@ -82,10 +82,10 @@ std::string printableLines(std::string const& text) {
     return result;
 }
 
-void writeFailure(std::string const& text, std::string const& cure) {
+void writeFailure(std::string const& text, std::string const& hint) {
     bool const nameless = text.compare(0, 2, ": ") == 0;
     std::cerr << "vrl: " << (nameless ? "''" : "") << printable(text) << '\n';
-    if (!cure.empty()) std::cerr << "  " << printableLines(cure) << '\n';
+    if (!hint.empty()) std::cerr << "  " << printableLines(hint) << '\n';
 }
 
 }  // namespace
@@ -146,9 +146,9 @@ int Grammar::run(int argc, char const* const* argv) {
         if (!std::cout.flush()) throw Failure("standard output", "cannot be written");
         return static_cast<int>(outcome);
     } catch (Failure const& failure) {
-        writeFailure(failure.what(), failure.cure());
+        writeFailure(failure.what(), failure.hint());
     } catch (...) {  // plug-ins throw whatever they like, and the library throws texts
-        writeFailure(thrownText(), "");
+        writeFailure(thrownMessage(), "");
     }
     return static_cast<int>(Outcome::kFailed);
 }

@@ -151,7 +151,7 @@ void writeManPage(std::ostream& os, CLI::App const& root) {
        << ".SH DESCRIPTION\n"
        << plain(
               "Each command answers with text for people, or with JSON for programs. Results go to standard output,\n"
-              "errors to standard error; they name the file, the thing and the cure. A design that needs kinds which\n"
+              "errors to standard error; they name the file, the thing and the hint. A design that needs kinds which\n"
               "no loaded plug-in has is shown all the same, with something that stands in for them.\n");
     writeOptions(os, "OPTIONS", program.options);
     auto const common = commonOptions(commands);

@@ -81,9 +81,10 @@ Names parameterCandidates(CandidateRequest const& request) {
     }
     if (!names.empty()) return names;
     for (Design const& design : designsAmong(request.words)) {
-        if (design.list) addParameters(names, *design.list);
-        if (!design.netlist) continue;
-        for (auto element = design.netlist->beginElements(); element != design.netlist->endElements(); ++element)
+        if (design.object.list()) addParameters(names, *design.object.list());
+        vrl::Netlist* const netlist = design.object.netlist();
+        if (!netlist) continue;
+        for (auto element = netlist->beginElements(); element != netlist->endElements(); ++element)
             if (element->second) addParameters(names, *element->second);
     }
     if (names.empty())
@@ -94,8 +95,8 @@ Names parameterCandidates(CandidateRequest const& request) {
 Names elementCandidates(CandidateRequest const& request) {
     Names names;
     for (Design const& design : designsAmong(request.words))
-        if (design.netlist)
-            for (auto name = design.netlist->beginElementName(); name != design.netlist->endElementName(); ++name)
+        if (vrl::Netlist* const netlist = design.object.netlist())
+            for (auto name = netlist->beginElementName(); name != netlist->endElementName(); ++name)
                 names.insert(name->first);
     return names;
 }

@@ -23,7 +23,7 @@ void tellTroubles(FileReport const& file) {
     std::cerr << file.missing;
     if (file.failure.empty()) return;
     std::cerr << "vrl: " << file.failure << '\n';
-    if (!file.cure.empty()) std::cerr << "  " << file.cure << '\n';
+    if (!file.hint.empty()) std::cerr << "  " << file.hint << '\n';
 }
 
 Outcome outcomeOf(std::vector<FileReport> const& files) {

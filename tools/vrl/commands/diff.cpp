@@ -6,6 +6,7 @@
 
 #include "cli/grammar.h"
 #include "commands/commands.h"
+#include "design/missing_text.h"
 #include "diff/compare.h"
 #include "diff/report_json.h"
 #include "diff/report_text.h"

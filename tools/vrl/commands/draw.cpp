@@ -9,6 +9,7 @@
 #include "cli/grammar.h"
 #include "commands/commands.h"
 #include "design/design.h"
+#include "design/missing_text.h"
 #include "design/save.h"
 #include "draw/graph.h"
 #include "draw/render.h"

@@ -6,6 +6,7 @@
 #include "cli/grammar.h"
 #include "commands/commands.h"
 #include "design/design.h"
+#include "design/missing_text.h"
 #include "design/save.h"
 #include "exchange/export.h"
 #include "guard/quiet_output.h"
@@ -85,7 +86,7 @@ Outcome exportDesign(Options options, Common const& common) {
     std::cerr << missingText(design);
     vrl::Netlist& circuit = circuitOf(design);
     Findings findings;
-    if (design.block)
+    if (design.object.block())
         findings.add(Severity::kWarning, options.file, Mark::null_mark(),
                      "holds the composite '" + design.type + "': its inside is exported, not its own ports");
     Kinds kinds;

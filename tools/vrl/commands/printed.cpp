@@ -8,6 +8,7 @@
 #include "commands/candidates.h"
 #include "commands/commands.h"
 #include "guard/quiet_output.h"
+#include "guard/thrown.h"
 
 namespace vrltool {
 
@@ -33,11 +34,9 @@ void addCompletion(Grammar& grammar) {
 /// Somebody who presses a key wants words or nothing: whatever goes wrong gives nothing.
 std::vector<std::string> quietCandidates(CandidateRequest const& request) {
     QuietOutput const quiet;
-    try {
-        return candidatesFor(request);
-    } catch (...) {  // plug-ins may throw anything
-        return {};
-    }
+    std::vector<std::string> words;
+    thrownBy([&] { words = candidatesFor(request); });
+    return words;
 }
 
 void addComplete(Grammar& grammar) {

@@ -7,6 +7,7 @@
 #include "commands/commands.h"
 #include "design/design.h"
 #include "design/design_json.h"
+#include "design/missing_text.h"
 #include "host/start.h"
 
 namespace vrltool {
@@ -26,9 +27,9 @@ Outcome show(Options const& options, Common const& common) {
         writeJson(std::cout, designJson(design));
     } else if (options.listing) {
         vrl::AsciiStreamSerialiser listing(std::cout);
-        if (!design.write(listing)) throw Failure(options.file, "cannot be listed");
+        if (!design.object.write(listing)) throw Failure(options.file, "cannot be listed");
     } else {
-        design.print(std::cout);
+        design.object.print(std::cout);
     }
     return Outcome::kFine;
 }

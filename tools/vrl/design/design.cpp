@@ -2,12 +2,10 @@
 
 #include <filesystem>
 #include <fstream>
-#include <iostream>
-#include <map>
-#include <sstream>
-#include <utility>
+#include <set>
 
 #include "guard/foreign_work.h"
+#include "guard/hidden_output.h"
 #include "host/loads.h"
 #include "text/failure.h"
 #include "text/table.h"
@@ -15,53 +13,6 @@
 namespace vrltool {
 
 namespace {
-
-using What = MissingKind::What;
-
-/// Sends std::cerr into a text while it lives: the library's words on a failed read say less than ours.
-class CapturedErrors {
-public:
-    CapturedErrors() : kept(std::cerr.rdbuf(text.rdbuf())) {}
-    CapturedErrors(CapturedErrors const&) = delete;
-    CapturedErrors& operator=(CapturedErrors const&) = delete;
-    ~CapturedErrors() { std::cerr.rdbuf(kept); }
-
-private:
-    std::ostringstream text;
-    std::streambuf* kept;
-};
-
-template <class T>
-void own(Design& design, T* object) {
-    design.owner = std::shared_ptr<void>(object, [](void* whole) { vrl::ptr_destroy(static_cast<T*>(whole)); });
-}
-
-void hold(Design& design, vrl::BB* block) {
-    own(design, block);
-    design.block = block;
-    design.list = block;
-    design.notes = block;
-    if (auto* const composite = dynamic_cast<vrl::CBB*>(block)) design.netlist = composite->getAsNetlist();
-}
-
-void hold(Design& design, vrl::Netlist* netlist) {
-    own(design, netlist);
-    design.netlist = netlist;
-    design.list = netlist;
-    design.notes = netlist;
-}
-
-void hold(Design& design, vrl::Attribute* attribute) {
-    own(design, attribute);
-    design.parameter = attribute;
-    design.notes = attribute;
-}
-
-void hold(Design& design, vrl::Attributes* list) {
-    own(design, list);
-    design.list = list;
-    design.notes = list;
-}
 
 /// The ids of the members of the top object, by which an object of an unknown type shows what it is.
 std::set<std::string> memberIds(std::istream& file) {
@@ -85,14 +36,12 @@ std::set<std::string> memberIds(std::istream& file) {
 /// An object for a type that no factory has and no class of the library is.
 bool standInByMembers(Design& design, StandInReader& reader, std::set<std::string> const& ids) {
     if (ids.count(vrl::BB::getSerId("defaultCS")))
-        hold(design, reader.standInForBlock(design.type));
+        design.object = SavedObject(reader.standInForBlock(design.type));
     else if (ids.count(vrl::Netlist::getSerId("BBList")))
-        hold(design, reader.standInForNetlist(design.type));
+        design.object = SavedObject(reader.standInForNetlist(design.type));
     else if (ids.count(vrl::AttributeWithExpr::getSerId("expr")))
-        hold(design, reader.standInForParameter(design.type));
-    else
-        return false;
-    return true;
+        design.object = SavedObject(reader.standInForParameter(design.type));
+    return static_cast<bool>(design.object);
 }
 
 /// The object that the file's type asks for. False if there is no such type.
@@ -100,36 +49,26 @@ bool makeObject(Design& design, StandInReader& reader, std::istream& file) {
     std::string const& type = design.type;
     ForeignWork const work(makingText("kind", type));
     if (type == "Netlist")
-        hold(design, vrl::Netlist::create(""));
+        design.object = SavedObject(vrl::Netlist::create(""));
     else if (FactoryLoader<vrl::BB>::factory().find(type))
-        hold(design, vrl::BB::create(nullptr, type));
+        design.object = SavedObject(vrl::BB::create(nullptr, type));
     else if (vrl::Attributes::factory().find(type))
-        hold(design, vrl::Attributes::factory().create(type));
+        design.object = SavedObject(vrl::Attributes::factory().create(type));
     else if (FactoryLoader<vrl::Netlist>::factory().find(type))
-        hold(design, vrl::Netlist::create(type));
+        design.object = SavedObject(vrl::Netlist::create(type));
     else if (type == "Attributes")
-        hold(design, new vrl::Attributes);
+        design.object = SavedObject(new vrl::Attributes);
     else if (type == "Component")
-        hold(design, static_cast<vrl::Attributes*>(new vrlEmptyComponent));
+        design.object = SavedObject(static_cast<vrl::Attributes*>(new vrlEmptyComponent));
     else if (type == "Annotations")
-        own(design, design.notes = new vrl::Annotations);
+        design.object = SavedObject(new vrl::Annotations);
     else if (type == "Foundry::CSInfo")
-        own(design, design.choice = new vrl::Foundry::CSInfo(nullptr));
+        design.object = SavedObject(new vrl::Foundry::CSInfo(nullptr));
     else if (type == "BB::Port")
-        own(design, design.port = new vrl::BB::Port);
+        design.object = SavedObject(new vrl::BB::Port);
     else
         return standInByMembers(design, reader, memberIds(file));
-    return design.owner != nullptr;
-}
-
-bool read(Design& design, vrl::DeSerialiserBase& reader) {
-    if (design.block && design.netlist) return dynamic_cast<vrl::CBB*>(design.block)->read(&reader);
-    if (design.block) return design.block->read(&reader);
-    if (design.netlist) return design.netlist->read(&reader);
-    if (design.parameter) return design.parameter->read(&reader);
-    if (design.list) return design.list->read(&reader);
-    if (design.notes) return design.notes->read(&reader);
-    return design.choice ? design.choice->read(&reader) : design.port->read(&reader);
+    return static_cast<bool>(design.object);
 }
 
 /// A pipe would keep its reader waiting, and a device may never end.
@@ -169,89 +108,7 @@ std::size_t bytesLeft(std::istream& file) {
     return static_cast<std::size_t>(file.tellg() - here);
 }
 
-/// What stands in for a block of a missing kind is a composite, whatever the block was; it is shown as one only if it
-/// has an inside.
-void printBlock(std::ostream& os, vrl::BB const& block, vrl::Netlist const* inside) {
-    block.vrl::BB::operator<<(os);
-    if (inside && (!isStandIn(block) || inside->beginElements() != inside->endElements()))
-        inside->vrl::Netlist::operator<<(os);
-}
-
-void printNotes(std::ostream& os, vrl::Annotations const& notes) {
-    for (auto note = notes.beginAnnotation(); note != notes.endAnnotation(); ++note)
-        os << note->first << " = " << note->second << '\n';
-}
-
-void printChoice(std::ostream& os, vrl::Foundry::CSInfo const& choice) {
-    os << "cross section: " << choice.getCSName() << "\nprocess flow: " << choice.getFlowName() << '\n';
-}
-
-/// The one foundry of a name; null for an unknown one. They live as long as the process, since blocks refer to them.
-vrl::Foundry* foundryOf(std::string const& name) {
-    static auto* const foundries = new std::map<std::string, vrl::Foundry*>;
-    auto const found = foundries->find(name);
-    if (found != foundries->end()) return found->second;
-    return foundries->emplace(name, vrl::Foundry::create(name)).first->second;
-}
-
-char const* word(What what) {
-    switch (what) {
-    case What::kBlock:
-        return "block";
-    case What::kParameter:
-        return "parameter type";
-    case What::kNetlist:
-        return "netlist";
-    }
-    return "";
-}
-
-void writeMissing(std::ostream& os, Design const& design) {
-    for (MissingKind const& kind : design.missing)
-        os << "vrl: " << design.path << ": no loaded plug-in has the " << word(kind.what) << " '"
-           << printable(kind.name) << "' (" << counted(kind.count, "use") << "); something stands in for it\n";
-}
-
-/// The system's words begin with the path as often as not.
-void writeFailedLibraries(std::ostream& os) {
-    auto const failed = failedLibraries();
-    for (FailedLibrary const& library : failed) {
-        std::string const head = library.path + ": ";
-        bool const named = library.reason.compare(0, head.size(), head) == 0;
-        os << "  not loaded: " << (named ? "" : head) << library.reason << '\n';
-    }
-    if (failed.empty()) os << "  'vrl plugins' shows what is loaded\n";
-}
-
 }  // namespace
-
-// Notes and choices have no printed form in the library, and a saved port has no name.
-void Design::print(std::ostream& os) const {
-    if (netlist && !block)
-        netlist->operator<<(os);
-    else if (block)
-        printBlock(os, *block, netlist);
-    else if (parameter)
-        parameter->operator<<(os) << '\n';
-    else if (list)
-        list->operator<<(os);
-    else if (notes)
-        printNotes(os, *notes);
-    else if (choice)
-        printChoice(os, *choice);
-    else if (port)
-        printChoice(os, port->getCS());
-}
-
-bool Design::write(vrl::SerialiserBase& serialiser) const {
-    if (block && netlist) return dynamic_cast<vrl::CBB*>(block)->write(&serialiser);
-    if (block) return block->write(&serialiser);
-    if (netlist) return netlist->write(&serialiser);
-    if (parameter) return parameter->write(&serialiser);
-    if (list) return list->write(&serialiser);
-    if (notes) return notes->write(&serialiser);
-    return choice ? choice->write(&serialiser) : port->write(&serialiser);
-}
 
 Design readDesign(std::string const& path) {
     Design design;
@@ -268,46 +125,17 @@ Design readDesign(std::string const& path) {
     if (!makeObject(design, reader, file))
         throw Failure(path, "holds a '" + printable(design.type) + "', which no loaded plug-in makes",
                       "load the plug-in that brings it; 'vrl plugins' shows what is loaded");
-    CapturedErrors const quiet;
-    if (!read(design, reader) || !file) failDamaged(path, file, reader.where());
+    HiddenOutput const hidden;  // the library says less of a failed read than we do
+    if (!design.object.read(reader) || !file) failDamaged(path, file, reader.where());
     design.missing = reader.missing();
-    design.bytesBehind = bytesLeft(file);
+    design.bytesAfter = bytesLeft(file);
     return design;
 }
 
 vrl::Netlist& circuitOf(Design const& design) {
-    if (design.netlist) return *design.netlist;
+    if (vrl::Netlist* const netlist = design.object.netlist()) return *netlist;
     throw Failure(design.path, "holds a '" + printable(design.type) + "' and no circuit",
                   "'vrl show' shows what it holds");
-}
-
-void attachFoundry(vrl::BB& block) {
-    std::string const name = block.getFoundryName();
-    if (!name.empty()) block.setFoundry(foundryOf(name));
-}
-
-void prepareWhole(vrl::Netlist& netlist) {
-    for (auto entry = netlist.beginElements(); entry != netlist.endElements(); ++entry) {
-        vrl::BB* const block = entry->second.get();
-        if (!block) continue;
-        attachFoundry(*block);
-        if (auto* const composite = dynamic_cast<vrl::CBB*>(block)) prepareWhole(*composite->getAsNetlist());
-    }
-}
-
-std::string missingText(Design const& design) {
-    std::ostringstream text;
-    writeMissing(text, design);
-    if (!design.missing.empty()) writeFailedLibraries(text);
-    return text.str();
-}
-
-std::string missingText(Design const& a, Design const& b) {
-    std::ostringstream text;
-    writeMissing(text, a);
-    writeMissing(text, b);
-    if (!a.missing.empty() || !b.missing.empty()) writeFailedLibraries(text);
-    return text.str();
 }
 
 }  // namespace vrltool

@@ -105,21 +105,21 @@ Json designJson(Design const& design) {
     Json json = jsonHead("show", 1);
     json["type"] = design.type;
     json["missing"] = missingJson(design.missing);
-    if (design.block) {
-        json["block"] = blockJson(elementOf("", 0, design.block));
-    } else if (design.netlist) {
-        json["parameters"] = parametersJson(*design.netlist);
-        json["circuit"] = circuitJson(circuitFrom(*design.netlist));
-    } else if (design.parameter) {
-        json["parameter"] = wholeParameterJson(parameterOf(*design.parameter));
-    } else if (design.list) {
-        json["parameters"] = parametersJson(*design.list);
-    } else if (design.choice) {
-        json["choice"] = choiceJson(*design.choice);
-    } else if (design.port) {
-        json["port"] = Json{{"choice", choiceJson(design.port->getCS())}};
+    if (design.object.block()) {
+        json["block"] = blockJson(elementOf("", 0, design.object.block()));
+    } else if (design.object.netlist()) {
+        json["parameters"] = parametersJson(*design.object.netlist());
+        json["circuit"] = circuitJson(circuitFrom(*design.object.netlist()));
+    } else if (design.object.parameter()) {
+        json["parameter"] = wholeParameterJson(parameterOf(*design.object.parameter()));
+    } else if (design.object.list()) {
+        json["parameters"] = parametersJson(*design.object.list());
+    } else if (design.object.choice()) {
+        json["choice"] = choiceJson(*design.object.choice());
+    } else if (design.object.port()) {
+        json["port"] = Json{{"choice", choiceJson(design.object.port()->getCS())}};
     }
-    if (design.notes && !design.parameter) json["notes"] = notesJson(*design.notes);
+    if (design.object.notes() && !design.object.parameter()) json["notes"] = notesJson(*design.object.notes());
     return json;
 }
 

@@ -50,20 +50,24 @@ public:
 
     Comparison compare(Design const& a, Design const& b) {
         properties.compareTexts(Topic::kType, a.type, b.type, "");
-        if (a.parameter && b.parameter)
-            properties.compareSingle(*a.parameter, *b.parameter);
-        else
-            properties.compareNotes(a.notes, b.notes, "");
-        if (a.list || b.list) properties.compareParameters(a.list, b.list, "", a.type == b.type);
-        properties.compareBlocks(a.block, b.block, "");
-        if (a.choice && b.choice) properties.compareChoices(*a.choice, *b.choice, "");
-        if (a.port && b.port) properties.compareChoices(a.port->getCS(), b.port->getCS(), "");
-        if (a.netlist || b.netlist) compareNetlists(a.netlist, b.netlist);
+        compareObjects(a.object, b.object, a.type == b.type);
         result.parameters = properties.met();
         return std::move(result);
     }
 
 private:
+    void compareObjects(SavedObject const& a, SavedObject const& b, bool sameType) {
+        if (a.parameter() && b.parameter())
+            properties.compareSingle(*a.parameter(), *b.parameter());
+        else
+            properties.compareNotes(a.notes(), b.notes(), "");
+        if (a.list() || b.list()) properties.compareParameters(a.list(), b.list(), "", sameType);
+        properties.compareBlocks(a.block(), b.block(), "");
+        if (a.choice() && b.choice()) properties.compareChoices(*a.choice(), *b.choice(), "");
+        if (a.port() && b.port()) properties.compareChoices(a.port()->getCS(), b.port()->getCS(), "");
+        if (a.netlist() || b.netlist()) compareNetlists(a.netlist(), b.netlist());
+    }
+
     void compareNetlists(vrl::Netlist* a, vrl::Netlist* b) {
         std::unique_ptr<vrl::Netlist, void (*)(vrl::Netlist*)> const none(vrl::Netlist::create(""),
                                                                           vrl::Netlist::destroy);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "circuit/direction.h"
 #include "circuit/parameters.h"
 #include "design/stand_in.h"
 #include "draw/domain_style.h"
@@ -137,11 +138,11 @@ Frame frameOf(Element const& element) {
 }  // namespace
 
 Side sideOf(Pin const& pin) {
-    using Domains = vrl::EnumList;
-    if (pin.domain == Domains::DC || pin.domain == Domains::RF) return Side::kBottom;
-    vrl::PortLabel const label(pin.name);
-    if (label.isOpticalInput()) return Side::kLeft;
-    return label.isOpticalOutput() || pin.domain == Domains::Optics ? Side::kRight : Side::kBottom;
+    if (isElectrical(pin.domain)) return Side::kBottom;
+    Direction const direction = directionOf(pin.name);
+    if (direction == Direction::kInput) return Side::kLeft;
+    bool const right = direction == Direction::kOutput || pin.domain == vrl::EnumList::Optics;
+    return right ? Side::kRight : Side::kBottom;
 }
 
 std::vector<std::size_t> pinsOn(Element const& element, Side side) {

@@ -55,7 +55,7 @@ std::string cleanPdf(std::string pdf) {
 
 std::string firstLine(std::string const& text) { return printable(text.substr(0, text.find('\n'))); }
 
-void checkEnd(Ended const& ended) {
+void checkEnd(ProcessResult const& ended) {
     if (!ended.started)
         throw Failure("dot", "the program is not there, which draws the picture",
                       "install Graphviz (the package 'graphviz'), or write the text for it with '-o FILE.dot'");
@@ -68,14 +68,14 @@ void checkEnd(Ended const& ended) {
 }
 
 /// Counts the seconds at a terminal; the counter is wiped before anything is said of the end.
-Ended runWithCounter(Program program) {
+ProcessResult runWithCounter(Program program) {
     Progress progress("drawing:", "s");
     program.waiting = [&progress](std::size_t seconds) { progress.at(seconds); };
     return runProgram(program);
 }
 
 /// Bitmaps have a largest size, past which Graphviz makes them coarser.
-void tellOfCoarseness(Ended const& ended) {
+void tellOfCoarseness(ProcessResult const& ended) {
     if (ended.err.find("too large") != std::string::npos)
         std::cerr << "vrl: the picture is too large for a bitmap of full size; svg and pdf have no such limit\n";
 }
@@ -109,7 +109,7 @@ std::string render(std::string const& dotText, PictureFormat format) {
     if (format == PictureFormat::kDot) return dotText;
     std::vector<std::string> words{"dot", "-T" + formatName(format)};
     if (format == PictureFormat::kPng) words.push_back("-Gdpi=144");
-    Ended ended = runWithCounter({words, dotText, "", kPatienceSeconds});
+    ProcessResult ended = runWithCounter({words, dotText, "", kPatienceSeconds});
     checkEnd(ended);
     tellOfCoarseness(ended);
     if (format == PictureFormat::kSvg) return cleanSvg(std::move(ended.out));

@@ -2,18 +2,19 @@
 
 #include <unistd.h>
 
+#include <atomic>
 #include <csignal>
 #include <cstdlib>
 #include <cstring>
-#include <exception>
 #include <utility>
 
 namespace vrltool {
 
 namespace {
 
-/// What is at work, or null.
-char const* volatile atWork = nullptr;
+/// What is at work, or null. A handler of signals reads it.
+std::atomic<char const*> atWork{nullptr};
+static_assert(std::atomic<char const*>::is_always_lock_free);
 
 struct Crash {
     int signal;
@@ -29,7 +30,7 @@ void say(char const* text) {
     if (write(STDERR_FILENO, text, std::strlen(text)) < 0) return;
 }
 
-constexpr char kCure[] =
+constexpr char kHint[] =
     "\n  take it out of the configuration until it is mended; 'vrl plugins' and 'vrl validate' tell more\n";
 
 // Only what is safe in a handler of signals.
@@ -42,7 +43,7 @@ void onCrash(int number) {
         for (Crash const& crash : kCrashes)
             if (crash.signal == number) say(crash.words);
         say(")");
-        say(kCure);
+        say(kHint);
         _exit(2);
     }
     std::signal(number, SIG_DFL);
@@ -57,7 +58,7 @@ void onExit() {
     say("vrl: ");
     say(what);
     say(": the plug-in ended the program");
-    say(kCure);
+    say(kHint);
     _exit(2);
 }
 
@@ -85,20 +86,6 @@ void tellCrashes() {
 void leaveCrashesToParent() {
     leftToParent = true;
     for (Crash const& crash : kCrashes) std::signal(crash.signal, SIG_DFL);
-}
-
-std::string thrownText() {
-    try {
-        throw;
-    } catch (std::exception const& error) {
-        return error.what();
-    } catch (char const* text) {
-        return text ? text : "";
-    } catch (std::string const& text) {
-        return text;
-    } catch (...) {
-        return "something that is no text";
-    }
 }
 
 }  // namespace vrltool

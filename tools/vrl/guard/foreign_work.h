@@ -25,7 +25,4 @@ void tellCrashes();
 /// Has a crash end the program by its signal, and exit with its status, for a parent process that looks at it.
 void leaveCrashesToParent();
 
-/// What the exception that is being handled says. Plug-ins throw whatever they like.
-std::string thrownText();
-
 }  // namespace vrltool

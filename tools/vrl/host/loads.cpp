@@ -3,12 +3,12 @@
 #include <dlfcn.h>
 
 #include <algorithm>
+#include <exception>
 #include <iterator>
 #include <tuple>
 #include <utility>
 
-#include "host/targets.h"
-#include "text/table.h"
+#include "guard/thrown.h"
 
 namespace vrltool {
 
@@ -123,8 +123,8 @@ void skipPath(std::string const& path, std::string const& reason) { skipped[path
 
 std::map<std::string, std::string> const& skippedPaths() { return skipped; }
 
-std::string throwReason(std::string const& thrown, std::string const& function) {
-    return "the plug-in threw '" + printable(thrown) + "' in " + function;
+std::string throwReason(vrl::LoadEvent const& event, std::string const& function) {
+    return "the plug-in threw " + thrownBy([&] { std::rethrow_exception(event.thrown); }) + " in " + function;
 }
 
 std::vector<FailedLibrary> failedLibraries() {

@@ -45,7 +45,7 @@ void skipPath(std::string const& path, std::string const& reason);
 std::map<std::string, std::string> const& skippedPaths();
 
 /// The reason for a library that threw from a function.
-std::string throwReason(std::string const& thrown, std::string const& function);
+std::string throwReason(vrl::LoadEvent const& event, std::string const& function);
 
 /// A configured library that did not load, and why.
 struct FailedLibrary {
@@ -59,12 +59,6 @@ std::vector<FailedLibrary> failedLibraries();
 
 /// The file that holds the code of a type. Empty if the system does not know.
 std::string fileOfType(std::type_info const& type);
-
-/// The file that holds the code of a creator, which is the second of an entry of a factory.
-template <class Creator>
-std::string pluginOf(Creator const* creator) {
-    return fileOfType(typeid(*creator));
-}
 
 /// The short name of a plug-in: "foundrySampleFab" of ".../lib_wn_foundrySampleFab.so.5.1.3".
 std::string pluginName(std::string const& file);

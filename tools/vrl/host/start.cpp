@@ -12,6 +12,7 @@
 
 #include "guard/foreign_work.h"
 #include "guard/quiet_output.h"
+#include "guard/thrown.h"
 #include "host/loads.h"
 #include "host/targets.h"
 #include "system/supervised.h"
@@ -65,7 +66,7 @@ public:
     bool absorbs(vrl::LoadEvent const& event) override {
         endCall();
         auto const target = static_cast<std::size_t>(event.target);
-        skipPath(event.path, throwReason(event.text, target < kTargets.size() ? kTargets[target].entry : "it"));
+        skipPath(event.path, throwReason(event, target < kTargetCount ? kTargets[target].entry : "it"));
         return true;
     }
 
@@ -91,13 +92,11 @@ void start(StartObserver& observer, std::string const& config) {
     if (!config.empty()) vrlConfigFile(config.c_str());
     vrlSetLoadObserver(&observer);
     QuietOutput const quiet;
-    try {
-        vrlInit_vrllib(false, true);
-    } catch (...) {
+    std::string const thrown = thrownBy([] { vrlInit_vrllib(false, true); });
+    if (!thrown.empty())
         throw Failure(
-            "the plug-ins", "initLibraryPostLoad threw '" + thrownText() + "'",
+            "the plug-ins", "initLibraryPostLoad threw " + thrown,
             "take it out of the configuration until it is mended; 'vrl plugins' and 'vrl validate' tell more");
-    }
     showWarnings(vrlGetCoutMsg(), vrlConfigFile());
 }
 

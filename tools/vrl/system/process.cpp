@@ -26,17 +26,15 @@ struct Pipes {
 };
 
 // Between fork and exec: only what is safe after a fork of a program with threads.
-[[noreturn]] void becomeProgram(Pipes& pipes, pid_t parent, char* const* words, char const* folder) {
-    setpgid(0, 0);
-    endWithParent(parent);
+[[noreturn]] void becomeProgram(Pipes& pipes, char* const* words, char const* folder) {
     dup2(pipes.in.from.get(), STDIN_FILENO);
     dup2(pipes.out.to.get(), STDOUT_FILENO);
     dup2(pipes.err.to.get(), STDERR_FILENO);
     std::signal(SIGPIPE, SIG_DFL);
     if (folder[0] == '\0' || chdir(folder) == 0) execvp(words[0], words);
     int const reason = errno;
-    ssize_t const told = write(pipes.started.to.get(), &reason, sizeof reason);
-    _exit(told < 0 ? 126 : 127);
+    ssize_t const written = write(pipes.started.to.get(), &reason, sizeof reason);
+    _exit(written < 0 ? 126 : 127);
 }
 
 void feed(Descriptor& end, std::string const& text, std::size_t& done) {
@@ -46,8 +44,8 @@ void feed(Descriptor& end, std::string const& text, std::size_t& done) {
     if (over) end.reset();
 }
 
-/// Talks with the program until it has closed its ends. False if the time was over first.
-bool talk(Pipes& pipes, Program const& program, Ended& ended, Clock::time_point deadline) {
+/// Exchanges data with the program until it has closed its pipes. False if the time was over first.
+bool talk(Pipes& pipes, Program const& program, ProcessResult& result, Clock::time_point deadline) {
     constexpr long long kLongestWait = 200;  // milliseconds between two looks at the clock
     std::string const& input = program.input;
     std::size_t done = 0;
@@ -62,8 +60,8 @@ bool talk(Pipes& pipes, Program const& program, Ended& ended, Clock::time_point 
         if (poll(polled.data(), polled.size(), static_cast<int>(std::min<long long>(left, kLongestWait))) < 0 &&
             errno != EINTR)
             return false;
-        if (polled[0].revents) drain(pipes.out.from, ended.out);
-        if (polled[1].revents) drain(pipes.err.from, ended.err);
+        if (polled[0].revents) drain(pipes.out.from, result.out);
+        if (polled[1].revents) drain(pipes.err.from, result.err);
         if (polled[2].revents) feed(pipes.in.to, input, done);
     }
     return true;
@@ -86,37 +84,81 @@ std::vector<char*> pointersTo(std::vector<std::string> const& words) {
     return pointers;
 }
 
+/// Ignores SIGPIPE while it lives, as writing to a program that reads nothing needs.
+class IgnoredPipeSignal {
+public:
+    IgnoredPipeSignal() {
+        struct sigaction ignore {};
+        ignore.sa_handler = SIG_IGN;
+        sigaction(SIGPIPE, &ignore, &before);
+    }
+    IgnoredPipeSignal(IgnoredPipeSignal const&) = delete;
+    IgnoredPipeSignal& operator=(IgnoredPipeSignal const&) = delete;
+    ~IgnoredPipeSignal() { sigaction(SIGPIPE, &before, nullptr); }
+
+private:
+    struct sigaction before {};
+};
+
+/// Runs a child to its end; `become` is what it does, and does not return.
+template <class Become>
+ProcessResult runChild(Program const& program, Become const& become) {
+    ProcessResult result;
+    Pipes pipes;
+    IgnoredPipeSignal const ignored;
+    auto const deadline = Clock::now() + std::chrono::seconds(program.seconds);
+    pid_t const parent = getpid();
+    pid_t const child = fork();
+    if (child == 0) {
+        setpgid(0, 0);
+        endWithParent(parent);
+        become(pipes);
+    }
+    for (Descriptor* end : {&pipes.in.from, &pipes.out.to, &pipes.err.to, &pipes.started.to}) end->reset();
+    if (child < 0) return result;
+    int reason = 0;
+    result.started = read(pipes.started.from.get(), &reason, sizeof reason) == 0;
+    int state = 0;
+    result.timedOut = !talk(pipes, program, result, deadline) || !waitFor(child, state, deadline);
+    kill(-child, SIGKILL);  // what it left running, and itself if its time is over
+    if (result.timedOut) waitpid(child, &state, 0);
+    if (WIFSIGNALED(state)) result.signal = WTERMSIG(state);
+    if (WIFEXITED(state)) result.status = WEXITSTATUS(state);
+    return result;
+}
+
+void writeAll(int file, std::string const& bytes) {
+    for (std::size_t done = 0; done < bytes.size();) {
+        ssize_t const count = write(file, bytes.data() + done, bytes.size() - done);
+        if (count < 0 && errno == EINTR) continue;
+        if (count <= 0) return;
+        done += static_cast<std::size_t>(count);
+    }
+}
+
 }  // namespace
 
-std::string Ended::how() const {
+std::string ProcessResult::how() const {
     if (!started) return "is not there";
     if (timedOut) return "did not end in time";
     if (signal != 0) return "ended by signal " + std::to_string(signal) + " (" + strsignal(signal) + ")";
     return "ended with status " + std::to_string(status);
 }
 
-Ended runProgram(Program const& program) {
-    Ended ended;
-    Pipes pipes;
+ProcessResult runProgram(Program const& program) {
     auto const words = pointersTo(program.words);
-    auto const oldHandler = std::signal(SIGPIPE, SIG_IGN);
-    auto const deadline = Clock::now() + std::chrono::seconds(program.seconds);
-    pid_t const parent = getpid();
-    pid_t const child = fork();
-    if (child == 0) becomeProgram(pipes, parent, words.data(), program.folder.c_str());
-    for (Descriptor* end : {&pipes.in.from, &pipes.out.to, &pipes.err.to, &pipes.started.to}) end->reset();
-    if (child > 0) {
-        int reason = 0;
-        ended.started = read(pipes.started.from.get(), &reason, sizeof reason) == 0;
-        int state = 0;
-        ended.timedOut = !talk(pipes, program, ended, deadline) || !waitFor(child, state, deadline);
-        kill(-child, SIGKILL);  // what it left running, and itself if its time is over
-        if (ended.timedOut) waitpid(child, &state, 0);
-        if (WIFSIGNALED(state)) ended.signal = WTERMSIG(state);
-        if (WIFEXITED(state)) ended.status = WEXITSTATUS(state);
-    }
-    std::signal(SIGPIPE, oldHandler);
-    return ended;
+    return runChild(program, [&](Pipes& pipes) { becomeProgram(pipes, words.data(), program.folder.c_str()); });
+}
+
+ProcessResult runCopy(std::function<std::string()> const& work, unsigned seconds) {
+    Program copy;
+    copy.seconds = seconds;
+    return runChild(copy, [&](Pipes& pipes) {
+        pipes.started.to.reset();
+        pipes.err.to.reset();
+        writeAll(pipes.out.to.get(), work());
+        _exit(0);
+    });
 }
 
 std::string ownProgram() { return std::filesystem::read_symlink("/proc/self/exe").string(); }

@@ -16,8 +16,8 @@ struct Program {
     std::function<void(std::size_t seconds)> waiting{};  ///< called now and then with the time it has taken
 };
 
-/// How a program ended, and what it wrote.
-struct Ended {
+/// How a process ended, and what it wrote.
+struct ProcessResult {
     bool started = false;   ///< false: there is no such program
     bool timedOut = false;  ///< it was ended for its time
     int status = 0;         ///< the exit status, if no signal ended it
@@ -32,7 +32,11 @@ struct Ended {
 };
 
 /// Runs a program to its end. It sees the environment of this one, and ends with this one, however that ends.
-Ended runProgram(Program const& program);
+ProcessResult runProgram(Program const& program);
+
+/// Works in a copy of this process, whose `out` is what the work returned: what is loaded there is not loaded here. The
+/// standard streams stay those of this process. The work does not throw.
+ProcessResult runCopy(std::function<std::string()> const& work, unsigned seconds);
 
 /// The path of the program that is running.
 std::string ownProgram();

@@ -16,8 +16,8 @@ namespace vrltool {
 
 namespace {
 
-std::string cureOf(int code) {
-    static std::map<int, char const*> const cures{{ENOENT, "make the folder first"},
+std::string hintFor(int code) {
+    static std::map<int, char const*> const hints{{ENOENT, "make the folder first"},
                                                   {ENOTDIR, "name a file in a folder"},
                                                   {EACCES, "name a file in a folder that you may write to"},
                                                   {EPERM, "name a file in a folder that you may write to"},
@@ -27,16 +27,16 @@ std::string cureOf(int code) {
                                                   {EFBIG, "raise the limit of the size of files"},
                                                   {ELOOP, "name the file itself"},
                                                   {ENAMETOOLONG, "give it a shorter name"}};
-    auto const found = cures.find(code);
-    return found == cures.end() ? "" : found->second;
+    auto const found = hints.find(code);
+    return found == hints.end() ? "" : found->second;
 }
 
 [[noreturn]] void failSave(std::string const& path, std::string const& step) {
     int const code = errno;
-    std::string cure = cureOf(code);
+    std::string hint = hintFor(code);
     if (std::error_code none; std::filesystem::is_regular_file(path, none))
-        cure += std::string(cure.empty() ? "" : "; ") + "the file is as it was before";
-    throw Failure(path, step + ": " + std::strerror(code), cure);
+        hint += std::string(hint.empty() ? "" : "; ") + "the file is as it was before";
+    throw Failure(path, step + ": " + std::strerror(code), hint);
 }
 
 /// The file that a path leads to, which need not be there: what is replaced is never a link.
@@ -94,9 +94,20 @@ public:
         if (closed != 0) failSave(place, "cannot be closed");
         if (rename(name.c_str(), place.c_str()) != 0) failSave(place, "cannot be put in its place");
         name.clear();
+        flushFolder();
     }
 
 private:
+    /// Without this the rename may not outlive a loss of power. Some folders may be written and not read, and some file
+    /// systems flush none: the file is in its place there, too.
+    void flushFolder() const {
+        auto const folder = std::filesystem::path(place).parent_path();
+        int const opened = open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+        if (opened < 0) return;
+        static_cast<void>(fsync(opened));
+        close(opened);
+    }
+
     std::string place;
     std::string name;
     int descriptor;

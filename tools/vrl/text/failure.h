@@ -12,18 +12,18 @@ enum class Outcome {
     kFailed = 2     ///< could not be done
 };
 
-/// Ends a command that cannot be done. It names the file or the thing, what is wrong with it, and the cure.
+/// Ends a command that cannot be done. It names the file or the thing, what is wrong with it, and the hint.
 class Failure : public std::runtime_error {
 public:
-    /// `cure` may be empty; no text ends in a line feed.
-    Failure(std::string const& thing, std::string const& what, std::string const& cure = "")
-        : std::runtime_error(thing + ": " + what), cureText(cure) {}
+    /// `hint` may be empty; no text ends in a line feed.
+    Failure(std::string const& thing, std::string const& what, std::string const& hint = "")
+        : std::runtime_error(thing + ": " + what), hintText(hint) {}
 
     /// What to do about it; empty if that is plain.
-    std::string const& cure() const { return cureText; }
+    std::string const& hint() const { return hintText; }
 
 private:
-    std::string cureText;
+    std::string hintText;
 };
 
 }  // namespace vrltool

@@ -4,15 +4,13 @@
 #include <ostream>
 #include <utility>
 
+#include "text/utf8.h"
+
 namespace vrltool {
 
 namespace {
 
-/// The number of characters: bytes that do not continue another.
-std::size_t width(std::string const& text) {
-    return static_cast<std::size_t>(
-        std::count_if(text.begin(), text.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; }));
-}
+std::size_t width(std::string const& text) { return charactersOf(text).size(); }
 
 std::vector<std::string> printableCells(std::vector<std::string> cells) {
     for (std::string& cell : cells) cell = printable(cell);

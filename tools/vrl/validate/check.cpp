@@ -21,8 +21,6 @@ std::vector<std::string> const kMade{"null-foundry", "foundry-parts"};
 
 }  // namespace
 
-char const* severityWord(Severity severity) { return severity == Severity::kError ? "error" : "warning"; }
-
 std::vector<Check> const& allChecks() {
     static std::vector<Check> const checks{
         {"regular-file",
@@ -108,8 +106,8 @@ std::vector<Check> const& allChecks() {
          "check what was read before it is used; throw nothing",
          {"saved"},
          &checkRandomBytes},
-        {"views", kError, "views are made with and without an object, and register under their key",
-         "hand object and key on to the base: TypeView(block, \"KEY\"); accept null", kMade, &checkViews},
+        {"views", kError, "views are made with and without an object, and register with it",
+         "pass object and name on to the base: TypeView(block, \"KEY\"); accept null", kMade, &checkViews},
         {"two-plugins", kError, "it loads before and after others, with the same keys in either order",
          "register the same keys whatever is there already", kKeys, &checkTwoPlugins},
         {"key-clash", kWarning, "no other plug-in has one of its keys",

@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "text/finding.h"
 #include "validate/report.h"
 
 namespace vrltool::validate {
@@ -16,24 +17,17 @@ struct Job {
     unsigned seconds = 10;            ///< the time that it may take
 };
 
-/// One thing that is wrong.
-struct Finding {
+/// Something that is wrong with a plug-in.
+struct PluginFinding : Finding {
     std::string thing;  ///< "block 'sfBend'"; empty for the plug-in itself
-    std::string what;
-    std::string cure;
 };
-
-enum class Severity { kError, kWarning };
-
-/// "error" or "warning".
-char const* severityWord(Severity severity);
 
 /// One check of plug-ins.
 struct Check {
     char const* id;
     Severity severity;
     char const* title;               ///< what is so if it passes
-    char const* cure;                ///< what to do if it does not, unless the finding knows better
+    char const* hint;                ///< what to do if it does not, unless the finding knows better
     std::vector<std::string> needs;  ///< the checks without which it cannot work
     void (*run)(Job const& job, Report& report);
 };

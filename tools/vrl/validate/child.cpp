@@ -87,7 +87,7 @@ Outcome runJob() {
     setLimits();
     Report report(takeStreams());
     vrl::Attributes::factory();  // as start-up does: the five value types are there ahead of every plug-in
-    std::string const thrown = thrownBy([&] { check.run(job, report); });
+    std::string const thrown = throwsText([&] { check.run(job, report); });
     if (!thrown.empty()) report.find("", thrown);
     report.done();
     // Only one check is about what comes behind: static destructors, and what else a plug-in does in the end.

@@ -27,7 +27,8 @@ struct Told {
 
 void take(Told& told, std::string const& what, std::vector<std::string> const& texts) {
     if (what == "done") told.done = true;
-    if (what == "find" && texts.size() == 3) told.result.findings.push_back({texts[0], texts[1], texts[2]});
+    if (what == "find" && texts.size() == 3)
+        told.result.findings.push_back({{Severity::kError, texts[1], texts[2]}, texts[0]});
     if (texts.size() != 1) return;
     if (what == "step") told.step = texts[0];
     if (what == "note") told.result.note = texts[0];
@@ -53,7 +54,7 @@ Told toldBy(std::string const& output) {
     return told;
 }
 
-std::string howItEnded(Ended const& ended, Told const& told, unsigned seconds) {
+std::string howItEnded(ProcessResult const& ended, Told const& told, unsigned seconds) {
     std::string how = ended.timedOut ? "did not end within " + std::to_string(seconds) + " s" : ended.how();
     if (ended.fine()) how = "ended the program";
     return how + (told.step.empty() ? "" : ": " + told.step);
@@ -65,18 +66,21 @@ CheckResult runCheck(Check const& check, Job const& job, unsigned seconds, std::
     program.input = jobBytes(job);
     program.seconds = seconds;
     program.waiting = [&](std::size_t) { waiting(); };
-    Ended const ended = runProgram(program);
+    ProcessResult const ended = runProgram(program);
     Told told = toldBy(ended.out);
-    if (!ended.fine() || !told.done) told.result.findings.push_back({"", howItEnded(ended, told, seconds), ""});
+    if (!ended.fine() || !told.done)
+        told.result.findings.push_back({{Severity::kError, howItEnded(ended, told, seconds), ""}, ""});
     CheckResult& result = told.result;
     result.check = &check;
     if (!result.findings.empty()) {
         result.verdict = Verdict::kFail;
         result.note.clear();
     }
-    for (Finding& finding : result.findings)
-        if (finding.cure.empty())
-            finding.cure = check.cure + std::string(ended.timedOut ? "; --seconds N gives it more time" : "");
+    for (PluginFinding& finding : result.findings) {
+        finding.severity = check.severity;
+        if (finding.hint.empty())
+            finding.hint = check.hint + std::string(ended.timedOut ? "; --seconds N gives it more time" : "");
+    }
     return result;
 }
 

@@ -14,7 +14,7 @@ struct CheckResult {
     Check const* check = nullptr;
     Verdict verdict = Verdict::kPass;
     std::string note;  ///< what a check that passed has to say, or why it was not run
-    std::vector<Finding> findings;
+    std::vector<PluginFinding> findings;
     bool hindered = false;  ///< it was not run since another one failed, and not since it does not apply
 };
 

@@ -32,16 +32,16 @@ void writeTable(std::ostream& os, Conformance const& conformance) {
     table.write(os, 2);
 }
 
-/// The findings of one check, each cure once behind those that it cures. What has no name of its own is the plug-in.
+/// The findings of one check, each hint once after those that share it. What has no name of its own is the plug-in.
 void writeFindings(std::ostream& os, std::string const& plugin, CheckResult const& result) {
     if (result.findings.empty()) return;
     os << '\n' << result.check->id << ": " << word(result) << "\n  expected: " << result.check->title << '\n';
     for (std::size_t i = 0; i < result.findings.size(); ++i) {
-        Finding const& finding = result.findings[i];
+        PluginFinding const& finding = result.findings[i];
         os << "  " << printable(finding.thing.empty() ? plugin : finding.thing) << ": " << printable(finding.what)
            << '\n';
-        bool const last = i + 1 == result.findings.size() || result.findings[i + 1].cure != finding.cure;
-        if (last) os << "    cure: " << printable(finding.cure) << '\n';
+        bool const last = i + 1 == result.findings.size() || result.findings[i + 1].hint != finding.hint;
+        if (last) os << "    hint: " << printable(finding.hint) << '\n';
     }
 }
 
@@ -53,11 +53,11 @@ void writeSummary(std::ostream& os, Conformance const& conformance) {
        << " not run\n";
 }
 
-Json findingJson(Finding const& finding) {
+Json findingJson(PluginFinding const& finding) {
     Json json;
     if (!finding.thing.empty()) json["thing"] = finding.thing;
     json["what"] = finding.what;
-    json["cure"] = finding.cure;
+    json["hint"] = finding.hint;
     return json;
 }
 
@@ -68,7 +68,7 @@ Json resultJson(CheckResult const& result) {
               {"result", words[static_cast<int>(result.verdict)]}};
     if (!result.note.empty()) json["note"] = result.note;
     json["findings"] = Json::array();
-    for (Finding const& finding : result.findings) json["findings"].push_back(findingJson(finding));
+    for (PluginFinding const& finding : result.findings) json["findings"].push_back(findingJson(finding));
     return json;
 }
 
@@ -116,7 +116,7 @@ Json checksJson() {
         json["checks"].push_back({{"id", check.id},
                                   {"severity", severityWord(check.severity)},
                                   {"title", check.title},
-                                  {"cure", check.cure},
+                                  {"hint", check.hint},
                                   {"needs", check.needs}});
     return json;
 }

@@ -17,7 +17,7 @@ struct ElfSymbol {
 /// Every offset is checked against the end of the file: a file that ends too early, or lies, gives an error.
 struct ElfFile {
     std::string error;                 ///< why this is no shared library that can be read; empty if it is one
-    std::string cure;                  ///< what to do about it, where that is not plain
+    std::string hint;                  ///< what to do about it, where that is not plain
     std::string machine;               ///< "x86-64, 64 bits", for comparing and for people
     std::string soname;                ///< empty without one
     std::vector<std::string> needed;   ///< the libraries that it names, in its order

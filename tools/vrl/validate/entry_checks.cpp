@@ -52,10 +52,10 @@ std::string quoted(std::string const& text) {
 /// Calls each entry point, told ahead; `behind` is told of each one that came back, with what it threw.
 template <class Behind>
 void enter(Job const& job, Report& report, Behind const& behind) {
-    for (Target const& target : targets()) {
+    for (TargetInfo const& target : kTargets) {
         report.step(std::string("calling ") + target.entry);
         bool called = false;
-        std::string const thrown = thrownBy([&] { called = target.load(job.plugin.c_str()); });
+        std::string const thrown = throwsText([&] { called = target.load(job.plugin.c_str()); });
         if (called || !thrown.empty()) behind(target, thrown);
     }
 }
@@ -77,7 +77,7 @@ void checkVersionFunction(Job const& job, Report& report) {
     if (!getAPIversion) return report.find("", "exports no getAPIversion: hosts that ask for a version refuse it");
     report.step("calling getAPIversion");
     unsigned version = 0;
-    std::string const thrown = thrownBy([&] { version = getAPIversion(); });
+    std::string const thrown = throwsText([&] { version = getAPIversion(); });
     if (!thrown.empty()) return report.find("getAPIversion", thrown);
     if (version == 0) return report.find("getAPIversion", "tells the version 0");
     if (version > vrlLibraryVersion())
@@ -88,7 +88,7 @@ void checkVersionFunction(Job const& job, Report& report) {
 
 void checkEntryReturns(Job const& job, Report& report) {
     std::size_t count = 0;
-    enter(job, report, [&](Target const& target, std::string const& thrown) {
+    enter(job, report, [&](TargetInfo const& target, std::string const& thrown) {
         ++count;
         if (!thrown.empty()) report.find(target.entry, thrown);
     });
@@ -103,7 +103,7 @@ void checkEntryQuiet(Job const& job, Report& report) {
     mapPlugin(job.plugin, error);
     if (std::string const text = printedSoFar(); !text.empty()) report.find("loading", "prints " + quoted(text));
     vrlCoutReset();
-    enter(job, report, [&](Target const& target, std::string const&) {
+    enter(job, report, [&](TargetInfo const& target, std::string const&) {
         if (std::string const text = printedSoFar(); !text.empty()) report.find(target.entry, "prints " + quoted(text));
     });
     if (std::string const text = vrlGetCoutMsg(); !text.empty()) report.note("message channel: " + quoted(text));
@@ -111,12 +111,12 @@ void checkEntryQuiet(Job const& job, Report& report) {
 
 void checkBringsKeys(Job const& job, Report& report) {
     Keys keys;
-    std::string const thrown = thrownBy([&] { keys = loadPlugin(job.plugin, report); });
+    std::string const thrown = throwsText([&] { keys = loadPlugin(job.plugin, report); });
     if (!thrown.empty()) return report.notRun("an entry point " + thrown);
     for (std::size_t i = 0; i < kTargetCount; ++i)
         for (std::string const& key : keys.of[i])
             if (key.empty())
-                report.find(targets()[i].entry, "registers a class under the empty key, under which nothing is made");
+                report.find(kTargets[i].entry, "registers a class under the empty key, under which nothing is made");
     if (keys.empty()) report.find("", "registers nothing in its entry points");
     report.note(keysText(keys));
 }
@@ -133,7 +133,7 @@ void checkPostLoad(Job const& job, Report& report) {
     if (!call) return report.note("it has none");
     for (char const* const time : {"first", "second", "third"}) {
         report.step(std::string("calling ") + hook + " for the " + time + " time");
-        std::string const thrown = thrownBy(call);
+        std::string const thrown = throwsText(call);
         if (!thrown.empty()) report.find(hook, thrown + ", called for the " + time + " time");
         if (std::string const text = printedSoFar(); !text.empty())
             report.find(hook, "prints " + quoted(text) + ", called for the " + time + " time",
@@ -144,7 +144,7 @@ void checkPostLoad(Job const& job, Report& report) {
 
 void checkProcessEnd(Job const& job, Report& report) {
     if (!loadForCheck(job, report)) return;
-    static_cast<void>(thrownBy([] { soloader_PostLoad(); }));
+    static_cast<void>(throwsText([] { soloader_PostLoad(); }));
     report.step("the program ends");
 }
 
@@ -152,7 +152,7 @@ void checkSurroundings(Job const& job, Report& report) {
     auto const before = surroundings();
     if (!loadForCheck(job, report)) return;
     report.step("calling initLibraryPostLoad");
-    static_cast<void>(thrownBy([] { soloader_PostLoad(); }));
+    static_cast<void>(throwsText([] { soloader_PostLoad(); }));
     auto const after = surroundings();
     for (std::size_t i = 0; i < before.size(); ++i)
         if (after[i].state != before[i].state) report.find("", std::string("changes ") + before[i].name);

@@ -94,7 +94,7 @@ void checkOwnLibrary(ElfFile const& elf, std::string const& own, Report& report)
 /// The entry point or other plain name of the interface that a mangled name stands for; empty for another name.
 std::string plainName(std::string const& name) {
     std::vector<std::string> known{"getAPIversion", "initLibraryPostLoad"};
-    for (Target const& target : targets()) known.emplace_back(target.entry);
+    for (TargetInfo const& target : kTargets) known.emplace_back(target.entry);
     if (name.compare(0, 2, "_Z") != 0) return {};
     for (std::string const& plain : known)
         if (name.find(std::to_string(plain.size()) + plain) != std::string::npos) return plain;
@@ -104,7 +104,7 @@ std::string plainName(std::string const& name) {
 /// Whether a name looks as if somebody were to call it. Yields the names that it could mean.
 std::string nearEntry(std::string const& name) {
     std::vector<std::string> known{"initLibraryPostLoad"};
-    for (Target const& target : targets()) known.emplace_back(target.entry);
+    for (TargetInfo const& target : kTargets) known.emplace_back(target.entry);
     bool const looksSo = name.compare(0, 7, "initLib") == 0;
     if (!looksSo || std::find(known.begin(), known.end(), name) != known.end()) return {};
     return didYouMean(name, known);
@@ -138,7 +138,7 @@ void checkFileName(Job const& job, Report& report) {
 void checkMachine(Job const& job, Report& report) {
     ElfFile const elf = readElf(job.plugin);
     std::string const own = readElf(ownProgram()).machine;
-    if (!elf.error.empty()) return report.find("", elf.error, elf.cure);
+    if (!elf.error.empty()) return report.find("", elf.error, elf.hint);
     if (elf.machine != own) return report.find("", "is for " + elf.machine + ", and this program for " + own);
     report.note(elf.machine);
 }
@@ -164,7 +164,7 @@ void checkEntryPoints(Job const& job, Report& report) {
                         "declare it extern \"C\", as VRL_PLUGIN_EXPORT does, in no namespace");
         if (std::string const near = nearEntry(symbol.name); !near.empty())
             report.find(symbol.name, "is no entry point", near);
-        for (Target const& target : targets()) {
+        for (TargetInfo const& target : kTargets) {
             if (symbol.name != target.entry) continue;
             if (!symbol.function) report.find(symbol.name, "is no function");
             found += (found.empty() ? "" : ", ") + symbol.name;

@@ -1,6 +1,6 @@
 #include "text/table.h"
+#include "validate/made_objects.h"
 #include "validate/parameter_findings.h"
-#include "validate/subjects.h"
 
 // Whether what a plug-in registered can be made, and is what its key says.
 
@@ -18,7 +18,8 @@ void tryBlock(vrl::Foundry const* foundry, std::string const& with, std::string 
     std::string const thing = "block '" + key + "'";
     report.step("making the " + thing + with);
     bool made = false;
-    std::string const thrown = thrownBy([&] { made = static_cast<bool>(BlockHandle(vrl::BB::create(foundry, key))); });
+    std::string const thrown =
+        throwsText([&] { made = static_cast<bool>(BlockHandle(vrl::BB::create(foundry, key))); });
     if (!thrown.empty())
         report.find(thing, thrown + " when it is made" + with);
     else if (!made)
@@ -28,11 +29,11 @@ void tryBlock(vrl::Foundry const* foundry, std::string const& with, std::string 
 /// Calls a function with each foundry of the plug-in that can be made.
 template <class Use>
 void forEachFoundry(Keys const& keys, Report& report, Use const& use) {
-    for (std::string const& key : keys[Brings::kFoundry]) {
+    for (std::string const& key : keys[kFoundry]) {
         if (key.empty()) continue;
         report.step("making the foundry '" + key + "'");
         FoundryHandle foundry;
-        static_cast<void>(thrownBy([&] { foundry = FoundryHandle(vrl::Foundry::create(key)); }));
+        static_cast<void>(throwsText([&] { foundry = FoundryHandle(vrl::Foundry::create(key)); }));
         if (foundry) use(key, *foundry);
     }
 }
@@ -42,7 +43,7 @@ template <class T, class Call>
 void expectNothing(std::string const& thing, std::string const& call, Report& report, Call const& make) {
     report.step("calling " + call + " of " + thing);
     std::unique_ptr<T> made;
-    std::string const thrown = thrownBy([&] { made.reset(make()); });
+    std::string const thrown = throwsText([&] { made.reset(make()); });
     if (!thrown.empty()) report.find(thing, call + " " + thrown + " for a name that is not known");
     if (made) report.find(thing, call + " gives something for a name that is not known");
 }
@@ -55,7 +56,7 @@ constexpr Geometry kGeometries[] = {{0.5, 0.0}, {-1.0, 0.0}, {0.0, 0.0}, {1e9, 5
 
 void askFlow(vrl::Foundry const& foundry, std::string const& thing, std::string const& key, Report& report) {
     for (Geometry const& geometry : kGeometries) {
-        std::string const thrown = thrownBy([&] {
+        std::string const thrown = throwsText([&] {
             std::unique_ptr<vrl::ProcessFlow> const flow(foundry.createFlow(key));
             std::unique_ptr<vrl::CrossSection> const section(flow ? flow->createCS(geometry.width, geometry.radius)
                                                                   : nullptr);
@@ -67,7 +68,7 @@ void askFlow(vrl::Foundry const& foundry, std::string const& thing, std::string 
 
 void askSection(vrl::Foundry const& foundry, std::string const& thing, std::string const& key, Report& report) {
     for (Geometry const& geometry : kGeometries) {
-        std::string const thrown = thrownBy([&] {
+        std::string const thrown = throwsText([&] {
             std::unique_ptr<vrl::CrossSection> const section(foundry.createCS(key, geometry.width, geometry.radius));
             if (section) static_cast<void>(section->describe());
         });
@@ -79,7 +80,7 @@ void askSection(vrl::Foundry const& foundry, std::string const& thing, std::stri
 std::string whyNotMade(Maker const& maker, Report& report) {
     report.step("making the " + maker.thing);
     bool made = false;
-    std::string const thrown = thrownBy([&] { made = static_cast<bool>(maker.make()); });
+    std::string const thrown = throwsText([&] { made = static_cast<bool>(maker.make()); });
     return !thrown.empty() ? thrown + " when it is made" : made ? "" : "is not made";
 }
 
@@ -93,7 +94,7 @@ void reportUnmade(std::vector<Maker> const& makers, Report& report) {
 void checkNullFoundry(Job const& job, Report& report) {
     auto const keys = loadForCheck(job, report);
     if (!keys) return;
-    auto const& blocks = (*keys)[Brings::kBlock];
+    auto const& blocks = (*keys)[kBlock];
     if (blocks.empty()) return report.notRun("it brings no blocks");
     for (std::string const& key : blocks)
         if (!key.empty()) tryBlock(nullptr, " without a foundry", key, report);
@@ -107,10 +108,10 @@ void checkNullFoundry(Job const& job, Report& report) {
 void checkFoundryKept(Job const& job, Report& report) {
     auto const keys = loadForCheck(job, report);
     if (!keys) return;
-    if ((*keys)[Brings::kFoundry].empty()) return report.notRun("it brings no foundry");
-    if ((*keys)[Brings::kBlock].empty()) return report.notRun("it brings no blocks");
+    if ((*keys)[kFoundry].empty()) return report.notRun("it brings no foundry");
+    if ((*keys)[kBlock].empty()) return report.notRun("it brings no blocks");
     forEachFoundry(*keys, report, [&](std::string const& name, vrl::Foundry const& foundry) {
-        for (std::string const& key : (*keys)[Brings::kBlock]) {
+        for (std::string const& key : (*keys)[kBlock]) {
             if (key.empty()) continue;
             report.step("making the block '" + key + "' with the foundry '" + name + "'");
             BlockHandle const block(vrl::BB::create(&foundry, key));
@@ -124,8 +125,8 @@ void checkFoundryKept(Job const& job, Report& report) {
 void checkFoundryParts(Job const& job, Report& report) {
     auto const keys = loadForCheck(job, report);
     if (!keys) return;
-    if ((*keys)[Brings::kFoundry].empty()) return report.notRun("it brings no foundry");
-    reportUnmade(makersOf(Brings::kFoundry, *keys), report);
+    if ((*keys)[kFoundry].empty()) return report.notRun("it brings no foundry");
+    reportUnmade(makersOf(kFoundry, *keys), report);
     auto const parts = foundryPartMakers(*keys);
     reportUnmade(parts, report);
     forEachFoundry(*keys, report, [&](std::string const& name, vrl::Foundry const& foundry) {
@@ -145,10 +146,10 @@ void checkFoundryParts(Job const& job, Report& report) {
 void checkKeyMatchesName(Job const& job, Report& report) {
     auto const keys = loadForCheck(job, report);
     if (!keys) return;
-    reportUnmade(makersOf(Brings::kAttribute, *keys), report);
-    reportUnmade(makersOf(Brings::kNetlist, *keys), report);
-    forEachSubject(allMakers(*keys), report, [&](Maker const& maker, Subject const& subject) {
-        if (subject.tells != maker.key) report.find(maker.thing, "tells the name '" + subject.tells + "'");
+    reportUnmade(makersOf(kAttribute, *keys), report);
+    reportUnmade(makersOf(kNetlist, *keys), report);
+    forEachMade(allMakers(*keys), report, [&](Maker const& maker, MadeObject const& made) {
+        if (made.name != maker.key) report.find(maker.thing, "tells the name '" + made.name + "'");
     });
 }
 

@@ -6,8 +6,8 @@
 #include <set>
 #include <sstream>
 
+#include "validate/made_objects.h"
 #include "validate/parameter_findings.h"
-#include "validate/subjects.h"
 
 // What the objects of a plug-in hold: ports and parameters, and the forms in which these are written and copied.
 
@@ -20,8 +20,8 @@ template <class Find>
 void forEachList(Job const& job, Report& report, Find const& find) {
     auto const keys = loadForCheck(job, report);
     if (!keys) return;
-    forEachSubject(allMakers(*keys), report, [&](Maker const& maker, Subject const& subject) {
-        if (subject.list) find(maker.thing, *subject.list);
+    forEachMade(allMakers(*keys), report, [&](Maker const& maker, MadeObject const& made) {
+        if (made.object.list()) find(maker.thing, *made.object.list());
     });
 }
 
@@ -84,7 +84,7 @@ void findWrongCopy(std::string const& thing, vrl::Attribute& from, vrl::Attribut
     std::string const name = to.getName();
     std::string const other = otherText(from);
     if (!other.empty()) from.setStringValue(other);
-    static_cast<void>(thrownBy([&] { to.setValue(nullptr); }));
+    static_cast<void>(throwsText([&] { to.setValue(nullptr); }));
     to.setValue(&from);
     if (to.getStringValue() != from.getStringValue())
         report.find(thing, "copies '" + from.getStringValue() + "' as '" + to.getStringValue() + "'");
@@ -96,18 +96,20 @@ void findWrongCopies(std::string const& thing, vrl::Attributes& from, vrl::Attri
     for (std::string const& name : namesOf(from)) {
         if (!to.find(name)) continue;
         std::string const parameter = thing + ", parameter '" + name + "'";
-        std::string const thrown = thrownBy([&] { findWrongCopy(parameter, *from.get(name), *to.get(name), report); });
+        std::string const thrown =
+            throwsText([&] { findWrongCopy(parameter, *from.get(name), *to.get(name), report); });
         if (!thrown.empty()) report.find(parameter, "setValue " + thrown);
     }
 }
 
 /// A copy of a list goes on with its parameters when the object is gone, and so does that of a netlist.
 void useCopiesOfTheGone(Maker const& maker, Report& report) {
-    Subject subject = madeBy(maker, report);
-    if (!subject || !subject.list) return;
-    vrl::Attributes const list(*subject.list);
-    std::unique_ptr<vrl::Netlist> const inside(subject.netlist ? new vrl::Netlist(*subject.netlist) : nullptr);
-    subject = Subject();
+    MadeObject made = madeBy(maker, report);
+    if (!made || !made.object.list()) return;
+    vrl::Attributes const list(*made.object.list());
+    std::unique_ptr<vrl::Netlist> const inside(made.object.netlist() ? new vrl::Netlist(*made.object.netlist())
+                                                                     : nullptr);
+    made = MadeObject();
     report.step("using a copy of the parameters of the " + maker.thing + ", which is gone");
     std::ostringstream text;
     list.operator<<(text);
@@ -119,18 +121,18 @@ void useCopiesOfTheGone(Maker const& maker, Report& report) {
 void checkNames(Job const& job, Report& report) {
     auto const keys = loadForCheck(job, report);
     if (!keys) return;
-    forEachSubject(allMakers(*keys), report, [&](Maker const& maker, Subject const& subject) {
-        if (subject.block) findWrongPorts(maker.thing, *subject.block, report);
-        if (subject.list) findWrongNames(maker.thing, *subject.list, report);
+    forEachMade(allMakers(*keys), report, [&](Maker const& maker, MadeObject const& made) {
+        if (made.object.block()) findWrongPorts(maker.thing, *made.object.block(), report);
+        if (made.object.list()) findWrongNames(maker.thing, *made.object.list(), report);
     });
 }
 
 void checkDescribed(Job const& job, Report& report) {
     auto const keys = loadForCheck(job, report);
     if (!keys) return;
-    forEachSubject(allMakers(*keys), report, [&](Maker const& maker, Subject const& subject) {
-        if (!subject.described) report.find(maker.thing, "describe() gives nothing", "say in one line what it is");
-        if (subject.list) findUndescribed(maker.thing, *subject.list, report);
+    forEachMade(allMakers(*keys), report, [&](Maker const& maker, MadeObject const& made) {
+        if (!made.hasDescription) report.find(maker.thing, "describe() gives nothing", "say in one line what it is");
+        if (made.object.list()) findUndescribed(maker.thing, *made.object.list(), report);
     });
 }
 
@@ -142,11 +144,11 @@ void checkDefaultsInRange(Job const& job, Report& report) {
 void checkTextForms(Job const& job, Report& report) {
     auto const keys = loadForCheck(job, report);
     if (!keys) return;
-    forEachSubject(allMakers(*keys), report, [&](Maker const& maker, Subject const& subject) {
-        if (subject.attribute) findWrongTexts(maker.thing, *subject.attribute, report);
-        if (!subject.list) return;
-        for (std::string const& name : namesOf(*subject.list))
-            findWrongTexts(maker.thing + ", parameter '" + name + "'", *subject.list->get(name), report);
+    forEachMade(allMakers(*keys), report, [&](Maker const& maker, MadeObject const& made) {
+        if (made.object.parameter()) findWrongTexts(maker.thing, *made.object.parameter(), report);
+        if (!made.object.list()) return;
+        for (std::string const& name : namesOf(*made.object.list()))
+            findWrongTexts(maker.thing + ", parameter '" + name + "'", *made.object.list()->get(name), report);
     });
 }
 
@@ -154,10 +156,12 @@ void checkCopies(Job const& job, Report& report) {
     auto const keys = loadForCheck(job, report);
     if (!keys) return;
     auto const makers = allMakers(*keys);
-    forEachSubject(makers, report, [&](Maker const& maker, Subject const& subject) {
-        Subject const other = maker.make();
-        if (subject.attribute && other) findWrongCopy(maker.thing, *subject.attribute, *other.attribute, report);
-        if (subject.list && other) findWrongCopies(maker.thing, *subject.list, *other.list, report);
+    forEachMade(makers, report, [&](Maker const& maker, MadeObject const& made) {
+        MadeObject const other = maker.make();
+        if (made.object.parameter() && other)
+            findWrongCopy(maker.thing, *made.object.parameter(), *other.object.parameter(), report);
+        if (made.object.list() && other)
+            findWrongCopies(maker.thing, *made.object.list(), *other.object.list(), report);
     });
     for (Maker const& maker : makers) useCopiesOfTheGone(maker, report);
 }

@@ -1,12 +1,8 @@
 #include "validate/plugin.h"
 
-#include <cxxabi.h>
 #include <dlfcn.h>
 
 #include <algorithm>
-#include <cstdlib>
-#include <memory>
-#include <typeinfo>
 
 #include "text/table.h"
 
@@ -14,28 +10,9 @@ namespace vrltool::validate {
 
 namespace {
 
-template <class T>
-Creators creatorsOf() {
-    Creators creators;
-    for (auto entry = FactoryLoader<T>::begin(); entry != FactoryLoader<T>::end(); ++entry)
-        creators.emplace(entry->first, entry->second);
-    return creators;
-}
-
-// Each target is loaded by the file's own name: a list would take ";" and "*" in it for its own.
-template <class T>
-bool loadAs(char const* file, char const* entry, char const* label) {
-    return loadDllSo(file, entry, &FactoryLoader<T>::factory(), label, true);
-}
-
-#define VRL_TARGET_(T, entry, one, several)                                                                            \
-    Target {                                                                                                           \
-        entry, one, several, [](char const* file) { return loadAs<T>(file, entry, one); }, &creatorsOf<T>              \
-    }
-
 std::array<Creators, kTargetCount> allCreators() {
     std::array<Creators, kTargetCount> all;
-    for (std::size_t i = 0; i < kTargetCount; ++i) all[i] = targets()[i].creators();
+    for (std::size_t i = 0; i < kTargetCount; ++i) all[i] = kTargets[i].creators();
     return all;
 }
 
@@ -52,23 +29,6 @@ Keys newKeys(std::array<Creators, kTargetCount> const& before) {
 
 }  // namespace
 
-std::array<Target, kTargetCount> const& targets() {
-    using vrl::TypeView;
-    static std::array<Target, kTargetCount> const all{
-        VRL_TARGET_(vrl::Attribute, "initLibraryAttribute", "parameter type", "parameter types"),
-        VRL_TARGET_(vrl::Foundry, "initLibraryFoundry", "foundry", "foundries"),
-        VRL_TARGET_(vrl::BB, "initLibraryBB", "block", "blocks"),
-        VRL_TARGET_(vrl::Netlist, "initLibraryNetlist", "netlist", "netlists"),
-        VRL_TARGET_(vrl::View, "initLibraryComponentView", "view", "views"),
-        VRL_TARGET_(TypeView<vrl::BB>, "initLibraryBBView", "block view", "block views"),
-        VRL_TARGET_(TypeView<vrl::Netlist>, "initLibraryNetlistView", "netlist view", "netlist views")};
-    return all;
-}
-
-#undef VRL_TARGET_
-
-Target const& targetOf(Brings what) { return targets()[static_cast<std::size_t>(what)]; }
-
 bool Keys::empty() const {
     return std::all_of(of.begin(), of.end(), [](auto const& keys) { return keys.empty(); });
 }
@@ -77,7 +37,7 @@ std::string keysText(Keys const& keys) {
     std::string text;
     for (std::size_t i = 0; i < kTargetCount; ++i) {
         if (keys.of[i].empty()) continue;
-        text += (text.empty() ? "" : ", ") + counted(keys.of[i].size(), targets()[i].one, targets()[i].several);
+        text += (text.empty() ? "" : ", ") + counted(keys.of[i].size(), kTargets[i].one, kTargets[i].plural);
     }
     return text.empty() ? "nothing" : text;
 }
@@ -86,8 +46,8 @@ Keys presentKeys() { return newKeys({}); }
 
 Keys loadPlugin(std::string const& path, Report& report) {
     auto const before = allCreators();
-    for (Target const& target : targets()) {
-        report.step(std::string("loading it for its ") + target.several);
+    for (TargetInfo const& target : kTargets) {
+        report.step(std::string("loading it for its ") + target.plural);
         target.load(path.c_str());
     }
     return newKeys(before);
@@ -95,30 +55,13 @@ Keys loadPlugin(std::string const& path, Report& report) {
 
 std::optional<Keys> loadForCheck(Job const& job, Report& report) {
     std::optional<Keys> keys;
-    std::string const thrown = thrownBy([&] { keys = loadPlugin(job.plugin, report); });
+    std::string const thrown = throwsText([&] { keys = loadPlugin(job.plugin, report); });
     if (!thrown.empty()) report.notRun("an entry point " + thrown);
     if (keys && keys->empty()) {
         report.notRun("it brings no keys");
         keys.reset();
     }
     return keys;
-}
-
-std::string describeException() {
-    try {
-        throw;
-    } catch (char const* text) {
-        return std::string("throws '") + (text ? text : "") + "'";
-    } catch (std::string const& text) {
-        return "throws '" + text.substr(0, text.find('\n')) + "'";
-    } catch (std::exception const& error) {
-        return std::string("throws '") + error.what() + "'";
-    } catch (...) {
-        std::type_info const* const type = abi::__cxa_current_exception_type();
-        std::unique_ptr<char, decltype(&std::free)> const name(
-            type ? abi::__cxa_demangle(type->name(), nullptr, nullptr, nullptr) : nullptr, &std::free);
-        return name ? std::string("throws a value of type ") + name.get() : "throws something";
-    }
 }
 
 void* mapPlugin(std::string const& path, std::string& error) {

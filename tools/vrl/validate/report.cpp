@@ -20,9 +20,9 @@ void Report::tell(char const* what, std::vector<std::string> const& texts) {
 
 void Report::step(std::string const& doing) { tell("step", {doing}); }
 
-void Report::find(std::string const& thing, std::string const& what, std::string const& cure) {
+void Report::find(std::string const& thing, std::string const& what, std::string const& hint) {
     ++findings;
-    tell("find", {thing, what, cure});
+    tell("find", {thing, what, hint});
 }
 
 void Report::note(std::string const& text) { tell("note", {text}); }

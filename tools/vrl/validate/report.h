@@ -16,8 +16,8 @@ public:
 
     /// Foreign code is about to run: "making the block 'sfBend'".
     void step(std::string const& doing);
-    /// Something is wrong. Without a cure, that of the check holds.
-    void find(std::string const& thing, std::string const& what, std::string const& cure = "");
+    /// Something is wrong. Without a hint, that of the check holds.
+    void find(std::string const& thing, std::string const& what, std::string const& hint = "");
     /// What a check that passes has to say: "12 blocks".
     void note(std::string const& text);
     /// The check does not apply, or cannot work.

@@ -5,7 +5,7 @@
 #include "host/loads.h"
 #include "host/start.h"
 #include "text/table.h"
-#include "validate/apart.h"
+#include "validate/isolated.h"
 #include "validate/plugin.h"
 
 // A plug-in among others. Nothing is ever unloaded, so each order of loading has a process of its own.
@@ -34,18 +34,16 @@ std::vector<Other> othersOf(Job const& job) {
     return others;
 }
 
-/// The file in which the code of a creator lies.
-std::string fileOf(void const* creator) {
+/// The file that holds the code of a type, without links.
+std::string fileOf(std::type_info const& type) {
     std::error_code ignored;
-    return std::filesystem::canonical(pluginOf(creator), ignored).string();
+    return std::filesystem::canonical(fileOfType(type), ignored).string();
 }
-
-std::string told(Target const& target, std::string const& key) { return std::string(target.one) + " '" + key + "'"; }
 
 std::vector<std::string> presentKinds() {
     std::vector<std::string> kinds;
-    for (Target const& target : targets())
-        for (auto const& entry : target.creators()) kinds.push_back(told(target, entry.first));
+    for (TargetInfo const& target : kTargets)
+        for (auto const& entry : target.creators()) kinds.push_back(keyText(target, entry.first));
     return kinds;
 }
 
@@ -60,27 +58,29 @@ Kinds kindsIn(std::string const& path, bool there, Kinds const& leftOut = {}) {
     std::error_code ignored;
     std::string const file = std::filesystem::canonical(path, ignored).string();
     Kinds kinds;
-    for (Target const& target : targets())
+    for (TargetInfo const& target : kTargets)
         for (auto const& [key, creator] : target.creators())
-            if ((fileOf(creator) == file) == there && !has(leftOut, told(target, key)))
-                kinds.push_back(told(target, key));
+            if ((fileOf(*creator) == file) == there && !has(leftOut, keyText(target, key)))
+                kinds.push_back(keyText(target, key));
     std::sort(kinds.begin(), kinds.end());
     return kinds;
 }
 
 void loadOwn(Job const& job, Report& report) { static_cast<void>(loadPlugin(job.plugin, report)); }
 
-Apart ownKinds(Job const& job, Report& report) {
-    return workApart([&] {
-        loadOwn(job, report);
-        soloader_PostLoad();
-        return kindsIn(job.plugin, true);
-    });
+IsolatedResult ownKinds(Job const& job, Report& report) {
+    return workIsolated(
+        [&] {
+            loadOwn(job, report);
+            soloader_PostLoad();
+            return kindsIn(job.plugin, true);
+        },
+        job.seconds);
 }
 
 /// Waits for a part of the time only: an other one that hangs is no fault of this one.
-Apart otherKinds(Job const& job, Other const& other, Report& report) {
-    return workApart(
+IsolatedResult otherKinds(Job const& job, Other const& other, Report& report) {
+    return workIsolated(
         [&] {
             auto const standard = presentKinds();
             other.load(report);
@@ -101,14 +101,14 @@ struct Company {
 bool meet(Job const& job, Company& company, Report& report) {
     auto const others = othersOf(job);
     if (others.empty()) return report.notRun("no other plug-in was given"), false;
-    Apart const own = ownKinds(job, report);
+    IsolatedResult const own = ownKinds(job, report);
     if (!own.trouble.empty()) return report.notRun("it does not load by itself: " + own.trouble), false;
-    if (own.texts.empty()) return report.notRun("it brings no keys"), false;
-    company.own = own.texts;
+    if (own.strings.empty()) return report.notRun("it brings no keys"), false;
+    company.own = own.strings;
     for (Other other : others) {
-        Apart const alone = otherKinds(job, other, report);
-        other.kinds = alone.texts;
-        bool const counts = alone.trouble.empty() && !alone.texts.empty();
+        IsolatedResult const alone = otherKinds(job, other, report);
+        other.kinds = alone.strings;
+        bool const counts = alone.trouble.empty() && !alone.strings.empty();
         if (counts) company.others.push_back(other);
         if (!counts) company.troubles += (company.troubles.empty() ? "" : "; ") + other.name;
         if (!counts) company.troubles += alone.trouble.empty() ? " brings no keys" : " does not load by itself";
@@ -132,22 +132,24 @@ void reportMissing(Kinds const& whole, Kinds const& part, Kinds const& allowed, 
 /// The later one keeps a key that both have, so that nothing is known of such a key where the other comes later.
 void tryOrders(Job const& job, Company const& company, Other const& other, Report& report) {
     auto const kindsAfter = [&](std::function<void()> const& first, std::function<void()> const& second) {
-        return workApart([&] {
-            first();
-            second();
-            soloader_PostLoad();
-            return kindsIn(job.plugin, true);
-        });
+        return workIsolated(
+            [&] {
+                first();
+                second();
+                soloader_PostLoad();
+                return kindsIn(job.plugin, true);
+            },
+            job.seconds);
     };
     auto const loadThis = [&] { loadOwn(job, report); };
     auto const loadOther = [&] { other.load(report); };
-    Apart const before = kindsAfter(loadThis, loadOther);
-    Apart const behind = kindsAfter(loadOther, loadThis);
+    IsolatedResult const before = kindsAfter(loadThis, loadOther);
+    IsolatedResult const behind = kindsAfter(loadOther, loadThis);
     if (!before.trouble.empty()) report.find("", before.trouble + ", loaded before " + other.name);
     if (!behind.trouble.empty()) report.find("", behind.trouble + ", loaded behind " + other.name);
     if (!before.trouble.empty() || !behind.trouble.empty()) return;
-    reportMissing(company.own, behind.texts, {}, "when it is loaded behind " + other.name, report);
-    reportMissing(behind.texts, before.texts, other.kinds, "when it is loaded before " + other.name, report);
+    reportMissing(company.own, behind.strings, {}, "when it is loaded behind " + other.name, report);
+    reportMissing(behind.strings, before.strings, other.kinds, "when it is loaded before " + other.name, report);
 }
 
 }  // namespace

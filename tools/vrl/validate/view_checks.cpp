@@ -1,6 +1,8 @@
+#include <algorithm>
+
 #include "text/table.h"
+#include "validate/made_objects.h"
 #include "validate/parameter_findings.h"
-#include "validate/subjects.h"
 
 // Views: made for nothing and for objects, registered with these, and destroyed.
 
@@ -19,44 +21,71 @@ void askView(std::string const& thing, vrl::View& view, Report& report) {
     findWrongDefaults(thing, data, report);
 }
 
-/// Makes one view and asks it. `object` is what it is for, told as `with`, or null.
+/// The names under which an object has a view.
+std::vector<std::string> namesOfView(vrl::Component& object, vrl::View const& view) {
+    std::vector<std::string> names;
+    for (auto entry = object.beginView(); entry != object.endView(); ++entry)
+        if (entry->second == &view) names.push_back(entry->first);
+    return names;
+}
+
+/// What a view that was made for an object lacks. Its constructor may register it under another name than its kind:
+/// TypeView::alloc puts it under the kind as well. Where a host gives the name, that one counts.
+void askRegistered(std::string const& thing, std::string const& with, vrl::View& view, vrl::Component& object,
+                   std::string const& givenName, Report& report) {
+    auto const names = namesOfView(object, view);
+    if (view.getComponent() != &object) report.find(thing, "does not know the object that it is made " + with);
+    if (names.empty()) report.find(thing, "is not registered with its object, made " + with);
+    bool const found = givenName.empty() || std::find(names.begin(), names.end(), givenName) != names.end();
+    if (!names.empty() && !found) report.find(thing, "is not registered under the name that it is given, made " + with);
+    for (std::string const& name : names) object.RegisterView::del(name);
+}
+
+/// How a view is made: of which kind, for which object, and under which name if the host gives one.
+struct ViewCase {
+    Target target;
+    std::string key;
+    std::string with;                  ///< "for the block 'sfBend'", "without a block"
+    vrl::Component* object = nullptr;  ///< null for a view of nothing
+    std::string givenName{};
+};
+
+/// Makes one view and asks it.
 template <class Create>
-void tryView(std::string const& key, std::string const& with, vrl::Component* object, Report& report,
-             Create const& create) {
-    std::string const thing = "view '" + key + "'";
-    report.step("making the " + thing + " " + with);
-    std::string const thrown = thrownBy([&] {
+void tryView(ViewCase const& tried, Report& report, Create const& create) {
+    std::string const thing = keyText(kTargets[tried.target], tried.key);
+    report.step("making the " + thing + " " + tried.with);
+    std::string const thrown = throwsText([&] {
         ViewHandle const view(create());
-        if (!view) return report.find(thing, "is not made " + with);
+        if (!view) return report.find(thing, "is not made " + tried.with);
         askView(thing, *view, report);
-        if (!object) return;
-        if (view->getComponent() != object) report.find(thing, "does not know the object that it is made " + with);
-        if (object->getView(key) != view.get()) report.find(thing, "is not registered under its key, made " + with);
-        object->RegisterView::del(key);
+        if (tried.object) askRegistered(thing, tried.with, *view, *tried.object, tried.givenName, report);
     });
-    if (!thrown.empty()) report.find(thing, thrown + ", made " + with);
+    if (!thrown.empty()) report.find(thing, thrown + ", made " + tried.with);
 }
 
 void tryBlockViews(std::string const& key, Keys const& keys, Report& report) {
     auto const create = [&](vrl::BB* block) { return [=] { return vrl::TypeView<vrl::BB>::create(key, block); }; };
-    tryView(key, "without a block", nullptr, report, create(nullptr));
-    for (Maker const& maker : makersOf(Brings::kBlock, keys))
-        if (Subject const subject = madeBy(maker, report))
-            tryView(key, "for the " + maker.thing, subject.block, report, create(subject.block));
+    tryView({kBlockView, key, "without a block"}, report, create(nullptr));
+    for (Maker const& maker : makersOf(kBlock, keys))
+        if (MadeObject const made = madeBy(maker, report)) {
+            vrl::BB* const block = made.object.block();
+            tryView({kBlockView, key, "for the " + maker.thing, block}, report, create(block));
+        }
 }
 
 void tryNetlistViews(std::string const& key, Report& report) {
     vrl::Netlist netlist;
     auto const create = [&](vrl::Netlist* of) { return [=] { return vrl::TypeView<vrl::Netlist>::create(key, of); }; };
-    tryView(key, "without a netlist", nullptr, report, create(nullptr));
-    tryView(key, "for an empty netlist", &netlist, report, create(&netlist));
+    tryView({kNetlistView, key, "without a netlist"}, report, create(nullptr));
+    tryView({kNetlistView, key, "for an empty netlist", &netlist}, report, create(&netlist));
 }
 
 void tryViews(std::string const& key, Report& report) {
     vrlEmptyComponent component;
     auto const create = [&](vrl::Component* of) { return [=] { return vrl::View::create(key, of, key); }; };
-    tryView(key, "without a component", nullptr, report, create(nullptr));
-    tryView(key, "for a component", &component, report, create(&component));
+    tryView({kComponentView, key, "without a component"}, report, create(nullptr));
+    tryView({kComponentView, key, "for a component", &component, key}, report, create(&component));
 }
 
 }  // namespace
@@ -65,13 +94,13 @@ void checkViews(Job const& job, Report& report) {
     auto const keys = loadForCheck(job, report);
     if (!keys) return;
     std::size_t count = 0;
-    for (Brings const what : {Brings::kView, Brings::kBlockView, Brings::kNetlistView})
+    for (Target const what : {kComponentView, kBlockView, kNetlistView})
         for (std::string const& key : (*keys)[what]) {
             if (key.empty()) continue;
             ++count;
-            if (what == Brings::kView) tryViews(key, report);
-            if (what == Brings::kBlockView) tryBlockViews(key, *keys, report);
-            if (what == Brings::kNetlistView) tryNetlistViews(key, report);
+            if (what == kComponentView) tryViews(key, report);
+            if (what == kBlockView) tryBlockViews(key, *keys, report);
+            if (what == kNetlistView) tryNetlistViews(key, report);
         }
     if (count == 0) return report.notRun("it brings no views");
     report.note(counted(count, "view"));

@@ -41,7 +41,8 @@ enum class Fault {
     kSavedDifferently,
     kRandomBytes,
     kViewNull,
-    kViewOtherName
+    kViewOtherName,
+    kViewForgetsObject
 };
 
 /// The fault of this plug-in.

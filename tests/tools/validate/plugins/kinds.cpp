@@ -114,7 +114,8 @@ vrl::CrossSection* Fab::createCS(std::string const& name, double const& width, d
 }
 
 BlockView::BlockView(vrl::BB* block)
-    : TypeView(block, kFault == Fault::kViewOtherName ? "Broken/Other" : "Broken/View") {
+    : TypeView(kFault == Fault::kViewForgetsObject ? nullptr : block,
+               kFault == Fault::kViewOtherName ? "Broken/Other" : "Broken/View") {
     if (!block && kFault == Fault::kViewNull) std::abort();
 }
 

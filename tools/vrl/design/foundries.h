@@ -1,0 +1,13 @@
+#pragma once
+
+#include "vrllib/vrllib.h"
+
+namespace vrltool {
+
+/// Gives a block the foundry that its file names, the same for the whole process; null for an unknown one.
+void attachFoundry(vrl::BB& block);
+
+/// Does so for every block, also inside composites. Netlist::prepare makes new foundries, which nobody frees.
+void attachFoundries(vrl::Netlist& netlist);
+
+}  // namespace vrltool
