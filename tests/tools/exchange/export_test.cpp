@@ -146,6 +146,20 @@ TEST(Export, ConvertsOurNumbersBackByTheMap) {
     EXPECT_EQ(exported.status, 1);
 }
 
+TEST(Export, PassesOverNotesOfTheWrongShape) {
+    Tool const tool;
+    SampleCircuit circuit;
+    circuit.add("a", "sfBend").input("a,in0").save(tool.path("a.vrl"));
+    for (std::string const key : {"nets", "ports", "leftOut"})
+        circuit.netlist().setAnnotation("vrl::import/" + key, "{\"x\": {\"y\": 2}}");
+    for (std::string const key : {"placements", "members"})
+        circuit.netlist().setAnnotation("vrl::import/" + key, "[[1]]");
+    for (std::string const key : {"component", "settings", "members", "array"})
+        circuit.netlist().getBB("a")->setAnnotation("vrl::import/" + key, "no JSON");
+    circuit.save(tool.path("b.vrl"));
+    EXPECT_EQ(tool.run("export", {"b.vrl"}).out, tool.run("export", {"a.vrl"}).out);
+}
+
 TEST(Export, TellsOfCompositesAndOfInsidesThatWereChanged) {
     Tool const tool;
     SampleCircuit circuit;

@@ -185,6 +185,17 @@ TEST(Import, TakesArraysForTheirElements) {
                                                " }\n");
 }
 
+TEST(Import, BoundsTheElementsOfAllArraysBeforeItMakesAny) {
+    Tool const tool;
+    auto const looked = look(tool, "instances:\n"
+                                   "  a: {component: sfBend, array: {columns: 4, rows: 5}}\n"
+                                   "  b: {component: sfBend, array: {columns: 1000, rows: 1000}}\n"
+                                   "  c: {component: sfBend, array: {columns: 18446744073709551615, rows: 3}}\n");
+    EXPECT_EQ(looked.out, "a.yml:3:3: error: the arrays up to 'b' have more than 100000 elements\n"
+                          "a.yml:4:3: error: the arrays up to 'c' have more than 100000 elements\n"
+                          "a.yml: 20 elements, 0 nets, 0 outer ports, 0 settings (0 to parameters); 2 left out\n");
+}
+
 TEST(Import, TellsOnceWhatHoldsForAllElementsOfAnArray) {
     Tool const tool;
     auto const looked = look(tool, "instances:\n"

@@ -13,7 +13,7 @@ namespace {
 
 using Shapes = std::vector<Shape>;
 
-constexpr std::size_t kMostElements = 1000000;
+constexpr std::size_t kMostElements = 100000;  // of all arrays: a short line must not fill the memory
 char const* const kHint = "a netlist is a map with 'instances', 'nets' or 'connections', and 'ports'";
 
 // The members of a netlist, of an instance, and of "vrl" in both.

@@ -108,6 +108,8 @@ public:
     }
 
     void OnScalar(Mark const& mark, std::string const& tag, anchor_t anchor, std::string const& text) override {
+        if (text.find('\0') != std::string::npos)  // by an escape; names in the library end there
+            fail(mark, "a text holds a zero byte", "remove it");
         bool const name = wantsName();
         auto const [kind, spelling] = name ? std::pair(Kind::kText, text) : meaningOf(mark, tag, text);
         if (kind == Kind::kNull) return OnNull(mark, anchor);
