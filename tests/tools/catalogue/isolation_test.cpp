@@ -49,8 +49,7 @@ TEST(Isolation, LeavesOutALibraryThatCrashesInAnEntryPoint) {
 }
 
 TEST(Isolation, LeavesOutALibraryThatCrashesWhileItIsMapped) {
-    expectOthersListed(Tool(), "crashesWhenMapped", "",
-                       "ended by signal 11 (Segmentation fault) while it was mapped");
+    expectOthersListed(Tool(), "crashesWhenMapped", "", "ended by signal 11 (Segmentation fault) while it was mapped");
 }
 
 TEST(Isolation, LeavesOutALibraryThatHangs) {

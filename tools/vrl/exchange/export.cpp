@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <charconv>
 
-#include "exchange/document.h"
 #include "design/stand_in.h"
+#include "exchange/document.h"
 #include "text/progress.h"
 #include "text/table.h"
 

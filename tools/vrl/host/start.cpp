@@ -121,7 +121,7 @@ OpenCall openCall(std::string const& reports) {
     return calls.back();
 }
 
-std::string reasonText(OpenCall const& call, Ended const& ended, unsigned seconds) {
+std::string reasonText(OpenCall const& call, ProcessResult const& ended, unsigned seconds) {
     std::string const how = ended.timedOut ? "did not end within " + counted(seconds, "second") : ended.how();
     return how + (call.function.empty() ? " while it was mapped" : " in " + call.function);
 }
@@ -135,7 +135,7 @@ void handOn(std::string const& text, std::string& before) {
 }
 
 /// Ends this program as its copy ended; nothing of this one is undone, since it has done nothing.
-[[noreturn]] void endAs(Ended const& ended, int statusOfBadEnd) {
+[[noreturn]] void endAs(ProcessResult const& ended, int statusOfBadEnd) {
     if (ended.signal == 0) std::_Exit(ended.status);
     if (ended.signal == SIGINT || ended.signal == SIGTERM || ended.signal == SIGHUP || ended.signal == SIGPIPE) {
         std::signal(ended.signal, SIG_DFL);
@@ -183,10 +183,9 @@ void startLibrary(StartOptions const& options) {
     if (!options.config.empty()) checkConfig(options.config);
     std::string errors;
     for (;;) {
-        // The copy keeps it until its end: its parent watches that long.
-        auto* const copy = new Supervised;
+        static std::unique_ptr<Supervised> copy;  // the copy keeps it until its end
+        copy = std::make_unique<Supervised>();
         if (copy->isCopy()) return startIn(*copy, options);
-        std::unique_ptr<Supervised> const owned(copy);
         watch(*copy, options, errors);
     }
 }

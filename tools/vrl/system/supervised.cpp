@@ -26,8 +26,8 @@ volatile sig_atomic_t watched = 0;
 
 void handOn(int signal) { kill(static_cast<pid_t>(watched), signal); }
 
-Ended endedWith(int state) {
-    Ended ended;
+ProcessResult endedWith(int state) {
+    ProcessResult ended;
     ended.started = true;
     if (WIFSIGNALED(state)) ended.signal = WTERMSIG(state);
     if (WIFEXITED(state)) ended.status = WEXITSTATUS(state);
@@ -79,7 +79,7 @@ void Supervised::beReady() {
     while (read(proceed.from.get(), &byte, 1) < 0 && errno == EINTR) continue;
 }
 
-bool Supervised::hasEnded(Ended& ended) {
+bool Supervised::hasEnded(ProcessResult& ended) {
     int state = 0;
     if (waitpid(child, &state, WNOHANG) != child) return false;
     ended = endedWith(state);
@@ -114,7 +114,7 @@ Supervised::Start Supervised::waitUntilReady(unsigned seconds, std::function<voi
     return start;
 }
 
-Ended Supervised::waitForEnd() {
+ProcessResult Supervised::waitForEnd() {
     watched = child;
     proceed.to.reset();
     for (int const signal : {SIGINT, SIGTERM, SIGHUP}) std::signal(signal, &handOn);

@@ -17,7 +17,7 @@ public:
     /// What the parent saw of the time until the copy was ready, or ended.
     struct Start {
         bool ready = false;
-        Ended ended;          ///< if it is not ready
+        ProcessResult ended;  ///< if it is not ready
         std::string reports;  ///< lines
         std::string errors;   ///< what it wrote to standard error
     };
@@ -40,10 +40,10 @@ public:
     /// with the seconds that have passed.
     Start waitUntilReady(unsigned seconds, std::function<void(std::size_t)> const& waiting);
     /// In the parent: waits for the end of a copy that is ready. Signals that ask this program to end are handed on.
-    Ended waitForEnd();
+    ProcessResult waitForEnd();
 
 private:
-    bool hasEnded(Ended& ended);
+    bool hasEnded(ProcessResult& ended);
 
     pid_t child = -1;
     Pipe reports;
