@@ -87,8 +87,8 @@ TEST(Isolation, NamesTheBlockThatCrashesWhileADesignIsRead) {
               "status 2\n");
 }
 
-TEST(Isolation, EndsWellWhenABlockThrowsWhatIsNoText) {
-    EXPECT_EQ(shownWith("NumberBlock"), "vrl: something that is no text\nstatus 2\n");
+TEST(Isolation, NamesTheTypeOfWhatABlockThrows) {
+    EXPECT_EQ(shownWith("NumberBlock"), "vrl: a plug-in threw a value of type int\nstatus 2\n");
 }
 
 TEST(Isolation, LeavesOutALibraryThatThrows) {
