@@ -84,7 +84,7 @@ TEST_F(MessageChannel, VrlPutsTakesNullForEmptyText) {
     EXPECT_EQ(vrlGetCoutMsg(), "\nafter\n");
 }
 
-TEST_F(MessageChannel, ReadingTwiceGivesTheSameTextAndLaterMore) {
+TEST_F(MessageChannel, ReadingTwiceReturnsTheSameTextAndLaterMore) {
     vrlPuts("one");
 
     EXPECT_EQ(vrlGetCoutMsg(), "one\n");
@@ -167,7 +167,7 @@ TEST_F(VrlPrintf, TakesNullForAnEmptyFormat) {
     EXPECT_EQ(vrlGetCoutMsg(), "before;");
 }
 
-TEST_F(VrlPrintf, GivesOutExactly65536Characters) {
+TEST_F(VrlPrintf, WritesExactly65536Characters) {
     vrlPrintf("%s", std::string(65536, 'a').c_str());
 
     EXPECT_EQ(vrlGetCoutMsg(), std::string(65536, 'a'));
@@ -183,7 +183,7 @@ TEST_F(VrlPrintf, LosesWhatLiesBeyond65536Characters) {
     EXPECT_EQ(vrlGetCoutMsg(), first);
 }
 
-TEST_F(MessageBox, EmptyChannelShowsNothingAndYieldsTrue) {
+TEST_F(MessageBox, EmptyChannelShowsNothingAndReturnsTrue) {
     box.answer = platform::Button::kCancel;
 
     EXPECT_TRUE(vrlShowCoutMsg());
@@ -199,14 +199,14 @@ TEST_F(MessageBox, ShowsTheWholeTextUnderTheCaption) {
     EXPECT_THAT(box.captions, testing::ElementsAre("Vorlane"));
 }
 
-TEST_F(MessageBox, OkYieldsTrueAndClears) {
+TEST_F(MessageBox, OkReturnsTrueAndClears) {
     vrlPuts("text");
 
     EXPECT_TRUE(vrlShowCoutMsg());
     EXPECT_EQ(vrlGetCoutMsg(), "");
 }
 
-TEST_F(MessageBox, CancelYieldsFalseAndClearsAllTheSame) {
+TEST_F(MessageBox, CancelReturnsFalseAndStillClears) {
     vrlPuts("text");
     box.answer = platform::Button::kCancel;
 
@@ -214,7 +214,7 @@ TEST_F(MessageBox, CancelYieldsFalseAndClearsAllTheSame) {
     EXPECT_EQ(vrlGetCoutMsg(), "");
 }
 
-TEST_F(MessageBox, AnyAnswerButCancelYieldsTrue) {
+TEST_F(MessageBox, AnyAnswerButCancelReturnsTrue) {
     vrlPuts("text");
     box.answer = static_cast<platform::Button>(0);
     EXPECT_TRUE(vrlShowCoutMsg());
