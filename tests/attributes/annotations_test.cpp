@@ -90,7 +90,7 @@ TEST(Annotations, ClearErasesAll) {
     EXPECT_EQ(notes.size(), 0U);
 }
 
-TEST(Annotations, MutatorsYieldTheObject) {
+TEST(Annotations, MutatorsReturnTheObject) {
     Annotations notes;
 
     EXPECT_EQ(&notes.addAnnotation("k", "1"), &notes);
@@ -102,7 +102,7 @@ TEST(Annotations, MutatorsYieldTheObject) {
     EXPECT_EQ(&notes.clear(), &notes);
 }
 
-TEST(Annotations, GivesTheTextOfAKey) {
+TEST(Annotations, ReturnsTheTextOfAKey) {
     Annotations notes;
     notes.addAnnotation("k", "text");
 
@@ -118,7 +118,7 @@ TEST(Annotations, AStoredEmptyTextIsPresent) {
     EXPECT_EQ(notes.getAnnotation("k", false), "");
 }
 
-TEST(Annotations, AnAbsentKeyThatNeedNotExistGivesAnEmptyText) {
+TEST(Annotations, AnAbsentKeyThatNeedNotExistReturnsAnEmptyText) {
     Annotations notes;
     notes.addAnnotation("k", "text");
 
@@ -131,7 +131,7 @@ TEST(Annotations, AnAbsentKeyThatMustExistThrowsItsText) {
     EXPECT_EQ(thrownBy<std::string>([&] { notes.getAnnotation("x", true); }), "annotation 'x' not found\n");
 }
 
-TEST(Annotations, TheThrownTextHoldsTheKeyAsItStands) {
+TEST(Annotations, TheThrownTextHoldsTheKeyAsItIs) {
     Annotations const notes;
     std::string const bytes("a'\n\0\xff", 5);
 
@@ -226,7 +226,7 @@ TEST(Annotations, PrintAMarkHoweverManyThereAre) {
     EXPECT_EQ(streamed(notes), "-X-");
 }
 
-TEST(Annotations, PrintingYieldsTheStream) {
+TEST(Annotations, PrintingReturnsTheStream) {
     std::ostringstream os;
     EXPECT_EQ(&Annotations().operator<<(os), &os);
 }
@@ -342,7 +342,7 @@ TEST(Annotations, HaveNoOtherVirtualOperations) {
     EXPECT_EQ(slotOf(&Annotations::read), -1);
 }
 
-TEST(Annotations, TellTheirTypeAndVersionForSaving) {
+TEST(Annotations, ReportTheirTypeAndVersionForSaving) {
     AnnotationsTable notes;
     notes.addAnnotation("vrl::attrName", "name");
 

@@ -3,27 +3,26 @@
 #include <cmath>
 #include <complex>
 #include <limits>
-#include <ostream>
 #include <sstream>
 #include <string>
-#include <type_traits>
 
 #include <gtest/gtest.h>
 
 #include "tests/attributes/probes.h"
+#include "tests/attributes/range_members.h"
 #include "tests/doc/tex_file.h"
 #include "tests/support/sample_design.h"
 #include "vrllib/core/messages.h"
 
 namespace {
 
-using probes::Bare;
 using probes::cppOf;
-using probes::labelOf;
+using probes::expectMembers;
 using probes::slotOf;
 using probes::stderrOf;
 using probes::streamed;
 using probes::thrownBy;
+using probes::ValueRanges;
 using sample::printed;
 using sample::readBack;
 using sample::saved;
@@ -40,13 +39,6 @@ using AutoComplex = ::AutoValueRange<Complex, Value<Complex>>;
 
 constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
 constexpr double kInf = std::numeric_limits<double>::infinity();
-
-/// Clears the message channel about each test.
-class ValueRanges : public testing::Test {
-protected:
-    void SetUp() override { vrlCoutReset(); }
-    void TearDown() override { vrlCoutReset(); }
-};
 
 using AutoValueRanges = ValueRanges;
 
@@ -300,22 +292,6 @@ TEST_F(ValueRanges, ComplaintsNameTheTypeOfThePlainValue) {
     EXPECT_EQ(complaint(value), "The value \"11\" is out of range for Int. Accepted range is [0,10]\n");
 }
 
-template <class Ranged, class T>
-void expectMembers(Ranged const& value, T const& held, T const& min, T const& max, char const* descr,
-                   char const* units) {
-    EXPECT_EQ(value.getName(), "v");
-    EXPECT_EQ(value.getValue(), held);
-    EXPECT_EQ(value.getMinValue(), min);
-    EXPECT_EQ(value.getMaxValue(), max);
-    EXPECT_EQ(&value.getMinimumValue(), &value.getMinValue());
-    EXPECT_EQ(&value.getMaximumValue(), &value.getMaxValue());
-    EXPECT_NE(&value.getMinValue(), &value.getMaxValue());
-    EXPECT_EQ(value.getDescr(), descr);
-    EXPECT_EQ(value.getUnits(), units);
-    EXPECT_EQ(value.getExpression(), "");
-    EXPECT_TRUE(value.hasRange());
-}
-
 TEST_F(ValueRanges, ConstructorsTakeValueBoundsAndTexts) {
     expectMembers(RangedInt("v", 1, 2, 3, "descr", "um"), 1, 2, 3, "descr", "um");
     expectMembers(RangedDouble("v", 1.5, 2.5, 3.5, "descr", "um"), 1.5, 2.5, 3.5, "descr", "um");
@@ -390,88 +366,6 @@ TEST_F(ValueRanges, CopiesAndAssignmentsTakeEveryMember) {
     expectMembers(copy, 3.0, 2.5, 3.5, "descr", "um");
     EXPECT_TRUE(copy.isCalculated());
     EXPECT_EQ(source.getValue(), 1.5);
-}
-
-TEST_F(AutoValueRanges, HaveAFlagThatIsFalseAtFirst) {
-    AutoInt number("n", 5, 0, 10);
-    AutoDouble real("d", 5, 0, 10);
-    AutoComplex both("c", 5, 0, 10);
-
-    EXPECT_TRUE(number.canBeAutoChangeable());
-    EXPECT_TRUE(real.canBeAutoChangeable());
-    EXPECT_TRUE(both.canBeAutoChangeable());
-    EXPECT_FALSE(number.isAutoChangeable());
-    EXPECT_FALSE(real.isAutoChangeable());
-    EXPECT_FALSE(both.isAutoChangeable());
-    number.setAutoChangeable(true);
-    EXPECT_TRUE(number.isAutoChangeable());
-    number.setAutoChangeable(false);
-    EXPECT_FALSE(number.isAutoChangeable());
-}
-
-TEST_F(AutoValueRanges, TellAndTakeTheFlagThroughTheBase) {
-    AutoInt number("n", 5, 0, 10);
-    Attribute& base = number;
-    base.setAutoChangeable(true);
-
-    EXPECT_TRUE(base.canBeAutoChangeable());
-    EXPECT_TRUE(base.isAutoChangeable());
-    EXPECT_TRUE(number.isAutoChangeable());
-}
-
-TEST_F(AutoValueRanges, WarnAndCheckWhateverTheFlag) {
-    AutoInt value("n", 5, 0, 10);
-    value.setAutoChangeable(true);
-    value.setExpression("2*h");
-
-    EXPECT_EQ(value.setValue(11), 5);
-    EXPECT_EQ(value.getExpression(), "");
-    EXPECT_EQ(vrlGetCoutMsg(), "The value \"11\" is out of range for Int. Accepted range is [0,10]\n");
-    EXPECT_EQ(complaint(value), "The value \"11\" is out of range for Int. Accepted range is [0,10]\n");
-    EXPECT_TRUE(value.isAutoChangeable());
-}
-
-TEST_F(AutoValueRanges, CopiesAndAssignmentsTakeEveryMember) {
-    AutoInt source("v", 1, 2, 3, "descr", "um");
-    source.setAutoChangeable(true);
-    AutoInt const copy(source);
-    AutoInt assigned("w", 4, 5, 6);
-    EXPECT_EQ(&(assigned = source), &assigned);
-    source.setAutoChangeable(false);
-
-    expectMembers(copy, 1, 2, 3, "descr", "um");
-    EXPECT_TRUE(copy.isAutoChangeable());
-    expectMembers(assigned, 1, 2, 3, "descr", "um");
-    EXPECT_TRUE(assigned.isAutoChangeable());
-}
-
-TEST_F(AutoValueRanges, AreSavedWithTheFlagAndWithoutTheBounds) {
-    AutoInt stored("s", 15, 10, 20);
-    stored.setAutoChangeable(true);
-    AutoInt value("n", 5, 0, 10);
-
-    EXPECT_TRUE(readBack(value, saved(stored)));
-    EXPECT_EQ(value.getValue(), 15);
-    EXPECT_TRUE(value.isAutoChangeable());
-    EXPECT_EQ(value.getMinValue(), 0);
-    EXPECT_EQ(value.getMaxValue(), 10);
-    EXPECT_EQ(vrlGetCoutMsg(), "");
-}
-
-TEST_F(AutoValueRanges, CopiesAndAssignmentsOfWhatWasSavedSaveTheSource) {
-    AutoInt source("s", 1, 0, 10);
-    std::string const bytes = saved(source);
-    AutoInt copy(source);
-    copy.setAutoChangeable(true);
-    AutoInt assigned("w", 4, 5, 6);
-    assigned = source;
-    assigned.setAutoChangeable(true);
-    AutoInt fresh("s", 1, 0, 10);
-    fresh.setAutoChangeable(true);
-
-    EXPECT_EQ(saved(copy), bytes);
-    EXPECT_EQ(saved(assigned), bytes);
-    EXPECT_NE(saved(fresh), bytes);
 }
 
 /// Opens the protected operations, and adds one behind all of them.

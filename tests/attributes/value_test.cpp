@@ -2,10 +2,8 @@
 
 #include <cmath>
 #include <complex>
-#include <iomanip>
 #include <limits>
 #include <memory>
-#include <ostream>
 #include <sstream>
 #include <string>
 #include <type_traits>
@@ -25,15 +23,12 @@ using probes::Bare;
 using probes::breakerCalls;
 using probes::cppOf;
 using probes::slotOf;
-using probes::streamed;
 using probes::thrownBy;
-using sample::printed;
 using sample::readBack;
 using sample::saved;
 using testing::ElementsAre;
 using testing::Pair;
 using Vorlane_v1_0::Attribute;
-using Vorlane_v1_0::AttributeWithExpr;
 using Vorlane_v1_0::Value;
 
 using Complex = std::complex<double>;
@@ -213,7 +208,7 @@ TEST(Value, EveryTypeIsReadAsItWasSaved) {
     EXPECT_EQ(textRead.getValue(), "a \"b\"\n");
 }
 
-TEST(Value, SettingYieldsThePreviousValueAlsoForAReferenceToItself) {
+TEST(Value, SettingReturnsThePreviousValueAlsoForAReferenceToItself) {
     Value<std::string> text("s", "old");
     EXPECT_EQ(text.setValue("new"), "old");
     EXPECT_EQ(text.setValue(text.getValue()), "new");
@@ -221,7 +216,7 @@ TEST(Value, SettingYieldsThePreviousValueAlsoForAReferenceToItself) {
     EXPECT_TRUE((std::is_same_v<decltype(text.setValue("")), std::string>));
 }
 
-TEST(Value, GivesAReferenceToTheValueItself) {
+TEST(Value, ReturnsAReferenceToTheValueItself) {
     Value<double> value("v", 1.5);
     double const& held = value.getValue();
     value.setValue(2.5);
@@ -307,81 +302,6 @@ TEST(Value, SettingLeavesTheMessageChannelAlone) {
     EXPECT_EQ(vrlGetCoutMsg(), "");
 }
 
-TEST(Value, PrintsItsValueAlone) {
-    EXPECT_EQ(printed(Value<bool>("v", true, "2*h", "descr", "um")), "1");
-    EXPECT_EQ(printed(Value<bool>("v", false)), "0");
-    EXPECT_EQ(printed(Value<int>("v", -7, "2*h", "descr", "um")), "-7");
-    EXPECT_EQ(printed(Value<double>("v", 1.23456789, "descr", "um")), "1.23457");
-    EXPECT_EQ(printed(Value<Complex>("v", {1.5, -2}, "descr", "um")), "(1.5,-2)");
-    EXPECT_EQ(printed(Value<std::string>("v", "a \"b\"\n", "descr", "um")), "a \"b\"\n");
-    EXPECT_EQ(printed(Value<std::string>("v")), "");
-}
-
-TEST(Value, PrintsWithTheFormatOfTheStream) {
-    std::ostringstream os;
-    os << std::boolalpha << std::hex << std::setprecision(9);
-    Value<bool>("v", true).operator<<(os) << " ";
-    Value<int>("v", 255).operator<<(os) << " ";
-    Value<double>("v", 1.23456789).operator<<(os) << " ";
-    Value<Complex>("v", {1.23456789, 2}).operator<<(os) << " ";
-    os << std::setw(5);
-    EXPECT_EQ(&Value<std::string>("v", "ab").operator<<(os), &os);
-
-    EXPECT_EQ(os.str(), "true ff 1.23456789 (1.23456789,2)    ab");
-}
-
-TEST(Value, ABoolHasAnotherTextThanPrintedForm) {
-    Value<bool> const value("v", true);
-    EXPECT_EQ(value.getStringValue(), "true");
-    EXPECT_EQ(streamed(value), "1");
-}
-
-TEST(Value, WritesSource) {
-    EXPECT_EQ(cppOf(Value<bool>("v", true, "descr", "um"), "b"), "vrl::Value<bool >(\"b\",1)");
-    EXPECT_EQ(cppOf(Value<bool>("v", false), "b"), "vrl::Value<bool >(\"b\",0)");
-    EXPECT_EQ(cppOf(Value<int>("v", -7), "n"), "vrl::Value<Int >(\"n\",-7)");
-    EXPECT_EQ(cppOf(Value<double>("v", 1.5), "w"), "vrl::Value<Double >(\"w\",1.5)");
-    EXPECT_EQ(cppOf(Value<double>("v", 1.23456789), "w"), "vrl::Value<Double >(\"w\",1.23457)");
-    EXPECT_EQ(cppOf(Value<Complex>("v", {1, -2}), "c"), "vrl::Value<Complex >(\"c\",(1,-2))");
-}
-
-TEST(Value, WritesTextsBareAsSource) {
-    EXPECT_EQ(cppOf(Value<std::string>("v", "text"), "s"), "vrl::Value<String >(\"s\",text)");
-    EXPECT_EQ(cppOf(Value<std::string>("v", "a \"b\"\\"), "s"), "vrl::Value<String >(\"s\",a \"b\"\\)");
-    EXPECT_EQ(cppOf(Value<std::string>("v", ""), "s"), "vrl::Value<String >(\"s\",\"\")");
-}
-
-TEST(Value, WritesSourceUnderTheGivenNameAsItStands) {
-    EXPECT_EQ(cppOf(Value<int>("own", 1), ""), "vrl::Value<Int >(\"\",1)");
-    EXPECT_EQ(cppOf(Value<int>("own", 1), "a\"b"), "vrl::Value<Int >(\"a\"b\",1)");
-}
-
-TEST(Value, WritesSourceWithTheFormatOfTheStream) {
-    std::ostringstream os;
-    os << std::boolalpha << std::setprecision(9);
-    Value<bool>("v", true).toCpp(os, "b");
-    Value<double>("v", 1.23456789).toCpp(os, "w");
-
-    EXPECT_EQ(os.str(), "vrl::Value<bool >(\"b\",true)vrl::Value<Double >(\"w\",1.23456789)");
-}
-
-template <class T>
-std::string texOf(T const& held) {
-    return texWrittenBy([&](texstream& tex) {
-        Value<T> const value("v", held, "descr", "um");
-        EXPECT_EQ(&value.toTex(tex), &tex);
-    });
-}
-
-TEST(Value, WritesItsValueAloneToADocument) {
-    EXPECT_EQ(texOf<bool>(true), "1");
-    EXPECT_EQ(texOf<int>(-7), "-7");
-    EXPECT_EQ(texOf<double>(1.23456789), "1.23457");
-    EXPECT_EQ(texOf<Complex>({1, -2}), "(1,-2)");
-    EXPECT_EQ(texOf<std::string>("a_b$%"), "a_b$%");
-    EXPECT_EQ(texOf<std::string>(""), "");
-}
-
 TEST(Value, HasNoRangeAndNoFlag) {
     Value<double> value("v", kInf);
     std::ostringstream os;
@@ -392,83 +312,6 @@ TEST(Value, HasNoRangeAndNoFlag) {
     EXPECT_FALSE(value.isAutoChangeable());
     EXPECT_TRUE(value.inSpec(os));
     EXPECT_EQ(os.str(), "");
-}
-
-int order(Attribute const& a, Attribute const& b) { return a.compare(b); }
-
-TEST(ValueOrder, AGreaterValueComesFirst) {
-    EXPECT_EQ(order(Value<int>("v", 5), Value<int>("v", 3)), -1);
-    EXPECT_EQ(order(Value<int>("v", 3), Value<int>("v", 5)), 1);
-    EXPECT_EQ(order(Value<int>("v", -2147483647), Value<int>("v", 2147483647)), 1);
-    EXPECT_EQ(order(Value<bool>("v", true), Value<bool>("v", false)), -1);
-    EXPECT_EQ(order(Value<bool>("v", false), Value<bool>("v", true)), 1);
-    EXPECT_EQ(order(Value<double>("v", 1.5), Value<double>("v", 1.4)), -1);
-    EXPECT_EQ(order(Value<double>("v", 1.4), Value<double>("v", 1.5)), 1);
-    EXPECT_EQ(order(Value<double>("v", 1.000000000000001), Value<double>("v", 1.0)), -1);
-}
-
-TEST(ValueOrder, TextsCompareByTheirBytes) {
-    EXPECT_EQ(order(Value<std::string>("v", "b"), Value<std::string>("v", "a")), -1);
-    EXPECT_EQ(order(Value<std::string>("v", "B"), Value<std::string>("v", "a")), 1);
-    EXPECT_EQ(order(Value<std::string>("v", "ab"), Value<std::string>("v", "a")), -1);
-    EXPECT_EQ(order(Value<std::string>("v", "\x80"), Value<std::string>("v", "\x7f")), -1);
-    EXPECT_EQ(order(Value<std::string>("v", std::string("a\0x", 3)), Value<std::string>("v", std::string("a\0y", 3))),
-              1);
-}
-
-TEST(ValueOrder, ComplexValuesCompareTheirRealPartsFirst) {
-    EXPECT_EQ(order(Value<Complex>("v", {2, 0}), Value<Complex>("v", {1, 9})), -1);
-    EXPECT_EQ(order(Value<Complex>("v", {1, 9}), Value<Complex>("v", {2, 0})), 1);
-    EXPECT_EQ(order(Value<Complex>("v", {1, 9}), Value<Complex>("v", {1, 8})), -1);
-    EXPECT_EQ(order(Value<Complex>("v", {1, 8}), Value<Complex>("v", {1, 9})), 1);
-    EXPECT_EQ(order(Value<Complex>("v", {1, 8}), Value<Complex>("v", {1, 8})), 0);
-}
-
-template <class T>
-void expectExpressionsDecide(T const& first, T const& second) {
-    Value<T> const a("v", first, "a", "", "");
-    Value<T> const b("v", second, "b", "", "");
-    EXPECT_EQ(order(a, b), -1);
-    EXPECT_EQ(order(b, a), 1);
-    EXPECT_EQ(order(a, a), 0);
-}
-
-TEST(ValueOrder, ExpressionsDecideInTheUsualSenseBetweenEqualValues) {
-    expectExpressionsDecide<bool>(true, true);
-    expectExpressionsDecide<int>(5, 5);
-    expectExpressionsDecide<double>(1.5, 1.5);
-    expectExpressionsDecide<double>(0.0, -0.0);
-    expectExpressionsDecide<Complex>({1, 2}, {1, 2});
-    expectExpressionsDecide<std::string>("text", "text");
-}
-
-TEST(ValueOrder, ExpressionsDecideForANaN) {
-    expectExpressionsDecide<double>(kNan, 1.0);
-    expectExpressionsDecide<double>(1.0, kNan);
-    expectExpressionsDecide<double>(kNan, kNan);
-    expectExpressionsDecide<Complex>({kNan, 1}, {1, 2});
-    expectExpressionsDecide<Complex>({kNan, 2}, {kNan, 1});
-    expectExpressionsDecide<Complex>({1, kNan}, {1, 2});
-}
-
-TEST(ValueOrder, AGreaterValueCountsMoreThanTheExpression) {
-    EXPECT_EQ(order(Value<int>("v", 5, "z", "", ""), Value<int>("v", 3, "a", "", "")), -1);
-    EXPECT_EQ(order(Value<int>("v", 3, "a", "", ""), Value<int>("v", 5, "z", "", "")), 1);
-}
-
-TEST(ValueOrder, IsZeroAgainstAnotherTypeWhateverTheExpressions) {
-    Value<int> const number("v", 5, "a", "", "");
-
-    EXPECT_EQ(order(number, Value<double>("v", 3.0, "b", "", "")), 0);
-    EXPECT_EQ(order(number, Value<bool>("v", false, "b", "", "")), 0);
-    EXPECT_EQ(order(number, Bare("v")), 0);
-}
-
-TEST(ValueOrder, ADerivedClassCountsAsItsValue) {
-    ValueRange<double, Value<double>> const ranged("r", 5.0, 0.0, 10.0);
-
-    EXPECT_EQ(order(ranged, Value<double>("v", 3.0)), -1);
-    EXPECT_EQ(order(Value<double>("v", 3.0), ranged), 1);
 }
 
 template <class T>
@@ -563,7 +406,7 @@ void expectSlots() {
     EXPECT_EQ(slotOf(&Value<T>::getValue), -1);
 }
 
-TEST(Value, AddsTheGateBehindTheVirtualOperationsOfItsBase) {
+TEST(Value, AddsTheGateAfterTheVirtualOperationsOfItsBase) {
     expectSlots<bool>();
     expectSlots<int>();
     expectSlots<double>();

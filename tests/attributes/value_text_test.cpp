@@ -177,7 +177,7 @@ TextRow<std::string> const kStringTexts[] = {
 };
 INSTANTIATE_TEST_SUITE_P(Value, StringTexts, testing::ValuesIn(kStringTexts), labelOf);
 
-TEST(Value, ANaNIsStoredFromATextAndTellsNoChangeOfADouble) {
+TEST(Value, ANaNIsStoredFromATextAndReportsNoChangeOfADouble) {
     Value<double> value("v", 1.0);
     EXPECT_FALSE(value.setStringValue("nan"));
     EXPECT_TRUE(std::isnan(value.getValue()));
@@ -186,7 +186,7 @@ TEST(Value, ANaNIsStoredFromATextAndTellsNoChangeOfADouble) {
     EXPECT_EQ(value.getValue(), 2.5);
 }
 
-TEST(Value, ANaNIsStoredFromATextAndTellsAChangeOfAComplexValue) {
+TEST(Value, ANaNIsStoredFromATextAndReportsAChangeOfAComplexValue) {
     Value<Complex> value("v", {1, 2});
     EXPECT_TRUE(value.setStringValue("nan+I2"));
     EXPECT_TRUE(std::isnan(value.getValue().real()));
@@ -197,7 +197,7 @@ TEST(Value, ANaNIsStoredFromATextAndTellsAChangeOfAComplexValue) {
     EXPECT_FALSE(value.setStringValue("1+I2"));
 }
 
-TEST(Value, AMinusZeroIsStoredFromATextAndTellsNoChange) {
+TEST(Value, AMinusZeroIsStoredFromATextAndReportsNoChange) {
     Value<double> real("v", 0.0);
     Value<Complex> value("v", {0, 0});
 
@@ -215,19 +215,19 @@ TEST(Value, TheSecondOfTwoEqualTextsChangesNothing) {
     EXPECT_FALSE(value.setStringValue("0"));
 }
 
-TEST(Value, TextsTellBoolsAsWords) {
+TEST(Value, TextsReportBoolsAsWords) {
     EXPECT_EQ(Value<bool>("b", true).getStringValue(), "true");
     EXPECT_EQ(Value<bool>("b", false).getStringValue(), "false");
 }
 
-TEST(Value, TextsTellIntegersInDecimal) {
+TEST(Value, TextsReportIntegersInDecimal) {
     EXPECT_EQ(Value<int>("n", 0).getStringValue(), "0");
     EXPECT_EQ(Value<int>("n", -42).getStringValue(), "-42");
     EXPECT_EQ(Value<int>("n", 2147483647).getStringValue(), "2147483647");
     EXPECT_EQ(Value<int>("n", std::numeric_limits<int>::min()).getStringValue(), "-2147483648");
 }
 
-TEST(Value, TextsTellDoublesWithSixDigits) {
+TEST(Value, TextsReportDoublesWithSixDigits) {
     EXPECT_EQ(Value<double>("d", 1.23456789).getStringValue(), "1.23457");
     EXPECT_EQ(Value<double>("d", 1.5).getStringValue(), "1.5");
     EXPECT_EQ(Value<double>("d", 0.0).getStringValue(), "0");
@@ -243,7 +243,7 @@ TEST(Value, TextsTellDoublesWithSixDigits) {
     EXPECT_EQ(Value<double>("d", kNan).getStringValue(), "nan");
 }
 
-TEST(Value, TextsTellBothPartsOfComplexValues) {
+TEST(Value, TextsReportBothPartsOfComplexValues) {
     EXPECT_EQ(Value<Complex>("c", {1, 2}).getStringValue(), "1+I2");
     EXPECT_EQ(Value<Complex>("c", {1, -2}).getStringValue(), "1+I-2");
     EXPECT_EQ(Value<Complex>("c", {-1.23456789, 1e-7}).getStringValue(), "-1.23457+I1e-07");

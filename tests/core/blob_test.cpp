@@ -60,7 +60,7 @@ TEST(BlobRegistry, KeepsTheFirstObjectUnderATakenNameAndDeletesNone) {
     EXPECT_EQ(told("BlobWithATakenName"), "Blob's: x\n1\n");
 }
 
-TEST(BlobRegistry, GivesNullForAnythingButTheExactName) { EXPECT_EQ(told("UnknownBlobs"), "111111\n"); }
+TEST(BlobRegistry, ReturnsNullForAnythingButTheExactName) { EXPECT_EQ(told("UnknownBlobs"), "111111\n"); }
 
 TEST(BlobRegistry, OutlivesOtherStaticObjectsAndDeletesNoBlob) {
     EXPECT_EQ(told("BlobsAtExit"), "Blob's: a name that is too long for a short string\n1\n");
@@ -108,7 +108,7 @@ TEST(BlobSave, OfNoBytesMakesAnEmptyFile) {
     EXPECT_TRUE(std::filesystem::exists(path));
 }
 
-TEST(BlobSave, ToAFullDiskIsTrueAllTheSame) {
+TEST(BlobSave, ToAFullDiskIsStillTrue) {
     ASSERT_TRUE(std::filesystem::exists("/dev/full"));
 
     EXPECT_TRUE(Data("abc").save("/dev/full"));

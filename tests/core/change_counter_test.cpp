@@ -78,7 +78,7 @@ TEST(VersionClient, CheckUpdateTakesSeveralChangesAtOnce) {
     EXPECT_FALSE(client.check());
 }
 
-TEST(VersionClient, CopyIsBehindByAsMuchAndFollowsTheSameVersion) {
+TEST(VersionClient, CopyLagsByAsMuchAndFollowsTheSameVersion) {
     Version version;
     VersionClient const first(version);
     version.update();
@@ -94,7 +94,7 @@ TEST(VersionClient, CopyIsBehindByAsMuchAndFollowsTheSameVersion) {
     EXPECT_TRUE(copy.check());
 }
 
-TEST(VersionClient, CopyBehindByTwoCatchesUpWithASetBackVersionOnlyAfterTwo) {
+TEST(VersionClient, CopyThatLagsByTwoCatchesUpWithASetBackVersionOnlyAfterTwo) {
     Version version;
     version.update();
     version.update();
@@ -130,7 +130,7 @@ TEST(VersionClient, AssignmentTakesTheCountAndKeepsItsOwnVersion) {
     EXPECT_TRUE(a.check());
 }
 
-TEST(VersionClient, AssignedCountCanBeBehindItsOwnVersion) {
+TEST(VersionClient, AssignedCountCanLagItsOwnVersion) {
     Version ofA;
     ofA.update();
     Version const ofB;
@@ -141,7 +141,7 @@ TEST(VersionClient, AssignedCountCanBeBehindItsOwnVersion) {
     EXPECT_TRUE(a.check());
 }
 
-TEST(VersionClient, CountAheadOfTheVersionIsNoChangeAndStays) {
+TEST(VersionClient, CountGreaterThanTheVersionIsNoChangeAndStays) {
     Version ofA;
     Version ofB;
     ofB.update();

@@ -89,7 +89,7 @@ TEST_F(FactoryKeys, TakeTheLastRegistration) {
     EXPECT_EQ(kindOf(factory.create("x")), "square");
 }
 
-TEST_F(FactoryKeys, GiveNullForAnUnknownOneAndRunNoCallback) {
+TEST_F(FactoryKeys, ReturnNullForAnUnknownOneAndRunNoCallback) {
     factory.registerOnCreate(noteFirst);
     factory.Register<Circle>("c");
     EXPECT_EQ(factory.create("C"), nullptr);
@@ -187,7 +187,7 @@ public:
     static void operator delete(void*) {}
 };
 
-TEST_F(FactoryCallbacks, RunWithNullIfTheCreatorGivesNull) {
+TEST_F(FactoryCallbacks, RunWithNullIfTheCreatorReturnsNull) {
     factory.registerOnCreate(noteFirst);
     factory.Register<NeverMade>("n");
     EXPECT_EQ(factory.create("n"), nullptr);

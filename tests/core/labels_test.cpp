@@ -60,7 +60,7 @@ TEST(PortLabel, TakesNullForEmptyText) {
     EXPECT_FALSE(PortLabel(none).isOpticalInput());
 }
 
-TEST(PortLabel, GivesItsNameInEachForm) {
+TEST(PortLabel, ReturnsItsNameInEachForm) {
     PortLabel const label("in0");
     std::string const& text = label;
     char const* const plain = label;
@@ -90,7 +90,7 @@ TEST(PortLabel, ComparesByBytesLengthsAndCase) {
     EXPECT_TRUE(label != PortLabel("in01"));
 }
 
-TEST(PortLabel, ComparesBytesBehindAZeroByteToo) {
+TEST(PortLabel, ComparesBytesAfterAZeroByteToo) {
     EXPECT_TRUE(PortLabel(std::string("a\0b", 3)) != PortLabel(std::string("a\0c", 3)));
     EXPECT_TRUE(PortLabel(std::string("a\0b", 3)) != PortLabel("a"));
     EXPECT_TRUE(PortLabel(std::string("a\0b", 3)) == PortLabel(std::string("a\0b", 3)));
@@ -209,7 +209,7 @@ TEST(ModeLabel, ComparesByBytesLengthsAndCase) {
     EXPECT_TRUE(ModeLabel("TE0", 1) != ModeLabel("TE", 1));
 }
 
-TEST(ModeLabel, GivesItsNameInEachForm) {
+TEST(ModeLabel, ReturnsItsNameInEachForm) {
     ModeLabel const label("TE0", 0);
     std::string const& text = label;
     char const* const plain = label;
@@ -228,7 +228,7 @@ TEST(ModeLabel, CopiesAndAssignsItsName) {
     EXPECT_EQ(assigned.getName(), "TE0");
 }
 
-TEST(ModeLabel, CarriesItsTagBehindTheNameAndWithEachCopy) {
+TEST(ModeLabel, CarriesItsTagAfterTheNameAndWithEachCopy) {
     // Nothing gives the tag out, so the test looks at the bytes behind the string.
     ModeLabel const label("TE0", 0x12345678);
     ModeLabel const made(0, EnumList::TE, 0x12345678);

@@ -53,7 +53,7 @@ TEST_F(MessageBox, IsNotShownByTheBreakerWhichLeavesTheText) {
     EXPECT_THAT(box.texts, testing::IsEmpty());
 }
 
-TEST_F(MessageBox, EmptyChannelShowsNothingAndYieldsTrue) {
+TEST_F(MessageBox, EmptyChannelShowsNothingAndReturnsTrue) {
     box.answer = platform::Button::kCancel;
 
     EXPECT_TRUE(vrlShowCoutMsg());
@@ -69,14 +69,14 @@ TEST_F(MessageBox, ShowsTheWholeTextUnderTheCaption) {
     EXPECT_THAT(box.captions, testing::ElementsAre("Vorlane"));
 }
 
-TEST_F(MessageBox, OkYieldsTrueAndClears) {
+TEST_F(MessageBox, OkReturnsTrueAndClears) {
     vrlPuts("text");
 
     EXPECT_TRUE(vrlShowCoutMsg());
     EXPECT_EQ(vrlGetCoutMsg(), "");
 }
 
-TEST_F(MessageBox, CancelYieldsFalseAndClearsAllTheSame) {
+TEST_F(MessageBox, CancelReturnsFalseAndStillClears) {
     vrlPuts("text");
     box.answer = platform::Button::kCancel;
 
@@ -84,7 +84,7 @@ TEST_F(MessageBox, CancelYieldsFalseAndClearsAllTheSame) {
     EXPECT_EQ(vrlGetCoutMsg(), "");
 }
 
-TEST_F(MessageBox, AnyAnswerButCancelYieldsTrue) {
+TEST_F(MessageBox, AnyAnswerButCancelReturnsTrue) {
     vrlPuts("text");
     box.answer = static_cast<platform::Button>(0);
     EXPECT_TRUE(vrlShowCoutMsg());

@@ -53,7 +53,7 @@ TEST_F(MessageChannel, VrlPutsTakesNullForEmptyText) {
     EXPECT_EQ(vrlGetCoutMsg(), "\nafter\n");
 }
 
-TEST_F(MessageChannel, ReadingTwiceGivesTheSameTextAndLaterMore) {
+TEST_F(MessageChannel, ReadingTwiceReturnsTheSameTextAndLaterMore) {
     vrlPuts("one");
 
     EXPECT_EQ(vrlGetCoutMsg(), "one\n");
@@ -119,7 +119,7 @@ TEST_F(VrlPrintf, TakesNullForAnEmptyFormat) {
     EXPECT_EQ(vrlGetCoutMsg(), "before;");
 }
 
-TEST_F(VrlPrintf, GivesOutExactly65536Characters) {
+TEST_F(VrlPrintf, WritesExactly65536Characters) {
     vrlPrintf("%s", std::string(65536, 'a').c_str());
 
     EXPECT_EQ(vrlGetCoutMsg(), std::string(65536, 'a'));

@@ -217,7 +217,7 @@ TEST(GeneratedText, BricksChainOnOneStream) {
               "\\textit{HHI}-7View\\{\\}in_0$");
 }
 
-TEST(GeneratedText, AChainOnAStreamThatFailedToOpenWritesNothingAndGivesNoError) {
+TEST(GeneratedText, AChainOnAStreamThatFailedToOpenWritesNothingAndReportsNoError) {
     TexFile const file;
     std::string const path = file.path() + ".none/document.tex";
     vrlCoutReset();

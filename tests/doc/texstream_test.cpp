@@ -120,7 +120,7 @@ TEST(Texstream, WritesThePreambleOf2484BytesWhenAskedFor) {
     EXPECT_EQ(file.text(), kPreamble);
 }
 
-TEST(Texstream, HeaderAndFooterYieldTheStreamAndCanBeCalledByHand) {
+TEST(Texstream, HeaderAndFooterReturnTheStreamAndCanBeCalledByHand) {
     std::string const text = texWrittenBy([](texstream& tex) {
         EXPECT_EQ(&tex.header(), &tex);
         EXPECT_EQ(&tex.footer(), &tex);
@@ -205,7 +205,7 @@ TEST(Texstream, EmptiesAFileThatWasThere) {
     EXPECT_EQ(file.text(), "new");
 }
 
-TEST(Texstream, ConvertsToTheStreamThatOsGives) {
+TEST(Texstream, ConvertsToTheStreamThatOsReturns) {
     TexFile const file;
     texstream tex(file.path().c_str(), false);
     std::ostream& os = tex;

@@ -2,7 +2,6 @@
 
 #include <iterator>
 #include <memory>
-#include <new>
 #include <sstream>
 #include <type_traits>
 #include <utility>
@@ -11,25 +10,20 @@
 #include <gtest/gtest.h>
 
 #include "tests/doc/tex_file.h"
-#include "tests/model/listener.h"
 #include "tests/model/sample_views.h"
 #include "tests/support/sample_design.h"
 #include "tests/support/slots.h"
-#include "tests/support/thrown.h"
 
 namespace {
 
 using namespace Vorlane_v1_0;
 using sample::Fab;
-using sample::Kinds;
 using sample::Mmi;
-using sample::Pad;
 using sample::printed;
 using sample::saved;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using vrl_test::slotsOf;
-using vrl_test::thrownText;
 using CSInfo = Foundry::CSInfo;
 using Port = BB::Port;
 
@@ -52,148 +46,6 @@ std::vector<std::string> portsOf(BB const& block) {
     for (auto port = block.beginPort(); port != block.endPort(); ++port)
         ports.push_back(port->getName().getName() + ":" + EnumList::getName(port->getDomain()));
     return ports;
-}
-
-/// Opens the protected operations of a port.
-struct OpenPort : Port {
-    using Port::getSerDoc;
-    using Port::getSerTypeName;
-    using Port::getSerVerNo;
-    using Port::Port;
-    static auto table() {
-        return slotsOf(&OpenPort::getSerTypeName, &OpenPort::getSerVerNo, &OpenPort::getSerDoc,
-                       &OpenPort::getSerRegister);
-    }
-};
-
-TEST(Port, HasNoNameDomainOrBlockByDefault) {
-    Port const port;
-
-    EXPECT_EQ(port.getName().getName(), "-none-");
-    EXPECT_EQ(port.getDomain(), EnumList::Unknown);
-    EXPECT_EQ(static_cast<int>(port.getDomain()), 0);
-    EXPECT_EQ(port.getObject(), nullptr);
-    EXPECT_EQ(port.getCS().getFoundry(), nullptr);
-    EXPECT_TRUE(port == Port());
-    EXPECT_FALSE(port != Port());
-}
-
-TEST(Port, StoresItsNameBlockAndDomainAndStartsWithAnEmptyChoice) {
-    Fab fab;
-    fab.setCS("wg");
-    Mmi const block(&fab);
-    Port const port("in0", &block, EnumList::Optics);
-
-    EXPECT_EQ(port.getName().getName(), "in0");
-    EXPECT_EQ(port.getDomain(), EnumList::Optics);
-    EXPECT_EQ(port.getObject(), &block);
-    EXPECT_EQ(port.getCS().getCSName(), "");
-    EXPECT_EQ(port.getCS().getFlowName(), "");
-    EXPECT_EQ(port.getCS().getFoundry(), nullptr);
-}
-
-TEST(Port, SetsItsChoice) {
-    Port port;
-    port.setCS(named("wg", "strip"));
-    Port const& constant = port;
-
-    EXPECT_TRUE(constant.getCS() == named("wg", "strip"));
-    port.getCS().setCS("rib");
-    EXPECT_EQ(constant.getCS().getCSName(), "rib");
-}
-
-TEST(Port, ComparesNothingButTheName) {
-    Pad const block;
-    Port const port("dc", &block, EnumList::DC);
-
-    EXPECT_TRUE(port == Port("dc", nullptr, EnumList::RF));
-    EXPECT_FALSE(port != Port("dc", nullptr, EnumList::RF));
-    EXPECT_FALSE(port == Port("dc0", &block, EnumList::DC));
-    EXPECT_TRUE(port != Port("dc0", &block, EnumList::DC));
-}
-
-TEST(Port, CopiesAndAssignsEverythingAndGoesOnNamingTheSourcesBlock) {
-    Pad const block;
-    Port source("dc", &block, EnumList::DC);
-    source.setCS(named("wg"));
-    Port const copy(source);
-    Port target;
-
-    EXPECT_EQ(&(target = source), &target);
-    for (Port const* const port : {&copy, &std::as_const(target)}) {
-        EXPECT_EQ(port->getName().getName(), "dc");
-        EXPECT_EQ(port->getDomain(), EnumList::DC);
-        EXPECT_EQ(port->getObject(), &block);
-        EXPECT_EQ(port->getCS().getCSName(), "wg");
-    }
-}
-
-TEST(Port, CopiesAndAssignsTheRegisterAsItStands) {
-    Port source;
-    source.setCS(named("source"));
-    std::string const before = saved(source);
-    Port copy(source);
-    Port target;
-    target = source;
-    copy.setCS(named("copy"));
-    target.setCS(named("target"));
-
-    EXPECT_EQ(saved(copy), before);
-    EXPECT_EQ(saved(target), before);
-}
-
-TEST(Port, StartsWithAFreshRegisterWhenMoved) {
-    Pad const block;
-    Port source("dc", &block, EnumList::DC);
-    source.setCS(named("source"));
-    std::string const before = saved(source);
-    Port moved(std::move(source));
-
-    EXPECT_EQ(moved.getName().getName(), "dc");
-    EXPECT_EQ(moved.getDomain(), EnumList::DC);
-    EXPECT_EQ(moved.getObject(), &block);
-    EXPECT_EQ(saved(moved), before);
-    moved.getCS().setCS("moved");
-    EXPECT_NE(saved(moved), before);
-
-    Port other;
-    other.setCS(named("other"));
-    saved(other);
-    Port target(other);  // saves what `other` has
-    target = std::move(moved);
-    EXPECT_EQ(target.getName().getName(), "dc");
-    EXPECT_EQ(target.getObject(), &block);
-    EXPECT_EQ(target.getCS().getCSName(), "moved");
-    EXPECT_NE(saved(target), saved(other));
-    EXPECT_TRUE(std::is_nothrow_move_constructible_v<Port>);
-    EXPECT_TRUE(std::is_nothrow_move_assignable_v<Port>);
-}
-
-TEST(Port, PrintsItsName) {
-    Port const port("in_$0", nullptr, EnumList::Optics);
-    std::ostringstream os;
-
-    EXPECT_EQ(&port.operator<<(os), &os);
-    EXPECT_EQ(os.str(), "in_$0");
-}
-
-TEST(Port, DocumentsItsNameWithoutEscaping) {
-    Port const port("in_$0", nullptr, EnumList::Optics);
-
-    EXPECT_EQ(texWrittenBy([&](texstream& tex) { EXPECT_EQ(&port.toTex(tex), &tex); }), "in_$0");
-}
-
-TEST(Port, HasItsOperationsInOrderBehindTheDestructor) {
-    EXPECT_TRUE(std::has_virtual_destructor_v<Port>);
-    EXPECT_EQ(OpenPort::table(), (std::vector<std::size_t>{2, 3, 4, 5}));
-}
-
-TEST(Port, SavesItselfUnderItsFullNameWithItsNameAsTheComment) {
-    OpenPort port("in0", nullptr, EnumList::Optics);
-
-    EXPECT_EQ(port.getSerTypeName(), "BB::Port");
-    EXPECT_EQ(port.getSerVerNo(), 1);
-    EXPECT_EQ(port.getSerDoc(), "in0");
 }
 
 /// Opens the protected operations of a block.
@@ -283,7 +135,7 @@ TEST(BB, AllowsEveryChoice) {
     EXPECT_TRUE(block->isAllowed(CSInfo(nullptr)));
 }
 
-TEST(BB, GivesItsOwnChoiceForEveryPort) {
+TEST(BB, ReturnsItsOwnChoiceForEveryPort) {
     Mmi block;
     block.setCS(named("block"));
     Port& port = *block.getPort("in0");
@@ -408,7 +260,7 @@ TEST(BB, AddsNothingForAListWithoutNames) {
     EXPECT_THAT(portsOf(*block), IsEmpty());
 }
 
-TEST(BB, FindsAPortByItsWholeNameOrYieldsNull) {
+TEST(BB, FindsAPortByItsWholeNameOrReturnsNull) {
     Mmi block;
 
     EXPECT_EQ(block.getPort("out0"), &*std::next(block.beginPort()));
@@ -487,7 +339,7 @@ TEST(BB, StartsWithAFreshRegisterAsACopy) {
     EXPECT_EQ(ofCopy, saved(*source));
 }
 
-TEST(BB, CopiesTheRegisterOfItsChoiceAsItStands) {
+TEST(BB, CopiesTheRegisterOfItsChoiceAsItIs) {
     Block const source(new BB);
     source->getCS().setCS("source");
     std::string const before = saved(*source);
@@ -497,7 +349,7 @@ TEST(BB, CopiesTheRegisterOfItsChoiceAsItStands) {
     EXPECT_EQ(saved(*copy), before);
 }
 
-TEST(BB, CopiesTheRegisterOfItsComponentAsItStands) {
+TEST(BB, CopiesTheRegisterOfItsComponentAsItIs) {
     OpenBlock source;
     std::string const before = source.savedAsComponent();
     OpenBlock copy(source);
@@ -565,153 +417,6 @@ TEST(BB, PrintsItsKindAloneWithoutParameters) {
     Block const block(new BB);
 
     EXPECT_EQ(printed(*block), "=== X ===\n");
-}
-
-TEST(BB, IsMadeByKindForAFoundry) {
-    Kinds const kinds;
-    Fab const fab("Fabrikat");
-    Block const block(BB::create(&fab, "mmi"));
-    Block const without(BB::create(nullptr, "mmi"));
-
-    ASSERT_NE(dynamic_cast<Mmi*>(block.get()), nullptr);
-    EXPECT_EQ(block->getFoundry(), &fab);
-    EXPECT_EQ(block->getFoundryName(), "Fabrikat");
-    ASSERT_NE(without, nullptr);
-    EXPECT_EQ(without->getFoundry(), nullptr);
-}
-
-TEST(BB, IsNotMadeForAnUnknownKind) {
-    vrlCoutReset();
-
-    EXPECT_EQ(BB::create(nullptr, "nowhere"), nullptr);
-    EXPECT_EQ(vrlGetCoutMsg(), "");
-}
-
-TEST(BB, RefusesAnEmptyKind) {
-    EXPECT_EQ(thrownText([] { BB::create(nullptr, ""); }), "Sorry - use a proper key");
-}
-
-TEST(BB, HasNoDefaultUnlessTheHostSetsOne) {
-    FactoryLoader<BB>::setDefault(shared_ptr<BB>());
-
-    EXPECT_EQ(thrownText([] { FactoryLoader<BB>::getDefault(); }), "Can not create a default BB");
-}
-
-TEST(BB, RunsTheCallbacksOfItsFactory) {
-    Kinds const kinds;
-    std::vector<std::string> events;
-    Listener<BB> const listener(
-        [&](std::string const& event, BB* block) { events.push_back(event + " " + block->getName()); });
-    BB* const block = BB::create(nullptr, "mmi");
-    FactoryLoader<BB>::factory().OnChange(block);
-    BB::destroy(block);
-
-    EXPECT_THAT(events, ElementsAre("create mmi", "change mmi", "destroy mmi"));
-}
-
-TEST(BB, RunsTheDestroyCallbacksAlsoForNull) {
-    std::vector<std::string> events;
-    Listener<BB> const listener(
-        [&](std::string const& event, BB* block) { events.push_back(event + (block ? "" : " null")); });
-    BB::destroy(nullptr);
-
-    EXPECT_THAT(events, ElementsAre("destroy null"));
-}
-
-TEST(BB, IsDestroyedThroughItsFactoryWithItsLastHandle) {
-    std::vector<std::string> events;
-    Listener<BB> const listener(
-        [&](std::string const& event, BB* block) { events.push_back(event + " " + block->getName()); });
-    {
-        shared_ptr<BB> const first(new Pad);
-        shared_ptr<BB> const second(first);
-    }
-    EXPECT_THAT(events, ElementsAre("destroy pad"));
-}
-
-/// A kind that is never made: its allocation gives no memory.
-class Unmade : public BB {
-public:
-    explicit Unmade(Foundry const* foundry) : BB(foundry) {}
-    ~Unmade() override = default;
-    static void* operator new(std::size_t) noexcept { return nullptr; }
-    static void operator delete(void*) {}
-};
-
-/// The kinds that have a port in a domain.
-std::vector<std::string> listed(EnumList::Domain const& domain) {
-    std::vector<std::string>::const_iterator first;
-    std::vector<std::string>::const_iterator last;
-    BB::list(domain, &first, &last);
-    return {first, last};
-}
-
-TEST(BB, ListsTheKindsThatHaveAPortInADomain) {
-    Kinds const kinds;
-    auto const another = sample::registered<Mmi>(FactoryLoader<BB>::factory(), "amplifier");
-
-    EXPECT_THAT(listed(EnumList::Optics), ElementsAre("amplifier", "mmi"));
-    EXPECT_THAT(listed(EnumList::DC), ElementsAre("pad"));
-}
-
-TEST(BB, ListsNothingForADomainThatNoKindUses) {
-    Kinds const kinds;
-    std::vector<std::string>::const_iterator first;
-    std::vector<std::string>::const_iterator last;
-    BB::list(EnumList::Fluidics, &first, &last);
-
-    EXPECT_EQ(first, last);
-}
-
-TEST(BB, EmptiesTheListOnEachCall) {
-    Kinds const kinds;
-    listed(EnumList::Optics);
-
-    EXPECT_THAT(listed(EnumList::DC), ElementsAre("pad"));
-    EXPECT_THAT(listed(EnumList::DC), ElementsAre("pad"));
-    EXPECT_THAT(listed(EnumList::Acoustic), IsEmpty());
-}
-
-/// A kind whose constructor takes the kind "pad" away.
-class Greedy : public BB {
-public:
-    explicit Greedy(Foundry const* foundry) : BB(foundry) {
-        addPort("dc0", EnumList::DC);
-        FactoryLoader<BB>::factory().UnRegister("pad");
-    }
-    ~Greedy() override = default;
-    std::string getName() const override { return "greedy"; }
-};
-
-/// A kind whose constructor takes itself away.
-class Fleeting : public BB {
-public:
-    explicit Fleeting(Foundry const* foundry) : BB(foundry) {
-        addPort("dc0", EnumList::DC);
-        FactoryLoader<BB>::factory().UnRegister("fleeting");
-    }
-    ~Fleeting() override = default;
-};
-
-TEST(BB, ListsKindsWhoseConstructorsTakeKindsAway) {
-    Kinds const kinds;
-    auto const greedy = sample::registered<Greedy>(FactoryLoader<BB>::factory(), "greedy");
-    auto const fleeting = sample::registered<Fleeting>(FactoryLoader<BB>::factory(), "fleeting");
-
-    EXPECT_THAT(listed(EnumList::DC), ElementsAre("fleeting", "greedy"));
-    EXPECT_THAT(listed(EnumList::DC), ElementsAre("greedy"));
-}
-
-TEST(BB, MakesAndDestroysOneBlockOfEachKindForAList) {
-    Kinds const kinds;
-    auto const unmade = sample::registered<Unmade>(FactoryLoader<BB>::factory(), "n");
-    std::vector<std::string> events;
-    Listener<BB> const listener([&](std::string const& event, BB* block) {
-        events.push_back(event + " " + (block ? block->getName() + "@" + block->getFoundryName() : "null"));
-    });
-
-    EXPECT_THAT(listed(EnumList::DC), ElementsAre("pad"));
-    EXPECT_THAT(events, ElementsAre("create mmi@", "destroy mmi@", "create null", "create pad@", "destroy pad@"));
 }
 
 }  // namespace

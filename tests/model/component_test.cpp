@@ -107,7 +107,7 @@ TEST(EmptyComponent, SharesItsParametersWithACopy) {
     EXPECT_FALSE(source.find("y"));
 }
 
-TEST(EmptyComponent, GivesACopyItsViewsWhichGoOnNamingTheSource) {
+TEST(EmptyComponent, PassesItsViewsToACopyAndTheyGoOnNamingTheSource) {
     vrlEmptyComponent source;
     PlainNote note(&source, "tool");
     vrlEmptyComponent copy(source);
@@ -118,7 +118,7 @@ TEST(EmptyComponent, GivesACopyItsViewsWhichGoOnNamingTheSource) {
     EXPECT_EQ(source.getView("tool"), &note);
 }
 
-TEST(EmptyComponent, GivesACopyTheRegisterThatItHas) {
+TEST(EmptyComponent, PassesTheRegisterThatItHasToACopy) {
     vrlEmptyComponent source;
     std::string const before = saved(source);
     vrlEmptyComponent copy(source);

@@ -113,7 +113,7 @@ TEST_F(Composite, SharesItsViewsBetweenItsSides) {
     View::destroy(view);
 }
 
-TEST_F(Composite, GivesItsSidesAsConstantAsItIs) {
+TEST_F(Composite, ReturnsItsSidesAsConstantAsItIs) {
     CBB composite(nullptr);
     CBB const& constant = composite;
 
@@ -137,7 +137,7 @@ __attribute__((no_sanitize("undefined"), noinline)) Netlist const* netlistOf(CBB
     return composite->getAsNetlist();
 }
 
-TEST_F(Composite, GivesNullForTheSidesOfANullPointer) {
+TEST_F(Composite, ReturnsNullForTheSidesOfANullPointer) {
     CBB* volatile hidden = nullptr;  // from the compiler, which warns where it knows
     CBB* const none = hidden;
     CBB const* const constantNone = none;
@@ -158,7 +158,7 @@ TEST_F(Composite, IsSafeOnTheResultOfAFailedCast) {
     EXPECT_EQ(netlistOf(dynamic_cast<CBB*>(block)), nullptr);
 }
 
-TEST_F(Composite, GivesTheChoiceOfItsBlockSide) {
+TEST_F(Composite, ReturnsTheChoiceOfItsBlockSide) {
     CBB composite(nullptr);
     CBB const& constant = composite;
 

@@ -46,7 +46,7 @@ struct Comparison {
 
 class CrossSectionComparison : public testing::TestWithParam<Comparison> {};
 
-TEST_P(CrossSectionComparison, IsAsTold) {
+TEST_P(CrossSectionComparison, IsAsListed) {
     auto const& [name, a, b, equal, different] = GetParam();
 
     EXPECT_EQ(a == b, equal);
@@ -88,7 +88,7 @@ TEST(CrossSection, CopiesItsNumbersParametersAndViews) {
     EXPECT_TRUE(copy == source);
 }
 
-TEST(CrossSection, CopiesTheRegisterOfItsComponentAsItStands) {
+TEST(CrossSection, CopiesTheRegisterOfItsComponentAsItIs) {
     Section source(1.5, 20.0);
     std::string const before = saved(source);
     Section copy(source);
@@ -146,7 +146,7 @@ TEST(ProcessFlow, CopiesAndAssignsAsAComponent) {
     EXPECT_EQ(copy.getView("tool")->getComponent(), &source);
 }
 
-TEST(ProcessFlow, CopiesTheRegisterOfItsComponentAsItStands) {
+TEST(ProcessFlow, CopiesTheRegisterOfItsComponentAsItIs) {
     EmptyFlow source;
     std::string const before = saved(source);
     EmptyFlow copy(source);

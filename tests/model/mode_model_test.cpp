@@ -69,7 +69,7 @@ TEST(ModeModel, KeepsItsWavelength) {
     EXPECT_TRUE((std::is_same_v<decltype(model.getWave()), Wavelength>));
 }
 
-TEST(ModeModel, GivesTheReciprocalAsAWavelength) {
+TEST(ModeModel, ReturnsTheReciprocalAsAWavelength) {
     BareModel const model(Wavelength(1.25));
 
     EXPECT_EQ(model.getOneOverWave().getW(), 0.8);
@@ -104,7 +104,7 @@ TEST(ModeModel, HasNoModesInTheBase) {
     EXPECT_EQ(model.beta(0), Complex(0.0, 0.0));
 }
 
-TEST(ModeModel, GivesEachModeBelowTheSizeTheIndexOne) {
+TEST(ModeModel, HasTheIndexOneForEachModeBelowTheSize) {
     TwoModes const model(Wavelength(1.5));
 
     EXPECT_EQ(model.neff(0), Complex(1.0, 0.0));

@@ -108,7 +108,7 @@ TEST(RegisterView, ChangesNothingWhenAnUnknownNameIsRemoved) {
     EXPECT_EQ(vrlGetCoutMsg(), "");
 }
 
-TEST(RegisterView, FindsAViewByItsNameOrYieldsNull) {
+TEST(RegisterView, FindsAViewByItsNameOrReturnsNull) {
     PlainNote note(kNoComponent, "");
     RegisterView views;
     views.add("tool", &note);
@@ -124,7 +124,7 @@ TEST(RegisterView, FindsAViewByItsNameOrYieldsNull) {
     EXPECT_EQ(constant.getView("tools"), nullptr);
 }
 
-TEST(RegisterView, GivesConstantViewsOfAConstantRegister) {
+TEST(RegisterView, ReturnsConstantViewsOfAConstantRegister) {
     EXPECT_TRUE((std::is_same_v<decltype(std::declval<RegisterView&>().get("")), View*>));
     EXPECT_TRUE((std::is_same_v<decltype(std::declval<RegisterView const&>().get("")), View const*>));
     EXPECT_TRUE((std::is_same_v<decltype(std::declval<RegisterView&>().getView("")), View*>));
@@ -201,7 +201,7 @@ TEST(View, IsAbstractAndFreedOnlyThroughDestroy) {
     EXPECT_FALSE(std::is_destructible_v<View>);
 }
 
-TEST(View, HasItsOperationsInOrderBehindTheDestructor) {
+TEST(View, HasItsOperationsInOrderAfterTheDestructor) {
     EXPECT_EQ(slotsOf(&View::describe, &View::applyOn), (std::vector<std::size_t>{2, 3}));
 }
 
@@ -216,7 +216,7 @@ TEST(View, RegistersUnderItsNameWithItsComponent) {
     EXPECT_EQ(note.getViewData().size(), 0U);
 }
 
-TEST(View, GivesItsComponentAndItsParametersAsConstantAsItIs) {
+TEST(View, ReturnsItsComponentAndItsParametersAsConstantAsItIs) {
     EXPECT_TRUE((std::is_same_v<decltype(std::declval<View&>().getComponent()), Component*>));
     EXPECT_TRUE((std::is_same_v<decltype(std::declval<View const&>().getComponent()), Component const*>));
     EXPECT_TRUE((std::is_same_v<decltype(std::declval<View&>().getViewData()), Attributes&>));
@@ -375,7 +375,7 @@ TEST(View, PrintsItsParametersInOrderOfTheNames) {
     EXPECT_EQ(text.str(), "View{version=2.1.9,{  grid= 0.5\n  layer= WG\n}}\n");
 }
 
-TEST(View, YieldsTheStreamThatItPrintsTo) {
+TEST(View, ReturnsTheStreamThatItPrintsTo) {
     PlainNote const note(kNoComponent, "tool");
     View const& view = note;
     std::ostringstream os;

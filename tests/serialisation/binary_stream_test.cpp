@@ -186,7 +186,7 @@ TEST(BinaryReader, AnyByteButZeroIsTrue) {
     EXPECT_TRUE(flag);
 }
 
-TEST(BinaryReader, TellsOfAShortValueAndLeavesTheTarget) {
+TEST(BinaryReader, ReportsAShortValueAndLeavesTheTarget) {
     bool flag = true;
     int number = 7;
     unsigned int size = 8;

@@ -185,7 +185,7 @@ TYPED_TEST(FreshInACopy, ReadingIntoTheCopyLeavesTheSource) {
     EXPECT_EQ(copy.getAnnotation("digit", false), "7");
 }
 
-TEST(FreshInACopyOfABlock, ButItsChoiceOfCrossSectionIsCopiedAsItStands) {
+TEST(FreshInACopyOfABlock, ButItsChoiceOfCrossSectionIsCopiedAsItIs) {
     Pad source;
     source.getCS().setCS("wg");
     saved(source);

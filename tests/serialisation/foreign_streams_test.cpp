@@ -135,7 +135,7 @@ TEST_F(ForeignStream, MaySayAnythingOfDepthsButNotOfTheBytesOfAMarker) {
     EXPECT_EQ(number.getValue(), 1);
 }
 
-TEST_F(ForeignStream, LosesTheMarkerOfASkippedMemberBehindAnOddRunOf3D) {
+TEST_F(ForeignStream, LosesTheMarkerOfASkippedMemberAfterAnOddRunOf3D) {
     for (std::size_t run = 0; run < 7; ++run) {
         Foreign stream;
         stream.object("Value_Int", 2).member("Unknown::1").text("x" + std::string(run, '='));
@@ -146,7 +146,7 @@ TEST_F(ForeignStream, LosesTheMarkerOfASkippedMemberBehindAnOddRunOf3D) {
     }
 }
 
-TEST_F(ForeignStream, LosesTheMarkerOfASkippedMemberUpToThreeBytesBehindTheBytesOfAnother) {
+TEST_F(ForeignStream, LosesTheMarkerOfASkippedMemberUpToThreeBytesAfterTheBytesOfAnother) {
     for (std::size_t between = 0; between < 7; ++between) {
         Foreign stream;
         stream.object("Value_Int", 2).member("Unknown::1").text("x=@" + std::string(between, '.'));

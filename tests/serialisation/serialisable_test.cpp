@@ -63,6 +63,30 @@ bool readGadget(Gadget& gadget, std::string const& bytes) {
     return Serialisable<Gadget>(gadget, "").read(&reader);
 }
 
+TEST(SerialisableBase, WritesAndReadsNothingAndReturnsTrue) {
+    int target = 7;
+    SerialisableBase base(&target, "name");
+    Recorder recorder;
+    Script script;
+    EXPECT_TRUE(base.write(&recorder));
+    EXPECT_TRUE(base.read(&script));
+    EXPECT_EQ(recorder.calls, "");
+    EXPECT_EQ(script.calls, "");
+    EXPECT_EQ(target, 7);
+}
+
+TEST(SerialisableBase, CopiesCarryNameAndTarget) {
+    int target = 7;
+    SerialisableBase const base(&target, "name");
+    SerialisableBase const copy(base);
+    SerialisableBase assigned(nullptr, "other");
+    assigned = base;
+    EXPECT_EQ(copy.getName(), "name");
+    EXPECT_EQ(copy.getTarget(), &target);
+    EXPECT_EQ(assigned.getName(), "name");
+    EXPECT_EQ(assigned.getTarget(), &target);
+}
+
 TEST(PlainValue, IsOneAttributeThatCarriesItsName) {
     bool flag = true;
     unsigned int size = 4294967295u;

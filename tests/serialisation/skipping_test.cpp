@@ -18,7 +18,7 @@ std::string const kMarker0 = "\x3d\x40\x00\x00\x00\x00"s;
 std::string const kMarker1 = "\x3d\x40\x01\x00\x00\x00"s;
 std::string const kMarker2 = "\x3d\x40\x02\x00\x00\x00"s;
 
-TEST(SkippingAnAttribute, StopsBehindItsClosingMarker) {
+TEST(SkippingAnAttribute, StopsAfterItsClosingMarker) {
     Input in(kMarker0 + "\x05\x00\x00\x00"s + kMarker0 + "next");
     EXPECT_FALSE(in.reader.skipAttribute());
     EXPECT_EQ(in.position(), 16);
@@ -56,7 +56,7 @@ TEST(SkippingAnAttribute, GivesUpAtOnceWhereNoneBegins) {
     EXPECT_FALSE(Input("").reader.skipAttribute());
 }
 
-TEST(SkippingAnAttribute, YieldsTrueIfTheStreamEndsFirst) {
+TEST(SkippingAnAttribute, ReturnsTrueIfTheStreamEndsFirst) {
     Input in(kMarker0 + "\x05\x00\x00\x00"s + kMarker1 + "\x3d\x40\x00\x00\x00"s);
     std::string id = "old";
     EXPECT_TRUE(in.reader.skipAttribute());
@@ -96,7 +96,7 @@ TEST(SkippingAnAttribute, EndsEarlyInAValueThatHoldsItsMarker) {
     EXPECT_EQ(in.position(), 6 + 4 + 2 + 6);
 }
 
-TEST(SkippingAnAttribute, MissesAMarkerRightBehindAByte3D) {
+TEST(SkippingAnAttribute, MissesAMarkerRightAfterAByte3D) {
     Input in(kMarker0 + "\x02\x00\x00\x00"s + "a=" + kMarker0 + "\x04\x00\x00\x00X::2"s + kMarker0 + "next");
     EXPECT_FALSE(in.reader.skipAttribute());
     EXPECT_EQ(in.position(), 6 + 6 + 6 + 8 + 6);
@@ -104,14 +104,14 @@ TEST(SkippingAnAttribute, MissesAMarkerRightBehindAByte3D) {
     EXPECT_TRUE(last.reader.skipAttribute());
 }
 
-TEST(SkippingAnAttribute, MissesTheMarkerBehindANumberThatEndsInAByte3D) {
+TEST(SkippingAnAttribute, MissesTheMarkerAfterANumberThatEndsInAByte3D) {
     Input number(kMarker0 + "\x00\x00\x00\x3d"s + kMarker0);
     EXPECT_TRUE(number.reader.skipAttribute());
     Input real(kMarker0 + "\x00\x00\x00\x00\x00\x00\x00\x3d"s + kMarker0);
     EXPECT_TRUE(real.reader.skipAttribute());
 }
 
-TEST(SkippingAnAttribute, SeesTheMarkerBehindTwoBytes3D) {
+TEST(SkippingAnAttribute, SeesTheMarkerAfterTwoBytes3D) {
     Input in(kMarker0 + "\x03\x00\x00\x00"s + "a==" + kMarker0 + "next");
     EXPECT_FALSE(in.reader.skipAttribute());
     EXPECT_EQ(in.position(), 6 + 7 + 6);

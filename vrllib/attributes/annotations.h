@@ -10,7 +10,7 @@
 
 // Parameters, their words:
 //
-// annotation  a text under a key. A parameter's name, description and unit are annotations under reserved keys
+// annotation  a string under a key. A parameter's name, description and unit are annotations under reserved keys
 // attribute   a named parameter (Attribute and its descendants); a value holds one typed value, a range has bounds
 // list        the named attributes of a design object (Attributes)
 // gate        do_setValue, the overridable operation that every typed setting passes
@@ -23,16 +23,14 @@ public:
     /// The texts by key.
     using AnnotationMap = std::map<std::string, std::string>;
     /**@{*/
-    /// Good until the annotation is removed.
+    /// Valid until the annotation is removed.
     using iterator = AnnotationMap::iterator;
     using const_iterator = AnnotationMap::const_iterator;
     /**@}*/
 
-    /// Empty.
     Annotations();
-    /// Copies the notes and the serialisation register as it stands.
+    /// Copies the notes and the serialisation register as it is.
     Annotations(Annotations const& other);
-    /// As the copy.
     Annotations& operator=(Annotations const& other);
     virtual ~Annotations();
     VRL_PERSISTENT_ROOT(Annotations)
@@ -47,14 +45,13 @@ public:
     /// Erases all annotations, the reserved ones of a parameter included.
     Annotations& clear();
 
-    /// The text of the key. An absent key gives an empty text, or with `mustExist` throws the `std::string`
+    /// The text of the key. For an absent key it returns an empty string, or with `mustExist` throws the `std::string`
     /// "annotation 'KEY' not found\n".
     std::string getAnnotation(std::string const& key, bool mustExist) const;
-    /// The text of the key if it is present and not empty, otherwise `defaultText`: a stored empty text counts as
+    /// The text of the key if it is present and not empty, otherwise `defaultText`: a stored empty string counts as
     /// absent here, though getAnnotation treats it as present.
     std::string getAnnotationDefault(std::string const& key, std::string const& defaultText) const;
 
-    /// The number of annotations.
     std::size_t size() const { return annotations.size(); }
     /**@{*/
     /// The annotations, in order of the keys.
@@ -67,7 +64,7 @@ public:
     const_iterator beginAnnotation() const { return annotations.begin(); }
     const_iterator endAnnotation() const { return annotations.end(); }
     /**@}*/
-    /// All annotations; good as long as this object.
+    /// All annotations; valid as long as this object.
     AnnotationMap const& list() const { return annotations; }
 
     /// Writes "-X-", whatever the annotations are.

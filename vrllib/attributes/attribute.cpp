@@ -22,7 +22,7 @@ std::string const& unitsKey() {
 }
 
 /// What one of the texts of an attribute is, empty if it throws: saving goes on without a missing annotation, and also
-/// without what a plug-in's own operation refuses to tell.
+/// without what a plug-in's own operation throws at.
 std::string textOrEmpty(Attribute const& attribute, std::string (Attribute::*text)() const) {
     try {
         return (attribute.*text)();

@@ -11,14 +11,14 @@ namespace Vorlane_v1_0 {
 /// The base of every parameter: an annotated object with a name, a description and a unit.
 ///
 /// These three are annotations under reserved keys, so whatever copies, saves or clears annotations does it to them:
-/// assigning one attribute to another renames the target. After clear() or delAnnotation() of its key, getName and its
-/// kin throw the `std::string` "annotation 'vrl::attrName' not found\n" and its kin.
+/// assigning one attribute to another renames the target. After clear() or delAnnotation() of its key, getName,
+/// getDescr and getUnits throw the `std::string` "annotation 'KEY' not found\n".
 class VRL_API Attribute : public Annotations {
 public:
     /// Stores the three texts as annotations, empty ones too.
     explicit Attribute(std::string const& name = "", std::string const& descr = "", std::string const& units = "");
     /**@{*/
-    /// Copies the annotations, name, description and unit included, and the serialisation register as it stands.
+    /// Copies the annotations, name, description and unit included, and the serialisation register as it is.
     Attribute(Attribute const& other);
     Attribute& operator=(Attribute const& other);
     /**@}*/
@@ -26,7 +26,7 @@ public:
     VRL_PERSISTENT(Attribute)
 
 public:
-    /// The word for the type of the value, such as "Double"; a text of its own in the base.
+    /// The word for the type of the value, such as "Double"; a string of its own in the base.
     virtual std::string getType() const;
     /// The name under which the attribute factory makes objects of this class.
     virtual std::string getFactoryName() const;
@@ -34,13 +34,13 @@ public:
     virtual std::string getName() const;
     /// The description. Throws if its annotation is gone.
     virtual std::string getDescr() const;
-    /// The unit, a text that nothing interprets. Throws if its annotation is gone.
+    /// The unit, a string that nothing interprets. Throws if its annotation is gone.
     virtual std::string getUnits() const;
     /// Whether the value has bounds; false in the base.
     virtual bool hasRange() const;
-    /// Sets the value from a text and yields whether it changed. The base changes nothing and yields false.
+    /// Sets the value from a string and returns whether it changed. The base changes nothing and returns false.
     virtual bool setStringValue(std::string const& text);
-    /// The value as a text; empty in the base.
+    /// The value as a string; empty in the base.
     virtual std::string getStringValue() const;
     /// Takes over the value of another attribute, and nothing else of it. The base does nothing.
     virtual void setValue(Attribute const* other);
@@ -71,7 +71,7 @@ VRL_API std::ostream& operator<<(std::ostream& os, Attribute const& attribute);
 
 /// An attribute with the text of an expression and a flag that says that the value was calculated.
 ///
-/// The library stores both, and neither parses the text nor looks at the flag: expressions are the affair of hosts and
+/// The library stores both, and neither parses the text nor looks at the flag: expressions are left to hosts and
 /// plug-ins. The one rule: a value that is set through the typed path loses its expression.
 class VRL_API AttributeWithExpr : public Attribute {
 public:
@@ -81,7 +81,7 @@ public:
     AttributeWithExpr(std::string const& name, std::string const& expression, std::string const& descr,
                       std::string const& units);
     /**@{*/
-    /// Copies the annotations, the expression, the flag and the serialisation register as it stands.
+    /// Copies the annotations, the expression, the flag and the serialisation register as it is.
     AttributeWithExpr(AttributeWithExpr const& other);
     AttributeWithExpr& operator=(AttributeWithExpr const& other);
     /**@}*/
@@ -119,8 +119,8 @@ extern template class VRL_INSTANCE Serialisable<AttributeWithExpr>;
 
 namespace detail {
 
-/// The comment of a parameter in a listing: getName, "[", getUnits, "]". It never throws: a missing annotation gives an
-/// empty text.
+/// The comment of a parameter in a listing: getName, "[", getUnits, "]". It never throws: a missing annotation counts
+/// as empty.
 VRL_API std::string nameAndUnits(Attribute const& attribute);
 
 }  // namespace detail

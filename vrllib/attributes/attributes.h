@@ -30,16 +30,16 @@ struct Identity {
 ///
 /// The list owns its parameters through handles. It knows them by name, and remembers the order of adding: iterators,
 /// indices and size() follow that order, while printing and checking go by name. Two exceptions are part of the design:
-/// a name that is added twice stands twice in the order and once among the parameters, and a parameter that was made
+/// a name that is added twice is in the order twice and among the parameters once, and a parameter that was made
 /// while reading has no place in the order.
 ///
 /// A copy is shallow: both lists then hold the same parameters.
 ///
 /// Errors: an unknown name throws the `std::string` "variable 'NAME' not found\n", a parameter of another type
-/// "variable 'NAME' type mismatch\n". The operations that write from a text or from another attribute never throw; they
-/// report on std::cerr. Indices are the caller's duty unless said otherwise.
+/// "variable 'NAME' type mismatch\n". The operations that write from a string or from another attribute never throw;
+/// they report on std::cerr. Indices are the caller's duty unless said otherwise.
 ///
-/// Change counter: add counts 1, addAttribute 2, writing from a text 1 if it changed the value, by index always,
+/// Change counter: add counts 1, addAttribute 2, writing from a string 1 if it changed the value, by index always,
 /// writing from an attribute 1 through set and 2 through setAttribute (less 1 on failure); the typed setters count
 /// nothing. So a difference says that something happened, and its size says nothing.
 class VRL_API Attributes : public Annotations {
@@ -49,12 +49,11 @@ public:
     /// The names in the order of adding.
     using Order = std::vector<std::string>;
     /**@{*/
-    /// Refers to a name; good until the next parameter is added.
+    /// Refers to a name; valid until the next parameter is added.
     using iterator = Order::iterator;
     using const_iterator = Order::const_iterator;
     /**@}*/
 
-    /// Empty.
     Attributes();
     /// Shares the parameters and copies everything else; the serialisation register starts empty.
     Attributes(Attributes const& other);
@@ -68,9 +67,9 @@ public:
     virtual bool inSpec(std::ostream& os) const;
 
     /**@{*/
-    /// Adds a parameter under its present name and takes it over; null is ignored. Yields the parameter.
+    /// Adds a parameter under its present name and takes it over; null is ignored. Returns the parameter.
     ///
-    /// If the name is taken, the new parameter is deleted, the first one stays, the name stands twice in the order, and
+    /// If the name is taken, the new parameter is deleted, the first one stays, the name is in the order twice, and
     /// the result points to the deleted object. Ask find first.
     Attribute* add(Attribute* a);
     Attribute* addAttribute(Attribute* a);
@@ -86,7 +85,6 @@ public:
 #undef VRL_ADD_
     /**@}*/
 
-    /// Whether a parameter has that name.
     bool find(std::string const& name) const;
     /**@{*/
     /// The parameter of that name, which the list goes on owning.
@@ -101,9 +99,7 @@ public:
     Attribute const& get(std::size_t const& i);
     Attribute const& get(std::size_t const& i) const;
     /**@}*/
-    /// The description of a parameter.
     std::string getDescr(std::string const& name) const;
-    /// The unit of a parameter.
     std::string getUnits(std::string const& name) const;
 
     /// The number of names in the order of adding.
@@ -156,15 +152,15 @@ public:
     /**@}*/
 
     /**@{*/
-    /// Sets a parameter from a text, without a look at its range or its expression. Yields whether the value changed.
-    /// The index is checked.
+    /// Sets a parameter from a string, without a look at its range or its expression. Returns whether the value
+    /// changed. The index is checked.
     bool setAttribute(std::string const& name, std::string const& text);
     bool setAttribute(std::size_t const& i, std::string const& text);
     bool set(std::size_t const& i, std::string const& text);
     /**@}*/
 
     /**@{*/
-    /// Sets a parameter to the value of another attribute, which stays with the caller. Yields `a`, or by name null on
+    /// Sets a parameter to the value of another attribute, which stays with the caller. Returns `a`, or by name null on
     /// failure.
     Attribute* set(std::string const& name, Attribute* a);
     Attribute* set(std::size_t const& i, Attribute* a);
@@ -172,7 +168,7 @@ public:
     Attribute* setAttribute(std::size_t const& i, Attribute* a);
     /**@}*/
 
-    /// Stores the text of an expression with a parameter; its value stays. Yields this list. Throws if the name is
+    /// Stores the text of an expression with a parameter; its value stays. Returns this list. Throws if the name is
     /// unknown or the parameter takes no expression.
     Attributes& setExpression(std::string const& name, std::string const& expr);
 

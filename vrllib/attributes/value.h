@@ -16,7 +16,7 @@ namespace detail {
 template <class T>
 char const* typeWord();
 
-/// Parses a text into a value and yields whether the value changed; it is stored in either case. A text that is no
+/// Parses a string into a value and returns whether the value changed; it is stored in either case. What is no
 /// number stores 0; only a complex value stays as it is.
 template <class T>
 bool parseValue(std::string const& text, T& value);
@@ -29,7 +29,7 @@ std::string formatValue(T const& value);
 template <class T>
 int orderOfValues(T const& a, T const& b);
 
-/// Writes a value as source: as the stream writes it, but an empty text as two double quotes.
+/// Writes a value as source: as the stream writes it, but an empty string as two double quotes.
 template <class T>
 void writeSource(std::ostream& os, T const& value);
 
@@ -55,11 +55,11 @@ VRL_FOR_VALUE_TYPES(VRL_VALUE_TEXTS_)
 /// A named parameter that holds one value of a type of VRL_FOR_VALUE_TYPES: bool, int, double, std::complex<double> or
 /// std::string.
 ///
-/// The value is written along four paths that differ on purpose:
+/// The value is written along four paths that differ by design:
 ///
-/// setValue(T)           passes the gate do_setValue: warns on a range, empties the expression, yields the old value
+/// setValue(T)           passes the gate do_setValue: warns on a range, empties the expression, returns the old value
 /// setValue(Attribute*)  copies the value alone; throws a `char const*` if the other is no Value<T>
-/// setStringValue(text)  parses and stores; yields whether the value changed, and reports no bad text
+/// setStringValue(text)  parses and stores; returns whether the value changed, and reports no bad text
 /// read                  stores what the stream holds
 ///
 /// Only the first empties the expression and looks at a range. No constructor passes the gate.
@@ -74,7 +74,7 @@ public:
     Value(std::string const& name, T const& value, std::string const& expression, std::string const& descr,
           std::string const& units);
     /**@{*/
-    /// Copies everything, the name and the serialisation register as it stands included.
+    /// Copies everything, the name and the serialisation register as it is included.
     Value(Value const& other) = default;
     Value& operator=(Value const& other) = default;
     /**@}*/
@@ -87,14 +87,14 @@ public:
     /// "Value_" and the type word.
     std::string getFactoryName() const override;
 
-    /// Stores the value through the gate. Yields the previous value.
+    /// Stores the value through the gate. Returns the previous value.
     T setValue(T const& value);
     /// Copies the value alone. Throws "attribute set failed on type mismatch" (`char const*`) if the other is null or
     /// no Value<T>.
     void setValue(Attribute const* other) override;
-    /// The value; good as long as this object.
+    /// The value; valid as long as this object.
     T const& getValue() const;
-    /// Parses and stores the text. A text that is no number stores 0, but leaves a complex value as it is.
+    /// Parses and stores the text. A string that is no number stores 0, but leaves a complex value as it is.
     bool setStringValue(std::string const& text) override;
     /// The text that setStringValue reads.
     std::string getStringValue() const override;
@@ -108,9 +108,9 @@ public:
 protected:
     /// Orders by value with a sense opposite to the usual one: -1 if this value is greater, 1 if it is less. Equal
     /// values are ordered by their expressions, in the usual sense. 0 if the other is no Value<T>. This mixture is
-    /// meant.
+    /// by design.
     int compare(Attribute const& other) const override;
-    /// The gate: stores the value, empties the expression, and yields the old value.
+    /// The gate: stores the value, empties the expression, and returns the old value.
     virtual T do_setValue(T const& value);
 
 private:

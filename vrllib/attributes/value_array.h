@@ -17,11 +17,10 @@ template <class T>
 struct VRL_TEMPLATE ArrayData {
     /// No block and no elements.
     ArrayData();
-    /// Takes the pointer as it stands; nothing is copied.
+    /// Takes the pointer itself; nothing is copied.
     ArrayData(T* p, std::size_t const& n);
     /// Both records then share one block.
     ArrayData(ArrayData const& other) = default;
-    /// As the copy.
     ArrayData& operator=(ArrayData const& other) = default;
 
     /// Releases the present block and allocates one of `n` elements: numbers as they come, complex numbers 0, texts
@@ -36,7 +35,7 @@ struct VRL_TEMPLATE ArrayData {
 
 }  // namespace Vorlane_v1_0::detail
 
-/// An attribute that stands for an array of int, double, std::complex<double> or std::string.
+/// An attribute that represents an array of int, double, std::complex<double> or std::string.
 ///
 /// It reserves the name and the class, and does little: the arguments of its constructor are accepted and dropped, on
 /// purpose, so that name, description, unit and content are empty, and no operation reaches the elements. A derived

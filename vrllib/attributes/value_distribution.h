@@ -4,28 +4,20 @@
 
 /// The tags of distributions. They hold nothing: no numbers are drawn here, and a distribution has no parameters.
 ///
-/// Both write " Uniform " to a document, so that a Gaussian value documents itself as uniform. This is meant.
+/// Both write " Uniform " to a document, so that a Gaussian value documents itself as uniform, by design.
 class VRL_API vrlGaussianDistribution {
 public:
     vrlGaussianDistribution() = default;
-    /**@{*/
-    /// There is nothing to copy.
     vrlGaussianDistribution(vrlGaussianDistribution const&) = default;
     vrlGaussianDistribution& operator=(vrlGaussianDistribution const&) { return *this; }
-    /**@}*/
-    /// Writes " Uniform ".
     texstream& toTex(texstream& tex) const;
 };
 /// The tag of a uniform distribution. See vrlGaussianDistribution.
 class VRL_API vrlUniformDistribution {
 public:
     vrlUniformDistribution() = default;
-    /**@{*/
-    /// There is nothing to copy.
     vrlUniformDistribution(vrlUniformDistribution const&) = default;
     vrlUniformDistribution& operator=(vrlUniformDistribution const&) { return *this; }
-    /**@}*/
-    /// Writes " Uniform ".
     texstream& toTex(texstream& tex) const;
 };
 

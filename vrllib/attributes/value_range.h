@@ -21,14 +21,14 @@ VRL_API std::ostream& messageStream();
 
 /// A value with an accepted interval: int, double or std::complex<double>, with V the Value of the same type.
 ///
-/// The range warns and never refuses: a value outside is stored all the same. Setting through the gate leaves a line in
+/// The range warns and never refuses: a value outside is stored nevertheless. Setting through the gate leaves a line in
 /// the message channel, and inSpec is false as long as the value is outside. Constructors, texts, other attributes and
 /// reading set the value in silence. A ranged value is saved as its plain value; the bounds are not saved and come from
 /// the constructor of the object that is read into. Nothing requires the bounds to be in order.
 template <class T, class V>
 class VRL_TEMPLATE ValueRange : public V {
 public:
-    /// Stores the value and the bounds as they stand; nothing is checked.
+    /// Stores the value and the bounds; nothing is checked.
     ValueRange(std::string const& name, T const& value, T const& min, T const& max, std::string const& descr = "",
                std::string const& units = "");
     /**@{*/
@@ -38,7 +38,6 @@ public:
     /**@}*/
     ~ValueRange() override;
 
-    /// True.
     bool hasRange() const override;
     /// Writes the value alone.
     std::ostream& operator<<(std::ostream& os) const override;
@@ -50,7 +49,7 @@ public:
     bool inSpec(std::ostream& os) const override;
 
     /**@{*/
-    /// The bounds, each under two names; good as long as this object.
+    /// The bounds, each under two names; valid as long as this object.
     T const& getMinValue() const;
     T const& getMaxValue() const;
     T const& getMinimumValue() const;
@@ -65,8 +64,8 @@ private:
     T maxValue;
 };
 
-/// A ranged value with a flag that tells a host that it may change the value by itself. The flag is false at first, is
-/// saved, and has no effect in the library.
+/// A ranged value with a flag by which a host knows that it may change the value by itself. The flag is false at first,
+/// is saved, and has no effect in the library.
 template <class T, class V>
 class VRL_TEMPLATE AutoValueRange : public ValueRange<T, V> {
 public:
@@ -82,7 +81,6 @@ public:
     VRL_PERSISTENT(AutoValueRange)
 
 public:
-    /// True.
     bool canBeAutoChangeable() const override;
     /**@{*/
     /// The flag.

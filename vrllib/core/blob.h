@@ -36,7 +36,7 @@ public:
     static void push_back(std::string const& name, Blob* blob);
     /// The object of that name, or null.
     static Blob* find(std::string const& name);
-    /// Writes "Blob's:", each name behind a blank, in order, and a line end.
+    /// Writes "Blob's:", each name after a blank, in order, and a line end.
     static void list(std::ostream& os);
 };
 

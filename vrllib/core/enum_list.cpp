@@ -15,7 +15,7 @@ struct Row {
     char const* tex = nullptr;
 };
 
-// The first row of each table, 0, also stands for every number that the table lacks.
+// The first row of each table, 0, is also that of every number that the table lacks.
 
 constexpr Row kSolvers[] = {
     {EnumList::UndefSolver, "UndefSolver"},
@@ -33,7 +33,7 @@ constexpr Row kSolvers[] = {
     {EnumList::LetiSolver, "LetiSolver", "\\textit{Leti}"},
 };
 
-// Names and LaTeX texts differ on purpose: some houses have no display name, and 1001 goes by two names.
+// Names and LaTeX texts differ by design: some houses have no display name, and 1001 goes by two names.
 constexpr Row kFoundries[] = {
     {EnumList::UndefFoundry, "UndefFoundry"},
     {EnumList::InHouseFoundry, "InHouse Foundry", "\\textit{InHouse}"},

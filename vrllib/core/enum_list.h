@@ -10,7 +10,7 @@ namespace Vorlane_v1_0 {
 /// The closed vocabularies of the system and the texts of their ids.
 ///
 /// The numbers are stored in plug-ins and in saved designs: they are never renumbered, and gaps stay gaps. Any other
-/// number is a value, too, and has the texts of the undefined id. Nothing turns a text back into an id.
+/// number is a value, too, and has the texts of the undefined id. Nothing turns a string back into an id.
 /// Errors: none. Threads: any, apart from the caller's own stream.
 class VRL_API EnumList {
 public:
@@ -95,13 +95,13 @@ public:
     /// "Unknown" for a number that is none of the values.
     static std::string getName(Domain const& domain);
 
-    /// Writes the LaTeX text, unescaped and without a line end; nothing for an unknown id. Yields the same texstream.
+    /// Writes the LaTeX text, unescaped and without a line end; nothing for an unknown id. Returns the same texstream.
     ///
-    /// The text of IMECSolver leaves a brace open, and it is meant to.
+    /// The text of IMECSolver leaves a brace open, by design.
     static texstream& toTex(texstream& tex, SolverID const& id);
 
-    /// As above. The texts of IHPFoundry and TyndallPackage begin with a TAB where the others have "\t", and are meant
-    /// to; SmartPhotonixFoundry has a name of its own here.
+    /// As above. The texts of IHPFoundry and TyndallPackage begin with a TAB where the others have "\t", by
+    /// design; SmartPhotonixFoundry has a name of its own here.
     static texstream& toTex(texstream& tex, FoundryID const& id);
 };
 

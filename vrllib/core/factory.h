@@ -20,13 +20,13 @@
 template <class T>
 class VRL_TEMPLATE FactoryFunctions {
 public:
-    /// Is told of an object, which may be null.
+    /// The object may be null.
     using Callback = void (*)(T*);
 
     virtual ~FactoryFunctions() = default;
 
     /**@{*/
-    /// Adds a callback behind the present ones of its list; nothing removes it. Null is ignored.
+    /// Adds a callback after the present ones of its list; nothing removes it. Null is ignored.
     void registerOnCreate(Callback callback) {
         if (callback) onCreateList.push_back(callback);
     }
@@ -38,7 +38,7 @@ public:
     }
     /**@}*/
 
-    /// Calls the on-create callbacks, also for null, and yields the object.
+    /// Calls the on-create callbacks, also for null, and returns the object.
     T* OnCreate(T* object) const {
         call(onCreateList, object);
         return object;
@@ -94,7 +94,6 @@ struct FactoryArguments<A, B> {
 template <class K, class T, class... A>
 class VRL_TEMPLATE FactoryBase : public FactoryFunctions<T>, protected FactoryArguments<A...> {
 public:
-    /// A creator.
     class VRL_TEMPLATE cf {
     public:
         /// A new object, which the caller owns.
@@ -122,10 +121,9 @@ public:
 
     /// The creators by key.
     using Creators = std::map<K, cf*, std::less<K>>;
-    /// Refers to a key with its creator; good until that key is removed.
+    /// Refers to a key with its creator; valid until that key is removed.
     using const_iterator = typename Creators::const_iterator;
 
-    /// Without keys.
     FactoryBase() = default;
     /// Stores arguments that create does not use.
     explicit FactoryBase(FactoryArguments<A...> const& stored) : FactoryArguments<A...>(stored) {}
@@ -153,18 +151,16 @@ public:
 
     /// Makes an object of a kind and passes it through the on-create callbacks; the caller owns it.
     ///
-    /// An unknown key gives null, with no message and no callback. A creator may give null too; the callbacks then run
-    /// with null. Throws "Sorry - use a proper key" (`char*`) for an empty key.
+    /// For an unknown key it returns null, with no message and no callback. A creator may return null too; the
+    /// callbacks then run with null. Throws "Sorry - use a proper key" (`char*`) for an empty key.
     T* create(K const& key, A const&... arguments) const {
         if (key == K()) throwEmptyKey();
         auto const found = creators.find(key);
         return found == creators.end() ? nullptr : this->OnCreate(found->second->create(arguments...));
     }
 
-    /// Whether the key is registered.
     bool find(K const& key) const { return creators.find(key) != creators.end(); }
 
-    /// Whether any key is registered.
     bool hasData() const { return !creators.empty(); }
 
     /// Registers the class U under a key. The last registration of a key wins, silently.
@@ -187,7 +183,7 @@ public:
         return true;
     }
 
-    /// Removes all keys and leaves the creators alive, on purpose: nothing destroys them afterwards.
+    /// Removes all keys and leaves the creators alive, by design: nothing destroys them afterwards.
     void clear() {
         for (auto& entry : creators) keepForever(entry.second);
         creators.clear();
@@ -195,7 +191,6 @@ public:
 
     /// The registered keys and their creators, in key order.
     const_iterator begin() const { return creators.begin(); }
-    /// The end of the keys.
     const_iterator end() const { return creators.end(); }
 
 private:

@@ -8,8 +8,8 @@
 #include "vrllib/core/shared_ptr.h"
 
 /// @file
-/// The seven types that plug-ins extend, each with the type of its one factory in the process. FactoryLoader gives
-/// access to these factories.
+/// The seven types that plug-ins extend, each with the type of its one factory in the process. FactoryLoader is
+/// the way to these factories.
 
 namespace Vorlane_v1_0::detail {
 

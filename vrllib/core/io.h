@@ -13,13 +13,13 @@ class IO;
 
 /// Placeholders for loading and saving whole objects, for Attribute, Attributes, BB, Foundry and Netlist.
 ///
-/// They stay for the plug-ins that link to them: each says "No Boost\n" and yields false, whatever its arguments, and
+/// They stay for the plug-ins that link to them: each says "No Boost\n" and returns false, whatever its arguments, and
 /// touches none of them. To save an object, use its write and read.
 template <class T>
 class VRL_TEMPLATE IO<T, void, void> {
 public:
     /**@{*/
-    /// Reports on `log` and yields false.
+    /// Reports on `log` and returns false.
     static bool read(T* object, char const* fileName, std::ostream& log);
     static bool readString(T* object, std::string const& text, std::ostream& log);
     /**@}*/
@@ -35,7 +35,7 @@ public:
 
 namespace detail {
 
-/// Writes the text of the placeholders and yields false. A null stream stands for the standard error stream.
+/// Writes the text of the placeholders and returns false. A null stream means the standard error stream.
 VRL_API bool notAvailable(std::ostream* log);
 
 }  // namespace detail

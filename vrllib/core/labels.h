@@ -9,7 +9,7 @@
 #include "vrllib/core/enum_list.h"
 
 // Labels are strings whose leading letters carry the meaning: the kind of a port and the polarisation of a mode are
-// read from the name and stand in no field of their own. A null `char const*` counts as empty text.
+// read from the name and have no field of their own. A null `char const*` counts as empty string.
 
 namespace Vorlane_v1_0 {
 
@@ -25,7 +25,7 @@ public:
     /**@}*/
 
     /**@{*/
-    /// The whole text. The pointer is good until the label changes.
+    /// The whole text. The pointer is valid until the label changes.
     std::string const& getName() const { return name; }
     operator std::string const&() const { return name; }
     operator char const*() const { return name.c_str(); }
@@ -34,7 +34,7 @@ public:
     /// Whether the label begins with "i" or with "ci".
     bool isOpticalInput() const { return name[0] == 'i' || (name[0] == 'c' && name[1] == 'i'); }
 
-    /// Whether the label begins with "o". There is no "co", on purpose.
+    /// Whether the label begins with "o". There is no "co", by design.
     bool isOpticalOutput() const { return name[0] == 'o'; }
 
     /**@{*/
@@ -53,7 +53,7 @@ private:
     std::string name;
 };
 
-/// The name of an optical mode, such as "TE0": the head tells the polarisation.
+/// The name of an optical mode, such as "TE0": the head is the polarisation.
 ///
 /// The tag is a number of its creator. It goes with each copy and is otherwise neither read nor compared.
 class VRL_API ModeLabel {
@@ -68,7 +68,7 @@ public:
     ModeLabel(std::size_t const& index, EnumList::Polarisation const& pol, int tag);
 
     /**@{*/
-    /// The whole text. The pointer is good until the label changes.
+    /// The whole text. The pointer is valid until the label changes.
     std::string const& getName() const { return name; }
     operator std::string const&() const { return name; }
     operator char const*() const { return name.c_str(); }
@@ -77,7 +77,7 @@ public:
     /// Reads the first two letters, in either case. Any label that begins with "t" is TM unless "e" follows.
     EnumList::Polarisation getPol() const;
 
-    /// Appends "/inp" or "/out", whatever the name ends with. Yields the label itself.
+    /// Appends "/inp" or "/out", whatever the name ends with. Returns the label itself.
     ModeLabel& direction(bool input);
 
     /**@{*/

@@ -49,7 +49,7 @@ public:
     /// Holds no object, though it has a control block.
     shared_ptr() : block(new Block{nullptr, 1}) {}
 
-    /// Takes the object over. Null gives a handle that holds no object.
+    /// Takes the object over. For null the handle holds no object.
     explicit shared_ptr(T* object) : block(new Block{object, 1}) {}
 
     /// Shares the control block of the source, if it has one.

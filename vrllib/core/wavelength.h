@@ -15,14 +15,11 @@ class VRL_API Wavelength {
 public:
     /// 1.5
     Wavelength() = default;
-    /// Stores the number as it stands.
+    /// Stores the number; nothing is checked.
     Wavelength(double const& w) : value(w) {}
 
-    /**@{*/
-    /// The number.
     double getW() const { return value; }
     operator double() const { return value; }
-    /**@}*/
 
     /// Called as `w << os`. Writes the number under the stream's format, then one blank.
     ///

@@ -12,7 +12,7 @@
 /// It owns the file and a sectioning base that callers shift, so that a part of a document can be nested in another. It
 /// does not run LaTeX. The lines end in a bare line feed on every system.
 /// Ownership: the destructor closes the file, without the footer.
-/// Errors: nothing throws or prints; failures show in the state of os() only. A null text counts as empty.
+/// Errors: nothing throws or prints; failures show in the state of os() only. A null string counts as empty.
 /// Threads: one thread at a time.
 class VRL_API texstream {
 public:
@@ -28,10 +28,10 @@ public:
     operator std::ostream&() { return out; }
     /**@}*/
 
-    /// Writes the preamble, "\begin{document}" included. Yields this texstream.
+    /// Writes the preamble, "\begin{document}" included. Returns this texstream.
     texstream& header();
 
-    /// Writes "\end{document}\n". Yields this texstream.
+    /// Writes "\end{document}\n". Returns this texstream.
     texstream& footer();
 
     /// Closes the file, with the footer if asked for. A second call does nothing; what is written later is lost.
@@ -51,17 +51,17 @@ public:
 
     /// Writes a sectioning command: from chapter (0) over subparagraph (5) to textbf (6), emph for any other level.
     ///
-    /// The level counts from the sectioning base. The title goes through id2tex. Yields this texstream.
+    /// The level counts from the sectioning base. The title goes through id2tex. Returns this texstream.
     texstream& docHeader(std::string const& title, int level);
 
     /**@{*/
-    /// Writes "\label{", the prefix as it stands, id2ref(name), "} ". Yields this texstream.
+    /// Writes "\label{", the prefix, id2ref(name), "} ". Returns this texstream.
     texstream& label(char const* prefix, char const* name);
     texstream& label(char const* prefix, std::string name);
     /**@}*/
 
     /**@{*/
-    /// Writes "\ref{", the prefix as it stands, id2ref(name), "} ". Yields this texstream.
+    /// Writes "\ref{", the prefix, id2ref(name), "} ". Returns this texstream.
     texstream& ref(char const* prefix, char const* name);
     texstream& ref(char const* prefix, std::string name);
     /**@}*/

@@ -16,14 +16,14 @@ namespace Vorlane_v1_0 {
 /// A building block: the unit of a design, with parameters, views and typed ports, made for a foundry.
 ///
 /// Concrete kinds come from plug-ins: they derive from it, declare ports and parameters in their constructor, which has
-/// to accept a null foundry, and register under the name that getName yields. A block is freed with destroy; in a
+/// to accept a null foundry, and register under the name that getName returns. A block is freed with destroy; in a
 /// netlist a handle does that. It does not own its foundry.
 ///
 /// A block is saved with its parameters, its choice of cross section, the name of its foundry and its ports' choices. A
 /// block that was read has no foundry until Netlist::prepare brings it back by name.
 class VRL_API BB : public Component {
 public:
-    /// A port of a block: a name, whose first letters tell the direction, and a domain.
+    /// A port of a block: a name, whose first letters are the direction, and a domain.
     ///
     /// It carries its own choice of cross section, and names the block that it was made for, which it does not own.
     class VRL_API Port {
@@ -32,9 +32,8 @@ public:
         Port();
         /// The port's choice starts empty: it does not take over that of the block.
         Port(PortLabel const& label, BB const* owner, EnumList::Domain const& d);
-        /// Copies everything, the serialisation register as it stands; the copy goes on naming the source's block.
+        /// Copies everything, the serialisation register as it is; the copy goes on naming the source's block.
         Port(Port const& other);
-        /// As the copy.
         Port& operator=(Port const& other);
         /// As the copy, but the register starts empty: ports move when their vector grows.
         Port(Port&& other) noexcept;
@@ -44,7 +43,6 @@ public:
         VRL_PERSISTENT_ROOT(Port)
 
     public:
-        /// The name.
         PortLabel const& getName() const { return name; }
         /// The domain, which the letters of the name do not change.
         EnumList::Domain const& getDomain() const { return domain; }
@@ -81,7 +79,7 @@ public:
     /// The ports in the order of their declaration.
     using Ports = std::vector<Port>;
     /**@{*/
-    /// Good until the next port is added.
+    /// Valid until the next port is added.
     using port_iterator = Ports::iterator;
     using const_port_iterator = Ports::const_iterator;
     /**@}*/
@@ -104,14 +102,14 @@ public:
     /// Runs the on-destroy callbacks, then deletes the block; null only runs the callbacks.
     static void destroy(BB* block);
     /**@{*/
-    /// Adds a callback for all blocks behind the present ones; nothing removes it. The library itself never runs those
+    /// Adds a callback for all blocks after the present ones; nothing removes it. The library itself never runs those
     /// for changes.
     static void registerOnCreate(void (*callback)(BB*));
     static void registerOnChange(void (*callback)(BB*));
     static void registerOnDestroy(void (*callback)(BB*));
     /**@}*/
 
-    /// The kinds that have a port in a domain, in order of the names; good until the next call.
+    /// The kinds that have a port in a domain, in order of the names; valid until the next call.
     /// Makes and destroys one block of every kind, without a foundry.
     static void list(EnumList::Domain const& d, std::vector<std::string>::const_iterator* first,
                      std::vector<std::string>::const_iterator* last);
@@ -121,18 +119,18 @@ public:
     /// Whether the block may use that choice; true in the base.
     virtual bool isAllowed(Foundry::CSInfo const& cs) const;
     /**@{*/
-    /// The choice for a port. The base ignores the port and gives the choice of the block.
+    /// The choice for a port. The base ignores the port and returns the choice of the block.
     virtual Foundry::CSInfo& getCS(Port const& port);
     virtual Foundry::CSInfo const& getCS(Port const& port) const;
     /**@}*/
 
-    /// Appends a port. A name may stand twice; getPort finds the first.
+    /// Appends a port. A name may be repeated; getPort finds the first.
     void addPort(PortLabel const& label, EnumList::Domain const& d);
     /// Appends a port for each name of a list of `char const*` that ends in a null pointer.
     void addPorts(EnumList::Domain const& d, char const* first, ...);
     /// Appends the optical ports "in0", "in1", ... and "out0", "out1", ...
     void pin(std::size_t const& inputs, std::size_t const& outputs);
-    /// The first port of that name, or null; good until the next port is added.
+    /// The first port of that name, or null; valid until the next port is added.
     Port* getPort(std::string const& name);
     /**@{*/
     /// The ports in the order of their declaration.

@@ -13,7 +13,7 @@
 // foundry    a fabrication house; it makes process flows and cross sections
 // block      a building block (BB): a component with ports, made for a foundry
 // element    a block in a netlist, under a number and usually a name
-// node       a number that ties ports together; 0 stands for no node
+// node       a number that connects ports; 0 means no node
 // composite  a block that is a netlist inside (CBB)
 
 namespace Vorlane_v1_0 {
@@ -26,9 +26,8 @@ namespace Vorlane_v1_0 {
 /// A component is saved as its parameter list; views are not saved.
 class VRL_API Component : public virtual Attributes, public virtual RegisterView {
 public:
-    /// Without parameters and views.
     Component();
-    /// Copies the parameter list (sharing the parameters), the views and the serialisation register as they stand.
+    /// Copies the parameter list (sharing the parameters), the views and the serialisation register as they are.
     Component(Component const& other);
     /// Assigns the same parts as the copy, but the change counter stays.
     Component& operator=(Component const& other);
@@ -66,7 +65,6 @@ extern template class VRL_INSTANCE Serialisable<Component>;
 /// A component with no meaning of its own: a bare holder of parameters and views.
 class VRL_API vrlEmptyComponent : public Vorlane_v1_0::Component {
 public:
-    /// Without parameters and views.
     vrlEmptyComponent();
     /// Copies the component, its parameter list and views included.
     vrlEmptyComponent(vrlEmptyComponent const& other);

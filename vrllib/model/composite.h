@@ -8,7 +8,7 @@ namespace Vorlane_v1_0 {
 /// A composite building block: from outside a block with ports, from inside a netlist.
 ///
 /// Both sides share one parameter list and one view register. There are two component parts, so that a composite does
-/// not convert to a Component, and getName and operator<< stand on both sides: go through getAsBB or getAsNetlist.
+/// not convert to a Component, and getName and operator<< are on both sides: go through getAsBB or getAsNetlist.
 /// Outer ports and inner boundary are separate data, which the derived class keeps in step.
 ///
 /// What a derived class has to write: BB is a virtual base, built by the most derived class alone, so a constructor

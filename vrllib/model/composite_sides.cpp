@@ -8,13 +8,13 @@ namespace Vorlane_v1_0 {
 namespace {
 
 /// Takes the pointer as a plain one: the compilers hold that a null `this` cannot be, and warn of a test of it.
-bool holds(void const* composite) { return composite != nullptr; }
+bool isThere(void const* composite) { return composite != nullptr; }
 
 }  // namespace
 
-BB* CBB::getAsBB() { return holds(this) ? static_cast<BB*>(this) : nullptr; }
-BB const* CBB::getAsBB() const { return holds(this) ? static_cast<BB const*>(this) : nullptr; }
-Netlist* CBB::getAsNetlist() { return holds(this) ? static_cast<Netlist*>(this) : nullptr; }
-Netlist const* CBB::getAsNetlist() const { return holds(this) ? static_cast<Netlist const*>(this) : nullptr; }
+BB* CBB::getAsBB() { return isThere(this) ? static_cast<BB*>(this) : nullptr; }
+BB const* CBB::getAsBB() const { return isThere(this) ? static_cast<BB const*>(this) : nullptr; }
+Netlist* CBB::getAsNetlist() { return isThere(this) ? static_cast<Netlist*>(this) : nullptr; }
+Netlist const* CBB::getAsNetlist() const { return isThere(this) ? static_cast<Netlist const*>(this) : nullptr; }
 
 }  // namespace Vorlane_v1_0

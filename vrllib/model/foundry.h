@@ -29,9 +29,8 @@ public:
     public:
         /// Both names empty; the foundry may be null.
         explicit CSInfo(Foundry const* f);
-        /// Copies the names, the foundry and the serialisation register as it stands.
+        /// Copies the names, the foundry and the serialisation register as it is.
         CSInfo(CSInfo const& other) = default;
-        /// As the copy.
         CSInfo& operator=(CSInfo const& other) = default;
         /// Moves the names; the register starts empty, since it would point into the source.
         CSInfo(CSInfo&& other) noexcept;
@@ -58,7 +57,7 @@ public:
         /// The foundry to ask, or null.
         Foundry const* getFoundry() const { return foundry; }
 
-        /// A new cross section, which the caller owns, from the first of these that gives one: the named flow, the
+        /// A new cross section, which the caller owns, from the first of these that makes one: the named flow, the
         /// named cross section, the foundry's default flow, its default cross section.
         ///
         /// Null with a line on std::cout if none does. A foundry without flows throws "No default cross-section
@@ -81,13 +80,13 @@ public:
     /// As the copy: the target takes over the number, too.
     Foundry& operator=(Foundry const& other);
 
-    /// A new foundry of that name for the caller, or null for an unknown one. The empty name gives the default foundry
-    /// of FactoryLoader, which stays with the loader and must not be destroyed; throws as getDefault does.
+    /// A new foundry of that name for the caller, or null for an unknown one. For the empty name it is the default
+    /// foundry of FactoryLoader, which stays with the loader and must not be destroyed; throws as getDefault does.
     static Foundry* create(std::string const& name);
     /// Runs the on-destroy callbacks, then deletes the foundry; null only runs the callbacks.
     static void destroy(Foundry* foundry);
     /**@{*/
-    /// Adds a callback for all foundries behind the present ones; nothing removes it. The library itself never runs
+    /// Adds a callback for all foundries after the present ones; nothing removes it. The library itself never runs
     /// those for changes.
     static void registerOnCreate(void (*callback)(Foundry*));
     static void registerOnChange(void (*callback)(Foundry*));
@@ -98,10 +97,10 @@ public:
     std::string getName() const override = 0;
     /// One line of text for a person.
     virtual std::string describe() const = 0;
-    /// A new cross section, which the caller owns. Null for an unknown name; the empty name stands for the first one in
+    /// A new cross section, which the caller owns. Null for an unknown name; the empty name means the first one in
     /// key order, and throws "No default cross-section specified" (`char*`) if there is none.
     virtual CrossSection* createCS(std::string const& name, double const& width, double radius) const;
-    /// The same with the width -1, which stands for a width that was not given, and the radius 0.
+    /// The same with the width -1, which means a width that was not given, and the radius 0.
     CrossSection* createCS(std::string const& name) const;
     /// A new process flow, which the caller owns. Names as for createCS, with the same text thrown.
     ProcessFlow* createFlow(std::string const& name) const;

@@ -28,12 +28,12 @@ public:
     virtual std::size_t size() const;
     /// The effective index of a mode, its imaginary part the loss. The base: 1 below size(), otherwise 0.
     virtual std::complex<double> neff(std::size_t const& i) const;
-    /// The number of the mode with that label. The base knows none: it says so on std::cout and yields 0.
+    /// The number of the mode with that label. The base knows none: it says so on std::cout and returns 0.
     virtual std::size_t index(ModeLabel const& label) const;
     /// The polarisation of a mode; FV in the base.
     virtual EnumList::Polarisation pol(std::size_t const& i) const;
 
-    /// The effective index of the mode with that label, whose number `index` gives.
+    /// The effective index of the mode with that label; see index.
     std::complex<double> neff(ModeLabel const& label) const;
     /**@{*/
     /// The propagation constant 2 pi neff / wavelength, in the reciprocal unit of the wavelength.
@@ -41,7 +41,6 @@ public:
     std::complex<double> beta(ModeLabel const& label) const;
     /**@}*/
 
-    /// The wavelength.
     Wavelength getWave() const;
     /// 1 / wavelength, which travels in the same type.
     Wavelength getOneOverWave() const;

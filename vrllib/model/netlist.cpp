@@ -21,7 +21,7 @@ namespace Vorlane_v1_0 {
 
 namespace {
 
-bool holds(Netlist::Nodes const& nodes, unsigned int node) {
+bool contains(Netlist::Nodes const& nodes, unsigned int node) {
     return std::find(nodes.begin(), nodes.end(), node) != nodes.end();
 }
 
@@ -34,13 +34,12 @@ void writeNodes(std::ostream& os, Netlist::Nodes const& nodes) {
     }
 }
 
-/// An output that the caller may leave out.
-void give(std::string* target, std::string const& text) {
+void assignIfWanted(std::string* target, std::string const& text) {
     if (target) *target = text;
 }
 
 /// The last index, which is 4294967295 for an empty list.
-void giveLastIndex(Netlist::Nodes const& nodes, unsigned int* position) {
+void storeLastIndex(Netlist::Nodes const& nodes, unsigned int* position) {
     if (position) *position = static_cast<unsigned int>(nodes.size()) - 1U;
 }
 
@@ -124,18 +123,18 @@ std::string Netlist::getName() const { return "Netlist"; }
 void Netlist::mSync() {}
 
 Netlist& Netlist::setInputNode(unsigned int const& node, unsigned int* position) {
-    if (!holds(inputNodes, node)) inputNodes.push_back(node);
-    giveLastIndex(inputNodes, position);
+    if (!contains(inputNodes, node)) inputNodes.push_back(node);
+    storeLastIndex(inputNodes, position);
     return *this;
 }
 Netlist& Netlist::setOutputNode(unsigned int const& node, unsigned int* position) {
-    if (!holds(inputNodes, node)) outputNodes.push_back(node);  // the inputs, on purpose
-    giveLastIndex(outputNodes, position);
+    if (!contains(inputNodes, node)) outputNodes.push_back(node);  // looks at the inputs by design
+    storeLastIndex(outputNodes, position);
     return *this;
 }
 Netlist& Netlist::setDCNode(unsigned int const& node, unsigned int* position) {
-    if (!holds(DCNodes, node)) DCNodes.push_back(node);
-    giveLastIndex(DCNodes, position);
+    if (!contains(DCNodes, node)) DCNodes.push_back(node);
+    storeLastIndex(DCNodes, position);
     return *this;
 }
 
@@ -177,12 +176,12 @@ unsigned int Netlist::addNode(std::string const& element, std::string const& por
 }
 
 bool Netlist::findNode(unsigned int const& node, std::string* element, std::string* port) const {
-    give(element, "");
-    give(port, "");
+    assignIfWanted(element, "");
+    assignIfWanted(port, "");
     for (auto const& entry : portToNode) {
         if (entry.second != node) continue;
-        give(element, entry.first.first);
-        give(port, entry.first.second);
+        assignIfWanted(element, entry.first.first);
+        assignIfWanted(port, entry.first.second);
         return true;
     }
     return false;
@@ -193,10 +192,10 @@ unsigned int Netlist::findNode(std::string const& element, std::string const& po
     return found == portToNode.end() ? 0 : found->second;
 }
 bool Netlist::findNamedNode(unsigned int const& node, std::string const& port, std::string* element) const {
-    give(element, "");
+    assignIfWanted(element, "");
     for (auto const& entry : portToNode) {
         if (entry.second != node || entry.first.second != port) continue;
-        give(element, entry.first.first);
+        assignIfWanted(element, entry.first.first);
         return true;
     }
     return false;
@@ -271,7 +270,7 @@ bool Netlist::inSpec(std::ostream& os) const {
         if (element.second && !detail::NetlistCheck::inSpec(*element.second, text)) good = false;
     if (good) return true;
     os << "The netlist contains errors!\n\n";
-    detail::CollectedText::give(os, complaints.take());
+    detail::CollectedText::write(os, complaints.take());
     os << "\n";
     return false;
 }
@@ -321,7 +320,7 @@ void Netlist::printElement(std::ostream& os, std::string const& name, unsigned i
         current = block.getCS();
         os << " mcs=>(\"" << current.getCSName() << "\") ";
     }
-    // The ports of an element stand side by side in the table.
+    // The ports of an element are next to each other in the table.
     char const* separator = "";
     for (auto port = portToNode.lower_bound({name, ""}); port != portToNode.end() && port->first.first == name;
          ++port) {

@@ -28,10 +28,10 @@ protected:
     static unsigned int nodeCount;  ///< node number
 };
 
-/// The graph of a circuit: blocks (the elements) whose ports are tied to numbered nodes.
+/// The graph of a circuit: blocks (the elements) whose ports are connected to numbered nodes.
 ///
 /// It is a pure table: it stores names and numbers, and does not look into the blocks. An element has a number and
-/// usually a name; two ports are connected if they are tied to the same node; the boundary lists name nodes as inputs,
+/// usually a name; two ports are connected if they have the same node; the boundary lists name nodes as inputs,
 /// outputs and DC nodes. Everything is inserted and nothing overwritten or removed: what is there stays.
 ///
 /// Numbers are unique across the netlists of a process, since they come from process-wide counters. The counters are
@@ -62,7 +62,7 @@ public:
 
     /// Empty. Runs the on-create callbacks at its end.
     Netlist();
-    /// Shares the blocks and copies the tables and the serialisation register as they stand. No on-create callback
+    /// Shares the blocks and copies the tables and the serialisation register as they are. No on-create callback
     /// runs.
     Netlist(Netlist const& other);
     /// Assigns the same parts as the copy, and the component as Component does.
@@ -76,7 +76,7 @@ public:
     /// Deletes the netlist, whose destructor runs the on-destroy callbacks. Null does nothing.
     static void destroy(Netlist* netlist);
     /**@{*/
-    /// Adds a callback for all netlists behind the present ones; nothing removes it. The library itself never runs
+    /// Adds a callback for all netlists after the present ones; nothing removes it. The library itself never runs
     /// those for changes.
     static void registerOnCreate(void (*callback)(Netlist*));
     static void registerOnChange(void (*callback)(Netlist*));
@@ -95,17 +95,17 @@ protected:
 
 public:
     /**@{*/
-    /// Adds a node to a boundary list unless inputNodes has it, and gives the last index of the list in `position`,
-    /// which may be null. Outputs are looked up among the inputs as well, on purpose: a node is not input and output at
-    /// once, and an output may stand twice.
+    /// Adds a node to a boundary list unless inputNodes has it, and stores the last index of the list in `position`,
+    /// which may be null. Outputs are looked up among the inputs as well, by design: a node is not input and output at
+    /// once, and an output may be repeated.
     virtual Netlist& setInputNode(unsigned int const& node, unsigned int* position = nullptr);
     virtual Netlist& setOutputNode(unsigned int const& node, unsigned int* position = nullptr);
     /**@}*/
     /// The same for the DC boundary, which looks at itself.
     virtual Netlist& setDCNode(unsigned int const& node, unsigned int* position = nullptr);
 
-    /// Adds an element. The number 0 takes the next number of the process, an empty name gives "elm#NUMBER". Yields the
-    /// name in use, or an empty text without a block.
+    /// Adds an element. The number 0 takes the next number of the process, an empty name becomes "elm#NUMBER". Returns
+    /// the name in use, or an empty string without a block.
     ///
     /// A taken name keeps leading to its first element, and the newcomer is reached by its number only. A taken number
     /// keeps its block, the new handle is dropped, and a new name then leads to the old block.
@@ -121,27 +121,28 @@ public:
 
     /// Takes the next node number of the process. The netlist records nothing.
     virtual unsigned int createNode();
-    /// Ties a port of a named element to a node, 0 for a new one. Yields the node, or 0 for an unknown element.
+    /// Connects a port of a named element to a node, 0 for a new one. Returns the node, or 0 for an unknown element.
     ///
-    /// A port that is tied already keeps its node, though the result is the one asked for. Throws "Port name is empty."
+    /// A port that is connected already keeps its node, though the result is the one asked for. Throws "Port name is
+    /// empty."
     /// (`char*`) on a known element; a new number stays used.
     virtual unsigned int addNode(std::string const& element, std::string const& port, unsigned int const& node = 0);
-    /// The first port, in order of element and port name, that is tied to the node. Without one the texts are empty. An
-    /// output may be null.
+    /// The first port, in order of element and port name, that is connected to the node. Without one the strings are
+    /// empty. An output may be null.
     virtual bool findNode(unsigned int const& node, std::string* element, std::string* port) const;
     /// The node of a port, or 0.
     virtual unsigned int findNode(std::string const& element, std::string const& port) const;
-    /// The first element, in order of the names, whose port of that name is tied to the node.
+    /// The first element, in order of the names, whose port of that name is connected to the node.
     virtual bool findNamedNode(unsigned int const& node, std::string const& port, std::string* element) const;
     /// The node of a port. Throws the `std::string` "Node ELEMENT@PORT is not there.".
     virtual unsigned int getNode(std::string const& element, std::string const& port) const;
     /// The node of a port, a new one if it has none. 0 for an unknown element, with a number spent.
     virtual unsigned int getNode(std::string const& element, std::string const& port);
 
-    /// A placeholder: it says so on std::cerr and gives an empty choice. Derived netlists override it.
+    /// A placeholder: it says so on std::cerr and returns an empty choice. Derived netlists override it.
     virtual Foundry::CSInfo const& getCS(unsigned int const& node, bool input) const;
     /// Writes the parameters, the boundary and, in order of the names, the elements with the nodes of their ports. The
-    /// choice of cross section stands where it differs from that of the element before.
+    /// choice of cross section is written where it differs from that of the element before.
     virtual std::ostream& operator<<(std::ostream& os) const;
     /// The foundries of the blocks by their numbers. Blocks without one are left out.
     virtual std::map<unsigned int, Foundry const*> getFoundryUse() const;
@@ -149,9 +150,10 @@ public:
     /// The first name of that number, or "-".
     virtual std::string findElementName(unsigned int const& number) const;
 
-    /// Ties each block that has a foundry name to a foundry of that name, one for all blocks that share it.
+    /// Gives each block that has a foundry name a foundry of that name, one for all blocks that share it.
     ///
-    /// An unknown name gives null, without a message. Composite blocks are not entered. Nobody frees the foundries.
+    /// The foundry of an unknown name is null, without a message. Composite blocks are not entered. Nobody frees the
+    /// foundries.
     void prepare();
 
     /**@{*/
@@ -176,11 +178,11 @@ public:
     /**@}*/
 
     /**@{*/
-    /// The tied ports with their nodes, sorted by element and port name.
+    /// The connected ports with their nodes, sorted by element and port name.
     const_port_iterator beginElementPort() const;
     const_port_iterator endElementPort() const;
     /**@}*/
-    /// The number of tied ports, which is not that of the nodes.
+    /// The number of connected ports, which is not that of the nodes.
     std::size_t sizeNodes() const { return portToNode.size(); }
 
     /**@{*/

@@ -43,7 +43,7 @@ void releaseBlocks(Netlist::ElementMap& blocks) {
     --state.depth;
 }
 
-void CollectedText::give(std::ostream& os, Pieces text) {
+void CollectedText::write(std::ostream& os, Pieces text) {
     auto* const outer = dynamic_cast<CollectedText*>(os.rdbuf());
     if (outer && os.good())
         outer->pieces.splice(outer->pieces.end(), text);
@@ -66,7 +66,7 @@ CollectedText::int_type CollectedText::overflow(int_type byte) {
 
 struct NetlistCheck::State {
     std::vector<Netlist const*> path;  // the netlists that are being checked, outermost first
-    Results* results = nullptr;        // what was found ahead; null while the checks are not deep in each other
+    Results* results = nullptr;        // what was found in advance; null while the checks are not deep in each other
 };
 
 NetlistCheck::State& NetlistCheck::state() {
@@ -125,7 +125,7 @@ bool NetlistCheck::inSpec(BB const& block, std::ostream& os) {
         if (found != results->end()) {
             Result& result = found->second;
             bool const good = result.good;
-            CollectedText::give(os, result.uses > 1 ? result.complaints : std::move(result.complaints));
+            CollectedText::write(os, result.uses > 1 ? result.complaints : std::move(result.complaints));
             if (--result.uses == 0) results->erase(found);
             return good;
         }

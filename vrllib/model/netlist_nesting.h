@@ -21,7 +21,7 @@ constexpr std::size_t kPlainNesting = 64;
 /// other, the blocks wait until the stack is back at that level.
 void releaseBlocks(Netlist::ElementMap& blocks);
 
-/// Collects a text. Given to a stream that collects as well, the text moves there whole, without a copy, so that the
+/// Collects a text. Written to a stream that collects as well, the text moves there whole, without a copy, so that the
 /// cost of a complaint does not grow with the levels that it passes.
 class CollectedText final : public std::streambuf {
 public:
@@ -30,7 +30,7 @@ public:
     /// Moves the text out.
     Pieces take() { return std::exchange(pieces, {}); }
     /// Writes a text, or moves it to a stream that collects.
-    static void give(std::ostream& os, Pieces text);
+    static void write(std::ostream& os, Pieces text);
 
 protected:
     std::streamsize xsputn(char const* bytes, std::streamsize count) override;

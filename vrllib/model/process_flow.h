@@ -11,7 +11,6 @@ namespace Vorlane_v1_0 {
 /// Flows are short-lived: one is made, asked once and destroyed, so a cross section must not refer back to its flow.
 class VRL_API ProcessFlow : public Component {
 public:
-    /// Without parameters and views.
     ProcessFlow();
     /// Copies the component, its parameter list and views included.
     ProcessFlow(ProcessFlow const& other);
@@ -19,7 +18,6 @@ public:
     ProcessFlow& operator=(ProcessFlow const& other);
     ~ProcessFlow() override;
 
-    /// The kind.
     std::string getName() const override = 0;
     /// A new cross section, which the caller owns. Null if this flow makes none for these numbers; so does the base.
     virtual CrossSection* createCS(double const& width, double radius) const;

@@ -16,7 +16,7 @@ RegisterView& RegisterView::operator=(RegisterView const& other) {
     return *this;
 }
 RegisterView::~RegisterView() {
-    allocatedViews.clear();  // ahead of the entries, which may name the same views
+    allocatedViews.clear();  // before the entries, which may name the same views
     views.clear();
 }
 

@@ -19,12 +19,11 @@ public:
     /// The views by name.
     using ViewMap = std::map<std::string, View*>;
     /**@{*/
-    /// Good until the entry is removed.
+    /// Valid until the entry is removed.
     using iterator = ViewMap::iterator;
     using const_iterator = ViewMap::const_iterator;
     /**@}*/
 
-    /// Empty.
     RegisterView();
     /// The copy holds the same views, which go on naming their first component.
     RegisterView(RegisterView const& other);
@@ -39,7 +38,7 @@ public:
     /**@}*/
     /// The same as add: in spite of its name it takes no ownership.
     void addAllocatedView(std::string const& name, View* view);
-    /// Does nothing, on purpose: the view is neither stored nor freed.
+    /// Does nothing, by design: the view is neither stored nor freed.
     void addAllocatedView(View* view);
     /// Removes the entry and leaves the view alive. An absent name is no error.
     void del(std::string const& name);

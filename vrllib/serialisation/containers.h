@@ -11,7 +11,7 @@
 #include "vrllib/core/shared_ptr.h"
 #include "vrllib/serialisation/serialisable.h"
 
-// Wrappers of persistent maps and vectors. Each streams one compound whose type tells the shape ("Map", "Vector" or
+// Wrappers of persistent maps and vectors. Each streams one compound whose type is the shape ("Map", "Vector" or
 // "PtrMap", version 1), the number of elements, and the elements: maps by ascending key, vectors by index.
 //
 // A read of another shape or version is false without a message, and so is a failed element; what was read stays.

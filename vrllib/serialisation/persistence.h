@@ -11,7 +11,7 @@
 /// @file
 /// How a class becomes persistent.
 ///
-/// 1. In the class, behind the virtual destructor: VRL_PERSISTENT(Class) (VRL_PERSISTENT_ROOT where no base is
+/// 1. In the class, after the virtual destructor: VRL_PERSISTENT(Class) (VRL_PERSISTENT_ROOT where no base is
 ///    persistent), and among the data: SerRegister serRegister; SerrDoneFlag serDone;
 /// 2. In its .cpp: VRL_DEFINE_PERSISTENCE(Class, Bases...) with the bases whose members are saved as well, or
 ///    VRL_DEFINE_PERSISTENCE_ROOT(Class) without any.
@@ -57,7 +57,7 @@ inline constexpr bool
 template <class C>
 class SerFormat {
 public:
-    /// Asks an object for a text.
+    /// Asks an object for a string.
     using Ask = std::string (*)(C&);
 
     /// `name` is the class name that prefixes the ids. It is the stored type as well, unless type() says otherwise.
@@ -154,7 +154,7 @@ private:
         Ask askType;
         Ask askDoc;
         std::vector<std::unique_ptr<Member>> members;
-        std::string fault;  // what is wrong with the table; thrown as it stands, so it is mutable and stays
+        std::string fault;  // what is wrong with the table; thrown itself, so it is mutable and stays
     };
 
     std::string idOf(unsigned int number) const { return generateIDStr(table->className, number); }
@@ -170,7 +170,8 @@ private:
 
 namespace detail {
 
-/// Fills a register once. A text thrown by a registration goes to the standard error stream and leaves the flag false.
+/// Fills a register once. A string thrown by a registration goes to the standard error stream and leaves the flag
+/// false.
 VRL_API void registerOnce(SerrDoneFlag& done, void (*fill)(void*), void* object);
 
 }  // namespace detail
@@ -219,7 +220,7 @@ private:                                                                        
 /// Declares the persistence operations of a class that has a persistent base.
 #define VRL_PERSISTENT(...) VRL_PERSISTENT_OPERATIONS_(VRL_UNPAREN_((__VA_ARGS__)), , override)
 
-/// Defines the operations of a class; behind the class stand the persistent bases, in the order of registration.
+/// Defines the operations of a class; after the class come the persistent bases, in the order of registration.
 #define VRL_DEFINE_PERSISTENCE(Class, ...) VRL_DEFINE_PERSISTENCE_OF(, (Class), (__VA_ARGS__))
 /// Defines the operations of a class without persistent bases.
 #define VRL_DEFINE_PERSISTENCE_ROOT(Class) VRL_DEFINE_PERSISTENCE_OF(, (Class), ())
@@ -258,7 +259,7 @@ private:                                                                        
         return ::Vorlane_v1_0::Serialisable<VRL_UNPAREN_(Class)>(*this, "").read(d);                                   \
     }
 
-/// A text without the parentheses about it, which protect its commas.
+/// What is in parentheses, without them, which protect its commas.
 #define VRL_UNPAREN_(X) VRL_UNPAREN_INNER_ X
 /// Drops the parentheses for VRL_UNPAREN_.
 #define VRL_UNPAREN_INNER_(...) __VA_ARGS__

@@ -92,7 +92,7 @@ struct SerRegister::Table {
         return static_cast<std::size_t>(std::lower_bound(entries.begin(), entries.end(), id, before) - entries.begin());
     }
 
-    /// The entry of that id, or null. `expected` is the index tried first, and moves behind what was found.
+    /// The entry of that id, or null. `expected` is the index tried first, and moves past what was found.
     Entry const* find(std::string const& id, std::size_t& expected) const {
         std::size_t const at = expected < entries.size() && entries[expected].member->id == id ? expected : place(id);
         if (at >= entries.size() || entries[at].member->id != id) return nullptr;

@@ -11,7 +11,7 @@ namespace Vorlane_v1_0 {
 /// A serialisation id: the name, "::" and the number in decimal. Ids are made only here.
 VRL_API std::string generateIDStr(std::string name, unsigned int number);
 
-/// The base of every wrapper: streams one member. The base itself writes and reads nothing and yields true.
+/// The base of every wrapper: streams one member. The base itself writes and reads nothing, with true.
 class VRL_API SerialisableBase {
 public:
     /// `target` is the address of the member, `name` its name in listings.
@@ -63,11 +63,10 @@ public:
 ///
 /// An object's register is filled on first use and kept as long as the object. It holds addresses of the object's
 /// members. A copy of a register refers to the same members as its source: a copied object whose register was filled
-/// writes and reads the members of the object that it was copied from. This is meant.
+/// writes and reads the members of the object that it was copied from, by design.
 /// Cost: an empty register is one pointer; a filled one has two pointers for each member.
 class VRL_API SerRegister {
 public:
-    /// Empty.
     SerRegister() = default;
     /**@{*/
     /// Shares the wrappers and the addresses of the source.

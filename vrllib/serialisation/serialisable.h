@@ -21,7 +21,7 @@ inline constexpr bool kIsPlain = std::is_same_v<T, unsigned int> VRL_FOR_VALUE_T
 template <class T>
 inline constexpr bool kIsPair = std::is_same_v<T, std::pair<std::string, std::string>>;
 
-/// Writes the members of an object behind its compound header, and the end of the compound. `members` may be null.
+/// Writes the members of an object after its compound header, and the end of the compound. `members` may be null.
 /// False if the compound lies too deep for its stream, or if more than 1,000 objects are being written in each other.
 VRL_API bool writeMembers(SerialiserBase* s, SerRegister* members, std::string const& type);
 
@@ -38,7 +38,7 @@ VRL_API bool readObject(DeSerialiserBase* d, SerRegister* members, std::string c
 ///         operations are virtual, so a reference to a base streams the whole derived object
 ///
 /// An object is read only from its very type and version; anything else is false without a message, and the reader
-/// stays behind the header. A partial read leaves what was read; nothing is rolled back.
+/// stays after the header. A partial read leaves what was read; nothing is rolled back.
 template <class T>
 class VRL_TEMPLATE Serialisable : public SerialisableBase {
 public:
@@ -65,7 +65,7 @@ bool Serialisable<T>::write(SerialiserBase* s) {
         s->endAttribute(name);
         return true;
     } else if constexpr (detail::kIsPair<T>) {
-        // The names of the parts depend on T, since no instance may be completed ahead of its extern template below.
+        // The names of the parts depend on T, since no instance may be completed before its extern template below.
         return Serialisable<typename T::first_type>(value.first, "").write(s) &&
                Serialisable<typename T::second_type>(value.second, "").write(s);
     } else {

@@ -19,21 +19,18 @@ namespace Vorlane_v1_0 {
 /// Whether a register has been filled. It starts false, and copies carry the value along.
 class SerrDoneFlag {
 public:
-    /// Not filled.
     SerrDoneFlag() = default;
-    /// Stores the flag.
     SerrDoneFlag& operator=(bool value) {
         done = value;
         return *this;
     }
-    /// The flag.
     operator bool() const { return done; }
 
 private:
     bool done = false;
 };
 
-/// The abstract writer: it is told of begins, ends and values, in the order of the walk.
+/// The abstract writer: begins, ends and values reach it in the order of the walk.
 ///
 /// Strings are passed by value. `version`, `doc`, `name` and comments may be dropped by a format.
 class VRL_API SerialiserBase {
@@ -83,7 +80,7 @@ VRL_API bool liesTooDeep(SerialiserBase const* s);
 
 /// The abstract reader.
 ///
-/// The operations with a bool yield whether they got what they were asked for, except skipAttribute, which yields
+/// The operations with a bool return whether they got what they were asked for, except skipAttribute, which returns
 /// whether the stream ended before the skipped attribute did.
 class VRL_API DeSerialiserBase {
 public:

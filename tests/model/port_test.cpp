@@ -1,0 +1,174 @@
+#include "vrllib/model/building_block.h"
+
+#include <new>
+#include <sstream>
+#include <type_traits>
+#include <utility>
+
+#include <gtest/gtest.h>
+
+#include "tests/doc/tex_file.h"
+#include "tests/support/sample_design.h"
+#include "tests/support/slots.h"
+
+namespace {
+
+using namespace Vorlane_v1_0;
+using sample::Fab;
+using sample::Mmi;
+using sample::Pad;
+using sample::saved;
+using vrl_test::slotsOf;
+using CSInfo = Foundry::CSInfo;
+using Port = BB::Port;
+
+CSInfo named(std::string const& csName, std::string const& flowName = "") {
+    CSInfo info(nullptr);
+    info.setCS(csName);
+    info.setFlow(flowName);
+    return info;
+}
+
+/// Opens the protected operations of a port.
+struct OpenPort : Port {
+    using Port::getSerDoc;
+    using Port::getSerTypeName;
+    using Port::getSerVerNo;
+    using Port::Port;
+    static auto table() {
+        return slotsOf(&OpenPort::getSerTypeName, &OpenPort::getSerVerNo, &OpenPort::getSerDoc,
+                       &OpenPort::getSerRegister);
+    }
+};
+
+TEST(Port, HasNoNameDomainOrBlockByDefault) {
+    Port const port;
+
+    EXPECT_EQ(port.getName().getName(), "-none-");
+    EXPECT_EQ(port.getDomain(), EnumList::Unknown);
+    EXPECT_EQ(static_cast<int>(port.getDomain()), 0);
+    EXPECT_EQ(port.getObject(), nullptr);
+    EXPECT_EQ(port.getCS().getFoundry(), nullptr);
+    EXPECT_TRUE(port == Port());
+    EXPECT_FALSE(port != Port());
+}
+
+TEST(Port, StoresItsNameBlockAndDomainAndStartsWithAnEmptyChoice) {
+    Fab fab;
+    fab.setCS("wg");
+    Mmi const block(&fab);
+    Port const port("in0", &block, EnumList::Optics);
+
+    EXPECT_EQ(port.getName().getName(), "in0");
+    EXPECT_EQ(port.getDomain(), EnumList::Optics);
+    EXPECT_EQ(port.getObject(), &block);
+    EXPECT_EQ(port.getCS().getCSName(), "");
+    EXPECT_EQ(port.getCS().getFlowName(), "");
+    EXPECT_EQ(port.getCS().getFoundry(), nullptr);
+}
+
+TEST(Port, SetsItsChoice) {
+    Port port;
+    port.setCS(named("wg", "strip"));
+    Port const& constant = port;
+
+    EXPECT_TRUE(constant.getCS() == named("wg", "strip"));
+    port.getCS().setCS("rib");
+    EXPECT_EQ(constant.getCS().getCSName(), "rib");
+}
+
+TEST(Port, ComparesNothingButTheName) {
+    Pad const block;
+    Port const port("dc", &block, EnumList::DC);
+
+    EXPECT_TRUE(port == Port("dc", nullptr, EnumList::RF));
+    EXPECT_FALSE(port != Port("dc", nullptr, EnumList::RF));
+    EXPECT_FALSE(port == Port("dc0", &block, EnumList::DC));
+    EXPECT_TRUE(port != Port("dc0", &block, EnumList::DC));
+}
+
+TEST(Port, CopiesAndAssignsEverythingAndGoesOnNamingTheSourcesBlock) {
+    Pad const block;
+    Port source("dc", &block, EnumList::DC);
+    source.setCS(named("wg"));
+    Port const copy(source);
+    Port target;
+
+    EXPECT_EQ(&(target = source), &target);
+    for (Port const* const port : {&copy, &std::as_const(target)}) {
+        EXPECT_EQ(port->getName().getName(), "dc");
+        EXPECT_EQ(port->getDomain(), EnumList::DC);
+        EXPECT_EQ(port->getObject(), &block);
+        EXPECT_EQ(port->getCS().getCSName(), "wg");
+    }
+}
+
+TEST(Port, CopiesAndAssignsTheRegisterAsItIs) {
+    Port source;
+    source.setCS(named("source"));
+    std::string const before = saved(source);
+    Port copy(source);
+    Port target;
+    target = source;
+    copy.setCS(named("copy"));
+    target.setCS(named("target"));
+
+    EXPECT_EQ(saved(copy), before);
+    EXPECT_EQ(saved(target), before);
+}
+
+TEST(Port, StartsWithAFreshRegisterWhenMoved) {
+    Pad const block;
+    Port source("dc", &block, EnumList::DC);
+    source.setCS(named("source"));
+    std::string const before = saved(source);
+    Port moved(std::move(source));
+
+    EXPECT_EQ(moved.getName().getName(), "dc");
+    EXPECT_EQ(moved.getDomain(), EnumList::DC);
+    EXPECT_EQ(moved.getObject(), &block);
+    EXPECT_EQ(saved(moved), before);
+    moved.getCS().setCS("moved");
+    EXPECT_NE(saved(moved), before);
+
+    Port other;
+    other.setCS(named("other"));
+    saved(other);
+    Port target(other);  // saves what `other` has
+    target = std::move(moved);
+    EXPECT_EQ(target.getName().getName(), "dc");
+    EXPECT_EQ(target.getObject(), &block);
+    EXPECT_EQ(target.getCS().getCSName(), "moved");
+    EXPECT_NE(saved(target), saved(other));
+    EXPECT_TRUE(std::is_nothrow_move_constructible_v<Port>);
+    EXPECT_TRUE(std::is_nothrow_move_assignable_v<Port>);
+}
+
+TEST(Port, PrintsItsName) {
+    Port const port("in_$0", nullptr, EnumList::Optics);
+    std::ostringstream os;
+
+    EXPECT_EQ(&port.operator<<(os), &os);
+    EXPECT_EQ(os.str(), "in_$0");
+}
+
+TEST(Port, DocumentsItsNameWithoutEscaping) {
+    Port const port("in_$0", nullptr, EnumList::Optics);
+
+    EXPECT_EQ(texWrittenBy([&](texstream& tex) { EXPECT_EQ(&port.toTex(tex), &tex); }), "in_$0");
+}
+
+TEST(Port, HasItsOperationsInOrderAfterTheDestructor) {
+    EXPECT_TRUE(std::has_virtual_destructor_v<Port>);
+    EXPECT_EQ(OpenPort::table(), (std::vector<std::size_t>{2, 3, 4, 5}));
+}
+
+TEST(Port, SavesItselfUnderItsFullNameWithItsNameAsTheComment) {
+    OpenPort port("in0", nullptr, EnumList::Optics);
+
+    EXPECT_EQ(port.getSerTypeName(), "BB::Port");
+    EXPECT_EQ(port.getSerVerNo(), 1);
+    EXPECT_EQ(port.getSerDoc(), "in0");
+}
+
+}  // namespace
