@@ -26,7 +26,7 @@ SystemError lastError() {
             code == ERROR_PROC_NOT_FOUND ? Reason::kMissingSymbol : Reason::kOther};
 }
 
-/// A folder that the system tells by a call of its own, with a ";" behind it.
+/// A folder that the system reports by a call of its own, with a ";" after it.
 template <class Call>
 std::string folderFrom(Call const& call) {
     char folder[MAX_PATH];

@@ -71,7 +71,7 @@ struct Target<TypeView<Netlist>> {
 /// One load: maps a file, passes the version gate, calls its entry point with the factory and keeps the handle.
 ///
 /// `label` is the word for the target in messages, and `verbose` whether a file that cannot be mapped is reported.
-/// Yields whether the entry point was called. What the entry point throws passes through, and the load then counts for
+/// Returns whether the entry point was called. What the entry point throws passes through, and the load then counts for
 /// nothing. Exists for the factories of the seven targets and those of the views of Component, Foundry, CrossSection
 /// and ProcessFlow. A null file or entry counts as empty text.
 template <class F>
@@ -96,7 +96,7 @@ public:
     /// Does nothing: the factory is that of T, not of this object.
     FactoryLoader() = default;
 
-    /// Puts a host's own factory in place ahead of first use; it has to live as long as the process.
+    /// Puts a host's own factory in place before first use; it has to live as long as the process.
     /// Throws "Factory already defined" (`char*`) if there is one.
     explicit FactoryLoader(Factory* factory);
 
@@ -116,7 +116,7 @@ public:
         return Vorlane_v1_0::detail::defaultObject<U>();
     }
 
-    /// Replaces the default object. Yields a handle on the new one.
+    /// Replaces the default object. Returns a handle on the new one.
     static Handle<T> setDefault(Handle<T> const& object);
 
     /**@{*/

@@ -198,8 +198,8 @@ bool loadModule(char const* file, char const* entry, EntryCall call, void* facto
     return takeLoad() && Load(file, entry, label, verbose).run(call, factory);
 }
 
-// A pattern that finds nothing or ends at the edge ends the whole list: what stands behind it is not tried, and what
-// was loaded before it is not told.
+// A pattern that finds nothing or ends at the edge ends the whole list: what follows is not tried, and what
+// was loaded before is not reported.
 bool loadList(char const* list, bool verbose, FileLoad load) {
     std::string rest = fitted(list, kListArray);
     bool loaded = false;

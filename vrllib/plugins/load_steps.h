@@ -9,13 +9,13 @@ namespace Vorlane_v1_0::detail {
 /// Calls an entry point with the factory that it expects.
 using EntryCall = void (*)(void* entryPoint, void* factory);
 
-/// One load, as the free loadDllSo tells.
+/// One load; see the free loadDllSo.
 bool loadModule(char const* file, char const* entry, EntryCall call, void* factory, char const* label, bool verbose);
 
 /// The load of one file for one target.
 using FileLoad = bool (*)(char const* file, bool verbose);
 
-/// The loads of FactoryLoader<T>, as they are told there.
+/// The loads of FactoryLoader<T>; see there.
 bool loadList(char const* list, bool verbose, FileLoad load);
 bool loadFolder(char const* dir, char const* postfix, bool verbose, FileLoad load);
 bool loadVariable(char const* name, bool verbose, FileLoad load);
@@ -25,7 +25,7 @@ inline constexpr char kVersionFunction[] = "getAPIversion";
 using VersionFunction = unsigned (*)();
 VersionFunction versionFunction(void* module);
 
-/// Puts the tag in place of the first "wX" that stands behind "lib_".
+/// Puts the tag in place of the first "wX" that follows "lib_".
 void replaceTag(std::string& text);
 
 }  // namespace Vorlane_v1_0::detail

@@ -12,7 +12,7 @@
 /// A plug-in is a shared library that exports, under plain names, an entry point for each type that it serves (see
 /// FactoryLoader), `unsigned getAPIversion()` as soon as the host asks for a version, and `void initLibraryPostLoad()`
 /// if it wants to be called when everything is loaded. A module is a mapped file; its handle is the system's. The tag
-/// is the two characters behind "lib_" in the name of a library; configuration text has the marker "wX" in their place.
+/// is the two characters after "lib_" in the name of a library; configuration text has the marker "wX" in their place.
 /// Plug-ins are never unloaded.
 /// Threads: one thread at a time; nothing is locked.
 

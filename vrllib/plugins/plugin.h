@@ -3,7 +3,7 @@
 #include "vrllib/base/export.h"
 
 /// @file
-/// What a plug-in tells about itself. The entry points for its classes are told in factory_loader.h.
+/// What a plug-in says about itself. factory_loader.h has the entry points for its classes.
 
 /// Defines `getAPIversion`: the version of the library that a plug-in was made for, which the version gate of
 /// needsLibaryVersion compares. It stands once in a plug-in, in no namespace.

@@ -33,6 +33,6 @@ void vrl_cmdline2args::split(char const* input) {
         *end++ = '\0';
         if (quote && *input) ++input;
         if (!*input) return;
-        ++input;  // whatever it is, also behind a closing quote
+        ++input;  // whatever it is, also after a closing quote
     }
 }

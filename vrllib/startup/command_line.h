@@ -23,7 +23,7 @@ public:
 
     /// The number of arguments, the program name included.
     int argc() const { return count; }
-    /// The arguments, with a null pointer behind the last. The first is the fixed program name.
+    /// The arguments, with a null pointer after the last. The first is the fixed program name.
     char const* const* argv() const { return args; }
     /// One argument; `i` is not tested.
     char const* argv(int i) const { return args[i]; }

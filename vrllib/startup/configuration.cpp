@@ -28,7 +28,7 @@ void makeFolderOnce(std::string const& path) {
 /// Loads the file whose name is formed of a prefix, a name and the postfix.
 void loadFormed(std::string const& prefix, std::string const& name, bool verbose) {
     std::string path = prefix + name + configuration().sodllPostfix;
-    expandMacros(path, std::max(kListArray, path.size() + 1));  // what does not fit is cut behind the expansion
+    expandMacros(path, std::max(kListArray, path.size() + 1));  // what does not fit is cut after the expansion
     path = fitted(path, kListArray);
     replaceTag(path);
     loadLibsForAll(path.c_str(), verbose);

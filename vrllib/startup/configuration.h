@@ -27,7 +27,7 @@ VRL_API std::string vrlcfgPath();
 /// A sub-folder of the configuration folder. Each level that ends at a "/" of the name is made if need be.
 ///
 /// A folder is tried once in a process and a failure is not reported. Without a name this is the configuration folder,
-/// with no separator behind it whatever `appendSeparator` says.
+/// with no separator after it whatever `appendSeparator` says.
 VRL_API std::string vrlcfgFolder(char const* name, bool appendSeparator);
 VRL_API std::string vrlcfgFolder(std::string const& name, bool appendSeparator);
 /**@}*/

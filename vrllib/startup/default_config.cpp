@@ -2,7 +2,7 @@
 
 namespace Vorlane_v1_0::detail {
 
-// The text documents the form of the file for its reader, which is why it has so many keys behind a ";".
+// The text documents the form of the file for its reader, which is why it has so many keys after a ";".
 char const* const kDefaultConfigText =
     "# Flush directories, normally not needed\n"
     ";sodlldir_clear\n"

@@ -31,7 +31,7 @@ public:
     /// Acts on the line that the reader is at; one without a known key is ignored.
     void act(std::string line, ConfigReader const& reader);
 
-    /// Loads a library by its name, and the standard plug-ins ahead of the first one. Without a name, only these.
+    /// Loads a library by its name, and the standard plug-ins before the first one. Without a name, only these.
     void loadNamed(std::string const& name);
 
 private:

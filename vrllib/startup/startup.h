@@ -9,7 +9,7 @@
 /// Start-up: the one call that brings the library up, and what a host may say before it.
 ///
 /// Everything that goes wrong is a line in the message channel; no failure stops start-up with an error. The
-/// configuration file is the one source: lines of the form "key = value", "#include name", and comments behind ";" or
+/// configuration file is the one source: lines of the form "key = value", "#include name", and comments after ";" or
 /// "#". Threads: one thread, before any other use of the library.
 ///
 /// One reading of a configuration, start-up or vrlInit_getList, ends at a limit with one line in the message channel:
@@ -34,7 +34,7 @@ VRL_API void vrlConfigFile(char const* path);
 /// Where the configuration file is searched for, in order; the first that exists is taken.
 VRL_API std::vector<std::string> vrlConfigFilePlaces();
 
-/// Sets the value of ${version}, without the patch that may stand behind it: "5.1.3 patch 2" gives "5.1.3".
+/// Sets the value of ${version}, without the patch that may follow: "5.1.3 patch 2" gives "5.1.3".
 VRL_API void vrlInit_setVersion(char const* version);
 
 /// Sets the value of ${user}.

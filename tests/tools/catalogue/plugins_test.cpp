@@ -1,8 +1,6 @@
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <nlohmann/json.hpp>
 
 #include "tests/support/files.h"
 #include "tests/tools/catalogue/catalogue.h"
@@ -115,7 +113,7 @@ TEST(Plugins, NamesTheLibraryThatCrashesInAnEntryPoint) {
               "crashesInEntry, line 4: not loaded\n"
               "  path    BROKEN/lib_wn_crashesInEntry.so.5.1.3\n"
               "  why     ended by signal 11 (Segmentation fault) in initLibraryBB\n"
-              "  cure    take it out of the configuration until it is mended; 'vrl validate' tells more\n"
+              "  hint    take it out of the configuration until it is mended; 'vrl validate' tells more\n"
               "\n"
               "fine, line 5: loaded\n"
               "  path    BROKEN/lib_wn_fine.so.5.1.3\n"
@@ -136,7 +134,7 @@ TEST(Plugins, NamesTheLibraryThatCrashesWhileItIsMapped) {
               "crashesWhenMapped, line 4: not loaded\n"
               "  path    BROKEN/lib_wn_crashesWhenMapped.so.5.1.3\n"
               "  why     ended by signal 11 (Segmentation fault) while it was mapped\n"
-              "  cure    take it out of the configuration until it is mended; 'vrl validate' tells more\n"
+              "  hint    take it out of the configuration until it is mended; 'vrl validate' tells more\n"
               "\n"
               "1 line names a library: 0 loaded, 1 failed\n");
 }
@@ -148,7 +146,7 @@ TEST(Plugins, NamesTheLibraryThatHangs) {
               "hangs, line 4: not loaded\n"
               "  path    BROKEN/lib_wn_hangs.so.5.1.3\n"
               "  why     did not end within 2 seconds in initLibraryBB\n"
-              "  cure    take it out of the configuration until it is mended; 'vrl validate' tells more\n"
+              "  hint    take it out of the configuration until it is mended; 'vrl validate' tells more\n"
               "\n"
               "1 line names a library: 0 loaded, 1 failed\n");
 }
@@ -160,7 +158,7 @@ TEST(Plugins, NamesTheLibraryThatThrows) {
               "throws, line 4: not loaded\n"
               "  path    BROKEN/lib_wn_throws.so.5.1.3\n"
               "  why     the plug-in threw 'no netlist today' in initLibraryNetlist\n"
-              "  cure    take it out of the configuration until it is mended; 'vrl validate' tells more\n"
+              "  hint    take it out of the configuration until it is mended; 'vrl validate' tells more\n"
               "\n"
               "1 line names a library: 0 loaded, 1 failed\n");
 }
@@ -172,7 +170,7 @@ TEST(Plugins, NamesTheLibraryThatEndsTheProgram) {
               "exits, line 4: not loaded\n"
               "  path    BROKEN/lib_wn_exits.so.5.1.3\n"
               "  why     ended with status 7 in initLibraryPostLoad\n"
-              "  cure    take it out of the configuration until it is mended; 'vrl validate' tells more\n"
+              "  hint    take it out of the configuration until it is mended; 'vrl validate' tells more\n"
               "\n"
               "1 line names a library: 0 loaded, 1 failed\n");
 }
@@ -219,7 +217,7 @@ TEST(Plugins, NamesTheDependencyThatIsMissing) {
               "lacksDependency, line 4: not loaded\n"
               "  path    BROKEN/lib_wn_lacksDependency.so.5.1.3\n"
               "  why     libcatalogueHelper.so: cannot open shared object file: No such file or directory\n"
-              "  cure    it needs 'libcatalogueHelper.so': install that, or name its folder in LD_LIBRARY_PATH\n"
+              "  hint    it needs 'libcatalogueHelper.so': install that, or name its folder in LD_LIBRARY_PATH\n"
               "\n"
               "1 line names a library: 0 loaded, 1 failed\n");
 }
@@ -236,12 +234,12 @@ TEST(Plugins, TellsTheVersionsOfARefusedLibrary) {
               "oldVersion, line 5: not loaded\n"
               "  path    BROKEN/lib_wn_oldVersion.so.5.1.3\n"
               "  why     it is of version 2.1.10, and version 2.1.11 of the interface is asked for\n"
-              "  cure    build it anew against that version\n"
+              "  hint    build it anew against that version\n"
               "\n"
               "takesOver, line 6: not loaded\n"
               "  path    BROKEN/lib_wn_takesOver.so.5.1.3\n"
               "  why     it has no getAPIversion, and version 2.1.11 of the interface is asked for\n"
-              "  cure    have it export getAPIversion, and build it against that version\n"
+              "  hint    have it export getAPIversion, and build it against that version\n"
               "\n"
               "3 lines name libraries: 1 loaded, 2 failed\n");
 }
@@ -253,7 +251,7 @@ TEST(Plugins, FindsAnEntryPointWithTheWrongLinkage) {
               "mangled, line 4: not loaded\n"
               "  path    BROKEN/lib_wn_mangled.so.5.1.3\n"
               "  why     it has no entry point of a plug-in\n"
-              "  cure    initLibraryFoundry is there with C++ linkage: declare it with VRL_PLUGIN_EXPORT\n"
+              "  hint    initLibraryFoundry is there with C++ linkage: declare it with VRL_PLUGIN_EXPORT\n"
               "\n"
               "1 line names a library: 0 loaded, 1 failed\n");
 }
@@ -268,14 +266,14 @@ TEST(Plugins, TellsWhichEntryPointsAreLookedFor) {
               "BROKEN/elsewhere/libcatalogueHelper.so, line 4: not loaded\n"
               "  path    BROKEN/elsewhere/libcatalogueHelper.so\n"
               "  why     it has no entry point of a plug-in\n"
-              "  cure    export at least one of initLibraryAttribute, initLibraryFoundry, initLibraryBB, "
+              "  hint    export at least one of initLibraryAttribute, initLibraryFoundry, initLibraryBB, "
               "initLibraryNetlist, initLibraryComponentView, initLibraryBBView, initLibraryNetlistView\n"
               "\n"
               "1 line names a library: 0 loaded, 1 failed\n");
     EXPECT_EQ(report.status, 1);
 }
 
-TEST(Plugins, OffersTheCureForFilesThatAreNotThere) {
+TEST(Plugins, OffersTheHintForFilesThatAreNotThere) {
     Tool const tool;
     tool.write("here/lib_wn_near.so.5.1.2", "");
     tool.write("here/lib_wn_other.so.5.1.3", "");
@@ -296,32 +294,32 @@ TEST(Plugins, OffersTheCureForFilesThatAreNotThere) {
               "bare, line 1: not loaded\n"
               "  path    bare\n"
               "  why     cannot open shared object file: No such file or directory\n"
-              "  cure    no sodlldir_linux names a folder for it, so only the system's own folders were searched\n"
+              "  hint    no sodlldir_linux names a folder for it, so only the system's own folders were searched\n"
               "\n"
               "near, line 4: not loaded\n"
               "  path    here/lib_wn_near.so.5.1.3\n"
               "  why     cannot open shared object file: No such file or directory\n"
-              "  cure    'lib_wn_near.so.5.1.2' is there: correct sodllpostfix_linux, or the name of the file\n"
+              "  hint    'lib_wn_near.so.5.1.2' is there: correct sodllpostfix_linux, or the name of the file\n"
               "\n"
               "othr, line 5: not loaded\n"
               "  path    here/lib_wn_othr.so.5.1.3\n"
               "  why     cannot open shared object file: No such file or directory\n"
-              "  cure    did you mean 'other'?\n"
+              "  hint    did you mean 'other'?\n"
               "\n"
               "link, line 6: not loaded\n"
               "  path    here/lib_wn_link.so.5.1.3\n"
               "  why     cannot open shared object file: No such file or directory\n"
-              "  cure    it is a link to a file that is not there\n"
+              "  hint    it is a link to a file that is not there\n"
               "\n"
               "far, line 9: not loaded\n"
               "  path    gone/lib_wn_far.so.5.1.3\n"
               "  why     cannot open shared object file: No such file or directory\n"
-              "  cure    there is no folder 'gone': correct sodlldir_linux\n"
+              "  hint    there is no folder 'gone': correct sodlldir_linux\n"
               "\n"
               "5 lines name libraries: 0 loaded, 5 failed\n");
 }
 
-TEST(Plugins, OffersTheCureForFilesThatAreNoLibraries) {
+TEST(Plugins, OffersTheHintForFilesThatAreNoLibraries) {
     Tool const tool;
     tool.write("text.so", "This is the text of a file that is no shared library, and longer than its header.\n");
     vrl_test::copyPart(brokenPlugin("fine"), tool.path("short.so"), 5000);
@@ -333,17 +331,17 @@ TEST(Plugins, OffersTheCureForFilesThatAreNoLibraries) {
                           "./text.so, line 1: not loaded\n"
                           "  path    ./text.so\n"
                           "  why     invalid ELF header\n"
-                          "  cure    the file is no shared library: build it, or take a whole copy\n"
+                          "  hint    the file is no shared library: build it, or take a whole copy\n"
                           "\n"
                           "./short.so, line 2: not loaded\n"
                           "  path    ./short.so\n"
                           "  why     file too short\n"
-                          "  cure    the file is empty or was cut short: take a whole copy\n"
+                          "  hint    the file is empty or was cut short: take a whole copy\n"
                           "\n"
                           "./folder.so, line 3: not loaded\n"
                           "  path    ./folder.so\n"
                           "  why     cannot read file data: Is a directory\n"
-                          "  cure    give the path of a shared library\n"
+                          "  hint    give the path of a shared library\n"
                           "\n"
                           "3 lines name libraries: 0 loaded, 3 failed\n");
 }
@@ -454,84 +452,6 @@ TEST(Plugins, ShowsTheStandardPluginOnlyWhenAskedForAll) {
               "  why     cannot open shared object file: No such file or directory\n"
               "\n"
               "1 line names a library: 1 loaded, 0 failed\n");
-}
-
-TEST(Plugins, TellsEverythingAsJson) {
-    Tool const tool;
-    auto const report = tool.run("plugins", {"--json", "--config", writeBrokenConfig(tool, {"takesOver", "throws"})});
-    EXPECT_EQ(shown(tool, report.out), R"({
-  "format": "vrl-plugins",
-  "version": 1,
-  "configuration": {
-    "file": "broken.ini",
-    "named": true,
-    "readable": true,
-    "lookedFor": []
-  },
-  "libraries": [
-    {
-      "name": "takesOver",
-      "key": "sodllfile",
-      "file": "broken.ini",
-      "line": 4,
-      "state": "loaded",
-      "loads": [
-        {
-          "path": "BROKEN/lib_wn_takesOver.so.5.1.3",
-          "result": "loaded",
-          "serves": [
-            "block"
-          ],
-          "keys": [
-            {
-              "target": "block",
-              "key": "FineBlock",
-              "file": "BROKEN/lib_wn_takesOver.so.5.1.3"
-            },
-            {
-              "target": "block",
-              "key": "OtherBlock",
-              "file": "BROKEN/lib_wn_takesOver.so.5.1.3"
-            }
-          ],
-          "takenOver": []
-        }
-      ]
-    },
-    {
-      "name": "throws",
-      "key": "sodllfile",
-      "file": "broken.ini",
-      "line": 5,
-      "state": "failed",
-      "loads": [
-        {
-          "path": "BROKEN/lib_wn_throws.so.5.1.3",
-          "result": "ended",
-          "reason": "the plug-in threw 'no netlist today' in initLibraryNetlist",
-          "cure": "take it out of the configuration until it is mended; 'vrl validate' tells more",
-          "serves": [],
-          "keys": [],
-          "takenOver": []
-        }
-      ]
-    }
-  ]
-}
-)");
-    EXPECT_EQ(report.status, 1);
-}
-
-TEST(Plugins, TellsMillisecondsWhenAsked) {
-    Tool const tool;
-    std::vector<std::string> arguments{"--times", "--config", writeBrokenConfig(tool, {"slow"})};
-    EXPECT_THAT(tool.run("plugins", arguments).out, testing::ContainsRegex("\n  time    [0-9.]+ ms\n"));
-    arguments.push_back("--json");
-    auto const timed = nlohmann::json::parse(tool.run("plugins", arguments).out);
-    EXPECT_GE(timed["libraries"][0]["loads"][0]["milliseconds"].get<double>(), 50.0);
-    arguments.erase(arguments.begin());
-    auto const plain = nlohmann::json::parse(tool.run("plugins", arguments).out);
-    EXPECT_FALSE(plain["libraries"][0]["loads"][0].contains("milliseconds"));
 }
 
 }  // namespace

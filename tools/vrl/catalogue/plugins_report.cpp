@@ -10,7 +10,7 @@
 #include <utility>
 #include <vector>
 
-#include "catalogue/cures.h"
+#include "catalogue/load_hints.h"
 #include "host/targets.h"
 #include "text/json.h"
 #include "text/number.h"
@@ -94,10 +94,10 @@ std::string shortReason(Load const& load) {
     return repeats ? load.reason.substr(head.size()) : load.reason;
 }
 
-/// The cure of a load; none where another folder had the library.
-std::string cureFor(Load const& load, ConfiguredLibrary const* library, Report const& report) {
+/// The hint of a load; none where another folder had the library.
+std::string hintFor(Load const& load, ConfiguredLibrary const* library, Report const& report) {
     bool const missed = load.result == Result::kUnmapped && library && !library->failed(report.loads);
-    return missed ? std::string() : cureOf(load);
+    return missed ? std::string() : hintOf(load);
 }
 
 double rounded(double milliseconds) { return std::round(milliseconds * 10) / 10; }
@@ -155,11 +155,11 @@ void writeKeys(Rows& rows, Load const& load) {
                                   ") from " + pluginName(key.takenFrom));
 }
 
-void writeLoad(std::ostream& os, Load const& load, std::string const& cure, PluginsOptions const& options) {
+void writeLoad(std::ostream& os, Load const& load, std::string const& hint, PluginsOptions const& options) {
     Rows rows(os);
     rows.row("path", load.path.empty() ? "none" : load.path);
     if (!load.reason.empty()) rows.row("why", shortReason(load));
-    if (!cure.empty()) rows.row("cure", cure);
+    if (!hint.empty()) rows.row("hint", hint);
     std::string served;
     for (std::size_t const target : load.serves)
         served += (served.empty() ? "" : ", ") + std::string(kTargets[target].plural);
@@ -205,14 +205,14 @@ void writeText(std::ostream& os, Report const& report, PluginsOptions const& opt
         os << '\n'
            << printable(nameOf(library) + placeText(library, report)) << ": " << stateOf(library, report).text << '\n';
         for (std::size_t const load : library.loads)
-            writeLoad(os, report.loads[load], cureFor(report.loads[load], &library, report), options);
+            writeLoad(os, report.loads[load], hintFor(report.loads[load], &library, report), options);
     }
     for (std::size_t const load : options.all ? report.besides : std::vector<std::size_t>()) {
         bool const works = report.loads[load].result == Result::kLoaded;
         os << '\n'
            << printable(pluginName(report.loads[load].path)) << ", not configured: " << (works ? "" : "not ")
            << "loaded\n";
-        writeLoad(os, report.loads[load], cureFor(report.loads[load], nullptr, report), options);
+        writeLoad(os, report.loads[load], hintFor(report.loads[load], nullptr, report), options);
     }
     if (report.libraries.empty())
         os << "\nno library is configured\n";
@@ -238,10 +238,10 @@ char const* resultId(Result result) {
     return "";
 }
 
-Json loadJson(Load const& load, std::string const& cure, PluginsOptions const& options) {
+Json loadJson(Load const& load, std::string const& hint, PluginsOptions const& options) {
     Json json{{"path", load.path}, {"result", resultId(load.result)}};
     if (!load.reason.empty()) json["reason"] = load.reason;
-    if (!cure.empty()) json["cure"] = cure;
+    if (!hint.empty()) json["hint"] = hint;
     json["serves"] = Json::array();
     for (std::size_t const target : load.serves) json["serves"].push_back(kTargets[target].id);
     json["keys"] = Json::array();
@@ -276,14 +276,14 @@ Json reportJson(Report const& report, PluginsOptions const& options) {
         entry["loads"] = Json::array();
         for (std::size_t const load : library.loads)
             entry["loads"].push_back(
-                loadJson(report.loads[load], cureFor(report.loads[load], &library, report), options));
+                loadJson(report.loads[load], hintFor(report.loads[load], &library, report), options));
         json["libraries"].push_back(entry);
     }
     if (!options.all) return json;
     json["notConfigured"] = Json::array();
     for (std::size_t const load : report.besides)
         json["notConfigured"].push_back(
-            loadJson(report.loads[load], cureFor(report.loads[load], nullptr, report), options));
+            loadJson(report.loads[load], hintFor(report.loads[load], nullptr, report), options));
     return json;
 }
 

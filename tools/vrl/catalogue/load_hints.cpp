@@ -1,4 +1,4 @@
-#include "catalogue/cures.h"
+#include "catalogue/load_hints.h"
 
 #include <algorithm>
 #include <cctype>
@@ -30,7 +30,7 @@ std::vector<std::string> namesIn(fs::path const& folder) {
 /// The name without what stands from ".so" on.
 std::string stem(std::string const& name) { return name.substr(0, name.find(".so")); }
 
-std::string cureOfAbsence(std::string const& path) {
+std::string hintOfAbsence(std::string const& path) {
     fs::path const file(path);
     if (path.empty()) return "name a library behind the '='";
     if (path.find('/') == std::string::npos)
@@ -54,12 +54,12 @@ std::string fileNamed(std::string const& text) { return text.substr(0, text.find
 
 bool has(std::string const& text, char const* part) { return text.find(part) != std::string::npos; }
 
-struct Cure {
+struct Hint {
     char const* words;  ///< of the system
     char const* text;
 };
 
-constexpr Cure kCures[] = {
+constexpr Hint kHints[] = {
     {"Permission denied", "make it readable"},
     {"undefined symbol", "it was built against another version of a library, or lacks one: build it anew"},
     {"' not found", "it was built against newer libraries than are here: build it on this system"},
@@ -67,18 +67,19 @@ constexpr Cure kCures[] = {
     {"not a regular file", "give the path of a shared library"},
     {"Is a directory", "give the path of a shared library"},
     {"file too short", "the file is empty or was cut short: take a whole copy"},
+    {"file damaged", "a part of the file was never written: take a whole copy"},
     {"invalid ELF header", "the file is no shared library: build it, or take a whole copy"},
     {"ELF", "the file is damaged or was built for another kind of machine: build it anew"},
 };
 
-std::string cureOfUnmapped(Load const& load) {
+std::string hintOfUnmapped(Load const& load) {
     std::error_code ignored;
-    if (load.path.empty() || !fs::exists(load.path, ignored)) return cureOfAbsence(load.path);
+    if (load.path.empty() || !fs::exists(load.path, ignored)) return hintOfAbsence(load.path);
     std::string const named = fileNamed(load.reason);
     if (has(load.reason, "cannot open shared object file") && named != load.path)
         return "it needs '" + named + "': install that, or name its folder in LD_LIBRARY_PATH";
-    for (Cure const& cure : kCures)
-        if (has(load.reason, cure.words)) return cure.text;
+    for (Hint const& hint : kHints)
+        if (has(load.reason, hint.words)) return hint.text;
     return {};
 }
 
@@ -93,7 +94,7 @@ std::string mangledEntry(std::string const& path) {
     return {};
 }
 
-std::string cureOfNoEntry(std::string const& path) {
+std::string hintOfNoEntry(std::string const& path) {
     if (std::string const entry = mangledEntry(path); !entry.empty())
         return entry + " is there with C++ linkage: declare it with VRL_PLUGIN_EXPORT";
     std::string names;
@@ -103,17 +104,17 @@ std::string cureOfNoEntry(std::string const& path) {
 
 }  // namespace
 
-std::string cureOf(Load const& load) {
+std::string hintOf(Load const& load) {
     switch (load.result) {
     case Result::kLoaded:
         return {};
     case Result::kUnmapped:
-        return cureOfUnmapped(load);
+        return hintOfUnmapped(load);
     case Result::kRefused:
         return has(load.reason, "no getAPIversion") ? "have it export getAPIversion, and build it against that version"
                                                     : "build it anew against that version";
     case Result::kNoEntry:
-        return cureOfNoEntry(load.file);
+        return hintOfNoEntry(load.file);
     case Result::kEnded:
         return "take it out of the configuration until it is mended; 'vrl validate' tells more";
     }

@@ -7,6 +7,6 @@
 namespace vrltool::catalogue {
 
 /// What to do about a library that was not loaded; empty if that is not plain.
-std::string cureOf(Load const& load);
+std::string hintOf(Load const& load);
 
 }  // namespace vrltool::catalogue
