@@ -65,7 +65,7 @@ struct Source {
         std::string why;
         Node const given = member(rule.defaults, now.name);
         bool const good = plain && valueFor(*plain, given, 1, why);
-        return plain && isValueOf(*plain, good ? given : nodeOfValue(*plain), 1, now);
+        return good ? isValueOf(*plain, given, 1, now) : plain && sameValue(*plain, now);
     }
 };
 
@@ -87,8 +87,10 @@ void addSettings(Source const& source, Node const& before, Node& settings, Node&
         settings.force_insert(setting.first, value);
     }
     for (Parameter const& parameter : parametersOf(source.block)) {
-        bool const own = source.fresh && !source.before(parameter.name), isDefault = source.isDefault(parameter);
-        if (said.count(parameter.name) || own || (isMap(before) && isDefault)) continue;
+        if (said.count(parameter.name) || (source.fresh && !source.before(parameter.name)))
+            continue;  // said, or its own
+        bool const isDefault = source.isDefault(parameter);
+        if (isMap(before) && isDefault) continue;
         MappedName const setting = source.rule.theirSetting(parameter.name);
         bool const free = !setting.name.empty() && !member(settings, setting.name).IsDefined();
         Node const value = nodeOfValue(parameter, setting.factor);
@@ -98,20 +100,19 @@ void addSettings(Source const& source, Node const& before, Node& settings, Node&
     }
 }
 
-void addChoice(Node& node, Choice const& choice, Choice const& before) {
-    if (choice == before) return;
-    node.force_insert("crossSection", textNode(choice.getCSName()));
-    node.force_insert("flow", textNode(choice.getFlowName()));
+/// A choice of cross section; null if it is that of before.
+Node nodeOfChoice(Choice const& choice, Choice const& before) {
+    if (choice == before) return {};
+    return newMap({{"crossSection", textNode(choice.getCSName())}, {"flow", textNode(choice.getFlowName())}});
 }
 
 Node portChoices(Source const& source) {
-    Node ports = newMap();
+    Node ports;
     for (auto port = source.block.beginPort(); port != source.block.endPort(); ++port) {
         std::string const name = port->getName().getName();
         vrl::BB::Port* const before = source.fresh ? source.fresh->block->getPort(name) : nullptr;
-        Node choice = newMap();
-        addChoice(choice, port->getCS(), before ? before->getCS() : Choice(nullptr));
-        if (choice.size() > 0 && !member(ports, name).IsDefined()) ports.force_insert(name, choice);
+        Node const choice = nodeOfChoice(port->getCS(), before ? before->getCS() : Choice(nullptr));
+        if (!isNull(choice) && !member(ports, name).IsDefined()) ports.force_insert(name, choice);
     }
     return ports;
 }
@@ -119,7 +120,7 @@ Node portChoices(Source const& source) {
 /// What "vrl" has of an instance: all in which the block differs from a fresh one of its kind, except its settings.
 Node extensionOf(Export& context, Source const& source, Element const& element, Node const& values) {
     vrl::BB& block = source.block;
-    Node undeclared = newList(), parameters = newMap(), expressions = newMap();
+    Node undeclared, parameters, expressions;  // null until they get a part
     for (Pin const& port : element.pins)
         if (!port.declared) undeclared.push_back(textNode(port.name));
     for (Parameter const& parameter : parametersOf(block)) {
@@ -136,13 +137,12 @@ Node extensionOf(Export& context, Source const& source, Element const& element, 
     }
     bool const mapped = element.foundry == context.map.foundry;
     Node extension = newMap({{"foundry", mapped ? Node() : textNode(element.foundry)},
-                             {"values", unlessEmpty(values)},
-                             {"undeclaredPorts", unlessEmpty(undeclared)}});
-    addChoice(extension, block.vrl::BB::getCS(),
-              source.fresh ? source.fresh->block->vrl::BB::getCS() : Choice(nullptr));
-    append(extension, newMap({{"ports", unlessEmpty(portChoices(source))},
-                              {"parameters", unlessEmpty(parameters)},
-                              {"expressions", unlessEmpty(expressions)}}));
+                             {"values", values},
+                             {"undeclaredPorts", undeclared}});
+    append(extension, nodeOfChoice(block.vrl::BB::getCS(),
+                                   source.fresh ? source.fresh->block->vrl::BB::getCS() : Choice(nullptr)));
+    append(extension,
+           newMap({{"ports", portChoices(source)}, {"parameters", parameters}, {"expressions", expressions}}));
     return extension;
 }
 
@@ -170,7 +170,7 @@ Node instanceOf(Export& context, std::size_t place) {
     Source const source{block, *context.rules[place], fresh};
     Node const component = note(block, "component"), before = note(block, "settings");
     bool const back = component.Scalar() == source.rule.component;
-    Node settings = newMap(), values = newMap();
+    Node settings = newMap(), values;
     addSettings(source, back && isMap(before) ? before : Node(), settings, values);
     Node extension = extensionOf(context, source, element, values);
     if (!back && !isNull(component))
@@ -180,7 +180,7 @@ Node instanceOf(Export& context, std::size_t place) {
     Node instance =
         newMap({{"component", textNode(source.rule.component)}, {"info", note(block, "info")}, {"settings", settings}});
     append(instance, note(block, "members"));
-    append(instance, newMap({{"vrl", unlessEmpty(extension)}}));
+    if (extension.size() > 0) instance.force_insert("vrl", extension);
     return instance;
 }
 
@@ -216,7 +216,9 @@ bool isWhole(Export const& context, std::string const& name, Parts const& elemen
 /// Puts the elements of an array together again; where they differ, they stay, and keep the note.
 void collapse(Export& context, std::string const& name, Parts const& elements) {
     auto const& [first, note] = *elements.begin();
-    Node const one = context.instances.at(first), placement = member(mapOf(context.placements), first);
+    auto const place = context.placements.find(first);
+    Node const one = context.instances.at(first),
+               placement = place == context.placements.end() ? Node() : place->second;
     Node whole = newMap();
     for (auto const& part : one) {
         whole.force_insert(part.first, part.second);
@@ -233,7 +235,7 @@ void collapse(Export& context, std::string const& name, Parts const& elements) {
     }
     if (!isOne) return;
     context.instances.emplace(name, whole);
-    if (placement.IsDefined()) context.placements.emplace(name, placement);
+    if (!isNull(placement)) context.placements.emplace(name, placement);
 }
 
 /// Names the elements. Those that lost their names are called "#1", "#2" and so on, unless already taken.
@@ -313,11 +315,13 @@ std::vector<std::pair<End, End>> connections(Circuit const& circuit) {
 void addNets(Export& context) {
     std::map<std::pair<std::string, std::string>, Node> others;
     auto const text = [](Node const& port) { return item(port, 0).Scalar() + "," + item(port, 1).Scalar(); };
-    for (Node const& entry : only(YAML::NodeType::Sequence, note(context.netlist, "nets")))
+    Node const kept = only(YAML::NodeType::Sequence, note(context.netlist, "nets"));
+    for (Node const& entry : kept)
         others.emplace(std::minmax({text(item(entry, 0)), text(item(entry, 1))}), item(entry, 2));
     Circuit const& circuit = context.circuit;
     for (auto const& [a, b] : connections(circuit)) {
-        Node net = newMap({{"p1", textNode(portText(context, a))}, {"p2", textNode(portText(context, b))}});
+        Node net = newBeside(kept, YAML::NodeType::Map);  // since it gets parts of that note
+        append(net, newMap({{"p1", textNode(portText(context, a))}, {"p2", textNode(portText(context, b))}}));
         auto const members = others.find(std::minmax({circuit.endText(a), circuit.endText(b)}));
         if (members != others.end()) append(net, members->second);
         context.nets.push_back(net);
@@ -370,9 +374,9 @@ void addNodes(Export& context) {
         for (End const& end : ends) list.push_back(textNode(portText(context, end)));
         lists.emplace(portText(context, ends.front()), list);
     }
-    Node nodes = newList();
+    Node nodes;
     for (auto const& list : lists) nodes.push_back(list.second);
-    append(context.extension, newMap({{"nodes", unlessEmpty(nodes)}}));
+    append(context.extension, newMap({{"nodes", nodes}}));
 }
 
 /// Names the lists of the boundary if the outer ports alone would make others. Nodes without ports are "#1", "#2" and
@@ -398,11 +402,11 @@ void addBoundary(Export& context) {
 void addOwn(Export& context) {
     vrl::Netlist& netlist = context.netlist;
     bool const plain = dynamic_cast<vrl::CBB*>(&netlist) != nullptr || netlist.getName() == "Netlist";
-    Node parameters = newMap();
+    Node parameters;
     for (Parameter const& parameter : parametersOf(netlist))
         parameters.force_insert(parameter.name, nodeOfParameter(parameter));
     append(context.extension,
-           newMap({{"kind", plain ? Node() : textNode(netlist.getName())}, {"parameters", unlessEmpty(parameters)}}));
+           newMap({{"kind", plain ? Node() : textNode(netlist.getName())}, {"parameters", parameters}}));
 }
 
 /// Writes back what a partial import left out.
@@ -449,7 +453,7 @@ Node assembled(Export& context) {
                           {"placements", unlessEmpty(places)},
                           {"ports", context.ports}});
     append(result, note(netlist, "members"));
-    append(result, newMap({{"vrl", unlessEmpty(context.extension)}}));
+    if (context.extension.size() > 0) result.force_insert("vrl", context.extension);
     return result;
 }
 

@@ -209,11 +209,20 @@ Node nodeOfValue(Parameter const& parameter, double factor) {
     return std::visit(AsNode{factor}, parameter.value);
 }
 
+bool sameValue(Parameter const& a, Parameter const& b) {
+    auto const* const x = std::get_if<Complex>(&a.value);
+    auto const* const y = std::get_if<Complex>(&b.value);
+    // The text is exact, except that a complex number without an imaginary part does not show the sign of its zero.
+    return a.text == b.text && (!x || !y || numberText(x->imag()) == numberText(y->imag()));
+}
+
 bool isValueOf(Parameter const& taker, Node const& node, double factor, Parameter const& parameter) {
     std::string why;
     Value const value = valueFor(taker, node, factor, why);
-    return value &&
-           written(std::visit(AsNode{1}, *value), Format::kLine) == written(nodeOfValue(parameter), Format::kLine);
+    Parameter taken;
+    if (value) taken.value = *value;
+    taken.text = valueText(taken.value);
+    return value && sameValue(taken, parameter);
 }
 
 Node nodeOfParameter(Parameter const& parameter) {

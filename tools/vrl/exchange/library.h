@@ -107,8 +107,11 @@ std::string storeValue(vrl::Attribute& attribute, Node const& node, double facto
 /// value, or comes nearest to it.
 Node nodeOfValue(Parameter const& parameter, double factor = 1);
 
-/// Whether a value of a netlist, taken for the first parameter, is the value of the second to the last bit.
+/**@{*/
+/// Whether two parameters of the same type, or a value of a netlist taken for the first one, are equal to the last bit.
+bool sameValue(Parameter const& a, Parameter const& b);
 bool isValueOf(Parameter const& taker, Node const& node, double factor, Parameter const& parameter);
+/**@}*/
 
 /**@{*/
 /// A whole parameter: {"type", "value", "unit", "description", "expression"}; such a map of parameters into a list,

@@ -183,10 +183,11 @@ Node newBeside(Node const& other, YAML::NodeType::value type, Mark const& mark) 
 }
 
 Node member(Node const& map, std::string_view name) {
+    static Node const none(YAML::NodeType::Undefined);
     if (map.IsMap())
         for (auto const& entry : map)
             if (entry.first.Scalar() == name) return entry.second;
-    return Node(YAML::NodeType::Undefined);
+    return none;
 }
 
 void append(Node& target, Node const& source) {
