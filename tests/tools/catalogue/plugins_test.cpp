@@ -555,7 +555,7 @@ TEST(Plugins, NamesTheCrashingLibraryInOtherCommands) {
     EXPECT_EQ(shown(tool, list.err),
               "about to crash\n"
               "vrl: BROKEN/lib_wn_crashesInEntry.so.5.1.3: initLibraryBB: the plug-in crashed (segmentation fault)\n"
-              "  take it out of the configuration until it is mended; 'vrl plugins' and 'vrl validate' tell more\n");
+              "  take it out of the configuration until it is mended; 'vrl plugins' and 'vrl validate' show more\n");
     EXPECT_EQ(list.status, 2);
 }
 
@@ -570,7 +570,7 @@ TEST(Plugins, NamesTheLibraryThatEndsOtherCommands) {
         EXPECT_EQ(
             shown(tool, ended.err),
             "vrl: BROKEN/lib_wn_exitsPolitely.so.5.1.3: initLibraryBB: the plug-in ended the program\n"
-            "  take it out of the configuration until it is mended; 'vrl plugins' and 'vrl validate' tell more\n");
+            "  take it out of the configuration until it is mended; 'vrl plugins' and 'vrl validate' show more\n");
         EXPECT_EQ(ended.status, 2);
     }
 }
@@ -588,7 +588,7 @@ std::string shownWith(std::string const& kind) {
 TEST(Plugins, NamesTheBlockThatCrashesWhileADesignIsRead) {
     EXPECT_EQ(shownWith("CrashingBlock"),
               "vrl: making the block 'CrashingBlock': the plug-in crashed (segmentation fault)\n"
-              "  take it out of the configuration until it is mended; 'vrl plugins' and 'vrl validate' tell more\n"
+              "  take it out of the configuration until it is mended; 'vrl plugins' and 'vrl validate' show more\n"
               "status 2\n");
 }
 
@@ -605,7 +605,7 @@ TEST(Plugins, LoadsTheOthersBehindAThrowingLibraryInOtherCommands) {
     EXPECT_EQ(shown(tool, list.err),
               "vrl: BROKEN/lib_wn_throws.so.5.1.3: not loaded: the plug-in threw 'no netlist today' in "
               "initLibraryNetlist\n"
-              "vrl: 1 configured library not loaded; 'vrl plugins' tells why\n");
+              "vrl: 1 configured library not loaded; 'vrl plugins' shows why\n");
     EXPECT_EQ(list.status, 0);
 }
 

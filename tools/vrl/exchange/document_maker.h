@@ -25,15 +25,15 @@ private:
     void addPorts();
     void addToldPorts();
     void addLeftOutPort(std::string const& name, std::string const& end);
-    void addPort(std::string const& name, unsigned node, End const& end);
+    void addPort(std::string const& name, unsigned node, PortPlace const& end);
     void addNodes();
     void addBoundary();
     void addNotes();
     void addLeftOut();
 
-    std::string endText(End const& end);
-    Pin const& pinOf(End const& end) const { return circuit.elements[end.element].pins[end.pin]; }
-    bool isOptical(End const& end) const { return pinOf(end).domain == vrl::EnumList::Optics; }
+    std::string endText(PortPlace const& end);
+    ElementPort const& pinOf(PortPlace const& end) const { return circuit.elements[end.element].ports[end.port]; }
+    bool isOptical(PortPlace const& end) const { return pinOf(end).domain == vrl::EnumList::Optics; }
     bool onBoundary(unsigned node) const;
 
     vrl::Netlist& netlist;

@@ -75,12 +75,12 @@ void DocumentMaker::addInstances() {
         if (element.name.empty()) instances.back().extension.add("nameless", Tree::ofBool(true));
         arrays.push_back(notes::get(*element.block, notes::kArray));
     }
-    for (auto const& tie : circuit.strayTies)
+    for (auto const& tie : circuit.danglingConnections)
         findings.warning(path, {}, "'" + tie.first + "," + tie.second + "' is tied, and there is no such element");
     document.instances = collapsed(std::move(instances), arrays);
 }
 
-std::string DocumentMaker::endText(End const& end) {
+std::string DocumentMaker::endText(PortPlace const& end) {
     return names[end.element] + "," + maker.portName(circuit.elements[end.element], pinOf(end));
 }
 
@@ -93,19 +93,19 @@ void DocumentMaker::addNets() {
         };
         netMembers[std::minmax({text(entry.items[0]), text(entry.items[1])})] = entry.items[2];
     }
-    std::vector<std::pair<End, End>> joints;
+    std::vector<std::pair<PortPlace, PortPlace>> joints;
     for (auto const& node : circuit.nodes)
         for (std::size_t i = 1; i < node.second.size(); ++i) joints.emplace_back(node.second[i - 1], node.second[i]);
     std::sort(joints.begin(), joints.end(), [](auto const& a, auto const& b) {
         auto const order = [](auto const& j) {
-            return std::array<std::size_t, 4>{j.first.element, j.first.pin, j.second.element, j.second.pin};
+            return std::array<std::size_t, 4>{j.first.element, j.first.port, j.second.element, j.second.port};
         };
         return order(a) < order(b);
     });
     for (auto const& joint : joints) {
         Net net;
         net.ends = {{endText(joint.first), {}}, {endText(joint.second), {}}};
-        std::string const first = circuit.endText(joint.first), second = circuit.endText(joint.second);
+        std::string const first = circuit.portText(joint.first), second = circuit.portText(joint.second);
         auto const members = netMembers.find(std::minmax(first, second));
         if (members != netMembers.end() && members->second.isMap()) net.others = members->second;
         document.nets.push_back(std::move(net));
@@ -128,10 +128,10 @@ void DocumentMaker::addToldPorts() {
         if (entry.items.size() != 3) continue;
         std::size_t const place = circuit.find(entry.items[1].text);
         if (place == circuit.elements.size()) continue;
-        Pin const* const pin = circuit.elements[place].pin(entry.items[2].text);
+        ElementPort const* const pin = circuit.elements[place].port(entry.items[2].text);
         if (!pin || !onBoundary(pin->node) || !portNames.insert(entry.items[0].text).second) continue;
         addPort(entry.items[0].text, pin->node,
-                {place, static_cast<std::size_t>(pin - circuit.elements[place].pins.data())});
+                {place, static_cast<std::size_t>(pin - circuit.elements[place].ports.data())});
     }
 }
 
@@ -141,7 +141,7 @@ void DocumentMaker::addLeftOutPort(std::string const& name, std::string const& e
     ++leftOutPorts;
 }
 
-void DocumentMaker::addPort(std::string const& name, unsigned node, End const& end) {
+void DocumentMaker::addPort(std::string const& name, unsigned node, PortPlace const& end) {
     document.ports.push_back({name, {}, {endText(end), {}}});
     withPort.insert(node);
     std::vector<unsigned>& list = derived[static_cast<std::size_t>(sideOf(pinOf(end).name, pinOf(end).domain))];
@@ -152,12 +152,13 @@ void DocumentMaker::addPort(std::string const& name, unsigned node, End const& e
 void DocumentMaker::addNodes() {
     Tree lists = Tree::list();
     for (auto const& node : circuit.nodes) {
-        std::vector<End> const& ends = node.second;
+        std::vector<PortPlace> const& ends = node.second;
         std::size_t const used = ends.size() + withPort.count(node.first);
-        bool const optical = std::any_of(ends.begin(), ends.end(), [&](End const& end) { return isOptical(end); });
+        bool const optical =
+            std::any_of(ends.begin(), ends.end(), [&](PortPlace const& end) { return isOptical(end); });
         if (used == 2 || (used > 2 && !optical)) continue;
         Tree list = Tree::list();
-        for (End const& end : ends) list.items.push_back(Tree::ofText(endText(end)));
+        for (PortPlace const& end : ends) list.items.push_back(Tree::ofText(endText(end)));
         lists.items.push_back(std::move(list));
     }
     auto const text = [](Tree const& list) { return list.items.front().text; };

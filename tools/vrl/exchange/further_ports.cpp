@@ -4,10 +4,10 @@
 
 namespace vrltool::exchange {
 
-End const& endFor(Circuit const& circuit, unsigned node, Side side) {
+PortPlace const& endFor(Circuit const& circuit, unsigned node, Side side) {
     auto const& ends = circuit.nodes.at(node);
-    auto const best = std::find_if(ends.begin(), ends.end(), [&](End const& end) {
-        Pin const& pin = circuit.elements[end.element].pins[end.pin];
+    auto const best = std::find_if(ends.begin(), ends.end(), [&](PortPlace const& end) {
+        ElementPort const& pin = circuit.elements[end.element].ports[end.port];
         return sideOf(pin.name, pin.domain) == side;
     });
     return best == ends.end() ? ends.front() : *best;

@@ -13,11 +13,11 @@ namespace vrltool::exchange {
 struct FurtherPort {
     std::string name;
     unsigned node;
-    End end;
+    PortPlace end;
 };
 
 /// The end of a node that tells best on which list it is.
-End const& endFor(Circuit const& circuit, unsigned node, Side side);
+PortPlace const& endFor(Circuit const& circuit, unsigned node, Side side);
 
 /// Ports for the nodes of the boundary but those that have one: "in0", "out0", "dc0" and so on, as far as no other
 /// has such a name.

@@ -39,7 +39,7 @@ ComponentRule const& InstanceMaker::ruleFor(Element const& element) {
     return sameNames.try_emplace(element.kind, sameNamesRule(element.kind)).first->second;
 }
 
-std::string InstanceMaker::portName(Element const& element, Pin const& pin) {
+std::string InstanceMaker::portName(Element const& element, ElementPort const& pin) {
     std::string const theirs = pin.declared ? theirPort(ruleFor(element), pin.name) : pin.name;
     return theirs.empty() ? pin.name : theirs;
 }
@@ -76,7 +76,7 @@ void InstanceMaker::addStateBeside(Instance& instance, Element const& element, C
     instance.settings = std::move(parts.settings);
     addUnlessEmpty(extension, "values", parts.values);
     Tree undeclared = Tree::list();
-    for (Pin const& pin : element.pins)
+    for (ElementPort const& pin : element.ports)
         if (!pin.declared) undeclared.items.push_back(Tree::ofText(pin.name));
     if (!undeclared.items.empty()) extension.add("undeclaredPorts", undeclared);
     Tree const state = stateOf(block, fresh, path + ": element '" + element.label() + "'", findings);

@@ -24,7 +24,7 @@ public:
     /// The instance of an element that has a block.
     Instance make(Element const& element, std::string const& name);
     /// The name of a pin in the netlist.
-    std::string portName(Element const& element, Pin const& pin);
+    std::string portName(Element const& element, ElementPort const& pin);
     /// Tells of the composites, and of the kinds that the map does not name.
     void tellKinds();
 

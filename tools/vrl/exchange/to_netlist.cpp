@@ -195,7 +195,7 @@ bool NetlistBuilder::portsAreDerived() {
         Element const& element = circuit.elements[port.end.element];
         derived.items.push_back(Tree::list());
         derived.items.back().items = {Tree::ofText(port.name), Tree::ofText(element.name),
-                                      Tree::ofText(element.pins[port.end.pin].name)};
+                                      Tree::ofText(element.ports[port.end.port].name)};
     }
     return derived == outerPorts;
 }
