@@ -2,6 +2,7 @@
 
 #include "tests/support/child.h"
 #include "tests/support/files.h"
+#include "tests/support/kept_file.h"
 
 // The examples, run as a user runs them.
 
@@ -12,7 +13,9 @@ using vrl_test::Sandbox;
 
 Sandbox example(std::string const& name) { return Sandbox(std::string(VRL_EXAMPLES) + "/example_" + name); }
 
-std::string kept(std::string const& name) { return vrl_test::readFile(std::string(VRL_KEPT_TEXTS) + "/" + name); }
+std::string kept(std::string const& actual, std::string const& name) {
+    return vrl_test::kept(actual, VRL_KEPT_TEXTS "/" + name);
+}
 
 /// A configuration file in the working folder that loads one sample plug-in.
 void configure(Sandbox const& box, std::string const& plugin) {
@@ -23,7 +26,7 @@ void configure(Sandbox const& box, std::string const& plugin) {
 
 void expectKept(Outcome const& outcome, std::string const& name) {
     EXPECT_EQ(outcome.status, 0) << outcome.err;
-    EXPECT_EQ(outcome.out, kept(name));
+    EXPECT_EQ(outcome.out, kept(outcome.out, name));
 }
 
 TEST(Examples, ParametersAndRanges) { expectKept(example("parameters").run(""), "parameters.txt"); }
@@ -50,7 +53,8 @@ TEST(Examples, Booklet) {
     Sandbox const box = example("booklet");
     configure(box, "foundrySampleFab");
     expectKept(box.run("VRLConfig.ini", {"booklet.tex"}), "booklet.txt");
-    EXPECT_EQ(vrl_test::readFile(box.work() / "booklet.tex"), kept("booklet.tex"));
+    std::string const tex = vrl_test::readFile(box.work() / "booklet.tex");
+    EXPECT_EQ(tex, kept(tex, "booklet.tex"));
 }
 
 }  // namespace

@@ -200,7 +200,7 @@ TEST(Describe, OffersNearFoundriesAndBlocksOnTheirSideOfTheAt) {
     EXPECT_EQ(refusalOf(Tool(), {"SampleFab@sfBent"}), "vrl: sfBent: no loaded plug-in has this block\n"
                                                        "  did you mean 'sfBend'?\n");
     EXPECT_EQ(refusalOf(Tool(), {"@sfBend"}), "vrl: '': no loaded plug-in has this foundry\n"
-                                              "  'vrl list' tells what there is\n");
+                                              "  'vrl list' shows what there is\n");
 }
 
 TEST(Describe, TellsWhatABlockThrows) {
@@ -228,7 +228,7 @@ TEST(Describe, NamesThePluginThatCrashes) {
     Tool const tool;
     EXPECT_EQ(refusalOf(tool, {"Crash/View", "--config", writeBrokenConfig(tool, {"hasBadBlocks"})}),
               "vrl: hasBadBlocks: making 'Crash/View': the plug-in crashed (segmentation fault)\n"
-              "  take it out of the configuration until it is mended; 'vrl plugins' and 'vrl validate' tell more\n");
+              "  take it out of the configuration until it is mended; 'vrl plugins' and 'vrl validate' show more\n");
 }
 
 TEST(Describe, TellsEverythingAsJson) {

@@ -39,7 +39,7 @@ void expectOthersListed(Tool const& tool, std::string const& library, std::strin
         "list", {"blocks", "--load-seconds", "2", "--config", writeBrokenConfig(tool, {library, "takesOver"})});
     EXPECT_EQ(list.out, kOthers);
     EXPECT_EQ(shown(tool, list.err), printed + "vrl: BROKEN/lib_wn_" + library + ".so.5.1.3: not loaded: " + reason +
-                                         "\nvrl: 1 configured library not loaded; 'vrl plugins' tells why\n");
+                                         "\nvrl: 1 configured library not loaded; 'vrl plugins' shows why\n");
     EXPECT_EQ(list.status, 0);
 }
 
@@ -83,7 +83,7 @@ std::string shownWith(std::string const& kind) {
 TEST(Isolation, NamesTheBlockThatCrashesWhileADesignIsRead) {
     EXPECT_EQ(shownWith("CrashingBlock"),
               "vrl: making the block 'CrashingBlock': the plug-in crashed (segmentation fault)\n"
-              "  take it out of the configuration until it is mended; 'vrl plugins' and 'vrl validate' tell more\n"
+              "  take it out of the configuration until it is mended; 'vrl plugins' and 'vrl validate' show more\n"
               "status 2\n");
 }
 

@@ -111,7 +111,7 @@ TEST(List, SaysThatLibrariesAreMissing) {
     Tool const tool;
     auto const list = tool.run("list", {"foundries", "--config", writeBrokenConfig(tool, {"gone"})});
     EXPECT_EQ(list.out, "no foundries\n");
-    EXPECT_EQ(list.err, "vrl: 1 configured library not loaded; 'vrl plugins' tells why\n");
+    EXPECT_EQ(list.err, "vrl: 1 configured library not loaded; 'vrl plugins' shows why\n");
     EXPECT_EQ(list.status, 0);
 }
 
@@ -121,7 +121,7 @@ TEST(List, OffersNearWords) {
     EXPECT_EQ(list.out, "");
     EXPECT_EQ(list.err, "vrl: what: no 'fondries'\n"
                         "  did you mean 'foundries'?\n"
-                        "  'vrl list --help' tells the usage\n");
+                        "  'vrl list --help' shows the usage\n");
     EXPECT_EQ(list.status, 2);
 }
 
@@ -130,7 +130,7 @@ TEST(List, TellsTheWordsThatItTakes) {
     auto const list = tool.run("list", {"xyz"});
     EXPECT_EQ(list.err, "vrl: what: no 'xyz'\n"
                         "  it is one of {foundries,blocks,netlists,views,attributes}\n"
-                        "  'vrl list --help' tells the usage\n");
+                        "  'vrl list --help' shows the usage\n");
     EXPECT_EQ(list.status, 2);
 }
 
@@ -139,7 +139,7 @@ TEST(List, OffersNearDomains) {
     auto const list = tool.run("list", {"blocks", "--domain", "Optiks"});
     EXPECT_EQ(list.err, "vrl: --domain: no 'Optiks'\n"
                         "  did you mean 'Optics'?\n"
-                        "  'vrl list --help' tells the usage\n");
+                        "  'vrl list --help' shows the usage\n");
     EXPECT_EQ(list.status, 2);
 }
 

@@ -66,7 +66,7 @@ TEST(PluginsAsJson, HaveEverything) {
           "path": "BROKEN/lib_wn_throws.so.5.1.3",
           "result": "ended",
           "reason": "the plug-in threw 'no netlist today' in initLibraryNetlist",
-          "hint": "take it out of the configuration until it is mended; 'vrl validate' tells more",
+          "hint": "take it out of the configuration until it is mended; 'vrl validate' shows more",
           "serves": [],
           "keys": [],
           "takenOver": []

@@ -113,7 +113,7 @@ TEST(Plugins, NamesTheLibraryThatCrashesInAnEntryPoint) {
               "crashesInEntry, line 4: not loaded\n"
               "  path    BROKEN/lib_wn_crashesInEntry.so.5.1.3\n"
               "  why     ended by signal 11 (Segmentation fault) in initLibraryBB\n"
-              "  hint    take it out of the configuration until it is mended; 'vrl validate' tells more\n"
+              "  hint    take it out of the configuration until it is mended; 'vrl validate' shows more\n"
               "\n"
               "fine, line 5: loaded\n"
               "  path    BROKEN/lib_wn_fine.so.5.1.3\n"
@@ -134,7 +134,7 @@ TEST(Plugins, NamesTheLibraryThatCrashesWhileItIsMapped) {
               "crashesWhenMapped, line 4: not loaded\n"
               "  path    BROKEN/lib_wn_crashesWhenMapped.so.5.1.3\n"
               "  why     ended by signal 11 (Segmentation fault) while it was mapped\n"
-              "  hint    take it out of the configuration until it is mended; 'vrl validate' tells more\n"
+              "  hint    take it out of the configuration until it is mended; 'vrl validate' shows more\n"
               "\n"
               "1 line names a library: 0 loaded, 1 failed\n");
 }
@@ -146,7 +146,7 @@ TEST(Plugins, NamesTheLibraryThatHangs) {
               "hangs, line 4: not loaded\n"
               "  path    BROKEN/lib_wn_hangs.so.5.1.3\n"
               "  why     did not end within 2 seconds in initLibraryBB\n"
-              "  hint    take it out of the configuration until it is mended; 'vrl validate' tells more\n"
+              "  hint    take it out of the configuration until it is mended; 'vrl validate' shows more\n"
               "\n"
               "1 line names a library: 0 loaded, 1 failed\n");
 }
@@ -158,7 +158,7 @@ TEST(Plugins, NamesTheLibraryThatThrows) {
               "throws, line 4: not loaded\n"
               "  path    BROKEN/lib_wn_throws.so.5.1.3\n"
               "  why     the plug-in threw 'no netlist today' in initLibraryNetlist\n"
-              "  hint    take it out of the configuration until it is mended; 'vrl validate' tells more\n"
+              "  hint    take it out of the configuration until it is mended; 'vrl validate' shows more\n"
               "\n"
               "1 line names a library: 0 loaded, 1 failed\n");
 }
@@ -170,7 +170,7 @@ TEST(Plugins, NamesTheLibraryThatEndsTheProgram) {
               "exits, line 4: not loaded\n"
               "  path    BROKEN/lib_wn_exits.so.5.1.3\n"
               "  why     ended with status 7 in initLibraryPostLoad\n"
-              "  hint    take it out of the configuration until it is mended; 'vrl validate' tells more\n"
+              "  hint    take it out of the configuration until it is mended; 'vrl validate' shows more\n"
               "\n"
               "1 line names a library: 0 loaded, 1 failed\n");
 }

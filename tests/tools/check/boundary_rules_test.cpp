@@ -8,12 +8,13 @@ TEST_F(BoundaryRules, FindABoundaryNodeWithoutAPort) {
     circuit.add("bend", "sfBend").add("arms", "sfPushPullArms").input("bend,in0");
     circuit.netlist().setOutputNode(99);
     inside("arms").setDCNode(98);
-    EXPECT_EQ(found("boundary-unused"), "a.vrl (Netlist, 5 elements): 2 warnings\n"
-                                        "  warning  the design: boundary node 99 (outputs) has no port "
-                                        "[boundary-unused]\n"
-                                        "           tie a port to the node, or build the netlist anew without it\n"
-                                        "  warning  arms: boundary node 98 (DC nodes) has no port [boundary-unused]\n"
-                                        "           tie a port to the node, or build the netlist anew without it\n");
+    EXPECT_EQ(found("boundary-unused"),
+              "a.vrl (Netlist, 5 elements): 2 warnings\n"
+              "  warning  the design: boundary node 99 (outputs) has no port "
+              "[boundary-unused]\n"
+              "           connect a port to the node, or build the netlist anew without it\n"
+              "  warning  arms: boundary node 98 (DC nodes) has no port [boundary-unused]\n"
+              "           connect a port to the node, or build the netlist anew without it\n");
 }
 
 TEST_F(BoundaryRules, FindANodeThatStandsThereTwice) {
@@ -60,7 +61,7 @@ TEST_F(BoundaryRules, FindBytesBehindTheDesign) {
     tool.write("b.vrl", tool.read(save()) + "more");
     EXPECT_EQ(foundIn("b.vrl", "trailing-bytes"),
               "b.vrl (Netlist, 1 element): 1 warning\n"
-              "  warning  the design: 4 bytes stand behind the design in the file [trailing-bytes]\n"
+              "  warning  the design: 4 bytes follow the design in the file [trailing-bytes]\n"
               "           take a clean copy: programs do not read them, and saving drops them\n");
 }
 

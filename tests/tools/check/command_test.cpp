@@ -61,7 +61,7 @@ TEST_F(CheckCommand, TellsAWrongSeverity) {
 TEST_F(CheckCommand, AsksForAFile) {
     auto const outcome = check({});
     EXPECT_EQ(outcome.out, "");
-    EXPECT_EQ(outcome.err, "vrl: FILE is missing: the saved designs\n  'vrl check --help' tells the usage\n");
+    EXPECT_EQ(outcome.err, "vrl: FILE is missing: the saved designs\n  'vrl check --help' shows the usage\n");
     EXPECT_EQ(outcome.status, 2);
 }
 

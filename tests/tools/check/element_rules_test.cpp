@@ -40,11 +40,11 @@ TEST_F(ElementRules, FindANameWithoutABlock) {
     change("a.vrl", name + std::string("\x02\0\0\0", 4), name + std::string("\x09\0\0\0", 4));
     EXPECT_EQ(foundIn("a.vrl", "missing-block"),
               "a.vrl (Netlist, 3 elements): 1 error\n"
-              "  error    ghost: the name stands for element number 9, and there is no such block [missing-block]\n"
+              "  error    ghost: the name is that of element number 9, and there is no such block [missing-block]\n"
               "           build the netlist anew, with a block under this name or without the name\n");
     EXPECT_EQ(foundIn("a.vrl", "lost-name"),
               "a.vrl (Netlist, 3 elements): 1 warning\n"
-              "  warning  #2: the block (sfBend) has no name, so nothing can be tied to it [lost-name]\n"
+              "  warning  #2: the block (sfBend) has no name, so nothing can be connected to it [lost-name]\n"
               "           give each element a name of its own when it is added: a taken name stays with the first\n");
 }
 
@@ -52,7 +52,7 @@ TEST_F(ElementRules, FindAnElementThatLostItsName) {
     circuit.add("bend", "sfBend").add("bend", "sfTaper");
     EXPECT_EQ(found("lost-name"),
               "a.vrl (Netlist, 2 elements): 1 warning\n"
-              "  warning  #2: the block (sfTaper) has no name, so nothing can be tied to it [lost-name]\n"
+              "  warning  #2: the block (sfTaper) has no name, so nothing can be connected to it [lost-name]\n"
               "           give each element a name of its own when it is added: a taken name stays with the first\n");
 }
 
@@ -61,7 +61,7 @@ TEST_F(ElementRules, FindLostNamesInsideComposites) {
     inside("arms").addBB(vrl::BB::create(nullptr, "sfBend"), "upper", 77);
     EXPECT_EQ(found("lost-name"),
               "a.vrl (Netlist, 5 elements): 1 warning\n"
-              "  warning  arms/#77: the block (sfBend) has no name, so nothing can be tied to it [lost-name]\n"
+              "  warning  arms/#77: the block (sfBend) has no name, so nothing can be connected to it [lost-name]\n"
               "           give each element a name of its own when it is added: a taken name stays with the first\n");
 }
 
@@ -88,20 +88,22 @@ TEST_F(ElementRules, FindATieOfAnElementThatIsNotThere) {
     circuit.add("upper", "sfBend").add("lower", "sfBend").join("upper,out0", "lower,in0");
     save();
     change("a.vrl", "upper", "uppes");
-    EXPECT_EQ(foundIn("a.vrl", "stray-tie"), "a.vrl (Netlist, 2 elements): 1 error\n"
-                                             "  error    upper,out0: is tied, but there is no element of this name "
-                                             "[stray-tie]\n"
-                                             "           did you mean 'uppes'?\n");
+    EXPECT_EQ(foundIn("a.vrl", "dangling-connection"),
+              "a.vrl (Netlist, 2 elements): 1 error\n"
+              "  error    upper,out0: is connected, but there is no element of this name "
+              "[dangling-connection]\n"
+              "           did you mean 'uppes'?\n");
 }
 
 TEST_F(ElementRules, TellTheElementsWhereNoneIsNear) {
     circuit.add("upper", "sfBend").add("lower", "sfBend").join("upper,out0", "lower,in0");
     save();
     change("a.vrl", "upper", "north");
-    EXPECT_EQ(foundIn("a.vrl", "stray-tie"), "a.vrl (Netlist, 2 elements): 1 error\n"
-                                             "  error    upper,out0: is tied, but there is no element of this name "
-                                             "[stray-tie]\n"
-                                             "           elements: lower and north\n");
+    EXPECT_EQ(foundIn("a.vrl", "dangling-connection"),
+              "a.vrl (Netlist, 2 elements): 1 error\n"
+              "  error    upper,out0: is connected, but there is no element of this name "
+              "[dangling-connection]\n"
+              "           elements: lower and north\n");
 }
 
 TEST_F(ElementRules, FindGroupsThatNoPathJoinsToTheBoundary) {
@@ -112,9 +114,9 @@ TEST_F(ElementRules, FindGroupsThatNoPathJoinsToTheBoundary) {
         found("island"),
         "a.vrl (Netlist, 9 elements): 2 notes\n"
         "  note     lonely: no path leads from here to the boundary [island]\n"
-        "           tie it to the rest of the circuit, or put one of its nodes on the boundary\n"
+        "           connect it to the rest of the circuit, or put one of its nodes on the boundary\n"
         "  note     loop: no path leads from here to the boundary, and none from ring, which hang on it [island]\n"
-        "           tie it to the rest of the circuit, or put one of its nodes on the boundary\n");
+        "           connect it to the rest of the circuit, or put one of its nodes on the boundary\n");
 }
 
 TEST_F(ElementRules, TakeNoCircuitWithoutABoundaryForIslands) {

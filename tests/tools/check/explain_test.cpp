@@ -14,7 +14,7 @@ TEST(Explain, TellsThePageOfARule) {
     Tool const tool;
     auto const outcome = tool.run("explain", {"cross-section-mismatch"});
     EXPECT_EQ(outcome.out,
-              "cross-section-mismatch: optical ends with different cross sections meet\n"
+              "cross-section-mismatch: optical ports with different cross sections meet\n"
               "\n"
               "What it means\n"
               "    Two optical ports at one node have cross sections of different kinds or widths. The cross\n"
@@ -50,32 +50,32 @@ TEST(Explain, ListsAllRules) {
     EXPECT_EQ(tool.run("explain").out,
               "RULE                       SEVERITY  WHAT IT FINDS\n"
               "boundary-domain            warning   a boundary list of the wrong domain\n"
-              "boundary-twice             warning   a node stands on the boundary more than once\n"
+              "boundary-twice             warning   a node is on the boundary more than once\n"
               "boundary-unused            warning   a boundary node that no port has\n"
               "choice-not-allowed         error     a block has a choice that its kind does not allow\n"
               "composite-ports            warning   the ports of a composite do not fit the boundary inside\n"
-              "cross-section-mismatch     warning   optical ends with different cross sections meet\n"
+              "cross-section-mismatch     warning   optical ports with different cross sections meet\n"
+              "dangling-connection        error     a port of a missing element is connected\n"
               "doubled-name               warning   two names lead to one block\n"
               "duplicate-port             warning   a block declares one name for several ports\n"
               "empty-circuit              note      a circuit without elements\n"
               "expression-not-calculated  note      a parameter was not calculated from its expression\n"
-              "island                     note      elements that no path joins to the boundary\n"
+              "island                     note      elements that no path connects to the boundary\n"
               "lost-name                  warning   an element has no name\n"
               "lost-port                  warning   the file has a port that the kind of its block does not have\n"
-              "missing-block              error     a name stands for no block\n"
-              "mixed-domains              error     a node joins ports of different domains\n"
-              "mixed-electrical           warning   a node joins DC and RF ports\n"
+              "missing-block              error     a name without a block\n"
+              "mixed-domains              error     a node connects ports of different domains\n"
+              "mixed-electrical           warning   a node connects DC and RF ports\n"
               "no-boundary                note      a circuit without inputs and outputs\n"
               "no-foundry                 note      a block is made for no foundry\n"
-              "node-crowded               error     more than two optical ends at one node\n"
-              "open-port                  warning   a port is tied to nothing\n"
+              "node-crowded               error     more than two optical ports at one node\n"
+              "open-port                  warning   a port is connected to nothing\n"
               "own-check                  error     the check of a kind itself complains\n"
-              "same-direction             note      a node joins two optical inputs or two optical outputs\n"
-              "single-ended-node          warning   a node with one end\n"
-              "stray-tie                  error     a port of an element that is not there is tied\n"
-              "trailing-bytes             warning   the file goes on behind the design\n"
+              "same-direction             note      a node connects two optical inputs or two optical outputs\n"
+              "single-port-node           warning   a node with one port\n"
+              "trailing-bytes             warning   the file goes on after the design\n"
               "undeclared-parameter       warning   a parameter that the kind of its block does not have\n"
-              "undeclared-port            error     a port is tied that the block does not have\n"
+              "undeclared-port            error     a port is connected that the block does not have\n"
               "unknown-choice             error     a choice names a cross section or process flow that the foundry "
               "does not have\n"
               "unknown-foundry            error     a block is made for a foundry that no loaded plug-in has\n"
@@ -84,7 +84,7 @@ TEST(Explain, ListsAllRules) {
               "value-not-finite           error     a parameter is no finite number\n"
               "value-out-of-range         error     a parameter is outside its range\n"
               "\n"
-              "'vrl explain RULE' tells more of a rule.\n");
+              "'vrl explain RULE' shows more of a rule.\n");
 }
 
 TEST(Explain, HasAFormForPrograms) {
@@ -97,13 +97,13 @@ TEST(Explain, HasAFormForPrograms) {
   "rules": [
     {
       "id": "trailing-bytes",
-      "title": "the file goes on behind the design",
+      "title": "the file goes on after the design",
       "severity": "warning",
       "needs": [],
       "meaning": "The design was read whole, and the file has more bytes behind it.",
       "why": "Nobody reads them. Two files may have been written into one, or a longer )"
-              R"(file was overwritten in place: then the design may not be the one that is meant.",
-      "example": "the design: 4096 bytes stand behind the design in the file [trailing-bytes]",
+              R"(file was overwritten in place: then the design may not be the one that is intended.",
+      "example": "the design: 4096 bytes follow the design in the file [trailing-bytes]",
       "hint": "Find out how the file came about. Saving the design anew drops the bytes."
     }
   ]

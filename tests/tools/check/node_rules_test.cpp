@@ -7,26 +7,27 @@ using NodeRules = vrl_test::CheckTest;
 TEST_F(NodeRules, FindANodeWithOneEnd) {
     circuit.add("split", "sfSplitter").input("split,in0").output("split,out0");
     circuit.netlist().addNode("split", "out1", 12);
-    EXPECT_EQ(found("single-ended-node"),
+    EXPECT_EQ(found("single-port-node"),
               "a.vrl (Netlist, 1 element): 1 warning\n"
-              "  warning  split,out1: is the only end of node 12, which is not on the boundary [single-ended-node]\n"
-              "           tie another port to the node, or put it on the boundary\n");
+              "  warning  split,out1: is the only port at node 12, which is not on the boundary [single-port-node]\n"
+              "           connect another port to the node, or put it on the boundary\n");
 }
 
 TEST_F(NodeRules, FindMoreThanTwoOpticalEnds) {
     circuit.add("a", "sfBend").add("b", "sfBend").add("c", "sfBend");
     circuit.join("a,out0", "b,in0").join("a,out0", "c,in0");
-    EXPECT_EQ(found("node-crowded"),
-              "a.vrl (Netlist, 3 elements): 1 error\n"
-              "  error    a,out0: is tied at node 1 with b,in0 and c,in0: more than two optical ends [node-crowded]\n"
-              "           put a splitter or a combiner there\n");
+    EXPECT_EQ(
+        found("node-crowded"),
+        "a.vrl (Netlist, 3 elements): 1 error\n"
+        "  error    a,out0: is connected at node 1 with b,in0 and c,in0: more than two optical ports [node-crowded]\n"
+        "           put a splitter or a combiner there\n");
 }
 
 TEST_F(NodeRules, TakeTheBoundaryForAnOpticalEnd) {
     circuit.add("a", "sfBend").add("b", "sfBend").join("a,out0", "b,in0").output("a,out0");
     EXPECT_EQ(found("node-crowded"),
               "a.vrl (Netlist, 2 elements): 1 error\n"
-              "  error    a,out0: is tied at node 1 with b,in0 and the boundary: more than two optical ends "
+              "  error    a,out0: is connected at node 1 with b,in0 and the boundary: more than two optical ports "
               "[node-crowded]\n"
               "           put a splitter or a combiner there\n");
 }
@@ -42,9 +43,9 @@ TEST_F(NodeRules, FindANodeThatJoinsDifferentDomains) {
     circuit.join("mod,signal", "split,out0").join("mod,signal", "pd,anode");
     EXPECT_EQ(found("mixed-domains"),
               "a.vrl (Netlist, 3 elements): 1 error\n"
-              "  error    split,out0: node 1 joins split,out0 (Optics), pd,anode (DC) and mod,signal (RF) "
+              "  error    split,out0: node 1 connects split,out0 (Optics), pd,anode (DC) and mod,signal (RF) "
               "[mixed-domains]\n"
-              "           tie ports of one domain only; a modulator or a detector leads from one to the other\n");
+              "           connect ports of one domain only; a modulator or a detector leads from one to the other\n");
     EXPECT_EQ(foundIn("a.vrl", "mixed-electrical"), "a.vrl (Netlist, 3 elements): no findings\n");
 }
 
@@ -52,8 +53,8 @@ TEST_F(NodeRules, FindANodeThatJoinsDcAndRf) {
     circuit.add("mod", "sfPhaseModulator").add("pd", "sfPhotodiode").join("mod,ground", "pd,cathode");
     EXPECT_EQ(found("mixed-electrical"),
               "a.vrl (Netlist, 2 elements): 1 warning\n"
-              "  warning  pd,cathode: node 1 joins pd,cathode (DC) and mod,ground (RF) [mixed-electrical]\n"
-              "           part them by a bias tee, or skip this rule if plain metal is meant\n");
+              "  warning  pd,cathode: node 1 connects pd,cathode (DC) and mod,ground (RF) [mixed-electrical]\n"
+              "           part them by a bias tee, or skip this rule if plain metal is intended\n");
     EXPECT_EQ(foundIn("a.vrl", "mixed-domains"), "a.vrl (Netlist, 2 elements): no findings\n");
 }
 
@@ -64,11 +65,12 @@ TEST_F(NodeRules, DoNotCountPortsInNoKnownDomain) {
 
 TEST_F(NodeRules, FindTwoPortsOfOneDirection) {
     circuit.add("a", "sfBend").add("b", "sfBend").join("a,out0", "b,out0").join("a,in0", "b,in0");
-    EXPECT_EQ(found("same-direction"), "a.vrl (Netlist, 2 elements): 2 notes\n"
-                                       "  note     a,in0: node 2 joins it with b,in0: two inputs [same-direction]\n"
-                                       "           see whether one of the two blocks is the wrong way round\n"
-                                       "  note     a,out0: node 1 joins it with b,out0: two outputs [same-direction]\n"
-                                       "           see whether one of the two blocks is the wrong way round\n");
+    EXPECT_EQ(found("same-direction"),
+              "a.vrl (Netlist, 2 elements): 2 notes\n"
+              "  note     a,in0: node 2 connects it with b,in0: two inputs [same-direction]\n"
+              "           see whether one of the two blocks is the wrong way round\n"
+              "  note     a,out0: node 1 connects it with b,out0: two outputs [same-direction]\n"
+              "           see whether one of the two blocks is the wrong way round\n");
 }
 
 using CrossSections = vrl_test::CheckTest;

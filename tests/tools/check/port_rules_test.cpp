@@ -9,13 +9,14 @@ TEST_F(PortRules, FindAPortThatTheBlockDoesNotHave) {
         .add("bend", "sfBend")
         .join("split,out2", "bend,in0")
         .join("split,x", "bend,out0");
-    EXPECT_EQ(found("undeclared-port"), "a.vrl (Netlist, 2 elements): 2 errors\n"
-                                        "  error    split,out2: is tied, but the kind 'sfSplitter' has no such port "
-                                        "[undeclared-port]\n"
-                                        "           did you mean 'out0' or 'out1'?\n"
-                                        "  error    split,x: is tied, but the kind 'sfSplitter' has no such port "
-                                        "[undeclared-port]\n"
-                                        "           its ports: in0, out0 and out1\n");
+    EXPECT_EQ(found("undeclared-port"),
+              "a.vrl (Netlist, 2 elements): 2 errors\n"
+              "  error    split,out2: is connected, but the kind 'sfSplitter' has no such port "
+              "[undeclared-port]\n"
+              "           did you mean 'out0' or 'out1'?\n"
+              "  error    split,x: is connected, but the kind 'sfSplitter' has no such port "
+              "[undeclared-port]\n"
+              "           its ports: in0, out0 and out1\n");
 }
 
 TEST_F(PortRules, FindPortsTiedToNothing) {
@@ -23,7 +24,7 @@ TEST_F(PortRules, FindPortsTiedToNothing) {
     circuit.input("bend,in0");
     EXPECT_EQ(found("open-port"), "a.vrl (Netlist, 2 elements): 1 warning\n"
                                   "  warning  pd,cathode: the port is open [open-port]\n"
-                                  "           tie it to another port or to the boundary\n");
+                                  "           connect it to another port or to the boundary\n");
 }
 
 TEST_F(PortRules, FindOpenPortsInsideComposites) {
@@ -32,25 +33,27 @@ TEST_F(PortRules, FindOpenPortsInsideComposites) {
     for (char const* const port : {"upper", "lower", "ground"}) circuit.dc("arms," + std::string(port));
     inside("arms").addBB(vrl::BB::create(nullptr, "sfBend"), "extra");
     inside("arms").addNode("extra", "in0");
-    EXPECT_EQ(found("open-port"), "a.vrl (Netlist, 5 elements): 1 warning\n"
-                                  "  warning  arms/extra,out0: the optical port is open [open-port]\n"
-                                  "           tie it to another port or to the boundary, or end it in a terminator\n");
+    EXPECT_EQ(found("open-port"),
+              "a.vrl (Netlist, 5 elements): 1 warning\n"
+              "  warning  arms/extra,out0: the optical port is open [open-port]\n"
+              "           connect it to another port or to the boundary, or end it in a terminator\n");
 }
 
 TEST_F(PortRules, FindSeveralPortsOfOneName) {
     circuit.add("twins", new vrl_test::TwinPorts(nullptr));
     EXPECT_EQ(found("duplicate-port"),
               "a.vrl (Netlist, 1 element): 1 warning\n"
-              "  warning  twins,in0: the block has 3 ports of this name, and only the first can be tied "
+              "  warning  twins,in0: the block has 3 ports of this name, and only the first can be connected "
               "[duplicate-port]\n"
               "           give each port a name of its own in the plug-in that brings the kind 'probeTwinPorts'\n");
 }
 
 TEST_F(PortRules, TakeTwinsForOneOpenPort) {
     circuit.add("twins", new vrl_test::TwinPorts(nullptr)).input("twins,in0");
-    EXPECT_EQ(found("open-port"), "a.vrl (Netlist, 1 element): 1 warning\n"
-                                  "  warning  twins,out0: the optical port is open [open-port]\n"
-                                  "           tie it to another port or to the boundary, or end it in a terminator\n");
+    EXPECT_EQ(found("open-port"),
+              "a.vrl (Netlist, 1 element): 1 warning\n"
+              "  warning  twins,out0: the optical port is open [open-port]\n"
+              "           connect it to another port or to the boundary, or end it in a terminator\n");
 }
 
 TEST_F(PortRules, FindPortsOfTheFileThatTheKindDoesNotHave) {

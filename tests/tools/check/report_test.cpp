@@ -14,11 +14,11 @@ using CheckReport = CheckTest;
 constexpr char kAllRan[] =
     "33 rules ran:\n"
     "  boundary-domain, boundary-twice, boundary-unused, choice-not-allowed, composite-ports,\n"
-    "  cross-section-mismatch, doubled-name, duplicate-port, empty-circuit, expression-not-calculated,\n"
-    "  island, lost-name, lost-port, missing-block, mixed-domains, mixed-electrical, no-boundary,\n"
-    "  no-foundry, node-crowded, open-port, own-check, same-direction, single-ended-node, stray-tie,\n"
-    "  trailing-bytes, undeclared-parameter, undeclared-port, unknown-choice, unknown-foundry,\n"
-    "  unknown-kind, unknown-parameter-type, value-not-finite and value-out-of-range\n";
+    "  cross-section-mismatch, dangling-connection, doubled-name, duplicate-port, empty-circuit,\n"
+    "  expression-not-calculated, island, lost-name, lost-port, missing-block, mixed-domains,\n"
+    "  mixed-electrical, no-boundary, no-foundry, node-crowded, open-port, own-check, same-direction,\n"
+    "  single-port-node, trailing-bytes, undeclared-parameter, undeclared-port, unknown-choice,\n"
+    "  unknown-foundry, unknown-kind, unknown-parameter-type, value-not-finite and value-out-of-range\n";
 
 /// A design that each rule finds good.
 class CleanDesign : public CheckTest, public ::testing::WithParamInterface<std::string> {};
@@ -73,20 +73,20 @@ TEST_F(CheckReport, SortsTheFindingsOfAllRulesByElement) {
         std::string(
             "a.vrl (Netlist, 6 elements): 4 errors and 7 warnings\n"
             "  warning  arms,ground: the port is open [open-port]\n"
-            "           tie it to another port or to the boundary\n"
-            "  error    arms,in0: is tied at node 9 with bend,out0 and split,out0: more than two optical ends "
+            "           connect it to another port or to the boundary\n"
+            "  error    arms,in0: is connected at node 9 with bend,out0 and split,out0: more than two optical ports "
             "[node-crowded]\n"
             "           put a splitter or a combiner there\n"
             "  warning  arms,in1: the optical port is open [open-port]\n"
-            "           tie it to another port or to the boundary, or end it in a terminator\n"
+            "           connect it to another port or to the boundary, or end it in a terminator\n"
             "  warning  arms,lower: the port is open [open-port]\n"
-            "           tie it to another port or to the boundary\n"
+            "           connect it to another port or to the boundary\n"
             "  warning  arms,out0: the optical port is open [open-port]\n"
-            "           tie it to another port or to the boundary, or end it in a terminator\n"
+            "           connect it to another port or to the boundary, or end it in a terminator\n"
             "  warning  arms,out1: the optical port is open [open-port]\n"
-            "           tie it to another port or to the boundary, or end it in a terminator\n"
+            "           connect it to another port or to the boundary, or end it in a terminator\n"
             "  warning  arms,upper: the port is open [open-port]\n"
-            "           tie it to another port or to the boundary\n"
+            "           connect it to another port or to the boundary\n"
             "  error    arms/lower: parameter 'length' is 1 um, outside its range 100 to 6000 um [value-out-of-range]\n"
             "           give it a value from 100 to 6000 um\n"
             "  warning  arms/lower,in0: is rib of width 0.5 um, and arms/trim,out0 at node 3 is strip of width 0.45 um "
@@ -115,10 +115,10 @@ TEST_F(CheckReport, HasAHeadingForEachFileAndASummary) {
                   "bad.vrl (Netlist, 6 elements): 2 errors and 1 warning\n"
                   "  error    upper: parameter 'length' is 0 um, outside its range 1 to 20000 um [value-out-of-range]\n"
                   "           give it a value from 1 to 20000 um\n"
-                  "  error    upper,tap: is tied, but the kind 'sfStraight' has no such port [undeclared-port]\n"
+                  "  error    upper,tap: is connected, but the kind 'sfStraight' has no such port [undeclared-port]\n"
                   "           its ports: in0 and out0\n"
-                  "  warning  upper,tap: is the only end of node 50, which is not on the boundary [single-ended-node]\n"
-                  "           tie another port to the node, or put it on the boundary\n"
+                  "  warning  upper,tap: is the only port at node 50, which is not on the boundary [single-port-node]\n"
+                  "           connect another port to the node, or put it on the boundary\n"
                   "\n") +
                   kAllRan +
                   "\n"
@@ -140,9 +140,9 @@ TEST_F(CheckReport, TellsWhereRulesCouldNotLook) {
               std::string(
                   "a.vrl (Netlist, 10 elements): 1 error, 6 warnings and 1 note\n"
                   "  warning  arms,ground: the port is open [open-port]\n"
-                  "           tie it to another port or to the boundary\n"
+                  "           connect it to another port or to the boundary\n"
                   "  warning  arms,lower: the port is open [open-port]\n"
-                  "           tie it to another port or to the boundary\n"
+                  "           connect it to another port or to the boundary\n"
                   "  warning  arms/lower,in0: is rib of width 0.5 um, and arms/trim,out0 at node 3 is strip of width "
                   "0.45 um [cross-section-mismatch]\n"
                   "           put a taper or a transition between them, or choose one cross section for both\n"
@@ -151,7 +151,7 @@ TEST_F(CheckReport, TellsWhereRulesCouldNotLook) {
                   "  note     delay: the block is made for no foundry [no-foundry]\n"
                   "           put a block in its place that is made for a foundry\n"
                   "  warning  delay,out0: the port is open [open-port]\n"
-                  "           tie it to another port or to the boundary\n"
+                  "           connect it to another port or to the boundary\n"
                   "  warning  in,out0: is strip of width 0.45 um, and mod,in0 at node 9 is rib of width 0.5 um "
                   "[cross-section-mismatch]\n"
                   "           put a taper or a transition between them, or choose one cross section for both\n"
@@ -165,7 +165,7 @@ TEST_F(CheckReport, TellsWhereRulesCouldNotLook) {
                   "\n") +
                   kAllRan);
     EXPECT_EQ(outcome.err,
-              "vrl: a.vrl: no loaded plug-in has the block 'demoDelayLine' (1 use); something stands in for it\n"
+              "vrl: a.vrl: no loaded plug-in has the block 'demoDelayLine' (1 use); a stand-in represents it\n"
               "  'vrl plugins' shows what is loaded\n");
     EXPECT_EQ(outcome.status, 1);
 }
@@ -184,11 +184,11 @@ TEST_F(CheckReport, ChecksADesignWithoutAnyOfItsPlugins) {
                   "  error    arms: no loaded plug-in has the kind 'sfPushPullArms' [unknown-kind]\n"
                   "           load the plug-in that brings it; 'vrl plugins' shows what is loaded\n"
                   "  warning  arms,ground: the port is open [open-port]\n"
-                  "           tie it to another port or to the boundary\n"
+                  "           connect it to another port or to the boundary\n"
                   "  warning  arms,lower: the port is open [open-port]\n"
-                  "           tie it to another port or to the boundary\n"
+                  "           connect it to another port or to the boundary\n"
                   "  warning  arms,upper: the port is open [open-port]\n"
-                  "           tie it to another port or to the boundary\n"
+                  "           connect it to another port or to the boundary\n"
                   "  error    arms/lower: no loaded plug-in has its foundry 'SampleFab' [unknown-foundry]\n"
                   "           load the plug-in that brings it; 'vrl plugins' shows what is loaded\n"
                   "  error    arms/lower: no loaded plug-in has the kind 'sfPhaseModulator' [unknown-kind]\n"
@@ -229,10 +229,10 @@ TEST_F(CheckReport, ChecksADesignWithoutAnyOfItsPlugins) {
                   "    undeclared-parameter and value-out-of-range\n"
                   "\n") +
                   "19 rules ran:\n"
-                  "  boundary-twice, boundary-unused, doubled-name, empty-circuit, expression-not-calculated, island,\n"
-                  "  lost-name, missing-block, no-boundary, no-foundry, open-port, single-ended-node, stray-tie,\n"
-                  "  trailing-bytes, undeclared-port, unknown-foundry, unknown-kind, unknown-parameter-type and\n"
-                  "  value-not-finite\n"
+                  "  boundary-twice, boundary-unused, dangling-connection, doubled-name, empty-circuit,\n"
+                  "  expression-not-calculated, island, lost-name, missing-block, no-boundary, no-foundry, open-port,\n"
+                  "  single-port-node, trailing-bytes, undeclared-port, unknown-foundry, unknown-kind,\n"
+                  "  unknown-parameter-type and value-not-finite\n"
                   "1 rule did not run (unknown foundry):\n"
                   "  unknown-choice\n"
                   "13 rules did not run (unknown kind):\n"
@@ -240,12 +240,12 @@ TEST_F(CheckReport, ChecksADesignWithoutAnyOfItsPlugins) {
                   "  lost-port, mixed-domains, mixed-electrical, node-crowded, own-check, same-direction,\n"
                   "  undeclared-parameter and value-out-of-range\n");
     EXPECT_EQ(outcome.err,
-              "vrl: a.vrl: no loaded plug-in has the block 'sfCombiner' (1 use); something stands in for it\n"
-              "vrl: a.vrl: no loaded plug-in has the block 'sfEdgeCoupler' (2 uses); something stands in for it\n"
-              "vrl: a.vrl: no loaded plug-in has the block 'sfPhaseModulator' (3 uses); something stands in for it\n"
-              "vrl: a.vrl: no loaded plug-in has the block 'sfPushPullArms' (1 use); something stands in for it\n"
-              "vrl: a.vrl: no loaded plug-in has the block 'sfSplitter' (1 use); something stands in for it\n"
-              "vrl: a.vrl: no loaded plug-in has the block 'sfStraight' (1 use); something stands in for it\n"
+              "vrl: a.vrl: no loaded plug-in has the block 'sfCombiner' (1 use); a stand-in represents it\n"
+              "vrl: a.vrl: no loaded plug-in has the block 'sfEdgeCoupler' (2 uses); a stand-in represents it\n"
+              "vrl: a.vrl: no loaded plug-in has the block 'sfPhaseModulator' (3 uses); a stand-in represents it\n"
+              "vrl: a.vrl: no loaded plug-in has the block 'sfPushPullArms' (1 use); a stand-in represents it\n"
+              "vrl: a.vrl: no loaded plug-in has the block 'sfSplitter' (1 use); a stand-in represents it\n"
+              "vrl: a.vrl: no loaded plug-in has the block 'sfStraight' (1 use); a stand-in represents it\n"
               "  not loaded: " VRL_SAMPLE_PLUGINS
               "/lib_wn_notThere.so.5.1.3: cannot open shared object file: No such file or directory\n");
     EXPECT_EQ(outcome.status, 1);
@@ -294,9 +294,9 @@ TEST_F(CheckReport, ChecksABlockThatWasSavedAlone) {
             "  error    sfBend: parameter 'radius' is 1 um, outside its range 5 to 500 um [value-out-of-range]\n"
             "           give it a value from 5 to 500 um\n"
             "  not run, since the file holds a single block and no circuit:\n"
-            "    boundary-domain, boundary-twice, boundary-unused, cross-section-mismatch, empty-circuit, island,\n"
-            "    mixed-domains, mixed-electrical, no-boundary, node-crowded, open-port, same-direction,\n"
-            "    single-ended-node, stray-tie and undeclared-port\n"
+            "    boundary-domain, boundary-twice, boundary-unused, cross-section-mismatch, dangling-connection,\n"
+            "    empty-circuit, island, mixed-domains, mixed-electrical, no-boundary, node-crowded, open-port,\n"
+            "    same-direction, single-port-node and undeclared-port\n"
             "\n") +
             "18 rules ran:\n"
             "  choice-not-allowed, composite-ports, doubled-name, duplicate-port, expression-not-calculated,\n"
@@ -304,9 +304,9 @@ TEST_F(CheckReport, ChecksABlockThatWasSavedAlone) {
             "  unknown-choice, unknown-foundry, unknown-kind, unknown-parameter-type, value-not-finite and\n"
             "  value-out-of-range\n"
             "15 rules did not run (no circuit):\n"
-            "  boundary-domain, boundary-twice, boundary-unused, cross-section-mismatch, empty-circuit, island,\n"
-            "  mixed-domains, mixed-electrical, no-boundary, node-crowded, open-port, same-direction,\n"
-            "  single-ended-node, stray-tie and undeclared-port\n");
+            "  boundary-domain, boundary-twice, boundary-unused, cross-section-mismatch, dangling-connection,\n"
+            "  empty-circuit, island, mixed-domains, mixed-electrical, no-boundary, node-crowded, open-port,\n"
+            "  same-direction, single-port-node and undeclared-port\n");
     EXPECT_EQ(outcome.status, 1);
 }
 
@@ -336,7 +336,7 @@ TEST_F(CheckReport, ShowsNoTerminalWhatItWouldObey) {
     circuit.add("be\x1b[2J\nnd", "sfBend").add("b", "sfBend").join("be\x1b[2J\nnd,out0", "b,out0");
     EXPECT_EQ(found("same-direction"),
               "a.vrl (Netlist, 2 elements): 1 note\n"
-              "  note     b,out0: node 1 joins it with be\\x1B[2J\\x0And,out0: two outputs [same-direction]\n"
+              "  note     b,out0: node 1 connects it with be\\x1B[2J\\x0And,out0: two outputs [same-direction]\n"
               "           see whether one of the two blocks is the wrong way round\n");
 }
 
@@ -351,7 +351,7 @@ TEST_F(CheckReport, HasAFormForPrograms) {
     EXPECT_EQ(json["rules"].size(), 33u);
     EXPECT_EQ(json["rules"][0].dump(),
               R"({"id":"boundary-domain","severity":"warning","ran":false,"reason":"not among --only"})");
-    EXPECT_EQ(json["rules"][19].dump(), R"({"id":"open-port","severity":"warning","ran":true})");
+    EXPECT_EQ(json["rules"][20].dump(), R"({"id":"open-port","severity":"warning","ran":true})");
     json.erase("rules");
     EXPECT_EQ(json.dump(2), R"({
   "format": "vrl-check",
@@ -376,7 +376,7 @@ TEST_F(CheckReport, HasAFormForPrograms) {
           "element": "split",
           "port": "out1",
           "what": "the optical port is open",
-          "hint": "tie it to another port or to the boundary, or end it in a terminator"
+          "hint": "connect it to another port or to the boundary, or end it in a terminator"
         }
       ],
       "leftOut": [],

@@ -1,21 +1,19 @@
 #include <gtest/gtest.h>
 
 #include "system/process.h"
+#include "tests/tools/outcome_text.h"
 #include "tests/tools/tool.h"
 
 namespace {
 
 using vrl_test::Tool;
-
-std::string whole(vrl_test::Outcome const& ended) {
-    return ended.out + ended.err + "status " + std::to_string(ended.status) + "\n";
-}
+using vrl_test::whole;
 
 TEST(Grammar, AsksForACommand) {
     auto const ended = vrltool::runProgram({{VRL_TOOL_PROGRAM}, "", "", 60, {}});
     EXPECT_EQ(ended.out, "");
     EXPECT_EQ(ended.err, "vrl: no command given\n"
-                         "  'vrl --help' tells the usage\n");
+                         "  'vrl --help' shows the usage\n");
     EXPECT_EQ(ended.status, 2);
 }
 
@@ -23,17 +21,17 @@ TEST(Grammar, TellsAnUnknownCommandWithNearOnes) {
     Tool const tool;
     EXPECT_EQ(whole(tool.run("dif", {"a", "b"})), "vrl: no command 'dif'\n"
                                                   "  did you mean 'diff'?\n"
-                                                  "  'vrl --help' tells the usage\n"
+                                                  "  'vrl --help' shows the usage\n"
                                                   "status 2\n");
     EXPECT_EQ(whole(tool.run("quux")), "vrl: no command 'quux'\n"
-                                       "  'vrl --help' tells the usage\n"
+                                       "  'vrl --help' shows the usage\n"
                                        "status 2\n");
 }
 
 TEST(Grammar, NamesNoHiddenCommand) {
     Tool const tool;
     EXPECT_EQ(whole(tool.run("completio")), "vrl: no command 'completio'\n"
-                                            "  'vrl --help' tells the usage\n"
+                                            "  'vrl --help' shows the usage\n"
                                             "status 2\n");
 }
 
@@ -41,10 +39,10 @@ TEST(Grammar, TellsAnUnknownOptionWithNearOnes) {
     Tool const tool;
     EXPECT_EQ(whole(tool.run("diff", {"--tolerence", "1", "a", "b"})), "vrl: 'diff' has no option '--tolerence'\n"
                                                                        "  did you mean '--tolerance'?\n"
-                                                                       "  'vrl diff --help' tells the usage\n"
+                                                                       "  'vrl diff --help' shows the usage\n"
                                                                        "status 2\n");
     EXPECT_EQ(whole(tool.run("show", {"--sideways", "a"})), "vrl: 'show' has no option '--sideways'\n"
-                                                            "  'vrl show --help' tells the usage\n"
+                                                            "  'vrl show --help' shows the usage\n"
                                                             "status 2\n");
 }
 
@@ -52,17 +50,17 @@ TEST(Grammar, TellsAnUnknownOptionWithoutACommand) {
     Tool const tool;
     EXPECT_EQ(whole(tool.run("--versoin")), "vrl: no option '--versoin'\n"
                                             "  did you mean '--version'?\n"
-                                            "  'vrl --help' tells the usage\n"
+                                            "  'vrl --help' shows the usage\n"
                                             "status 2\n");
 }
 
 TEST(Grammar, TellsAMissingAndASuperfluousArgument) {
     Tool const tool;
     EXPECT_EQ(whole(tool.run("show")), "vrl: FILE is missing: the saved design\n"
-                                       "  'vrl show --help' tells the usage\n"
+                                       "  'vrl show --help' shows the usage\n"
                                        "status 2\n");
     EXPECT_EQ(whole(tool.run("diff", {"a", "b", "c"})), "vrl: The following argument was not expected: c\n"
-                                                        "  'vrl diff --help' tells the usage\n"
+                                                        "  'vrl diff --help' shows the usage\n"
                                                         "status 2\n");
 }
 

@@ -43,7 +43,7 @@ vrl \- looks at, checks, compares and documents photonic designs
 .SH DESCRIPTION
 Each command answers with text for people, or with JSON for programs. Results go to standard output,
 errors to standard error; they name the file, the thing and the hint. A design that needs kinds which
-no loaded plug\-in has is shown all the same, with something that stands in for them.
+no loaded plug\-in has is still shown, with stand\-ins for them.
 .SH OPTIONS
 .TP
 \fB\-h\fR, \fB\-\-help\fR
@@ -132,7 +132,7 @@ The configuration names the plug\-ins to load. Without \-\-config, the first of 
 0 fine, 1 findings or differences, 2 could not be done.
 .SH NOTES
 .PP
-\&\(aqvrl COMMAND \-\-help\(aq tells more of a command.
+\&\(aqvrl COMMAND \-\-help\(aq shows more of a command.
 .SH "SEE ALSO"
 \fBdot\fR(1), \fBpdflatex\fR(1)
 )");

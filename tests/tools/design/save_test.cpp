@@ -226,7 +226,7 @@ TEST(SaveDesign, WritesTheSameBytesOverADesign) {
 }
 
 std::string refusal(std::string const& path, std::string const& kind) {
-    return path + ": not saved: something stands in for '" + kind +
+    return path + ": not saved: a stand-in represents '" + kind +
            "', and what it keeps would be lost; load the plug-in that brings it; 'vrl plugins' shows what is loaded";
 }
 

@@ -5,15 +5,15 @@
 
 #include <sys/stat.h>
 
-#include "tests/support/files.h"
+#include "tests/support/kept_file.h"
 #include "tests/tools/design/saved_objects.h"
 #include "tests/tools/sample_circuit.h"
 #include "tests/tools/tool.h"
 
 namespace {
 
+using vrl_test::kept;
 using vrl_test::Outcome;
-using vrl_test::readFile;
 using vrl_test::SampleCircuit;
 using vrl_test::savedObjects;
 using vrl_test::Tool;
@@ -64,15 +64,16 @@ class ShowOfEveryClass : public testing::TestWithParam<std::string> {};
 TEST_P(ShowOfEveryClass, GivesTheKeptTexts) {
     Tool const tool;
     tool.write("object.vrl", savedObjects().at(GetParam()));
-    EXPECT_EQ(shownInAllForms(tool, {}), readFile(VRL_KEPT_TEXTS "/" + GetParam() + ".txt"));
+    std::string const shown = shownInAllForms(tool, {});
+    EXPECT_EQ(shown, kept(shown, VRL_KEPT_TEXTS "/" + GetParam() + ".txt"));
 }
 
 TEST_P(ShowOfEveryClass, GivesTheKeptTextsWithoutAnyPlugin) {
     Tool const tool;
     tool.write("object.vrl", savedObjects().at(GetParam()));
     tool.writeConfig("none.ini", {});
-    EXPECT_EQ(shownInAllForms(tool, {"--config", "none.ini"}),
-              readFile(VRL_KEPT_TEXTS "/" + GetParam() + ".without_plugins.txt"));
+    std::string const shown = shownInAllForms(tool, {"--config", "none.ini"});
+    EXPECT_EQ(shown, kept(shown, VRL_KEPT_TEXTS "/" + GetParam() + ".without_plugins.txt"));
 }
 
 std::vector<std::string> names() {
@@ -89,7 +90,7 @@ TEST(Show, NamesTheConfiguredLibrariesThatFailed) {
     tool.write("design.vrl", savedObjects().at("block"));
     auto const shown = tool.run("show", {"--config", tool.writeConfig("bad.ini", {"noSuchPlugin"}), "design.vrl"});
     std::string const first = shown.err.substr(0, shown.err.find('\n') + 1);
-    EXPECT_EQ(first, "vrl: design.vrl: no loaded plug-in has the block 'sfBend' (1 use); something stands in for it\n");
+    EXPECT_EQ(first, "vrl: design.vrl: no loaded plug-in has the block 'sfBend' (1 use); a stand-in represents it\n");
     EXPECT_EQ(shown.err.substr(first.size()), "  not loaded: " VRL_SAMPLE_PLUGINS
                                               "/lib_wn_noSuchPlugin.so.5.1.3: cannot open shared object file: No such "
                                               "file or directory\n");
@@ -100,9 +101,8 @@ TEST(Show, TellsWhereToLookIfEveryLibraryIsLoaded) {
     Tool const tool;
     tool.write("design.vrl", savedObjects().at("block"));
     auto const shown = tool.run("show", {"--config", tool.writeConfig("demo.ini", {"vrlDemoDll"}), "design.vrl"});
-    EXPECT_EQ(shown.err,
-              "vrl: design.vrl: no loaded plug-in has the block 'sfBend' (1 use); something stands in for it\n"
-              "  'vrl plugins' shows what is loaded\n");
+    EXPECT_EQ(shown.err, "vrl: design.vrl: no loaded plug-in has the block 'sfBend' (1 use); a stand-in represents it\n"
+                         "  'vrl plugins' shows what is loaded\n");
 }
 
 // What cannot be shown.

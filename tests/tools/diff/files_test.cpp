@@ -4,6 +4,7 @@
 
 #include "design/foundries.h"
 #include "tests/tools/diff/pair.h"
+#include "tests/tools/outcome_text.h"
 
 namespace {
 
@@ -13,16 +14,13 @@ using vrl_test::both;
 using vrl_test::Pair;
 using vrl_test::SampleCircuit;
 using vrl_test::Tool;
+using vrl_test::whole;
 
 template <class T>
 void save(std::string const& path, T& object) {
     std::ofstream file(path, std::ios::binary);
     vrl::BinaryStreamSerialiser writer(file);
     ASSERT_TRUE(object.write(&writer));
-}
-
-std::string whole(vrl_test::Outcome const& ended) {
-    return ended.out + ended.err + "status " + std::to_string(ended.status) + "\n";
 }
 
 TEST(DiffFiles, ReadAndSavedAgainAreTheSame) {
@@ -160,19 +158,19 @@ TEST(DiffFiles, AreComparedWithoutTheirPlugins) {
                          "4 differences\n");
     std::string const path = VRL_SAMPLE_PLUGINS "/lib_wn_otherFab.so.5.1.3";
     EXPECT_EQ(ended.err,
-              "vrl: a.vrl: no loaded plug-in has the block 'sfCombiner' (1 use); something stands in for it\n"
-              "vrl: a.vrl: no loaded plug-in has the block 'sfEdgeCoupler' (2 uses); something stands in for it\n"
-              "vrl: a.vrl: no loaded plug-in has the block 'sfPhaseModulator' (3 uses); something stands in for it\n"
-              "vrl: a.vrl: no loaded plug-in has the block 'sfPushPullArms' (1 use); something stands in for it\n"
-              "vrl: a.vrl: no loaded plug-in has the block 'sfSplitter' (1 use); something stands in for it\n"
-              "vrl: a.vrl: no loaded plug-in has the block 'sfStraight' (1 use); something stands in for it\n"
-              "vrl: b.vrl: no loaded plug-in has the block 'sfCombiner' (1 use); something stands in for it\n"
-              "vrl: b.vrl: no loaded plug-in has the block 'sfEdgeCoupler' (2 uses); something stands in for it\n"
-              "vrl: b.vrl: no loaded plug-in has the block 'sfPhaseModulator' (3 uses); something stands in for it\n"
-              "vrl: b.vrl: no loaded plug-in has the block 'sfPhotodiode' (1 use); something stands in for it\n"
-              "vrl: b.vrl: no loaded plug-in has the block 'sfPushPullArms' (1 use); something stands in for it\n"
-              "vrl: b.vrl: no loaded plug-in has the block 'sfSplitter' (1 use); something stands in for it\n"
-              "vrl: b.vrl: no loaded plug-in has the block 'sfStraight' (1 use); something stands in for it\n"
+              "vrl: a.vrl: no loaded plug-in has the block 'sfCombiner' (1 use); a stand-in represents it\n"
+              "vrl: a.vrl: no loaded plug-in has the block 'sfEdgeCoupler' (2 uses); a stand-in represents it\n"
+              "vrl: a.vrl: no loaded plug-in has the block 'sfPhaseModulator' (3 uses); a stand-in represents it\n"
+              "vrl: a.vrl: no loaded plug-in has the block 'sfPushPullArms' (1 use); a stand-in represents it\n"
+              "vrl: a.vrl: no loaded plug-in has the block 'sfSplitter' (1 use); a stand-in represents it\n"
+              "vrl: a.vrl: no loaded plug-in has the block 'sfStraight' (1 use); a stand-in represents it\n"
+              "vrl: b.vrl: no loaded plug-in has the block 'sfCombiner' (1 use); a stand-in represents it\n"
+              "vrl: b.vrl: no loaded plug-in has the block 'sfEdgeCoupler' (2 uses); a stand-in represents it\n"
+              "vrl: b.vrl: no loaded plug-in has the block 'sfPhaseModulator' (3 uses); a stand-in represents it\n"
+              "vrl: b.vrl: no loaded plug-in has the block 'sfPhotodiode' (1 use); a stand-in represents it\n"
+              "vrl: b.vrl: no loaded plug-in has the block 'sfPushPullArms' (1 use); a stand-in represents it\n"
+              "vrl: b.vrl: no loaded plug-in has the block 'sfSplitter' (1 use); a stand-in represents it\n"
+              "vrl: b.vrl: no loaded plug-in has the block 'sfStraight' (1 use); a stand-in represents it\n"
               "  not loaded: " +
                   path + ": cannot open shared object file: No such file or directory\n");
     EXPECT_EQ(ended.status, 1);
@@ -194,8 +192,8 @@ TEST(DiffFiles, TellWhichParametersCouldNotBeCompared) {
         return [=](SampleCircuit& c) { c.netlist().addAttribute(new Outline(expression)); };
     };
     std::string const missing =
-        "vrl: a.vrl: no loaded plug-in has the parameter type 'testOutline' (1 use); something stands in for it\n"
-        "vrl: b.vrl: no loaded plug-in has the parameter type 'testOutline' (1 use); something stands in for it\n"
+        "vrl: a.vrl: no loaded plug-in has the parameter type 'testOutline' (1 use); a stand-in represents it\n"
+        "vrl: b.vrl: no loaded plug-in has the parameter type 'testOutline' (1 use); a stand-in represents it\n"
         "  'vrl plugins' shows what is loaded\n";
     Pair const same(outlined("x"), outlined("x"));
     EXPECT_EQ(same.diff(), "not compared\n"
@@ -223,7 +221,7 @@ TEST(DiffFiles, ThatCannotBeReadAreNamed) {
               "status 2\n");
     EXPECT_EQ(whole(pair.tool.run("diff", {"a.vrl"})),
               "vrl: FILE is missing: the saved design that is compared with it\n"
-              "  'vrl diff --help' tells the usage\n"
+              "  'vrl diff --help' shows the usage\n"
               "status 2\n");
 }
 

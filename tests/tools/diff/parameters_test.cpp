@@ -167,7 +167,7 @@ TEST(DiffTolerance, HasToBeANumberFromZero) {
         EXPECT_EQ(ended.out, "");
         EXPECT_EQ(ended.err, "vrl: --absolute: '" + std::string(wrong) +
                                  "' is no tolerance: give a number from 0, such as 1e-6\n"
-                                 "  'vrl diff --help' tells the usage\n");
+                                 "  'vrl diff --help' shows the usage\n");
         EXPECT_EQ(ended.status, 2);
     }
 }

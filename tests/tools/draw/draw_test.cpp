@@ -252,7 +252,7 @@ TEST_F(Draw, RefusesABlockThatIsNoCircuit) {
 TEST(Show, DoesNotGiveTheListingAsJson) {
     auto const outcome = Tool().run("show", {"a.vrl", "--json", "--listing"});
     EXPECT_EQ(outcome.err, "vrl: --json excludes --listing\n"
-                           "  'vrl show --help' tells the usage\n");
+                           "  'vrl show --help' shows the usage\n");
     EXPECT_EQ(outcome.status, 2);
 }
 

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "tests/support/files.h"
+#include "tests/support/kept_file.h"
 #include "tests/tools/draw/pictures.h"
 #include "tests/tools/tool.h"
 
@@ -16,8 +16,9 @@ TEST(ExamplePicture, IsWhatTheCommandDraws) {
     vrl_test::Sandbox const demo(VRL_DEMO_PROGRAM);
     ASSERT_EQ(demo.run("build", {tool.path(config), tool.path("modulator.vrl")}).status, 0);
     ASSERT_EQ(tool.run("draw", {"modulator.vrl", "-o", "modulator.svg", "--depth", "1"}).status, 0);
-    EXPECT_EQ(vrl_test::withoutGeometry(vrl_test::readFile(VRL_PICTURES "/modulator.svg")),
-              vrl_test::withoutGeometry(tool.read("modulator.svg")));
+    std::string const drawn = tool.read("modulator.svg");
+    EXPECT_EQ(vrl_test::withoutGeometry(vrl_test::kept(drawn, VRL_PICTURES "/modulator.svg")),
+              vrl_test::withoutGeometry(drawn));
 }
 
 #endif

@@ -209,8 +209,8 @@ TEST(Graph, DrawsFramesInFrames) {
 TEST(Graph, GraphvizTakesTextsThatAreEmpty) {
     vrltool::Circuit circuit;
     circuit.elements.resize(2);
-    circuit.elements[0].pins = {{"", vrl::EnumList::Optics, 1, true}};
-    circuit.elements[1].pins = {{"", vrl::EnumList::DC, 1, false}};
+    circuit.elements[0].ports = {{"", vrl::EnumList::Optics, 1, true}};
+    circuit.elements[1].ports = {{"", vrl::EnumList::DC, 1, false}};
     circuit.nodes[1] = {{0, 0}, {1, 0}};
     std::string const dot = vrltool::draw::dotPicture(circuit, {}, vrltool::draw::selectionOf(circuit, {})).text;
     EXPECT_NE(vrltool::draw::render(dot, vrltool::draw::PictureFormat::kSvg), "");

@@ -91,12 +91,12 @@ TEST(Selection, OpensCompositesWhileThereIsRoom) {
     EXPECT_EQ(selection.notes, Notes{"closed: 1 composite, past the limit of 9"});
 }
 
-TEST(Selection, CountsTiesOfElementsThatAreNotThere) {
+TEST(Selection, CountsConnectionsOfMissingElements) {
     SampleCircuit sample;
     sample.add("a", "sfBend");
     Circuit circuit = vrltool::circuitFrom(sample.netlist());
-    circuit.strayTies.emplace_back("ghost", "in0");
-    EXPECT_EQ(vrltool::draw::selectionOf(circuit, {}).notes, Notes{"left out: 1 tie of elements that are not there"});
+    circuit.danglingConnections.emplace_back("ghost", "in0");
+    EXPECT_EQ(vrltool::draw::selectionOf(circuit, {}).notes, Notes{"left out: 1 connection of missing elements"});
 }
 
 TEST(Selection, SaysThatACircuitIsEmpty) {

@@ -78,8 +78,8 @@ TEST(Svg, SaysWhereSomethingStandsInForAKind) {
     tool.writeConfig("none.ini", {"vrlDemoDll"});
     auto const outcome = tool.run("draw", {"a.vrl", "-o", "a.svg", "--depth", "1", "--config", "none.ini"});
     EXPECT_EQ(outcome.status, 0);
-    EXPECT_THAT(outcome.err, testing::HasSubstr("no loaded plug-in has the block 'sfPushPullArms' (1 use); something "
-                                                "stands in for it\n"));
+    EXPECT_THAT(outcome.err, testing::HasSubstr("no loaded plug-in has the block 'sfPushPullArms' (1 use); a stand-in "
+                                                "represents it\n"));
     std::string const svg = tool.read("a.svg");
     EXPECT_THAT(textsOf(svg), IsSupersetOf({"sfSplitter (not loaded)", "sfPushPullArms (not loaded)", "trim",
                                             "unknown domain", "stand-in: its kind is not loaded"}));

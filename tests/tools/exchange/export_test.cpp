@@ -206,12 +206,12 @@ TEST(Export, WritesDesignsWhosePlugInsAreMissing) {
     auto const exported = tool.run("export", {"--config", config, "a.vrl", "-o", "a.yml"});
     EXPECT_EQ(exported.out, "a.yml: 6 instances, 7 nets, 4 outer ports written\n");
     EXPECT_EQ(exported.err,
-              "vrl: a.vrl: no loaded plug-in has the block 'sfCombiner' (1 use); something stands in for it\n"
-              "vrl: a.vrl: no loaded plug-in has the block 'sfEdgeCoupler' (2 uses); something stands in for it\n"
-              "vrl: a.vrl: no loaded plug-in has the block 'sfPhaseModulator' (3 uses); something stands in for it\n"
-              "vrl: a.vrl: no loaded plug-in has the block 'sfPushPullArms' (1 use); something stands in for it\n"
-              "vrl: a.vrl: no loaded plug-in has the block 'sfSplitter' (1 use); something stands in for it\n"
-              "vrl: a.vrl: no loaded plug-in has the block 'sfStraight' (1 use); something stands in for it\n"
+              "vrl: a.vrl: no loaded plug-in has the block 'sfCombiner' (1 use); a stand-in represents it\n"
+              "vrl: a.vrl: no loaded plug-in has the block 'sfEdgeCoupler' (2 uses); a stand-in represents it\n"
+              "vrl: a.vrl: no loaded plug-in has the block 'sfPhaseModulator' (3 uses); a stand-in represents it\n"
+              "vrl: a.vrl: no loaded plug-in has the block 'sfPushPullArms' (1 use); a stand-in represents it\n"
+              "vrl: a.vrl: no loaded plug-in has the block 'sfSplitter' (1 use); a stand-in represents it\n"
+              "vrl: a.vrl: no loaded plug-in has the block 'sfStraight' (1 use); a stand-in represents it\n"
               "  'vrl plugins' shows what is loaded\n");
     EXPECT_EQ(tool.run("import", {"--config", config, "a.yml"}).status, 1);
     ASSERT_EQ(tool.run("import", {"a.yml", "-o", "b.vrl"}).status, 0);

@@ -3,11 +3,13 @@
 #include <ostream>
 
 #include "tests/tools/tool.h"
+#include "tests/tools/validate/faulty_plugin.h"
 
 // Each plug-in has one fault, which one check finds.
 
 namespace {
 
+using vrl_test::faultyPlugin;
 using vrl_test::Tool;
 
 struct Case {
@@ -19,8 +21,6 @@ struct Case {
 
 void PrintTo(Case const& broken, std::ostream* os) { *os << broken.fault; }
 
-std::string pluginFile(std::string const& fault) { return VRL_BROKEN_PLUGINS "/lib_wn_" + fault + ".so.5.1.3"; }
-
 class BrokenPlugin : public ::testing::TestWithParam<Case> {};
 
 TEST_P(BrokenPlugin, IsToldByItsCheck) {
@@ -28,7 +28,7 @@ TEST_P(BrokenPlugin, IsToldByItsCheck) {
     Case const& broken = GetParam();
     bool const hangs = std::string(broken.fault) == "Hangs";
     auto const shown =
-        tool.run("validate", {"--seconds", hangs ? "5" : "50", "--only", broken.check, pluginFile(broken.fault)});
+        tool.run("validate", {"--seconds", hangs ? "5" : "50", "--only", broken.check, faultyPlugin(broken.fault)});
     auto const title = shown.out.find("\n  expected: ");
     ASSERT_NE(title, std::string::npos) << shown.out << shown.err;
     auto const findings = shown.out.find('\n', title + 1) + 1;
@@ -59,22 +59,22 @@ Case const kLoading[] = {
      "    hint: did you mean 'initLibraryBB' or 'initLibraryBBView'?\n"},
     {"Undefined", "loads", "FAIL",
      "  lib_wn_Undefined.so.5.1.3: undefined symbol: drawRing(int)\n"
-     "    hint: link it with all that it uses (-Wl,--no-undefined tells), and do nothing that can fail in static "
+     "    hint: link it with all that it uses (-Wl,--no-undefined shows), and do nothing that can fail in static "
      "objects\n"},
     {"CrashesInConstructor", "loads", "FAIL",
      "  lib_wn_CrashesInConstructor.so.5.1.3: ended by signal 6 (Aborted): loading it\n"
-     "    hint: link it with all that it uses (-Wl,--no-undefined tells), and do nothing that can fail in static "
+     "    hint: link it with all that it uses (-Wl,--no-undefined shows), and do nothing that can fail in static "
      "objects\n"},
     {"Alone", "version-function", "FAIL",
      "  lib_wn_Alone.so.5.1.3: exports no getAPIversion: hosts that ask for a version refuse it\n"
      "    hint: write VRL_PLUGIN_API_VERSION(major, minor, patch); once, with the version of vrllib that it is built "
      "with\n"},
     {"VersionZero", "version-function", "FAIL",
-     "  getAPIversion: tells the version 0\n"
+     "  getAPIversion: returns the version 0\n"
      "    hint: write VRL_PLUGIN_API_VERSION(major, minor, patch); once, with the version of vrllib that it is built "
      "with\n"},
     {"VersionFuture", "version-function", "FAIL",
-     "  getAPIversion: tells 99.1.1, and this library is 2.1.11\n"
+     "  getAPIversion: returns 99.1.1, and this library is 2.1.11\n"
      "    hint: write VRL_PLUGIN_API_VERSION(major, minor, patch); once, with the version of vrllib that it is built "
      "with\n"},
     {"Hangs", "entry-returns", "FAIL",
@@ -105,7 +105,7 @@ Case const kLoading[] = {
     {"CrashesAtEnd", "process-end", "FAIL",
      "  lib_wn_CrashesAtEnd.so.5.1.3: ended by signal 6 (Aborted): the program ends\n"
      "    hint: let static objects free nothing of the library's\n"},
-    {"ChangesEnvironment", "surroundings", "warning",
+    {"ChangesEnvironment", "process-state", "warning",
      "  lib_wn_ChangesEnvironment.so.5.1.3: changes the environment\n"
      "    hint: set nothing that belongs to the whole program, or set it back\n"}};
 
@@ -120,16 +120,16 @@ Case const kKinds[] = {
      "    hint: let the constructor accept a null foundry, and throw nothing\n"},
     {"ForgetsFoundry", "foundry-kept", "FAIL",
      "  block 'brBlock': does not know the foundry 'BrokenFab'\n"
-     "    hint: hand the foundry on: BB(foundry); the class of a composite names BB(foundry) itself\n"},
+     "    hint: pass the foundry on: BB(foundry); the class of a composite names BB(foundry) itself\n"},
     {"FlowThrows", "foundry-parts", "FAIL",
      "  flow 'brFlow' of foundry 'BrokenFab': createCS throws 'no width'\n"
      "    hint: let constructors and createCS accept any number, and throw nothing\n"},
     {"OtherName", "key-matches-name", "FAIL",
-     "  block 'brBlock': tells the name 'brOther'\n"
+     "  block 'brBlock': returns the name 'brOther'\n"
      "    hint: register the class under the text that getName gives, a parameter type under getFactoryName\n"},
     {"AnySection", "unknown-key", "FAIL",
-     "  foundry 'BrokenFab': createCS gives something for a name that is not known\n"
-     "    hint: give null for a name that is not known\n"},
+     "  foundry 'BrokenFab': createCS returns something for a name that is not known\n"
+     "    hint: return null for a name that is not known\n"},
     {"PortTwice", "names", "FAIL",
      "  block 'brBlock': has the port 'out0' twice, of which only the first is found\n"
      "    hint: give each its own name\n"},
@@ -137,7 +137,7 @@ Case const kKinds[] = {
      "  block 'brBlock': adds the parameter 'length' twice, and keeps the first\n"
      "    hint: give each its own name\n"},
     {"Undescribed", "described", "warning",
-     "  foundry 'BrokenFab': describe() gives nothing\n"
+     "  foundry 'BrokenFab': describe() returns nothing\n"
      "    hint: say in one line what it is\n"
      "  block 'brBlock', parameter 'length': has no description\n"
      "  block 'brBlock', parameter 'length': has no unit\n"
@@ -194,31 +194,31 @@ INSTANTIATE_TEST_SUITE_P(Kinds, BrokenPlugin, ::testing::ValuesIn(kKinds), caseN
 
 TEST(PluginInOrder, MayGiveAViewAnotherNameThanItsKind) {
     Tool const tool;
-    auto const shown = tool.run("validate", {"--only", "views", pluginFile("ViewOtherName")});
-    EXPECT_EQ(shown.out, pluginFile("ViewOtherName") + "\n"
-                                                       "  views  pass  1 view\n"
-                                                       "\n"
-                                                       "1 check: 1 passed, 0 failed, 0 warnings, 0 not run\n");
+    auto const shown = tool.run("validate", {"--only", "views", faultyPlugin("ViewOtherName")});
+    EXPECT_EQ(shown.out, faultyPlugin("ViewOtherName") + "\n"
+                                                         "  views  pass  1 view\n"
+                                                         "\n"
+                                                         "1 check: 1 passed, 0 failed, 0 warnings, 0 not run\n");
     EXPECT_EQ(shown.status, 0);
 }
 
 TEST(PluginInOrder, MaySaveAKindOfNetlistAsAPlainOne) {
     Tool const tool;
     auto const shown =
-        tool.run("validate", {"--only", "key-matches-name,saved,random-bytes,views", pluginFile("PlainNetlist")});
-    EXPECT_EQ(shown.out, pluginFile("PlainNetlist") + "\n"
-                                                      "  key-matches-name  pass\n"
-                                                      "  saved             pass  1 kind\n"
-                                                      "  random-bytes      pass  1 kind\n"
-                                                      "  views             pass  1 view\n"
-                                                      "\n"
-                                                      "4 checks: 4 passed, 0 failed, 0 warnings, 0 not run\n");
+        tool.run("validate", {"--only", "key-matches-name,saved,random-bytes,views", faultyPlugin("PlainNetlist")});
+    EXPECT_EQ(shown.out, faultyPlugin("PlainNetlist") + "\n"
+                                                        "  key-matches-name  pass\n"
+                                                        "  saved             pass  1 kind\n"
+                                                        "  random-bytes      pass  1 kind\n"
+                                                        "  views             pass  1 view\n"
+                                                        "\n"
+                                                        "4 checks: 4 passed, 0 failed, 0 warnings, 0 not run\n");
     EXPECT_EQ(shown.status, 0);
 }
 
 TEST(BrokenPluginStreams, TellsTheStreamThatDidHarm) {
     Tool const tool;
-    auto const shown = tool.run("validate", {"--seconds", "50", "--only", "random-bytes", pluginFile("RandomBytes")});
+    auto const shown = tool.run("validate", {"--seconds", "50", "--only", "random-bytes", faultyPlugin("RandomBytes")});
     EXPECT_EQ(
         shown.out.substr(shown.out.find("  lib_wn_RandomBytes.so.5.1.3: ")),
         "  lib_wn_RandomBytes.so.5.1.3: ended by signal 6 (Aborted): reading the changed stream 27 into the block "
@@ -231,16 +231,16 @@ TEST(BrokenPluginStreams, TellsTheStreamThatDidHarm) {
 
 TEST(BrokenPluginOrder, TellsAKeyThatIsMissingBehindAnotherPlugin) {
     Tool const tool;
-    auto const shown = tool.run(
-        "validate", {"--only", "two-plugins", "--only", "key-clash", pluginFile("NeedsToBeFirst"), pluginFile("None")});
-    EXPECT_EQ(shown.out, pluginFile("NeedsToBeFirst") +
+    auto const shown = tool.run("validate", {"--only", "two-plugins", "--only", "key-clash",
+                                             faultyPlugin("NeedsToBeFirst"), faultyPlugin("None")});
+    EXPECT_EQ(shown.out, faultyPlugin("NeedsToBeFirst") +
                              "\n"
                              "  two-plugins  FAIL     1 finding\n"
                              "  key-clash    warning  4 findings\n"
                              "\n"
                              "two-plugins: FAIL\n"
                              "  expected: it loads before and after others, with the same keys in either order\n"
-                             "  block 'brBlock': is not registered when it is loaded behind lib_wn_None.so.5.1.3\n"
+                             "  block 'brBlock': is not registered when it is loaded after lib_wn_None.so.5.1.3\n"
                              "    hint: register the same keys whatever is there already\n"
                              "\n"
                              "key-clash: warning\n"
@@ -254,7 +254,7 @@ TEST(BrokenPluginOrder, TellsAKeyThatIsMissingBehindAnotherPlugin) {
                              "\n"
                              "2 checks: 0 passed, 1 failed, 1 warning, 0 not run\n"
                              "\n" +
-                             pluginFile("None") +
+                             faultyPlugin("None") +
                              "\n"
                              "  two-plugins  pass     with 1 other\n"
                              "  key-clash    warning  4 findings\n"
@@ -276,14 +276,14 @@ TEST(BrokenPluginOrder, TellsWhatAConfiguredPluginHinders) {
     Tool const tool;
     std::string const config = tool.writeConfig("demo.ini", {"vrlDemoDll"});
     auto const shown =
-        tool.run("validate", {"--config", config, "--only", "two-plugins", pluginFile("NeedsToBeFirst")});
-    EXPECT_EQ(shown.out, pluginFile("NeedsToBeFirst") +
+        tool.run("validate", {"--config", config, "--only", "two-plugins", faultyPlugin("NeedsToBeFirst")});
+    EXPECT_EQ(shown.out, faultyPlugin("NeedsToBeFirst") +
                              "\n"
                              "  two-plugins  FAIL  1 finding\n"
                              "\n"
                              "two-plugins: FAIL\n"
                              "  expected: it loads before and after others, with the same keys in either order\n"
-                             "  block 'brBlock': is not registered when it is loaded behind demo.ini\n"
+                             "  block 'brBlock': is not registered when it is loaded after demo.ini\n"
                              "    hint: register the same keys whatever is there already\n"
                              "\n"
                              "1 check: 0 passed, 1 failed, 0 warnings, 0 not run\n");
@@ -293,7 +293,7 @@ TEST(BrokenPluginOrder, TellsWhatAConfiguredPluginHinders) {
 /// What the first plug-in is told of others; the table alone, without the summaries.
 std::string amongOthers(Tool const& tool, std::vector<std::string> const& faults) {
     std::vector<std::string> words{"--seconds", "6", "--only", "two-plugins,key-clash"};
-    for (std::string const& fault : faults) words.push_back(pluginFile(fault));
+    for (std::string const& fault : faults) words.push_back(faultyPlugin(fault));
     std::string const out = tool.run("validate", words).out;
     auto const start = out.find('\n') + 1;
     return out.substr(start, out.find("\n\n") + 1 - start);
@@ -323,28 +323,29 @@ TEST(BrokenPluginOrder, ComparesNothingForOneWithoutKeys) {
     EXPECT_EQ(amongOthers(tool, {"BringsNothing", "None"}), "  two-plugins  not run  'brings-keys' failed\n"
                                                             "  key-clash    not run  'brings-keys' failed\n");
     auto const shown = tool.run("validate", {"--skip", "brings-keys", "--only", "two-plugins",
-                                             pluginFile("BringsNothing"), pluginFile("None")});
+                                             faultyPlugin("BringsNothing"), faultyPlugin("None")});
     EXPECT_NE(shown.out.find("  two-plugins  not run  it brings no keys\n"), std::string::npos) << shown.out;
 }
 
 TEST(BrokenPluginNeeds, RunsWhatACheckNeedsAndNamesItAsTheHindrance) {
     Tool const tool;
-    auto const shown = tool.run("validate", {"--only", "saved,described", pluginFile("CrashesInConstructor")});
-    EXPECT_EQ(shown.out, pluginFile("CrashesInConstructor") + "\n"
-                                                              "  described  not run  'loads' failed\n"
-                                                              "  saved      not run  'loads' failed\n"
-                                                              "\n"
-                                                              "2 checks: 0 passed, 0 failed, 0 warnings, 2 not run\n");
+    auto const shown = tool.run("validate", {"--only", "saved,described", faultyPlugin("CrashesInConstructor")});
+    EXPECT_EQ(shown.out, faultyPlugin("CrashesInConstructor") +
+                             "\n"
+                             "  described  not run  'loads' failed\n"
+                             "  saved      not run  'loads' failed\n"
+                             "\n"
+                             "2 checks: 0 passed, 0 failed, 0 warnings, 2 not run\n");
     EXPECT_EQ(shown.status, 1);
 }
 
 TEST(BrokenPluginBounds, MayBeInfinite) {
     Tool const tool;
-    auto const shown = tool.run("validate", {"--only", "defaults-in-range", pluginFile("BoundsInfinite")});
-    EXPECT_EQ(shown.out, pluginFile("BoundsInfinite") + "\n"
-                                                        "  defaults-in-range  pass\n"
-                                                        "\n"
-                                                        "1 check: 1 passed, 0 failed, 0 warnings, 0 not run\n");
+    auto const shown = tool.run("validate", {"--only", "defaults-in-range", faultyPlugin("BoundsInfinite")});
+    EXPECT_EQ(shown.out, faultyPlugin("BoundsInfinite") + "\n"
+                                                          "  defaults-in-range  pass\n"
+                                                          "\n"
+                                                          "1 check: 1 passed, 0 failed, 0 warnings, 0 not run\n");
 }
 
 }  // namespace

@@ -5,17 +5,18 @@
 #include <filesystem>
 #include <nlohmann/json.hpp>
 
+#include "tests/support/kept_file.h"
 #include "tests/tools/tool.h"
+#include "tests/tools/validate/faulty_plugin.h"
 #include "validate/elf.h"
 
 namespace {
 
+using vrl_test::faultyPlugin;
 using vrl_test::Tool;
 
 constexpr char kSampleFab[] = "lib_wn_foundrySampleFab.so.5.1.3";
 constexpr char kDemo[] = "lib_wn_vrlDemoDll.so.5.1.3";
-
-std::string brokenFile(std::string const& fault) { return VRL_BROKEN_PLUGINS "/lib_wn_" + fault + ".so.5.1.3"; }
 
 /// Puts both sample plug-ins into the folder.
 void takeSamples(Tool const& tool) {
@@ -23,20 +24,17 @@ void takeSamples(Tool const& tool) {
         tool.write(name, vrl_test::readFile(VRL_SAMPLE_PLUGINS "/" + std::string(name)));
 }
 
-/// A whole output, with the name of this machine in its place.
-std::string expected(std::string const& name) {
-    std::string text = vrl_test::readFile(VRL_VALIDATE_EXPECTED "/" + name);
+/// What a kept file has in the place of a whole output; "@machine@" is the name of this one there.
+std::string expected(std::string const& actual, std::string const& name) {
     std::string const machine = vrltool::validate::readElf(VRL_TOOL_PROGRAM).machine;
-    for (auto place = text.find("@machine@"); place != std::string::npos; place = text.find("@machine@"))
-        text.replace(place, 9, machine);
-    return text;
+    return vrl_test::kept(actual, VRL_VALIDATE_EXPECTED "/" + name, machine, "@machine@");
 }
 
 TEST(Validate, PassesBothSamplePluginsWholly) {
     Tool const tool;
     takeSamples(tool);
     auto const shown = tool.run("validate", {"--seconds", "50", kSampleFab, kDemo});
-    EXPECT_EQ(shown.out, expected("samples.txt"));
+    EXPECT_EQ(shown.out, expected(shown.out, "samples.txt"));
     EXPECT_EQ(shown.err, "");
     EXPECT_EQ(shown.status, 0);
 }
@@ -45,7 +43,7 @@ TEST(Validate, TellsProgramsTheSame) {
     Tool const tool;
     takeSamples(tool);
     auto const shown = tool.run("validate", {"--json", "--seconds", "50", kSampleFab});
-    EXPECT_EQ(shown.out, expected("sample_fab.json"));
+    EXPECT_EQ(shown.out, expected(shown.out, "sample_fab.json"));
     EXPECT_EQ(shown.err, "");
     EXPECT_EQ(shown.status, 0);
 }
@@ -67,20 +65,23 @@ TEST(Validate, PassesTheSamplePluginBesideItsOwnConfiguration) {
 
 TEST(Validate, LeavesOutWhatAFailureHinders) {
     Tool const tool;
-    auto const shown = tool.run("validate", {"--seconds", "10", brokenFile("Hangs")});
-    EXPECT_EQ(shown.out, brokenFile("Hangs") + "\n" + expected("hangs.txt"));
+    auto const shown = tool.run("validate", {"--seconds", "10", faultyPlugin("Hangs")});
+    std::string const head = faultyPlugin("Hangs") + "\n";
+    ASSERT_EQ(shown.out.substr(0, head.size()), head);
+    std::string const table = shown.out.substr(head.size());
+    EXPECT_EQ(table, expected(table, "hangs.txt"));
     EXPECT_EQ(shown.status, 1);
 }
 
 TEST(Validate, TellsFindingsToPrograms) {
     Tool const tool;
-    auto const shown = tool.run("validate", {"--json", "--only", "defaults-in-range", brokenFile("OutOfRange")});
+    auto const shown = tool.run("validate", {"--json", "--only", "defaults-in-range", faultyPlugin("OutOfRange")});
     EXPECT_EQ(shown.out, R"({
   "format": "vrl-validate",
   "version": 1,
   "plugins": [
     {
-      "path": ")" + brokenFile("OutOfRange") +
+      "path": ")" + faultyPlugin("OutOfRange") +
                              R"(",
       "conforms": false,
       "passed": 0,
@@ -110,18 +111,18 @@ TEST(Validate, TellsFindingsToPrograms) {
 
 TEST(Validate, AllowsTheMessageChannelAndNotesIt) {
     Tool const tool;
-    auto const shown = tool.run("validate", {"--only", "entry-quiet", brokenFile("Talks")});
-    EXPECT_EQ(shown.out, brokenFile("Talks") + "\n"
-                                               "  entry-quiet  pass  message channel: 'ready'\n"
-                                               "\n"
-                                               "1 check: 1 passed, 0 failed, 0 warnings, 0 not run\n");
+    auto const shown = tool.run("validate", {"--only", "entry-quiet", faultyPlugin("Talks")});
+    EXPECT_EQ(shown.out, faultyPlugin("Talks") + "\n"
+                                                 "  entry-quiet  pass  message channel: 'ready'\n"
+                                                 "\n"
+                                                 "1 check: 1 passed, 0 failed, 0 warnings, 0 not run\n");
     EXPECT_EQ(shown.status, 0);
 }
 
 TEST(Validate, ListsItsChecks) {
     Tool const tool;
     auto const shown = tool.run("validate", {"--list"});
-    EXPECT_EQ(shown.out, expected("list.txt"));
+    EXPECT_EQ(shown.out, expected(shown.out, "list.txt"));
     EXPECT_EQ(shown.status, 0);
     auto const json = nlohmann::json::parse(tool.run("validate", {"--list", "--json"}).out);
     EXPECT_EQ(json["checks"].size(), 28u);
@@ -181,7 +182,7 @@ TEST(Validate, TakesListsOfChecks) {
 
 TEST(Validate, CountsWarningsApartFromFailures) {
     Tool const tool;
-    auto const shown = tool.run("validate", {"--json", "--only", "described", brokenFile("Undescribed")});
+    auto const shown = tool.run("validate", {"--json", "--only", "described", faultyPlugin("Undescribed")});
     auto const plugin = nlohmann::json::parse(shown.out)["plugins"][0];
     EXPECT_EQ(plugin["failed"], 0);
     EXPECT_EQ(plugin["warnings"], 1);
@@ -191,7 +192,7 @@ TEST(Validate, CountsWarningsApartFromFailures) {
 TEST(Validate, ShowsAtATerminalThatACheckIsStillRunning) {
     Tool const tool;
     auto const shown =
-        tool.runAtTerminal("validate", {"--seconds", "3", "--only", "entry-returns", brokenFile("Hangs")});
+        tool.runAtTerminal("validate", {"--seconds", "3", "--only", "entry-returns", faultyPlugin("Hangs")});
     EXPECT_NE((shown.out + shown.err).find("checking 0 of 1 checks"), std::string::npos) << shown.out << shown.err;
 }
 

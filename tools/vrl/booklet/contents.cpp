@@ -118,7 +118,7 @@ void takeInside(BlockFacts& facts, vrl::Netlist& netlist) {
     for (auto const& node : circuit.nodes) {
         NodeFacts told;
         told.outside = outsideOf(circuit, node.first);
-        for (End const& end : node.second) told.ends.push_back(circuit.endText(end));
+        for (PortPlace const& end : node.second) told.ends.push_back(circuit.portText(end));
         facts.nodes.push_back(std::move(told));
     }
 }

@@ -86,7 +86,7 @@ struct FoundryFacts {
 
 /// Asks the plug-ins. Without a choice, the blocks are those whose code lies in the same file as that of the foundry.
 ///
-/// A Failure tells of unknown names, and of a plug-in that throws.
+/// A Failure reports unknown names, and of a plug-in that throws.
 FoundryFacts factsOf(std::string const& foundry, std::vector<std::string> const& chosenBlocks);
 
 }  // namespace vrltool::booklet

@@ -4,7 +4,7 @@
 
 namespace vrltool::booklet {
 
-/// The booklet as PDF. A Failure tells that there is no LaTeX here, and what to install, or what LaTeX says.
+/// The booklet as PDF. A Failure reports that there is no LaTeX here, and what to install, or what LaTeX says.
 std::string typeset(std::string const& tex);
 
 }  // namespace vrltool::booklet

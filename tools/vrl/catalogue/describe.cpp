@@ -20,7 +20,7 @@ std::string hintForUnknown(std::string const& name, std::vector<std::string> con
     if (std::string const near = didYouMean(name, known); !near.empty()) lines.push_back(near);
     for (FailedLibrary const& library : failedLibraries())
         lines.push_back("not loaded: " + library.path + ": " + library.reason);
-    if (lines.empty()) lines.emplace_back("'vrl list' tells what there is");
+    if (lines.empty()) lines.emplace_back("'vrl list' shows what there is");
     std::string text;
     for (std::string const& line : lines) text += (text.empty() ? "" : "\n  ") + line;
     return text;

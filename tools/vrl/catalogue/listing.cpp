@@ -22,7 +22,7 @@ namespace vrltool::catalogue {
 
 namespace {
 
-/// What is told of one kind.
+/// What is reported of one kind.
 struct Line {
     Kind kind;
     std::string about;
@@ -70,7 +70,7 @@ void tellNetlist(Line& line, Domain) {
 
 void tellView(Line& line, Domain) { line.about = kTargets[line.kind.target].one; }
 
-/// A word that can be listed: the factories that it stands for, and how its third column is told.
+/// A word that can be listed: the factories that it stands for, and how its third column is reported.
 struct Listable {
     char const* word;
     std::vector<Target> targets;
@@ -146,7 +146,7 @@ void warnOfFailed() {
     auto const failed = failedLibraries();
     if (!failed.empty())
         std::cerr << "vrl: " << counted(failed.size(), "configured library", "configured libraries")
-                  << " not loaded; 'vrl plugins' tells why\n";
+                  << " not loaded; 'vrl plugins' shows why\n";
 }
 
 std::string lowered(std::string text) {

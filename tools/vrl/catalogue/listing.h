@@ -18,7 +18,7 @@ std::vector<std::string> domainNames();
 std::optional<vrl::EnumList::Domain> domainOf(std::string const& name);
 
 /// Lists the keys of one word on standard output; blocks of one domain only, if there is one. The library has to be
-/// started. A kind that cannot be made is told, and is a finding.
+/// started. A kind that cannot be made is reported, and is a finding.
 Outcome listKinds(std::string const& word, std::optional<vrl::EnumList::Domain> domain, bool json);
 
 }  // namespace vrltool::catalogue

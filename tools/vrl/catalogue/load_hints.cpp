@@ -116,7 +116,7 @@ std::string hintOf(Load const& load) {
     case Result::kNoEntry:
         return hintOfNoEntry(load.file);
     case Result::kEnded:
-        return "take it out of the configuration until it is mended; 'vrl validate' tells more";
+        return "take it out of the configuration until it is mended; 'vrl validate' shows more";
     }
     return {};
 }

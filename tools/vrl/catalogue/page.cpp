@@ -38,10 +38,10 @@ bool isBoundary(Circuit const& circuit, unsigned node) {
 }
 
 /// Where a node leads to from one of its ends.
-std::string otherEnds(Circuit const& circuit, unsigned node, std::size_t element, std::size_t pin) {
+std::string otherEnds(Circuit const& circuit, unsigned node, std::size_t element, std::size_t port) {
     std::vector<std::string> others;
-    for (End const& end : circuit.nodes.at(node))
-        if (end.element != element || end.pin != pin) others.push_back(circuit.endText(end));
+    for (PortPlace const& end : circuit.nodes.at(node))
+        if (end.element != element || end.port != port) others.push_back(circuit.portText(end));
     if (isBoundary(circuit, node)) others.emplace_back("outside");
     return others.empty() ? "nothing" : joined(others);
 }
@@ -51,9 +51,9 @@ void takeElements(Page& page, vrl::Netlist& netlist) {
     for (std::size_t e = 0; e < circuit.elements.size(); ++e) {
         Element const& element = circuit.elements[e];
         Page::Element told{element.label(), element.kind, {}};
-        for (std::size_t p = 0; p < element.pins.size(); ++p)
-            if (unsigned const node = element.pins[p].node)
-                told.joins.push_back(element.pins[p].name + " to " + otherEnds(circuit, node, e, p));
+        for (std::size_t p = 0; p < element.ports.size(); ++p)
+            if (unsigned const node = element.ports[p].node)
+                told.joins.push_back(element.ports[p].name + " to " + otherEnds(circuit, node, e, p));
         page.elements.push_back(std::move(told));
     }
 }
@@ -72,7 +72,7 @@ void describeAttribute(Page& page, vrl::Foundry const*) {
     page.parameters.back().attribute = nullptr;
 }
 
-/// What is told of a part of the page; what it throws is told in its place.
+/// What is reported of a part of the page; what it throws is reported in its place.
 template <class About>
 std::string aboutOr(Page& page, About about) {
     std::string text;

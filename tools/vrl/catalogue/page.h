@@ -9,7 +9,7 @@
 
 namespace vrltool::catalogue {
 
-/// What there is to tell of one kind; what it has not is empty.
+/// What there is to tell of one kind; what is missing is empty.
 struct Page {
     using Pairs = std::vector<std::pair<std::string, std::string>>;
 
@@ -40,7 +40,7 @@ struct Page {
     std::vector<std::string> appliesTo;  ///< of a view of blocks: the kinds of block
 };
 
-/// The page of a kind. A block is made for the foundry, which may be null. A Failure tells what cannot be made.
+/// The page of a kind. A block is made for the foundry, which may be null. A Failure reports what cannot be made.
 Page pageOf(Kind const& kind, vrl::Foundry const* foundry);
 
 }  // namespace vrltool::catalogue

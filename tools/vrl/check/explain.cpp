@@ -20,7 +20,7 @@ struct Need {
 Need const kNeedTexts[] = {
     {kKind, "kind", "It does not look at elements whose kind no loaded plug-in has."},
     {kFoundry, "foundry", "It does not look at elements whose foundry is unknown."},
-    {kTies, "circuit", "It does not run on a block that was saved without a circuit."},
+    {kCircuit, "circuit", "It does not run on a block that was saved without a circuit."},
 };
 
 std::string severityTextOf(Rule const& rule) {
@@ -66,7 +66,7 @@ void writeRuleList(std::ostream& os, Rules const& rules) {
     Table table({"RULE", "SEVERITY", "WHAT IT FINDS"});
     for (Rule const& rule : rules) table.add({rule.id, severityWord(rule.severity), rule.title});
     table.write(os);
-    os << "\n'vrl explain RULE' tells more of a rule.\n";
+    os << "\n'vrl explain RULE' shows more of a rule.\n";
 }
 
 Json explainJson(Rules const& rules) {

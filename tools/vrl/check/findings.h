@@ -37,13 +37,13 @@ public:
         list.push_back({{severity, std::move(what), std::move(hint)}, rule, std::move(place)});
     }
     /// Whether the rule can look at the element: it has a block, and of the block is known what the rule needs.
-    bool covers(Subject const& subject) {
+    bool covers(CheckedElement const& checked) {
         progress.step();
-        return subject.element->block && !isLeftOut(*rule, subject);
+        return checked.element->block && !isLeftOut(*rule, checked);
     }
     /// Whether something that the rule needs is not known of the element.
-    static bool isLeftOut(Rule const& rule, Subject const& subject) {
-        return ((rule.needs & kKind) && subject.standIn) || ((rule.needs & kFoundry) && subject.foundryUnknown);
+    static bool isLeftOut(Rule const& rule, CheckedElement const& checked) {
+        return ((rule.needs & kKind) && checked.standIn) || ((rule.needs & kFoundry) && checked.foundryUnknown);
     }
     /// All findings by element, port and parameter, heaviest first; the list is empty afterwards.
     std::vector<RuleFinding> take();

@@ -20,7 +20,7 @@ enum Needs : unsigned {
     kNothing = 0,
     kKind = 1,     ///< its kind: not on stand-ins
     kFoundry = 2,  ///< its foundry: not where the name of the foundry is unknown
-    kTies = 4      ///< a circuit around it: not on a block that was saved alone
+    kCircuit = 4   ///< a circuit around it: not on a block that was saved alone
 };
 
 /// What 'vrl explain' tells of a rule: sentences, which are wrapped, and an example, which is shown as it stands.
@@ -47,7 +47,7 @@ using Rules = std::vector<Rule>;
 Rules const& allRules();
 /// Their ids.
 std::vector<std::string> ruleIds();
-/// The rule of that id. A Failure tells a wrong one, with near ones.
+/// The rule of that id. A Failure reports a wrong one, with near ones.
 Rule const& ruleOf(std::string const& id);
 
 /**@{*/

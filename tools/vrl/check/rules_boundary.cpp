@@ -21,7 +21,7 @@ void boundaryUnused(Scope const& scope, Findings& findings) {
             findings.add({scope.path, "", "", entry.first},
                          "boundary node " + std::to_string(entry.first) + " (" + listText(listsOf(entry.second)) +
                              ") has no port",
-                         "tie a port to the node, or build the netlist anew without it");
+                         "connect a port to the node, or build the netlist anew without it");
 }
 
 void boundaryTwice(Scope const& scope, Findings& findings) {
@@ -34,13 +34,13 @@ void boundaryTwice(Scope const& scope, Findings& findings) {
                          "name each node once; a second port outside needs a node of its own");
 }
 
-void checkBoundaryEnd(Scope const& scope, End const& end, std::string const& list, Findings& findings) {
-    Pin const& pin = scope.pinOf(end);
+void checkBoundaryEnd(Scope const& scope, PortPlace const& end, std::string const& list, Findings& findings) {
+    ElementPort const& port = scope.portOf(end);
     bool const dcList = list == "DC nodes";
-    if (dcList ? pin.domain != Domain::Optics : !isElectrical(pin.domain)) return;
-    findings.add({scope.subjectOf(end).path, pin.name, "", pin.node},
-                 "is in the domain " + vrl::EnumList::getName(pin.domain) + ", and its node " +
-                     std::to_string(pin.node) + " is among the " + list,
+    if (dcList ? port.domain != Domain::Optics : !isElectrical(port.domain)) return;
+    findings.add({scope.checkedOf(end).path, port.name, "", port.node},
+                 "is in the domain " + vrl::EnumList::getName(port.domain) + ", and its node " +
+                     std::to_string(port.node) + " is among the " + list,
                  dcList ? "put the node among the inputs or outputs" : "put the node among the DC nodes");
 }
 
@@ -48,13 +48,13 @@ void boundaryDomain(Scope const& scope, Findings& findings) {
     for (auto const& entry : scope.boundary) {
         auto const node = scope.circuit->nodes.find(entry.first);
         if (node == scope.circuit->nodes.end()) continue;
-        for (End const& end : node->second)
-            if (findings.covers(scope.subjectOf(end))) checkBoundaryEnd(scope, end, entry.second.front(), findings);
+        for (PortPlace const& end : node->second)
+            if (findings.covers(scope.checkedOf(end))) checkBoundaryEnd(scope, end, entry.second.front(), findings);
     }
 }
 
 void noBoundary(Scope const& scope, Findings& findings) {
-    if (scope.boundary.empty() && !scope.subjects.empty())
+    if (scope.boundary.empty() && !scope.checkedElements.empty())
         findings.add({scope.path, "", "", 0}, "the circuit has neither inputs nor outputs",
                      "put the nodes where light and signals enter and leave on the boundary");
 }
@@ -67,15 +67,15 @@ struct Sides {
 
 Sides sidesOf(Element const& element) {
     Sides sides;
-    for (Pin const& pin : element.pins) {
-        if (!pin.declared) continue;
-        Direction const direction = pin.domain == Domain::Optics ? directionOf(pin.name) : Direction::kNone;
+    for (ElementPort const& port : element.ports) {
+        if (!port.declared) continue;
+        Direction const direction = port.domain == Domain::Optics ? directionOf(port.name) : Direction::kNone;
         if (direction == Direction::kInput)
-            sides.inputs.push_back(pin.name);
+            sides.inputs.push_back(port.name);
         else if (direction == Direction::kOutput)
-            sides.outputs.push_back(pin.name);
-        else if (isElectrical(pin.domain))
-            sides.dc.push_back(pin.name);
+            sides.outputs.push_back(port.name);
+        else if (isElectrical(port.domain))
+            sides.dc.push_back(port.name);
         else
             sides.complete = false;
     }
@@ -83,15 +83,15 @@ Sides sidesOf(Element const& element) {
 }
 
 void compositePorts(Scope const& scope, Findings& findings) {
-    for (Subject const& subject : scope.subjects) {
-        if (!findings.covers(subject) || !subject.element->inside) continue;
-        Sides const sides = sidesOf(*subject.element);
+    for (CheckedElement const& checked : scope.checkedElements) {
+        if (!findings.covers(checked) || !checked.element->inside) continue;
+        Sides const sides = sidesOf(*checked.element);
         if (!sides.complete) continue;
-        Circuit const& inside = *subject.element->inside;
+        Circuit const& inside = *checked.element->inside;
         auto const compare = [&](std::vector<std::string> const& ports, std::size_t nodes, std::string const& port,
                                  std::string const& list) {
             if (ports.size() == nodes) return;
-            findings.add({subject.path, "", "", 0},
+            findings.add({checked.path, "", "", 0},
                          "has " + counted(ports.size(), port) + (ports.empty() ? "" : " (" + listText(ports) + ")") +
                              ", and the circuit inside has " + counted(nodes, list),
                          "mend the composite in its plug-in: a boundary node inside for each port");
@@ -104,8 +104,7 @@ void compositePorts(Scope const& scope, Findings& findings) {
 
 void trailingBytes(Scope const& scope, Findings& findings) {
     if (scope.top && scope.design->bytesAfter > 0)
-        findings.add({"", "", "", 0},
-                     counted(scope.design->bytesAfter, "byte") + " stand behind the design in the file",
+        findings.add({"", "", "", 0}, counted(scope.design->bytesAfter, "byte") + " follow the design in the file",
                      "take a clean copy: programs do not read them, and saving drops them");
 }
 
@@ -116,38 +115,37 @@ Rules const& boundaryRules() {
         {"boundary-unused",
          "a boundary node that no port has",
          Severity::kWarning,
-         kTies,
+         kCircuit,
          boundaryUnused,
-         {"The boundary lists a node to which no port inside the circuit is tied.",
+         {"The boundary lists a node to which no port inside the circuit is connected.",
           "Whoever uses the circuit sees an input or an output through which nothing comes.",
           "the design: boundary node 9 (inputs) has no port [boundary-unused]",
-          "Tie the port that was meant to the node. Netlists forget nothing: to be rid of a node, build the netlist "
-          "anew."}},
+          "Connect the port that was intended to the node. Netlists forget nothing: to be rid of a node, build the "
+          "netlist anew."}},
         {"boundary-twice",
-         "a node stands on the boundary more than once",
+         "a node is on the boundary more than once",
          Severity::kWarning,
-         kTies,
+         kCircuit,
          boundaryTwice,
          {"The boundary lists name one node several times, as an output twice or as an output and a DC node.",
           "From outside these are two ports that are one inside. For light that is a branch without a coupler, and the "
           "order of the ports no longer fits.",
           "the design: boundary node 4 stands 2 times on the boundary: outputs and outputs [boundary-twice]",
-          "Name each node once. If two outputs are meant, put a splitter in front of them."}},
+          "Name each node once. If two outputs are intended, put a splitter in front of them."}},
         {"boundary-domain",
          "a boundary list of the wrong domain",
          Severity::kWarning,
-         kTies | kKind,
+         kCircuit | kKind,
          boundaryDomain,
          {"The node of an optical port is among the DC nodes, or that of a DC or RF port among the inputs or outputs.",
           "Inputs and outputs are where light enters and leaves, DC nodes are the contacts. A host that places fibres "
-          "and "
-          "pads by these lists puts the wrong thing there.",
+          "and pads by these lists puts the wrong thing there.",
           "mod,signal: is in the domain RF, and its node 5 is among the inputs [boundary-domain]",
           "Put the node on the list of its domain."}},
         {"no-boundary",
          "a circuit without inputs and outputs",
          Severity::kNote,
-         kTies,
+         kCircuit,
          noBoundary,
          {"None of the three boundary lists names a node.",
           "Nothing gets in or out, so that the circuit cannot be used inside another one or be driven by a simulation. "
@@ -163,20 +161,18 @@ Rules const& boundaryRules() {
           "differ: optical inputs and input nodes, optical outputs and output nodes, or electrical ports and DC nodes. "
           "Composites with ports of other domains or directions are left alone.",
           "Ports and nodes belong together by their order. If one is missing, light that goes into one port comes out "
-          "of "
-          "the wrong block inside.",
+          "of the wrong block inside.",
           "arms: has 2 optical inputs (in0 and in1), and the circuit inside has 1 input node [composite-ports]",
           "Mend the plug-in that brings the composite. A saved design keeps the inside that it was saved with."}},
         {"trailing-bytes",
-         "the file goes on behind the design",
+         "the file goes on after the design",
          Severity::kWarning,
          kNothing,
          trailingBytes,
          {"The design was read whole, and the file has more bytes behind it.",
           "Nobody reads them. Two files may have been written into one, or a longer file was overwritten in place: "
-          "then "
-          "the design may not be the one that is meant.",
-          "the design: 4096 bytes stand behind the design in the file [trailing-bytes]",
+          "then the design may not be the one that is intended.",
+          "the design: 4096 bytes follow the design in the file [trailing-bytes]",
           "Find out how the file came about. Saving the design anew drops the bytes."}},
     };
     return rules;

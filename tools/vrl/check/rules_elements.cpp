@@ -19,34 +19,34 @@ void unknownKind(Scope const& scope, Findings& findings) {
     if (scope.top)
         for (MissingKind const& missing : scope.design->missing)
             if (missing.what == MissingKind::What::kNetlist) add("", missing.name);
-    for (Subject const& subject : scope.subjects)
-        if (subject.standIn) add(subject.path, subject.element->kind);
+    for (CheckedElement const& checked : scope.checkedElements)
+        if (checked.standIn) add(checked.path, checked.element->kind);
 }
 
 void missingBlock(Scope const& scope, Findings& findings) {
-    for (Subject const& subject : scope.subjects)
-        if (!subject.element->block)
-            findings.add({subject.path, "", "", 0},
-                         "the name stands for element number " + std::to_string(subject.element->number) +
+    for (CheckedElement const& checked : scope.checkedElements)
+        if (!checked.element->block)
+            findings.add({checked.path, "", "", 0},
+                         "the name is that of element number " + std::to_string(checked.element->number) +
                              ", and there is no such block",
                          "build the netlist anew, with a block under this name or without the name");
 }
 
 void lostName(Scope const& scope, Findings& findings) {
-    for (Subject const& subject : scope.subjects)
-        if (subject.element->name.empty())
-            findings.add({subject.path, "", "", 0},
-                         "the block (" + subject.element->kind + ") has no name, so nothing can be tied to it",
+    for (CheckedElement const& checked : scope.checkedElements)
+        if (checked.element->name.empty())
+            findings.add({checked.path, "", "", 0},
+                         "the block (" + checked.element->kind + ") has no name, so nothing can be connected to it",
                          "give each element a name of its own when it is added: a taken name stays with the first");
 }
 
 void doubledName(Scope const& scope, Findings& findings) {
     std::map<unsigned, std::string> first;
-    for (Subject const& subject : scope.subjects) {
-        if (!subject.element->block || subject.element->name.empty()) continue;
-        auto const known = first.emplace(subject.element->number, subject.path);
+    for (CheckedElement const& checked : scope.checkedElements) {
+        if (!checked.element->block || checked.element->name.empty()) continue;
+        auto const known = first.emplace(checked.element->number, checked.path);
         if (known.second) continue;
-        findings.add({subject.path, "", "", 0}, "leads to the same block as " + inQuotes(known.first->second),
+        findings.add({checked.path, "", "", 0}, "leads to the same block as " + inQuotes(known.first->second),
                      "add a block of its own with a free number: one that comes with a taken number is dropped");
     }
 }
@@ -70,12 +70,12 @@ private:
     std::map<std::string, std::string> hints;
 };
 
-void strayTie(Scope const& scope, Findings& findings) {
+void danglingConnection(Scope const& scope, Findings& findings) {
     NameHints hints(*scope.circuit);
     std::string const prefix = scope.path.empty() ? "" : scope.path + "/";
-    for (auto const& tie : scope.circuit->strayTies)
-        findings.add({prefix + tie.first, tie.second, "", 0}, "is tied, but there is no element of this name",
-                     hints.of(tie.first));
+    for (auto const& connection : scope.circuit->danglingConnections)
+        findings.add({prefix + connection.first, connection.second, "", 0},
+                     "is connected, but there is no element of this name", hints.of(connection.first));
 }
 
 /// Groups of elements that nodes hold together.
@@ -84,7 +84,7 @@ public:
     explicit Groups(Circuit const& circuit) : parent(circuit.elements.size()) {
         std::iota(parent.begin(), parent.end(), std::size_t{0});
         for (auto const& node : circuit.nodes)
-            for (End const& end : node.second) parent[find(end.element)] = find(node.second.front().element);
+            for (PortPlace const& end : node.second) parent[find(end.element)] = find(node.second.front().element);
     }
     /// The same element for all of a group.
     std::size_t find(std::size_t element) {
@@ -104,22 +104,22 @@ void island(Scope const& scope, Findings& findings) {
         if (scope.onBoundary(node.first)) reached.insert(groups.find(node.second.front().element));
     std::map<std::size_t, std::vector<std::string>> islands;  // by the first element
     std::map<std::size_t, std::size_t> firstOf;
-    for (std::size_t e = 0; e < scope.subjects.size(); ++e) {
+    for (std::size_t e = 0; e < scope.checkedElements.size(); ++e) {
         std::size_t const group = groups.find(e);
-        if (!scope.subjects[e].element->block || reached.count(group)) continue;
-        islands[firstOf.emplace(group, e).first->second].push_back(scope.subjects[e].path);
+        if (!scope.checkedElements[e].element->block || reached.count(group)) continue;
+        islands[firstOf.emplace(group, e).first->second].push_back(scope.checkedElements[e].path);
     }
     for (auto const& entry : islands) {
         std::vector<std::string> const others(entry.second.begin() + 1, entry.second.end());
         findings.add({entry.second.front(), "", "", 0},
                      "no path leads from here to the boundary" +
                          (others.empty() ? "" : ", and none from " + listText(others, 4) + ", which hang on it"),
-                     "tie it to the rest of the circuit, or put one of its nodes on the boundary");
+                     "connect it to the rest of the circuit, or put one of its nodes on the boundary");
     }
 }
 
 void emptyCircuit(Scope const& scope, Findings& findings) {
-    if (scope.subjects.empty())
+    if (scope.checkedElements.empty())
         findings.add({scope.path, "", "", 0}, "there is no element in the circuit",
                      "add blocks, or take the right file");
 }
@@ -140,14 +140,14 @@ Rules const& elementRules() {
           "ring: no loaded plug-in has the kind 'sfRing' [unknown-kind]",
           "Install and configure the plug-in. 'vrl plugins' shows which files were tried and why one failed."}},
         {"missing-block",
-         "a name stands for no block",
+         "a name without a block",
          Severity::kError,
          kNothing,
          missingBlock,
          {"The netlist has a name whose element number leads to no block.",
           "A designer sees a component in lists of names that is on no mask and in no simulation. The light that is to "
           "pass it ends there.",
-          "tap: the name stands for element number 7, and there is no such block [missing-block]",
+          "tap: the name is that of element number 7, and there is no such block [missing-block]",
           "Netlists forget nothing, so build the netlist anew: with a block under this name or without the name."}},
         {"lost-name",
          "an element has no name",
@@ -156,9 +156,9 @@ Rules const& elementRules() {
          lostName,
          {"A block was added under a name that another element had already. The name stays with the first, and the "
           "newcomer is there under its number only: '#7' is the element number 7.",
-          "Ports are tied by the names of elements: nothing can be tied to a block without one. What was meant for it "
-          "went to the block that has the name, which then has the wires of two.",
-          "#7: the block (sfBend) has no name, so nothing can be tied to it [lost-name]",
+          "Ports are connected by the names of elements: nothing can be connected to a block without one. What was "
+          "intended for it went to the block that has the name, which then has the wires of two.",
+          "#7: the block (sfBend) has no name, so nothing can be connected to it [lost-name]",
           "Give each element a name of its own, or an empty one, for which the netlist makes a name."}},
         {"doubled-name",
          "two names lead to one block",
@@ -166,37 +166,36 @@ Rules const& elementRules() {
          kNothing,
          doubledName,
          {"Two names of the netlist have the same element number. This happens when a block is added with a number "
-          "that "
-          "is taken: its block is dropped, and its name leads to the old one.",
-          "One component is missing on the mask, and the other one stands for both: its ports are tied twice, under "
-          "either name.",
+          "that is taken: its block is dropped, and its name leads to the old one.",
+          "One component is missing on the mask, and the other one stands for both: its ports are connected twice, "
+          "under either name.",
           "tap2: leads to the same block as 'tap' [doubled-name]",
           "Add the block with the number 0, which takes the next free number."}},
-        {"stray-tie",
-         "a port of an element that is not there is tied",
+        {"dangling-connection",
+         "a port of a missing element is connected",
          Severity::kError,
-         kTies,
-         strayTie,
-         {"The table of tied ports names an element that the netlist does not have.",
+         kCircuit,
+         danglingConnection,
+         {"The table of connected ports names an element that the netlist does not have.",
           "The wire ends in nothing: what is at its other end sees an open port, though the design seems to connect "
           "it.",
-          "uper,in0: is tied, but there is no element of this name; did you mean 'upper'? [stray-tie]",
+          "uper,in0: is connected, but there is no element of this name; did you mean 'upper'? [dangling-connection]",
           "Correct the name where the netlist is written, or add the element."}},
         {"island",
-         "elements that no path joins to the boundary",
+         "elements that no path connects to the boundary",
          Severity::kNote,
-         kTies,
+         kCircuit,
          island,
          {"The circuit has a boundary, and from this element no chain of blocks and nodes leads to it. Each group of "
           "such elements is told once, at its first element.",
-          "No light and no signal from outside gets there. That may be meant, as for a test structure with couplers of "
-          "its own; more often a wire was forgotten.",
+          "No light and no signal from outside gets there. That may be intended, as for a test structure with couplers "
+          "of its own; more often a wire was forgotten.",
           "ring: no path leads from here to the boundary, and none from bus, which hang on it [island]",
-          "Tie the group to the rest, or put the nodes where light enters and leaves on the boundary."}},
+          "Connect the group to the rest, or put the nodes where light enters and leaves on the boundary."}},
         {"empty-circuit",
          "a circuit without elements",
          Severity::kNote,
-         kTies,
+         kCircuit,
          emptyCircuit,
          {"The netlist, or the inside of a composite, has no element.",
           "An empty circuit passes nothing on. Often the wrong file was taken, or an import dropped everything.",

@@ -20,19 +20,19 @@ std::vector<std::string> foundryNames() {
 
 void unknownFoundry(Scope const& scope, Findings& findings) {
     auto const names = foundryNames();
-    for (Subject const& subject : scope.subjects) {
-        if (!findings.covers(subject) || !subject.foundryUnknown) continue;
-        std::string const near = didYouMean(subject.element->foundry, names);
-        findings.add({subject.path, "", "", 0},
-                     "no loaded plug-in has its foundry " + inQuotes(subject.element->foundry),
+    for (CheckedElement const& checked : scope.checkedElements) {
+        if (!findings.covers(checked) || !checked.foundryUnknown) continue;
+        std::string const near = didYouMean(checked.element->foundry, names);
+        findings.add({checked.path, "", "", 0},
+                     "no loaded plug-in has its foundry " + inQuotes(checked.element->foundry),
                      near.empty() ? "load the plug-in that brings it; 'vrl plugins' shows what is loaded" : near);
     }
 }
 
 void noFoundry(Scope const& scope, Findings& findings) {
-    for (Subject const& subject : scope.subjects)
-        if (findings.covers(subject) && subject.element->foundry.empty())
-            findings.add({subject.path, "", "", 0}, "the block is made for no foundry",
+    for (CheckedElement const& checked : scope.checkedElements)
+        if (findings.covers(checked) && checked.element->foundry.empty())
+            findings.add({checked.path, "", "", 0}, "the block is made for no foundry",
                          "put a block in its place that is made for a foundry");
 }
 
@@ -54,13 +54,13 @@ bool makesSection(vrl::Foundry const& foundry, std::string const& name) {
     return section != nullptr;
 }
 
-void checkChoice(Subject const& subject, std::string const& port, vrl::Foundry::CSInfo const& choice,
+void checkChoice(CheckedElement const& checked, std::string const& port, vrl::Foundry::CSInfo const& choice,
                  Findings& findings) {
-    vrl::Foundry const& foundry = *subject.foundry;
+    vrl::Foundry const& foundry = *checked.foundry;
     auto const add = [&](std::string const& what, std::string const& name, std::vector<std::string> const& names,
                          std::string const& things) {
-        findings.add({subject.path, port, "", 0},
-                     "the foundry " + inQuotes(subject.element->foundry) + " has no " + what + " " + inQuotes(name),
+        findings.add({checked.path, port, "", 0},
+                     "the foundry " + inQuotes(checked.element->foundry) + " has no " + what + " " + inQuotes(name),
                      namesHint(name, names, things));
     };
     auto const sections = keys(foundry.beginCrossSection(), foundry.endCrossSection());
@@ -73,26 +73,26 @@ void checkChoice(Subject const& subject, std::string const& port, vrl::Foundry::
 }
 
 void unknownChoice(Scope const& scope, Findings& findings) {
-    for (Subject const& subject : scope.subjects) {
-        if (!findings.covers(subject) || !subject.foundry) continue;
-        vrl::BB const& block = *subject.element->block;
-        checkChoice(subject, "", block.vrl::BB::getCS(), findings);
+    for (CheckedElement const& checked : scope.checkedElements) {
+        if (!findings.covers(checked) || !checked.foundry) continue;
+        vrl::BB const& block = *checked.element->block;
+        checkChoice(checked, "", block.vrl::BB::getCS(), findings);
         for (auto port = block.beginPort(); port != block.endPort(); ++port)
-            checkChoice(subject, port->getName(), port->getCS(), findings);
+            checkChoice(checked, port->getName(), port->getCS(), findings);
     }
 }
 
 void choiceNotAllowed(Scope const& scope, Findings& findings) {
-    for (Subject const& subject : scope.subjects) {
-        if (!findings.covers(subject)) continue;
-        vrl::BB const& block = *subject.element->block;
+    for (CheckedElement const& checked : scope.checkedElements) {
+        if (!findings.covers(checked)) continue;
+        vrl::BB const& block = *checked.element->block;
         vrl::Foundry::CSInfo const& choice = block.vrl::BB::getCS();
         if (choice == vrl::Foundry::CSInfo(nullptr)) continue;
         bool allowed = true;
         quietlyThrownBy([&] { allowed = block.isAllowed(choice); });
         if (!allowed)
-            findings.add({subject.path, "", "", 0},
-                         "the kind " + inQuotes(subject.element->kind) + " may not be made with " + choiceText(choice),
+            findings.add({checked.path, "", "", 0},
+                         "the kind " + inQuotes(checked.element->kind) + " may not be made with " + choiceText(choice),
                          "choose another cross section or process flow; 'vrl describe' shows those of the foundry");
     }
 }
@@ -111,8 +111,7 @@ Rules const& foundryRules() {
           "waveguide is, and the rules about cross sections cannot look at the block.",
           "bend: no loaded plug-in has its foundry 'SampleFb' [unknown-foundry]",
           "Load the plug-in of the foundry; 'vrl list foundries' shows those that are there. A block of another "
-          "foundry "
-          "takes its place otherwise."}},
+          "foundry takes its place otherwise."}},
         {"no-foundry",
          "a block is made for no foundry",
          Severity::kNote,
@@ -121,15 +120,14 @@ Rules const& foundryRules() {
          {"The block was made without a foundry, and keeps no name of one.",
           "Nobody can make a cross section for it: it is fit for a first sketch, and not for a mask.",
           "delay: the block is made for no foundry [no-foundry]",
-          "Make the block for a foundry. If sketches are meant, skip this rule."}},
+          "Make the block for a foundry. If sketches are intended, skip this rule."}},
         {"unknown-choice",
          "a choice names a cross section or process flow that the foundry does not have",
          Severity::kError,
          kFoundry,
          unknownChoice,
          {"A block, or one of its ports, has chosen a cross section or a process flow by name, and its foundry has "
-          "none "
-          "of that name. Nothing tests the names when they are set.",
+          "none of that name. Nothing tests the names when they are set.",
           "The foundry then falls back to its defaults without a word: the waveguide is made, but not the one that the "
           "designer asked for.",
           "bend: the foundry 'SampleFab' has no cross section 'stripe'; did you mean 'strip'? [unknown-choice]",

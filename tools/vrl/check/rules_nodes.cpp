@@ -6,7 +6,7 @@
 #include "circuit/direction.h"
 #include "text/phrases.h"
 
-// Rules that look at nodes: at what is tied together.
+// Rules that look at nodes: at what is connected together.
 
 namespace vrltool::check {
 
@@ -17,11 +17,11 @@ using Domain = vrl::EnumList::Domain;
 /// Shows each node with those of its ends that the rule can look at, if there are any.
 template <class Function>
 void eachNode(Scope const& scope, Findings& findings, Function look) {
-    std::vector<End> ends;
+    std::vector<PortPlace> ends;
     for (auto const& node : scope.circuit->nodes) {
         ends.clear();
         std::copy_if(node.second.begin(), node.second.end(), std::back_inserter(ends),
-                     [&](End const& end) { return findings.covers(scope.subjectOf(end)); });
+                     [&](PortPlace const& end) { return findings.covers(scope.checkedOf(end)); });
         if (!ends.empty()) look(node.first, ends);
     }
 }
@@ -29,23 +29,23 @@ void eachNode(Scope const& scope, Findings& findings, Function look) {
 /// Shows each node with its optical ends.
 template <class Function>
 void eachOpticalNode(Scope const& scope, Findings& findings, Function look) {
-    eachNode(scope, findings, [&](unsigned node, std::vector<End>& ends) {
-        auto const other = [&](End const& end) { return scope.pinOf(end).domain != Domain::Optics; };
+    eachNode(scope, findings, [&](unsigned node, std::vector<PortPlace>& ends) {
+        auto const other = [&](PortPlace const& end) { return scope.portOf(end).domain != Domain::Optics; };
         ends.erase(std::remove_if(ends.begin(), ends.end(), other), ends.end());
         if (!ends.empty()) look(node, ends);
     });
 }
 
-Place placeOf(Scope const& scope, End const& end) {
-    return {scope.subjectOf(end).path, scope.pinOf(end).name, "", scope.pinOf(end).node};
+Place placeOf(Scope const& scope, PortPlace const& end) {
+    return {scope.checkedOf(end).path, scope.portOf(end).name, "", scope.portOf(end).node};
 }
 
 std::string nodeText(unsigned node) { return "node " + std::to_string(node); }
 
-std::vector<std::string> endTexts(Scope const& scope, std::vector<End>::const_iterator first,
-                                  std::vector<End>::const_iterator last) {
+std::vector<std::string> portTexts(Scope const& scope, std::vector<PortPlace>::const_iterator first,
+                                   std::vector<PortPlace>::const_iterator last) {
     std::vector<std::string> texts;
-    std::transform(first, last, std::back_inserter(texts), [&](End const& end) { return scope.endText(end); });
+    std::transform(first, last, std::back_inserter(texts), [&](PortPlace const& end) { return scope.portText(end); });
     return texts;
 }
 
@@ -53,77 +53,78 @@ void singleEndedNode(Scope const& scope, Findings& findings) {
     for (auto const& node : scope.circuit->nodes)
         if (node.second.size() == 1 && !scope.onBoundary(node.first))
             findings.add(placeOf(scope, node.second.front()),
-                         "is the only end of " + nodeText(node.first) + ", which is not on the boundary",
-                         "tie another port to the node, or put it on the boundary");
+                         "is the only port at " + nodeText(node.first) + ", which is not on the boundary",
+                         "connect another port to the node, or put it on the boundary");
 }
 
 void nodeCrowded(Scope const& scope, Findings& findings) {
-    eachOpticalNode(scope, findings, [&](unsigned node, std::vector<End> const& ends) {
+    eachOpticalNode(scope, findings, [&](unsigned node, std::vector<PortPlace> const& ends) {
         bool const outside = scope.onBoundary(node);
         if (ends.size() + outside <= 2) return;
-        auto others = endTexts(scope, ends.begin() + 1, ends.end());
+        auto others = portTexts(scope, ends.begin() + 1, ends.end());
         if (outside) others.emplace_back("the boundary");
         findings.add(placeOf(scope, ends.front()),
-                     "is tied at " + nodeText(node) + " with " + listText(others) + ": more than two optical ends",
+                     "is connected at " + nodeText(node) + " with " + listText(others) +
+                         ": more than two optical ports",
                      "put a splitter or a combiner there");
     });
 }
 
 /// The first end of each known domain of a node.
-std::map<Domain, End> domainsOf(Scope const& scope, std::vector<End> const& ends) {
-    std::map<Domain, End> first;
-    for (End const& end : ends)
-        if (Domain const domain = scope.pinOf(end).domain; domain != Domain::Unknown) first.emplace(domain, end);
+std::map<Domain, PortPlace> domainsOf(Scope const& scope, std::vector<PortPlace> const& ends) {
+    std::map<Domain, PortPlace> first;
+    for (PortPlace const& end : ends)
+        if (Domain const domain = scope.portOf(end).domain; domain != Domain::Unknown) first.emplace(domain, end);
     return first;
 }
 
 /// The nodes with several domains, all of which are metal or not.
 void reportMixture(Scope const& scope, Findings& findings, bool metal, std::string const& hint) {
-    eachNode(scope, findings, [&](unsigned node, std::vector<End> const& ends) {
+    eachNode(scope, findings, [&](unsigned node, std::vector<PortPlace> const& ends) {
         auto const domains = domainsOf(scope, ends);
         bool const allMetal =
             std::all_of(domains.begin(), domains.end(), [](auto const& entry) { return isElectrical(entry.first); });
         if (domains.size() < 2 || allMetal != metal) return;
         std::vector<std::string> texts;
         for (auto const& entry : domains)
-            texts.push_back(scope.endText(entry.second) + " (" + vrl::EnumList::getName(entry.first) + ")");
-        findings.add(placeOf(scope, domains.begin()->second), nodeText(node) + " joins " + listText(texts), hint);
+            texts.push_back(scope.portText(entry.second) + " (" + vrl::EnumList::getName(entry.first) + ")");
+        findings.add(placeOf(scope, domains.begin()->second), nodeText(node) + " connects " + listText(texts), hint);
     });
 }
 
 void mixedDomains(Scope const& scope, Findings& findings) {
     reportMixture(scope, findings, false,
-                  "tie ports of one domain only; a modulator or a detector leads from one to the other");
+                  "connect ports of one domain only; a modulator or a detector leads from one to the other");
 }
 
 void mixedElectrical(Scope const& scope, Findings& findings) {
-    reportMixture(scope, findings, true, "part them by a bias tee, or skip this rule if plain metal is meant");
+    reportMixture(scope, findings, true, "part them by a bias tee, or skip this rule if plain metal is intended");
 }
 
 void sameDirection(Scope const& scope, Findings& findings) {
-    eachOpticalNode(scope, findings, [&](unsigned node, std::vector<End> const& ends) {
+    eachOpticalNode(scope, findings, [&](unsigned node, std::vector<PortPlace> const& ends) {
         if (ends.size() != 2) return;
-        Direction const direction = directionOf(scope.pinOf(ends[0]).name);
-        if (direction == Direction::kNone || direction != directionOf(scope.pinOf(ends[1]).name)) return;
+        Direction const direction = directionOf(scope.portOf(ends[0]).name);
+        if (direction == Direction::kNone || direction != directionOf(scope.portOf(ends[1]).name)) return;
         findings.add(placeOf(scope, ends[0]),
-                     nodeText(node) + " joins it with " + scope.endText(ends[1]) + ": two " +
+                     nodeText(node) + " connects it with " + scope.portText(ends[1]) + ": two " +
                          (direction == Direction::kInput ? "inputs" : "outputs"),
                      "see whether one of the two blocks is the wrong way round");
     });
 }
 
 void crossSectionMismatch(Scope const& scope, Findings& findings) {
-    eachOpticalNode(scope, findings, [&](unsigned node, std::vector<End> const& ends) {
+    eachOpticalNode(scope, findings, [&](unsigned node, std::vector<PortPlace> const& ends) {
         if (ends.size() < 2) return;
-        auto const sectionAt = [&](End const& end) {
-            return scope.sections->at(scope.subjectOf(end), scope.portOf(end));
+        auto const sectionAt = [&](PortPlace const& end) {
+            return scope.sections->at(scope.checkedOf(end), scope.declaredPortOf(end));
         };
         Section const first = sectionAt(ends.front());
         for (std::size_t i = 1; i < ends.size(); ++i) {
             Section const other = sectionAt(ends[i]);
             if (!differ(first, other)) continue;
             findings.add(placeOf(scope, ends.front()),
-                         "is " + sectionText(first, other.unit) + ", and " + scope.endText(ends[i]) + " at " +
+                         "is " + sectionText(first, other.unit) + ", and " + scope.portText(ends[i]) + " at " +
                              nodeText(node) + " is " + sectionText(other, first.unit),
                          "put a taper or a transition between them, or choose one cross section for both");
         }
@@ -134,77 +135,70 @@ void crossSectionMismatch(Scope const& scope, Findings& findings) {
 
 Rules const& nodeRules() {
     static Rules const rules{
-        {"single-ended-node",
-         "a node with one end",
+        {"single-port-node",
+         "a node with one port",
          Severity::kWarning,
-         kTies,
+         kCircuit,
          singleEndedNode,
-         {"One port is tied to the node, nothing else is, and the node is not on the boundary of its circuit.",
-          "The port looks tied and is as good as open: light is lost there and comes back from the end face, and an "
-          "electrode has no voltage.",
-          "split,out1: is the only end of node 4, which is not on the boundary [single-ended-node]",
-          "Tie the port that was meant to the same node, or put the node on the boundary."}},
+         {"One port is connected to the node, nothing else is, and the node is not on the boundary of its circuit.",
+          "The port looks connected and is as good as open: light is lost there and comes back from the end face, and "
+          "an electrode has no voltage.",
+          "split,out1: is the only port at node 4, which is not on the boundary [single-port-node]",
+          "Connect the port that was intended to the same node, or put the node on the boundary."}},
         {"node-crowded",
-         "more than two optical ends at one node",
+         "more than two optical ports at one node",
          Severity::kError,
-         kTies | kKind,
+         kCircuit | kKind,
          nodeCrowded,
-         {"More than two optical ports are tied to one node, or two and the boundary of the circuit. An electrical "
-          "node "
-          "may have as many ends as it likes.",
+         {"More than two optical ports are connected to one node, or two and the boundary of the circuit. An "
+          "electrical node may have as many ports as it likes.",
           "A wire branches, a waveguide does not: without a coupler nothing says how light divides, and no layout can "
           "place three waveguides end to end.",
-          "split,out0: is tied at node 4 with lower,in0 and upper,in0: more than two optical ends [node-crowded]",
+          "split,out0: is connected at node 4 with lower,in0 and upper,in0: more than two optical ports [node-crowded]",
           "Put a splitter or a combiner there, and a node for each of its ports."}},
         {"mixed-domains",
-         "a node joins ports of different domains",
+         "a node connects ports of different domains",
          Severity::kError,
-         kTies | kKind,
+         kCircuit | kKind,
          mixedDomains,
-         {"Ports of different physical domains, such as Optics and RF, are tied to one node. Ports in no known domain "
-          "do "
-          "not count, and DC with RF alone is the affair of 'mixed-electrical'.",
+         {"Ports of different physical domains, such as Optics and RF, are connected to one node. Ports in no known "
+          "domain do not count, and DC with RF alone is left to 'mixed-electrical'.",
           "Light does not go into a wire, nor current into a waveguide. Such a node is a slip, mostly in a port's "
           "name.",
-          "mod,signal: node 3 joins split,out0 (Optics) and mod,signal (RF) [mixed-domains]",
-          "Tie each port to one of its own domain."}},
+          "mod,signal: node 3 connects split,out0 (Optics) and mod,signal (RF) [mixed-domains]",
+          "Connect each port to one of its own domain."}},
         {"mixed-electrical",
-         "a node joins DC and RF ports",
+         "a node connects DC and RF ports",
          Severity::kWarning,
-         kTies | kKind,
+         kCircuit | kKind,
          mixedElectrical,
-         {"DC and RF ports, and no others, are tied to one node.",
+         {"DC and RF ports, and no others, are connected to one node.",
           "Both are metal, so current does flow. But the fast signal leaks into the supply, the supply's noise gets to "
-          "the "
-          "signal, and the line is no longer matched.",
-          "pd,anode: node 8 joins pd,anode (DC) and mod,signal (RF) [mixed-electrical]",
+          "the signal, and the line is no longer matched.",
+          "pd,anode: node 8 connects pd,anode (DC) and mod,signal (RF) [mixed-electrical]",
           "Part them by a bias tee or a capacitor. For a common ground the rule can be a note: --severity "
           "mixed-electrical=note."}},
         {"same-direction",
-         "a node joins two optical inputs or two optical outputs",
+         "a node connects two optical inputs or two optical outputs",
          Severity::kNote,
-         kTies | kKind,
+         kCircuit | kKind,
          sameDirection,
          {"The names of ports tell their direction: 'i' and 'ci' begin an input, 'o' an output. Here two ports of the "
-          "same direction are tied to each other.",
-          "Light goes both ways through most blocks, so this may be meant. A block that is the wrong way round looks "
-          "just "
-          "like it.",
-          "combine,out0: node 7 joins it with split,out0: two outputs [same-direction]",
+          "same direction are connected to each other.",
+          "Light goes both ways through most blocks, so this may be intended. A block that is the wrong way round "
+          "looks just like it.",
+          "combine,out0: node 7 connects it with split,out0: two outputs [same-direction]",
           "See whether one of the two blocks is to be turned round. If not, skip the rule."}},
         {"cross-section-mismatch",
-         "optical ends with different cross sections meet",
+         "optical ports with different cross sections meet",
          Severity::kWarning,
-         kTies | kKind | kFoundry,
+         kCircuit | kKind | kFoundry,
          crossSectionMismatch,
          {"Two optical ports at one node have cross sections of different kinds or widths. The cross section of a port "
-          "is "
-          "what its foundry makes of the port's own choice, or else of the choice of its block. Width and radius are "
-          "the "
-          "parameters 'width' and 'radius' of the block; without 'width', an input has 'widthIn' and an output "
+          "is what its foundry makes of the port's own choice, or else of the choice of its block. Width and radius "
+          "are the parameters 'width' and 'radius' of the block; without 'width', an input has 'widthIn' and an output "
           "'widthOut'; without those, the foundry takes its standard width. Widths are equal within a millionth. Where "
-          "no "
-          "cross section can be made, the chosen names are compared.",
+          "no cross section can be made, the chosen names are compared.",
           "Where the waveguide changes abruptly, the mode of one side does not fit the other: light is scattered and "
           "reflected, and higher modes are excited.",
           "in,out0: is strip of width 0.45 um, and mod,in0 at node 3 is rib of width 0.5 um [cross-section-mismatch]",

@@ -16,12 +16,14 @@ namespace {
 template <class Function>
 void eachParameter(Scope const& scope, Findings& findings, Function look) {
     for (Parameter const& parameter : scope.own.parameters) look(scope.own, parameter);
-    for (Subject const& subject : scope.subjects)
-        if (findings.covers(subject))
-            for (Parameter const& parameter : subject.parameters) look(subject, parameter);
+    for (CheckedElement const& checked : scope.checkedElements)
+        if (findings.covers(checked))
+            for (Parameter const& parameter : checked.parameters) look(checked, parameter);
 }
 
-Place placeOf(Subject const& subject, Parameter const& parameter) { return {subject.path, "", parameter.name, 0}; }
+Place placeOf(CheckedElement const& checked, Parameter const& parameter) {
+    return {checked.path, "", parameter.name, 0};
+}
 
 /// "parameter 'length' is 5 um".
 std::string valueSentence(Parameter const& parameter) {
@@ -53,18 +55,18 @@ std::string complaintOf(Parameter const& parameter) {
 }
 
 void valueOutOfRange(Scope const& scope, Findings& findings) {
-    eachParameter(scope, findings, [&](Subject const& subject, Parameter const& parameter) {
+    eachParameter(scope, findings, [&](CheckedElement const& checked, Parameter const& parameter) {
         if (parameter.inRange) return;
         std::string const value = valueSentence(parameter);
         std::string const range = withUnit(rangeText(parameter), parameter.unit);
         if (!parameter.hasRange)
-            findings.add(placeOf(subject, parameter), value + ", which its type refuses: " + complaintOf(parameter),
+            findings.add(placeOf(checked, parameter), value + ", which its type refuses: " + complaintOf(parameter),
                          "give it a value that its type accepts");
         else if (emptyRange(parameter))
-            findings.add(placeOf(subject, parameter), value + ", and its range " + range + " holds no value",
+            findings.add(placeOf(checked, parameter), value + ", and its range " + range + " holds no value",
                          "mend the range in the plug-in");
         else
-            findings.add(placeOf(subject, parameter), value + ", outside its range " + range,
+            findings.add(placeOf(checked, parameter), value + ", outside its range " + range,
                          "give it a value from " + range);
     });
 }
@@ -79,12 +81,12 @@ Odd oddity(ParameterValue const& value) {
     return std::isinf(number.real()) || std::isinf(number.imag()) ? Odd::kInfinite : Odd::kNo;
 }
 
-// Bounds that let infinity in are meant; those of a stand-in are not known.
+// Bounds that let infinity in are intended; those of a stand-in are not known.
 void valueNotFinite(Scope const& scope, Findings& findings) {
-    eachParameter(scope, findings, [&](Subject const& subject, Parameter const& parameter) {
+    eachParameter(scope, findings, [&](CheckedElement const& checked, Parameter const& parameter) {
         Odd const odd = oddity(parameter.value);
-        if (odd == Odd::kNotANumber || (odd == Odd::kInfinite && !parameter.hasRange && !subject.standIn))
-            findings.add(placeOf(subject, parameter), valueSentence(parameter) + ", which is no finite number",
+        if (odd == Odd::kNotANumber || (odd == Odd::kInfinite && !parameter.hasRange && !checked.standIn))
+            findings.add(placeOf(checked, parameter), valueSentence(parameter) + ", which is no finite number",
                          "give it a number");
     });
 }
@@ -94,9 +96,9 @@ void unknownParameterType(Scope const& scope, Findings& findings) {
     for (MissingKind const& kind : scope.design->missing)
         if (kind.what == MissingKind::What::kParameter) missing.insert(kind.name);
     if (missing.empty()) return;
-    eachParameter(scope, findings, [&](Subject const& subject, Parameter const& parameter) {
+    eachParameter(scope, findings, [&](CheckedElement const& checked, Parameter const& parameter) {
         if (missing.count(parameter.type))
-            findings.add(placeOf(subject, parameter),
+            findings.add(placeOf(checked, parameter),
                          "parameter " + inQuotes(parameter.name) + " is of the type " + inQuotes(parameter.type) +
                              ", which no loaded plug-in has",
                          "load the plug-in that brings it; 'vrl plugins' shows what is loaded");
@@ -104,50 +106,50 @@ void unknownParameterType(Scope const& scope, Findings& findings) {
 }
 
 void undeclaredParameter(Scope const& scope, Findings& findings) {
-    for (Subject const& subject : scope.subjects) {
-        if (!findings.covers(subject)) continue;
-        vrl::Attributes const& list = *subject.element->block;
+    for (CheckedElement const& checked : scope.checkedElements) {
+        if (!findings.covers(checked)) continue;
+        vrl::Attributes const& list = *checked.element->block;
         std::vector<std::string> const declared(list.beginAttribute(), list.endAttribute());
         std::set<std::string> const known(declared.begin(), declared.end());
-        for (Parameter const& parameter : subject.parameters)
+        for (Parameter const& parameter : checked.parameters)
             if (!known.count(parameter.name))
-                findings.add(placeOf(subject, parameter),
+                findings.add(placeOf(checked, parameter),
                              "parameter " + inQuotes(parameter.name) + " came with the file; the kind " +
-                                 inQuotes(subject.element->kind) + " does not have it",
+                                 inQuotes(checked.element->kind) + " does not have it",
                              namesHint(parameter.name, declared, "its parameters"));
     }
 }
 
 void expressionNotCalculated(Scope const& scope, Findings& findings) {
-    eachParameter(scope, findings, [&](Subject const& subject, Parameter const& parameter) {
+    eachParameter(scope, findings, [&](CheckedElement const& checked, Parameter const& parameter) {
         auto const* const holder = dynamic_cast<vrl::AttributeWithExpr const*>(parameter.attribute);
         if (parameter.expression.empty() || !holder || holder->isCalculated()) return;
-        findings.add(placeOf(subject, parameter),
+        findings.add(placeOf(checked, parameter),
                      valueSentence(parameter) + ", which was not calculated from its expression " +
                          inQuotes(parameter.expression),
                      "let the host calculate it, or set the value, which takes the expression away");
     });
 }
 
-bool allInRange(Subject const& subject) {
-    for (Parameter const& parameter : subject.parameters)
+bool allInRange(CheckedElement const& checked) {
+    for (Parameter const& parameter : checked.parameters)
         if (!parameter.inRange) return false;
     return true;
 }
 
 // The check of a composite hands on what the blocks inside say, and those are asked by themselves.
 void ownCheck(Scope const& scope, Findings& findings) {
-    for (Subject const& subject : scope.subjects) {
-        if (!findings.covers(subject) || !allInRange(subject)) continue;
-        if (dynamic_cast<vrl::CBB const*>(subject.element->block)) continue;
-        vrl::Attributes const& list = *subject.element->block;
+    for (CheckedElement const& checked : scope.checkedElements) {
+        if (!findings.covers(checked) || !allInRange(checked)) continue;
+        if (dynamic_cast<vrl::CBB const*>(checked.element->block)) continue;
+        vrl::Attributes const& list = *checked.element->block;
         std::ostringstream complaint;
         bool good = true;
         std::string const thrown = quietlyThrownBy([&] { good = list.inSpec(complaint); });
         if (!thrown.empty()) complaint << "it threw " << thrown;
         if (!good || !thrown.empty())
-            findings.add({subject.path, "", "", 0},
-                         "the check of the kind " + inQuotes(subject.element->kind) +
+            findings.add({checked.path, "", "", 0},
+                         "the check of the kind " + inQuotes(checked.element->kind) +
                              " itself complains: " + firstLine(complaint.str()),
                          "set the parameters so that they go together; 'vrl describe' shows them");
     }
@@ -165,8 +167,7 @@ Rules const& parameterRules() {
          {"The value of a parameter is less than the least or greater than the greatest that its block declares. The "
           "bounds belong to the range. Setting and reading such a value is allowed; only this check tells of it.",
           "The range is what the foundry can print and what the model of the block holds for. Outside, a bend "
-          "radiates, "
-          "a gap is not resolved, or a simulation gives numbers that mean nothing.",
+          "radiates, a gap is not resolved, or a simulation gives numbers that mean nothing.",
           "ring: parameter 'radius' is 2 um, outside its range 5 to 500 um [value-out-of-range]",
           "Give it a value from the range, or take another block that is made for this value."}},
         {"value-not-finite",
@@ -206,7 +207,7 @@ Rules const& parameterRules() {
          kNothing,
          expressionNotCalculated,
          {"The parameter has an expression, and its value is not marked as calculated. The library stores expressions; "
-          "to calculate them is the affair of the program that works on the design.",
+          "to calculate them is left to the program that works on the design.",
           "The value that layout and simulation use may have nothing to do with the expression that the designer "
           "reads.",
           "upper: parameter 'length' is 100 um, which was not calculated from its expression 'L0 + dL' "

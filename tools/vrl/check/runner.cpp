@@ -44,25 +44,26 @@ LeaveReason const kNoKind{"unknown kind", "whose kind no loaded plug-in has"};
 LeaveReason const kNoFoundry{"unknown foundry", "whose foundry no loaded plug-in has"};
 
 /// Why a rule leaves an element out, or null.
-LeaveReason const* reasonToLeaveOut(Rule const& rule, Subject const& subject) {
-    if (!Findings::isLeftOut(rule, subject)) return nullptr;
-    return (rule.needs & kKind) && subject.standIn ? &kNoKind : &kNoFoundry;
+LeaveReason const* reasonToLeaveOut(Rule const& rule, CheckedElement const& checked) {
+    if (!Findings::isLeftOut(rule, checked)) return nullptr;
+    return (rule.needs & kKind) && checked.standIn ? &kNoKind : &kNoFoundry;
 }
 
 std::vector<LeftOut> leftOutOf(Scopes const& scopes, std::vector<ChosenRule> const& rules) {
-    bool const alone = scopes.all().size() == 1 && scopes.all().front().solo;
+    bool const alone = scopes.all().size() == 1 && scopes.all().front().singleBlock;
     std::vector<LeftOut> list;
     for (ChosenRule const& chosen : rules) {
         if (!chosen.runs()) continue;
         Rule const& rule = *chosen.rule;
-        if (alone && (rule.needs & kTies)) {
+        if (alone && (rule.needs & kCircuit)) {
             list.push_back({&rule, 0, &kAlone});
             continue;
         }
         for (LeaveReason const* const reason : {&kNoKind, &kNoFoundry}) {
             std::size_t count = 0;
             for (Scope const& scope : scopes.all())
-                for (Subject const& subject : scope.subjects) count += reasonToLeaveOut(rule, subject) == reason;
+                for (CheckedElement const& checked : scope.checkedElements)
+                    count += reasonToLeaveOut(rule, checked) == reason;
             if (count > 0) list.push_back({&rule, count, reason});
         }
     }
@@ -75,7 +76,7 @@ std::vector<RuleFinding> findingsOf(Scopes const& scopes, std::vector<ChosenRule
         if (!chosen.runs()) continue;
         findings.begin(*chosen.rule, chosen.severity);
         for (Scope const& scope : scopes.all())
-            if (!(scope.solo && (chosen.rule->needs & kTies))) chosen.rule->check(scope, findings);
+            if (!(scope.singleBlock && (chosen.rule->needs & kCircuit))) chosen.rule->check(scope, findings);
     }
     return findings.take();
 }

@@ -24,7 +24,7 @@ struct ChosenRule {
     bool runs() const { return reason.empty(); }
 };
 
-/// All rules, by id, with what the options say of each. A Failure tells wrong ids and levels.
+/// All rules, by id, with what the options say of each. A Failure reports wrong ids and levels.
 std::vector<ChosenRule> chooseRules(RuleOptions const& options);
 
 /// Why a rule left something out.
@@ -57,7 +57,7 @@ struct FileReport {
 /// The rules as they ran: one that could look at nothing in any file did not run, for the reason that it had there.
 std::vector<ChosenRule> asTheyRan(std::vector<ChosenRule> rules, std::vector<FileReport> const& files);
 
-/// Reads, prepares and checks one file; the library has been started. What cannot be read is told in the report.
+/// Reads, prepares and checks one file; the library has been started. What cannot be read is reported in the report.
 FileReport checkFile(std::string const& path, std::vector<ChosenRule> const& rules);
 
 }  // namespace vrltool::check

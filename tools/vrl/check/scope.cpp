@@ -13,22 +13,22 @@ Circuit rootOf(Design const& design) {
     return alone;
 }
 
-Subject subjectOf(Element const& element, std::string const& path) {
-    Subject subject;
-    subject.path = path + element.label();
-    subject.element = &element;
-    if (!element.block) return subject;
-    subject.parameters = parametersOf(*element.block);
-    subject.standIn = isStandIn(*element.block);
-    subject.foundry = element.block->getFoundry();
-    subject.foundryUnknown = !element.foundry.empty() && !subject.foundry;
-    return subject;
+CheckedElement checkedOf(Element const& element, std::string const& path) {
+    CheckedElement checked;
+    checked.path = path + element.label();
+    checked.element = &element;
+    if (!element.block) return checked;
+    checked.parameters = parametersOf(*element.block);
+    checked.standIn = isStandIn(*element.block);
+    checked.foundry = element.block->getFoundry();
+    checked.foundryUnknown = !element.foundry.empty() && !checked.foundry;
+    return checked;
 }
 
 /// A stand-in is a composite whatever it stands for; without elements there is nothing to look at.
-bool hasInside(Subject const& subject) {
-    auto const& inside = subject.element->inside;
-    return inside && !(subject.standIn && inside->elements.empty());
+bool hasInside(CheckedElement const& checked) {
+    auto const& inside = checked.element->inside;
+    return inside && !(checked.standIn && inside->elements.empty());
 }
 
 void addBoundary(Scope& scope) {
@@ -40,9 +40,9 @@ void addBoundary(Scope& scope) {
 
 }  // namespace
 
-vrl::BB::Port const& Scope::portOf(End const& end) const {
-    // Declared pins come first, in the order of the ports.
-    return *(circuit->elements[end.element].block->beginPort() + static_cast<std::ptrdiff_t>(end.pin));
+vrl::BB::Port const& Scope::declaredPortOf(PortPlace const& end) const {
+    // Declared ports come first, in the order of the ports.
+    return *(circuit->elements[end.element].block->beginPort() + static_cast<std::ptrdiff_t>(end.port));
 }
 
 Scopes::Scopes(Design const& d) : design(d), root(rootOf(d)) {
@@ -50,7 +50,7 @@ Scopes::Scopes(Design const& d) : design(d), root(rootOf(d)) {
     addScope(root, "", progress);
     Scope& top = scopes.front();
     top.top = true;
-    top.solo = design.object.block() != nullptr;
+    top.singleBlock = design.object.block() != nullptr;
     if (design.object.block()) return;
     top.own.parameters = parametersOf(*design.object.netlist());
 }
@@ -64,17 +64,17 @@ void Scopes::addScope(Circuit const& circuit, std::string const& path, Progress&
     scope.own.path = path;
     std::string const prefix = path.empty() ? "" : path + "/";
     for (Element const& element : circuit.elements) {
-        scope.subjects.push_back(subjectOf(element, prefix));
+        scope.checkedElements.push_back(checkedOf(element, prefix));
         progress.step();
     }
     addBoundary(scope);
-    for (Subject const& subject : scope.subjects)
-        if (hasInside(subject)) addScope(*subject.element->inside, subject.path, progress);
+    for (CheckedElement const& checked : scope.checkedElements)
+        if (hasInside(checked)) addScope(*checked.element->inside, checked.path, progress);
 }
 
 std::size_t Scopes::elementCount() const {
     std::size_t count = 0;
-    for (Scope const& scope : scopes) count += scope.subjects.size();
+    for (Scope const& scope : scopes) count += scope.checkedElements.size();
     return count;
 }
 

@@ -14,13 +14,13 @@
 // The checking of designs, its words:
 //
 // scope    one circuit of a design: the whole one, or the inside of a composite
-// subject  an element of a scope with what the rules ask of it
-// path     how people are told of an element: "arms/upper" is the element 'upper' inside the composite 'arms'
+// checked  an element of a scope with what the rules ask of it
+// path     how people are reported of an element: "arms/upper" is the element 'upper' inside the composite 'arms'
 
 namespace vrltool::check {
 
 /// An element with what the rules ask of it.
-struct Subject {
+struct CheckedElement {
     std::string path;
     Element const* element = nullptr;   ///< null for the parameters of a netlist itself
     std::vector<Parameter> parameters;  ///< as parametersOf tells them
@@ -29,24 +29,24 @@ struct Subject {
     vrl::Foundry const* foundry = nullptr;
 };
 
-/// One circuit of a design. It refers to the design and to the picture of its circuit.
+/// One circuit of a design. It refers to the design and to the snapshot of its circuit.
 struct Scope {
     std::string path;  ///< of the composite; empty for the whole circuit
     Design const* design = nullptr;
     Circuit const* circuit = nullptr;
     bool top = false;                                       ///< the outermost one of its file
-    bool solo = false;                                      ///< a block that was saved alone, with no circuit around it
-    Subject own;                                            ///< at the top, the parameters of the netlist itself
-    std::vector<Subject> subjects;                          ///< in the order of the circuit's elements
+    bool singleBlock = false;                               ///< a block that was saved alone, with no circuit around it
+    CheckedElement own;                                     ///< at the top, the parameters of the netlist itself
+    std::vector<CheckedElement> checkedElements;            ///< in the order of the circuit's elements
     std::map<unsigned, std::vector<char const*>> boundary;  ///< the lists that name each boundary node
     Sections* sections = nullptr;                           ///< makes the cross sections of ports
 
-    Subject const& subjectOf(End const& end) const { return subjects[end.element]; }
-    Pin const& pinOf(End const& end) const { return circuit->elements[end.element].pins[end.pin]; }
-    /// The port of a declared pin.
-    vrl::BB::Port const& portOf(End const& end) const;
+    CheckedElement const& checkedOf(PortPlace const& end) const { return checkedElements[end.element]; }
+    ElementPort const& portOf(PortPlace const& end) const { return circuit->elements[end.element].ports[end.port]; }
+    /// The port of the block, for one that it declares.
+    vrl::BB::Port const& declaredPortOf(PortPlace const& end) const;
     /// "arms/upper,in0".
-    std::string endText(End const& end) const { return subjectOf(end).path + "," + pinOf(end).name; }
+    std::string portText(PortPlace const& end) const { return checkedOf(end).path + "," + portOf(end).name; }
     /// Whether the node is on the boundary.
     bool onBoundary(unsigned node) const { return boundary.count(node) != 0; }
 };

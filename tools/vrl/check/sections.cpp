@@ -14,11 +14,11 @@ namespace vrltool::check {
 
 namespace {
 
-/// The number of a parameter. False if the subject has none of that name that is a finite number.
-bool numberOf(Subject const& subject, std::string const& name, double& number, std::string* unit) {
-    auto const found = std::find_if(subject.parameters.begin(), subject.parameters.end(),
+/// The number of a parameter. False if the checked has none of that name that is a finite number.
+bool numberOf(CheckedElement const& checked, std::string const& name, double& number, std::string* unit) {
+    auto const found = std::find_if(checked.parameters.begin(), checked.parameters.end(),
                                     [&](Parameter const& parameter) { return parameter.name == name; });
-    if (found == subject.parameters.end()) return false;
+    if (found == checked.parameters.end()) return false;
     if (auto const* const real = std::get_if<double>(&found->value))
         number = *real;
     else if (auto const* const whole = std::get_if<int>(&found->value))
@@ -29,11 +29,11 @@ bool numberOf(Subject const& subject, std::string const& name, double& number, s
     return std::isfinite(number);
 }
 
-double widthAt(Subject const& subject, std::string const& port, std::string& unit) {
+double widthAt(CheckedElement const& checked, std::string const& port, std::string& unit) {
     static char const* const byDirection[] = {"width", "widthIn", "widthOut"};
     double width = 0;
     for (char const* const name : {"width", byDirection[static_cast<int>(directionOf(port))]})
-        if (numberOf(subject, name, width, &unit)) return width;
+        if (numberOf(checked, name, width, &unit)) return width;
     unit.clear();
     return -1.0;
 }
@@ -51,7 +51,7 @@ void make(Section& section, vrl::Foundry::CSInfo const& choice, double width, do
 bool bothAndDifferent(std::string const& a, std::string const& b) { return !a.empty() && !b.empty() && a != b; }
 
 bool sameWidth(double a, double b) {
-    constexpr double kTolerance = 1e-6;  // of the greater one: the unit is the foundry's affair
+    constexpr double kTolerance = 1e-6;  // of the greater one: the unit is left to the foundry
     return a == b || std::fabs(a - b) <= kTolerance * std::max(std::fabs(a), std::fabs(b));
 }
 
@@ -79,24 +79,24 @@ std::string choiceText(vrl::Foundry::CSInfo const& choice) {
     return cs + (cs.empty() || flow.empty() ? "" : " by ") + flow;
 }
 
-vrl::Foundry::CSInfo choiceOf(Subject const& subject, vrl::BB::Port const& port) {
+vrl::Foundry::CSInfo choiceOf(CheckedElement const& checked, vrl::BB::Port const& port) {
     vrl::Foundry::CSInfo choice = port.getCS();
-    vrl::BB const& block = *subject.element->block;
+    vrl::BB const& block = *checked.element->block;
     if (choice == vrl::Foundry::CSInfo(nullptr)) quietlyThrownBy([&] { choice = block.getCS(port); });
-    if (!choice.getFoundry()) choice.setFoundry(subject.foundry);
+    if (!choice.getFoundry()) choice.setFoundry(checked.foundry);
     return choice;
 }
 
-Section Sections::at(Subject const& subject, vrl::BB::Port const& port) {
-    vrl::Foundry::CSInfo const choice = choiceOf(subject, port);
+Section Sections::at(CheckedElement const& checked, vrl::BB::Port const& port) {
+    vrl::Foundry::CSInfo const choice = choiceOf(checked, port);
     Section section;
-    double const width = widthAt(subject, port.getName(), section.unit);
+    double const width = widthAt(checked, port.getName(), section.unit);
     double radius = 0;
-    if (!numberOf(subject, "radius", radius, nullptr)) radius = 0;
+    if (!numberOf(checked, "radius", radius, nullptr)) radius = 0;
     section.csName = choice.getCSName();
     section.flowName = choice.getFlowName();
     if (!choice.getFoundry()) return section;
-    Key const key{subject.element->foundry, section.csName, section.flowName, width, radius};
+    Key const key{checked.element->foundry, section.csName, section.flowName, width, radius};
     auto const found = made.find(key);
     if (found != made.end()) {
         Section known = found->second;

@@ -8,11 +8,11 @@
 
 namespace vrltool {
 
-struct Pin;
+struct ElementPort;
 
 namespace check {
 
-struct Subject;
+struct CheckedElement;
 
 /// The cross section at a port: as its foundry makes it, and the names by which it was chosen.
 struct Section {
@@ -34,7 +34,7 @@ std::string sectionText(Section const& section, std::string const& unit);
 std::string choiceText(vrl::Foundry::CSInfo const& choice);
 
 /// The choice for a port with the foundry to ask: its own if it has one, otherwise that of its block for this port.
-vrl::Foundry::CSInfo choiceOf(Subject const& subject, vrl::BB::Port const& port);
+vrl::Foundry::CSInfo choiceOf(CheckedElement const& checked, vrl::BB::Port const& port);
 
 /// Makes the cross sections of ports; asks for each only once.
 ///
@@ -43,8 +43,8 @@ vrl::Foundry::CSInfo choiceOf(Subject const& subject, vrl::BB::Port const& port)
 /// which stands for one that was not given, and the radius 0.
 class Sections {
 public:
-    /// The section at a port of the subject.
-    Section at(Subject const& subject, vrl::BB::Port const& port);
+    /// The section at a port of the checked.
+    Section at(CheckedElement const& checked, vrl::BB::Port const& port);
 
 private:
     using Key = std::tuple<std::string, std::string, std::string, double, double>;

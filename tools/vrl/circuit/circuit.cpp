@@ -7,11 +7,11 @@ namespace vrltool {
 
 namespace {
 
-std::vector<Pin> declaredPins(vrl::BB const& block) {
-    std::vector<Pin> pins;
+std::vector<ElementPort> declaredPorts(vrl::BB const& block) {
+    std::vector<ElementPort> ports;
     for (auto port = block.beginPort(); port != block.endPort(); ++port)
-        pins.push_back({port->getName().getName(), port->getDomain(), 0, true});
-    return pins;
+        ports.push_back({port->getName().getName(), port->getDomain(), 0, true});
+    return ports;
 }
 
 vrl::BB* blockOf(vrl::Netlist& netlist, unsigned number) {
@@ -32,20 +32,20 @@ void addElements(Circuit& circuit, vrl::Netlist& netlist, int depth) {
             circuit.elements.push_back(elementOf("", entry->first, entry->second.get(), depth));
 }
 
-void tie(Element& element, std::string const& port, unsigned node) {
-    auto const found =
-        std::find_if(element.pins.begin(), element.pins.end(), [&](Pin const& pin) { return pin.name == port; });
-    if (found == element.pins.end())
-        element.pins.push_back({port, vrl::EnumList::Unknown, node, false});
+void connect(Element& element, std::string const& port, unsigned node) {
+    auto const found = std::find_if(element.ports.begin(), element.ports.end(),
+                                    [&](ElementPort const& known) { return known.name == port; });
+    if (found == element.ports.end())
+        element.ports.push_back({port, vrl::EnumList::Unknown, node, false});
     else
         found->node = node;
 }
 
 void addNodes(Circuit& circuit) {
     for (std::size_t e = 0; e < circuit.elements.size(); ++e) {
-        auto const& pins = circuit.elements[e].pins;
-        for (std::size_t p = 0; p < pins.size(); ++p)
-            if (pins[p].node != 0) circuit.nodes[pins[p].node].push_back({e, p});
+        auto const& ports = circuit.elements[e].ports;
+        for (std::size_t p = 0; p < ports.size(); ++p)
+            if (ports[p].node != 0) circuit.nodes[ports[p].node].push_back({e, p});
     }
 }
 
@@ -53,9 +53,10 @@ void addNodes(Circuit& circuit) {
 
 std::string Element::label() const { return name.empty() ? "#" + std::to_string(number) : name; }
 
-Pin const* Element::pin(std::string const& pinName) const {
-    auto const found = std::find_if(pins.begin(), pins.end(), [&](Pin const& p) { return p.name == pinName; });
-    return found == pins.end() ? nullptr : &*found;
+ElementPort const* Element::port(std::string const& portName) const {
+    auto const found =
+        std::find_if(ports.begin(), ports.end(), [&](ElementPort const& p) { return p.name == portName; });
+    return found == ports.end() ? nullptr : &*found;
 }
 
 std::size_t Circuit::find(std::string const& name) const {
@@ -66,9 +67,9 @@ std::size_t Circuit::find(std::string const& name) const {
     return found != end && found->name == name ? static_cast<std::size_t>(found - elements.begin()) : elements.size();
 }
 
-std::string Circuit::endText(End const& end) const {
-    Element const& element = elements[end.element];
-    return element.label() + "," + element.pins[end.pin].name;
+std::string Circuit::portText(PortPlace const& place) const {
+    Element const& element = elements[place.element];
+    return element.label() + "," + element.ports[place.port].name;
 }
 
 Element elementOf(std::string const& name, unsigned number, vrl::BB* block, int depth) {
@@ -79,7 +80,7 @@ Element elementOf(std::string const& name, unsigned number, vrl::BB* block, int 
     if (!block) return element;
     element.kind = block->getName();
     element.foundry = block->getFoundryName();
-    element.pins = declaredPins(*block);
+    element.ports = declaredPorts(*block);
     auto* const composite = depth == 0 ? nullptr : dynamic_cast<vrl::CBB*>(block);
     if (composite) element.inside = std::make_unique<Circuit>(circuitFrom(*composite->getAsNetlist(), depth - 1));
     return element;
@@ -88,12 +89,12 @@ Element elementOf(std::string const& name, unsigned number, vrl::BB* block, int 
 Circuit circuitFrom(vrl::Netlist& netlist, int depth) {
     Circuit circuit;
     addElements(circuit, netlist, depth);
-    for (auto tied = netlist.beginElementPort(); tied != netlist.endElementPort(); ++tied) {
-        std::size_t const place = circuit.find(tied->first.first);
+    for (auto entry = netlist.beginElementPort(); entry != netlist.endElementPort(); ++entry) {
+        std::size_t const place = circuit.find(entry->first.first);
         if (place == circuit.elements.size())
-            circuit.strayTies.push_back(tied->first);
+            circuit.danglingConnections.push_back(entry->first);
         else
-            tie(circuit.elements[place], tied->first.second, tied->second);
+            connect(circuit.elements[place], entry->first.second, entry->second);
     }
     addNodes(circuit);
     circuit.inputs.assign(netlist.beginInputNodes(), netlist.endInputNodes());

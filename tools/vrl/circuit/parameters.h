@@ -17,7 +17,7 @@ namespace vrltool {
 using ParameterValue = std::variant<std::monostate VRL_FOR_VALUE_TYPES(VRL_AND_)>;
 #undef VRL_AND_
 
-/// A parameter as people and programs are told of it.
+/// A parameter as people and programs are reported of it.
 struct Parameter {
     std::string name;
     std::string type;  ///< "bool", "Int", "Double", "Complex", "String", or the word of a type of a plug-in
@@ -32,10 +32,10 @@ struct Parameter {
     vrl::Attribute* attribute = nullptr;  ///< owned by its list
 };
 
-/// What is to be told of one parameter.
+/// What is to be reported of one parameter.
 Parameter parameterOf(vrl::Attribute& attribute);
 
-/// The parameters of a list: in the order of adding, each once, and behind them those that came with a file only, by
+/// The parameters of a list: in the order of adding, each once, and after them those that came with a file only, by
 /// name.
 std::vector<Parameter> parametersOf(vrl::Attributes& list);
 

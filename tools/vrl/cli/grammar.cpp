@@ -96,7 +96,7 @@ Grammar::Grammar() : root(std::make_unique<CLI::App>("Looks at, checks, compares
     root->set_version_flag("--version", "vrl " VRL_VERSION_TEXT);
     root->get_formatter()->column_width(34);
     root->footer("Exit status: 0 fine, 1 findings or differences, 2 could not be done.\n"
-                 "'vrl COMMAND --help' tells more of a command.");
+                 "'vrl COMMAND --help' shows more of a command.");
 }
 
 Grammar::~Grammar() = default;
@@ -138,7 +138,7 @@ int Grammar::run(int argc, char const* const* argv) {
         std::string const hint = line == std::string::npos ? "" : text.substr(line + 1);
         writeFailure(text.substr(0, line), hint);
         std::cerr << "  'vrl " << (&command == root.get() ? "" : command.get_name() + " ")
-                  << "--help' tells the usage\n";
+                  << "--help' shows the usage\n";
         return static_cast<int>(Outcome::kFailed);
     }
     try {

@@ -35,7 +35,7 @@ public:
     /// The same for one that only the completion and the build call: no help shows it.
     CLI::App& addHidden(std::string const& name, std::string const& summary, Run run);
 
-    /// Parses the command line and runs its command. Whatever a command throws ends as text on standard error. Yields
+    /// Parses the command line and runs its command. Whatever a command throws ends as text on standard error. Returns
     /// the exit status.
     int run(int argc, char const* const* argv);
 

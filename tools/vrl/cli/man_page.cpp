@@ -152,7 +152,7 @@ void writeManPage(std::ostream& os, CLI::App const& root) {
        << plain(
               "Each command answers with text for people, or with JSON for programs. Results go to standard output,\n"
               "errors to standard error; they name the file, the thing and the hint. A design that needs kinds which\n"
-              "no loaded plug-in has is shown all the same, with something that stands in for them.\n");
+              "no loaded plug-in has is still shown, with stand-ins for them.\n");
     writeOptions(os, "OPTIONS", program.options);
     auto const common = commonOptions(commands);
     writeOptions(os, "\"OPTIONS OF EVERY COMMAND\"", common);

@@ -28,7 +28,7 @@ Outcome describe(Options const& options, Common const& common) {
 
 void addDescribe(Grammar& grammar) {
     auto const options = std::make_shared<Options>();
-    CLI::App& command = grammar.add("describe", "tells all of a block, a foundry or another kind",
+    CLI::App& command = grammar.add("describe", "describes a block, a foundry or another kind",
                                     "  vrl describe sfBend             # ports and parameters of a block\n"
                                     "  vrl describe SampleFab@sfBend   # the same, made for a foundry\n"
                                     "  vrl describe SampleFab          # flows, cross sections, blocks\n"
@@ -37,7 +37,7 @@ void addDescribe(Grammar& grammar) {
     command.add_option("key", options->key, "a kind, or a block made for a foundry: FOUNDRY@BLOCK")
         ->required()
         ->type_name("KEY");
-    command.add_option("parameters", options->parameters, "the parameters to tell; all if none is named")
+    command.add_option("parameters", options->parameters, "the parameters to show; all if none is named")
         ->type_name("PARAMETER");
 }
 

@@ -29,7 +29,7 @@ Outcome explain(std::string const& id, Common const& common) {
 
 void addExplain(Grammar& grammar) {
     auto const id = std::make_shared<std::string>();
-    CLI::App& command = grammar.add("explain", "tells what a rule of 'vrl check' means and how to mend what it finds",
+    CLI::App& command = grammar.add("explain", "explains a rule of 'vrl check' and how to mend what it finds",
                                     "  vrl explain                         # all rules with their severities\n"
                                     "  vrl explain cross-section-mismatch  # the page of one rule",
                                     [id](Common const& common) { return explain(*id, common); });

@@ -17,13 +17,13 @@ void addPlugins(Grammar& grammar) {
         startLibrary({common.config, common.loadSeconds, false, static_cast<int>(Outcome::kFindings)});
         return writePluginsReport(std::cout, *options, common.config, common.json);
     };
-    CLI::App& command = grammar.add("plugins", "tells which libraries are configured and what came of each",
+    CLI::App& command = grammar.add("plugins", "reports the configured libraries and what became of each",
                                     "  vrl plugins                      # why is my plug-in not there?\n"
                                     "  vrl plugins --config my.ini      # with another configuration\n"
                                     "  vrl plugins --all --times        # also what no line names, with milliseconds",
                                     run);
-    command.add_flag("--times", options->times, "tell the milliseconds that each library took");
-    command.add_flag("--all", options->all, "also tell libraries that the configuration does not name");
+    command.add_flag("--times", options->times, "show the milliseconds that each library took");
+    command.add_flag("--all", options->all, "also report libraries that the configuration does not name");
 }
 
 }  // namespace vrltool

@@ -51,7 +51,7 @@ std::vector<Check const*> chosenChecks(Options const& options) {
     auto const skip = checksOf(options.skip);
     std::vector<Check const*> chosen;
     for (Check const& check : allChecks())
-        if ((only.empty() || holds(only, check)) && !holds(skip, check)) chosen.push_back(&check);
+        if ((only.empty() || contains(only, check)) && !contains(skip, check)) chosen.push_back(&check);
     if (chosen.empty()) throw Failure("--only and --skip", "leave no check to run");
     return chosen;
 }
@@ -62,7 +62,8 @@ std::vector<Check const*> neededChecks(std::vector<Check const*> const& chosen, 
     std::vector<Check const*> needed;
     std::function<void(Check const&)> const need = [&](Check const& check) {
         for (Check const* const other : checksOf(check.needs)) {
-            if (!holds(chosen, *other) && !holds(needed, *other) && !holds(skip, *other)) needed.push_back(other);
+            if (!contains(chosen, *other) && !contains(needed, *other) && !contains(skip, *other))
+                needed.push_back(other);
             need(*other);
         }
     };

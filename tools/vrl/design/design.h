@@ -21,7 +21,7 @@ struct Design {
 
 /// Reads a file whole, with stand-ins for missing kinds. The library has to be started.
 ///
-/// A Failure tells a file that cannot be read, is empty, is cut short or damaged, and where.
+/// A Failure reports a file that cannot be read, is empty, is cut short or damaged, and where.
 Design readDesign(std::string const& path);
 
 /// The netlist of a design; a Failure says what the file holds if it is none.

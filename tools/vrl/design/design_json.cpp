@@ -42,13 +42,14 @@ Json choiceJson(vrl::Foundry::CSInfo const& choice) {
 
 Json circuitJson(Circuit const& circuit);
 
-Json pinJson(Pin const& pin, vrl::BB* block) {
-    Json json{{"name", pin.name}};
-    json["domain"] = vrl::EnumList::getName(pin.domain);
-    json["node"] = pin.node == 0 ? Json(nullptr) : Json(pin.node);
-    if (!pin.declared) json["declared"] = false;
-    vrl::BB::Port* const port = block && pin.declared ? block->getPort(pin.name) : nullptr;
-    if (port && !(port->getCS() == vrl::Foundry::CSInfo(nullptr))) json["choice"] = choiceJson(port->getCS());
+Json portJson(ElementPort const& port, vrl::BB* block) {
+    Json json{{"name", port.name}};
+    json["domain"] = vrl::EnumList::getName(port.domain);
+    json["node"] = port.node == 0 ? Json(nullptr) : Json(port.node);
+    if (!port.declared) json["declared"] = false;
+    vrl::BB::Port* const declared = block && port.declared ? block->getPort(port.name) : nullptr;
+    if (declared && !(declared->getCS() == vrl::Foundry::CSInfo(nullptr)))
+        json["choice"] = choiceJson(declared->getCS());
     return json;
 }
 
@@ -62,7 +63,7 @@ Json blockJson(Element const& element) {
         json["choice"] = choiceJson(element.block->vrl::BB::getCS());
     json["parameters"] = parametersJson(*element.block);
     json["ports"] = Json::array();
-    for (Pin const& pin : element.pins) json["ports"].push_back(pinJson(pin, element.block));
+    for (ElementPort const& port : element.ports) json["ports"].push_back(portJson(port, element.block));
     if (element.inside && (!isStandIn(*element.block) || !element.inside->elements.empty()))
         json["inside"] = circuitJson(*element.inside);
     return json;
@@ -81,13 +82,14 @@ Json circuitJson(Circuit const& circuit) {
     for (Element const& element : circuit.elements) json["elements"].push_back(elementJson(element));
     for (auto const& node : circuit.nodes) {
         Json ends = Json::array();
-        for (End const& end : node.second) ends.push_back(circuit.endText(end));
+        for (PortPlace const& end : node.second) ends.push_back(circuit.portText(end));
         json["nodes"].push_back(Json{{"node", node.first}, {"ends", ends}});
     }
     json["inputs"] = circuit.inputs;
     json["outputs"] = circuit.outputs;
     json["dc"] = circuit.dc;
-    for (auto const& tie : circuit.strayTies) json["strayTies"].push_back(tie.first + "," + tie.second);
+    for (auto const& connection : circuit.danglingConnections)
+        json["danglingConnections"].push_back(connection.first + "," + connection.second);
     return json;
 }
 

@@ -26,7 +26,7 @@ char const* word(What what) {
 void writeMissing(std::ostream& os, Design const& design) {
     for (MissingKind const& kind : design.missing)
         os << "vrl: " << design.path << ": no loaded plug-in has the " << word(kind.what) << " '"
-           << printable(kind.name) << "' (" << counted(kind.count, "use") << "); something stands in for it\n";
+           << printable(kind.name) << "' (" << counted(kind.count, "use") << "); a stand-in represents it\n";
 }
 
 /// The system's words begin with the path as often as not.

@@ -17,7 +17,7 @@ namespace vrltool {
 namespace {
 
 void refuse(std::string const& path, std::string const& kind) {
-    throw Failure(path, "not saved: something stands in for '" + printable(kind) + "', and what it keeps would be lost",
+    throw Failure(path, "not saved: a stand-in represents '" + printable(kind) + "', and what it keeps would be lost",
                   "load the plug-in that brings it; 'vrl plugins' shows what is loaded");
 }
 

@@ -8,7 +8,7 @@ namespace vrltool {
 
 namespace {
 
-/// What a creator of a factory cannot be told: the kind that is being made, and who was made last.
+/// What a creator of a factory cannot be reported: the kind that is being made, and who was made last.
 struct Making {
     std::string kind;
     StandInBlock* lastBlock = nullptr;

@@ -21,7 +21,7 @@ struct MissingKind {
     std::size_t count;
 };
 
-/// A block in the place of one whose kind is missing. It has what the file tells of it: parameters, the names of its
+/// A block in the place of one whose kind is missing. It has what the file says of it: parameters, the names of its
 /// ports (in no known domain), and the inside of a composite.
 class StandInBlock : public vrl::CBB {
 public:
@@ -57,7 +57,7 @@ private:
     std::string kind;
 };
 
-/// How the making of a kind is told while it is at work: "making the block 'sfBend'".
+/// How the making of a kind is reported while it is at work: "making the block 'sfBend'".
 std::string makingText(char const* word, std::string const& kind);
 
 /// Reads the binary stream like the reader that it wraps, and makes a stand-in for every block and every parameter

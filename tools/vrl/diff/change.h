@@ -10,10 +10,10 @@
 //
 // A, B      the designs: A is the old one, B the new one
 // path      where an element stands: "arms/upper" is the element upper inside the composite arms; empty: the whole
-//           design. What is in B is told by its name there, what was removed by its name in A
+//           design. What is in B is reported by its name there, what was removed by its name in A
 // end       a port of an element, "element,port"
 // net       what a node joins: a set of ends. The number of the node is of no account
-// part      what has ends: an element, or a bare name of which only ties are left
+// part      what has ends: an element, or a bare name of which only connections are left
 
 namespace vrltool::diff {
 

@@ -17,10 +17,10 @@ CommonEnds::CommonEnds(Wiring const& a, Wiring const& b, Matching const& matchin
 void CommonEnds::add(Wiring::Part const* inA, Wiring::Part const* inB) {
     std::map<std::string, std::pair<std::size_t, std::size_t>> nets;
     if (inA)
-        for (Wiring::Tie const& tie : inA->ties) nets[tie.port] = {tie.net, kNone};
+        for (Wiring::Connection const& connection : inA->connections) nets[connection.port] = {connection.net, kNone};
     if (inB)
-        for (Wiring::Tie const& tie : inB->ties)
-            nets.emplace(tie.port, std::pair(kNone, kNone)).first->second.second = tie.net;
+        for (Wiring::Connection const& connection : inB->connections)
+            nets.emplace(connection.port, std::pair(kNone, kNone)).first->second.second = connection.net;
     std::string const& label = (inB ? inB : inA)->label;
     for (auto const& [port, net] : nets) addEnd(label + "," + port, net.first, net.second, false);
 }
@@ -48,7 +48,7 @@ namespace {
 
 using Groups = std::vector<std::vector<std::string>>;
 
-/// The ends of a net by the nets that they are on in the other design; what is not tied there stands alone.
+/// The ends of a net by the nets that they are on in the other design; what is not connected there stands alone.
 Groups groupsOf(CommonEnds const& common, std::vector<std::size_t> const& net, std::size_t CommonEnds::End::*other) {
     std::map<std::size_t, std::vector<std::size_t>> byNet;
     Groups groups;

@@ -13,7 +13,7 @@ namespace vrltool::diff {
 
 /// The ends of both circuits under common numbers: an end of a part and an end of its match are one.
 struct CommonEnds {
-    /// An end with the nets on which A and B have it, kNone where it is not tied.
+    /// An end with the nets on which A and B have it, kNone where it is not connected.
     struct End {
         std::string text;
         std::size_t netA = kNone;

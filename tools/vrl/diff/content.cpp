@@ -49,7 +49,7 @@ void addBlock(Texts& texts, vrl::BB& block) {
 
 void addNet(Texts& texts, Wiring const& wiring, Wiring::Net const& net) {
     for (Wiring::End const& end : net.ends)
-        texts.add(wiring.parts[end.part].name).add(wiring.parts[end.part].ties[end.tie].port);
+        texts.add(wiring.parts[end.part].name).add(wiring.parts[end.part].connections[end.connection].port);
     texts.add("");
 }
 

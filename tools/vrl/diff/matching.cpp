@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "diff/content.h"
-#include "diff/kept_ties.h"
+#include "diff/kept_connections.h"
 #include "diff/refinement.h"
 
 namespace vrltool::diff {
@@ -24,7 +24,7 @@ void matchNames(Wiring const& a, Wiring const& b, Matching& matching) {
 }
 
 /// How much of what is known goes into the first colours.
-enum class Look { kContent, kKind, kKindAnyOrder };
+enum class Colouring { kContent, kKind, kKindAnyOrder };
 
 /// Numbers for texts, the same for both sides.
 class Numbers {
@@ -40,8 +40,8 @@ private:
 /// The elements of both sides that have no match yet, with the nets that they are on.
 class OpenGraph {
 public:
-    OpenGraph(Wiring const& wiringA, Wiring const& wiringB, Matching& m, Look l)
-        : a(wiringA), b(wiringB), matching(m), look(l) {
+    OpenGraph(Wiring const& wiringA, Wiring const& wiringB, Matching& m, Colouring c)
+        : a(wiringA), b(wiringB), matching(m), colouring(c) {
         addSide(a, matching.toB, false);
         addSide(b, matching.toA, true);
     }
@@ -52,9 +52,9 @@ public:
     }
 
 private:
-    // Without a tie only an element that is equal in everything is taken for the same.
+    // Without a connection only an element that is equal in everything is taken for the same.
     bool isOpen(Wiring::Part const& part) const {
-        return part.element && (look == Look::kContent || !part.ties.empty());
+        return part.element && (colouring == Colouring::kContent || !part.connections.empty());
     }
 
     std::size_t addVertex(int colour, bool inB, std::size_t part) {
@@ -71,13 +71,14 @@ private:
             if (other[part] != kNone || !isOpen(candidate)) continue;
             std::string const& kind = candidate.element->kind;
             std::size_t const vertex = addVertex(
-                colours("element " + (look == Look::kContent ? contentOf(*candidate.element) : kind)), inB, part);
-            for (Wiring::Tie const& tie : candidate.ties) {
-                auto const entry = nets.emplace(tie.net, graph.vertices.size());
-                if (entry.second) addVertex(colours(netColour(wiring, tie.net, roles, inB)), inB, kNone);
-                int const label = ports(tie.port);
-                graph.vertices[vertex].ties.push_back({entry.first->second, label});
-                graph.vertices[entry.first->second].ties.push_back({vertex, label});
+                colours("element " + (colouring == Colouring::kContent ? contentOf(*candidate.element) : kind)), inB,
+                part);
+            for (Wiring::Connection const& connection : candidate.connections) {
+                auto const entry = nets.emplace(connection.net, graph.vertices.size());
+                if (entry.second) addVertex(colours(netColour(wiring, connection.net, roles, inB)), inB, kNone);
+                int const label = ports(connection.port);
+                graph.vertices[vertex].edges.push_back({entry.first->second, label});
+                graph.vertices[entry.first->second].edges.push_back({vertex, label});
             }
         }
     }
@@ -87,7 +88,8 @@ private:
         for (std::size_t list = 0; list < Wiring::kBoundaries; ++list)
             for (std::size_t i = 0; i < wiring.boundary[list].size(); ++i)
                 roles[wiring.boundary[list][i]] +=
-                    " boundary " + std::to_string(list) + (look == Look::kKindAnyOrder ? "" : "," + std::to_string(i));
+                    " boundary " + std::to_string(list) +
+                    (colouring == Colouring::kKindAnyOrder ? "" : "," + std::to_string(i));
         return roles;
     }
 
@@ -97,7 +99,7 @@ private:
         for (Wiring::End const& end : wiring.nets[net].ends) {
             std::size_t const inA = inB ? matching.toA[end.part] : end.part;
             if (inA != kNone && matching.toB[inA] != kNone)
-                settled.emplace_back(inA, ports(wiring.parts[end.part].ties[end.tie].port));
+                settled.emplace_back(inA, ports(wiring.parts[end.part].connections[end.connection].port));
         }
         std::sort(settled.begin(), settled.end());
         std::string colour = "net" + roles[net];
@@ -108,7 +110,7 @@ private:
     Wiring const& a;
     Wiring const& b;
     Matching& matching;
-    Look look;
+    Colouring colouring;
     Numbers colours;
     Numbers ports;
     ColouredGraph graph;
@@ -151,9 +153,9 @@ Matching matchParts(Wiring const& a, Wiring const& b, bool renames) {
     matchNames(a, b, matching);
     matchNameless(a, b, matching, true);
     if (renames) {
-        for (Look const look : {Look::kContent, Look::kKind, Look::kKindAnyOrder})
-            if (anyOpen(a, matching.toB) && anyOpen(b, matching.toA)) OpenGraph(a, b, matching, look).match();
-        matchByKeptTies(a, b, matching);
+        for (Colouring const colouring : {Colouring::kContent, Colouring::kKind, Colouring::kKindAnyOrder})
+            if (anyOpen(a, matching.toB) && anyOpen(b, matching.toA)) OpenGraph(a, b, matching, colouring).match();
+        matchByKeptConnections(a, b, matching);
     }
     matchNameless(a, b, matching, false);
     return matching;

@@ -169,7 +169,7 @@ void PropertyComparison::compareChoices(vrl::Foundry::CSInfo const& a, vrl::Foun
     compareTexts(Topic::kFlow, a.getFlowName(), b.getFlowName(), path, port);
 }
 
-// Ports that only one of two kinds has are told by the kinds.
+// Ports that only one of two kinds has are reported by the kinds.
 void PropertyComparison::compareBlocks(vrl::BB* a, vrl::BB* b, std::string const& path) {
     if (!a || !b) return;
     compareTexts(Topic::kFoundry, a->getFoundryName(), b->getFoundryName(), path);

@@ -23,7 +23,7 @@ public:
             fresh.clear();
             for (std::size_t const cell : splitters) splitBy(Members(cells[cell].members));
             // One generation carries a colour to the nets, the next one from there to the neighbours.
-            if (generation > 0 || fresh.empty()) settle();
+            if (generation > 0 || fresh.empty()) pairUp();
         }
         return pairs;
     }
@@ -53,12 +53,12 @@ private:
         members.pop_back();
     }
 
-    /// Parts the cells whose members differ in their ties to these vertices.
+    /// Parts the cells whose members differ in their edges to these vertices.
     void splitBy(Members const& splitter) {
         std::map<std::size_t, Labels> touched;
         for (std::size_t const vertex : splitter)
-            for (auto const& tie : graph.vertices[vertex].ties)
-                if (!cells[cellOf[tie.to]].settled) touched[tie.to].push_back(tie.label);
+            for (auto const& edge : graph.vertices[vertex].edges)
+                if (!cells[cellOf[edge.to]].settled) touched[edge.to].push_back(edge.label);
         std::map<std::size_t, std::map<Labels, Members>> pieces;
         for (auto& [vertex, labels] : touched) {
             std::sort(labels.begin(), labels.end());
@@ -88,7 +88,7 @@ private:
         for (std::size_t i = 0; i < cells[cell].members.size(); ++i) placeOf[cells[cell].members[i]] = i;
     }
 
-    void settle() {
+    void pairUp() {
         for (std::size_t const id : std::exchange(changed, {})) {
             Cell& cell = cells[id];
             if (cell.settled || cell.members.size() != 2) continue;

@@ -9,7 +9,7 @@ namespace vrltool::diff {
 
 namespace {
 
-/// The groups in which the changes are told, and how the topics of them are called there.
+/// The groups in which the changes are reported, and how the topics of them are called there.
 struct Group {
     char const* heading;
     std::vector<Topic> topics;
@@ -45,7 +45,7 @@ char mark(Verb verb) {
 
 std::string quoted(std::string const& text) { return '"' + text + '"'; }
 
-/// What is told of a parameter besides its value and its unit, since the two sides differ in it.
+/// What is reported of a parameter besides its value and its unit, since the two sides differ in it.
 struct Details {
     bool type = false;
     bool calculated = false;
@@ -99,7 +99,7 @@ std::string sidesText(Change const& change) {
     return std::visit(text, change.from) + " -> " + std::visit(text, change.to);
 }
 
-/// "arms: " ahead of what is told of the inside of arms.
+/// "arms: " before what is reported of the inside of arms.
 std::string insideOf(Change const& change) { return change.path.empty() ? "" : change.path + ": "; }
 
 std::string kindIn(ChangeSide const& side) {

@@ -7,24 +7,24 @@ namespace vrltool::diff {
 
 namespace {
 
-bool byPort(Wiring::Tie const& a, Wiring::Tie const& b) { return a.port < b.port; }
+bool byPort(Wiring::Connection const& a, Wiring::Connection const& b) { return a.port < b.port; }
 
 Wiring::Part partOf(Element const& element) {
     Wiring::Part part{element.name, element.label(), &element, {}};
-    for (Pin const& pin : element.pins)
-        if (pin.node != 0) part.ties.push_back({pin.name, pin.node});
-    std::sort(part.ties.begin(), part.ties.end(), byPort);
+    for (ElementPort const& port : element.ports)
+        if (port.node != 0) part.connections.push_back({port.name, port.node});
+    std::sort(part.connections.begin(), part.connections.end(), byPort);
     return part;
 }
 
 void addBareNames(Wiring& wiring, Circuit const& circuit, vrl::Netlist const& netlist) {
     std::map<std::string, Wiring::Part> bare;
-    for (auto const& [name, port] : circuit.strayTies) {
+    for (auto const& [name, port] : circuit.danglingConnections) {
         auto& part = bare.emplace(name, Wiring::Part{name, name, nullptr, {}}).first->second;
-        part.ties.push_back({port, netlist.findNode(name, port)});
+        part.connections.push_back({port, netlist.findNode(name, port)});
     }
     for (auto& entry : bare) {
-        std::sort(entry.second.ties.begin(), entry.second.ties.end(), byPort);
+        std::sort(entry.second.connections.begin(), entry.second.connections.end(), byPort);
         wiring.parts.push_back(std::move(entry.second));
     }
 }
@@ -47,9 +47,9 @@ private:
 }  // namespace
 
 std::size_t Wiring::netOf(std::size_t part, std::string const& port) const {
-    auto const& ties = parts[part].ties;
-    auto const found = std::lower_bound(ties.begin(), ties.end(), Tie{port, 0}, byPort);
-    return found != ties.end() && found->port == port ? found->net : kNone;
+    auto const& connections = parts[part].connections;
+    auto const found = std::lower_bound(connections.begin(), connections.end(), Connection{port, 0}, byPort);
+    return found != connections.end() && found->port == port ? found->net : kNone;
 }
 
 Wiring wiringOf(Circuit const& circuit, vrl::Netlist const& netlist) {
@@ -58,10 +58,10 @@ Wiring wiringOf(Circuit const& circuit, vrl::Netlist const& netlist) {
     addBareNames(wiring, circuit, netlist);
     NetNumbers numbers(wiring);
     for (std::size_t part = 0; part < wiring.parts.size(); ++part) {
-        auto& ties = wiring.parts[part].ties;
-        for (std::size_t tie = 0; tie < ties.size(); ++tie) {
-            ties[tie].net = numbers(ties[tie].net);
-            wiring.nets[ties[tie].net].ends.push_back({part, tie});
+        auto& connections = wiring.parts[part].connections;
+        for (std::size_t connection = 0; connection < connections.size(); ++connection) {
+            connections[connection].net = numbers(connections[connection].net);
+            wiring.nets[connections[connection].net].ends.push_back({part, connection});
         }
     }
     std::vector<unsigned> const* const lists[] = {&circuit.inputs, &circuit.outputs, &circuit.dc};

@@ -14,22 +14,22 @@ constexpr std::size_t kNone = static_cast<std::size_t>(-1);
 
 /// What a circuit joins, without the numbers of its nodes: its order follows from the names alone.
 struct Wiring {
-    /// A port that is tied, with the net that it is on.
-    struct Tie {
+    /// A port that is connected, with the net that it is on.
+    struct Connection {
         std::string port;
         std::size_t net;
     };
-    /// An element, or a name that only ties are left of.
+    /// An element, or a name that only connections are left of.
     struct Part {
-        std::string name;        ///< empty for an element that lost its name
-        std::string label;       ///< the name, or "#NUMBER" without one
-        Element const* element;  ///< null for a bare name
-        std::vector<Tie> ties;   ///< by port
+        std::string name;                     ///< empty for an element that lost its name
+        std::string label;                    ///< the name, or "#NUMBER" without one
+        Element const* element;               ///< null for a bare name
+        std::vector<Connection> connections;  ///< by port
     };
-    /// A tie of a part, by their places.
+    /// A connection of a part, by their places.
     struct End {
         std::size_t part;
-        std::size_t tie;
+        std::size_t connection;
     };
     /// What a node joins.
     struct Net {
@@ -38,7 +38,7 @@ struct Wiring {
     /// The boundary lists, in this order everywhere.
     enum Boundary { kInputs, kOutputs, kDcs, kBoundaries };
 
-    std::vector<Part> parts;  ///< as the elements of the circuit; behind them the bare names
+    std::vector<Part> parts;  ///< as the elements of the circuit; after them the bare names
     std::vector<Net> nets;
     std::array<std::vector<std::size_t>, kBoundaries> boundary;  ///< nets
 

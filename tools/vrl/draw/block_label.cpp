@@ -22,24 +22,24 @@ constexpr unsigned kGap = 3;
 constexpr char kQuiet[] = "<FONT COLOR=\"#555555\" POINT-SIZE=\"9\">";
 
 /// The cell at which the wires of a port end.
-std::string markCell(Pin const& pin, std::size_t place, bool tied, std::string const& size) {
-    std::string const colour = styleOf(pin.domain).colour;
+std::string markCell(ElementPort const& port, std::size_t place, bool connected, std::string const& size) {
+    std::string const colour = styleOf(port.domain).colour;
     return "<TD PORT=\"" + cellId(place) + "\" FIXEDSIZE=\"TRUE\" " + size + " BORDER=\"1\" COLOR=\"" + colour +
-           "\" BGCOLOR=\"" + (tied ? colour : "#FFFFFF") + "\"></TD>";
+           "\" BGCOLOR=\"" + (connected ? colour : "#FFFFFF") + "\"></TD>";
 }
 
-std::string nameText(Pin const& pin) {
-    std::string const name = htmlText(pin.name, kPortCharacters);
-    return pin.declared ? name : "<I>" + name + "?</I>";
+std::string nameText(ElementPort const& port) {
+    std::string const name = htmlText(port.name, kPortCharacters);
+    return port.declared ? name : "<I>" + name + "?</I>";
 }
 
-std::string sideTable(Element const& element, Tied const& tied, Side side) {
+std::string sideTable(Element const& element, Connected const& connected, Side side) {
     std::string rows;
     std::string const align = side == Side::kLeft ? "ALIGN=\"LEFT\"" : "ALIGN=\"RIGHT\"";
-    for (std::size_t const place : pinsOn(element, side)) {
-        Pin const& pin = element.pins[place];
-        std::string const mark = markCell(pin, place, tied[place], "WIDTH=\"6\" HEIGHT=\"12\" " + align);
-        std::string const name = "<TD PORT=\"" + innerCellId(place) + "\" " + align + ">" + nameText(pin) + "</TD>";
+    for (std::size_t const place : portsOn(element, side)) {
+        ElementPort const& port = element.ports[place];
+        std::string const mark = markCell(port, place, connected[place], "WIDTH=\"6\" HEIGHT=\"12\" " + align);
+        std::string const name = "<TD PORT=\"" + innerCellId(place) + "\" " + align + ">" + nameText(port) + "</TD>";
         rows += "<TR>" + (side == Side::kLeft ? mark + name : name + mark) + "</TR>";
     }
     return rows.empty() ? rows : tableStart(kGap, 1) + rows + "</TABLE>";
@@ -47,21 +47,21 @@ std::string sideTable(Element const& element, Tied const& tied, Side side) {
 
 /// The least width of a column below, from the texts in it: the rows of a block and of its tags stand in tables of
 /// their own and have to meet.
-std::string columnWidth(Pin const& pin, Tags const& tags, std::size_t place) {
+std::string columnWidth(ElementPort const& port, Tags const& tags, std::size_t place) {
     auto const tag = tags.find(place);
-    std::size_t const name = shortened(pin.name, kPortCharacters).size() + (pin.declared ? 0 : 1);
+    std::size_t const name = shortened(port.name, kPortCharacters).size() + (port.declared ? 0 : 1);
     std::size_t const net = tag == tags.end() ? 0 : shortened(tag->second.text, kTagCharacters).size();
     return "WIDTH=\"" + std::to_string(std::max<std::size_t>(26, 6 * std::max(name, net) + 4)) + "\"";
 }
 
-std::string bottomTable(Element const& element, Tied const& tied, Tags const& tags) {
+std::string bottomTable(Element const& element, Connected const& connected, Tags const& tags) {
     std::string names;
     std::string marks;
-    for (std::size_t const place : pinsOn(element, Side::kBottom)) {
-        Pin const& pin = element.pins[place];
-        std::string const width = columnWidth(pin, tags, place);
-        names.append("<TD ").append(width).append(">").append(nameText(pin)).append("</TD>");
-        marks += markCell(pin, place, tied[place], "WIDTH=\"24\" HEIGHT=\"6\"");
+    for (std::size_t const place : portsOn(element, Side::kBottom)) {
+        ElementPort const& port = element.ports[place];
+        std::string const width = columnWidth(port, tags, place);
+        names.append("<TD ").append(width).append(">").append(nameText(port)).append("</TD>");
+        marks += markCell(port, place, connected[place], "WIDTH=\"24\" HEIGHT=\"6\"");
     }
     return names.empty() ? names : tableStart(kGap, 1) + "<TR>" + names + "</TR><TR>" + marks + "</TR></TABLE>";
 }
@@ -75,8 +75,8 @@ std::string dropLine(DomainStyle const& style) {
 std::string tagTable(Element const& element, Tags const& tags) {
     std::string lines;
     std::string texts;
-    for (std::size_t const place : pinsOn(element, Side::kBottom)) {
-        std::string const width = columnWidth(element.pins[place], tags, place);
+    for (std::size_t const place : portsOn(element, Side::kBottom)) {
+        std::string const width = columnWidth(element.ports[place], tags, place);
         auto const tag = tags.find(place);
         if (tag == tags.end()) {
             lines += "<TD " + width + "></TD>";
@@ -137,41 +137,43 @@ Frame frameOf(Element const& element) {
 
 }  // namespace
 
-Side sideOf(Pin const& pin) {
-    if (isElectrical(pin.domain)) return Side::kBottom;
-    Direction const direction = directionOf(pin.name);
+Side sideOf(ElementPort const& port) {
+    if (isElectrical(port.domain)) return Side::kBottom;
+    Direction const direction = directionOf(port.name);
     if (direction == Direction::kInput) return Side::kLeft;
-    bool const right = direction == Direction::kOutput || pin.domain == vrl::EnumList::Optics;
+    bool const right = direction == Direction::kOutput || port.domain == vrl::EnumList::Optics;
     return right ? Side::kRight : Side::kBottom;
 }
 
-std::vector<std::size_t> pinsOn(Element const& element, Side side) {
+std::vector<std::size_t> portsOn(Element const& element, Side side) {
     std::vector<std::size_t> places;
-    for (std::size_t i = 0; i < element.pins.size(); ++i)
-        if (sideOf(element.pins[i]) == side) places.push_back(i);
+    for (std::size_t i = 0; i < element.ports.size(); ++i)
+        if (sideOf(element.ports[i]) == side) places.push_back(i);
     return places;
 }
 
-std::string cellId(std::size_t pin) { return "p" + std::to_string(pin + 1); }
+std::string cellId(std::size_t port) { return "p" + std::to_string(port + 1); }
 
-std::string innerCellId(std::size_t pin) { return "i" + std::to_string(pin + 1); }
+std::string innerCellId(std::size_t port) { return "i" + std::to_string(port + 1); }
 
-std::string blockTable(Element const& element, Tied const& tied, Tags const& tags, bool parameters) {
+std::string blockTable(Element const& element, Connected const& connected, Tags const& tags, bool parameters) {
     Frame const frame = frameOf(element);
-    std::string const bottom = bottomTable(element, tied, tags);
+    std::string const bottom = bottomTable(element, connected, tags);
     std::string const look = std::string("BORDER=\"") + frame.border + "\" STYLE=\"" + frame.style +
                              "\" COLOR=\"#444444\" BGCOLOR=\"" + frame.fill + "\"";
-    std::string const block = tableStart(0, 0, look) + "<TR><TD>" + sideTable(element, tied, Side::kLeft) +
+    std::string const block = tableStart(0, 0, look) + "<TR><TD>" + sideTable(element, connected, Side::kLeft) +
                               "</TD><TD CELLPADDING=\"5\">" + title(element, "<BR/>", parameters) + "</TD><TD>" +
-                              sideTable(element, tied, Side::kRight) + "</TD></TR>" +
+                              sideTable(element, connected, Side::kRight) + "</TD></TR>" +
                               (bottom.empty() ? "" : "<TR><TD COLSPAN=\"3\">" + bottom + "</TD></TR>") + "</TABLE>";
     return tags.empty() ? block : stacked(block, tagTable(element, tags));
 }
 
-std::string railTable(Element const& element, Tied const& tied, Side side) { return sideTable(element, tied, side); }
+std::string railTable(Element const& element, Connected const& connected, Side side) {
+    return sideTable(element, connected, side);
+}
 
-std::string footTable(Element const& element, Tied const& tied, Tags const& tags) {
-    std::string const bottom = bottomTable(element, tied, tags);
+std::string footTable(Element const& element, Connected const& connected, Tags const& tags) {
+    std::string const bottom = bottomTable(element, connected, tags);
     return tags.empty() ? bottom : stacked(bottom, tagTable(element, tags));
 }
 
@@ -180,8 +182,8 @@ std::string frameTitle(Element const& element, bool parameters) { return title(e
 std::string fullText(Element const& element) {
     std::string text = element.label() + ": " + (element.block ? element.kind : "no block");
     if (!element.foundry.empty()) text += " of " + element.foundry;
-    for (Pin const& pin : element.pins)
-        if (shortened(pin.name, kPortCharacters) != plainText(pin.name)) text += "; port " + pin.name;
+    for (ElementPort const& port : element.ports)
+        if (shortened(port.name, kPortCharacters) != plainText(port.name)) text += "; port " + port.name;
     return text;
 }
 

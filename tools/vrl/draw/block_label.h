@@ -14,15 +14,15 @@ enum class Side { kLeft, kRight, kBottom };
 
 /// Electrical ports stand below. Others are inputs or outputs by the letters that their names begin with; what is
 /// neither stands right if it is optical, and below if not.
-Side sideOf(Pin const& pin);
+Side sideOf(ElementPort const& port);
 
-/// The places of the pins of an element on a side, in their order.
-std::vector<std::size_t> pinsOn(Element const& element, Side side);
+/// The places of the ports of an element on a side, in their order.
+std::vector<std::size_t> portsOn(Element const& element, Side side);
 
-/// Whether a wire leads to each pin of an element.
-using Tied = std::vector<bool>;
+/// Whether a wire leads to each port of an element.
+using Connected = std::vector<bool>;
 
-/// What a port below tells of the net that it belongs to, by the place of its pin: the name of the net, as a schematic
+/// What a port below tells of the net that it belongs to, by the place of its port: the name of the net, as a schematic
 /// has it where wires would cross the page.
 struct Tag {
     std::string text;
@@ -30,20 +30,20 @@ struct Tag {
 };
 using Tags = std::map<std::size_t, Tag>;
 
-/// The id of the cell at which wires reach a pin.
-std::string cellId(std::size_t pin);
+/// The id of the cell at which wires reach a port.
+std::string cellId(std::size_t port);
 /// The same inside of a frame.
-std::string innerCellId(std::size_t pin);
+std::string innerCellId(std::size_t port);
 
 /// A block as an HTML-like table: inputs at the left, name and kind in the middle, outputs at the right, electrical
 /// ports below, with their tags. The mark of a port is filled if a wire leads to it.
-std::string blockTable(Element const& element, Tied const& tied, Tags const& tags, bool parameters);
+std::string blockTable(Element const& element, Connected const& connected, Tags const& tags, bool parameters);
 
 /// The ports of the left or the right side alone, for the edge of a frame. Empty if there are none.
-std::string railTable(Element const& element, Tied const& tied, Side side);
+std::string railTable(Element const& element, Connected const& connected, Side side);
 
 /// The ports below, with their tags, for the lower edge of a frame. Empty if there are none.
-std::string footTable(Element const& element, Tied const& tied, Tags const& tags);
+std::string footTable(Element const& element, Connected const& connected, Tags const& tags);
 
 /// The title of a frame: name and kind.
 std::string frameTitle(Element const& element, bool parameters);

@@ -40,16 +40,16 @@ public:
 
 private:
     void writeLevel(Level const& level);
-    void writeBlock(Level const& level, std::size_t element, Tied const& tied);
-    void writeFrame(Level const& level, std::size_t element, Tied const& tied);
-    void writeRails(Level const& inside, Tied const& tied);
+    void writeBlock(Level const& level, std::size_t element, Connected const& connected);
+    void writeFrame(Level const& level, std::size_t element, Connected const& connected);
+    void writeRails(Level const& inside, Connected const& connected);
     void writeOrder(Level const& inside);
     void writeEnds(std::vector<EndLabel> const& labels, std::string const& look);
     void writeRank(std::vector<EndLabel> const& labels, char const* rank);
     void openFrame(std::string const& id);
     void closeFrame();
     void writeCuts(Level const& level);
-    void note(Level const& level, std::size_t element, Tied const& tied);
+    void note(Level const& level, std::size_t element, Connected const& connected);
     std::ostream& line() { return os << indent; }
 
     Picture const& picture;
@@ -60,31 +60,31 @@ private:
     std::ostringstream os;
 };
 
-void Drawing::note(Level const& level, std::size_t place, Tied const& tied) {
+void Drawing::note(Level const& level, std::size_t place, Connected const& connected) {
     Element const& element = level.circuit.elements[place];
-    for (std::size_t i = 0; i < element.pins.size(); ++i) {
-        occurring.domains.insert(styleOf(element.pins[i].domain).domain);
-        occurring.openPort |= !tied[i];
-        occurring.foreignPort |= !element.pins[i].declared;
+    for (std::size_t i = 0; i < element.ports.size(); ++i) {
+        occurring.domains.insert(styleOf(element.ports[i].domain).domain);
+        occurring.openPort |= !connected[i];
+        occurring.foreignPort |= !element.ports[i].declared;
     }
     occurring.unknownKind |= isUnknown(element);
     occurring.closedComposite |= !level.isOpen(place) && !isUnknown(element) && isComposite(element);
     ++drawn;
 }
 
-void Drawing::writeBlock(Level const& level, std::size_t place, Tied const& tied) {
+void Drawing::writeBlock(Level const& level, std::size_t place, Connected const& connected) {
     Element const& element = level.circuit.elements[place];
     std::string const id = level.elementId(place);
     line() << id << " [id=\"" << id << "\", class=\"element\", tooltip=" << tooltipText(fullText(element))
-           << ", label=<" << blockTable(element, tied, level.tagsOf(place), picture.parameters) << ">];\n";
+           << ", label=<" << blockTable(element, connected, level.tagsOf(place), picture.parameters) << ">];\n";
 }
 
 // A frame with electrical ports has them in its own title, at its lower edge; the title above is that of a second frame
 // inside, which is not seen.
-void Drawing::writeFrame(Level const& level, std::size_t place, Tied const& tied) {
+void Drawing::writeFrame(Level const& level, std::size_t place, Connected const& connected) {
     Element const& element = level.circuit.elements[place];
     std::string const id = level.elementId(place);
-    std::string const foot = footTable(element, tied, level.tagsOf(place));
+    std::string const foot = footTable(element, connected, level.tagsOf(place));
     std::string const top = ", labelloc=t, labeljust=l, label=<" + frameTitle(element, picture.parameters) + ">];\n";
     Level const inside(level, place);
     openFrame(id);
@@ -96,7 +96,7 @@ void Drawing::writeFrame(Level const& level, std::size_t place, Tied const& tied
         openFrame(id + "_body");
         line() << "graph [id=\"" << id << "_body\", class=\"body\", peripheries=0, margin=6, tooltip=\" \"" << top;
     }
-    writeRails(inside, tied);
+    writeRails(inside, connected);
     if (inside.circuit.elements.empty())
         line() << inside.prefix << "empty [class=\"empty\", fontcolor=\"#555555\", label=\"nothing inside\"];\n";
     writeLevel(inside);
@@ -116,9 +116,9 @@ void Drawing::closeFrame() {
 }
 
 // The ports of a frame at its left and right stand in a node of the picture each.
-void Drawing::writeRails(Level const& inside, Tied const& tied) {
+void Drawing::writeRails(Level const& inside, Connected const& connected) {
     for (Side const side : {Side::kLeft, Side::kRight}) {
-        std::string const rail = railTable(*inside.frame, tied, side);
+        std::string const rail = railTable(*inside.frame, connected, side);
         std::string const id = inside.prefix + wordsOf(side).id;
         if (!rail.empty())
             line() << id << " [id=\"" << id << "\", class=\"ports\", tooltip=" << tooltipText(fullText(*inside.frame))
@@ -130,9 +130,9 @@ void Drawing::writeRails(Level const& inside, Tied const& tied) {
 void Drawing::writeOrder(Level const& inside) {
     for (std::size_t i = 0; i < inside.circuit.elements.size(); ++i) {
         Element const& element = inside.circuit.elements[i];
-        Tied const tied = tiedPins(inside.circuit, element);
+        Connected const connected = connectedPorts(inside.circuit, element);
         for (Side const side : {Side::kLeft, Side::kRight}) {
-            if (pinsOn(*inside.frame, side).empty() || isTiedAt(element, tied, side)) continue;
+            if (portsOn(*inside.frame, side).empty() || isConnectedAt(element, connected, side)) continue;
             std::string const edge = inside.prefix + wordsOf(side).id;
             std::string const thing = inside.handle(i, side);
             line() << (side == Side::kLeft ? edge + " -> " + thing : thing + " -> " + edge)
@@ -165,12 +165,12 @@ void Drawing::writeCuts(Level const& level) {
 void Drawing::writeLevel(Level const& level) {
     for (std::size_t i = 0; i < level.circuit.elements.size(); ++i) {
         if (!level.isShown(i)) continue;
-        Tied const tied = tiedPins(level.circuit, level.circuit.elements[i]);
-        note(level, i, tied);
+        Connected const connected = connectedPorts(level.circuit, level.circuit.elements[i]);
+        note(level, i, connected);
         if (level.isOpen(i))
-            writeFrame(level, i, tied);
+            writeFrame(level, i, connected);
         else
-            writeBlock(level, i, tied);
+            writeBlock(level, i, connected);
     }
     writeEnds(level.inputs, kArrow);
     writeEnds(level.outputs, kArrow);

@@ -13,7 +13,7 @@ namespace vrltool::draw {
 struct Occurring {
     std::set<vrl::EnumList::Domain> domains;
     bool openPort = false;
-    bool foreignPort = false;  ///< a tied port that its block does not have
+    bool foreignPort = false;  ///< a connected port that its block does not have
     bool closedComposite = false;
     bool unknownKind = false;
 };

@@ -30,7 +30,7 @@ vrl::EnumList::Domain knownDomain(std::vector<Attachment> const& ends) {
 // The ports of a composite and the boundary of its inside are separate data; they belong together in their order where
 // there are as many of them.
 bool fits(Level const& level, SideWords const& words) {
-    return level.frame && pinsOn(*level.frame, words.side).size() == (level.circuit.*words.nodes).size();
+    return level.frame && portsOn(*level.frame, words.side).size() == (level.circuit.*words.nodes).size();
 }
 
 }  // namespace
@@ -65,7 +65,7 @@ std::string Level::handle(std::size_t element, Side side) const {
     std::string const id = elementId(element);
     if (!isOpen(element)) return id;
     for (Side const wanted : {side, Side::kLeft, Side::kRight})
-        if (!pinsOn(circuit.elements[element], wanted).empty()) return id + "_" + wordsOf(wanted).id;
+        if (!portsOn(circuit.elements[element], wanted).empty()) return id + "_" + wordsOf(wanted).id;
     if (circuit.elements[element].inside->elements.empty()) return id + "_empty";
     return Level(*this, element).handle(0, side);
 }
@@ -76,7 +76,7 @@ void Level::attach() {
     for (std::size_t element = 0; element < circuit.elements.size(); ++element) attachPins(element);
     nameContacts();
     for (Side const side : {Side::kLeft, Side::kRight}) attachBoundary(wordsOf(side));
-    for (auto const& [node, net] : nets) settle(node, net);
+    for (auto const& [node, net] : nets) attachNet(node, net);
 }
 
 // Blocks that have electrical wires alone hang below the others, as far down as there are wires between.
@@ -84,8 +84,9 @@ void Level::findLayers() {
     layers.assign(circuit.elements.size(), kLowest);
     std::vector<std::size_t> reached;
     for (std::size_t i = 0; i < circuit.elements.size(); ++i) {
-        Tied const tied = tiedPins(circuit, circuit.elements[i]);
-        if (!isTiedAt(circuit.elements[i], tied, Side::kLeft) && !isTiedAt(circuit.elements[i], tied, Side::kRight))
+        Connected const connected = connectedPorts(circuit, circuit.elements[i]);
+        if (!isConnectedAt(circuit.elements[i], connected, Side::kLeft) &&
+            !isConnectedAt(circuit.elements[i], connected, Side::kRight))
             continue;
         layers[i] = 0;
         reached.push_back(i);
@@ -94,10 +95,10 @@ void Level::findLayers() {
 }
 
 void Level::hangBelow(std::size_t element, std::vector<std::size_t>& reached) {
-    for (Pin const& pin : circuit.elements[element].pins) {
+    for (ElementPort const& pin : circuit.elements[element].ports) {
         auto const node = circuit.nodes.find(pin.node);
         if (node == circuit.nodes.end() || node->second.size() != 2) continue;
-        for (End const& end : node->second) {
+        for (PortPlace const& end : node->second) {
             if (layers[end.element] != kLowest) continue;
             layers[end.element] = layers[element] + 2;
             reached.push_back(end.element);
@@ -106,7 +107,7 @@ void Level::hangBelow(std::size_t element, std::vector<std::size_t>& reached) {
 }
 
 void Level::attachPins(std::size_t element) {
-    auto const& pins = circuit.elements[element].pins;
+    auto const& pins = circuit.elements[element].ports;
     for (std::size_t i = 0; i < pins.size(); ++i) {
         unsigned const node = pins[i].node;
         if (node == 0) continue;
@@ -121,20 +122,20 @@ void Level::attachPins(std::size_t element) {
 }
 
 /// Whether wires can end at a pin: the ports at the lower edge of a frame stand in its title.
-bool Level::hasCell(End const& end) const {
-    return !isOpen(end.element) || sideOf(circuit.elements[end.element].pins[end.pin]) != Side::kBottom;
+bool Level::hasCell(PortPlace const& end) const {
+    return !isOpen(end.element) || sideOf(circuit.elements[end.element].ports[end.port]) != Side::kBottom;
 }
 
-Attachment Level::attachment(End const& end) const {
+Attachment Level::attachment(PortPlace const& end) const {
     Element const& element = circuit.elements[end.element];
-    Pin const& pin = element.pins[end.pin];
+    ElementPort const& pin = element.ports[end.port];
     SideWords const& words = wordsOf(sideOf(pin));
     Attachment result;
     result.place = elementId(end.element) + (isOpen(end.element) ? std::string("_") + words.id : "") + ":" +
-                   cellId(end.pin) + ":" + words.outward;
+                   cellId(end.port) + ":" + words.outward;
     result.domain = pin.domain;
     result.flow = words.flow;
-    result.text = circuit.endText(end);
+    result.text = circuit.portText(end);
     result.layer = layers[end.element];
     return result;
 }
@@ -156,13 +157,13 @@ void Level::attachBoundary(SideWords const& words) {
 
 void Level::attachPorts(SideWords const& words) {
     auto const& nodes = circuit.*words.nodes;
-    auto const pins = pinsOn(*frame, words.side);
+    auto const pins = portsOn(*frame, words.side);
     for (std::size_t i = 0; i < nodes.size(); ++i) {
         Attachment end;
         end.place = prefix + words.id + ":" + innerCellId(pins[i]) + ":" + words.inward;
-        end.domain = frame->pins[pins[i]].domain;
+        end.domain = frame->ports[pins[i]].domain;
         end.flow = reversed(words.flow);
-        end.text = frame->label() + "," + frame->pins[pins[i]].name;
+        end.text = frame->label() + "," + frame->ports[pins[i]].name;
         end.boundary = true;
         wires[nodes[i]].push_back(std::move(end));
     }
@@ -184,20 +185,20 @@ void Level::attachLabel(unsigned node, std::string const& id, std::string const&
 void Level::nameContacts() {
     SideWords const& words = wordsOf(Side::kBottom);
     bool const ports = fits(*this, words);
-    auto const pins = ports ? pinsOn(*frame, Side::kBottom) : std::vector<std::size_t>();
+    auto const pins = ports ? portsOn(*frame, Side::kBottom) : std::vector<std::size_t>();
     for (std::size_t i = 0; i < circuit.dc.size(); ++i)
-        nets[circuit.dc[i]].names.push_back(ports ? frame->pins[pins[i]].name
+        nets[circuit.dc[i]].names.push_back(ports ? frame->ports[pins[i]].name
                                                   : words.word + (" " + std::to_string(i + 1)));
 }
 
-void Level::settle(unsigned node, Net const& net) {
+void Level::attachNet(unsigned node, Net const& net) {
     bool const onlyElectrical = wires.count(node) == 0;
     if (onlyElectrical && !net.below.empty()) {
-        settleElectrical(node, net);
+        attachElectricalNet(node, net);
         return;
     }
     bool named = false;
-    for (End const& end : net.below) {
+    for (PortPlace const& end : net.below) {
         if (hasCell(end)) {
             wires[node].push_back(attachment(end));
             continue;
@@ -211,14 +212,14 @@ void Level::settle(unsigned node, Net const& net) {
     if (!onlyElectrical && !net.hidden.empty()) attachCut(node, net.hidden);
 }
 
-void Level::settleElectrical(unsigned node, Net const& net) {
+void Level::attachElectricalNet(unsigned node, Net const& net) {
     std::size_t const ends = net.below.size() + net.hidden.size();
     std::string names;
     for (std::string const& name : net.names) names += (names.empty() ? "" : ", ") + name;
     if (!names.empty())
         tag(net.below, names);
     else if (ends == 2 && net.hidden.size() == 1)
-        tag(net.below, circuit.endText(net.hidden.front()));
+        tag(net.below, circuit.portText(net.hidden.front()));
     else if (ends > 2 || (ends == 2 && !(hasCell(net.below[0]) && hasCell(net.below[1]))))
         tag(net.below, netName(node));
     else if (ends == 2)
@@ -230,14 +231,14 @@ void Level::attachContacts(unsigned node, Net const& net) {
         attachLabel(node, prefix + "dc" + std::to_string(contacts.size() + 1), net.names[i], wordsOf(Side::kBottom));
 }
 
-void Level::attachCut(unsigned node, std::vector<End> const& hidden) {
-    End const& first = hidden.front();
-    Pin const& pin = circuit.elements[first.element].pins[first.pin];
+void Level::attachCut(unsigned node, std::vector<PortPlace> const& hidden) {
+    PortPlace const& first = hidden.front();
+    ElementPort const& pin = circuit.elements[first.element].ports[first.port];
     SideWords const& words = wordsOf(sideOf(pin));
     EndLabel label;
     label.id = prefix + "cut" + std::to_string(node);
-    for (End const& end : hidden) label.tooltip += (label.tooltip.empty() ? "" : "; ") + circuit.endText(end);
-    label.text = circuit.endText(first);
+    for (PortPlace const& end : hidden) label.tooltip += (label.tooltip.empty() ? "" : "; ") + circuit.portText(end);
+    label.text = circuit.portText(first);
     if (hidden.size() > 1) label.text += " +" + std::to_string(hidden.size() - 1);
     Attachment end;
     end.place = label.id + ":" + (words.side == Side::kRight ? "e" : "w");
@@ -248,20 +249,21 @@ void Level::attachCut(unsigned node, std::vector<End> const& hidden) {
     wires[node].push_back(std::move(end));
 }
 
-void Level::tag(std::vector<End> const& ends, std::string const& text) {
-    for (End const& end : ends) tags[end.element][end.pin] = {text, circuit.elements[end.element].pins[end.pin].domain};
+void Level::tag(std::vector<PortPlace> const& ends, std::string const& text) {
+    for (PortPlace const& end : ends)
+        tags[end.element][end.port] = {text, circuit.elements[end.element].ports[end.port].domain};
 }
 
-Tied tiedPins(Circuit const& circuit, Element const& element) {
-    Tied tied;
-    for (Pin const& pin : element.pins)
-        tied.push_back(pin.node != 0 && (circuit.nodes.at(pin.node).size() > 1 || isBoundary(circuit, pin.node)));
-    return tied;
+Connected connectedPorts(Circuit const& circuit, Element const& element) {
+    Connected connected;
+    for (ElementPort const& pin : element.ports)
+        connected.push_back(pin.node != 0 && (circuit.nodes.at(pin.node).size() > 1 || isBoundary(circuit, pin.node)));
+    return connected;
 }
 
-bool isTiedAt(Element const& element, Tied const& tied, Side side) {
-    auto const places = pinsOn(element, side);
-    return std::any_of(places.begin(), places.end(), [&](std::size_t place) { return tied[place]; });
+bool isConnectedAt(Element const& element, Connected const& connected, Side side) {
+    auto const places = portsOn(element, side);
+    return std::any_of(places.begin(), places.end(), [&](std::size_t place) { return connected[place]; });
 }
 
 }  // namespace vrltool::draw

@@ -62,8 +62,8 @@ public:
 private:
     /// What is known of a node while its wires are made.
     struct Net {
-        std::vector<End> below;          ///< ends at electrical ports that are drawn
-        std::vector<End> hidden;         ///< ends of elements that are not
+        std::vector<PortPlace> below;    ///< ends at electrical ports that are drawn
+        std::vector<PortPlace> hidden;   ///< ends of elements that are not
         std::vector<std::string> names;  ///< its contacts at the boundary
     };
 
@@ -75,13 +75,13 @@ private:
     void attachPorts(SideWords const& words);
     void attachLabel(unsigned node, std::string const& id, std::string const& text, SideWords const& words);
     void nameContacts();
-    void settle(unsigned node, Net const& net);
-    void settleElectrical(unsigned node, Net const& net);
+    void attachNet(unsigned node, Net const& net);
+    void attachElectricalNet(unsigned node, Net const& net);
     void attachContacts(unsigned node, Net const& net);
-    void attachCut(unsigned node, std::vector<End> const& hidden);
-    void tag(std::vector<End> const& ends, std::string const& text);
-    Attachment attachment(End const& end) const;
-    bool hasCell(End const& end) const;
+    void attachCut(unsigned node, std::vector<PortPlace> const& hidden);
+    void tag(std::vector<PortPlace> const& ends, std::string const& text);
+    Attachment attachment(PortPlace const& end) const;
+    bool hasCell(PortPlace const& end) const;
 
     Selection const& selection;
     std::vector<Tags> tags;
@@ -90,9 +90,9 @@ private:
 };
 
 /// Whether wires lead to the pins of an element.
-Tied tiedPins(Circuit const& circuit, Element const& element);
+Connected connectedPorts(Circuit const& circuit, Element const& element);
 
 /// Whether a wire leads to any pin at a side of an element.
-bool isTiedAt(Element const& element, Tied const& tied, Side side);
+bool isConnectedAt(Element const& element, Connected const& connected, Side side);
 
 }  // namespace vrltool::draw

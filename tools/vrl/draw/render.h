@@ -17,7 +17,7 @@ std::string formatName(PictureFormat format);
 /// "svg, dot, pdf or png".
 char const* pictureFormats();
 
-/// "; did you mean 'svg'?" behind a hint, or nothing without a near one.
+/// "; did you mean 'svg'?" after a hint, or nothing without a near one.
 std::string nearFormats(std::string const& wrong);
 
 /// The bytes of a picture that Graphviz makes of its text: the same for the same text, since what tells the time and

@@ -24,7 +24,7 @@ public:
         for (; hops > 0 && !border.empty(); --hops) {
             std::deque<std::size_t> next;
             for (std::size_t const element : border)
-                for (Pin const& pin : circuit.elements[element].pins) meetEnds(pin.node, next);
+                for (ElementPort const& port : circuit.elements[element].ports) meetEnds(port.node, next);
             border.swap(next);
         }
     }
@@ -33,16 +33,16 @@ public:
 
 private:
     // An electrical net of many ends, such as a common ground, makes no neighbours; nor is it drawn as a wire.
-    bool leadsOn(std::vector<End> const& ends) const {
-        return ends.size() == 2 || std::any_of(ends.begin(), ends.end(), [&](End const& end) {
-                   return sideOf(circuit.elements[end.element].pins[end.pin]) != Side::kBottom;
+    bool leadsOn(std::vector<PortPlace> const& ends) const {
+        return ends.size() == 2 || std::any_of(ends.begin(), ends.end(), [&](PortPlace const& end) {
+                   return sideOf(circuit.elements[end.element].ports[end.port]) != Side::kBottom;
                });
     }
 
     void meetEnds(unsigned node, std::deque<std::size_t>& border) {
         auto const found = circuit.nodes.find(node);
         if (found == circuit.nodes.end() || !leadsOn(found->second)) return;
-        for (End const& end : found->second) meet(end.element, border);
+        for (PortPlace const& end : found->second) meet(end.element, border);
     }
 
     void meet(std::size_t element, std::deque<std::size_t>& border) {
@@ -84,7 +84,7 @@ std::vector<std::size_t> elementsAtInputs(Circuit const& circuit) {
     for (unsigned const node : circuit.inputs) {
         auto const ends = circuit.nodes.find(node);
         if (ends == circuit.nodes.end()) continue;
-        for (End const& end : ends->second) result.push_back(end.element);
+        for (PortPlace const& end : ends->second) result.push_back(end.element);
     }
     return result;
 }
@@ -117,7 +117,7 @@ std::vector<Circuit const*> insides(Circuit const& circuit, std::vector<bool> co
     return result;
 }
 
-/// Opens insides while there is room. Yields how many stay closed.
+/// Opens insides while there is room. Returns how many stay closed.
 std::size_t openInsides(Selection& selection, std::vector<Circuit const*> const& all, std::size_t room) {
     std::size_t closed = 0;
     std::set<Circuit const*> unreachable;
@@ -158,9 +158,9 @@ Selection selectionOf(Circuit const& circuit, Picture const& picture) {
     std::size_t const closed = openInsides(selection, insides(circuit, selection.shown), limit - order.size());
     if (closed > 0) selection.notes.push_back("closed: " + counted(closed, "composite") + ", " + past);
     if (all == 0) selection.notes.push_back("the circuit has no elements");
-    if (!circuit.strayTies.empty())
-        selection.notes.push_back("left out: " + counted(circuit.strayTies.size(), "tie") +
-                                  " of elements that are not there");
+    if (!circuit.danglingConnections.empty())
+        selection.notes.push_back("left out: " + counted(circuit.danglingConnections.size(), "connection") +
+                                  " of missing elements");
     return selection;
 }
 

@@ -37,7 +37,7 @@ struct Export {
     Node nets = newList(), ports = newMap(), extension = newMap();
     std::size_t leftOutPorts = 0;  ///< that a partial import left out, and that are written back
 
-    Pin const& portOf(End const& end) const { return circuit.elements[end.element].pins[end.pin]; }
+    ElementPort const& portOf(PortPlace const& end) const { return circuit.elements[end.element].ports[end.port]; }
     void report(Severity severity, std::string const& text) { findings.add(severity, path, Mark::null_mark(), text); }
 };
 
@@ -121,7 +121,7 @@ Node portChoices(Source const& source) {
 Node extensionOf(Export& context, Source const& source, Element const& element, Node const& values) {
     vrl::BB& block = source.block;
     Node undeclared, parameters, expressions;  // null until they get a part
-    for (Pin const& port : element.pins)
+    for (ElementPort const& port : element.ports)
         if (!port.declared) undeclared.push_back(textNode(port.name));
     for (Parameter const& parameter : parametersOf(block)) {
         Parameter const* const before = source.before(parameter.name);
@@ -278,7 +278,7 @@ void addInstances(Export& context) {
         Node const array = note(*element.block, "array"), of = member(array, "of");
         if (isText(of)) arrays[of.Scalar()].emplace(context.names[place], array);
     }
-    for (auto const& stray : context.circuit.strayTies)
+    for (auto const& stray : context.circuit.danglingConnections)
         context.report(Severity::kWarning,
                        "'" + stray.first + "," + stray.second + "' is tied, and there is no such element");
     for (auto const& array : arrays) collapse(context, array.first, array.second);
@@ -286,8 +286,8 @@ void addInstances(Export& context) {
 }
 
 /// "instance,port" in the names of the netlist.
-std::string portText(Export const& context, End const& end) {
-    Pin const& port = context.portOf(end);
+std::string portText(Export const& context, PortPlace const& end) {
+    ElementPort const& port = context.portOf(end);
     std::string const theirs = port.declared ? context.rules[end.element]->theirPort(port.name) : port.name;
     return context.names[end.element] + "," + (theirs.empty() ? port.name : theirs);
 }
@@ -301,12 +301,12 @@ Node item(Node const& list, std::size_t place) {
 Node only(YAML::NodeType::value type, Node const& node) { return node.Type() == type ? node : Node(type); }
 
 /// The connections of all nodes. A node of many ports becomes a chain, which connects the same.
-std::vector<std::pair<End, End>> connections(Circuit const& circuit) {
-    std::vector<std::pair<End, End>> result;
+std::vector<std::pair<PortPlace, PortPlace>> connections(Circuit const& circuit) {
+    std::vector<std::pair<PortPlace, PortPlace>> result;
     for (auto const& node : circuit.nodes)
         for (std::size_t i = 1; i < node.second.size(); ++i) result.emplace_back(node.second[i - 1], node.second[i]);
-    auto const order = [](std::pair<End, End> const& c) {
-        return std::array<std::size_t, 4>{c.first.element, c.first.pin, c.second.element, c.second.pin};
+    auto const order = [](std::pair<PortPlace, PortPlace> const& c) {
+        return std::array<std::size_t, 4>{c.first.element, c.first.port, c.second.element, c.second.port};
     };
     std::sort(result.begin(), result.end(), [&](auto const& a, auto const& b) { return order(a) < order(b); });
     return result;
@@ -322,14 +322,14 @@ void addNets(Export& context) {
     for (auto const& [a, b] : connections(circuit)) {
         Node net = newBeside(kept, YAML::NodeType::Map);  // since it gets parts of that note
         append(net, newMap({{"p1", textNode(portText(context, a))}, {"p2", textNode(portText(context, b))}}));
-        auto const members = others.find(std::minmax({circuit.endText(a), circuit.endText(b)}));
+        auto const members = others.find(std::minmax({circuit.portText(a), circuit.portText(b)}));
         if (members != others.end()) append(net, members->second);
         context.nets.push_back(net);
     }
 }
 
-void addPort(Export& context, std::string const& name, End const& end) {
-    Pin const& port = context.portOf(end);
+void addPort(Export& context, std::string const& name, PortPlace const& end) {
+    ElementPort const& port = context.portOf(end);
     context.ports.force_insert(name, textNode(portText(context, end)));
     context.withPort.insert(port.node);
     auto& list = context.derived[sideOf(port.name, port.domain)];
@@ -347,15 +347,15 @@ void addPorts(Export& context) {
         std::string const name = item(entry, 0).Scalar();
         bool const leftOut = entry.size() == 2;
         std::size_t const place = leftOut ? circuit.elements.size() : circuit.find(item(entry, 1).Scalar());
-        Pin const* port = nullptr;
-        if (place < circuit.elements.size()) port = circuit.elements[place].pin(item(entry, 2).Scalar());
+        ElementPort const* port = nullptr;
+        if (place < circuit.elements.size()) port = circuit.elements[place].port(item(entry, 2).Scalar());
         bool const there = port && boundary.count(port->node) > 0;
         if (!(leftOut || there) || !names.insert(name).second) continue;
         context.leftOutPorts += leftOut;
         if (leftOut)
             context.ports.force_insert(name, item(entry, 1));
         else
-            addPort(context, name, {place, static_cast<std::size_t>(port - circuit.elements[place].pins.data())});
+            addPort(context, name, {place, static_cast<std::size_t>(port - circuit.elements[place].ports.data())});
     }
     for (auto const& [name, end] : derivedPorts(circuit, context.withPort, names)) addPort(context, name, end);
 }
@@ -364,14 +364,14 @@ void addPorts(Export& context) {
 void addNodes(Export& context) {
     std::multimap<std::string, Node> lists;
     for (auto const& node : context.circuit.nodes) {
-        std::vector<End> const& ends = node.second;
+        std::vector<PortPlace> const& ends = node.second;
         std::size_t const used = ends.size() + context.withPort.count(node.first);
-        bool const optical = std::any_of(ends.begin(), ends.end(), [&](End const& end) {
+        bool const optical = std::any_of(ends.begin(), ends.end(), [&](PortPlace const& end) {
             return context.portOf(end).domain == vrl::EnumList::Optics;
         });
         if (used == 2 || (used > 2 && !optical)) continue;
         Node list = newList();
-        for (End const& end : ends) list.push_back(textNode(portText(context, end)));
+        for (PortPlace const& end : ends) list.push_back(textNode(portText(context, end)));
         lists.emplace(portText(context, ends.front()), list);
     }
     Node nodes;

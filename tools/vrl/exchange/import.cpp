@@ -258,7 +258,7 @@ bool portsAreDerived(Import const& import) {
     Node derived = newList();
     for (auto const& [name, end] : derivedPorts(circuit, {}, {})) {
         Element const& element = circuit.elements[end.element];
-        derived.push_back(newList({textNode(name), textNode(element.name), textNode(element.pins[end.pin].name)}));
+        derived.push_back(newList({textNode(name), textNode(element.name), textNode(element.ports[end.port].name)}));
     }
     return written(derived, Format::kLine) == written(import.portNotes, Format::kLine);
 }

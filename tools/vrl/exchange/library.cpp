@@ -146,18 +146,18 @@ std::size_t sideOf(std::string const& port, vrl::EnumList::Domain domain) {
     return vrl::PortLabel(port).isOpticalOutput() ? 1 : 0;
 }
 
-End const& portFor(Circuit const& circuit, unsigned node, std::size_t side) {
+PortPlace const& portFor(Circuit const& circuit, unsigned node, std::size_t side) {
     auto const& ends = circuit.nodes.at(node);
-    auto const best = std::find_if(ends.begin(), ends.end(), [&](End const& end) {
-        Pin const& port = circuit.elements[end.element].pins[end.pin];
+    auto const best = std::find_if(ends.begin(), ends.end(), [&](PortPlace const& end) {
+        ElementPort const& port = circuit.elements[end.element].ports[end.port];
         return sideOf(port.name, port.domain) == side;
     });
     return best == ends.end() ? ends.front() : *best;
 }
 
-std::vector<std::pair<std::string, End>> derivedPorts(Circuit const& circuit, std::set<unsigned> withPort,
-                                                      std::set<std::string> names) {
-    std::vector<std::pair<std::string, End>> ports;
+std::vector<std::pair<std::string, PortPlace>> derivedPorts(Circuit const& circuit, std::set<unsigned> withPort,
+                                                            std::set<std::string> names) {
+    std::vector<std::pair<std::string, PortPlace>> ports;
     for (std::size_t side = 0; side < kSides.size(); ++side) {
         std::size_t number = 0;
         for (unsigned const node : circuit.*kSides[side].nodes) {

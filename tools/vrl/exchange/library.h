@@ -88,12 +88,12 @@ extern std::array<Side, 3> const kSides;
 std::size_t sideOf(std::string const& port, vrl::EnumList::Domain domain);
 
 /// The port of a node that shows best on which list it is.
-End const& portFor(Circuit const& circuit, unsigned node, std::size_t side);
+PortPlace const& portFor(Circuit const& circuit, unsigned node, std::size_t side);
 
 /// Outer ports for the nodes of the boundary except those that have one, by names that are not yet taken: "in0",
 /// "out0", "dc0" and so on.
-std::vector<std::pair<std::string, End>> derivedPorts(Circuit const& circuit, std::set<unsigned> withPort,
-                                                      std::set<std::string> names);
+std::vector<std::pair<std::string, PortPlace>> derivedPorts(Circuit const& circuit, std::set<unsigned> withPort,
+                                                            std::set<std::string> names);
 
 /// The value of a netlist for a parameter: numbers are multiplied by the factor, and an Int has to stay whole. Without
 /// a value, `why` gets the reason: "is a text, where a number belongs".

@@ -31,7 +31,7 @@ void say(char const* text) {
 }
 
 constexpr char kHint[] =
-    "\n  take it out of the configuration until it is mended; 'vrl plugins' and 'vrl validate' tell more\n";
+    "\n  take it out of the configuration until it is mended; 'vrl plugins' and 'vrl validate' show more\n";
 
 // Only what is safe in a handler of signals.
 void onCrash(int number) {

@@ -25,7 +25,7 @@ namespace vrltool {
 
 namespace {
 
-/// The warnings of the configuration; the reports of single libraries are the affair of those who miss a kind. One that
+/// The warnings of the configuration; the reports of single libraries are left to those who miss a kind. One that
 /// ends in the path of the file has no line end of its own.
 void showWarnings(std::string const& messages, std::string const& configFile) {
     std::istringstream lines(messages);
@@ -96,7 +96,7 @@ void start(StartObserver& observer, std::string const& config) {
     if (!thrown.empty())
         throw Failure(
             "the plug-ins", "initLibraryPostLoad threw " + thrown,
-            "take it out of the configuration until it is mended; 'vrl plugins' and 'vrl validate' tell more");
+            "take it out of the configuration until it is mended; 'vrl plugins' and 'vrl validate' show more");
     showWarnings(vrlGetCoutMsg(), vrlConfigFile());
 }
 

@@ -7,7 +7,7 @@
 
 namespace vrltool {
 
-/// A program to run, without a shell: its words are taken as they stand.
+/// A program to run, without a shell: its words are taken as they are.
 struct Program {
     std::vector<std::string> words;  ///< the name, looked for along PATH, or a path; then the arguments
     std::string input;               ///< what it reads on standard input

@@ -8,7 +8,7 @@ namespace vrltool {
 
 /// Text in columns, each as wide as its widest cell in characters of UTF-8, two blanks apart; no trailing blanks.
 ///
-/// What a terminal would obey (control characters) is shown as "\xNN".
+/// Control characters, on which a terminal would act, are shown as "\xNN".
 class Table {
 public:
     /// Without a heading if there is none.

@@ -46,14 +46,14 @@ std::vector<Check> const& allChecks() {
         {"entry-points", kError, "it exports an entry point, under its plain name",
          "declare entry points with VRL_PLUGIN_EXPORT, which is extern \"C\" and visible", kFile, &checkEntryPoints},
         {"loads", kError, "it loads at once, with every symbol found",
-         "link it with all that it uses (-Wl,--no-undefined tells), and do nothing that can fail in static objects",
+         "link it with all that it uses (-Wl,--no-undefined shows), and do nothing that can fail in static objects",
          kFile, &checkLoads},
-        {"version-function", kError, "getAPIversion tells the version that it was made for",
+        {"version-function", kError, "getAPIversion returns the version that it was made for",
          "write VRL_PLUGIN_API_VERSION(major, minor, patch); once, with the version of vrllib that it is built with",
          kLoaded, &checkVersionFunction},
         {"entry-returns",
          kError,
-         "its entry points come back and throw nothing",
+         "its entry points return and throw nothing",
          "only register classes there, and catch what that may throw",
          {"loads", "entry-points"},
          &checkEntryReturns},
@@ -66,22 +66,22 @@ std::vector<Check> const& allChecks() {
          &checkPostLoad},
         {"process-end", kError, "the program ends well with it", "let static objects free nothing of the library's",
          kEntered, &checkProcessEnd},
-        {"surroundings", kWarning, "it leaves locale, signals, folder, mask, environment and streams alone",
-         "set nothing that belongs to the whole program, or set it back", kEntered, &checkSurroundings},
+        {"process-state", kWarning, "it leaves locale, signals, folder, mask, environment and streams alone",
+         "set nothing that belongs to the whole program, or set it back", kEntered, &checkProcessState},
         {"null-foundry", kError, "every block is made without a foundry and with each of its foundries",
          "let the constructor accept a null foundry, and throw nothing", kKeys, &checkNullFoundry},
         {"foundry-kept",
          kError,
          "a block knows the foundry that it was made with",
-         "hand the foundry on: BB(foundry); the class of a composite names BB(foundry) itself",
+         "pass the foundry on: BB(foundry); the class of a composite names BB(foundry) itself",
          {"null-foundry"},
          &checkFoundryKept},
         {"foundry-parts", kError, "the flows and cross sections of its foundries are made and asked",
          "let constructors and createCS accept any number, and throw nothing", kKeys, &checkFoundryParts},
-        {"key-matches-name", kError, "each key is the name that its objects tell",
+        {"key-matches-name", kError, "each key is the name that its objects return",
          "register the class under the text that getName gives, a parameter type under getFactoryName", kMade,
          &checkKeyMatchesName},
-        {"unknown-key", kError, "an unknown name gives nothing", "give null for a name that is not known", kKeys,
+        {"unknown-key", kError, "an unknown name returns nothing", "return null for a name that is not known", kKeys,
          &checkUnknownKey},
         {"names", kError, "ports and parameters have names, and none twice", "give each its own name", kMade,
          &checkNames},
@@ -125,7 +125,7 @@ Check const& findCheck(std::string const& id) {
     throw Failure("no check '" + id + "'", "'vrl validate --list' lists them", near);
 }
 
-bool holds(std::vector<Check const*> const& checks, Check const& check) {
+bool contains(std::vector<Check const*> const& checks, Check const& check) {
     return std::find(checks.begin(), checks.end(), &check) != checks.end();
 }
 

@@ -39,7 +39,7 @@ std::vector<Check> const& allChecks();
 Check const& findCheck(std::string const& id);
 
 /// Whether a check is one of those.
-bool holds(std::vector<Check const*> const& checks, Check const& check);
+bool contains(std::vector<Check const*> const& checks, Check const& check);
 
 /// @name The work of the checks, by family.
 /// @{
@@ -56,7 +56,7 @@ void checkEntryQuiet(Job const& job, Report& report);
 void checkBringsKeys(Job const& job, Report& report);
 void checkPostLoad(Job const& job, Report& report);
 void checkProcessEnd(Job const& job, Report& report);
-void checkSurroundings(Job const& job, Report& report);
+void checkProcessState(Job const& job, Report& report);
 
 void checkKeyMatchesName(Job const& job, Report& report);
 void checkUnknownKey(Job const& job, Report& report);

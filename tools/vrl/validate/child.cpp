@@ -86,7 +86,7 @@ Outcome runJob() {
     Check const& check = findCheck(job.check);
     setLimits();
     Report report(takeStreams());
-    vrl::Attributes::factory();  // as start-up does: the five value types are there ahead of every plug-in
+    vrl::Attributes::factory();  // as start-up does: the five value types are there before every plug-in
     std::string const thrown = throwsText([&] { check.run(job, report); });
     if (!thrown.empty()) report.find("", thrown);
     report.done();

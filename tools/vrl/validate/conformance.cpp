@@ -18,28 +18,28 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// What a child told before it ended.
-struct Told {
+/// What a child reported before it ended.
+struct ChildReport {
     CheckResult result;
     std::string step;
     bool done = false;
 };
 
-void take(Told& told, std::string const& what, std::vector<std::string> const& texts) {
-    if (what == "done") told.done = true;
+void take(ChildReport& child, std::string const& what, std::vector<std::string> const& texts) {
+    if (what == "done") child.done = true;
     if (what == "find" && texts.size() == 3)
-        told.result.findings.push_back({{Severity::kError, texts[1], texts[2]}, texts[0]});
+        child.result.findings.push_back({{Severity::kError, texts[1], texts[2]}, texts[0]});
     if (texts.size() != 1) return;
-    if (what == "step") told.step = texts[0];
-    if (what == "note") told.result.note = texts[0];
+    if (what == "step") child.step = texts[0];
+    if (what == "note") child.result.note = texts[0];
     if (what != "notRun") return;
-    told.result.verdict = Verdict::kNotRun;
-    told.result.note = texts[0];
+    child.result.verdict = Verdict::kNotRun;
+    child.result.note = texts[0];
 }
 
 /// Lines that are none of a report come from a plug-in that writes where it must not; they count for nothing.
-Told toldBy(std::string const& output) {
-    Told told;
+ChildReport readReport(std::string const& output) {
+    ChildReport child;
     std::istringstream lines(output);
     for (std::string line; std::getline(lines, line);) {
         Json const parsed = Json::parse(line, nullptr, false);
@@ -48,16 +48,16 @@ Told toldBy(std::string const& output) {
             std::vector<std::string> words;
             for (Json const& text : texts)
                 if (text.is_string()) words.push_back(text);
-            take(told, what, words);
+            take(child, what, words);
         }
     }
-    return told;
+    return child;
 }
 
-std::string howItEnded(ProcessResult const& ended, Told const& told, unsigned seconds) {
+std::string howItEnded(ProcessResult const& ended, ChildReport const& child, unsigned seconds) {
     std::string how = ended.timedOut ? "did not end within " + std::to_string(seconds) + " s" : ended.how();
     if (ended.fine()) how = "ended the program";
-    return how + (told.step.empty() ? "" : ": " + told.step);
+    return how + (child.step.empty() ? "" : ": " + child.step);
 }
 
 CheckResult runCheck(Check const& check, Job const& job, unsigned seconds, std::function<void()> const& waiting) {
@@ -67,10 +67,10 @@ CheckResult runCheck(Check const& check, Job const& job, unsigned seconds, std::
     program.seconds = seconds;
     program.waiting = [&](std::size_t) { waiting(); };
     ProcessResult const ended = runProgram(program);
-    Told told = toldBy(ended.out);
-    if (!ended.fine() || !told.done)
-        told.result.findings.push_back({{Severity::kError, howItEnded(ended, told, seconds), ""}, ""});
-    CheckResult& result = told.result;
+    ChildReport child = readReport(ended.out);
+    if (!ended.fine() || !child.done)
+        child.result.findings.push_back({{Severity::kError, howItEnded(ended, child, seconds), ""}, ""});
+    CheckResult& result = child.result;
     result.check = &check;
     if (!result.findings.empty()) {
         result.verdict = Verdict::kFail;
@@ -124,15 +124,15 @@ Conformance checkPlugin(std::string const& plugin, Plan const& plan, Progress& p
     auto const show = [&] { progress.at(done + conformance.results.size()); };
     std::map<std::string, CheckResult> before;
     for (Check const& check : allChecks()) {
-        bool const told = holds(plan.checks, check);
-        if (!told && !holds(plan.needed, check)) continue;
+        bool const shown = contains(plan.checks, check);
+        if (!shown && !contains(plan.needed, check)) continue;
         show();
         job.check = check.id;
         std::string const why = hindrance(check, before);
         CheckResult const result = why.empty() ? runCheck(check, job, plan.seconds, show)
                                                : CheckResult{&check, Verdict::kNotRun, why, {}, true};
         before.emplace(check.id, result);
-        if (told) conformance.results.push_back(result);
+        if (shown) conformance.results.push_back(result);
     }
     return conformance;
 }

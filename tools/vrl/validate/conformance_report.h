@@ -8,7 +8,7 @@
 
 namespace vrltool::validate {
 
-/// Writes a table for each plug-in, with the findings and their hints behind it.
+/// Writes a table for each plug-in, with the findings and their hints after it.
 void writeConformance(std::ostream& os, std::vector<Conformance> const& all);
 Json conformanceJson(std::vector<Conformance> const& all);
 

@@ -9,7 +9,7 @@
 #include "text/table.h"
 #include "validate/child.h"
 #include "validate/plugin.h"
-#include "validate/surroundings.h"
+#include "validate/process_state.h"
 
 // What happens while a plug-in is loaded and its entry points are called.
 
@@ -49,7 +49,7 @@ std::string quoted(std::string const& text) {
     return "'" + line + "'";
 }
 
-/// Calls each entry point, told ahead; `behind` is told of each one that came back, with what it threw.
+/// Calls each entry point, reported first; `behind` is reported of each one that came back, with what it threw.
 template <class Behind>
 void enter(Job const& job, Report& report, Behind const& behind) {
     for (TargetInfo const& target : kTargets) {
@@ -79,10 +79,10 @@ void checkVersionFunction(Job const& job, Report& report) {
     unsigned version = 0;
     std::string const thrown = throwsText([&] { version = getAPIversion(); });
     if (!thrown.empty()) return report.find("getAPIversion", thrown);
-    if (version == 0) return report.find("getAPIversion", "tells the version 0");
+    if (version == 0) return report.find("getAPIversion", "returns the version 0");
     if (version > vrlLibraryVersion())
         return report.find("getAPIversion",
-                           "tells " + versionText(version) + ", and this library is " + vrlLibraryVersionText());
+                           "returns " + versionText(version) + ", and this library is " + vrlLibraryVersionText());
     report.note(versionText(version));
 }
 
@@ -148,12 +148,12 @@ void checkProcessEnd(Job const& job, Report& report) {
     report.step("the program ends");
 }
 
-void checkSurroundings(Job const& job, Report& report) {
-    auto const before = surroundings();
+void checkProcessState(Job const& job, Report& report) {
+    auto const before = processState();
     if (!loadForCheck(job, report)) return;
     report.step("calling initLibraryPostLoad");
     static_cast<void>(throwsText([] { soloader_PostLoad(); }));
-    auto const after = surroundings();
+    auto const after = processState();
     for (std::size_t i = 0; i < before.size(); ++i)
         if (after[i].state != before[i].state) report.find("", std::string("changes ") + before[i].name);
 }

@@ -44,7 +44,7 @@ std::string replaced(std::string text, std::string const& part, std::string cons
     return text;
 }
 
-/// The folders in which the loader looks for what a plug-in names, ahead of those of the system.
+/// The folders in which the loader looks for what a plug-in names, before those of the system.
 std::vector<fs::path> searchFolders(ElfFile const& elf, std::string const& plugin) {
     std::string const origin = fs::path(plugin).parent_path().string();
     std::vector<fs::path> folders;
@@ -101,7 +101,7 @@ std::string plainName(std::string const& name) {
     return {};
 }
 
-/// Whether a name looks as if somebody were to call it. Yields the names that it could mean.
+/// Whether a name looks as if somebody were to call it. Returns the names that it could mean.
 std::string nearEntry(std::string const& name) {
     std::vector<std::string> known{"initLibraryPostLoad"};
     for (TargetInfo const& target : kTargets) known.emplace_back(target.entry);

@@ -13,7 +13,7 @@ char const kUnknown[] = "no such name";
 using BlockHandle = vrl::shared_ptr<vrl::BB>;
 using FoundryHandle = vrl::shared_ptr<vrl::Foundry>;
 
-/// Makes a block, told ahead, and says why if that fails.
+/// Makes a block, reported first, and says why if that fails.
 void tryBlock(vrl::Foundry const* foundry, std::string const& with, std::string const& key, Report& report) {
     std::string const thing = "block '" + key + "'";
     report.step("making the " + thing + with);
@@ -45,7 +45,7 @@ void expectNothing(std::string const& thing, std::string const& call, Report& re
     std::unique_ptr<T> made;
     std::string const thrown = throwsText([&] { made.reset(make()); });
     if (!thrown.empty()) report.find(thing, call + " " + thrown + " for a name that is not known");
-    if (made) report.find(thing, call + " gives something for a name that is not known");
+    if (made) report.find(thing, call + " returns something for a name that is not known");
 }
 
 /// Widths and radii that hosts ask with: given, not given, and none at all.
@@ -149,7 +149,7 @@ void checkKeyMatchesName(Job const& job, Report& report) {
     reportUnmade(makersOf(kAttribute, *keys), report);
     reportUnmade(makersOf(kNetlist, *keys), report);
     forEachMade(allMakers(*keys), report, [&](Maker const& maker, MadeObject const& made) {
-        if (made.name != maker.key) report.find(maker.thing, "tells the name '" + made.name + "'");
+        if (made.name != maker.key) report.find(maker.thing, "returns the name '" + made.name + "'");
     });
 }
 

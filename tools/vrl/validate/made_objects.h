@@ -36,7 +36,7 @@ std::vector<Maker> savedMakers(Keys const& keys);
 std::vector<Maker> allMakers(Keys const& keys);
 /// @}
 
-/// Makes one, told ahead. Nothing for what cannot be made: only the checks of making complain of that.
+/// Makes one, reported first. Nothing for what cannot be made: only the checks of making complain of that.
 MadeObject madeBy(Maker const& maker, Report& report);
 
 /// The names of a parameter list, sorted, each once; those that no longer lead to a parameter are left out.

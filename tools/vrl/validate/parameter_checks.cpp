@@ -131,7 +131,7 @@ void checkDescribed(Job const& job, Report& report) {
     auto const keys = loadForCheck(job, report);
     if (!keys) return;
     forEachMade(allMakers(*keys), report, [&](Maker const& maker, MadeObject const& made) {
-        if (!made.hasDescription) report.find(maker.thing, "describe() gives nothing", "say in one line what it is");
+        if (!made.hasDescription) report.find(maker.thing, "describe() returns nothing", "say in one line what it is");
         if (made.object.list()) findUndescribed(maker.thing, *made.object.list(), report);
     });
 }

@@ -49,7 +49,7 @@ void findWrongNames(std::string const& thing, vrl::Attributes& list, Report& rep
         if (name.empty()) report.find(thing, "has a parameter without a name");
         if (count > 1) report.find(thing, "adds the parameter '" + name + "' twice, and keeps the first");
         if (list.find(name) && list.get(name)->getName() != name)
-            report.find(named(thing, name), "tells the name '" + list.get(name)->getName() + "'");
+            report.find(named(thing, name), "returns the name '" + list.get(name)->getName() + "'");
     }
 }
 

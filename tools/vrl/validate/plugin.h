@@ -27,8 +27,8 @@ std::string keysText(Keys const& keys);
 /// All keys that the factories have now.
 Keys presentKeys();
 
-/// Loads a plug-in as the library does: one load for each target. Yields the keys that it registered, those that others
-/// had before included. What an entry point throws passes through.
+/// Loads a plug-in as the library does: one load for each target. Returns the keys that it registered, those that
+/// others had before included. What an entry point throws passes through.
 Keys loadPlugin(std::string const& path, Report& report);
 
 /// Loads the plug-in of a job. Nothing, and the check counts as not run, if an entry point throws.

@@ -22,7 +22,7 @@ public:
     void note(std::string const& text);
     /// The check does not apply, or cannot work.
     void notRun(std::string const& why);
-    /// The check came to its end. Nothing is told behind it.
+    /// The check came to its end. Nothing is reported behind it.
     void done();
     /// Whether anything is wrong so far.
     bool clean() const { return findings == 0; }

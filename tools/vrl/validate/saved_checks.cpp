@@ -123,7 +123,7 @@ void feedDamaged(Maker const& target, std::string const& bytes, Report& report) 
     report.step("reading cut streams into the " + target.thing);
     std::size_t const stride = bytes.size() / kTruncations + 1;
     for (std::size_t size = 0; size < bytes.size() && report.clean(); size += stride)
-        readInto(target, bytes.substr(0, size), "a stream cut behind byte " + std::to_string(size), report);
+        readInto(target, bytes.substr(0, size), "a stream cut after byte " + std::to_string(size), report);
     std::mt19937 random(2111);  // the same for everybody, so that a finding can be found again
     for (unsigned i = 1; i <= kMutations && report.clean(); ++i) {
         report.step("reading the changed stream " + std::to_string(i) + " into the " + target.thing);

@@ -146,9 +146,9 @@ void tryOrders(Job const& job, Company const& company, Other const& other, Repor
     IsolatedResult const before = kindsAfter(loadThis, loadOther);
     IsolatedResult const behind = kindsAfter(loadOther, loadThis);
     if (!before.trouble.empty()) report.find("", before.trouble + ", loaded before " + other.name);
-    if (!behind.trouble.empty()) report.find("", behind.trouble + ", loaded behind " + other.name);
+    if (!behind.trouble.empty()) report.find("", behind.trouble + ", loaded after " + other.name);
     if (!before.trouble.empty() || !behind.trouble.empty()) return;
-    reportMissing(company.own, behind.strings, {}, "when it is loaded behind " + other.name, report);
+    reportMissing(company.own, behind.strings, {}, "when it is loaded after " + other.name, report);
     reportMissing(behind.strings, before.strings, other.kinds, "when it is loaded before " + other.name, report);
 }
 

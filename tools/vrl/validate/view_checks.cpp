@@ -14,7 +14,8 @@ using ViewHandle = vrl::shared_ptr<vrl::View>;
 
 /// Everything that hosts ask of a view, and its parameters.
 void askView(std::string const& thing, vrl::View& view, Report& report) {
-    if (view.describe().empty()) report.find(thing, "describe() gives nothing", "say in one line what the view holds");
+    if (view.describe().empty())
+        report.find(thing, "describe() returns nothing", "say in one line what the view holds");
     for (char const* const name : {"", "no such kind"}) static_cast<void>(view.applyOn(name));
     vrl::Attributes& data = view.getViewData();
     findWrongNames(thing, data, report);

@@ -1,4 +1,4 @@
-// Asks for version 2.1.11 of every plug-in that is loaded behind it.
+// Asks for version 2.1.11 of every plug-in that is loaded after it.
 
 #include "tests/plugins/samples/kinds.h"
 

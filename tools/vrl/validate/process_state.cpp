@@ -1,4 +1,4 @@
-#include "validate/surroundings.h"
+#include "validate/process_state.h"
 
 #include <sys/stat.h>
 #include <unistd.h>
@@ -57,7 +57,7 @@ std::string streamState() {
 
 }  // namespace
 
-std::vector<Surrounding> surroundings() {
+std::vector<ProcessProperty> processState() {
     char const* const locale = std::setlocale(LC_ALL, nullptr);
     return {{"the locale of C", locale ? locale : ""},
             {"the locale of C++", std::locale().name()},

@@ -6,12 +6,12 @@
 namespace vrltool::validate {
 
 /// Something that belongs to the whole program, and how it is set.
-struct Surrounding {
+struct ProcessProperty {
     char const* name;  ///< "the working folder"
     std::string state;
 };
 
 /// All of them, always in the same order.
-std::vector<Surrounding> surroundings();
+std::vector<ProcessProperty> processState();
 
 }  // namespace vrltool::validate

@@ -1,4 +1,4 @@
-#include "diff/kept_ties.h"
+#include "diff/kept_connections.h"
 
 #include <algorithm>
 #include <map>
@@ -21,9 +21,9 @@ struct Rating {
 
 using Pair = std::pair<std::size_t, std::size_t>;
 
-class KeptTies {
+class KeptConnections {
 public:
-    KeptTies(Wiring const& wiringA, Wiring const& wiringB, Matching& m)
+    KeptConnections(Wiring const& wiringA, Wiring const& wiringB, Matching& m)
         : a(wiringA), b(wiringB), matching(m), asked(wiringA.nets.size()) {
         for (std::size_t list = 0; list < Wiring::kBoundaries; ++list)
             if (a.boundary[list].size() == b.boundary[list].size())
@@ -45,7 +45,7 @@ private:
 
     void match(Pair const& pair) {
         matching.pair(pair.first, pair.second);
-        for (Wiring::Tie const& tie : a.parts[pair.first].ties) frontier.insert(tie.net);
+        for (Wiring::Connection const& connection : a.parts[pair.first].connections) frontier.insert(connection.net);
     }
 
     /// The nets of B that have an end, or a place on the boundary, of a net of A.
@@ -56,7 +56,7 @@ private:
         auto const& ends = a.nets[net].ends;
         for (std::size_t i = 0; i < std::min(ends.size(), kManyEnds); ++i) {
             std::size_t const inB = matching.toB[ends[i].part];
-            if (inB != kNone) found.insert(b.netOf(inB, a.parts[ends[i].part].ties[ends[i].tie].port));
+            if (inB != kNone) found.insert(b.netOf(inB, a.parts[ends[i].part].connections[ends[i].connection].port));
         }
         found.erase(kNone);
         return found;
@@ -68,7 +68,8 @@ private:
         for (Wiring::End const& end : wiring.nets[net].ends) {
             auto const& part = wiring.parts[end.part];
             if (other[end.part] != kNone || !part.element) continue;
-            auto const entry = open.emplace(std::pair(part.element->kind, part.ties[end.tie].port), end.part);
+            auto const entry =
+                open.emplace(std::pair(part.element->kind, part.connections[end.connection].port), end.part);
             if (!entry.second) entry.first->second = kNone;
         }
         return open;
@@ -91,10 +92,10 @@ private:
 
     Rating rate(Pair const& pair) const {
         Rating rating;
-        for (Wiring::Tie const& tie : a.parts[pair.first].ties) {
-            auto const expected = counterparts(tie.net);
+        for (Wiring::Connection const& connection : a.parts[pair.first].connections) {
+            auto const expected = counterparts(connection.net);
             if (expected.empty()) continue;
-            std::size_t const there = b.netOf(pair.second, tie.port);
+            std::size_t const there = b.netOf(pair.second, connection.port);
             ++(expected.count(there) ? rating.agree : rating.disagree);
         }
         return rating;
@@ -130,6 +131,8 @@ private:
 
 }  // namespace
 
-void matchByKeptTies(Wiring const& a, Wiring const& b, Matching& matching) { KeptTies(a, b, matching).run(); }
+void matchByKeptConnections(Wiring const& a, Wiring const& b, Matching& matching) {
+    KeptConnections(a, b, matching).run();
+}
 
 }  // namespace vrltool::diff
