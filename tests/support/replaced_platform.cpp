@@ -2,8 +2,6 @@
 
 #include <string>
 
-#include <dlfcn.h>
-
 namespace vrl_test {
 
 namespace {
@@ -12,14 +10,16 @@ using namespace Vorlane_v1_0;
 
 platform::Button pressOk(char const*, char const*) { return platform::Button::kOk; }
 
-void* open(char const* path, platform::SystemError& error) {
+// A real plug-in would bring a second copy of the library into the program.
+void* open(char const*, platform::SystemError& error) {
+    static int module = 0;
     error = {};
-    return ::dlopen(path, RTLD_NOW | RTLD_LOCAL);
+    return &module;
 }
 
-void* find(void* module, char const* name, platform::SystemError& error) {
-    error = {};
-    return ::dlsym(module, name);
+void* find(void*, char const*, platform::SystemError& error) {
+    error = {127, "no such symbol", platform::SystemError::Reason::kMissingSymbol};
+    return nullptr;
 }
 
 }  // namespace

@@ -12,7 +12,7 @@ struct ReplacedPlatform {
     void* (*findSymbol)(void* module, char const* name, Vorlane_v1_0::platform::SystemError& error);
 };
 
-/// They start as calls that press OK and that load as the system does.
+/// They start as calls that press OK, and that map any file as a library without symbols.
 ReplacedPlatform& replacedPlatform();
 
 }  // namespace vrl_test
