@@ -64,7 +64,8 @@ TEST(Isolation, LeavesOutALibraryThatEndsTheProgram) {
 TEST(Isolation, FailsWithAPluginThatCrashesAtTheEndOfTheProgram) {
     Tool const tool;
     auto const list = tool.run("list", {"foundries", "--config", writeBrokenConfig(tool, {"crashesAtExit"})});
-    EXPECT_EQ(list.out, "key          plug-in        blocks\nExitFoundry  crashesAtExit\n");
+    EXPECT_EQ(list.out, "key          plug-in        description\n"
+                        "ExitFoundry  crashesAtExit  A foundry for tests\n");
     EXPECT_EQ(list.err, "vrl: the plug-ins are loaded, but a program with them does not end well: ended by signal 11 "
                         "(Segmentation fault)\n");
     EXPECT_EQ(list.status, 2);

@@ -59,7 +59,7 @@ TEST(Completion, OffersTheOptionsOfACommand) {
     Shell const shell;
     EXPECT_EQ(shell.offer({"--v"}), "--version");
     EXPECT_EQ(shell.offer({"diff", "a.vrl", "--"}),
-              "--absolute --config --help --ignore --json --no-notes --no-renames --tolerance");
+              "--absolute --config --help --ignore --json --load-seconds --no-notes --no-renames --tolerance");
     EXPECT_EQ(shell.offer({"diff", "--to"}), "--tolerance");
     EXPECT_EQ(shell.offer({"nonsense", "--"}), "");
 }

@@ -58,6 +58,9 @@ Print this help message and exit
 .TP
 \fB\-\-config\fR \fIFILE\fR
 the configuration file, instead of the one that is searched for
+.TP
+\fB\-\-load\-seconds\fR \fIN\fR
+how long the plug\-ins may take to load; 60 if not given
 .SH COMMANDS
 .SS "look"
 \fBvrl look\fR [\fIoptions\fR] \fIkey\fR [\fIparameters\fR ...]

@@ -97,7 +97,8 @@ void start(StartObserver& observer, std::string const& config) {
         throw Failure(
             "the plug-ins", "initLibraryPostLoad threw " + thrown,
             "take it out of the configuration until it is mended; 'vrl plugins' and 'vrl validate' show more");
-    showWarnings(vrlGetCoutMsg(), vrlConfigFile());
+    std::string const messages = vrlGetCoutMsg();  // first, since the search for the file may write again
+    showWarnings(messages, vrlConfigFile());
 }
 
 /// The call that a copy did not come back from.
