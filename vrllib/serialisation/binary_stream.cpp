@@ -99,10 +99,12 @@ void BinaryStreamSerialiser::write(unsigned int const& value) {
 void BinaryStreamSerialiser::write(bool const& value) { stream->put(value ? '\1' : '\0'); }
 void BinaryStreamSerialiser::writeComment(std::string) {}
 
+bool BinaryStreamSerialiser::liesTooDeep() const { return depth > kDeepestCompound; }
+
 // Asked of the type, since the virtual operations of writers return nothing and get no more slots.
 bool detail::liesTooDeep(SerialiserBase const* s) {
     auto const* const binary = dynamic_cast<BinaryStreamSerialiser const*>(s);
-    return binary && binary->depth > kDeepestCompound;
+    return binary && binary->liesTooDeep();
 }
 
 BinaryStreamDeSerialiser::BinaryStreamDeSerialiser(std::istream& is) : stream(&is) {}

@@ -46,9 +46,10 @@ public:
     void write(bool const& value) override;
     void writeComment(std::string text) override;
 
-private:
-    friend bool detail::liesTooDeep(SerialiserBase const* s);
+    /// Whether the compound that was begun last lies in more others than a reader follows.
+    bool liesTooDeep() const;
 
+private:
     void writeMarker();
 
     unsigned int depth = 0;
