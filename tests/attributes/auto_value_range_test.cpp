@@ -13,6 +13,7 @@
 
 namespace {
 
+using probes::complaint;
 using probes::expectMembers;
 using probes::ValueRanges;
 using sample::readBack;
@@ -26,15 +27,6 @@ using AutoDouble = ::AutoValueRange<double, Value<double>>;
 using AutoComplex = ::AutoValueRange<Complex, Value<Complex>>;
 
 using AutoValueRanges = ValueRanges;
-
-/// What the check writes; it has to be false if that is anything.
-template <class Ranged>
-std::string complaint(Ranged const& value) {
-    std::ostringstream os;
-    bool const good = value.inSpec(os);
-    EXPECT_EQ(good, os.str().empty());
-    return os.str();
-}
 
 TEST_F(AutoValueRanges, HaveAFlagThatIsFalseAtFirst) {
     AutoInt number("n", 5, 0, 10);

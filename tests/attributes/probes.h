@@ -118,4 +118,13 @@ template <class T>
 struct OffersCompare<T, std::void_t<decltype(std::declval<T const&>().compare(std::declval<Attribute const&>()))>>
     : std::true_type {};
 
+/// What the check writes; it has to be false if that is anything.
+template <class Ranged>
+std::string complaint(Ranged const& value) {
+    std::ostringstream os;
+    bool const good = value.inSpec(os);
+    EXPECT_EQ(good, os.str().empty());
+    return os.str();
+}
+
 }  // namespace probes

@@ -16,6 +16,7 @@
 
 namespace {
 
+using probes::complaint;
 using probes::cppOf;
 using probes::expectMembers;
 using probes::slotOf;
@@ -41,15 +42,6 @@ constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
 constexpr double kInf = std::numeric_limits<double>::infinity();
 
 using AutoValueRanges = ValueRanges;
-
-/// What the check writes; it has to be false if that is anything.
-template <class Ranged>
-std::string complaint(Ranged const& value) {
-    std::ostringstream os;
-    bool const good = value.inSpec(os);
-    EXPECT_EQ(good, os.str().empty());
-    return os.str();
-}
 
 TEST_F(ValueRanges, AValueOutsideIsStoredWithAWarning) {
     RangedInt value("n", 5, 0, 10);

@@ -17,6 +17,7 @@
 namespace {
 
 using namespace Vorlane_v1_0;
+using sample::choiceOf;
 using sample::Fab;
 using sample::Mmi;
 using sample::printed;
@@ -26,13 +27,6 @@ using testing::IsEmpty;
 using vrl_test::slotsOf;
 using CSInfo = Foundry::CSInfo;
 using Port = BB::Port;
-
-CSInfo named(std::string const& csName, std::string const& flowName = "") {
-    CSInfo info(nullptr);
-    info.setCS(csName);
-    info.setFlow(flowName);
-    return info;
-}
 
 /// Frees a block as its users do.
 struct Destroy {
@@ -131,15 +125,15 @@ TEST(BB, TakesTheFoundryThatTheChoiceNames) {
 TEST(BB, AllowsEveryChoice) {
     Block const block(new BB);
 
-    EXPECT_TRUE(block->isAllowed(named("wg")));
+    EXPECT_TRUE(block->isAllowed(choiceOf("wg")));
     EXPECT_TRUE(block->isAllowed(CSInfo(nullptr)));
 }
 
 TEST(BB, ReturnsItsOwnChoiceForEveryPort) {
     Mmi block;
-    block.setCS(named("block"));
+    block.setCS(choiceOf("block"));
     Port& port = *block.getPort("in0");
-    port.setCS(named("port"));
+    port.setCS(choiceOf("port"));
     BB const& constant = block;
 
     EXPECT_EQ(&block.getCS(port), &block.getCS());
@@ -271,7 +265,7 @@ TEST(BB, FindsAPortByItsWholeNameOrReturnsNull) {
 
 TEST(BB, LetsItsPortsBeChangedThroughTheirIterators) {
     Mmi block;
-    block.beginPort()->setCS(named("wg"));
+    block.beginPort()->setCS(choiceOf("wg"));
 
     EXPECT_EQ(std::as_const(block).beginPort()->getCS().getCSName(), "wg");
     EXPECT_EQ(std::distance(std::as_const(block).beginPort(), std::as_const(block).endPort()), 2);
@@ -287,7 +281,7 @@ TEST(BB, HasNoDomainWithoutPorts) {
 TEST(BB, KeepsTheDataOfSavedPortsWhenItGetsMore) {
     Block const block(new BB);
     block->addPort("first", EnumList::DC);
-    block->getPort("first")->setCS(named("before"));
+    block->getPort("first")->setCS(choiceOf("before"));
     std::string const before = saved(*block->getPort("first"));
     for (int i = 0; i < 100; ++i) block->addPort("more", EnumList::DC);
 

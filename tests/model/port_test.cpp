@@ -14,6 +14,7 @@
 namespace {
 
 using namespace Vorlane_v1_0;
+using sample::choiceOf;
 using sample::Fab;
 using sample::Mmi;
 using sample::Pad;
@@ -21,13 +22,6 @@ using sample::saved;
 using vrl_test::slotsOf;
 using CSInfo = Foundry::CSInfo;
 using Port = BB::Port;
-
-CSInfo named(std::string const& csName, std::string const& flowName = "") {
-    CSInfo info(nullptr);
-    info.setCS(csName);
-    info.setFlow(flowName);
-    return info;
-}
 
 /// Opens the protected operations of a port.
 struct OpenPort : Port {
@@ -69,10 +63,10 @@ TEST(Port, StoresItsNameBlockAndDomainAndStartsWithAnEmptyChoice) {
 
 TEST(Port, SetsItsChoice) {
     Port port;
-    port.setCS(named("wg", "strip"));
+    port.setCS(choiceOf("wg", "strip"));
     Port const& constant = port;
 
-    EXPECT_TRUE(constant.getCS() == named("wg", "strip"));
+    EXPECT_TRUE(constant.getCS() == choiceOf("wg", "strip"));
     port.getCS().setCS("rib");
     EXPECT_EQ(constant.getCS().getCSName(), "rib");
 }
@@ -90,7 +84,7 @@ TEST(Port, ComparesNothingButTheName) {
 TEST(Port, CopiesAndAssignsEverythingAndGoesOnNamingTheSourcesBlock) {
     Pad const block;
     Port source("dc", &block, EnumList::DC);
-    source.setCS(named("wg"));
+    source.setCS(choiceOf("wg"));
     Port const copy(source);
     Port target;
 
@@ -105,13 +99,13 @@ TEST(Port, CopiesAndAssignsEverythingAndGoesOnNamingTheSourcesBlock) {
 
 TEST(Port, CopiesAndAssignsTheRegisterAsItIs) {
     Port source;
-    source.setCS(named("source"));
+    source.setCS(choiceOf("source"));
     std::string const before = saved(source);
     Port copy(source);
     Port target;
     target = source;
-    copy.setCS(named("copy"));
-    target.setCS(named("target"));
+    copy.setCS(choiceOf("copy"));
+    target.setCS(choiceOf("target"));
 
     EXPECT_EQ(saved(copy), before);
     EXPECT_EQ(saved(target), before);
@@ -120,7 +114,7 @@ TEST(Port, CopiesAndAssignsTheRegisterAsItIs) {
 TEST(Port, StartsWithAFreshRegisterWhenMoved) {
     Pad const block;
     Port source("dc", &block, EnumList::DC);
-    source.setCS(named("source"));
+    source.setCS(choiceOf("source"));
     std::string const before = saved(source);
     Port moved(std::move(source));
 
@@ -132,7 +126,7 @@ TEST(Port, StartsWithAFreshRegisterWhenMoved) {
     EXPECT_NE(saved(moved), before);
 
     Port other;
-    other.setCS(named("other"));
+    other.setCS(choiceOf("other"));
     saved(other);
     Port target(other);  // saves what `other` has
     target = std::move(moved);

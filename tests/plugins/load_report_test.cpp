@@ -5,28 +5,14 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/support/child.h"
 #include "tests/support/load_texts.h"
+#include "tests/support/scenario_test.h"
 
 namespace {
 
 using vrl_test::pluginFile;
 
-class LoadReport : public testing::Test {
-protected:
-    /// What a scenario writes, if it ends well.
-    std::string output(std::string const& scenario, std::vector<std::string> const& arguments = {}) const {
-        auto const outcome = sandbox.run(scenario, arguments);
-        EXPECT_EQ(outcome.status, 0);
-        EXPECT_EQ(outcome.err, "");
-        return outcome.out;
-    }
-    std::string file(std::string const& name, std::string const& text) const {
-        return vrl_test::writeFile(sandbox.work() / name, text);
-    }
-
-    vrl_test::Sandbox sandbox{LIBRARY_SCENARIOS_PROGRAM};
-};
+using LoadReport = vrl_test::ScenarioTest;
 
 using LoadObserver = LoadReport;
 

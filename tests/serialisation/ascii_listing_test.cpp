@@ -5,26 +5,14 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/serialisation/listing.h"
 #include "tests/support/sample_design.h"
 #include "tests/support/slots.h"
 
 namespace {
 
 using namespace Vorlane_v1_0;
-
-/// The listing of an object on a stream that `prepare` has set up.
-template <class T, class Prepare>
-std::string listingOf(T& object, Prepare prepare) {
-    std::ostringstream os;
-    prepare(os);
-    AsciiStreamSerialiser listing(os);
-    EXPECT_TRUE(object.write(&listing));
-    return os.str();
-}
-template <class T>
-std::string listingOf(T& object) {
-    return listingOf(object, [](std::ostream&) {});
-}
+using sample::listingOf;
 
 /// A composite whose inside is one pad.
 class Pair : public CBB {

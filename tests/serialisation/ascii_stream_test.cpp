@@ -9,6 +9,7 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/serialisation/listing.h"
 #include "tests/support/capture.h"
 #include "tests/support/sample_design.h"
 #include "tests/support/slots.h"
@@ -16,6 +17,7 @@
 namespace {
 
 using namespace Vorlane_v1_0;
+using sample::listingOf;
 using Complex = std::complex<double>;
 
 /// Takes a number of characters and then fails.
@@ -43,20 +45,6 @@ std::string listed(Calls calls) {
     AsciiStreamSerialiser listing(os);
     calls(listing);
     return room.taken;
-}
-
-/// The listing of an object on a stream that `prepare` has set up.
-template <class T, class Prepare>
-std::string listingOf(T& object, Prepare prepare) {
-    std::ostringstream os;
-    prepare(os);
-    AsciiStreamSerialiser listing(os);
-    EXPECT_TRUE(object.write(&listing));
-    return os.str();
-}
-template <class T>
-std::string listingOf(T& object) {
-    return listingOf(object, [](std::ostream&) {});
 }
 
 /// Shows the serialiser as what the registers see.

@@ -81,30 +81,6 @@ namespace {
 using namespace sample;
 using namespace underground;
 
-/// Hands everything on to a writer of binary streams, so that the library does not see that it writes one.
-class Disguise final : public SerialiserBase {
-public:
-    explicit Disguise(std::ostream& os) : inner(os) {}
-    void beginAttribute() override { inner.beginAttribute(); }
-    void endAttribute(std::string name) override { inner.endAttribute(name); }
-    void beginCompAttribute(std::string type, int version, std::string doc) override {
-        inner.beginCompAttribute(type, version, doc);
-    }
-    void endCompAttribute() override { inner.endCompAttribute(); }
-    void writeNumberAttributes(unsigned int count) override { inner.writeNumberAttributes(count); }
-    void writeSerialisationId(std::string id) override { inner.writeSerialisationId(id); }
-    void write(std::string const& value) override { inner.write(value); }
-    void write(std::complex<double> const& value) override { inner.write(value); }
-    void write(double const& value) override { inner.write(value); }
-    void write(int const& value) override { inner.write(value); }
-    void write(unsigned int const& value) override { inner.write(value); }
-    void write(bool const& value) override { inner.write(value); }
-    void writeComment(std::string text) override { inner.writeComment(text); }
-
-private:
-    BinaryStreamSerialiser inner;
-};
-
 /// A circuit with that many composites in each other.
 class Nest {
 public:
@@ -125,7 +101,7 @@ public:
 template <class T>
 std::string unboundedBytes(T&& object) {
     std::ostringstream out;
-    Disguise writer(out);
+    ForwardingWriter writer(out);
     return object.write(&writer) ? out.str() : "write failed";
 }
 

@@ -15,6 +15,31 @@
 
 namespace sample {
 
+/// Hands everything on to a writer of binary streams, so that the library does not see that it writes one.
+class ForwardingWriter : public SerialiserBase {
+public:
+    explicit ForwardingWriter(std::ostream& os) : inner(os) {}
+    virtual ~ForwardingWriter() = default;
+    void beginAttribute() override { inner.beginAttribute(); }
+    void endAttribute(std::string name) override { inner.endAttribute(name); }
+    void beginCompAttribute(std::string type, int version, std::string doc) override {
+        inner.beginCompAttribute(type, version, doc);
+    }
+    void endCompAttribute() override { inner.endCompAttribute(); }
+    void writeNumberAttributes(unsigned int count) override { inner.writeNumberAttributes(count); }
+    void writeSerialisationId(std::string id) override { inner.writeSerialisationId(id); }
+    void write(std::string const& value) override { inner.write(value); }
+    void write(std::complex<double> const& value) override { inner.write(value); }
+    void write(double const& value) override { inner.write(value); }
+    void write(int const& value) override { inner.write(value); }
+    void write(unsigned int const& value) override { inner.write(value); }
+    void write(bool const& value) override { inner.write(value); }
+    void writeComment(std::string text) override { inner.writeComment(text); }
+
+protected:
+    BinaryStreamSerialiser inner;
+};
+
 /// A writer that notes each call in a line of its own.
 class Recorder final : public SerialiserBase {
 public:

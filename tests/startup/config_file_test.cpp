@@ -4,8 +4,8 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/support/child.h"
 #include "tests/support/load_texts.h"
+#include "tests/support/scenario_test.h"
 
 namespace {
 
@@ -95,28 +95,16 @@ sodllfile = vrlOptiWave
 
 )TEXT";
 
-/// The search for the configuration file, and the file that is written if it finds none.
-class ConfigFileSearch : public testing::Test {
-protected:
-    /// What a scenario writes, if it ends well.
-    std::string told(std::string const& scenario, std::vector<std::string> const& arguments) const {
-        auto const outcome = sandbox.run(scenario, arguments);
-        EXPECT_EQ(outcome.status, 0);
-        EXPECT_EQ(outcome.err, "");
-        return outcome.out;
-    }
-
-    vrl_test::Sandbox sandbox{LIBRARY_SCENARIOS_PROGRAM};
-};
+using ConfigFileSearch = vrl_test::ScenarioTest;
 
 TEST_F(ConfigFileSearch, FindsTheFileOfTheHome) {
     std::string const path = vrl_test::writeFile(sandbox.home() / ".config/vorlane/VRLConfig.ini", "");
-    EXPECT_EQ(told("ConfigFile", {"2"}), vrl_test::times(2, "<" + path + ">\n") + "\n");
+    EXPECT_EQ(output("ConfigFile", {"2"}), vrl_test::times(2, "<" + path + ">\n") + "\n");
 }
 
 TEST_F(ConfigFileSearch, WritesTheDefaultFileAndWarnsOnEachCall) {
     std::string const path = (sandbox.home() / ".cache/vorlane/VRLConfig.ini").string();
-    EXPECT_EQ(told("ConfigFile", {"2"}),
+    EXPECT_EQ(output("ConfigFile", {"2"}),
               vrl_test::times(2, "<" + path + ">\n") +
                   vrl_test::times(2, "-- warning: no config file found, writing default one in " + path) + "\n");
     EXPECT_TRUE(fs::is_directory(sandbox.home() / ".config/vorlane"));
@@ -127,7 +115,7 @@ TEST_F(ConfigFileSearch, IsNotEndedByTheDefaultFile) {
     std::string const path = vrl_test::writeFile(sandbox.home() / ".cache/vorlane/VRLConfig.ini", "foo = 1.so\n");
     fs::permissions(sandbox.home() / ".cache/vorlane", fs::perms::owner_all);
     fs::permissions(path, fs::perms::owner_read | fs::perms::owner_write);
-    EXPECT_EQ(told("ConfigFile", {"1"}),
+    EXPECT_EQ(output("ConfigFile", {"1"}),
               "<" + path + ">\n-- warning: no config file found, writing default one in " + path + "\n");
     EXPECT_EQ(vrl_test::readFile(path).substr(0, 42), "# Flush directories, normally not needed\n;");
 }
@@ -137,9 +125,10 @@ TEST_F(ConfigFileSearch, GivesAnEmptyPathIfTheDefaultFileIsRefused) {
     fs::create_directories(sandbox.home() / ".cache");
     fs::create_directory_symlink(sandbox.home() / "elsewhere", sandbox.home() / ".cache/vorlane");
     std::string const path = (sandbox.home() / ".cache/vorlane/VRLConfig.ini").string();
-    EXPECT_EQ(told("ConfigFile", {"1"}), "<>\n-- warning: no config file found, writing default one in " + path + "\n");
-    EXPECT_EQ(told("StartUp", {"-"}), "-- warning: no config file found, writing default one in " + path +
-                                          "-- warning: no dll/so being loaded, config file <> can not be read.\n");
+    EXPECT_EQ(output("ConfigFile", {"1"}),
+              "<>\n-- warning: no config file found, writing default one in " + path + "\n");
+    EXPECT_EQ(output("StartUp", {"-"}), "-- warning: no config file found, writing default one in " + path +
+                                            "-- warning: no dll/so being loaded, config file <> can not be read.\n");
     EXPECT_TRUE(fs::is_empty(sandbox.home() / "elsewhere"));
 }
 
@@ -148,11 +137,11 @@ TEST_F(ConfigFileSearch, StartsWithTheDefaultFile) {
     std::string expected = "-- warning: no config file found, writing default one in " + path;
     for (char const* const name : {"vrldll", "foundryFilarete", "vrlvpi", "vrlLumerical", "vrlOptiWave"})
         expected += missing("/opt/kestrom/bin/lib_wn_" + std::string(name) + ".so.5.1.3");
-    EXPECT_EQ(told("StartUp", {"-"}), expected);
+    EXPECT_EQ(output("StartUp", {"-"}), expected);
 }
 
 TEST_F(ConfigFileSearch, IsEndedByAPathThatWasSetEvenIfNothingIsThere) {
-    EXPECT_EQ(told("ConfigFileOfPaths", {"/a/b.ini", "c.ini"}),
+    EXPECT_EQ(output("ConfigFileOfPaths", {"/a/b.ini", "c.ini"}),
               "</a/b.ini>\n<c.ini>\n<c.ini>\n<" + (sandbox.home() / ".cache/vorlane/VRLConfig.ini").string() + ">\n");
 }
 
@@ -160,7 +149,7 @@ TEST_F(ConfigFileSearch, CutsASetPathAt1023Characters) {
     vrl_test::writeFile(sandbox.home() / ".config/vorlane/VRLConfig.ini", "");
     std::string const path(1023, 'p');
     std::string const found = (sandbox.home() / ".config/vorlane/VRLConfig.ini").string();
-    EXPECT_EQ(told("ConfigFileOfPaths", {path, path + "q"}),
+    EXPECT_EQ(output("ConfigFileOfPaths", {path, path + "q"}),
               "<" + path + ">\n<" + path + ">\n<" + path + ">\n<" + found + ">\n");
 }
 
@@ -170,11 +159,11 @@ TEST_F(ConfigFileSearch, CutsAFoundPathAt1023Characters) {
     std::string const path = vrl_test::writeFile(home / ".config/vorlane/VRLConfig.ini", "");
     sandbox.set("HOME", home.string());
     ASSERT_GT(path.size(), 1023u);
-    EXPECT_EQ(told("ConfigFile", {"1"}), "<" + path.substr(0, 1023) + ">\n\n");
+    EXPECT_EQ(output("ConfigFile", {"1"}), "<" + path.substr(0, 1023) + ">\n\n");
 }
 
 TEST_F(ConfigFileSearch, WritesTheWholeDefaultText) {
-    told("ConfigFile", {"1"});
+    output("ConfigFile", {"1"});
     EXPECT_EQ(vrl_test::readFile(sandbox.home() / ".cache/vorlane/VRLConfig.ini"), kDefaultText);
 }
 

@@ -5,30 +5,17 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/support/child.h"
+#include "tests/support/scenario_test.h"
 
 namespace {
 
 /// Reading the values of a key.
-class Keys : public testing::Test {
+class Keys : public vrl_test::ScenarioTest {
 protected:
-    /// What a scenario writes, if it ends well.
-    std::string told(std::string const& scenario, std::vector<std::string> const& arguments) const {
-        auto const outcome = sandbox.run(scenario, arguments);
-        EXPECT_EQ(outcome.status, 0);
-        EXPECT_EQ(outcome.err, "");
-        return outcome.out;
-    }
-    std::string at(std::string const& name) const { return (sandbox.work() / name).string(); }
-    std::string file(std::string const& name, std::string const& text) const {
-        return vrl_test::writeFile(sandbox.work() / name, text);
-    }
     /// The values of a key in a file of that text.
     std::string values(std::string const& text, std::string const& key) const {
-        return told("List", {file("my.ini", text), key});
+        return output("List", {file("my.ini", text), key});
     }
-
-    vrl_test::Sandbox sandbox{LIBRARY_SCENARIOS_PROGRAM};
 };
 
 using Includes = Keys;
@@ -64,21 +51,21 @@ TEST_F(Keys, HaveValuesUpToAComment) {
 TEST_F(Keys, BehindASemicolonAreNotSeen) { EXPECT_EQ(values(";ConfigPath = .. \n", "ConfigPath"), ""); }
 
 TEST_F(Keys, OfAFileThatCannotBeOpenedGiveAnEmptyListAndAWarning) {
-    EXPECT_EQ(told("List", {"/nothere.ini", "a"}), "-- warning: no dll/so being loaded, no config file\n");
+    EXPECT_EQ(output("List", {"/nothere.ini", "a"}), "-- warning: no dll/so being loaded, no config file\n");
 }
 
 TEST_F(Keys, OfTheDefaultFileAreReadAfterItIsWritten) {
-    EXPECT_EQ(told("List", {"-", "sodlldir"}), "</opt/kestrom/bin>\n<c:\\vorlane\\dll64>\n"
-                                               "-- warning: no config file found, writing default one in " +
-                                                   (sandbox.home() / ".cache/vorlane/VRLConfig.ini").string());
+    EXPECT_EQ(output("List", {"-", "sodlldir"}), "</opt/kestrom/bin>\n<c:\\vorlane\\dll64>\n"
+                                                 "-- warning: no config file found, writing default one in " +
+                                                     (sandbox.home() / ".cache/vorlane/VRLConfig.ini").string());
 }
 
 TEST_F(Keys, FillTheAttributeFactory) {
-    EXPECT_EQ(told("ListFillsAttributes", {"/nothere.ini"}), "  Value_Complex\n"
-                                                             "  Value_Double\n"
-                                                             "  Value_Int\n"
-                                                             "  Value_String\n"
-                                                             "  Value_bool\n");
+    EXPECT_EQ(output("ListFillsAttributes", {"/nothere.ini"}), "  Value_Complex\n"
+                                                               "  Value_Double\n"
+                                                               "  Value_Int\n"
+                                                               "  Value_String\n"
+                                                               "  Value_bool\n");
 }
 
 TEST_F(Keys, OfALongLineAreReadByPieces) {
@@ -139,7 +126,7 @@ TEST_F(Includes, OfAStartUpFollowTheSameRules) {
                            "-- warning: can not find VRLConfig.ini include: </nothere.ini>.\n"
                            "-- warning: can not find VRLConfig.ini include: <" +
                            inner + " >.\n" + vrl_test::times(7, "No env. setting for 'VRL_TEST_2'\n");
-    std::string const out = told("StartUp", {outer});
+    std::string const out = output("StartUp", {outer});
     EXPECT_EQ(out.substr(0, expected.size()), expected);
 }
 

@@ -3,31 +3,27 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/support/child.h"
 #include "tests/support/load_texts.h"
+#include "tests/support/scenario_test.h"
 
 namespace {
 
 using vrl_test::missing;
 using vrl_test::times;
 
-class Macros : public testing::Test {
+class Macros : public vrl_test::ScenarioTest {
 protected:
-    /// What a scenario writes, if it ends well. Its first argument is a file of the given text.
-    std::string told(std::string const& scenario, std::string const& text, std::vector<std::string> arguments) const {
-        arguments.insert(arguments.begin(), vrl_test::writeFile(sandbox.work() / "my.ini", text));
-        auto const outcome = sandbox.run(scenario, arguments);
-        EXPECT_EQ(outcome.status, 0);
-        EXPECT_EQ(outcome.err, "");
-        return outcome.out;
+    /// What a scenario writes whose first argument is a file of the given text.
+    std::string outputOf(std::string const& scenario, std::string const& text,
+                         std::vector<std::string> arguments) const {
+        arguments.insert(arguments.begin(), file("my.ini", text));
+        return output(scenario, arguments);
     }
     /// The value of the only line "k = value", with aliases "name:value".
     std::string expanded(std::string const& value, std::vector<std::string> arguments = {}) const {
         arguments.insert(arguments.begin(), "k");
-        return told("List", "k = " + value + "\n", arguments);
+        return outputOf("List", "k = " + value + "\n", arguments);
     }
-
-    vrl_test::Sandbox sandbox{LIBRARY_SCENARIOS_PROGRAM};
 };
 
 using MacroBounds = Macros;
@@ -38,7 +34,7 @@ TEST_F(Macros, OfTheLibraryHaveTheirFirstValues) {
 }
 
 TEST_F(Macros, HaveTheValuesOfTheHost) {
-    EXPECT_EQ(told("ListWithUserAndVersion", "k = ${user} ${version} ${user}\n", {"k", "me", "7"}), "<me 7 me>\n");
+    EXPECT_EQ(outputOf("ListWithUserAndVersion", "k = ${user} ${version} ${user}\n", {"k", "me", "7"}), "<me 7 me>\n");
 }
 
 TEST_F(Macros, AreKnownInTheirCaseAndFormOnly) {
@@ -47,7 +43,7 @@ TEST_F(Macros, AreKnownInTheirCaseAndFormOnly) {
 }
 
 TEST_F(Macros, OfAHostExpandWhereverTheyStand) {
-    EXPECT_EQ(told("List", "${key} = a${tool}b${tool}\n", {"k", "tool:x", "key:k"}), "<axbx>\n");
+    EXPECT_EQ(outputOf("List", "${key} = a${tool}b${tool}\n", {"k", "tool:x", "key:k"}), "<axbx>\n");
 }
 
 TEST_F(Macros, TakeTheFirstAliasOfAName) { EXPECT_EQ(expanded("${tool}", {"tool:x", "tool:y"}), "<x>\n"); }
@@ -59,21 +55,21 @@ TEST_F(Macros, LetAnAliasHoldALaterOneOnly) {
 }
 
 TEST_F(Macros, LetABuiltInOneHoldALaterOneAndAnAlias) {
-    EXPECT_EQ(told("ListWithUserAndVersion", "k = ${version}\n", {"k", "me", "${bits}-${user}"}), "<64-me>\n");
-    EXPECT_EQ(told("ListWithUserAndVersion", "k = ${user}\n", {"k", "${version}", "5"}), "<${version}>\n");
+    EXPECT_EQ(outputOf("ListWithUserAndVersion", "k = ${version}\n", {"k", "me", "${bits}-${user}"}), "<64-me>\n");
+    EXPECT_EQ(outputOf("ListWithUserAndVersion", "k = ${user}\n", {"k", "${version}", "5"}), "<${version}>\n");
 }
 
 TEST_F(Macros, SearchFromTheStartOfTheLineAgain) { EXPECT_EQ(expanded("${${a}a}b", {"a:"}), "<b>\n"); }
 
 TEST_F(Macros, CanHaveNoNameAndNoValue) {
-    EXPECT_EQ(told("ListWithNullTexts", "k = 1${}2${a}3${user}4${version}5\n", {}), "<12345>\n");
+    EXPECT_EQ(outputOf("ListWithNullTexts", "k = 1${}2${a}3${user}4${version}5\n", {}), "<12345>\n");
 }
 
 TEST_F(MacrosAtStartUp, ExpandBehindTheCutsAndAheadOfThemForLists) {
-    EXPECT_EQ(told("StartUpWithAliases", "foo = a${c}b\n", {"c:#"}), missing("a#b") + missing("vrldll"));
-    EXPECT_EQ(told("StartUpWithAliases", "foo = ${c}\n", {"c:;"}),
+    EXPECT_EQ(outputOf("StartUpWithAliases", "foo = a${c}b\n", {"c:#"}), missing("a#b") + missing("vrldll"));
+    EXPECT_EQ(outputOf("StartUpWithAliases", "foo = ${c}\n", {"c:;"}),
               vrl_test::forEachTarget("Loading of '' as ", " failed.\n") + missing("vrldll"));
-    EXPECT_EQ(told("StartUpWithAliases", "foo = ${a;b}\n", {"a;b:1"}), missing("${a") + missing("vrldll"));
+    EXPECT_EQ(outputOf("StartUpWithAliases", "foo = ${a;b}\n", {"a;b:1"}), missing("${a") + missing("vrldll"));
     EXPECT_EQ(expanded("${a;b}", {"a;b:1"}), "<1>\n");
     EXPECT_EQ(expanded("a${c}b", {"c:;"}), "<a>\n");
     EXPECT_EQ(expanded("a${c}b", {"c:#"}), "<a>\n");
@@ -81,13 +77,13 @@ TEST_F(MacrosAtStartUp, ExpandBehindTheCutsAndAheadOfThemForLists) {
 
 TEST_F(MacrosAtStartUp, CanMakeTheKeyOfALineAndAnInclude) {
     std::string const other = vrl_test::writeFile(sandbox.work() / "other.ini", "foo = b\n");
-    EXPECT_EQ(told("StartUpWithAliases", "${key} = a\n${inc} " + other + "\n${nothing}\n",
-                   {"key:foo", "inc:#include", "nothing:"}),
+    EXPECT_EQ(outputOf("StartUpWithAliases", "${key} = a\n${inc} " + other + "\n${nothing}\n",
+                       {"key:foo", "inc:#include", "nothing:"}),
               missing("a") + missing("b") + missing("vrldll"));
 }
 
 TEST_F(MacrosAtStartUp, ExpandInFormedNames) {
-    EXPECT_EQ(told("LoadNameWithAliases", "sodlldir_linux = /n\n", {"${a}${bits}", "a:1${b}", "b:2"}),
+    EXPECT_EQ(outputOf("LoadNameWithAliases", "sodlldir_linux = /n\n", {"${a}${bits}", "a:1${b}", "b:2"}),
               missing("/n/lib_wn_1264"));
 }
 
@@ -97,9 +93,9 @@ TEST_F(MacroBounds, StopAMacroThatHoldsItselfWhenTheLineIsFull) {
 }
 
 TEST_F(MacroBounds, TakeALineOf1023CharactersAsFull) {
-    EXPECT_EQ(told("List", "k=${a}", {"k", "a:" + std::string(1017, 'x') + "${a}"}),
+    EXPECT_EQ(outputOf("List", "k=${a}", {"k", "a:" + std::string(1017, 'x') + "${a}"}),
               "<" + std::string(1017, 'x') + "${a}>\n-- warning: macro ${a} never ends.\n");
-    EXPECT_EQ(told("List", "k=${a}", {"k", "a:" + std::string(1018, 'x') + "${a}"}),
+    EXPECT_EQ(outputOf("List", "k=${a}", {"k", "a:" + std::string(1018, 'x') + "${a}"}),
               "<${a}>\n-- warning: macro ${a} never ends.\n");
 }
 
@@ -110,7 +106,7 @@ TEST_F(MacroBounds, StopAMacroAfterAThousandReplacementsInOneLine) {
 }
 
 TEST_F(MacroBounds, CountAnewForEachLine) {
-    EXPECT_EQ(told("ListWithUserAndVersion", "k = ${user}\nk = ${user}${bits}\n", {"k", "${user}", "5"}),
+    EXPECT_EQ(outputOf("ListWithUserAndVersion", "k = ${user}\nk = ${user}${bits}\n", {"k", "${user}", "5"}),
               "<${user}>\n<${user}64>\n" + times(2, "-- warning: macro ${user} never ends.\n"));
 }
 
@@ -127,30 +123,30 @@ TEST_F(MacroBounds, CutALineAt1023Characters) {
 }
 
 TEST_F(MacroBounds, CutAUserAt255AndAVersionAt1023Characters) {
-    EXPECT_EQ(told("ListWithUserAndVersion", "k = ${user}\n", {"k", std::string(255, 'u') + "v", "5"}),
+    EXPECT_EQ(outputOf("ListWithUserAndVersion", "k = ${user}\n", {"k", std::string(255, 'u') + "v", "5"}),
               "<" + std::string(255, 'u') + ">\n");
-    EXPECT_EQ(told("ListWithUserAndVersion", "k=${version}\n", {"k", "me", std::string(1017, 'v') + " patch"}),
+    EXPECT_EQ(outputOf("ListWithUserAndVersion", "k=${version}\n", {"k", "me", std::string(1017, 'v') + " patch"}),
               "<" + std::string(1017, 'v') + ">\n");
-    EXPECT_EQ(told("ListWithUserAndVersion", "k=${version}\n", {"k", "me", std::string(1018, 'v') + " patch"}),
+    EXPECT_EQ(outputOf("ListWithUserAndVersion", "k=${version}\n", {"k", "me", std::string(1018, 'v') + " patch"}),
               "<" + std::string(1018, 'v') + " pa>\n");
 }
 
 TEST_F(MacroBounds, CutAFormedNameAt2047Characters) {
     std::string const name(2047 - std::string("/n/lib_wn_").size(), 'x');
-    EXPECT_EQ(told("LoadNames", "sodlldir_linux = /n\n", {name + "yz"}), missing("/n/lib_wn_" + name));
+    EXPECT_EQ(outputOf("LoadNames", "sodlldir_linux = /n\n", {name + "yz"}), missing("/n/lib_wn_" + name));
 }
 
 TEST_F(MacroBounds, TakeAFormedNameOf2047CharactersAsFull) {
     std::string const values[] = {std::string(2033, 'x') + "${a}", std::string(2034, 'x') + "${a}"};
-    EXPECT_EQ(told("LoadNameWithAliases", "sodlldir_linux = /n\n", {"${a}", "a:" + values[0]}),
+    EXPECT_EQ(outputOf("LoadNameWithAliases", "sodlldir_linux = /n\n", {"${a}", "a:" + values[0]}),
               "-- warning: macro ${a} never ends.\n" + missing("/n/lib_wn_" + values[0]));
-    EXPECT_EQ(told("LoadNameWithAliases", "sodlldir_linux = /n\n", {"${a}", "a:" + values[1]}),
+    EXPECT_EQ(outputOf("LoadNameWithAliases", "sodlldir_linux = /n\n", {"${a}", "a:" + values[1]}),
               "-- warning: macro ${a} never ends.\n" + missing("/n/lib_wn_${a}"));
 }
 
 TEST_F(MacroBounds, StopInAFormedName) {
     std::string const name = "/n/lib_wn_" + std::string(1000, 'x') + "${a}";
-    EXPECT_EQ(told("LoadNameWithAliases", "sodlldir_linux = /n\n", {"${a}", "a:x${a}"}),
+    EXPECT_EQ(outputOf("LoadNameWithAliases", "sodlldir_linux = /n\n", {"${a}", "a:x${a}"}),
               "-- warning: macro ${a} never ends.\n" + missing(name));
 }
 

@@ -6,8 +6,8 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/support/child.h"
 #include "tests/support/load_texts.h"
+#include "tests/support/scenario_test.h"
 
 namespace {
 
@@ -22,22 +22,13 @@ using vrl_test::pluginFile;
 constexpr char kMain[] = "vrldll\n";
 constexpr char kMainEnd[] = "vrldll: post-load\n";
 
-class StartUp : public testing::Test {
+class StartUp : public vrl_test::ScenarioTest {
 protected:
-    /// What a scenario writes, if it ends well.
-    std::string told(std::string const& scenario, std::vector<std::string> const& arguments) const {
-        auto const outcome = sandbox.run(scenario, arguments);
-        EXPECT_EQ(outcome.status, 0);
-        EXPECT_EQ(outcome.err, "");
-        return outcome.out;
-    }
     std::string file(std::string const& text) const { return vrl_test::writeFile(sandbox.work() / "my.ini", text); }
     /// The messages of one start-up with a file of that text.
-    std::string started(std::string const& text) const { return told("StartUp", {file(text)}); }
+    std::string started(std::string const& text) const { return output("StartUp", {file(text)}); }
     /// The same, for a file that finds the test plug-ins.
     std::string startedWithPlugins(std::string const& text) const { return started(kPluginLines + text); }
-
-    vrl_test::Sandbox sandbox{LIBRARY_SCENARIOS_PROGRAM};
 };
 
 using StartUpOrder = StartUp;
@@ -50,13 +41,13 @@ TEST_F(StartUpOrder, LoadsTheMainPluginAndTheStandardOnesForAnEmptyFile) {
     fs::copy_file(pluginFile("vrldll"), sandbox.work() / "vrldll");
     fs::copy_file(pluginFile("onlyFoundry"), sandbox.work() / "standard");
     sandbox.set("LD_LIBRARY_PATH", sandbox.work().string());
-    EXPECT_EQ(told("StartUpWithStandard", {file(""), "standard"}), "vrldll\nonly foundry\nvrldll: post-load\n");
-    EXPECT_EQ(told("StartUpWithStandard", {file("# comment\n;other\n/third\n\n"), "standard"}),
+    EXPECT_EQ(output("StartUpWithStandard", {file(""), "standard"}), "vrldll\nonly foundry\nvrldll: post-load\n");
+    EXPECT_EQ(output("StartUpWithStandard", {file("# comment\n;other\n/third\n\n"), "standard"}),
               "vrldll\nonly foundry\nvrldll: post-load\n");
 }
 
 TEST_F(StartUpOrder, LeavesTheStandardPluginsOutIfTheViewOfTheMainOneIsThere) {
-    EXPECT_EQ(told("StartUpWithParser", {file(kPluginLines + "sodllfile = threeEntries\n")}),
+    EXPECT_EQ(output("StartUpWithParser", {file(kPluginLines + "sodllfile = threeEntries\n")}),
               "three: foundry\nthree: block\nthree: netlist\n"
               "three: post-load 1\nthree: post-load 2\nthree: post-load 3\n");
 }
@@ -70,31 +61,31 @@ TEST_F(StartUpOrder, ShowsTheMessagesAheadOfTheStandardPluginsOfTheEnd) {
 }
 
 TEST_F(StartUpOrder, ShowsNoBoxWithoutMessages) {
-    EXPECT_EQ(told("StartUpShown", {file(kPluginLines)}), "vrldll\nvrldll: post-load\n");
+    EXPECT_EQ(output("StartUpShown", {file(kPluginLines)}), "vrldll\nvrldll: post-load\n");
 }
 
 TEST_F(StartUpOrder, ShowsNothingOfAFileThatCannotBeRead) {
-    EXPECT_EQ(told("StartUpShown", {"/nothere.ini"}),
+    EXPECT_EQ(output("StartUpShown", {"/nothere.ini"}),
               "-- warning: no dll/so being loaded, config file </nothere.ini> can not be read.\n");
 }
 
 TEST_F(StartUpOrder, CallsNoPostLoadHookForAFileThatCannotBeRead) {
-    EXPECT_EQ(told("StartUpWithEach", {file(kPluginLines + "sodllfile = onlyFoundry\n"), "/nothere.ini"}),
+    EXPECT_EQ(output("StartUpWithEach", {file(kPluginLines + "sodllfile = onlyFoundry\n"), "/nothere.ini"}),
               "vrldll\nonly foundry\nvrldll: post-load\n--\n"
               "-- warning: no dll/so being loaded, config file </nothere.ini> can not be read.\n--\n");
 }
 
 TEST_F(StartUpOrder, ThrowsEarlierMessagesAway) {
-    EXPECT_EQ(told("StartUpLosesEarlierMessages", {file(kPluginLines)}), "vrldll\nvrldll: post-load\n");
+    EXPECT_EQ(output("StartUpLosesEarlierMessages", {file(kPluginLines)}), "vrldll\nvrldll: post-load\n");
 }
 
 TEST_F(StartUpOrder, FillsTheAttributeFactoryOnTheFirstCallOnly) {
-    EXPECT_EQ(told("StartUpFillsAttributes", {"/nothere.ini"}), "  Value_Complex\n"
-                                                                "  Value_Double\n"
-                                                                "  Value_Int\n"
-                                                                "  Value_String\n"
-                                                                "  Value_bool\n");
-    EXPECT_EQ(told("StartUpFillsAttributesOnce", {"/nothere.ini"}), "end\n");
+    EXPECT_EQ(output("StartUpFillsAttributes", {"/nothere.ini"}), "  Value_Complex\n"
+                                                                  "  Value_Double\n"
+                                                                  "  Value_Int\n"
+                                                                  "  Value_String\n"
+                                                                  "  Value_bool\n");
+    EXPECT_EQ(output("StartUpFillsAttributesOnce", {"/nothere.ini"}), "end\n");
 }
 
 TEST_F(StartUpOrder, CallsThePostLoadHookOnceForEachEntryPoint) {
@@ -115,7 +106,7 @@ TEST_F(StartUpOrder, GoesOnBehindWhatCannotBeLoaded) {
 }
 
 TEST_F(StartUpOrder, LetsAnExceptionOfAPluginThroughAndClosesTheFile) {
-    EXPECT_EQ(told("StartUpThrows", {file(kPluginLines + "sodllfile = throwing\n")}), "no foundry today\n3\n");
+    EXPECT_EQ(output("StartUpThrows", {file(kPluginLines + "sodllfile = throwing\n")}), "no foundry today\n3\n");
 }
 
 TEST_F(StartUpLines, NeedTheirKeyAtTheStartAndInItsCase) {
@@ -148,7 +139,7 @@ TEST_F(StartUpLines, ScanTheFolderThatTheWholeLineNames) {
 
 TEST_F(StartUpLines, AlwaysReportUnmappedFilesOfAScan) {
     vrl_test::writeFile(sandbox.work() / "d = a*.so/lib_wn.so", "short");
-    EXPECT_EQ(told("StartUpQuietly", {file("sodlldir_linux = /n\nsodllpostfix_linux = .so\nd = a\n")}),
+    EXPECT_EQ(output("StartUpQuietly", {file("sodlldir_linux = /n\nsodllpostfix_linux = .so\nd = a\n")}),
               cannotLoad("d = a*.so/lib_wn.so", "d = a*.so/lib_wn.so: file too short"));
 }
 
@@ -159,7 +150,7 @@ TEST_F(StartUpLines, ScanFindsNothingInTheFolderOfItsValue) {
 TEST_F(StartUpLines, ExpandTheMacroThatTheScanPutsTogether) {
     fs::create_directories(sandbox.work() / "d = 1");
     fs::copy_file(pluginFile("onlyFoundry"), sandbox.work() / "d = 1/lib_wnb}");
-    EXPECT_EQ(told("StartUpWithAliases", {file("sodllpostfix_linux = b}\nd = ${a\n"), "a*b:1"}),
+    EXPECT_EQ(output("StartUpWithAliases", {file("sodllpostfix_linux = b}\nd = ${a\n"), "a*b:1"}),
               "only foundry\n" + missing("vrldllb}"));
 }
 
@@ -183,7 +174,7 @@ TEST_F(StartUpLines, WithAnEmptyValueLoseTheirTrailingBlanks) {
     // The scan takes the line as it is for the name of a folder.
     std::filesystem::create_directory(sandbox.work() / "dir =*.so");
     std::filesystem::copy_file(pluginFile("onlyFoundry"), sandbox.work() / "dir =*.so" / "lib_wn.so");
-    EXPECT_EQ(told("StartUpWithParser", {file("sodllpostfix_linux = .so\ndir =  \t \n")}), "only foundry\n");
+    EXPECT_EQ(output("StartUpWithParser", {file("sodllpostfix_linux = .so\ndir =  \t \n")}), "only foundry\n");
 }
 
 TEST_F(StartUpLines, WithAnEmptyValueHaveOne) {
@@ -225,11 +216,11 @@ TEST_F(StartUpLines, TakeThePostfixForWhatStandsBehindIt) {
 TEST_F(StartUpLines, ReportUnmappedFilesOfNamedLibrariesOnDemand) {
     std::string const name = VRL_TEST_PLUGINS "/lib_wn_nothere.so.5.1.3";
     EXPECT_EQ(startedWithPlugins("sodllfile = nothere\n"), kMain + missing(name) + kMainEnd);
-    EXPECT_EQ(told("StartUpQuietly", {file(kPluginLines + "sodllfile = nothere\n")}), "vrldll\nvrldll: post-load\n");
+    EXPECT_EQ(output("StartUpQuietly", {file(kPluginLines + "sodllfile = nothere\n")}), "vrldll\nvrldll: post-load\n");
 }
 
 TEST_F(StartUpLines, AlwaysReportUnmappedFilesOfLists) {
-    EXPECT_EQ(told("StartUpQuietly", {file(kPluginLines + "foo = a.dll\nenv = VRL_TEST_NONE\n")}),
+    EXPECT_EQ(output("StartUpQuietly", {file(kPluginLines + "foo = a.dll\nenv = VRL_TEST_NONE\n")}),
               missing("a.dll") + vrl_test::times(7, "No env. setting for 'VRL_TEST_NONE'\n") + kMain + kMainEnd);
 }
 
@@ -239,7 +230,7 @@ TEST_F(StartUpLines, LoadFromEachFolder) {
 }
 
 TEST_F(StartUpLines, GetTheTagOfTheHost) {
-    EXPECT_EQ(told("StartUpAs", {file("sodlldir_linux = /nowhere\nsodllfile = x\n"), "1", "u", "ab"}),
+    EXPECT_EQ(output("StartUpAs", {file("sodlldir_linux = /nowhere\nsodllfile = x\n"), "1", "u", "ab"}),
               missing("/nowhere/lib_ab_vrldll") + missing("/nowhere/lib_ab_x"));
 }
 
@@ -260,9 +251,9 @@ TEST_F(StartUpLines, EndAtAZeroByte) {
 }
 
 TEST_F(StandardPlugins, ComeRightAheadOfTheFirstNamedLibrary) {
-    EXPECT_EQ(told("StartUpWithStandard", {file(kPluginLines + "foo = " + pluginFile("threeEntries") +
-                                                "\nsodllfile = version20111\nsodllfile = version30000\n"),
-                                           "onlyFoundry", "version20110"}),
+    EXPECT_EQ(output("StartUpWithStandard", {file(kPluginLines + "foo = " + pluginFile("threeEntries") +
+                                                  "\nsodllfile = version20111\nsodllfile = version30000\n"),
+                                             "onlyFoundry", "version20110"}),
               "three: foundry\nthree: block\nthree: netlist\n"
               "vrldll\nonly foundry\nversion 20110\n"
               "version 20111\nversion 30000\n"
@@ -270,25 +261,26 @@ TEST_F(StandardPlugins, ComeRightAheadOfTheFirstNamedLibrary) {
 }
 
 TEST_F(StandardPlugins, AreNotLoadedAgainByTheirName) {
-    EXPECT_EQ(told("StartUpWithStandard",
-                   {file(kPluginLines + "sodllfile = onlyFoundry\nsodllfile = version20111\n"), "onlyFoundry"}),
+    EXPECT_EQ(output("StartUpWithStandard",
+                     {file(kPluginLines + "sodllfile = onlyFoundry\nsodllfile = version20111\n"), "onlyFoundry"}),
               "vrldll\nonly foundry\nversion 20111\nvrldll: post-load\n");
 }
 
 TEST_F(StandardPlugins, AreComparedAsWholeNames) {
-    EXPECT_EQ(told("StartUpWithStandard",
-                   {file("sodlldir_linux = " VRL_TEST_PLUGINS "\nsodllfile = onlyFoundry.so.5.1.3\n"), "onlyFoundry"}),
-              missing(VRL_TEST_PLUGINS "/lib_wn_vrldll") + missing(VRL_TEST_PLUGINS "/lib_wn_onlyFoundry") +
-                  "only foundry\n");
+    EXPECT_EQ(
+        output("StartUpWithStandard",
+               {file("sodlldir_linux = " VRL_TEST_PLUGINS "\nsodllfile = onlyFoundry.so.5.1.3\n"), "onlyFoundry"}),
+        missing(VRL_TEST_PLUGINS "/lib_wn_vrldll") + missing(VRL_TEST_PLUGINS "/lib_wn_onlyFoundry") +
+            "only foundry\n");
 }
 
 TEST_F(StandardPlugins, ThatAddThemselvesComeToAnEnd) {
-    EXPECT_EQ(told("StartUpWithStandard", {file(kPluginLines), "addsStandard"}),
+    EXPECT_EQ(output("StartUpWithStandard", {file(kPluginLines), "addsStandard"}),
               "vrldll\nadds standard\nvrldll: post-load\n");
 }
 
 TEST_F(StandardPlugins, ThatAreAddedMeanwhileAreLoadedToo) {
-    EXPECT_EQ(told("StartUpWithStandard", {file(kPluginLines + "sodllfile = onlyFoundry\n"), "addsAnother"}),
+    EXPECT_EQ(output("StartUpWithStandard", {file(kPluginLines + "sodllfile = onlyFoundry\n"), "addsAnother"}),
               "vrldll\nadds another\nonly foundry\nvrldll: post-load\n");
 }
 
@@ -298,13 +290,13 @@ TEST_F(StandardPlugins, TryTheMainPluginOnce) {
 
 TEST_F(SecondStartUp, ReadsTheFileAgainAndAddsItsFolders) {
     std::string const path = file(kPluginLines + "sodllfile = onlyFoundry\n");
-    EXPECT_EQ(told("StartUpWithEach", {path, "-"}), "vrldll\nonly foundry\nvrldll: post-load\n--\n"
-                                                    "only foundry\nonly foundry\nvrldll: post-load\n--\n");
+    EXPECT_EQ(output("StartUpWithEach", {path, "-"}), "vrldll\nonly foundry\nvrldll: post-load\n--\n"
+                                                      "only foundry\nonly foundry\nvrldll: post-load\n--\n");
 }
 
 TEST_F(SecondStartUp, AddsNoFolderTwiceToAFileThatClearsThem) {
     std::string const path = file("sodlldir_clear\n" + kPluginLines + "sodllfile = threeEntries\n");
-    EXPECT_EQ(told("StartUpWithEach", {path, "-"}),
+    EXPECT_EQ(output("StartUpWithEach", {path, "-"}),
               "vrldll\nthree: foundry\nthree: block\nthree: netlist\n"
               "vrldll: post-load\nthree: post-load 1\nthree: post-load 2\nthree: post-load 3\n--\n"
               "three: foundry\nthree: block\nthree: netlist\n"
@@ -315,29 +307,30 @@ TEST_F(SecondStartUp, AddsNoFolderTwiceToAFileThatClearsThem) {
 TEST_F(SecondStartUp, SeesANewPathIfTheFirstOneWasSetToo) {
     std::string const first = vrl_test::writeFile(sandbox.work() / "1.ini", "foo = 1.so\n");
     std::string const second = vrl_test::writeFile(sandbox.work() / "2.ini", "foo = 2.so\n");
-    EXPECT_EQ(told("StartUpWithEach", {first, second}),
+    EXPECT_EQ(output("StartUpWithEach", {first, second}),
               missing("1.so") + missing("vrldll") + "--\n" + missing("2.so") + "--\n");
 }
 
 TEST_F(SecondStartUp, DoesNotSeeANewPathIfTheFirstOneWasFound) {
     vrl_test::writeFile(sandbox.home() / ".config/vorlane/VRLConfig.ini", "foo = 1.so\nname = found\n");
-    EXPECT_EQ(told("StartUpThenOverride", {file("foo = 2.so\nname = set\n")}),
+    EXPECT_EQ(output("StartUpThenOverride", {file("foo = 2.so\nname = set\n")}),
               missing("1.so") + missing("vrldll") + "--\n" + missing("1.so") + "--\nset\n" + sandbox.work().string() +
                   "\n");
 }
 
 TEST_F(SecondStartUp, WarnsOfAnUnreadableFileOnce) {
-    EXPECT_EQ(told("StartUpWithEach", {"/no.ini", "-", "/other.ini"}),
+    EXPECT_EQ(output("StartUpWithEach", {"/no.ini", "-", "/other.ini"}),
               "-- warning: no dll/so being loaded, config file </no.ini> can not be read.\n--\n--\n--\n");
 }
 
 TEST_F(StartUp, CountsAFolderAsAFileThatCannotBeOpened) {
-    EXPECT_EQ(told("StartUp", {sandbox.work().string()}),
+    EXPECT_EQ(output("StartUp", {sandbox.work().string()}),
               "-- warning: no dll/so being loaded, config file <" + sandbox.work().string() + "> can not be read.\n");
 }
 
 TEST_F(StartUp, TakesBetaOutOfTheVersionAtEachStartAndNotBefore) {
-    EXPECT_EQ(told("StartUpsWithBeta", {file("name = ${version}\n"), "/no.ini"}), "5 beta\n5\n6 beta\n6\n7 beta\n7\n");
+    EXPECT_EQ(output("StartUpsWithBeta", {file("name = ${version}\n"), "/no.ini"}),
+              "5 beta\n5\n6 beta\n6\n7 beta\n7\n");
 }
 
 struct VersionCase {
@@ -349,7 +342,7 @@ struct VersionCase {
 class VersionTexts : public StartUp, public testing::WithParamInterface<VersionCase> {};
 
 TEST_P(VersionTexts, AreCut) {
-    EXPECT_EQ(told("StartUpAs", {file("foo = /v${version}.so\n"), GetParam().given, "u", "wn"}),
+    EXPECT_EQ(output("StartUpAs", {file("foo = /v${version}.so\n"), GetParam().given, "u", "wn"}),
               missing("/v" + std::string(GetParam().used) + ".so") + missing("vrldll"));
 }
 
@@ -363,7 +356,7 @@ INSTANTIATE_TEST_SUITE_P(
     [](auto const& test) { return std::string(test.param.title); });
 
 TEST_F(VersionText, OfAReadPostfixStays) {
-    EXPECT_EQ(told("StartUpThenNewVersion", {file("sodlldir_linux = /n\nsodllpostfix_linux = .${version}\n")}),
+    EXPECT_EQ(output("StartUpThenNewVersion", {file("sodlldir_linux = /n\nsodllpostfix_linux = .${version}\n")}),
               missing("/n/lib_wn_x.5.1.3"));
 }
 

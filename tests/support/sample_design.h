@@ -135,4 +135,12 @@ std::string printed(T const& object) {
     return stream.str();
 }
 
+/// A choice of cross section by name.
+inline Foundry::CSInfo choiceOf(std::string const& csName, std::string const& flowName = "") {
+    Foundry::CSInfo info(nullptr);
+    info.setCS(csName);
+    info.setFlow(flowName);
+    return info;
+}
+
 }  // namespace sample

@@ -50,6 +50,12 @@ struct FactoryTypeOf<TypeView<Netlist>> {
 template <class T>
 using FactoryType = typename FactoryTypeOf<T>::type;
 
+template <class... T>
+struct TypeList {};
+
+/// The seven types, in the order in which one library is loaded for all of them.
+using FactoryTypes = TypeList<Attribute, Foundry, BB, Netlist, View, TypeView<BB>, TypeView<Netlist>>;
+
 /// The default object of T; throws as FactoryLoader<T>::getDefault does. Each class defines its own.
 template <class T>
 shared_ptr<T> defaultObject();

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <chrono>
-#include <iterator>
 #include <ostream>
 #include <utility>
 
@@ -10,6 +9,7 @@
 #include "vrllib/core/messages.h"
 #include "vrllib/core/thrown_text.h"
 #include "vrllib/platform/platform.h"
+#include "vrllib/plugins/load_targets.h"
 #include "vrllib/plugins/loader.h"
 #include "vrllib/plugins/loader_state.h"
 #include "vrllib/plugins/observed_call.h"
@@ -20,11 +20,6 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 using Reason = platform::SystemError::Reason;
-
-/// The entry points of the targets, in their order.
-constexpr char const* kEntries[] = {"initLibraryAttribute",  "initLibraryFoundry",       "initLibraryBB",
-                                    "initLibraryNetlist",    "initLibraryComponentView", "initLibraryBBView",
-                                    "initLibraryNetlistView"};
 
 /// One load: a file for a target.
 class Load {
@@ -52,8 +47,10 @@ private:
 
 Load::Load(char const* file, char const* entryName, char const* labelText, bool reportUnmapped)
     : entry(entryName ? entryName : ""), label(labelText ? labelText : ""), verbose(reportUnmapped) {
-    auto const target = std::find(std::begin(kEntries), std::end(kEntries), entry) - std::begin(kEntries);
-    event.target = static_cast<LoadTarget>(target);
+    auto const& targets = loadTargets();
+    auto const target =
+        std::find_if(targets.begin(), targets.end(), [&](TargetLoads const& loads) { return loads.entry == entry; });
+    event.target = static_cast<LoadTarget>(target - targets.begin());  // kOther comes after the seven
     event.path = file ? file : "";
     event.line = loaderState().line;
     if (event.line == LoadEvent::kNoLine) return;

@@ -6,22 +6,21 @@ namespace Vorlane_v1_0::detail {
 
 namespace {
 
-template <class T>
-LoadTarget targetOf() {
-    return {&FactoryLoader<T>::loadLibs, &FactoryLoader<T>::loadDir, &FactoryLoader<T>::loadEnvString};
+template <class... T>
+constexpr std::array<TargetLoads, sizeof...(T)> targetsOf(TypeList<T...>) {
+    return {{{Target<T>::entry, &FactoryLoader<T>::loadLibs, &FactoryLoader<T>::loadDir,
+              &FactoryLoader<T>::loadEnvString}...}};
 }
 
 }  // namespace
 
-std::array<LoadTarget, 7> const& loadTargets() {
-    static std::array<LoadTarget, 7> const targets{
-        targetOf<Attribute>(),    targetOf<Foundry>(),          targetOf<BB>(), targetOf<Netlist>(), targetOf<View>(),
-        targetOf<TypeView<BB>>(), targetOf<TypeView<Netlist>>()};
+std::array<TargetLoads, 7> const& loadTargets() {
+    static auto const targets = targetsOf(FactoryTypes());
     return targets;
 }
 
 void loadLibsForAll(char const* list, bool verbose) {
-    for (LoadTarget const& target : loadTargets()) target.loadLibs(list, verbose);
+    for (TargetLoads const& target : loadTargets()) target.loadLibs(list, verbose);
 }
 
 }  // namespace Vorlane_v1_0::detail

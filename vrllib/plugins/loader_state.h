@@ -54,21 +54,10 @@ private:
     unsigned* previous;
 };
 
-/// While it lives, loads are asked for by no line of the configuration.
-class NoLoadLine {
-public:
-    NoLoadLine() : previous(std::exchange(loaderState().line, LoadEvent::kNoLine)) {}
-    NoLoadLine(NoLoadLine const&) = delete;
-    NoLoadLine& operator=(NoLoadLine const&) = delete;
-    ~NoLoadLine() { loaderState().line = previous; }
-
-private:
-    std::size_t previous;
-};
-
-/// While it lives, loads count as asked for by a line of the configuration.
+/// While it lives, loads count as asked for by a line of the configuration, or by none.
 class LoadLineScope {
 public:
+    LoadLineScope() : previous(std::exchange(loaderState().line, LoadEvent::kNoLine)) {}
     explicit LoadLineScope(LoadLine line);
     LoadLineScope(LoadLineScope const&) = delete;
     LoadLineScope& operator=(LoadLineScope const&) = delete;

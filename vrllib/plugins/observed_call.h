@@ -10,7 +10,7 @@ namespace Vorlane_v1_0::detail {
 /// not asked for by a line of the configuration.
 template <class Code>
 auto observedCall(std::string const& path, std::string const& function, Code const& code) {
-    NoLoadLine const none;
+    LoadLineScope const none;
     if (LoadObserver* const observer = loaderState().observer) observer->beforeCall(path, function);
     auto result = code();
     if (LoadObserver* const observer = loaderState().observer) observer->afterCall(path, function);

@@ -43,14 +43,12 @@ void RegisteredKeys::compare(LoadTarget target, std::vector<LoadedKey>* changes)
     before.erase(old, before.end());
 }
 
-void RegisteredKeys::compareAll(std::vector<LoadedKey>* changes) {
-    compare<Attribute>(LoadTarget::kAttribute, changes);
-    compare<Foundry>(LoadTarget::kFoundry, changes);
-    compare<BB>(LoadTarget::kBlock, changes);
-    compare<Netlist>(LoadTarget::kNetlist, changes);
-    compare<View>(LoadTarget::kComponentView, changes);
-    compare<TypeView<BB>>(LoadTarget::kBlockView, changes);
-    compare<TypeView<Netlist>>(LoadTarget::kNetlistView, changes);
+template <class... T>
+void RegisteredKeys::compareEach(TypeList<T...>, std::vector<LoadedKey>* changes) {
+    std::size_t target = 0;
+    (compare<T>(static_cast<LoadTarget>(target++), changes), ...);
 }
+
+void RegisteredKeys::compareAll(std::vector<LoadedKey>* changes) { compareEach(FactoryTypes(), changes); }
 
 }  // namespace Vorlane_v1_0::detail

@@ -6,6 +6,7 @@
 #include <typeinfo>
 #include <vector>
 
+#include "vrllib/core/factory_types.h"
 #include "vrllib/plugins/load_report.h"
 
 // Which library registered which key. Private.
@@ -26,9 +27,12 @@ public:
 private:
     using Known = std::map<std::string, std::type_info const*>;
 
+    /// Adds the differences to `changes` unless it is null.
+    void compareAll(std::vector<LoadedKey>* changes);
+    template <class... T>
+    void compareEach(TypeList<T...>, std::vector<LoadedKey>* changes);
     template <class T>
     void compare(LoadTarget target, std::vector<LoadedKey>* changes);
-    void compareAll(std::vector<LoadedKey>* changes);
 
     std::array<Known, 7> known;
 };

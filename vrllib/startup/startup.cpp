@@ -86,11 +86,11 @@ void Startup::scanFolder(std::string const& line) {
     std::string const postfix = configuration().sodllPostfix;
     std::string folder = line + "*" + postfix;
     expandMacros(folder, kLineArray);
-    for (LoadTarget const& target : loadTargets()) target.loadDir(folder.c_str(), postfix.c_str(), true);
+    for (TargetLoads const& target : loadTargets()) target.loadDir(folder.c_str(), postfix.c_str(), true);
 }
 
 void Startup::loadVariable(std::string const& value) {
-    for (LoadTarget const& target : loadTargets()) target.loadEnvString(value.c_str(), true);
+    for (TargetLoads const& target : loadTargets()) target.loadEnvString(value.c_str(), true);
 }
 
 void Startup::addFolder(std::string const& value) {
@@ -101,7 +101,7 @@ void Startup::addFolder(std::string const& value) {
 // well, but only new ones, so that a plug-in that adds itself comes to an end.
 void Startup::loadStandardPlugins() {
     if (FactoryLoader<View>::factory().find("KSR/Parser")) return;
-    NoLoadLine const none;
+    LoadLineScope const none;
     vrlInit_loadSo("vrldll", verbose);
     auto const& names = configuration().standardSoList;
     std::size_t const known = names.size();

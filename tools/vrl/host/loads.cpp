@@ -20,11 +20,6 @@ using vrl::LoadOutcome;
 
 std::map<std::string, std::string> skipped;
 
-std::string versionText(unsigned version) {
-    return std::to_string(version / 10000) + "." + std::to_string(version / 100 % 100) + "." +
-           std::to_string(version % 100);
-}
-
 std::string refusalReason(LoadEvent const& event) {
     std::string const needed = "version " + versionText(event.neededVersion) + " of the interface is asked for";
     if (!event.hasVersion) return "it has no getAPIversion, and " + needed;
@@ -117,6 +112,11 @@ std::vector<ConfiguredLibrary> configuredLibraries(std::vector<Load> const& load
     for (std::size_t i = 0; i < loads.size(); ++i)
         if (loads[i].line != LoadEvent::kNoLine) libraries[loads[i].line].loads.push_back(i);
     return libraries;
+}
+
+std::string versionText(unsigned version) {
+    return std::to_string(version / 10000) + "." + std::to_string(version / 100 % 100) + "." +
+           std::to_string(version % 100);
 }
 
 void skipPath(std::string const& path, std::string const& reason) { skipped[path] = reason; }

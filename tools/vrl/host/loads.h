@@ -44,6 +44,9 @@ std::vector<ConfiguredLibrary> configuredLibraries(std::vector<Load> const& load
 void skipPath(std::string const& path, std::string const& reason);
 std::map<std::string, std::string> const& skippedPaths();
 
+/// The version in the form of needsLibaryVersion as text: "2.1.11" for 20111.
+std::string versionText(unsigned version);
+
 /// The reason for a library that threw from a function.
 std::string throwReason(vrl::LoadEvent const& event, std::string const& function);
 

@@ -72,11 +72,11 @@ void Supervised::beReady() {
     std::cerr.flush();
     dup2(keptErrors.get(), STDERR_FILENO);
     keptErrors.reset();
-    setpgid(0, getpgid(getppid()));  // back to where the terminal can reach it
     if (write(reports.to.get(), kReady, sizeof kReady - 1) < 0) return;
     reports.to.reset();
     char byte;
     while (read(proceed.from.get(), &byte, 1) < 0 && errno == EINTR) continue;
+    setpgid(0, getpgid(getppid()));  // back to where the terminal can reach it
 }
 
 bool Supervised::hasEnded(ProcessResult& ended) {
@@ -84,6 +84,14 @@ bool Supervised::hasEnded(ProcessResult& ended) {
     if (waitpid(child, &state, WNOHANG) != child) return false;
     ended = endedWith(state);
     return true;
+}
+
+bool Supervised::takeOutput(Start& start, int milliseconds) {
+    std::array<pollfd, 2> polled{{{reports.from.get(), POLLIN, 0}, {errors.from.get(), POLLIN, 0}}};
+    if (poll(polled.data(), polled.size(), milliseconds) <= 0) return false;
+    bool const reported = polled[0].revents && drain(reports.from, start.reports);
+    bool const written = polled[1].revents && drain(errors.from, start.errors);
+    return reported || written;
 }
 
 // The pipes may be held open by what the copy started, so its end is looked for as well.
@@ -95,15 +103,8 @@ Supervised::Start Supervised::waitUntilReady(unsigned seconds, std::function<voi
         auto const passed = std::chrono::duration_cast<std::chrono::seconds>(Clock::now() - began).count();
         waiting(static_cast<std::size_t>(passed));
         over = hasEnded(start.ended);
-        std::array<pollfd, 2> polled{{{reports.from.get(), POLLIN, 0}, {errors.from.get(), POLLIN, 0}}};
-        int const wait = over ? 0 : kLookMilliseconds;
-        while (poll(polled.data(), polled.size(), wait) > 0) {
-            bool const more = (polled[0].revents && drain(reports.from, start.reports)) |
-                              (polled[1].revents && drain(errors.from, start.errors));
-            polled[0].fd = reports.from.get();
-            polled[1].fd = errors.from.get();
-            if (!more || !over) break;
-        }
+        if (!over) takeOutput(start, kLookMilliseconds);
+        while (over && takeOutput(start, 0)) continue;
         start.ready = endsWith(start.reports, kReady);
         if (start.ready || over || passed < static_cast<long long>(seconds)) continue;
         start.ended.started = start.ended.timedOut = over = true;
@@ -116,8 +117,8 @@ Supervised::Start Supervised::waitUntilReady(unsigned seconds, std::function<voi
 
 ProcessResult Supervised::waitForEnd() {
     watched = child;
-    proceed.to.reset();
     for (int const signal : {SIGINT, SIGTERM, SIGHUP}) std::signal(signal, &handOn);
+    proceed.to.reset();
     int state = 0;
     while (waitpid(child, &state, 0) < 0 && errno == EINTR) continue;
     for (int const signal : {SIGINT, SIGTERM, SIGHUP}) std::signal(signal, SIG_DFL);

@@ -44,6 +44,8 @@ public:
 
 private:
     bool hasEnded(ProcessResult& ended);
+    /// Takes what the copy has written by then. False if it wrote nothing.
+    bool takeOutput(Start& start, int milliseconds);
 
     pid_t child = -1;
     Pipe reports;

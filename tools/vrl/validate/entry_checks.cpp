@@ -6,6 +6,7 @@
 #include <memory>
 #include <sstream>
 
+#include "host/loads.h"
 #include "text/table.h"
 #include "validate/child.h"
 #include "validate/plugin.h"
@@ -35,11 +36,6 @@ std::string demangled(std::string text) {
 std::string withoutPath(std::string const& text, std::string const& path) {
     std::string const head = path + ": ";
     return text.compare(0, head.size(), head) == 0 ? text.substr(head.size()) : text;
-}
-
-std::string versionText(unsigned version) {
-    return std::to_string(version / 10000) + "." + std::to_string(version / 100 % 100) + "." +
-           std::to_string(version % 100);
 }
 
 /// The first line of a text, shortened, in quotes.
