@@ -1,0 +1,21 @@
+#pragma once
+
+#include <cstddef>
+#include <memory>
+
+#include "vrllib/vrllib.h"
+
+namespace bench {
+
+struct NetlistDeleter {
+    void operator()(vrl::Netlist* netlist) const { vrl::Netlist::destroy(netlist); }
+};
+using NetlistPtr = std::unique_ptr<vrl::Netlist, NetlistDeleter>;
+
+/// Registers the 20 kinds of blocks and their foundry; only the first call does something.
+void registerKinds();
+
+/// The circuit of circuit.h in the library, numbered from 1.
+NetlistPtr buildNetlist(std::size_t blocks);
+
+}  // namespace bench

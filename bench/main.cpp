@@ -1,0 +1,184 @@
+#include <benchmark/benchmark.h>
+#include <malloc.h>
+
+#include <cstdlib>
+#include <fstream>
+#include <functional>
+#include <iostream>
+#include <iterator>
+#include <sstream>
+#include <string>
+
+#include "bench/measured.h"
+#include "bench/peer.h"
+
+// Each benchmark is one operation on a circuit, "PEER/OPERATION/BLOCKS", and runs once: scripts/bench starts a process
+// for each run, since a used heap alone makes a load several times slower.
+
+namespace bench {
+
+namespace {
+
+struct Entry {
+    char const* name;
+    std::unique_ptr<Peer> (*create)();
+};
+constexpr Entry kPeers[] = {
+    {"library", library},         {"cereal-unique", cerealUnique}, {"cereal-shared", cerealShared},
+    {"boost", boostUnique},       {"protobuf", protobuf},          {"json", json},
+    {"hand-written", handWritten}};
+
+/// The bytes of all live allocations.
+double liveHeap() {
+    auto const info = mallinfo2();
+    return static_cast<double>(info.uordblks + info.hblkhd);
+}
+
+/// The saved circuit, as a run of "save" left it.
+std::string fileOf(std::string const& peer, std::size_t blocks) {
+    char const* const folder = std::getenv("BENCH_FOLDER");
+    return std::string(folder ? folder : ".") + "/" + peer + "-" + std::to_string(blocks) + ".bin";
+}
+
+std::string bytesOf(std::string const& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+/// Takes all bytes and keeps none.
+class Sink final : public std::streambuf {
+public:
+    std::size_t size = 0;
+
+private:
+    int_type overflow(int_type c) override { return ++size, traits_type::not_eof(c); }
+    std::streamsize xsputn(char const*, std::streamsize count) override {
+        size += static_cast<std::size_t>(count);
+        return count;
+    }
+};
+
+/// One run: what is prepared before, what is measured, and what becomes of the heap.
+class Run {
+public:
+    Run(Entry const& e, std::size_t b, benchmark::State& s) : entry(e), blocks(b), state(s), peer(e.create()) {}
+
+    void build() {
+        measureHeap([this] { peer->build(blocks); });
+        checkSum();
+    }
+    void save() {
+        peer->build(blocks);
+        std::ofstream(fileOf(entry.name, blocks), std::ios::binary) << measureSave();
+    }
+    void saveAgain() {
+        peer->build(blocks);
+        Sink sink;
+        std::ostream first(&sink);
+        peer->save(first);
+        measureSave();
+    }
+    void saveLoaded() {
+        std::istringstream in(saved());
+        peer->load(in);
+        measureSave();
+    }
+    void load() {
+        std::istringstream in(saved());
+        measureHeap([&] { peer->load(in); });
+        checkSum();
+    }
+    void loadFile() {
+        saved();  // so that the file is in the memory of the system
+        std::ifstream in(fileOf(entry.name, blocks), std::ios::binary);
+        measureHeap([&] { peer->load(in); });
+        checkSum();
+    }
+    void free() {
+        peer->build(blocks);
+        measureHeap([this] { peer->free(); });
+    }
+    void copyBytes() {
+        std::string const bytes = saved();
+        std::string copy;
+        measureHeap([&] { copy.assign(bytes.begin(), bytes.end()); });
+        benchmark::DoNotOptimize(copy.data());
+    }
+
+private:
+    std::string saved() {
+        std::string bytes = bytesOf(fileOf(entry.name, blocks));
+        if (bytes.empty()) state.SkipWithError("no saved circuit; run the operation 'save' first");
+        state.counters["bytes"] = static_cast<double>(bytes.size()) / static_cast<double>(blocks);
+        return bytes;
+    }
+
+    void measureHeap(std::function<void()> const& work) {
+        double const before = liveHeap();
+        for (auto _ : state) measured(work);
+        state.counters["heap"] = (liveHeap() - before) / static_cast<double>(blocks);
+    }
+
+    /// The bytes that were written do not count as heap of the circuit.
+    std::string measureSave() {
+        double const before = liveHeap();
+        std::ostringstream out;
+        for (auto _ : state) measured([&] { peer->save(out); });
+        std::string bytes = out.str();
+        state.counters["bytes"] = static_cast<double>(bytes.size()) / static_cast<double>(blocks);
+        std::ostringstream().swap(out);
+        state.counters["heap"] =
+            (liveHeap() - before - static_cast<double>(bytes.capacity())) / static_cast<double>(blocks);
+        return bytes;
+    }
+
+    /// A circuit that is not the right one must not count as fast.
+    void checkSum() {
+        std::unique_ptr<Peer> const model = handWritten();
+        model->build(blocks);
+        if (model->checksum() != peer->checksum()) state.SkipWithError("the circuit is not the one that was built");
+    }
+
+    Entry const& entry;
+    std::size_t blocks;
+    benchmark::State& state;
+    std::unique_ptr<Peer> peer;
+};
+
+struct Operation {
+    char const* name;
+    void (Run::*run)();
+};
+constexpr Operation kOperations[] = {{"build", &Run::build},
+                                     {"save", &Run::save},
+                                     {"save-again", &Run::saveAgain},
+                                     {"save-loaded", &Run::saveLoaded},
+                                     {"load", &Run::load},
+                                     {"load-file", &Run::loadFile},
+                                     {"free", &Run::free},
+                                     {"copy-bytes", &Run::copyBytes}};
+
+void registerAll() {
+    for (std::size_t const blocks : {500, 1000, 10000, 100000, 1000000})
+        for (Entry const& entry : kPeers)
+            for (Operation const& operation : kOperations)
+                benchmark::RegisterBenchmark(
+                    (std::string(entry.name) + "/" + operation.name + "/" + std::to_string(blocks)).c_str(),
+                    [&entry, &operation, blocks](benchmark::State& state) {
+                        Run run(entry, blocks, state);
+                        (run.*operation.run)();
+                    })
+                    ->Iterations(1)
+                    ->Unit(benchmark::kMicrosecond);
+}
+
+}  // namespace
+
+}  // namespace bench
+
+int main(int argc, char** argv) {
+    bench::registerAll();
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 2;
+    return benchmark::RunSpecifiedBenchmarks() > 0 ? 0 : 2;
+}
