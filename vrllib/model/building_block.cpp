@@ -120,7 +120,10 @@ bool BB::isAllowed(Foundry::CSInfo const&) const { return true; }
 Foundry::CSInfo& BB::getCS(Port const&) { return defaultCS; }
 Foundry::CSInfo const& BB::getCS(Port const&) const { return defaultCS; }
 
-void BB::addPort(PortLabel const& label, EnumList::Domain const& d) { ports.emplace_back(label, this, d); }
+void BB::addPort(PortLabel const& label, EnumList::Domain const& d) {
+    if (ports.empty()) ports.reserve(2);  // as most kinds have at least: ports are large to move
+    ports.emplace_back(label, this, d);
+}
 
 void BB::addPorts(EnumList::Domain const& d, char const* first, ...) {
     std::va_list names;

@@ -1,6 +1,5 @@
 #include "vrllib/model/netlist.h"
 
-#include <algorithm>
 #include <iostream>
 
 #include "vrllib/core/thrown_text.h"
@@ -21,10 +20,6 @@ namespace Vorlane_v1_0 {
 
 namespace {
 
-bool contains(Netlist::Nodes const& nodes, unsigned int node) {
-    return std::find(nodes.begin(), nodes.end(), node) != nodes.end();
-}
-
 /// The numbers with ",N" between them.
 void writeNodes(std::ostream& os, Netlist::Nodes const& nodes) {
     char const* separator = "";
@@ -39,8 +34,8 @@ void assignIfWanted(std::string* target, std::string const& text) {
 }
 
 /// The last index, which is 4294967295 for an empty list.
-void storeLastIndex(Netlist::Nodes const& nodes, unsigned int* position) {
-    if (position) *position = static_cast<unsigned int>(nodes.size()) - 1U;
+void storeLastIndex(detail::NodeList const& list, unsigned int* position) {
+    if (position) *position = static_cast<unsigned int>(list.nodes().size()) - 1U;
 }
 
 }  // namespace
@@ -85,17 +80,17 @@ void Netlist::destroy(Netlist* netlist) { delete netlist; }
 VRL_DEFINE_PERSISTENCE(Netlist, Component)
 
 SerFormat<Netlist> const& Netlist::serFormat() {
-    using PortNames = std::pair<std::string, std::string>;
-    static auto const format =
-        SerFormat<Netlist>("Netlist", 1)
-            .shared(1, "numBB", Netlist::numBB)
-            .shared(2, "nodeCount", Netlist::nodeCount)
-            .member<SerialisableMap<std::string, unsigned int>>(3, "nameToBB", &Netlist::nameToBB)
-            .member<SerialisableMap<PortNames, unsigned int>>(4, "portToNode", &Netlist::portToNode)
-            .member<SerialisableVec<unsigned int>>(5, "inputNodes", &Netlist::inputNodes)
-            .member<SerialisableVec<unsigned int>>(6, "outputNodes", &Netlist::outputNodes)
-            .member<SerialisableBBMap<unsigned int, BB>>(7, "BBList", &Netlist::BBList)
-            .member<SerialisableVec<unsigned int>>(8, "DCNodes", &Netlist::DCNodes);
+    using Names = detail::NumberTable<std::string>;
+    using Ports = detail::NumberTable<std::pair<std::string, std::string>>;
+    static auto const format = SerFormat<Netlist>("Netlist", 1)
+                                   .shared(1, "numBB", Netlist::numBB)
+                                   .shared(2, "nodeCount", Netlist::nodeCount)
+                                   .member<Names>(3, "nameToBB", &Netlist::nameToBB)
+                                   .member<Ports>(4, "portToNode", &Netlist::portToNode)
+                                   .member<detail::NodeList>(5, "inputNodes", &Netlist::inputNodes)
+                                   .member<detail::NodeList>(6, "outputNodes", &Netlist::outputNodes)
+                                   .member<SerialisableBBMap<unsigned int, BB>>(7, "BBList", &Netlist::BBList)
+                                   .member<detail::NodeList>(8, "DCNodes", &Netlist::DCNodes);
     return format;
 }
 
@@ -123,17 +118,17 @@ std::string Netlist::getName() const { return "Netlist"; }
 void Netlist::mSync() {}
 
 Netlist& Netlist::setInputNode(unsigned int const& node, unsigned int* position) {
-    if (!contains(inputNodes, node)) inputNodes.push_back(node);
+    if (!inputNodes.has(node)) inputNodes.add(node);
     storeLastIndex(inputNodes, position);
     return *this;
 }
 Netlist& Netlist::setOutputNode(unsigned int const& node, unsigned int* position) {
-    if (!contains(inputNodes, node)) outputNodes.push_back(node);  // looks at the inputs by design
+    if (!inputNodes.has(node)) outputNodes.add(node);  // looks at the inputs by design
     storeLastIndex(outputNodes, position);
     return *this;
 }
 Netlist& Netlist::setDCNode(unsigned int const& node, unsigned int* position) {
-    if (!contains(DCNodes, node)) DCNodes.push_back(node);
+    if (!DCNodes.has(node)) DCNodes.add(node);
     storeLastIndex(DCNodes, position);
     return *this;
 }
@@ -142,7 +137,7 @@ std::string Netlist::addBB(shared_ptr<BB> const& block, std::string const& name,
     if (!block) return "";
     unsigned int const n = number != 0 ? number : numBB;
     std::string const used = name.empty() ? "elm#" + std::to_string(n) : name;
-    nameToBB.emplace(used, n);
+    nameToBB.add(used, n);
     BBList.emplace(n, block);
     if (number == 0) ++numBB;
     return used;
@@ -158,47 +153,38 @@ BB* Netlist::getBB(unsigned int const& number) {
 }
 BB* Netlist::getBB(std::string const& name) {
     mSync();
-    auto const found = nameToBB.find(name);
-    return found == nameToBB.end() ? nullptr : getBB(found->second);
+    auto const found = nameToBB.map().find(name);
+    return found == nameToBB.map().end() ? nullptr : getBB(found->second);
 }
 
 unsigned int Netlist::createNode() { return nodeCount++; }
 
 unsigned int Netlist::addNode(std::string const& element, std::string const& port, unsigned int const& node) {
-    if (nameToBB.find(element) == nameToBB.end()) return 0;
+    if (nameToBB.map().count(element) == 0) return 0;
     unsigned int const n = node != 0 ? node : createNode();
     if (port.empty()) {
         static char text[] = "Port name is empty.";
         detail::throwText(text);
     }
-    portToNode.emplace(std::make_pair(element, port), n);
+    portToNode.add({element, port}, n);
     return n;
 }
 
 bool Netlist::findNode(unsigned int const& node, std::string* element, std::string* port) const {
-    assignIfWanted(element, "");
-    assignIfWanted(port, "");
-    for (auto const& entry : portToNode) {
-        if (entry.second != node) continue;
-        assignIfWanted(element, entry.first.first);
-        assignIfWanted(port, entry.first.second);
-        return true;
-    }
-    return false;
+    auto const* const found = portToNode.find(node, [](auto const&) { return true; });
+    assignIfWanted(element, found ? found->first.first : "");
+    assignIfWanted(port, found ? found->first.second : "");
+    return found;
 }
 unsigned int Netlist::findNode(std::string const& element, std::string const& port) const {
     mSync();
-    auto const found = portToNode.find({element, port});
-    return found == portToNode.end() ? 0 : found->second;
+    auto const found = portToNode.map().find({element, port});
+    return found == portToNode.map().end() ? 0 : found->second;
 }
 bool Netlist::findNamedNode(unsigned int const& node, std::string const& port, std::string* element) const {
-    assignIfWanted(element, "");
-    for (auto const& entry : portToNode) {
-        if (entry.second != node || entry.first.second != port) continue;
-        assignIfWanted(element, entry.first.first);
-        return true;
-    }
-    return false;
+    auto const* const found = portToNode.find(node, [&](auto const& names) { return names.second == port; });
+    assignIfWanted(element, found ? found->first.first : "");
+    return found;
 }
 unsigned int Netlist::getNode(std::string const& element, std::string const& port) const {
     unsigned int const node = findNode(element, port);
@@ -212,9 +198,8 @@ unsigned int Netlist::getNode(std::string const& element, std::string const& por
 
 std::string Netlist::findElementName(unsigned int const& number) const {
     mSync();
-    auto const found =
-        std::find_if(nameToBB.begin(), nameToBB.end(), [&](auto const& entry) { return entry.second == number; });
-    return found == nameToBB.end() ? "-" : found->first;
+    auto const* const found = nameToBB.find(number, [](auto const&) { return true; });
+    return found ? found->first : "-";
 }
 
 Netlist::element_iterator Netlist::findElement(unsigned int const& number) { return synced(BBList).find(number); }
@@ -227,23 +212,23 @@ Netlist::element_iterator Netlist::beginElements() { return synced(BBList).begin
 Netlist::element_iterator Netlist::endElements() { return synced(BBList).end(); }
 Netlist::const_element_iterator Netlist::beginElements() const { return synced(BBList).begin(); }
 Netlist::const_element_iterator Netlist::endElements() const { return synced(BBList).end(); }
-Netlist::const_name_iterator Netlist::beginElementName() const { return synced(nameToBB).begin(); }
-Netlist::const_name_iterator Netlist::endElementName() const { return synced(nameToBB).end(); }
-Netlist::const_port_iterator Netlist::beginElementPort() const { return synced(portToNode).begin(); }
-Netlist::const_port_iterator Netlist::endElementPort() const { return synced(portToNode).end(); }
+Netlist::const_name_iterator Netlist::beginElementName() const { return synced(nameToBB).map().begin(); }
+Netlist::const_name_iterator Netlist::endElementName() const { return synced(nameToBB).map().end(); }
+Netlist::const_port_iterator Netlist::beginElementPort() const { return synced(portToNode).map().begin(); }
+Netlist::const_port_iterator Netlist::endElementPort() const { return synced(portToNode).map().end(); }
 
-Netlist::node_iterator Netlist::beginInputNodes() { return synced(inputNodes).begin(); }
-Netlist::node_iterator Netlist::endInputNodes() { return synced(inputNodes).end(); }
-Netlist::const_node_iterator Netlist::beginInputNodes() const { return inputNodes.begin(); }
-Netlist::const_node_iterator Netlist::endInputNodes() const { return synced(inputNodes).end(); }
-Netlist::node_iterator Netlist::beginOutputNodes() { return synced(outputNodes).begin(); }
-Netlist::node_iterator Netlist::endOutputNodes() { return synced(outputNodes).end(); }
-Netlist::const_node_iterator Netlist::beginOutputNodes() const { return synced(outputNodes).begin(); }
-Netlist::const_node_iterator Netlist::endOutputNodes() const { return synced(outputNodes).end(); }
-Netlist::node_iterator Netlist::beginDCNodes() { return synced(DCNodes).begin(); }
-Netlist::node_iterator Netlist::endDCNodes() { return synced(DCNodes).end(); }
-Netlist::const_node_iterator Netlist::beginDCNodes() const { return synced(DCNodes).begin(); }
-Netlist::const_node_iterator Netlist::endDCNodes() const { return synced(DCNodes).end(); }
+Netlist::node_iterator Netlist::beginInputNodes() { return synced(inputNodes).changeable().begin(); }
+Netlist::node_iterator Netlist::endInputNodes() { return synced(inputNodes).changeable().end(); }
+Netlist::const_node_iterator Netlist::beginInputNodes() const { return inputNodes.nodes().begin(); }
+Netlist::const_node_iterator Netlist::endInputNodes() const { return synced(inputNodes).nodes().end(); }
+Netlist::node_iterator Netlist::beginOutputNodes() { return synced(outputNodes).changeable().begin(); }
+Netlist::node_iterator Netlist::endOutputNodes() { return synced(outputNodes).changeable().end(); }
+Netlist::const_node_iterator Netlist::beginOutputNodes() const { return synced(outputNodes).nodes().begin(); }
+Netlist::const_node_iterator Netlist::endOutputNodes() const { return synced(outputNodes).nodes().end(); }
+Netlist::node_iterator Netlist::beginDCNodes() { return synced(DCNodes).changeable().begin(); }
+Netlist::node_iterator Netlist::endDCNodes() { return synced(DCNodes).changeable().end(); }
+Netlist::const_node_iterator Netlist::beginDCNodes() const { return synced(DCNodes).nodes().begin(); }
+Netlist::const_node_iterator Netlist::endDCNodes() const { return synced(DCNodes).nodes().end(); }
 
 void Netlist::prepare() {
     mSync();
@@ -301,12 +286,12 @@ std::ostream& Netlist::operator<<(std::ostream& os) const {
         Attributes::operator<<(os) << "  }\n";
     }
     os << "Port{N";
-    writeNodes(os, inputNodes);
+    writeNodes(os, inputNodes.nodes());
     os << " -> N";
-    writeNodes(os, outputNodes);
+    writeNodes(os, outputNodes.nodes());
     os << "}\nBuilding blocks{\n";
     Foundry::CSInfo current(nullptr);
-    for (auto const& entry : nameToBB) printElement(os, entry.first, entry.second, current);
+    for (auto const& entry : nameToBB.map()) printElement(os, entry.first, entry.second, current);
     return os << " }\n";
 }
 
@@ -322,8 +307,8 @@ void Netlist::printElement(std::ostream& os, std::string const& name, unsigned i
     }
     // The ports of an element are next to each other in the table.
     char const* separator = "";
-    for (auto port = portToNode.lower_bound({name, ""}); port != portToNode.end() && port->first.first == name;
-         ++port) {
+    auto const& ports = portToNode.map();
+    for (auto port = ports.lower_bound({name, ""}); port != ports.end() && port->first.first == name; ++port) {
         os << separator << port->first.second << "=N" << port->second;
         separator = ",";
     }

@@ -11,6 +11,7 @@
 #include "vrllib/model/building_block.h"
 #include "vrllib/model/component.h"
 #include "vrllib/model/foundry.h"
+#include "vrllib/model/netlist_tables.h"
 
 /// @file
 /// The graph of a circuit and the numbers that all of them share.
@@ -39,7 +40,7 @@ protected:
 ///
 /// The netlist holds its blocks through handles. The on-create callbacks run at the end of its default constructor and
 /// the on-destroy callbacks first of all in its destructor.
-/// Cost: look-ups by name and number are logarithmic, those by node linear.
+/// Cost: look-ups by name, number and node are logarithmic; the first one by node or from a number to a name is linear.
 class VRL_API Netlist : public Component, private Netlist_Vars {
 public:
     /// The blocks by element number.
@@ -183,7 +184,7 @@ public:
     const_port_iterator endElementPort() const;
     /**@}*/
     /// The number of connected ports, which is not that of the nodes.
-    std::size_t sizeNodes() const { return portToNode.size(); }
+    std::size_t sizeNodes() const { return portToNode.map().size(); }
 
     /**@{*/
     /// The nodes of a boundary list, in the order of adding.
@@ -222,12 +223,12 @@ private:
 
     void printElement(std::ostream& os, std::string const& name, unsigned int number, Foundry::CSInfo& current) const;
 
-    NameMap nameToBB;
-    PortMap portToNode;
+    detail::NumberTable<std::string> nameToBB;
+    detail::NumberTable<std::pair<std::string, std::string>> portToNode;
     ElementMap BBList;
-    Nodes inputNodes;
-    Nodes outputNodes;
-    Nodes DCNodes;
+    detail::NodeList inputNodes;
+    detail::NodeList outputNodes;
+    detail::NodeList DCNodes;
     SerRegister serRegister;
     SerrDoneFlag serDone;
 };
