@@ -7,7 +7,59 @@
 
 namespace Vorlane_v1_0 {
 
+namespace {
+
+using detail::AnnotationBag;
+
+/// The walks over annotations, in the form of SerialisableMap. What an object has already is only compared when it is
+/// read: that is the usual case, since the constructors of blocks make their parameters.
+class SerialisableAnnotations {
+public:
+    using WalkOf = SerialisableAnnotations;
+
+    template <class Writer>
+    static bool writeTo(Writer s, AnnotationBag const& bag, std::string const& name) {
+        return detail::writeContainer(s, "Map", name, bag.view(), [s](auto const& entry) {
+            return detail::writeItem(s, entry.first) && detail::writeItem(s, entry.second);
+        });
+    }
+
+    template <class Reader>
+    static bool readFrom(Reader d, AnnotationBag& bag) {
+        if (!d.beginCompound("Map", 1)) {
+            bag.assign({});
+            return false;
+        }
+        AnnotationBag::Map const& present = bag.view();
+        unsigned int left = d.readCount();
+        auto same = present.begin();
+        while (left > 0 && same != present.end() && d.skipAttributes(same->first, same->second)) ++same, --left;
+        if (left > 0 || same != present.end()) {
+            AnnotationBag::Map read(present.begin(), same);
+            bool const good = readEntries(d, left, read);
+            bag.assign(std::move(read));
+            if (!good) return false;
+        }
+        d.endCompound();
+        return true;
+    }
+
+private:
+    template <class Reader>
+    static bool readEntries(Reader d, unsigned int count, AnnotationBag::Map& map) {
+        for (; count > 0; --count) {
+            std::string key;
+            if (!detail::readItem(d, key)) return false;
+            if (!detail::readItem(d, map.try_emplace(map.end(), std::move(key))->second)) return false;
+        }
+        return true;
+    }
+};
+
+}  // namespace
+
 Annotations::Annotations() = default;
+Annotations::Annotations(AnnotationBag const& bag) : annotations(bag) {}
 Annotations::Annotations(Annotations const& other) = default;
 Annotations& Annotations::operator=(Annotations const& other) = default;
 Annotations::~Annotations() = default;
@@ -16,35 +68,39 @@ VRL_DEFINE_PERSISTENCE_ROOT(Annotations)
 
 SerFormat<Annotations> const& Annotations::serFormat() {
     // Never destroyed, like all formats and keys here: a host's static objects may still save their parameters.
-    static auto const format =
-        SerFormat<Annotations>("Annotations", 1)
-            .member<SerialisableMap<std::string, std::string>>(1, "annotations", &Annotations::annotations);
+    static auto const format = SerFormat<Annotations>("Annotations", 1)
+                                   .member<SerialisableAnnotations>(1, "annotations", &Annotations::annotations);
     return format;
 }
 
 Annotations& Annotations::addAnnotation(std::string const& key, std::string const& text) {
-    annotations.emplace(key, text);
+    if (!find(key)) annotations.own().emplace(key, text);
     return *this;
 }
 
 Annotations& Annotations::setAnnotation(std::string const& key, std::string const& text) {
-    annotations.insert_or_assign(key, text);
+    annotations.own().insert_or_assign(key, text);
     return *this;
 }
 
 Annotations& Annotations::delAnnotation(std::string const& key) {
-    annotations.erase(key);
+    if (find(key)) annotations.own().erase(key);
     return *this;
 }
 
 Annotations& Annotations::clear() {
-    annotations.clear();
+    annotations.assign({});
     return *this;
 }
 
+std::string const* Annotations::find(std::string const& key) const {
+    AnnotationMap const& map = annotations.view();
+    auto const found = map.find(key);
+    return found == map.end() ? nullptr : &found->second;
+}
+
 std::string Annotations::getAnnotation(std::string const& key, bool mustExist) const {
-    auto const found = annotations.find(key);
-    if (found != annotations.end()) return found->second;
+    if (std::string const* const text = find(key)) return *text;
     if (!mustExist) return {};
     std::string const text = "annotation '" + key + "' not found\n";
     vrlbreaker();
@@ -52,8 +108,8 @@ std::string Annotations::getAnnotation(std::string const& key, bool mustExist) c
 }
 
 std::string Annotations::getAnnotationDefault(std::string const& key, std::string const& defaultText) const {
-    auto const found = annotations.find(key);
-    return found == annotations.end() || found->second.empty() ? defaultText : found->second;
+    std::string const* const text = find(key);
+    return text && !text->empty() ? *text : defaultText;
 }
 
 std::ostream& Annotations::operator<<(std::ostream& os) const { return os << "-X-"; }

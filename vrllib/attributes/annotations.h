@@ -5,6 +5,7 @@
 #include <map>
 #include <string>
 
+#include "vrllib/attributes/annotation_bag.h"
 #include "vrllib/base/export.h"
 #include "vrllib/serialisation/persistence.h"
 
@@ -21,7 +22,7 @@ namespace Vorlane_v1_0 {
 class VRL_API Annotations {
 public:
     /// The texts by key.
-    using AnnotationMap = std::map<std::string, std::string>;
+    using AnnotationMap = detail::AnnotationBag::Map;
     /**@{*/
     /// Valid until the annotation is removed.
     using iterator = AnnotationMap::iterator;
@@ -52,26 +53,32 @@ public:
     /// absent here, though getAnnotation treats it as present.
     std::string getAnnotationDefault(std::string const& key, std::string const& defaultText) const;
 
-    std::size_t size() const { return annotations.size(); }
+    std::size_t size() const { return annotations.view().size(); }
     /**@{*/
     /// The annotations, in order of the keys.
-    iterator begin() { return annotations.begin(); }
-    iterator end() { return annotations.end(); }
-    const_iterator begin() const { return annotations.begin(); }
-    const_iterator end() const { return annotations.end(); }
-    iterator beginAnnotation() { return annotations.begin(); }
-    iterator endAnnotation() { return annotations.end(); }
-    const_iterator beginAnnotation() const { return annotations.begin(); }
-    const_iterator endAnnotation() const { return annotations.end(); }
+    iterator begin() { return annotations.own().begin(); }
+    iterator end() { return annotations.own().end(); }
+    const_iterator begin() const { return list().begin(); }
+    const_iterator end() const { return list().end(); }
+    iterator beginAnnotation() { return begin(); }
+    iterator endAnnotation() { return end(); }
+    const_iterator beginAnnotation() const { return begin(); }
+    const_iterator endAnnotation() const { return end(); }
     /**@}*/
     /// All annotations; valid as long as this object.
-    AnnotationMap const& list() const { return annotations; }
+    AnnotationMap const& list() const { return annotations.own(); }
 
     /// Writes "-X-", whatever the annotations are.
     std::ostream& operator<<(std::ostream& os) const;
 
+protected:
+    /// Those annotations.
+    explicit Annotations(detail::AnnotationBag const& bag);
+
 private:
-    AnnotationMap annotations;
+    std::string const* find(std::string const& key) const;
+
+    mutable detail::AnnotationBag annotations;  // what it hands out stays valid, so even a look may make its own map
     SerRegister serRegister;
     SerrDoneFlag serDone;
 };

@@ -37,11 +37,8 @@ std::string detail::nameAndUnits(Attribute const& attribute) {
     return textOrEmpty(attribute, &Attribute::getName) + "[" + textOrEmpty(attribute, &Attribute::getUnits) + "]";
 }
 
-Attribute::Attribute(std::string const& name, std::string const& descr, std::string const& units) {
-    addAnnotation(nameKey(), name);
-    addAnnotation(descrKey(), descr);
-    addAnnotation(unitsKey(), units);
-}
+Attribute::Attribute(std::string const& name, std::string const& descr, std::string const& units)
+    : Annotations(detail::AnnotationBag{{descrKey(), descr}, {nameKey(), name}, {unitsKey(), units}}) {}
 
 Attribute::Attribute(Attribute const& other) = default;
 Attribute& Attribute::operator=(Attribute const& other) = default;

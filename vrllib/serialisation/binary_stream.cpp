@@ -3,108 +3,241 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
-#include <istream>
 #include <limits>
-#include <ostream>
+#include <string_view>
+#include <typeinfo>
+
+#include "vrllib/serialisation/buffer_area.h"
+#include "vrllib/serialisation/walk.h"
 
 namespace Vorlane_v1_0 {
 
 namespace {
 
+using detail::BufferArea;
+
 static_assert(std::numeric_limits<double>::is_iec559 && sizeof(double) == 8 && sizeof(int) == 4);
 
-constexpr char kMarker[] = {'=', '@'};
 constexpr unsigned int kDeepestCompound = 256;  // compounds in each other
 constexpr std::size_t kStringPiece = 64 * 1024;
 
-template <class Bits>
-void encode(Bits bits, char* bytes) {
-    for (std::size_t i = 0; i < sizeof bits; ++i) bytes[i] = static_cast<char>(bits >> (8 * i) & 0xFF);
-}
+/// A marker of some depth.
+struct Marker {
+    static constexpr char kHead[] = {'=', '@'};
+    unsigned int depth;
+};
+
+// The bytes of a value: how many, stored at a place, and taken from a place. Both return the place after them.
 
 template <class Bits>
-Bits decode(char const* bytes) {
-    Bits bits = 0;
-    for (std::size_t i = 0; i < sizeof bits; ++i)
-        bits |= static_cast<Bits>(static_cast<unsigned char>(bytes[i])) << (8 * i);
-    return bits;
+char* storeBits(char* at, Bits bits) {
+    for (std::size_t i = 0; i < sizeof bits; ++i) at[i] = static_cast<char>(bits >> (8 * i) & 0xFF);
+    return at + sizeof bits;
 }
-
-void encode(double value, char* bytes) {
+char* store(char* at, unsigned int value) { return storeBits(at, value); }
+char* store(char* at, int value) { return storeBits(at, static_cast<unsigned int>(value)); }
+char* store(char* at, double value) {
     std::uint64_t bits;
     std::memcpy(&bits, &value, sizeof bits);
-    encode(bits, bytes);
+    return storeBits(at, bits);
+}
+char* store(char* at, std::complex<double> const& value) { return store(store(at, value.real()), value.imag()); }
+char* store(char* at, bool value) {
+    *at = value ? '\1' : '\0';
+    return at + 1;
+}
+char* store(char* at, std::string_view value) {
+    at = store(at, static_cast<unsigned int>(value.size()));
+    std::memcpy(at, value.data(), value.size());
+    return at + value.size();
+}
+char* store(char* at, Marker marker) {
+    std::memcpy(at, Marker::kHead, sizeof Marker::kHead);
+    return store(at + sizeof Marker::kHead, marker.depth);
 }
 
-double decodeDouble(char const* bytes) {
-    auto const bits = decode<std::uint64_t>(bytes);
-    double value;
-    std::memcpy(&value, &bits, sizeof value);
-    return value;
+template <class T>
+constexpr std::size_t kSize = sizeof(T);
+template <>
+constexpr std::size_t kSize<bool> = 1;
+template <>
+constexpr std::size_t kSize<Marker> = sizeof Marker::kHead + 4;
+
+template <class T>
+std::size_t sizeOf(T const&) {
+    return kSize<T>;
 }
+std::size_t sizeOf(std::string_view value) { return 4 + value.size(); }
+
+template <class Bits>
+Bits bitsAt(char const* at) {
+    Bits bits = 0;
+    for (std::size_t i = 0; i < sizeof bits; ++i)
+        bits |= static_cast<Bits>(static_cast<unsigned char>(at[i])) << (8 * i);
+    return bits;
+}
+void load(char const* at, unsigned int& value) { value = bitsAt<std::uint32_t>(at); }
+void load(char const* at, int& value) { value = static_cast<int>(bitsAt<std::uint32_t>(at)); }
+void load(char const* at, double& value) {
+    auto const bits = bitsAt<std::uint64_t>(at);
+    std::memcpy(&value, &bits, sizeof value);
+}
+void load(char const* at, std::complex<double>& value) {
+    double parts[2];
+    load(at, parts[0]);
+    load(at + 8, parts[1]);
+    value = {parts[0], parts[1]};
+}
+void load(char const* at, bool& value) { value = *at != 0; }
+
+/// A string ends at its first zero byte.
+std::string_view untilZero(std::string_view text) { return text.substr(0, text.find('\0')); }
+
+/// What a value is while nobody knows yet whether it can be kept.
+template <class T>
+using Found = std::conditional_t<std::is_same_v<T, std::string>, std::string_view, T>;
+
+/// A look at the bytes that the stream holds in memory. Each operation is false if they do not suffice; nothing is read
+/// before accept().
+class Ahead {
+public:
+    explicit Ahead(std::istream& is) : stream(is), area(BufferArea::ahead(is)), next(area.first) {}
+
+    template <class T>
+    bool see(T& value) {
+        char const* const at = take(kSize<T>);
+        if (at) load(at, value);
+        return at;
+    }
+    bool see(std::string_view& text) {
+        unsigned int count = 0;
+        char const* const at = see(count) ? take(count) : nullptr;
+        if (at) text = untilZero({at, count});
+        return at;
+    }
+    /// False for another string, too, and for one with a zero byte, which ends before it when it is read.
+    bool seeThis(std::string_view text) {
+        unsigned int count = 0;
+        if (!see(count) || count != text.size()) return false;
+        char const* const at = take(count);
+        return at && std::memcmp(at, text.data(), count) == 0 && !std::memchr(at, 0, count);
+    }
+    /// False for anything but a marker, too.
+    bool seeMarker(unsigned int& depth) {
+        char const* const at = take(kSize<Marker>);
+        if (!at || std::memcmp(at, Marker::kHead, sizeof Marker::kHead) != 0) return false;
+        load(at + sizeof Marker::kHead, depth);
+        return true;
+    }
+    /// A marker of any depth.
+    bool seeMarker() {
+        unsigned int depth = 0;
+        return seeMarker(depth);
+    }
+
+    /// What was seen is read.
+    void accept() { BufferArea::taken(stream, static_cast<std::size_t>(next - area.first)); }
+
+private:
+    char const* take(std::size_t count) {
+        if (static_cast<std::size_t>(area.second - next) < count) return nullptr;
+        next += count;
+        return next - count;
+    }
+
+    std::istream& stream;
+    std::pair<char const*, char const*> const area;
+    char const* next;
+};
 
 }  // namespace
 
 BinaryStreamSerialiser::BinaryStreamSerialiser(std::ostream& os) : stream(&os) {}
 
-void BinaryStreamSerialiser::writeMarker() {
-    char bytes[sizeof kMarker + 4];
-    std::memcpy(bytes, kMarker, sizeof kMarker);
-    encode(depth, bytes + sizeof kMarker);
-    stream->write(bytes, sizeof bytes);
+/// Writes values one after the other: into the buffer of the stream itself if there is room for all.
+template <class... T>
+void BinaryStreamSerialiser::writeAll(T const&... values) {
+    std::size_t const size = (sizeOf(values) + ...);
+    if (char* at = BufferArea::room(*stream, size)) {
+        ((at = store(at, values)), ...);
+        BufferArea::stored(*stream, size);
+    } else if constexpr (sizeof...(T) > 1) {
+        (writeAll(values), ...);
+    } else {
+        (writeOne(values), ...);
+    }
 }
 
-void BinaryStreamSerialiser::beginAttribute() { writeMarker(); }
-void BinaryStreamSerialiser::endAttribute(std::string) { writeMarker(); }
+template <class T>
+void BinaryStreamSerialiser::writeOne(T const& value) {
+    char bytes[16];
+    stream->write(bytes, store(bytes, value) - bytes);
+}
+template <>
+void BinaryStreamSerialiser::writeOne(std::string_view const& value) {
+    write(static_cast<unsigned int>(value.size()));
+    stream->write(value.data(), static_cast<std::streamsize>(value.size()));
+}
+template <>
+void BinaryStreamSerialiser::writeOne(std::complex<double> const& value) {
+    write(value.real());
+    write(value.imag());
+}
+
+template <class T>
+void BinaryStreamSerialiser::writeAttributeOf(T const& value) {
+    writeAll(Marker{depth}, value, Marker{depth});
+}
+
+void BinaryStreamSerialiser::beginAttribute() { writeAll(Marker{depth}); }
+void BinaryStreamSerialiser::endAttribute(std::string) { writeAll(Marker{depth}); }
 
 void BinaryStreamSerialiser::beginCompAttribute(std::string type, int version, std::string) {
-    writeMarker();
-    if (!type.empty()) write(type);
-    if (version >= 0) write(version);
+    beginCompound(type, version);
+}
+void BinaryStreamSerialiser::beginCompound(std::string_view type, int version) {
+    if (!type.empty() && version >= 0) {
+        writeAll(Marker{depth}, type, version);
+    } else {
+        writeAll(Marker{depth});
+        if (!type.empty()) writeAll(type);
+        if (version >= 0) write(version);
+    }
     ++depth;
 }
 
 void BinaryStreamSerialiser::endCompAttribute() {
     --depth;
-    writeMarker();
+    writeAll(Marker{depth});
 }
 
 void BinaryStreamSerialiser::writeNumberAttributes(unsigned int count) { write(count); }
 void BinaryStreamSerialiser::writeSerialisationId(std::string id) { write(id); }
+void BinaryStreamSerialiser::writeId(std::string const& id) { writeAll(std::string_view(id)); }
 
-void BinaryStreamSerialiser::write(std::string const& value) {
-    write(static_cast<unsigned int>(value.size()));
-    stream->write(value.data(), static_cast<std::streamsize>(value.size()));
-}
-
-void BinaryStreamSerialiser::write(std::complex<double> const& value) {
-    write(value.real());
-    write(value.imag());
-}
-
-void BinaryStreamSerialiser::write(double const& value) {
-    char bytes[8];
-    encode(value, bytes);
-    stream->write(bytes, sizeof bytes);
-}
-
-void BinaryStreamSerialiser::write(int const& value) { write(static_cast<unsigned int>(value)); }
-
-void BinaryStreamSerialiser::write(unsigned int const& value) {
-    char bytes[4];
-    encode(value, bytes);
-    stream->write(bytes, sizeof bytes);
-}
-
-void BinaryStreamSerialiser::write(bool const& value) { stream->put(value ? '\1' : '\0'); }
+void BinaryStreamSerialiser::write(std::string const& value) { writeAll(std::string_view(value)); }
+void BinaryStreamSerialiser::write(std::complex<double> const& value) { writeAll(value); }
+void BinaryStreamSerialiser::write(double const& value) { writeAll(value); }
+void BinaryStreamSerialiser::write(int const& value) { writeAll(value); }
+void BinaryStreamSerialiser::write(unsigned int const& value) { writeAll(value); }
+void BinaryStreamSerialiser::write(bool const& value) { writeAll(value); }
 void BinaryStreamSerialiser::writeComment(std::string) {}
+
+void BinaryStreamSerialiser::writeAttribute(std::string const& value) { writeAttributeOf(std::string_view(value)); }
+void BinaryStreamSerialiser::writeAttribute(std::complex<double> const& value) { writeAttributeOf(value); }
+void BinaryStreamSerialiser::writeAttribute(double value) { writeAttributeOf(value); }
+void BinaryStreamSerialiser::writeAttribute(int value) { writeAttributeOf(value); }
+void BinaryStreamSerialiser::writeAttribute(unsigned int value) { writeAttributeOf(value); }
+void BinaryStreamSerialiser::writeAttribute(bool value) { writeAttributeOf(value); }
 
 bool BinaryStreamSerialiser::liesTooDeep() const { return depth > kDeepestCompound; }
 
-// Asked of the type, since the virtual operations of writers return nothing and get no more slots.
-bool detail::liesTooDeep(SerialiserBase const* s) {
-    auto const* const binary = dynamic_cast<BinaryStreamSerialiser const*>(s);
-    return binary && binary->liesTooDeep();
+// Asked of the type: the virtual operations of the streams are fixed, and this one has no derived class.
+BinaryStreamSerialiser* detail::asBinary(SerialiserBase* s) {
+    return typeid(*s) == typeid(BinaryStreamSerialiser) ? static_cast<BinaryStreamSerialiser*>(s) : nullptr;
+}
+BinaryStreamDeSerialiser* detail::asBinary(DeSerialiserBase* d) {
+    return typeid(*d) == typeid(BinaryStreamDeSerialiser) ? static_cast<BinaryStreamDeSerialiser*>(d) : nullptr;
 }
 
 BinaryStreamDeSerialiser::BinaryStreamDeSerialiser(std::istream& is) : stream(&is) {}
@@ -116,16 +249,64 @@ bool BinaryStreamDeSerialiser::readBytes(char* bytes, std::size_t count) {
 
 // The byte that breaks a match is consumed too, and a marker of another depth is consumed whole.
 bool BinaryStreamDeSerialiser::readMarker() {
-    for (char const expected : kMarker)
-        if (stream->get() != static_cast<unsigned char>(expected)) return false;
+    Ahead ahead(*stream);
     unsigned int found = 0;
+    if (ahead.seeMarker(found)) {
+        ahead.accept();
+        return found == depth;
+    }
+    for (char const expected : Marker::kHead)
+        if (stream->get() != static_cast<unsigned char>(expected)) return false;
     return read(found) && found == depth;
+}
+
+/// Reads a value of a fixed number of bytes.
+template <class T>
+bool BinaryStreamDeSerialiser::readValue(T& value) {
+    Ahead ahead(*stream);
+    if (ahead.see(value)) {
+        ahead.accept();
+        return true;
+    }
+    char bytes[kSize<T>];
+    if (!readBytes(bytes, sizeof bytes)) return false;
+    load(bytes, value);
+    return true;
+}
+
+template <class T>
+bool BinaryStreamDeSerialiser::readAttributeOf(T& value) {
+    Ahead ahead(*stream);
+    Found<T> found{};
+    if (ahead.seeMarker() && ahead.see(found) && ahead.seeMarker()) {
+        value = found;
+        ahead.accept();
+        return true;
+    }
+    readMarker();
+    if (!read(value)) return false;
+    readMarker();
+    return true;
 }
 
 void BinaryStreamDeSerialiser::beginAttribute() { readMarker(); }
 void BinaryStreamDeSerialiser::endAttribute() { readMarker(); }
 
+/// A look at the buffer needs no positions, but a stream without them has to fail wherever its buffer ends.
+bool BinaryStreamDeSerialiser::isSeekable() {
+    if (!seekable && stream->good()) seekable = stream->tellg() != std::istream::pos_type(-1);
+    return seekable;
+}
+
 void BinaryStreamDeSerialiser::previewType(std::string& type) {
+    if (isSeekable()) {
+        Ahead ahead(*stream);
+        std::string_view found;
+        if (ahead.seeMarker() && ahead.see(found)) {
+            type = found;
+            return;
+        }
+    }
     auto const position = stream->tellg();
     readMarker();
     read(type);
@@ -140,6 +321,19 @@ void BinaryStreamDeSerialiser::beginCompAttribute(std::string* type, int* versio
     }
     ++depth;
 }
+bool BinaryStreamDeSerialiser::beginCompound(std::string_view type, int version) {
+    Ahead ahead(*stream);
+    int storedVersion = 0;
+    if (depth < kDeepestCompound && ahead.seeMarker() && ahead.seeThis(type) && ahead.see(storedVersion)) {
+        ahead.accept();
+        ++depth;
+        return storedVersion == version;
+    }
+    std::string storedType;
+    storedVersion = 0;
+    beginCompAttribute(&storedType, &storedVersion, nullptr);
+    return storedType == type && storedVersion == version;
+}
 
 void BinaryStreamDeSerialiser::endCompAttribute() {
     --depth;
@@ -148,6 +342,19 @@ void BinaryStreamDeSerialiser::endCompAttribute() {
 
 void BinaryStreamDeSerialiser::readNumberAttributes(unsigned int& count) { read(count); }
 bool BinaryStreamDeSerialiser::readSerialisationId(std::string& id) { return read(id); }
+bool BinaryStreamDeSerialiser::skipId(std::string const& id) {
+    Ahead ahead(*stream);
+    if (!ahead.seeThis(id)) return false;
+    ahead.accept();
+    return true;
+}
+bool BinaryStreamDeSerialiser::skipAttributes(std::string const& first, std::string const& second) {
+    Ahead ahead(*stream);
+    for (std::string const* const expected : {&first, &second})
+        if (!ahead.seeMarker() || !ahead.seeThis(*expected) || !ahead.seeMarker()) return false;
+    ahead.accept();
+    return true;
+}
 
 bool BinaryStreamDeSerialiser::skipAttribute() {
     if (!readMarker()) return false;
@@ -157,6 +364,13 @@ bool BinaryStreamDeSerialiser::skipAttribute() {
 }
 
 bool BinaryStreamDeSerialiser::read(std::string& value) {
+    Ahead ahead(*stream);
+    std::string_view found;
+    if (ahead.see(found)) {
+        value = found;
+        ahead.accept();
+        return true;
+    }
     unsigned int count = 0;
     if (!read(count)) return false;
     std::string text;
@@ -167,44 +381,21 @@ bool BinaryStreamDeSerialiser::read(std::string& value) {
         text.resize(begin + piece);
         if (!readBytes(&text[begin], piece)) return false;
     }
-    text.resize(std::min(text.size(), text.find('\0')));
+    text.resize(untilZero(text).size());
     value = std::move(text);
     return true;
 }
+bool BinaryStreamDeSerialiser::read(std::complex<double>& value) { return readValue(value); }
+bool BinaryStreamDeSerialiser::read(double& value) { return readValue(value); }
+bool BinaryStreamDeSerialiser::read(int& value) { return readValue(value); }
+bool BinaryStreamDeSerialiser::read(unsigned int& value) { return readValue(value); }
+bool BinaryStreamDeSerialiser::read(bool& value) { return readValue(value); }
 
-bool BinaryStreamDeSerialiser::read(std::complex<double>& value) {
-    char bytes[16];
-    if (!readBytes(bytes, sizeof bytes)) return false;
-    value = {decodeDouble(bytes), decodeDouble(bytes + 8)};
-    return true;
-}
-
-bool BinaryStreamDeSerialiser::read(double& value) {
-    char bytes[8];
-    if (!readBytes(bytes, sizeof bytes)) return false;
-    value = decodeDouble(bytes);
-    return true;
-}
-
-bool BinaryStreamDeSerialiser::read(int& value) {
-    unsigned int bits = 0;
-    if (!read(bits)) return false;
-    value = static_cast<int>(bits);
-    return true;
-}
-
-bool BinaryStreamDeSerialiser::read(unsigned int& value) {
-    char bytes[4];
-    if (!readBytes(bytes, sizeof bytes)) return false;
-    value = decode<std::uint32_t>(bytes);
-    return true;
-}
-
-bool BinaryStreamDeSerialiser::read(bool& value) {
-    char byte = 0;
-    if (!readBytes(&byte, 1)) return false;
-    value = byte != 0;
-    return true;
-}
+bool BinaryStreamDeSerialiser::readAttribute(std::string& value) { return readAttributeOf(value); }
+bool BinaryStreamDeSerialiser::readAttribute(std::complex<double>& value) { return readAttributeOf(value); }
+bool BinaryStreamDeSerialiser::readAttribute(double& value) { return readAttributeOf(value); }
+bool BinaryStreamDeSerialiser::readAttribute(int& value) { return readAttributeOf(value); }
+bool BinaryStreamDeSerialiser::readAttribute(unsigned int& value) { return readAttributeOf(value); }
+bool BinaryStreamDeSerialiser::readAttribute(bool& value) { return readAttributeOf(value); }
 
 }  // namespace Vorlane_v1_0

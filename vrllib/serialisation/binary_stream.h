@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <iosfwd>
 #include <string>
+#include <string_view>
 
 #include "vrllib/base/export.h"
 #include "vrllib/serialisation/serialiser.h"
@@ -25,6 +26,7 @@ namespace Vorlane_v1_0 {
 
 /// Writes the binary stream. The stream belongs to the caller and outlives this object. A copy shares the stream.
 ///
+/// The bytes go into the buffer of the stream as they come, so its position is right after every operation.
 /// Names of members, docs and comments are dropped; an empty type and a negative version are left out. The write of an
 /// object or a container that lies in more than 255 others is false, since it would not read back.
 class VRL_API BinaryStreamSerialiser final : public SerialiserBase {
@@ -49,8 +51,26 @@ public:
     /// Whether the compound that was begun last lies in more others than a reader follows.
     bool liesTooDeep() const;
 
+    /**@{*/
+    /// The same bytes as the operations above, in one step and without copies of the strings: a whole attribute, the
+    /// begin of a compound, and an id. `type` is left out if it is empty, `version` if it is negative.
+    void writeAttribute(std::string const& value);
+    void writeAttribute(std::complex<double> const& value);
+    void writeAttribute(double value);
+    void writeAttribute(int value);
+    void writeAttribute(unsigned int value);
+    void writeAttribute(bool value);
+    void beginCompound(std::string_view type, int version);
+    void writeId(std::string const& id);
+    /**@}*/
+
 private:
-    void writeMarker();
+    template <class... T>
+    void writeAll(T const&... values);
+    template <class T>
+    void writeOne(T const& value);
+    template <class T>
+    void writeAttributeOf(T const& value);
 
     unsigned int depth = 0;
     std::ostream* stream;
@@ -86,11 +106,35 @@ public:
     bool read(unsigned int& value) override;
     bool read(bool& value) override;
 
+    /**@{*/
+    /// What the operations above do one by one, in one step: a whole attribute, which is false without its end if the
+    /// value cannot be read; and the begin of a compound, which is false if it has another type or version.
+    bool readAttribute(std::string& value);
+    bool readAttribute(std::complex<double>& value);
+    bool readAttribute(double& value);
+    bool readAttribute(int& value);
+    bool readAttribute(unsigned int& value);
+    bool readAttribute(bool& value);
+    bool beginCompound(std::string_view type, int version);
+    /**@}*/
+    /**@{*/
+    /// Steps over that id, or over the attributes of those two strings, if they come next. False without reading
+    /// anything if something else comes, or if that cannot be seen yet.
+    bool skipId(std::string const& id);
+    bool skipAttributes(std::string const& first, std::string const& second);
+    /**@}*/
+
 private:
+    template <class T>
+    bool readAttributeOf(T& value);
+    template <class T>
+    bool readValue(T& value);
     bool readMarker();
     bool readBytes(char* bytes, std::size_t count);
+    bool isSeekable();
 
     unsigned int depth = 0;
+    bool seekable = false;  // as far as anyone asked
     std::istream* stream;
 };
 

@@ -28,45 +28,38 @@ VRL_API Attribute* createStored<Attribute>(std::string const& type);
 template <>
 VRL_API BB* createStored<BB>(std::string const& type);
 
-/// Reads the header of a container. False if it has another shape or version.
-VRL_API bool openContainer(DeSerialiserBase* d, char const* shape, unsigned int& count);
-
 /// Streams a container; `element` writes or reads one element and may fail.
-template <class Container, class Element>
-bool writeContainer(SerialiserBase* s, char const* shape, std::string const& name, Container& container,
-                    Element element) {
-    s->beginCompAttribute(shape, 1, name);
-    if (liesTooDeep(s)) return false;
-    s->writeNumberAttributes(static_cast<unsigned int>(container.size()));
+template <class Writer, class Container, class Element>
+bool writeContainer(Writer s, char const* shape, std::string const& name, Container& container, Element element) {
+    s.beginCompound(shape, 1, name);
+    if (s.liesTooDeep()) return false;
+    s.writeCount(static_cast<unsigned int>(container.size()));
     for (auto& item : container)
         if (!element(item)) return false;
-    s->endCompAttribute();
+    s.endCompound();
     return true;
 }
 
-template <class Element>
-bool readContainer(DeSerialiserBase* d, char const* shape, Element element) {
-    unsigned int count = 0;
-    if (!openContainer(d, shape, count)) return false;
-    for (unsigned int i = 0; i < count; ++i)
+template <class Reader, class Element>
+bool readContainer(Reader d, char const* shape, Element element) {
+    if (!d.beginCompound(shape, 1)) return false;
+    for (unsigned int left = d.readCount(); left > 0; --left)
         if (!element()) return false;
-    d->endCompAttribute();
+    d.endCompound();
     return true;
 }
 
-/// Streams one value by its wrapper without a name. Keys are copied, since a wrapper holds a plain reference.
-template <class T>
-bool writeItem(SerialiserBase* s, T& item) {
-    return Serialisable<T>(item, "").write(s);
+/**@{*/
+/// Streams one value without a name.
+template <class Writer, class T>
+bool writeItem(Writer s, T& item) {
+    return Serialisable<std::remove_const_t<T>>::writeTo(s, item, {});
 }
-template <class T>
-bool writeKey(SerialiserBase* s, T key) {
-    return writeItem(s, key);
+template <class Reader, class T>
+bool readItem(Reader d, T& item) {
+    return Serialisable<T>::readFrom(d, item);
 }
-template <class T>
-bool readItem(DeSerialiserBase* d, T& item) {
-    return Serialisable<T>(item, "").read(d);
-}
+/**@}*/
 
 }  // namespace detail
 
@@ -79,6 +72,15 @@ public:
     bool write(SerialiserBase* s) override;
     bool read(DeSerialiserBase* d) override;
 
+    /**@{*/
+    /// The walks themselves.
+    using WalkOf = SerialisableMap;
+    template <class Writer>
+    static bool writeTo(Writer s, std::map<K, V>& map, std::string const& name);
+    template <class Reader>
+    static bool readFrom(Reader d, std::map<K, V>& map);
+    /**@}*/
+
 private:
     std::map<K, V>* container;
 };
@@ -89,19 +91,30 @@ SerialisableMap<K, V>::SerialisableMap(std::map<K, V>& map, std::string const& m
 
 template <class K, class V>
 bool SerialisableMap<K, V>::write(SerialiserBase* s) {
-    return detail::writeContainer(s, "Map", name, *container, [s](auto& entry) {
-        return detail::writeKey(s, entry.first) && detail::writeItem(s, entry.second);
+    return detail::walk(s, [this](auto writer) { return writeTo(writer, *container, name); });
+}
+template <class K, class V>
+bool SerialisableMap<K, V>::read(DeSerialiserBase* d) {
+    return detail::walk(d, [this](auto reader) { return readFrom(reader, *container); });
+}
+
+template <class K, class V>
+template <class Writer>
+bool SerialisableMap<K, V>::writeTo(Writer s, std::map<K, V>& map, std::string const& name) {
+    return detail::writeContainer(s, "Map", name, map, [s](auto& entry) {
+        return detail::writeItem(s, entry.first) && detail::writeItem(s, entry.second);
     });
 }
 
 template <class K, class V>
-bool SerialisableMap<K, V>::read(DeSerialiserBase* d) {
-    container->clear();
-    return detail::readContainer(d, "Map", [this, d] {
+template <class Reader>
+bool SerialisableMap<K, V>::readFrom(Reader d, std::map<K, V>& map) {
+    map.clear();
+    return detail::readContainer(d, "Map", [&map, d] {
         K key{};
         if (!detail::readItem(d, key)) return false;
         // Keys come in order, so the end is the place to look first.
-        return detail::readItem(d, container->try_emplace(container->end(), std::move(key))->second);
+        return detail::readItem(d, map.try_emplace(map.end(), std::move(key))->second);
     });
 }
 
@@ -114,6 +127,15 @@ public:
     SerialisableVec(std::vector<T>& vector, std::string const& memberName, bool keepSize = false);
     bool write(SerialiserBase* s) override;
     bool read(DeSerialiserBase* d) override;
+
+    /**@{*/
+    /// The walks themselves.
+    using WalkOf = SerialisableVec;
+    template <class Writer>
+    static bool writeTo(Writer s, std::vector<T>& vector, std::string const& name);
+    template <class Reader>
+    static bool readFrom(Reader d, std::vector<T>& vector, bool keepSize = false);
+    /**@}*/
 
 protected:
     /// The vector; never null.
@@ -128,27 +150,37 @@ SerialisableVec<T>::SerialisableVec(std::vector<T>& vector, std::string const& m
 
 template <class T>
 bool SerialisableVec<T>::write(SerialiserBase* s) {
-    return detail::writeContainer(s, "Vector", name, *container,
-                                  [s](auto& element) { return detail::writeItem(s, element); });
+    return detail::walk(s, [this](auto writer) { return writeTo(writer, *container, name); });
+}
+template <class T>
+bool SerialisableVec<T>::read(DeSerialiserBase* d) {
+    return detail::walk(d, [this](auto reader) { return readFrom(reader, *container, fixedSize); });
 }
 
 template <class T>
-bool SerialisableVec<T>::read(DeSerialiserBase* d) {
-    unsigned int count = 0;
-    if (!detail::openContainer(d, "Vector", count)) return false;
-    if (fixedSize) {
-        if (container->size() != count) return false;
-        for (T& element : *container)
+template <class Writer>
+bool SerialisableVec<T>::writeTo(Writer s, std::vector<T>& vector, std::string const& name) {
+    return detail::writeContainer(s, "Vector", name, vector, [s](T& element) { return detail::writeItem(s, element); });
+}
+
+template <class T>
+template <class Reader>
+bool SerialisableVec<T>::readFrom(Reader d, std::vector<T>& vector, bool keepSize) {
+    if (!d.beginCompound("Vector", 1)) return false;
+    unsigned int const count = d.readCount();
+    if (keepSize) {
+        if (vector.size() != count) return false;
+        for (T& element : vector)
             if (!detail::readItem(d, element)) return false;
     } else {
-        container->clear();
+        vector.clear();
         for (unsigned int i = 0; i < count; ++i) {
             T element{};
             if (!detail::readItem(d, element)) return false;
-            container->push_back(std::move(element));
+            vector.push_back(std::move(element));
         }
     }
-    d->endCompAttribute();
+    d.endCompound();
     return true;
 }
 
@@ -161,6 +193,15 @@ public:
     SerialisablePortVec(std::vector<T>& vector, std::string const& memberName, bool keepSize = false);
     bool write(SerialiserBase* s) override;
     bool read(DeSerialiserBase* d) override;
+
+    /**@{*/
+    /// The walks themselves.
+    using WalkOf = SerialisablePortVec;
+    template <class Writer>
+    static bool writeTo(Writer s, std::vector<T>& ports, std::string const& name);
+    template <class Reader>
+    static bool readFrom(Reader d, std::vector<T>& ports);
+    /**@}*/
 };
 
 template <class T>
@@ -169,21 +210,32 @@ SerialisablePortVec<T>::SerialisablePortVec(std::vector<T>& vector, std::string 
 
 template <class T>
 bool SerialisablePortVec<T>::write(SerialiserBase* s) {
-    return detail::writeContainer(s, "Vector", this->name, *this->container, [s](T& port) {
-        return detail::writeKey(s, port.getName().getName()) && detail::writeItem(s, port);
+    return detail::walk(s, [this](auto writer) { return writeTo(writer, *this->container, this->name); });
+}
+template <class T>
+bool SerialisablePortVec<T>::read(DeSerialiserBase* d) {
+    return detail::walk(d, [this](auto reader) { return readFrom(reader, *this->container); });
+}
+
+template <class T>
+template <class Writer>
+bool SerialisablePortVec<T>::writeTo(Writer s, std::vector<T>& ports, std::string const& name) {
+    return detail::writeContainer(s, "Vector", name, ports, [s](T& port) {
+        return detail::writeItem(s, port.getName().getName()) && detail::writeItem(s, port);
     });
 }
 
 template <class T>
-bool SerialisablePortVec<T>::read(DeSerialiserBase* d) {
-    return detail::readContainer(d, "Vector", [this, d] {
-        std::string portName;
-        if (!detail::readItem(d, portName)) return false;
-        for (T& port : *this->container)
-            if (port.getName().getName() == portName) return detail::readItem(d, port);
+template <class Reader>
+bool SerialisablePortVec<T>::readFrom(Reader d, std::vector<T>& ports) {
+    std::string name;
+    return detail::readContainer(d, "Vector", [&ports, &name, d] {
+        if (!detail::readItem(d, name)) return false;
+        for (T& port : ports)
+            if (port.getName().getName() == name) return detail::readItem(d, port);
         T port;
         if (!detail::readItem(d, port)) return false;
-        this->container->push_back(std::move(port));
+        ports.push_back(std::move(port));
         return true;
     });
 }
@@ -193,10 +245,22 @@ bool SerialisablePortVec<T>::read(DeSerialiserBase* d) {
 template <class K, class T>
 class VRL_TEMPLATE SerialisablePtrMap : public SerialisableBase {
 public:
+    /// The objects by key.
+    using Objects = std::map<K, shared_ptr<T>>;
+
     /// Refers to the map, which has to outlive the wrapper.
     SerialisablePtrMap(std::map<K, shared_ptr<T>>& map, std::string const& memberName);
     bool write(SerialiserBase* s) override;
     bool read(DeSerialiserBase* d) override;
+
+    /**@{*/
+    /// The walks themselves.
+    using WalkOf = SerialisablePtrMap;
+    template <class Writer>
+    static bool writeTo(Writer s, Objects& objects, std::string const& name);
+    template <class Reader>
+    static bool readFrom(Reader d, Objects& objects);
+    /**@}*/
 
 protected:
     /// The map; never null.
@@ -209,18 +273,29 @@ SerialisablePtrMap<K, T>::SerialisablePtrMap(std::map<K, shared_ptr<T>>& map, st
 
 template <class K, class T>
 bool SerialisablePtrMap<K, T>::write(SerialiserBase* s) {
-    return detail::writeContainer(s, "PtrMap", name, *container, [s](auto& entry) {
-        return detail::writeKey(s, entry.first) && entry.second && detail::writeItem(s, *entry.second);
+    return detail::walk(s, [this](auto writer) { return writeTo(writer, *container, name); });
+}
+template <class K, class T>
+bool SerialisablePtrMap<K, T>::read(DeSerialiserBase* d) {
+    return detail::walk(d, [this](auto reader) { return readFrom(reader, *container); });
+}
+
+template <class K, class T>
+template <class Writer>
+bool SerialisablePtrMap<K, T>::writeTo(Writer s, Objects& objects, std::string const& name) {
+    return detail::writeContainer(s, "PtrMap", name, objects, [s](auto& entry) {
+        return detail::writeItem(s, entry.first) && entry.second && detail::writeItem(s, *entry.second);
     });
 }
 
 template <class K, class T>
-bool SerialisablePtrMap<K, T>::read(DeSerialiserBase* d) {
-    return detail::readContainer(d, "PtrMap", [this, d] {
-        K key{};
+template <class Reader>
+bool SerialisablePtrMap<K, T>::readFrom(Reader d, Objects& objects) {
+    K key{};
+    return detail::readContainer(d, "PtrMap", [&objects, &key, d] {
         if (!detail::readItem(d, key)) return false;
-        auto const found = container->find(key);
-        if (found == container->end()) return true;
+        auto const found = objects.find(key);
+        if (found == objects.end()) return true;
         return found->second && detail::readItem(d, *found->second);
     });
 }
@@ -234,6 +309,13 @@ public:
     SerialisableAttrMap(std::map<K, shared_ptr<T>>& map, std::string const& memberName, bool refuseNew = false);
     bool read(DeSerialiserBase* d) override;
 
+    /**@{*/
+    /// The walk itself.
+    using WalkOf = SerialisableAttrMap;
+    template <class Reader>
+    static bool readFrom(Reader d, std::map<K, shared_ptr<T>>& objects, bool refuseNew = false);
+    /**@}*/
+
 private:
     bool noNew;
 };
@@ -245,22 +327,26 @@ SerialisableAttrMap<K, T>::SerialisableAttrMap(std::map<K, shared_ptr<T>>& map, 
 
 template <class K, class T>
 bool SerialisableAttrMap<K, T>::read(DeSerialiserBase* d) {
-    return detail::readContainer(d, "PtrMap", [this, d] {
-        K key{};
+    return detail::walk(d, [this](auto reader) { return readFrom(reader, *this->container, noNew); });
+}
+
+template <class K, class T>
+template <class Reader>
+bool SerialisableAttrMap<K, T>::readFrom(Reader d, std::map<K, shared_ptr<T>>& objects, bool refuseNew) {
+    K key{};
+    return detail::readContainer(d, "PtrMap", [&objects, &key, refuseNew, d] {
         if (!detail::readItem(d, key)) return false;
-        auto const found = this->container->find(key);
-        if (found != this->container->end()) return found->second && detail::readItem(d, *found->second);
-        if (noNew) return false;
-        std::string type;
-        d->previewType(type);
-        shared_ptr<T> const object(detail::createStored<T>(type));
+        auto const found = objects.find(key);
+        if (found != objects.end()) return found->second && detail::readItem(d, *found->second);
+        if (refuseNew) return false;
+        shared_ptr<T> const object(detail::createStored<T>(d.previewType()));
         if (!object) {
             // The text names the shape and not the missing type; it reads the same for any type.
             vrlCout() << "Serialisation error: failed to create object 'PtrMap'\n";
             return false;
         }
         if (!detail::readItem(d, *object)) return false;
-        this->container->emplace(std::move(key), object);
+        objects.emplace(key, object);
         return true;
     });
 }
@@ -272,6 +358,13 @@ public:
     /// Refers to the map, which has to outlive the wrapper.
     SerialisableBBMap(std::map<K, shared_ptr<T>>& map, std::string const& memberName);
     bool read(DeSerialiserBase* d) override;
+
+    /**@{*/
+    /// The walk itself.
+    using WalkOf = SerialisableBBMap;
+    template <class Reader>
+    static bool readFrom(Reader d, std::map<K, shared_ptr<T>>& objects);
+    /**@}*/
 };
 
 template <class K, class T>
@@ -280,19 +373,24 @@ SerialisableBBMap<K, T>::SerialisableBBMap(std::map<K, shared_ptr<T>>& map, std:
 
 template <class K, class T>
 bool SerialisableBBMap<K, T>::read(DeSerialiserBase* d) {
-    this->container->clear();
-    return detail::readContainer(d, "PtrMap", [this, d] {
+    return detail::walk(d, [this](auto reader) { return readFrom(reader, *this->container); });
+}
+
+template <class K, class T>
+template <class Reader>
+bool SerialisableBBMap<K, T>::readFrom(Reader d, std::map<K, shared_ptr<T>>& objects) {
+    objects.clear();
+    return detail::readContainer(d, "PtrMap", [&objects, d] {
         K key{};
         if (!detail::readItem(d, key)) return false;
-        std::string type;
-        d->previewType(type);
+        std::string const type = d.previewType();
         shared_ptr<T> const object(detail::createStored<T>(type));
         if (!object) {
             std::cerr << "Serialisation error: failed to create object '" << type << "'\n";
             return false;
         }
         if (!detail::readItem(d, *object)) return false;
-        this->container->emplace_hint(this->container->end(), std::move(key), object);
+        objects.emplace_hint(objects.end(), std::move(key), object);
         return true;
     });
 }

@@ -6,10 +6,10 @@
 
 namespace Vorlane_v1_0::detail {
 
-void registerOnce(SerrDoneFlag& done, void (*fill)(void*), void* object) {
+void registerOnce(SerrDoneFlag& done, SerRegister& reg, SerLayout const* layout, void (*fill)(void*), void* object) {
     if (done) return;
     try {
-        fill(object);
+        if (!layout || !reg.bind(*layout, object)) fill(object);
         done = true;
     } catch (char const* text) {  // the register keeps what was entered until then; the next attempt reports again
         std::cerr << text;

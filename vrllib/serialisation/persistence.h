@@ -114,26 +114,45 @@ public:
     /// Enters the own members of an object. Throws (`char*`) if a number is in the table twice.
     void enter(SerRegister& reg, C& object) const {
         if (!table->fault.empty()) throw table->fault.data();
-        for (auto const& member : table->members) reg.registerMember(*member, member->address(object));
+        for (auto const& member : table->members) reg.registerMember(*member, member->address(&object));
+    }
+    /// Adds the own members to the layout of the class.
+    void enter(detail::SerLayout& layout) const {
+        for (auto const& member : table->members) layout.addOwn(*member);
+        if (!table->fault.empty()) layout.refuse();
     }
 
 private:
-    struct Member : detail::SerMember {
-        using detail::SerMember::SerMember;
-        virtual void* address(C& object) const = 0;
-    };
+    using Member = detail::SerMember;
 
     template <class M, class Wrapper>
     struct Field final : Member {
         Field(std::string memberId, char const* memberName, M C::*f)
             : Member(std::move(memberId), memberName), field(f) {}
-        void* address(C& object) const override { return &(object.*field); }
-        bool write(void* target, SerialiserBase* s) const override {
-            return Wrapper(*static_cast<M*>(target), this->name).write(s);
+        void* address(void* object) const override { return &(static_cast<C*>(object)->*field); }
+        bool write(void* target, detail::AnyWriter s) const override { return writeTo(s, target); }
+        bool write(void* target, detail::BinaryWriter s) const override { return writeTo(s, target); }
+        bool read(void* target, detail::AnyReader d) const override { return readFrom(d, target); }
+        bool read(void* target, detail::BinaryReader d) const override { return readFrom(d, target); }
+
+    private:
+        template <class Writer>
+        bool writeTo(Writer s, void* target) const {
+            M& member = *static_cast<M*>(target);
+            if constexpr (detail::kWalks<Wrapper>)
+                return Wrapper::writeTo(s, member, this->name);
+            else
+                return Wrapper(member, this->name).write(s.base());
         }
-        bool read(void* target, DeSerialiserBase* d) const override {
-            return Wrapper(*static_cast<M*>(target), this->name).read(d);
+        template <class Reader>
+        bool readFrom(Reader d, void* target) const {
+            M& member = *static_cast<M*>(target);
+            if constexpr (detail::kWalks<Wrapper>)
+                return Wrapper::readFrom(d, member);
+            else
+                return Wrapper(member, this->name).read(d.base());
         }
+
         M C::*field;
     };
 
@@ -141,9 +160,14 @@ private:
     struct Variable final : Member {
         Variable(std::string memberId, char const* memberName, M& v)
             : Member(std::move(memberId), memberName), variable(v) {}
-        void* address(C&) const override { return &variable; }
-        bool write(void*, SerialiserBase* s) const override { return Serialisable<M>(variable, this->name).write(s); }
-        bool read(void*, DeSerialiserBase* d) const override { return Serialisable<M>(variable, this->name).read(d); }
+        void* address(void*) const override { return &variable; }
+        bool write(void*, detail::AnyWriter s) const override { return Walk::writeTo(s, variable, this->name); }
+        bool write(void*, detail::BinaryWriter s) const override { return Walk::writeTo(s, variable, this->name); }
+        bool read(void*, detail::AnyReader d) const override { return Walk::readFrom(d, variable); }
+        bool read(void*, detail::BinaryReader d) const override { return Walk::readFrom(d, variable); }
+
+    private:
+        using Walk = Serialisable<M>;
         M& variable;
     };
 
@@ -170,9 +194,38 @@ private:
 
 namespace detail {
 
-/// Fills a register once. A string thrown by a registration goes to the standard error stream and leaves the flag
-/// false.
-VRL_API void registerOnce(SerrDoneFlag& done, void (*fill)(void*), void* object);
+/// Whether a class has the operations of the macros itself and does not inherit them.
+template <class C, class = void>
+inline constexpr bool kHasLayout = false;
+template <class C>
+inline constexpr bool kHasLayout<C, std::void_t<typename C::SerSelf>> = std::is_same_v<typename C::SerSelf, C>;
+
+template <class C, class Base>
+void addBase(SerLayout& layout) {
+    auto const convert = [](void* object) -> void* { return static_cast<Base*>(static_cast<C*>(object)); };
+    if (SerLayout const* const base = Base::getSerLayout())
+        layout.addBase(*base, convert);
+    else
+        layout.refuse();
+}
+
+/// The layout of a class with those persistent bases, made once; null if one of them has none.
+template <class C, class... Bases>
+SerLayout const* newLayout([[maybe_unused]] SerFormat<C> const& format) {
+    if constexpr ((kHasLayout<Bases> && ...)) {
+        auto* const layout = new SerLayout;
+        (addBase<C, Bases>(*layout), ...);
+        format.enter(*layout);
+        return layout;
+    } else {
+        return nullptr;
+    }
+}
+
+/// Fills a register once: by the layout, unless it is null or does not suit the object, or else by `fill`. A string
+/// thrown by a registration goes to the standard error stream and leaves the flag false.
+VRL_API void registerOnce(SerrDoneFlag& done, SerRegister& reg, SerLayout const* layout, void (*fill)(void*),
+                          void* object);
 
 }  // namespace detail
 }  // namespace Vorlane_v1_0
@@ -204,6 +257,10 @@ public:                                                                         
     bool read(::Vorlane_v1_0::DeSerialiserBase* d);                                                                    \
     /** The id of an own member by its name in listings. Throws (`char*`) if the class has none of that name. */       \
     static std::string getSerId(std::string const& memberName);                                                        \
+    /** The class that these operations belong to. */                                                                  \
+    using SerSelf = Class;                                                                                             \
+    /** The members of the persistent bases and the own ones; null if a base registers its members by hand. */         \
+    static ::Vorlane_v1_0::detail::SerLayout const* getSerLayout();                                                    \
                                                                                                                        \
 private:                                                                                                               \
     template <class>                                                                                                   \
@@ -212,6 +269,10 @@ private:                                                                        
     template <class... Bases>                                                                                          \
     void registerBases([[maybe_unused]] ::Vorlane_v1_0::SerRegister& reg) {                                            \
         (this->Bases::doRegisterSerialisables(reg), ...);                                                              \
+    }                                                                                                                  \
+    template <class... Bases>                                                                                          \
+    static ::Vorlane_v1_0::detail::SerLayout const* newSerLayout() {                                                   \
+        return ::Vorlane_v1_0::detail::newLayout<SerSelf, Bases...>(serFormat());                                      \
     }
 
 /// Declares the persistence operations of a class whose bases have none; the four virtual ones come first.
@@ -245,12 +306,17 @@ private:                                                                        
         this->template registerBases<VRL_UNPAREN_(Bases)>(reg);                                                        \
         registerMySerialisables(reg);                                                                                  \
     }                                                                                                                  \
+    Template ::Vorlane_v1_0::detail::SerLayout const* VRL_UNPAREN_(Class)::getSerLayout() {                            \
+        static auto const* const layout = newSerLayout<VRL_UNPAREN_(Bases)>();                                         \
+        return layout;                                                                                                 \
+    }                                                                                                                  \
     Template void VRL_UNPAREN_(Class)::registerSerialisables() {                                                       \
+        if (serDone) return;                                                                                           \
         auto const fill = [](void* whole) {                                                                            \
             auto* const self_ = static_cast<VRL_UNPAREN_(Class)*>(whole);                                              \
             self_->doRegisterSerialisables(self_->serRegister);                                                        \
         };                                                                                                             \
-        ::Vorlane_v1_0::detail::registerOnce(serDone, fill, this);                                                     \
+        ::Vorlane_v1_0::detail::registerOnce(serDone, serRegister, getSerLayout(), fill, this);                        \
     }                                                                                                                  \
     Template bool VRL_UNPAREN_(Class)::write(::Vorlane_v1_0::SerialiserBase* s) {                                      \
         return ::Vorlane_v1_0::Serialisable<VRL_UNPAREN_(Class)>(*this, "").write(s);                                  \

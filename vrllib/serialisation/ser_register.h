@@ -1,10 +1,14 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "vrllib/base/export.h"
 #include "vrllib/serialisation/serialiser.h"
+#include "vrllib/serialisation/walk.h"
 
 namespace Vorlane_v1_0 {
 
@@ -50,21 +54,74 @@ public:
     SerMember& operator=(SerMember const&) = delete;
     virtual ~SerMember();
 
-    virtual bool write(void* target, SerialiserBase* s) const = 0;
-    virtual bool read(void* target, DeSerialiserBase* d) const = 0;
+    /// The address of the member in an object of its class.
+    virtual void* address(void* object) const = 0;
+    /**@{*/
+    /// Writes or reads the member of some object. False if that fails.
+    virtual bool write(void* target, AnyWriter s) const = 0;
+    virtual bool write(void* target, BinaryWriter s) const = 0;
+    virtual bool read(void* target, AnyReader d) const = 0;
+    virtual bool read(void* target, BinaryReader d) const = 0;
+    /**@}*/
 
     std::string const id;
     std::string const name;
+};
+
+/// What a register refers to: the layout of a class, or a table of its own.
+struct SerRows {
+    bool const isLayout;
+};
+
+/// The persistent members of a class and of its persistent bases, sorted by id: one for all objects of the class. It is
+/// made once and never destroyed.
+class VRL_API SerLayout : public SerRows {
+public:
+    using Convert = void* (*)(void* object);
+
+    SerLayout() : SerRows{true} {}
+    /// The members of a base, whose part of an object `convert` finds, before the own ones.
+    void addBase(SerLayout const& base, Convert convert);
+    void addOwn(SerMember const& member);
+    /// The layout cannot be used: the members have to be entered one by one, which finds the fault again.
+    void refuse() { sound = false; }
+
+private:
+    friend class Vorlane_v1_0::SerRegister;
+
+    static constexpr std::size_t kMostParts = 16;
+    struct Part {
+        std::size_t whole;  // the place of the part that it is a base of
+        Convert convert;
+    };
+    struct Row {
+        SerMember const* member;
+        std::size_t part;
+    };
+    using Objects = std::array<void*, kMostParts>;
+
+    void add(Row const& row);
+    /// The parts of an object.
+    Objects partsOf(void* object) const;
+    /// Whether equal ids are those of one member: of a virtual base that is reached on two ways.
+    bool suits(void* object) const;
+
+    bool sound = true;
+    mutable std::ptrdiff_t registerPlace = -1;  // of the register in an object of the class; -1: not yet known
+    std::vector<Part> parts{{0, nullptr}};      // the object itself comes first
+    std::vector<Row> rows;
+    std::vector<std::pair<Row, Row>> twins;  // of equal ids
 };
 
 }  // namespace detail
 
 /// The table of an object's persistent members, from serialisation id to member, sorted by bytes.
 ///
-/// An object's register is filled on first use and kept as long as the object. It holds addresses of the object's
-/// members. A copy of a register refers to the same members as its source: a copied object whose register was filled
-/// writes and reads the members of the object that it was copied from, by design.
-/// Cost: an empty register is one pointer; a filled one has two pointers for each member.
+/// An object's register is filled on first use and kept as long as the object. A copy of a register refers to the same
+/// members as its source: a copied object whose register was filled writes and reads the members of the object that it
+/// was copied from, by design.
+/// Cost: a register is one pointer. Filled by its class it needs no more; what is entered one by one, and a copy of a
+/// filled register, has a table of its own with two pointers for each member.
 class VRL_API SerRegister {
 public:
     SerRegister() = default;
@@ -89,12 +146,24 @@ public:
     /// registers.
     void registerMember(detail::SerMember const& member, void* target);
 
+    /// Enters all members of the object that this register belongs to. False without a change if that needs entering
+    /// them one by one.
+    bool bind(detail::SerLayout const& layout, void* object);
+
     /// Writes the number of entries and each entry in the order of the ids. False if an entry fails, which ends it.
     bool write(SerialiserBase* s);
 
     /// Reads as many entries as the stream announces. An unknown id is skipped; a member that the stream lacks keeps
     /// its value. False if the stream or an entry fails; what was read until then stays.
     bool read(DeSerialiserBase* d);
+
+    /**@{*/
+    /// The same, for a stream whose kind is known.
+    bool write(detail::AnyWriter s);
+    bool write(detail::BinaryWriter s);
+    bool read(detail::AnyReader d);
+    bool read(detail::BinaryReader d);
+    /**@}*/
 
     /// The number of entries.
     std::size_t size() const;
@@ -103,11 +172,19 @@ private:
     struct Entry;
     struct Table;
 
+    class Rows;
+
+    template <class Writer>
+    bool writeTo(Writer s) const;
+    template <class Reader>
+    bool readFrom(Reader d) const;
+    void* object() const;
+    Table* newTable() const;
     Table& ownTable();
     void enter(detail::SerMember const& member, void* target);
-    static void release(Table* table);
+    static void release(detail::SerRows const* rows);
 
-    Table* table = nullptr;
+    detail::SerRows const* rows = nullptr;  // null: empty
 };
 
 }  // namespace Vorlane_v1_0

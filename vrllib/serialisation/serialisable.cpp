@@ -32,32 +32,44 @@ bool noRegister(std::string const& type) {
     return false;
 }
 
-}  // namespace
-
-bool writeMembers(SerialiserBase* s, SerRegister* members, std::string const& type) {
+template <class Writer>
+bool writeMembersTo(Writer s, SerRegister* members, std::string const& type) {
     ObjectLevel const level;
     if (!members) return noRegister(type);
-    if (level.isTooDeep() || liesTooDeep(s)) return false;
+    if (level.isTooDeep() || s.liesTooDeep()) return false;
     if (!members->write(s)) {
         std::cerr << "failed to serialise " << type << "object\n";
         return false;
     }
-    s->endCompAttribute();
+    s.endCompound();
     return true;
 }
 
-bool readObject(DeSerialiserBase* d, SerRegister* members, std::string const& type, int version) {
+template <class Reader>
+bool readObjectFrom(Reader d, SerRegister* members, std::string const& type, int version) {
     if (!members) return noRegister(type);
-    std::string storedType;
-    int storedVersion = 0;
-    d->beginCompAttribute(&storedType, &storedVersion, nullptr);
-    if (storedType != type || storedVersion != version) return false;
+    if (!d.beginCompound(type, version)) return false;
     if (!members->read(d)) {
         std::cerr << "failed to de-serialise " << type << "object\n";
         return false;
     }
-    d->endCompAttribute();
+    d.endCompound();
     return true;
+}
+
+}  // namespace
+
+bool writeMembers(AnyWriter s, SerRegister* members, std::string const& type) {
+    return writeMembersTo(s, members, type);
+}
+bool writeMembers(BinaryWriter s, SerRegister* members, std::string const& type) {
+    return writeMembersTo(s, members, type);
+}
+bool readObject(AnyReader d, SerRegister* members, std::string const& type, int version) {
+    return readObjectFrom(d, members, type, version);
+}
+bool readObject(BinaryReader d, SerRegister* members, std::string const& type, int version) {
+    return readObjectFrom(d, members, type, version);
 }
 
 }  // namespace detail

@@ -21,12 +21,26 @@ inline constexpr bool kIsPlain = std::is_same_v<T, unsigned int> VRL_FOR_VALUE_T
 template <class T>
 inline constexpr bool kIsPair = std::is_same_v<T, std::pair<std::string, std::string>>;
 
+/**@{*/
 /// Writes the members of an object after its compound header, and the end of the compound. `members` may be null.
 /// False if the compound lies too deep for its stream, or if more than 1,000 objects are being written in each other.
-VRL_API bool writeMembers(SerialiserBase* s, SerRegister* members, std::string const& type);
+VRL_API bool writeMembers(AnyWriter s, SerRegister* members, std::string const& type);
+VRL_API bool writeMembers(BinaryWriter s, SerRegister* members, std::string const& type);
+/**@}*/
 
+/**@{*/
 /// Reads a whole object of exactly this type and version.
-VRL_API bool readObject(DeSerialiserBase* d, SerRegister* members, std::string const& type, int version);
+VRL_API bool readObject(AnyReader d, SerRegister* members, std::string const& type, int version);
+VRL_API bool readObject(BinaryReader d, SerRegister* members, std::string const& type, int version);
+/**@}*/
+
+/// Whether a wrapper is one of those below and in containers.h, whose walks need no object of the wrapper. A class that
+/// is derived from one of them has its own operations.
+template <class Wrapper, class = void>
+inline constexpr bool kWalks = false;
+template <class Wrapper>
+inline constexpr bool kWalks<Wrapper, std::void_t<typename Wrapper::WalkOf>> =
+    std::is_same_v<typename Wrapper::WalkOf, Wrapper>;
 
 }  // namespace detail
 
@@ -47,6 +61,15 @@ public:
     bool write(SerialiserBase* s) override;
     bool read(DeSerialiserBase* d) override;
 
+    /**@{*/
+    /// The walks themselves.
+    using WalkOf = Serialisable;
+    template <class Writer, class Item>
+    static bool writeTo(Writer s, Item& value, std::string const& name);  // an Item is a T, or for keys a constant T
+    template <class Reader>
+    static bool readFrom(Reader d, T& value);
+    /**@}*/
+
 private:
     T& value;
 };
@@ -56,43 +79,50 @@ Serialisable<T>::Serialisable(T& v, std::string const& memberName) : Serialisabl
 
 template <class T>
 bool Serialisable<T>::write(SerialiserBase* s) {
+    return detail::walk(s, [this](auto writer) { return writeTo(writer, value, name); });
+}
+template <class T>
+bool Serialisable<T>::read(DeSerialiserBase* d) {
+    return detail::walk(d, [this](auto reader) { return readFrom(reader, value); });
+}
+
+template <class T>
+template <class Writer, class Item>
+bool Serialisable<T>::writeTo(Writer s, Item& value, std::string const& name) {
     if constexpr (detail::kIsPlain<T>) {
-        s->beginAttribute();
         if constexpr (std::is_same_v<typename detail::StoredAs<T>::Item, T>)
-            s->write(value);
+            s.writeAttribute(value, name);
         else
-            s->write(detail::StoredAs<T>::item(value));
-        s->endAttribute(name);
+            s.writeAttribute(detail::StoredAs<T>::item(value), name);
         return true;
     } else if constexpr (detail::kIsPair<T>) {
         // The names of the parts depend on T, since no instance may be completed before its extern template below.
-        return Serialisable<typename T::first_type>(value.first, "").write(s) &&
-               Serialisable<typename T::second_type>(value.second, "").write(s);
+        return Serialisable<typename T::first_type>::writeTo(s, value.first, "") &&
+               Serialisable<typename T::second_type>::writeTo(s, value.second, "");
     } else {
-        std::string const comment = value.getSerDoc() + name;
+        std::string const comment = Writer::kWantsComments ? value.getSerDoc() + name : std::string();
         std::string const type = value.getSerTypeName();
-        s->beginCompAttribute(type, value.getSerVerNo(), comment);
+        s.beginCompound(type, value.getSerVerNo(), comment);
         return detail::writeMembers(s, value.getSerRegister(), type);
     }
 }
 
 template <class T>
-bool Serialisable<T>::read(DeSerialiserBase* d) {
+template <class Reader>
+bool Serialisable<T>::readFrom(Reader d, T& value) {
     if constexpr (detail::kIsPlain<T>) {
-        d->beginAttribute();
         if constexpr (std::is_same_v<typename detail::StoredAs<T>::Item, T>) {
-            if (!d->read(value)) return false;
+            return d.readAttribute(value);
         } else {
             typename detail::StoredAs<T>::Item item{};
-            if (!d->read(item)) return false;
+            if (!d.readAttribute(item)) return false;
             value = detail::StoredAs<T>::value(item);
+            return true;
         }
-        d->endAttribute();
-        return true;
     } else if constexpr (detail::kIsPair<T>) {
         T whole;
-        if (!Serialisable<typename T::first_type>(whole.first, "").read(d) ||
-            !Serialisable<typename T::second_type>(whole.second, "").read(d))
+        if (!Serialisable<typename T::first_type>::readFrom(d, whole.first) ||
+            !Serialisable<typename T::second_type>::readFrom(d, whole.second))
             return false;
         value = std::move(whole);
         return true;

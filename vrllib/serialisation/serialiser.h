@@ -70,14 +70,6 @@ protected:
     ~SerialiserBase() = default;  // never deleted through the base
 };
 
-namespace detail {
-
-/// Whether the compound that was begun last lies deeper than its format holds: it would not read back. The write of an
-/// object or a container is false then.
-VRL_API bool liesTooDeep(SerialiserBase const* s);
-
-}  // namespace detail
-
 /// The abstract reader.
 ///
 /// The operations with a bool return whether they got what they were asked for, except skipAttribute, which returns
