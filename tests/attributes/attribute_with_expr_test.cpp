@@ -55,7 +55,7 @@ TEST(AttributeWithExpr, TakesTheExpressionBeforeTheDescription) {
     EXPECT_FALSE(attribute.isCalculated());
 }
 
-TEST(AttributeWithExpr, KeepsAnyTextAsItsExpression) {
+TEST(AttributeWithExpr, KeepsAnyStringAsItsExpression) {
     Formula attribute("w");
     std::string const text("(( \0no formula\n", 15);
     attribute.setExpression(text);

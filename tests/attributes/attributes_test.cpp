@@ -139,7 +139,7 @@ TEST(Attributes, ALaterNameOfTheParameterLeavesItsKey) {
     EXPECT_EQ(list.get(0).getName(), "new");
 }
 
-TEST(Attributes, NamesAreAnyTexts) {
+TEST(Attributes, NamesAreAnyStrings) {
     Attributes list;
     std::string const bytes("\0\n\xff", 3);
     std::string const longName(100000, 'n');

@@ -45,7 +45,7 @@ PortCase const kPorts[] = {
 INSTANTIATE_TEST_SUITE_P(PortLabel, PortKinds, testing::ValuesIn(kPorts),
                          [](auto const& row) { return std::string(row.param.label); });
 
-TEST(PortLabel, TakesEitherKindOfText) {
+TEST(PortLabel, TakesEitherKindOfString) {
     PortLabel const plain = "in0";
     PortLabel const full = std::string("out0");
 
@@ -53,7 +53,7 @@ TEST(PortLabel, TakesEitherKindOfText) {
     EXPECT_EQ(full.getName(), "out0");
 }
 
-TEST(PortLabel, TakesNullForEmptyText) {
+TEST(PortLabel, TakesNullForAnEmptyString) {
     char const* const none = nullptr;
 
     EXPECT_EQ(PortLabel(none).getName(), "");
@@ -105,12 +105,12 @@ TEST(PortLabel, WritesTheBareName) {
     EXPECT_EQ(os.str(), "in0out0|");
 }
 
-TEST(ModeLabel, TakesEitherKindOfText) {
+TEST(ModeLabel, TakesEitherKindOfString) {
     EXPECT_EQ(ModeLabel("TE0", 1).getName(), "TE0");
     EXPECT_EQ(ModeLabel(std::string("TM0"), 1).getName(), "TM0");
 }
 
-TEST(ModeLabel, TakesNullForEmptyText) {
+TEST(ModeLabel, TakesNullForAnEmptyString) {
     char const* const none = nullptr;
 
     EXPECT_EQ(ModeLabel(none, 1).getName(), "");

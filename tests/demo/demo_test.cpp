@@ -78,7 +78,7 @@ std::string netlistIn(std::string const& story) {
     return story.substr(begin, story.find("\n5. ", begin) - begin);
 }
 
-TEST_F(Demo, BuildsADesignAndTellsHow) {
+TEST_F(Demo, BuildsADesignAndPrintsEachStep) {
     Outcome const outcome = build();
     EXPECT_EQ(outcome.status, 0);
     EXPECT_EQ(outcome.err, "");
@@ -102,7 +102,7 @@ The value "2" is out of range for Double. Accepted range is [5,500]
 )");
 }
 
-TEST_F(Demo, ChecksASavedDesignAndTellsHow) {
+TEST_F(Demo, ChecksASavedDesignAndPrintsEachStep) {
     ASSERT_EQ(build().status, 0);
     Outcome const outcome = check();
     EXPECT_EQ(outcome.status, 0);
@@ -153,7 +153,7 @@ TEST_F(Demo, SavesTheSameBytesEachTime) {
     EXPECT_EQ(vrl_test::readFile(box.work() / "second.vrl"), first);
 }
 
-TEST_F(Demo, TellsHowItIsUsed) {
+TEST_F(Demo, PrintsItsUsage) {
     Outcome const outcome = box.run("--help");
     EXPECT_EQ(outcome.status, 0);
     EXPECT_EQ(outcome.err, "");
@@ -216,7 +216,7 @@ TEST_F(Demo, NamesTheOtherPlugInToo) {
                            "\"sodllfile = vrlDemoDll\" in CONFIG; scripts/demo writes such a file.\n");
 }
 
-TEST_F(Demo, TellsWhyAPlugInWasNotLoaded) {
+TEST_F(Demo, ReportsWhyAPlugInWasNotLoaded) {
     vrl_test::writeFile(box.work() / "broken/lib_wn_foundrySampleFab.so.5.1.3", "no library\n");
     vrl_test::writeFile(box.work() / "VRLConfig.ini",
                         vrl_test::configText("broken", "sodllfile = vrlDemoDll\nsodllfile = foundrySampleFab\n"));

@@ -126,7 +126,7 @@ std::string cpp(Attribute const& attribute) {
     return os.str() + "\n";
 }
 
-TEST(GeneratedText, EveryClassWritesItsTextToADocumentAndAsSource) {
+TEST(GeneratedText, EveryClassWritesItselfToADocumentAndAsSource) {
     EXPECT_EQ(texWrittenBy(writeAllClasses), "solver: [\\href{https://www.kestrom.example}{Kestrom BV}]\n"
                                              "unbalanced solver: [\\textit{IMEC]\n"
                                              "no solver: []\n"
@@ -275,7 +275,7 @@ template <class T>
 struct HasToCpp<T, std::void_t<decltype(std::declval<T const&>().toCpp(std::declval<std::ostream&>(), ""))>>
     : std::true_type {};
 
-TEST(GeneratedText, ListsAndDesignObjectsHaveNoTextOfTheirOwn) {
+TEST(GeneratedText, ListsAndDesignObjectsWriteNothingOfTheirOwn) {
     EXPECT_TRUE(HasToTex<Attribute>::value);
     EXPECT_FALSE(HasToTex<Annotations>::value);
     EXPECT_FALSE(HasToTex<Attributes>::value);

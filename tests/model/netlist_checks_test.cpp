@@ -88,7 +88,7 @@ TEST_F(NetlistPreparation, MakesOneFoundryForAllBlocksOfAName) {
     EXPECT_EQ(netlist.getBB("third")->getFoundryName(), "b");
 }
 
-TEST_F(NetlistPreparation, GoesInOrderOfTheNumbers) {
+TEST_F(NetlistPreparation, FollowsTheOrderOfTheNumbers) {
     netlist.addBB(new Named("a"), "x", 9);
     netlist.addBB(new Named("b"), "y", 2);
     netlist.prepare();

@@ -38,7 +38,7 @@ TEST_F(ListMatches, FindsFilesWithALeadingDotAndTheFoldersOfTheSystem) {
     EXPECT_THAT(listed(at("*")), testing::ElementsAre("./", "../", ".hidden"));
 }
 
-TEST_F(ListMatches, TellsFoldersFromFiles) {
+TEST_F(ListMatches, DistinguishesFoldersFromFiles) {
     vrl_test::writeFile(folder / "x/inner", "");
     vrl_test::writeFile(folder / "x1", "");
     EXPECT_THAT(listed(at("x*")), testing::ElementsAre("x/", "x1"));
@@ -85,7 +85,7 @@ TEST(MakeFolder, MakesOneLevelAndKeepsSilentOtherwise) {
     EXPECT_TRUE(fs::is_directory(folder / "a"));
 }
 
-TEST(Environment, TellsAMissingVariableFromAnEmptyOne) {
+TEST(Environment, DistinguishesAMissingVariableFromAnEmptyOne) {
     ::setenv("VRL_TEST_VARIABLE", "", 1);
     EXPECT_EQ(platform::environment("VRL_TEST_VARIABLE"), "");
     ::unsetenv("VRL_TEST_VARIABLE");

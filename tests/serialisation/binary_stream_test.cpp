@@ -128,7 +128,7 @@ TEST_F(BinaryWriter, WritesCountsAndIdsAsNumbersAndStringsAndCommentsNotAtAll) {
     EXPECT_EQ(bytes(), "");
 }
 
-TEST_F(BinaryWriter, ACopySharesTheStreamAndGoesOnAtItsDepth) {
+TEST_F(BinaryWriter, ACopySharesTheStreamAndContinuesAtItsDepth) {
     writer.beginCompAttribute("T", 1, "");
     BinaryStreamSerialiser copy(writer);
     std::ostringstream elsewhere;
@@ -366,7 +366,7 @@ TEST(BinaryReader, PreviewsNoTypeAtTheEndOfTheStream) {
     EXPECT_EQ(type, "old");
 }
 
-TEST(BinaryReader, ACopySharesTheStreamAndGoesOnAtItsDepth) {
+TEST(BinaryReader, ACopySharesTheStreamAndContinuesAtItsDepth) {
     Input in(kMarker0 + kMarker1 + "a" + kMarker1 + kMarker1 + "b" + kMarker1);
     in.descend();
     BinaryStreamDeSerialiser copy(in.reader);

@@ -60,7 +60,7 @@ protected:
 
 // Writing.
 
-TEST_F(Containers, AMapOfTextsIsWrittenByAscendingKey) {
+TEST_F(Containers, AMapOfStringsIsWrittenByAscendingKey) {
     Texts texts{{"b", "2"}, {"a", "1"}};
     TextMap wrapper(texts, "notes");
     EXPECT_EQ(told(wrapper), "beginCompAttribute 'Map' 1 'notes'\ncount 2\n"
@@ -71,7 +71,7 @@ TEST_F(Containers, AMapOfTextsIsWrittenByAscendingKey) {
                              "endCompAttribute\n");
 }
 
-TEST_F(Containers, AMapOfNumbersIsWrittenAsTextsAndNumbers) {
+TEST_F(Containers, AMapOfNumbersIsWrittenAsStringsAndNumbers) {
     Numbers numbers{{"m1", 4}};
     NumberMap wrapper(numbers, "names");
     EXPECT_EQ(told(wrapper), "beginCompAttribute 'Map' 1 'names'\ncount 1\n"

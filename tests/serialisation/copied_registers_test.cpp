@@ -55,12 +55,12 @@ void set(BB::Port& object, char digit) { object.getCS().setFlow(std::string(1, d
 void set(Netlist& object, char digit) { object.setInputNode(static_cast<unsigned int>(digit)); }
 
 template <class T>
-struct CopiedAsItStands : testing::Test {};
-using AsTheyStand =
+struct CopiedUnchanged : testing::Test {};
+using UnchangedCopies =
     testing::Types<Annotations, Note, Formula, Number, Auto, vrlEmptyComponent, Choice, BB::Port, Netlist, Splitter>;
-TYPED_TEST_SUITE(CopiedAsItStands, AsTheyStand);
+TYPED_TEST_SUITE(CopiedUnchanged, UnchangedCopies);
 
-TYPED_TEST(CopiedAsItStands, TheCopyOfASavedObjectSavesItsSource) {
+TYPED_TEST(CopiedUnchanged, TheCopyOfASavedObjectSavesItsSource) {
     TypeParam source;
     set(source, '1');
     saved(source);
@@ -73,7 +73,7 @@ TYPED_TEST(CopiedAsItStands, TheCopyOfASavedObjectSavesItsSource) {
     EXPECT_NE(told(copy), told(alone));
 }
 
-TYPED_TEST(CopiedAsItStands, AnObjectThatASavedOneWasAssignedToSavesItsSource) {
+TYPED_TEST(CopiedUnchanged, AnObjectThatASavedOneWasAssignedToSavesItsSource) {
     TypeParam source;
     set(source, '1');
     saved(source);
@@ -88,7 +88,7 @@ TYPED_TEST(CopiedAsItStands, AnObjectThatASavedOneWasAssignedToSavesItsSource) {
     EXPECT_NE(told(target), told(alone));
 }
 
-TYPED_TEST(CopiedAsItStands, TheCopyOfAnObjectThatWasNeverSavedWorksAlone) {
+TYPED_TEST(CopiedUnchanged, TheCopyOfAnObjectThatWasNeverSavedWorksAlone) {
     TypeParam source;
     TypeParam copy(source);
     TypeParam alone(source);
@@ -99,7 +99,7 @@ TYPED_TEST(CopiedAsItStands, TheCopyOfAnObjectThatWasNeverSavedWorksAlone) {
     EXPECT_NE(told(copy), told(source));
 }
 
-TYPED_TEST(CopiedAsItStands, AnObjectThatOneThatWasNeverSavedWasAssignedToWorksAlone) {
+TYPED_TEST(CopiedUnchanged, AnObjectThatOneThatWasNeverSavedWasAssignedToWorksAlone) {
     TypeParam source;
     TypeParam target;
     saved(target);
@@ -112,7 +112,7 @@ TYPED_TEST(CopiedAsItStands, AnObjectThatOneThatWasNeverSavedWasAssignedToWorksA
     EXPECT_NE(told(target), told(source));
 }
 
-TYPED_TEST(CopiedAsItStands, ReadingIntoTheCopyOfASavedObjectFillsTheSource) {
+TYPED_TEST(CopiedUnchanged, ReadingIntoTheCopyOfASavedObjectFillsTheSource) {
     KindsWithComposite const kinds;
     TypeParam other;
     set(other, '7');
@@ -151,14 +151,14 @@ TYPED_TEST(FreshInACopy, AnAssignedObjectKeepsItsOwnRegister) {
     saved(source);
     TypeParam target;
     saved(target);
-    SerRegister* const own = Peep::registerOf(target);
+    SerRegister* const own = TestAccess::registerOf(target);
     target = source;
     set(source, '2');
     set(target, '3');
     TypeParam alone;
     set(alone, '3');
     EXPECT_EQ(told(target), told(alone));
-    EXPECT_EQ(Peep::registerOf(target), own);
+    EXPECT_EQ(TestAccess::registerOf(target), own);
 }
 
 TYPED_TEST(FreshInACopy, AnAssignedObjectThatWasNeverSavedFillsItsOwnRegister) {

@@ -201,7 +201,7 @@ TEST_F(DamagedStream, OfBlocksThatCannotGoBackIsFalse) {
     EXPECT_EQ(BlockCounts::alive(), 0);
 }
 
-TEST_F(DamagedStream, ThatThrowsPassesItsExceptionOnAndLeavesNothingBehind) {
+TEST_F(DamagedStream, ThatThrowsPassesItsExceptionOnAndLeaksNothing) {
     std::string const bytes = circuitBytes();
     BlockCounts const counts;
     int thrown = 0;

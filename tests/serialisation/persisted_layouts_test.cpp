@@ -136,7 +136,7 @@ TEST(PersistedLayout, OfAutoRangesHasTheFlagBetweenExpressionAndValue) {
               "beginCompAttribute 'AutoValueRange<vrl::Complex>" + head + "0\n" + middle + "complex (1.5,0)\n" + tail);
 }
 
-TEST(PersistedLayout, OfAValueWithoutItsNotesHasEmptyTextsInItsDoc) {
+TEST(PersistedLayout, OfAValueWithoutItsNotesHasEmptyStringsInItsDoc) {
     Value<double> value("width", 2.5, "", "um");
     value.delAnnotation("vrl::attrUnitName");
     EXPECT_EQ(told(value).substr(0, 41), "beginCompAttribute 'Value_Double' 1 'widt");
@@ -245,19 +245,19 @@ TEST(PersistedNames, OfEachClassPrefixTheIdsOfItsOwnMembers) {
     PlainMmi block;
     Netlist circuit;
     Splitter composite;
-    EXPECT_EQ(Peep::className(annotations), "Annotations");
-    EXPECT_EQ(Peep::className<Attribute>(note), "Attribute");
-    EXPECT_EQ(Peep::className<AttributeWithExpr>(formula), "AttributeWithExpr");
-    EXPECT_EQ(Peep::className(value), "Value");
-    EXPECT_EQ(Peep::className(range), "Value");
-    EXPECT_EQ(Peep::className(autoRange), "AutoValueRange");
-    EXPECT_EQ(Peep::className(list), "Attributes");
-    EXPECT_EQ(Peep::className<Component>(component), "Component");
-    EXPECT_EQ(Peep::className(cs), "CSInfo");
-    EXPECT_EQ(Peep::className(in), "Port");
-    EXPECT_EQ(Peep::className<BB>(block), "BB");
-    EXPECT_EQ(Peep::className(circuit), "Netlist");
-    EXPECT_EQ(Peep::className<CBB>(composite), "CBB");
+    EXPECT_EQ(TestAccess::className(annotations), "Annotations");
+    EXPECT_EQ(TestAccess::className<Attribute>(note), "Attribute");
+    EXPECT_EQ(TestAccess::className<AttributeWithExpr>(formula), "AttributeWithExpr");
+    EXPECT_EQ(TestAccess::className(value), "Value");
+    EXPECT_EQ(TestAccess::className(range), "Value");
+    EXPECT_EQ(TestAccess::className(autoRange), "AutoValueRange");
+    EXPECT_EQ(TestAccess::className(list), "Attributes");
+    EXPECT_EQ(TestAccess::className<Component>(component), "Component");
+    EXPECT_EQ(TestAccess::className(cs), "CSInfo");
+    EXPECT_EQ(TestAccess::className(in), "Port");
+    EXPECT_EQ(TestAccess::className<BB>(block), "BB");
+    EXPECT_EQ(TestAccess::className(circuit), "Netlist");
+    EXPECT_EQ(TestAccess::className<CBB>(composite), "CBB");
 }
 
 TEST(PersistedNames, EachClassRegistersItsOwnMembersAndNoOthers) {
@@ -273,18 +273,18 @@ TEST(PersistedNames, EachClassRegistersItsOwnMembersAndNoOthers) {
     PlainMmi block;
     Netlist circuit;
     Splitter composite;
-    EXPECT_EQ(Peep::ownMembers(annotations), 1u);
-    EXPECT_EQ(Peep::ownMembers<Attribute>(note), 0u);
-    EXPECT_EQ(Peep::ownMembers<AttributeWithExpr>(formula), 2u);
-    EXPECT_EQ(Peep::ownMembers(value), 1u);
-    EXPECT_EQ(Peep::ownMembers(autoRange), 1u);
-    EXPECT_EQ(Peep::ownMembers(list), 1u);
-    EXPECT_EQ(Peep::ownMembers<Component>(component), 0u);
-    EXPECT_EQ(Peep::ownMembers(cs), 2u);
-    EXPECT_EQ(Peep::ownMembers(in), 1u);
-    EXPECT_EQ(Peep::ownMembers<BB>(block), 3u);
-    EXPECT_EQ(Peep::ownMembers(circuit), 8u);
-    EXPECT_EQ(Peep::ownMembers<CBB>(composite), 0u);
+    EXPECT_EQ(TestAccess::ownMembers(annotations), 1u);
+    EXPECT_EQ(TestAccess::ownMembers<Attribute>(note), 0u);
+    EXPECT_EQ(TestAccess::ownMembers<AttributeWithExpr>(formula), 2u);
+    EXPECT_EQ(TestAccess::ownMembers(value), 1u);
+    EXPECT_EQ(TestAccess::ownMembers(autoRange), 1u);
+    EXPECT_EQ(TestAccess::ownMembers(list), 1u);
+    EXPECT_EQ(TestAccess::ownMembers<Component>(component), 0u);
+    EXPECT_EQ(TestAccess::ownMembers(cs), 2u);
+    EXPECT_EQ(TestAccess::ownMembers(in), 1u);
+    EXPECT_EQ(TestAccess::ownMembers<BB>(block), 3u);
+    EXPECT_EQ(TestAccess::ownMembers(circuit), 8u);
+    EXPECT_EQ(TestAccess::ownMembers<CBB>(composite), 0u);
 }
 
 // The streams below are typed by hand from the byte tables: M and a number stand for the marker of that depth.

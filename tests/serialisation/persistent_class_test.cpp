@@ -326,10 +326,10 @@ TEST(PersistentClass, ReportsAFailureAtEachLevelFromTheInside) {
 TEST(PersistentClass, FillsItsRegisterAtFirstUseOnce) {
     Lamp lamp;
     Lamp const before(lamp);
-    SerRegister* const reg = Peep::registerOf(lamp);
+    SerRegister* const reg = TestAccess::registerOf(lamp);
     ASSERT_NE(reg, nullptr);
     EXPECT_EQ(reg->size(), 2u);
-    EXPECT_EQ(Peep::registerOf(lamp), reg);
+    EXPECT_EQ(TestAccess::registerOf(lamp), reg);
     EXPECT_EQ(reg->size(), 2u);
     Lamp alone(before);
     lamp.power = 100;
@@ -354,9 +354,9 @@ TEST(PersistentClass, WithTwoMembersUnderOneIdSaysSoAtEachAttempt) {
     Twin twin;
     {
         Caught const errors;
-        EXPECT_EQ(Peep::registerOf(twin), nullptr);
+        EXPECT_EQ(TestAccess::registerOf(twin), nullptr);
         EXPECT_EQ(errors.text(), kClash);
-        EXPECT_EQ(Peep::registerOf(twin), nullptr);
+        EXPECT_EQ(TestAccess::registerOf(twin), nullptr);
         EXPECT_EQ(errors.text(), std::string(kClash) + kClash);
     }
     EXPECT_EQ(twin.entered(), 2u);

@@ -70,7 +70,7 @@ TEST(SerrDoneFlag, TakesABooleanAndCopiesIt) {
     EXPECT_TRUE(assigned);
 }
 
-TEST(GenerateIDStr, JoinsNameAndDecimalNumber) {
+TEST(GenerateIDStr, AppendsADecimalNumberToTheName) {
     EXPECT_EQ(generateIDStr("BB", 3), "BB::3");
     EXPECT_EQ(generateIDStr("Netlist", 8), "Netlist::8");
     EXPECT_EQ(generateIDStr("Netlist", 10), "Netlist::10");
@@ -156,7 +156,7 @@ TEST_F(SerRegisterTest, ATakenIdWithTheSameTargetKeepsItsWrapper) {
     EXPECT_EQ(Probe::ended, 0);
 }
 
-TEST_F(SerRegisterTest, ATakenIdWithAnotherTargetThrowsAMutableText) {
+TEST_F(SerRegisterTest, ATakenIdWithAnotherTargetThrowsAMutableString) {
     SerRegister reg;
     reg.registerSerialisable("X::1", new Probe(&a, "first"));
     std::string thrown;
@@ -169,7 +169,7 @@ TEST_F(SerRegisterTest, ATakenIdWithAnotherTargetThrowsAMutableText) {
     EXPECT_EQ(told(reg), "count 1\nid X::1\ncomment first\n");
 }
 
-TEST_F(SerRegisterTest, TheThrownTextIsCaughtAsConstantToo) {
+TEST_F(SerRegisterTest, TheThrownStringIsCaughtAsConstantToo) {
     SerRegister reg;
     reg.registerSerialisable("X::1", new Probe(&a, "first"));
     EXPECT_THROW(reg.registerSerialisable("X::1", new Probe(&b, "second")), char const*);
@@ -371,12 +371,12 @@ TEST_F(SerRegisterTest, AssigningARegisterToItselfChangesNothing) {
 
 // The order of the virtual operations is part of the interface.
 
-TEST(VirtualOperations, OfTheWrapperStandInOrder) {
+TEST(VirtualOperations, OfTheWrapperKeepTheirOrder) {
     EXPECT_EQ(slotOf(&SerialisableBase::write), 2);
     EXPECT_EQ(slotOf(&SerialisableBase::read), 3);
 }
 
-TEST(VirtualOperations, OfTheWriterStandInOrder) {
+TEST(VirtualOperations, OfTheWriterKeepTheirOrder) {
     using W = SerialiserBase;
     EXPECT_EQ(slotOf(&W::beginAttribute), 0);
     EXPECT_EQ(slotOf(&W::endAttribute), 1);
@@ -393,7 +393,7 @@ TEST(VirtualOperations, OfTheWriterStandInOrder) {
     EXPECT_EQ(slotOf(&W::writeComment), 12);
 }
 
-TEST(VirtualOperations, OfTheReaderStandInOrder) {
+TEST(VirtualOperations, OfTheReaderKeepTheirOrder) {
     using R = DeSerialiserBase;
     EXPECT_EQ(slotOf(&R::beginAttribute), 0);
     EXPECT_EQ(slotOf(&R::endAttribute), 1);
@@ -419,43 +419,43 @@ TEST(VirtualOperations, OfWriterAndReaderHaveNoDestructorAmongThem) {
 }
 
 TEST(VirtualOperations, OfPersistentClassesAreRightAfterTheDestructor) {
-    EXPECT_EQ(Peep::slots<Annotations>(), "2 3 4 5");
-    EXPECT_EQ(Peep::slots<Attribute>(), "2 3 4 5");
-    EXPECT_EQ(Peep::slots<AttributeWithExpr>(), "2 3 4 5");
-    EXPECT_EQ(Peep::slots<Value<bool>>(), "2 3 4 5");
-    EXPECT_EQ(Peep::slots<Value<int>>(), "2 3 4 5");
-    EXPECT_EQ(Peep::slots<Value<double>>(), "2 3 4 5");
-    EXPECT_EQ(Peep::slots<Value<std::complex<double>>>(), "2 3 4 5");
-    EXPECT_EQ(Peep::slots<Value<std::string>>(), "2 3 4 5");
-    EXPECT_EQ((Peep::slots<AutoValueRange<int, Value<int>>>()), "2 3 4 5");
-    EXPECT_EQ((Peep::slots<AutoValueRange<double, Value<double>>>()), "2 3 4 5");
-    EXPECT_EQ((Peep::slots<AutoValueRange<std::complex<double>, Value<std::complex<double>>>>()), "2 3 4 5");
-    EXPECT_EQ(Peep::slots<Attributes>(), "2 3 4 5");
-    EXPECT_EQ(Peep::slots<Component>(), "2 3 4 5");
-    EXPECT_EQ(Peep::slots<BB::Port>(), "2 3 4 5");
-    EXPECT_EQ(Peep::slots<BB>(), "2 3 4 5");
-    EXPECT_EQ(Peep::slots<Netlist>(), "2 3 4 5");
-    EXPECT_EQ(Peep::slots<CBB>(), "2 3 4 5");
+    EXPECT_EQ(TestAccess::slots<Annotations>(), "2 3 4 5");
+    EXPECT_EQ(TestAccess::slots<Attribute>(), "2 3 4 5");
+    EXPECT_EQ(TestAccess::slots<AttributeWithExpr>(), "2 3 4 5");
+    EXPECT_EQ(TestAccess::slots<Value<bool>>(), "2 3 4 5");
+    EXPECT_EQ(TestAccess::slots<Value<int>>(), "2 3 4 5");
+    EXPECT_EQ(TestAccess::slots<Value<double>>(), "2 3 4 5");
+    EXPECT_EQ(TestAccess::slots<Value<std::complex<double>>>(), "2 3 4 5");
+    EXPECT_EQ(TestAccess::slots<Value<std::string>>(), "2 3 4 5");
+    EXPECT_EQ((TestAccess::slots<AutoValueRange<int, Value<int>>>()), "2 3 4 5");
+    EXPECT_EQ((TestAccess::slots<AutoValueRange<double, Value<double>>>()), "2 3 4 5");
+    EXPECT_EQ((TestAccess::slots<AutoValueRange<std::complex<double>, Value<std::complex<double>>>>()), "2 3 4 5");
+    EXPECT_EQ(TestAccess::slots<Attributes>(), "2 3 4 5");
+    EXPECT_EQ(TestAccess::slots<Component>(), "2 3 4 5");
+    EXPECT_EQ(TestAccess::slots<BB::Port>(), "2 3 4 5");
+    EXPECT_EQ(TestAccess::slots<BB>(), "2 3 4 5");
+    EXPECT_EQ(TestAccess::slots<Netlist>(), "2 3 4 5");
+    EXPECT_EQ(TestAccess::slots<CBB>(), "2 3 4 5");
 }
 
 TEST(VirtualOperations, OfTheChoiceOfCrossSectionComeFirstForItHasNoVirtualDestructor) {
-    EXPECT_EQ(Peep::slots<Foundry::CSInfo>(), "0 1 2 3");
+    EXPECT_EQ(TestAccess::slots<Foundry::CSInfo>(), "0 1 2 3");
     EXPECT_FALSE(std::has_virtual_destructor_v<Foundry::CSInfo>);
 }
 
 TEST(VirtualOperations, OfPersistentClassesAreTheseFourOnly) {
-    EXPECT_FALSE(Peep::hasVirtualHelpers<Annotations>());
-    EXPECT_FALSE(Peep::hasVirtualHelpers<Attribute>());
-    EXPECT_FALSE(Peep::hasVirtualHelpers<AttributeWithExpr>());
-    EXPECT_FALSE(Peep::hasVirtualHelpers<Value<double>>());
-    EXPECT_FALSE((Peep::hasVirtualHelpers<AutoValueRange<double, Value<double>>>()));
-    EXPECT_FALSE(Peep::hasVirtualHelpers<Attributes>());
-    EXPECT_FALSE(Peep::hasVirtualHelpers<Component>());
-    EXPECT_FALSE(Peep::hasVirtualHelpers<Foundry::CSInfo>());
-    EXPECT_FALSE(Peep::hasVirtualHelpers<BB::Port>());
-    EXPECT_FALSE(Peep::hasVirtualHelpers<BB>());
-    EXPECT_FALSE(Peep::hasVirtualHelpers<Netlist>());
-    EXPECT_FALSE(Peep::hasVirtualHelpers<CBB>());
+    EXPECT_FALSE(TestAccess::hasVirtualHelpers<Annotations>());
+    EXPECT_FALSE(TestAccess::hasVirtualHelpers<Attribute>());
+    EXPECT_FALSE(TestAccess::hasVirtualHelpers<AttributeWithExpr>());
+    EXPECT_FALSE(TestAccess::hasVirtualHelpers<Value<double>>());
+    EXPECT_FALSE((TestAccess::hasVirtualHelpers<AutoValueRange<double, Value<double>>>()));
+    EXPECT_FALSE(TestAccess::hasVirtualHelpers<Attributes>());
+    EXPECT_FALSE(TestAccess::hasVirtualHelpers<Component>());
+    EXPECT_FALSE(TestAccess::hasVirtualHelpers<Foundry::CSInfo>());
+    EXPECT_FALSE(TestAccess::hasVirtualHelpers<BB::Port>());
+    EXPECT_FALSE(TestAccess::hasVirtualHelpers<BB>());
+    EXPECT_FALSE(TestAccess::hasVirtualHelpers<Netlist>());
+    EXPECT_FALSE(TestAccess::hasVirtualHelpers<CBB>());
 }
 
 // The operations that only derived classes and wrappers may call.

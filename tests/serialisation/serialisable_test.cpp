@@ -153,14 +153,14 @@ TEST(PlainValue, IsAWrapperOfItsAddressAndName) {
     EXPECT_EQ(told(copy), "beginAttribute\ndouble 3.5\nendAttribute 'width'\n");
 }
 
-TEST(PairOfTexts, IsTwoAttributesWithoutNamesAndWithoutACompound) {
+TEST(PairOfStrings, IsTwoAttributesWithoutNamesAndWithoutACompound) {
     std::pair<std::string, std::string> pair("m1", "in0");
     Serialisable<std::pair<std::string, std::string>> wrapper(pair, "pair");
     EXPECT_EQ(told(wrapper), "beginAttribute\nstring 'm1'\nendAttribute ''\n"
                              "beginAttribute\nstring 'in0'\nendAttribute ''\n");
 }
 
-TEST(PairOfTexts, IsReadWhole) {
+TEST(PairOfStrings, IsReadWhole) {
     std::pair<std::string, std::string> pair;
     Script script;
     script.texts = {"m1", "in0"};
@@ -168,7 +168,7 @@ TEST(PairOfTexts, IsReadWhole) {
     EXPECT_EQ(pair, std::make_pair(std::string("m1"), std::string("in0")));
 }
 
-TEST(PairOfTexts, KeepsBothTextsIfOneCannotBeRead) {
+TEST(PairOfStrings, KeepsBothStringsIfOneCannotBeRead) {
     std::pair<std::string, std::string> pair("old", "pair");
     Script script;
     script.texts = {"m1"};

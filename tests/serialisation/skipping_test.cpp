@@ -46,7 +46,7 @@ TEST(SkippingAnAttribute, OfAnySizeLeadsToTheNextId) {
     resetUniqueIDs();
 }
 
-TEST(SkippingAnAttribute, GivesUpAtOnceWhereNoneBegins) {
+TEST(SkippingAnAttribute, FailsAtOnceWhereNoneBegins) {
     Input in("x" + kMarker0 + kMarker0);
     EXPECT_FALSE(in.reader.skipAttribute());
     EXPECT_EQ(in.position(), 1);

@@ -74,7 +74,7 @@ TEST_F(BlockSpecification, TakesTheDefaultArgumentWithoutASecondAt) {
     EXPECT_STREQ(vrl_spec2bb("Fab@Ring", "x@y").arg, "x@y");
 }
 
-TEST_F(BlockSpecification, TakesAllBehindTheSecondAtAsTheArgument) {
+TEST_F(BlockSpecification, TakesAllAfterTheSecondAtAsTheArgument) {
     vrl_spec2bb const spec("Fab@Ring@1@2", "x");
     EXPECT_STREQ(spec.foundryName, "Fab");
     EXPECT_STREQ(spec.bbName, "Ring");
@@ -96,7 +96,7 @@ TEST_F(BlockSpecification, KeepsBlanksInAllParts) {
     EXPECT_EQ(vrlGetCoutMsg(), "Creating:  Fab@ Ring @ 1 \nFoundry ' Fab' not defined/available\n");
 }
 
-TEST_F(BlockSpecification, DestroysTheBlockAheadOfTheFoundry) {
+TEST_F(BlockSpecification, DestroysTheBlockBeforeTheFoundry) {
     { vrl_spec2bb const spec("Fab@Ring", "x"); }
     EXPECT_EQ(life, "+house +ring -ring -house ");
 }
@@ -160,7 +160,7 @@ TEST_F(BlockSpecification, AssignmentCopiesThePointersToo) {
     target.foundry = nullptr;
 }
 
-TEST_F(BlockSpecification, NullTextsCountAsEmpty) {
+TEST_F(BlockSpecification, NullStringsCountAsEmpty) {
     EXPECT_STREQ(vrl_spec2bb("Fab@Ring", nullptr).arg, "");
     EXPECT_STREQ(vrl_spec2bb("Fab@Ring@1", nullptr).arg, "1");
     vrlCoutReset();

@@ -23,7 +23,7 @@ std::string reportOf(Tool const& tool, std::vector<std::string> const& libraries
     return text.substr(text.find('\n') + 1);
 }
 
-TEST(Plugins, TellsWhatEachConfiguredLibraryBrings) {
+TEST(Plugins, PrintsWhatEachConfiguredLibraryRegisters) {
     Tool const tool;
     auto const report = tool.run("plugins");
     EXPECT_EQ(shown(tool, report.out),
@@ -52,7 +52,7 @@ TEST(Plugins, TellsWhatEachConfiguredLibraryBrings) {
     EXPECT_EQ(report.status, 0);
 }
 
-TEST(Plugins, GivesTheSameBytesTwice) {
+TEST(Plugins, PrintsTheSameBytesTwice) {
     Tool const tool;
     std::string const once = tool.run("plugins", {"--json"}).out;
     EXPECT_NE(once, "");
@@ -77,7 +77,7 @@ TEST(Plugins, FailsWithoutTheNamedFile) {
     EXPECT_EQ(report.status, 2);
 }
 
-TEST(Plugins, TellsOfAConfigurationThatCannotBeRead) {
+TEST(Plugins, ReportsAConfigurationThatCannotBeRead) {
     Tool const tool;
     std::string const config = homeOf(tool) + "/.config/vorlane/VRLConfig.ini";
     std::filesystem::remove(config);
@@ -88,7 +88,7 @@ TEST(Plugins, TellsOfAConfigurationThatCannotBeRead) {
     EXPECT_EQ(report.status, 1);
 }
 
-TEST(Plugins, TellsOfTheConfigurationThatWasWritten) {
+TEST(Plugins, ReportsTheConfigurationThatWasWritten) {
     Tool const tool;
     std::filesystem::remove(homeOf(tool) + "/.config/vorlane/VRLConfig.ini");
     auto const report = tool.run("plugins");
@@ -175,7 +175,7 @@ TEST(Plugins, NamesTheLibraryThatEndsTheProgram) {
               "1 line names a library: 0 loaded, 1 failed\n");
 }
 
-TEST(Plugins, TellsOfACrashAtTheEndOfTheProcess) {
+TEST(Plugins, ReportsACrashAtTheEndOfTheProcess) {
     Tool const tool;
     auto const report = tool.run("plugins", {"--config", writeBrokenConfig(tool, {"crashesAtExit"})});
     EXPECT_EQ(shown(tool, report.out), "configuration  broken.ini  (named with --config)\n"
@@ -191,7 +191,7 @@ TEST(Plugins, TellsOfACrashAtTheEndOfTheProcess) {
     EXPECT_EQ(report.status, 1);
 }
 
-TEST(Plugins, TellsWhoseKeysALibraryTakesOver) {
+TEST(Plugins, ReportsWhoseKeysALibraryTakesOver) {
     Tool const tool;
     EXPECT_EQ(reportOf(tool, {"fine", "takesOver"}), "\n"
                                                      "fine, line 4: loaded\n"
@@ -222,7 +222,7 @@ TEST(Plugins, NamesTheDependencyThatIsMissing) {
               "1 line names a library: 0 loaded, 1 failed\n");
 }
 
-TEST(Plugins, TellsTheVersionsOfARefusedLibrary) {
+TEST(Plugins, PrintsTheVersionsOfARefusedLibrary) {
     Tool const tool;
     EXPECT_EQ(reportOf(tool, {"needsVersion", "oldVersion", "takesOver"}),
               "\n"
@@ -256,7 +256,7 @@ TEST(Plugins, FindsAnEntryPointWithTheWrongLinkage) {
               "1 line names a library: 0 loaded, 1 failed\n");
 }
 
-TEST(Plugins, TellsWhichEntryPointsAreLookedFor) {
+TEST(Plugins, NamesTheEntryPointsThatAreSearchedFor) {
     Tool const tool;
     auto const lines = "f = " + std::string(VRL_CATALOGUE_PLUGINS) + "/elsewhere/libcatalogueHelper.so\n";
     auto const report = tool.run("plugins", {"--config", writeBrokenLines(tool, lines)});
@@ -273,7 +273,7 @@ TEST(Plugins, TellsWhichEntryPointsAreLookedFor) {
     EXPECT_EQ(report.status, 1);
 }
 
-TEST(Plugins, OffersTheHintForFilesThatAreNotThere) {
+TEST(Plugins, OffersTheHintForMissingFiles) {
     Tool const tool;
     tool.write("here/lib_wn_near.so.5.1.2", "");
     tool.write("here/lib_wn_other.so.5.1.3", "");
@@ -346,7 +346,7 @@ TEST(Plugins, OffersTheHintForFilesThatAreNoLibraries) {
                           "3 lines name libraries: 0 loaded, 3 failed\n");
 }
 
-TEST(Plugins, TellsTheLinesOfIncludedFiles) {
+TEST(Plugins, PrintsTheLinesOfIncludedFiles) {
     Tool const tool;
     tool.write("more.ini", "; a comment\n\nsodllfile = takesOver\n");
     auto const config = writeBrokenLines(tool, "#include more.ini\n"
@@ -414,7 +414,7 @@ TEST(Plugins, CountsALibraryThatOneOfTwoFoldersHas) {
     EXPECT_EQ(report.status, 0);
 }
 
-TEST(Plugins, TellsTheOtherKindsOfLine) {
+TEST(Plugins, PrintsTheOtherKindsOfLine) {
     Tool tool;
     tool.place().set("VRL_SOME", brokenPlugin("takesOver") + ";" + tool.path("gone.so"));
     auto const config = tool.write("a.ini", "env = VRL_SOME\nenv = VRL_NONE\ndir = nowhere\nf = ./lib_wX_*.so\n");

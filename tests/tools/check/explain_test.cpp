@@ -10,7 +10,7 @@ namespace {
 
 using vrl_test::Tool;
 
-TEST(Explain, TellsThePageOfARule) {
+TEST(Explain, PrintsThePageOfARule) {
     Tool const tool;
     auto const outcome = tool.run("explain", {"cross-section-mismatch"});
     EXPECT_EQ(outcome.out,
@@ -87,7 +87,7 @@ TEST(Explain, ListsAllRules) {
               "'vrl explain RULE' shows more of a rule.\n");
 }
 
-TEST(Explain, HasAFormForPrograms) {
+TEST(Explain, HasAJsonForm) {
     Tool const tool;
     auto const one = nlohmann::ordered_json::parse(tool.run("explain", {"--json", "trailing-bytes"}).out);
     EXPECT_EQ(one.dump(2),
@@ -112,7 +112,7 @@ TEST(Explain, HasAFormForPrograms) {
     EXPECT_EQ(all["rules"].size(), 33u);
 }
 
-TEST(Explain, TellsAWrongRule) {
+TEST(Explain, RefusesAnUnknownRule) {
     Tool const tool;
     auto const outcome = tool.run("explain", {"open-prots"});
     EXPECT_EQ(outcome.out, "");

@@ -37,7 +37,7 @@ TEST_F(ParameterRules, FindValuesInsideCompositesOfEveryType) {
               "           give it a value from 10 to 5000\n");
 }
 
-TEST_F(ParameterRules, TellWhatTypesOfPluginsRefuseAndRangesThatHoldNothing) {
+TEST_F(ParameterRules, ReportWhatTypesOfPluginsRefuseAndEmptyRanges) {
     circuit.add("odd", new vrl_test::OddParameters(nullptr));
     circuit.netlist().getBB("odd")->setInteger("even", 7);
     circuit.netlist().getBB("odd")->setComplex("index", {5.0, 1.0});

@@ -99,7 +99,7 @@ TEST(Completion, OffersTheKeysOfThePlugins) {
 }
 
 // bash splits such a word at "@", and replaces the last piece only.
-TEST(Completion, OffersTheBlocksBehindAFoundry) {
+TEST(Completion, OffersTheBlocksAfterAFoundry) {
     SmallGrammar const grammar;
     Shell const shell(grammar);
     EXPECT_EQ(shell.offer({"look", "--config", shell.config, "SampleFab", "@", "sfT"}), "sfTaper");

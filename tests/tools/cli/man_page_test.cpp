@@ -141,7 +141,7 @@ The configuration names the plug\-ins to load. Without \-\-config, the first of 
 )");
 }
 
-TEST(ManPage, HasNothingToWarnOf) {
+TEST(ManPage, FormatsWithoutWarnings) {
     Tool const tool;
     std::string const page = tool.run("man").out;
     auto const ended = vrltool::runProgram({{"groff", "-man", "-ww", "-Tutf8", "-Kutf8", "-z"}, page, "", 60, {}});

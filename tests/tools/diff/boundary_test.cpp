@@ -47,7 +47,7 @@ TEST(DiffBoundary, ChangesItsOrderByAsFewMovesAsCanBe) {
                            "status 1\n");
 }
 
-TEST(DiffBoundary, OfInputsOutputsAndDcIsToldApart) {
+TEST(DiffBoundary, DistinguishesInputsOutputsAndDc) {
     auto const none = [](SampleCircuit& c) { c.add("mod", "sfPhaseModulator"); };
     Pair const pair(none, vrl_test::both(none, [](SampleCircuit& c) {
                         c.dc("mod,signal").dc("mod,ground").output("mod,out0").input("mod,in0");
@@ -71,7 +71,7 @@ TEST(DiffBoundary, FollowsARenamedElement) {
                            "status 1\n");
 }
 
-TEST(DiffBoundary, MayJoinNothing) {
+TEST(DiffBoundary, MayConnectNothing) {
     auto const withNothing = [](int places) {
         return [=](SampleCircuit& c) {
             c.add("a", "sfStraight");

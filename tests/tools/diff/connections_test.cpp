@@ -11,7 +11,7 @@ using vrl_test::SampleCircuit;
 
 void addThree(SampleCircuit& c) { c.add("a", "sfStraight").add("b", "sfStraight").add("c", "sfStraight"); }
 
-TEST(DiffConnections, AreJoined) {
+TEST(DiffConnections, AreAdded) {
     Pair const pair(addThree, both(addThree, [](SampleCircuit& c) { c.join("a,out0", "b,in0"); }));
     EXPECT_EQ(pair.diff(), "connections\n"
                            "  + a,out0 -- b,in0\n"
@@ -19,7 +19,7 @@ TEST(DiffConnections, AreJoined) {
                            "status 1\n");
 }
 
-TEST(DiffConnections, AreParted) {
+TEST(DiffConnections, AreRemoved) {
     Pair const pair(both(addThree, [](SampleCircuit& c) { c.join("a,out0", "b,in0"); }), addThree);
     EXPECT_EQ(pair.diff(), "connections\n"
                            "  - a,out0 -- b,in0\n"
@@ -27,7 +27,7 @@ TEST(DiffConnections, AreParted) {
                            "status 1\n");
 }
 
-TEST(DiffConnections, GoElsewhere) {
+TEST(DiffConnections, MoveToOtherPorts) {
     Pair const pair(both(addThree, [](SampleCircuit& c) { c.join("a,out0", "b,in0"); }),
                     both(addThree, [](SampleCircuit& c) { c.join("a,out0", "c,in0"); }));
     EXPECT_EQ(pair.diff(), "connections\n"
@@ -37,13 +37,13 @@ TEST(DiffConnections, GoElsewhere) {
                            "status 1\n");
 }
 
-TEST(DiffConnections, OfOneEndAloneAreNone) {
+TEST(DiffConnections, OfOnePortAloneAreNone) {
     Pair const pair(addThree, both(addThree, [](SampleCircuit& c) { c.netlist().addNode("a", "in0"); }));
     EXPECT_EQ(pair.diff(), "no differences\n"
                            "status 0\n");
 }
 
-TEST(DiffConnections, OfInsertedElementsAreTold) {
+TEST(DiffConnections, OfInsertedElementsAreReported) {
     Pair const pair(both(addThree, [](SampleCircuit& c) { c.join("a,out0", "b,in0"); }),
                     both(addThree, [](SampleCircuit& c) {
                         c.add("bend", "sfBend").join("a,out0", "bend,in0").join("bend,out0", "b,in0");
@@ -58,7 +58,7 @@ TEST(DiffConnections, OfInsertedElementsAreTold) {
                            "status 1\n");
 }
 
-TEST(DiffConnections, FallApartIntoGroups) {
+TEST(DiffConnections, SplitIntoGroups) {
     auto const ring = [](SampleCircuit& c) {
         for (char const* const name : {"m1", "m2", "m3", "m4"}) c.add(name, "sfPhaseModulator");
     };
@@ -75,7 +75,7 @@ TEST(DiffConnections, FallApartIntoGroups) {
                            "status 1\n");
 }
 
-TEST(DiffConnections, OfManyEndsAreShortForPeopleAndWholeForPrograms) {
+TEST(DiffConnections, OfManyPortsAreShortenedInTextOnly) {
     auto const bus = [](int joined) {
         return [=](SampleCircuit& c) {
             for (int i = 1; i <= 6; ++i) c.add("m" + std::to_string(i), "sfPhaseModulator");
@@ -92,7 +92,7 @@ TEST(DiffConnections, OfManyEndsAreShortForPeopleAndWholeForPrograms) {
 }
 
 // Which of the parts the input stays with is part of the change.
-TEST(DiffConnections, TellWhereTheBoundaryStays) {
+TEST(DiffConnections, MarkPortsOfTheBoundary) {
     auto const tied = [](std::string const& end) {
         return both(addThree, [=](SampleCircuit& c) { c.netlist().addNode("b", "in0"), c.input(end); });
     };
@@ -108,7 +108,7 @@ TEST(DiffConnections, TellWhereTheBoundaryStays) {
                             "status 1\n");
 }
 
-TEST(DiffConnections, OfSwappedArmsAreTold) {
+TEST(DiffConnections, OfSwappedArmsAreReported) {
     Pair const pair(addInterferometer, [](SampleCircuit& c) {
         c.add("in", "sfEdgeCoupler").add("split", "sfSplitter").add("upper", "sfStraight");
         c.add("lower", "sfStraight").add("join", "sfCombiner").add("out", "sfEdgeCoupler");

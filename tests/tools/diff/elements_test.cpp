@@ -47,7 +47,7 @@ TEST(DiffElements, AreRemoved) {
                            "status 1\n");
 }
 
-TEST(DiffElements, AreOfAnotherKindWithWhatThatBrings) {
+TEST(DiffElements, AreOfAnotherKindWithItsParameters) {
     Pair const pair(
         [](SampleCircuit& c) { c.add("path", "sfStraight").add("in", "sfTaper").join("in,out0", "path,in0"); },
         [](SampleCircuit& c) { c.add("path", "sfBend").add("in", "sfTaper").join("in,out0", "path,in0"); });
@@ -63,7 +63,7 @@ TEST(DiffElements, AreOfAnotherKindWithWhatThatBrings) {
                            "status 1\n");
 }
 
-TEST(DiffElements, InsideCompositesAreToldWithTheirPath) {
+TEST(DiffElements, InsideCompositesAreReportedWithTheirPath) {
     Pair const pair(addModulator, both(addModulator, [](SampleCircuit& c) {
                         auto* const arms = dynamic_cast<vrl::CBB*>(c.netlist().getBB("arms"))->getAsNetlist();
                         arms->getBB("upper")->setDouble("length", 1600);
@@ -101,7 +101,7 @@ TEST(DiffElements, WithoutNamesAreComparedByWhatTheyHold) {
                               "status 1\n");
 }
 
-TEST(DiffElements, ThatAreNotThereKeepTheirConnections) {
+TEST(DiffElements, ThatAreMissingKeepTheirConnections) {
     auto const build = [](SampleCircuit& c) {
         c.add("bend", "sfBend").add("in", "sfTaper").join("in,out0", "bend,in0");
     };

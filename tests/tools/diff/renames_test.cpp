@@ -32,7 +32,7 @@ TEST(DiffRenames, AreFoundByTheirConnections) {
                            "status 1\n");
 }
 
-TEST(DiffRenames, TellEqualArmsApartByTheirPorts) {
+TEST(DiffRenames, DistinguishEqualArmsByTheirPorts) {
     Pair const pair(interferometer({"in", "split", "upper", "lower", "join", "out"}, 100, 100),
                     interferometer({"in", "split", "arm1", "arm2", "join", "out"}, 100, 100));
     EXPECT_EQ(pair.diff(), "elements\n"

@@ -58,7 +58,7 @@ TEST_F(Draw, WritesTheSameBytesTwice) {
     }
 }
 
-TEST_F(Draw, TellsNeitherTheTimeNorTheVersionOfGraphviz) {
+TEST_F(Draw, WritesNeitherTheTimeNorTheVersionOfGraphviz) {
     tool.run("draw", {"a.vrl", "-o", "a.pdf"});
     EXPECT_EQ(tool.read("a.pdf").find("CreationDate"), std::string::npos);
     EXPECT_EQ(tool.run("draw", {"a.vrl", "-o", "-"}).out.find("raphviz"), std::string::npos);
@@ -72,7 +72,7 @@ TEST_F(Draw, WritesToStandardOutput) {
     EXPECT_EQ(tool.run("draw", {"a.vrl", "-o", "-", "--format", "dot"}).out, tool.read("a.dot"));
 }
 
-TEST_F(Draw, FormatGoesBeforeTheEnding) {
+TEST_F(Draw, FormatOverridesTheFileNameExtension) {
     EXPECT_EQ(tool.run("draw", {"a.vrl", "-o", "picture", "--format", "dot"}).status, 0);
     EXPECT_EQ(tool.read("picture"), tool.run("draw", {"a.vrl", "--format", "dot"}).out);
 }
@@ -89,7 +89,7 @@ TEST_F(Draw, RefusesAnotherEnding) {
                                                       "  take svg, dot, pdf or png; did you mean 'svg'?\n");
 }
 
-TEST_F(Draw, RefusesToGuessWhereThePictureGoes) {
+TEST_F(Draw, RefusesToGuessWhereToWriteTheDrawing) {
     EXPECT_EQ(refused({"a.vrl"}), "vrl: a.vrl: nothing says where the picture goes\n"
                                   "  name a file with '-o FILE.svg', or a format for standard output with "
                                   "'--format svg'\n");
@@ -122,7 +122,7 @@ TEST_F(Draw, RefusesNumbersBelowZeroAndANameThatIsEmpty) {
     EXPECT_THAT(refused({"a.vrl", "-o", "a.svg", "--around", ""}), StartsWith("vrl: --around: names no element\n"));
 }
 
-TEST_F(Draw, TellsProgramsWhatThePictureShows) {
+TEST_F(Draw, ListsTheContentOfTheDrawingAsJson) {
     auto const outcome = tool.run("draw", {"--json", "a.vrl", "-o", "a.PNG", "--max", "4"});
     EXPECT_EQ(outcome.out, "{\n"
                            "  \"format\": \"vrl-draw\",\n"
@@ -143,7 +143,7 @@ TEST_F(Draw, TellsProgramsWhatThePictureShows) {
     EXPECT_THAT(tool.read("a.PNG"), StartsWith("\x89PNG"));
 }
 
-TEST_F(Draw, RefusesThePictureAndTheJsonOnOneOutput) {
+TEST_F(Draw, RefusesTheDrawingAndTheJsonOnOneOutput) {
     for (std::vector<std::string> const& where : {std::vector<std::string>{"-o", "-"}, {"--format", "dot"}})
         EXPECT_EQ(refused({"a.vrl", "--json", where[0], where[1]}),
                   "vrl: standard output: cannot hold both the picture and the JSON that --json asks for\n"
@@ -179,7 +179,7 @@ TEST_F(Draw, SaysWhichPackageIsMissing) {
     EXPECT_EQ(tool.run("draw", {"a.vrl", "-o", "a.dot"}).status, 0);
 }
 
-TEST_F(Draw, TellsWhatGraphvizSaidWhenItFails) {
+TEST_F(Draw, PrintsTheMessageOfGraphvizWhenItFails) {
     std::filesystem::create_directory(tool.path("bin"));
     tool.write("bin/dot", "#!/bin/sh\necho 'out of ideas' >&2\nexit 3\n");
     std::filesystem::permissions(tool.path("bin/dot"), std::filesystem::perms::owner_all);
@@ -195,7 +195,7 @@ TEST_F(Draw, LeavesNothingWhereItCannotWrite) {
               "  make the folder first\n");
 }
 
-TEST_F(Draw, SuggestsTheElementThatWasMeant) {
+TEST_F(Draw, SuggestsTheNearestElement) {
     EXPECT_EQ(refused({"a.vrl", "-o", "a.svg", "--around", "uper"}),
               "vrl: 'uper': the circuit has no element of that name\n"
               "  did you mean 'upper'?\n");
@@ -210,7 +210,7 @@ TEST_F(Draw, SaysThatNoNeighbourhoodIsDrawnInsideAComposite) {
               "  '--around \"arms\" --depth 1' draws that with its inside\n");
 }
 
-TEST_F(Draw, TellsWhatIsHidden) {
+TEST_F(Draw, ListsWhatIsHidden) {
     auto const outcome = tool.run("draw", {"a.vrl", "-o", "a.svg", "--max", "4"});
     EXPECT_EQ(outcome.err, "vrl: a.vrl: hidden: 2 of 6 elements, past the limit of 4\n");
     EXPECT_EQ(outcome.status, 0);
@@ -249,7 +249,7 @@ TEST_F(Draw, RefusesABlockThatIsNoCircuit) {
                                                     "  'vrl show' shows what it holds\n");
 }
 
-TEST(Show, DoesNotGiveTheListingAsJson) {
+TEST(Show, RefusesTheListingAsJson) {
     auto const outcome = Tool().run("show", {"a.vrl", "--json", "--listing"});
     EXPECT_EQ(outcome.err, "vrl: --json excludes --listing\n"
                            "  'vrl show --help' shows the usage\n");

@@ -10,7 +10,7 @@ namespace {
 
 // Made by 'vrl draw modulator.vrl -o modulator.svg --depth 1' of the design that 'vrl_demo build' saves. Where things
 // stand depends on the fonts of the machine; everything else has to be the same.
-TEST(ExamplePicture, IsWhatTheCommandDraws) {
+TEST(ExampleDrawing, IsWhatTheCommandDraws) {
     vrl_test::Tool const tool;
     std::string const config = tool.writeConfig("demo.ini", {"vrlDemoDll", "foundrySampleFab"});
     vrl_test::Sandbox const demo(VRL_DEMO_PROGRAM);

@@ -70,7 +70,7 @@ TEST(Svg, FramesCompositesWithTheirTitleAndPorts) {
     EXPECT_EQ(count(open, "class=\"edge optics\""), 14u);
 }
 
-TEST(Svg, SaysWhereSomethingStandsInForAKind) {
+TEST(Svg, MarksStandIns) {
     Tool const tool;
     SampleCircuit circuit;
     addModulator(circuit);

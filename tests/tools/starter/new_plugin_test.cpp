@@ -9,7 +9,7 @@ namespace {
 
 using vrl_test::Tool;
 
-TEST(NewPlugin, TellsWhatItWroteAndTheNextCommand) {
+TEST(NewPlugin, PrintsWhatItWroteAndTheNextCommand) {
     Tool const tool;
     auto const shown = tool.run("new-plugin", {"myFab", "my fab"});
     EXPECT_EQ(shown.out, "wrote into my fab:\n"

@@ -23,7 +23,7 @@ void PrintTo(Case const& broken, std::ostream* os) { *os << broken.fault; }
 
 class BrokenPlugin : public ::testing::TestWithParam<Case> {};
 
-TEST_P(BrokenPlugin, IsToldByItsCheck) {
+TEST_P(BrokenPlugin, IsReportedByItsCheck) {
     Tool const tool;
     Case const& broken = GetParam();
     bool const hangs = std::string(broken.fault) == "Hangs";
@@ -192,7 +192,7 @@ std::string caseName(::testing::TestParamInfo<Case> const& info) {
 INSTANTIATE_TEST_SUITE_P(Loading, BrokenPlugin, ::testing::ValuesIn(kLoading), caseName);
 INSTANTIATE_TEST_SUITE_P(Kinds, BrokenPlugin, ::testing::ValuesIn(kKinds), caseName);
 
-TEST(PluginInOrder, MayGiveAViewAnotherNameThanItsKind) {
+TEST(PluginInOrder, MayNameAViewOtherwiseThanItsKind) {
     Tool const tool;
     auto const shown = tool.run("validate", {"--only", "views", faultyPlugin("ViewOtherName")});
     EXPECT_EQ(shown.out, faultyPlugin("ViewOtherName") + "\n"
@@ -216,7 +216,7 @@ TEST(PluginInOrder, MaySaveAKindOfNetlistAsAPlainOne) {
     EXPECT_EQ(shown.status, 0);
 }
 
-TEST(BrokenPluginStreams, TellsTheStreamThatDidHarm) {
+TEST(BrokenPluginStreams, NamesTheStreamThatDidHarm) {
     Tool const tool;
     auto const shown = tool.run("validate", {"--seconds", "50", "--only", "random-bytes", faultyPlugin("RandomBytes")});
     EXPECT_EQ(
@@ -229,7 +229,7 @@ TEST(BrokenPluginStreams, TellsTheStreamThatDidHarm) {
     EXPECT_EQ(shown.status, 1);
 }
 
-TEST(BrokenPluginOrder, TellsAKeyThatIsMissingBehindAnotherPlugin) {
+TEST(BrokenPluginOrder, ReportsAKeyThatIsMissingAfterAnotherPlugin) {
     Tool const tool;
     auto const shown = tool.run("validate", {"--only", "two-plugins", "--only", "key-clash",
                                              faultyPlugin("NeedsToBeFirst"), faultyPlugin("None")});
@@ -272,7 +272,7 @@ TEST(BrokenPluginOrder, TellsAKeyThatIsMissingBehindAnotherPlugin) {
     EXPECT_EQ(shown.status, 1);
 }
 
-TEST(BrokenPluginOrder, TellsWhatAConfiguredPluginHinders) {
+TEST(BrokenPluginOrder, ReportsAKeyThatAConfiguredPluginHinders) {
     Tool const tool;
     std::string const config = tool.writeConfig("demo.ini", {"vrlDemoDll"});
     auto const shown =
@@ -327,7 +327,7 @@ TEST(BrokenPluginOrder, ComparesNothingForOneWithoutKeys) {
     EXPECT_NE(shown.out.find("  two-plugins  not run  it brings no keys\n"), std::string::npos) << shown.out;
 }
 
-TEST(BrokenPluginNeeds, RunsWhatACheckNeedsAndNamesItAsTheHindrance) {
+TEST(BrokenPluginNeeds, RunsWhatACheckNeedsAndNamesItAsTheReason) {
     Tool const tool;
     auto const shown = tool.run("validate", {"--only", "saved,described", faultyPlugin("CrashesInConstructor")});
     EXPECT_EQ(shown.out, faultyPlugin("CrashesInConstructor") +
