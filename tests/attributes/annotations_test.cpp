@@ -316,7 +316,7 @@ TEST(Annotations, AssignmentTakesTheTableOfSavedMembersToo) {
     EXPECT_EQ(saved(target), bytes);
 }
 
-/// Opens the protected operations, and adds one behind all of them.
+/// Opens the protected operations, and adds one after all of them.
 struct AnnotationsTable : Annotations {
     using Annotations::getSerDoc;
     using Annotations::getSerRegister;

@@ -208,7 +208,7 @@ TEST(Attribute, IsAbstractAndSoIsTheOneWithAnExpression) {
     EXPECT_TRUE(std::has_virtual_destructor_v<Attribute>);
 }
 
-/// Opens the protected operations, and adds one behind all of them.
+/// Opens the protected operations, and adds one after all of them.
 struct AttributeTable : Attribute {
     using Attribute::getSerDoc;
     using Attribute::getSerRegister;

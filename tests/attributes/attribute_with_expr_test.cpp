@@ -242,7 +242,7 @@ TEST(AttributeWithExpr, CommentsAListingWithTheNameThatTheDerivedClassReports) {
     EXPECT_EQ(NamedByNobody("w", "", "", "um").getSerDoc(), "[um]");
 }
 
-/// Opens the protected operations, and adds one behind all of them.
+/// Opens the protected operations, and adds one after all of them.
 struct ExprTable : AttributeWithExpr {
     using AttributeWithExpr::compare;
     using AttributeWithExpr::getSerRegister;

@@ -325,7 +325,7 @@ struct EntriesAccess {
 };
 template struct EntriesAccess<&Attributes::attributes>;
 
-// No operation makes an entry without an object; the list gets along with one all the same.
+// No operation makes an entry without an object; the list still accepts one.
 TEST(Attributes, AnEntryWithoutAnObjectIsReportedAsUnknown) {
     Attributes list;
     list.addInteger("x", 1);

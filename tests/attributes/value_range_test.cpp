@@ -360,7 +360,7 @@ TEST_F(ValueRanges, CopiesAndAssignmentsTakeEveryMember) {
     EXPECT_EQ(source.getValue(), 1.5);
 }
 
-/// Opens the protected operations, and adds one behind all of them.
+/// Opens the protected operations, and adds one after all of them.
 template <class Ranged>
 struct RangeTable : Ranged {
     using Ranged::getSerDoc;

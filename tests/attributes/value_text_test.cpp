@@ -21,7 +21,7 @@ using Complex = std::complex<double>;
 constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
 constexpr double kInf = std::numeric_limits<double>::infinity();
 
-/// The value after a text was set, and whether setStringValue told of a change.
+/// The value after a string was set, and whether setStringValue reported a change.
 template <class T>
 struct TextRow {
     char const* label;

@@ -299,7 +299,7 @@ TEST(FactoryOperations, ThatAreVirtualKeepTheirOrder) {
     using Plain = FactoryNoArg<std::string, Shape>;
     using WithTwo = FactoryArg2<std::string, Shape, std::string, int>;
 
-    EXPECT_EQ(vrl_test::slotOf(&Plain::cf::create), 0U);  // ahead of the destructor
+    EXPECT_EQ(vrl_test::slotOf(&Plain::cf::create), 0U);  // before the destructor
     EXPECT_EQ(vrl_test::slotOf(&WithTwo::cf::create), 0U);
     EXPECT_TRUE(std::has_virtual_destructor_v<Plain::cf>);
     EXPECT_TRUE(std::has_virtual_destructor_v<FactoryFunctions<Shape>>);

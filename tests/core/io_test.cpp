@@ -44,7 +44,7 @@ protected:
     using ObjectClass = typename Case::Class;
     using ObjectIO = IO<ObjectClass, void, void>;
 
-    /// Where a file would stand.
+    /// Where a file would be.
     std::string path() const { return (folder / "object.vrl").string(); }
 
     Case sampleCase;

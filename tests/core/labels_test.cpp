@@ -229,7 +229,7 @@ TEST(ModeLabel, CopiesAndAssignsItsName) {
 }
 
 TEST(ModeLabel, CarriesItsTagAfterTheNameAndWithEachCopy) {
-    // Nothing gives the tag out, so the test looks at the bytes behind the string.
+    // Nothing returns the tag, so the test looks at the bytes after the string.
     ModeLabel const label("TE0", 0x12345678);
     ModeLabel const made(0, EnumList::TE, 0x12345678);
     ModeLabel const copy(label);

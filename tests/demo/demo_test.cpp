@@ -50,7 +50,7 @@ Building blocks{
 char const kBuildStart[] = "A design is built\n\n1. The library starts.\n\n";
 char const kCheckStart[] = "A saved design is checked\n\n1. The library starts, in a process of its own.\n\n";
 
-/// A working folder with a configuration file, in which the plug-ins stand under "plugins".
+/// A working folder with a configuration file, in which the plug-ins are under "plugins".
 class Demo : public testing::Test {
 protected:
     Demo() {
@@ -87,7 +87,7 @@ TEST_F(Demo, BuildsADesignAndPrintsEachStep) {
 
 The value "2" is out of range for Double. Accepted range is [5,500]
 
-3. The netlist is tied to its foundry and checked.
+3. The netlist is attached to its foundry and checked.
 
 The netlist contains errors!
 
@@ -108,7 +108,7 @@ TEST_F(Demo, ChecksASavedDesignAndPrintsEachStep) {
     EXPECT_EQ(outcome.status, 0);
     EXPECT_EQ(outcome.err, "");
     EXPECT_EQ(outcome.out, kCheckStart + std::string(kReport) + R"(
-2. 7 elements are read back from modulator.vrl and tied to their foundry.
+2. 7 elements are read back from modulator.vrl and attached to their foundry.
 
 3. Out of range: 1.
 
@@ -162,7 +162,7 @@ TEST_F(Demo, PrintsItsUsage) {
 
 build  starts the library on the configuration file CONFIG, builds a Mach-Zehnder modulator of SampleFab
        blocks, checks and prints it, and saves it to the file DESIGN
-check  reads DESIGN back, ties it to its foundry, finds the parameter that is out of range, asks cross
+check  reads DESIGN back, attaches it to its foundry, finds the parameter that is out of range, asks cross
        sections for their modes, attaches views, and prints the same netlist
 
 CONFIG has to name the plug-ins vrlDemoDll and foundrySampleFab; scripts/demo writes such a file.

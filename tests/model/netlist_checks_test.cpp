@@ -41,7 +41,7 @@ public:
     BrokenFab() { throw std::runtime_error("no licence"); }
 };
 
-/// A foundry that is never made: its allocation gives no memory.
+/// A foundry that is never made: its allocation returns no memory.
 class UnmadeFab : public Fab {
 public:
     static void* operator new(std::size_t) noexcept { return nullptr; }

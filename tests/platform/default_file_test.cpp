@@ -125,7 +125,7 @@ TEST_F(DefaultFile, IsRefusedInAFolderThatOthersCanWrite) {
     EXPECT_TRUE(writes());
 }
 
-// Only a privileged user can give a folder away; for others it stays their own, and is taken.
+// Only a privileged user can change the owner of a folder; for others it stays their own, and is used.
 TEST_F(DefaultFile, IsRefusedInTheFolderOfAnotherUser) {
     platform::makeConfigFolders();
     bool const givenAway = ::chown(folder.c_str(), 65534, 65534) == 0;

@@ -15,7 +15,7 @@ namespace platform = Vorlane_v1_0::platform;
 
 class ListMatches : public testing::Test {
 protected:
-    /// The names that match, a folder with "/" behind it.
+    /// The names that match, a folder followed by "/".
     std::vector<std::string> listed(std::string const& pattern) const {
         std::vector<std::string> names;
         for (auto const& match : platform::listMatches(pattern))

@@ -29,7 +29,7 @@ TEST_F(DefaultObject, SkipsTheEmptyKeyAndStaysForLaterKeys) {
     EXPECT_EQ(output("DefaultFoundry"), "Can not create an object.\n"
                                         "PlainFoundry\n"
                                         "stays: yes\n"
-                                        "empty key gives it: yes\n");
+                                        "empty key returns it: yes\n");
 }
 
 TEST_F(DefaultObject, OfNetlistsComesFromTheFactoryWhileAnEmptyKeyDoesNot) {

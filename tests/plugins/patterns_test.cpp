@@ -18,7 +18,7 @@ protected:
         std::filesystem::create_directories((sandbox.work() / name).parent_path());
         std::filesystem::copy_file(pluginFile(plugin), sandbox.work() / name);
     }
-    /// A path of exactly that many characters, below the working folder: `name` behind a run of slashes.
+    /// A path of exactly that many characters, below the working folder: `name` after a run of slashes.
     std::string padded(std::size_t length, std::string const& name) const {
         std::string const folder = sandbox.work().string();
         return folder + std::string(length - folder.size() - name.size(), '/') + name;

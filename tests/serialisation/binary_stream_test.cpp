@@ -233,11 +233,11 @@ TEST(BinaryReader, ReadsAStringOfAnyLengthWhole) {
         BinaryStreamSerialiser(out).write(7);
         Input in(out.str());
         std::string text = "old";
-        int behind = 0;
+        int after = 0;
         EXPECT_TRUE(in.reader.read(text));
         EXPECT_EQ(text, std::string(length, 'x')) << length;
-        EXPECT_TRUE(in.reader.read(behind));
-        EXPECT_EQ(behind, 7) << length;
+        EXPECT_TRUE(in.reader.read(after));
+        EXPECT_EQ(after, 7) << length;
     }
 }
 

@@ -9,7 +9,7 @@
 #include "tests/serialisation/composites.h"
 #include "tests/serialisation/recorders.h"
 
-// What becomes of the register of a copy. Most classes copy it as it stands, so that the copy of an object that was
+// What becomes of the register of a copy. Most classes copy it unchanged, so that the copy of an object that was
 // saved before goes on saving its source; some start afresh.
 
 namespace {
@@ -69,8 +69,8 @@ TYPED_TEST(CopiedUnchanged, TheCopyOfASavedObjectSavesItsSource) {
     set(copy, '3');
     TypeParam alone;
     set(alone, '3');
-    EXPECT_EQ(told(copy), told(source));
-    EXPECT_NE(told(copy), told(alone));
+    EXPECT_EQ(recorded(copy), recorded(source));
+    EXPECT_NE(recorded(copy), recorded(alone));
 }
 
 TYPED_TEST(CopiedUnchanged, AnObjectThatASavedOneWasAssignedToSavesItsSource) {
@@ -84,8 +84,8 @@ TYPED_TEST(CopiedUnchanged, AnObjectThatASavedOneWasAssignedToSavesItsSource) {
     set(target, '3');
     TypeParam alone;
     set(alone, '3');
-    EXPECT_EQ(told(target), told(source));
-    EXPECT_NE(told(target), told(alone));
+    EXPECT_EQ(recorded(target), recorded(source));
+    EXPECT_NE(recorded(target), recorded(alone));
 }
 
 TYPED_TEST(CopiedUnchanged, TheCopyOfAnObjectThatWasNeverSavedWorksAlone) {
@@ -95,8 +95,8 @@ TYPED_TEST(CopiedUnchanged, TheCopyOfAnObjectThatWasNeverSavedWorksAlone) {
     set(source, '2');
     set(copy, '3');
     set(alone, '3');
-    EXPECT_EQ(told(copy), told(alone));
-    EXPECT_NE(told(copy), told(source));
+    EXPECT_EQ(recorded(copy), recorded(alone));
+    EXPECT_NE(recorded(copy), recorded(source));
 }
 
 TYPED_TEST(CopiedUnchanged, AnObjectThatOneThatWasNeverSavedWasAssignedToWorksAlone) {
@@ -108,8 +108,8 @@ TYPED_TEST(CopiedUnchanged, AnObjectThatOneThatWasNeverSavedWasAssignedToWorksAl
     set(target, '3');
     TypeParam alone;
     set(alone, '3');
-    EXPECT_EQ(told(target), told(alone));
-    EXPECT_NE(told(target), told(source));
+    EXPECT_EQ(recorded(target), recorded(alone));
+    EXPECT_NE(recorded(target), recorded(source));
 }
 
 TYPED_TEST(CopiedUnchanged, ReadingIntoTheCopyOfASavedObjectFillsTheSource) {
@@ -121,7 +121,7 @@ TYPED_TEST(CopiedUnchanged, ReadingIntoTheCopyOfASavedObjectFillsTheSource) {
     saved(source);
     TypeParam copy(source);
     EXPECT_TRUE(readBack(copy, saved(other)));
-    EXPECT_EQ(told(source), told(other));
+    EXPECT_EQ(recorded(source), recorded(other));
 }
 
 /// A list that is saved with its notes.
@@ -139,11 +139,11 @@ TYPED_TEST(FreshInACopy, TheCopyOfASavedObjectSavesItself) {
     TypeParam copy(source);
     set(source, '2');
     set(copy, '3');
-    std::string const before = told(source);
-    EXPECT_NE(told(copy), before);
-    EXPECT_EQ(told(copy).find("string '2'"), std::string::npos);
-    EXPECT_NE(told(copy).find("string '3'"), std::string::npos);
-    EXPECT_EQ(told(source), before);
+    std::string const before = recorded(source);
+    EXPECT_NE(recorded(copy), before);
+    EXPECT_EQ(recorded(copy).find("string '2'"), std::string::npos);
+    EXPECT_NE(recorded(copy).find("string '3'"), std::string::npos);
+    EXPECT_EQ(recorded(source), before);
 }
 
 TYPED_TEST(FreshInACopy, AnAssignedObjectKeepsItsOwnRegister) {
@@ -157,7 +157,7 @@ TYPED_TEST(FreshInACopy, AnAssignedObjectKeepsItsOwnRegister) {
     set(target, '3');
     TypeParam alone;
     set(alone, '3');
-    EXPECT_EQ(told(target), told(alone));
+    EXPECT_EQ(recorded(target), recorded(alone));
     EXPECT_EQ(TestAccess::registerOf(target), own);
 }
 
@@ -170,7 +170,7 @@ TYPED_TEST(FreshInACopy, AnAssignedObjectThatWasNeverSavedFillsItsOwnRegister) {
     set(target, '3');
     TypeParam alone;
     set(alone, '3');
-    EXPECT_EQ(told(target), told(alone));
+    EXPECT_EQ(recorded(target), recorded(alone));
 }
 
 TYPED_TEST(FreshInACopy, ReadingIntoTheCopyLeavesTheSource) {
@@ -192,8 +192,8 @@ TEST(FreshInACopyOfABlock, ButItsChoiceOfCrossSectionIsCopiedAsItIs) {
     Pad copy(source);
     source.getCS().setCS("rib");
     copy.getCS().setCS("strip");
-    EXPECT_NE(told(copy).find("id CSInfo::1\nbeginAttribute\nstring 'rib'\n"), std::string::npos);
-    EXPECT_EQ(told(copy).find("strip"), std::string::npos);
+    EXPECT_NE(recorded(copy).find("id CSInfo::1\nbeginAttribute\nstring 'rib'\n"), std::string::npos);
+    EXPECT_EQ(recorded(copy).find("strip"), std::string::npos);
 }
 
 template <class T>
@@ -249,7 +249,7 @@ TEST(GrowingPorts, OfASavedBlockAreSavedFromWhereTheyAre) {
     saved(pad);
     for (int i = 0; i < 100; ++i) pad.addPort("more", EnumList::DC);
     pad.getPort("dc0")->getCS().setCS("metal");
-    std::string const walk = told(pad);
+    std::string const walk = recorded(pad);
     EXPECT_NE(walk.find("beginCompAttribute 'BB::Port' 1 'dc0'\ncount 1\nid Port::1\n"
                         "beginCompAttribute 'Foundry::CSInfo' 1 'currCS'\ncount 2\n"
                         "id CSInfo::1\nbeginAttribute\nstring 'metal'\n"),

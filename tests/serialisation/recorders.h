@@ -153,9 +153,9 @@ private:
     std::streambuf* before;
 };
 
-/// What an object or a wrapper tells a writer.
+/// The calls that an object or a wrapper makes to a writer.
 template <class T>
-std::string told(T& object) {
+std::string recorded(T& object) {
     Recorder recorder;
     return object.write(&recorder) ? recorder.calls : recorder.calls + "write failed\n";
 }

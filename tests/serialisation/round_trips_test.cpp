@@ -233,8 +233,8 @@ TEST_F(RoundTrip, LeavesTheReaderWhereTheNextObjectBegins) {
     EXPECT_EQ(value.getValue(), 2);
 }
 
-/// A binary writer of a program whose classes have two more members at one depth: a text in front of the known ones and
-/// a nested compound behind them.
+/// A binary writer of a program whose classes have two more members at one depth: a string before the known ones and
+/// a nested compound after them.
 class NewerWriter final : public ForwardingWriter {
 public:
     NewerWriter(std::ostream& os, int d) : ForwardingWriter(os), wantedDepth(d) {}

@@ -18,7 +18,7 @@ using namespace sample;
 char const kClash[] = "SerRegister::registerSerialisable - a serialisation ID is being used by two or more different "
                       "objects\n";
 
-/// A wrapper that streams its own name, answers what it is told to, and counts its end.
+/// A wrapper that streams its own name, returns what it is set to, and counts its destruction.
 class Probe : public SerialisableBase {
 public:
     Probe(void* memberTarget, std::string const& memberName, bool answers = true)
@@ -80,7 +80,7 @@ TEST(GenerateIDStr, AppendsADecimalNumberToTheName) {
 
 TEST_F(SerRegisterTest, AnEmptyRegisterWritesACountOfZero) {
     SerRegister reg;
-    EXPECT_EQ(told(reg), "count 0\n");
+    EXPECT_EQ(recorded(reg), "count 0\n");
 }
 
 TEST_F(SerRegisterTest, WritesTheCountAndTheEntriesInByteOrderOfTheIds) {
@@ -90,12 +90,12 @@ TEST_F(SerRegisterTest, WritesTheCountAndTheEntriesInByteOrderOfTheIds) {
     reg.registerSerialisable("X", new Probe(&b, "short"));
     reg.registerSerialisable("\xffX", new Probe(&b, "high"));
     reg.registerSerialisable("Annotations::1", new Probe(&b, "notes"));
-    EXPECT_EQ(told(reg), "count 5\n"
-                         "id Annotations::1\ncomment notes\n"
-                         "id X\ncomment short\n"
-                         "id X::10\ncomment ten\n"
-                         "id X::2\ncomment two\n"
-                         "id \xffX\ncomment high\n");
+    EXPECT_EQ(recorded(reg), "count 5\n"
+                             "id Annotations::1\ncomment notes\n"
+                             "id X\ncomment short\n"
+                             "id X::10\ncomment ten\n"
+                             "id X::2\ncomment two\n"
+                             "id \xffX\ncomment high\n");
 }
 
 TEST_F(SerRegisterTest, RefusesAWrapperOfAnotherRegister) {
@@ -106,8 +106,8 @@ TEST_F(SerRegisterTest, RefusesAWrapperOfAnotherRegister) {
         owner.registerSerialisable("X::1", wrapper);
         SerRegister other;
         EXPECT_EQ(vrl_test::thrownText([&] { other.registerSerialisable("X::1", wrapper); }), text);
-        EXPECT_EQ(told(other), "count 0\n");
-        EXPECT_EQ(told(owner), "count 1\nid X::1\ncomment one\n");
+        EXPECT_EQ(recorded(other), "count 0\n");
+        EXPECT_EQ(recorded(owner), "count 1\nid X::1\ncomment one\n");
     }
     EXPECT_EQ(Probe::ended, 1);
 }
@@ -118,7 +118,7 @@ TEST_F(SerRegisterTest, TakesAWrapperAgainWhereItsCopyDoes) {
     owner.registerSerialisable("X::1", wrapper);
     SerRegister copy(owner);
     copy.registerSerialisable("X::2", wrapper);
-    EXPECT_EQ(told(copy), "count 2\nid X::1\ncomment one\nid X::2\ncomment one\n");
+    EXPECT_EQ(recorded(copy), "count 2\nid X::1\ncomment one\nid X::2\ncomment one\n");
 }
 
 TEST_F(SerRegisterTest, TakesAWrapperAtThePlaceOfOneThatWasFreed) {
@@ -144,7 +144,7 @@ TEST_F(SerRegisterTest, AFailingEntryStopsTheWriting) {
     reg.registerSerialisable("X::1", new Probe(&a, "one"));
     reg.registerSerialisable("X::2", new Probe(&a, "two", false));
     reg.registerSerialisable("X::3", new Probe(&a, "three"));
-    EXPECT_EQ(told(reg), "count 3\nid X::1\ncomment one\nid X::2\ncomment two\nwrite failed\n");
+    EXPECT_EQ(recorded(reg), "count 3\nid X::1\ncomment one\nid X::2\ncomment two\nwrite failed\n");
 }
 
 TEST_F(SerRegisterTest, ATakenIdWithTheSameTargetKeepsItsWrapper) {
@@ -152,7 +152,7 @@ TEST_F(SerRegisterTest, ATakenIdWithTheSameTargetKeepsItsWrapper) {
     reg.registerSerialisable("X::1", new Probe(&a, "first"));
     EXPECT_NO_THROW(reg.registerSerialisable("X::1", new Probe(&a, "second")));
     EXPECT_EQ(reg.size(), 1u);
-    EXPECT_EQ(told(reg), "count 1\nid X::1\ncomment first\n");
+    EXPECT_EQ(recorded(reg), "count 1\nid X::1\ncomment first\n");
     EXPECT_EQ(Probe::ended, 0);
 }
 
@@ -166,7 +166,7 @@ TEST_F(SerRegisterTest, ATakenIdWithAnotherTargetThrowsAMutableString) {
         thrown = text;
     }
     EXPECT_EQ(thrown, kClash);
-    EXPECT_EQ(told(reg), "count 1\nid X::1\ncomment first\n");
+    EXPECT_EQ(recorded(reg), "count 1\nid X::1\ncomment first\n");
 }
 
 TEST_F(SerRegisterTest, TheThrownStringIsCaughtAsConstantToo) {
@@ -262,7 +262,7 @@ TEST_F(SerRegisterTest, ANullWrapperIsStoredAndFailsOnReadingOnly) {
     SerRegister reg;
     reg.registerSerialisable("X::1", nullptr);
     reg.registerSerialisable("X::2", new Probe(&b, "two"));
-    EXPECT_EQ(told(reg), "count 2\nid X::1\nid X::2\ncomment two\n");
+    EXPECT_EQ(recorded(reg), "count 2\nid X::1\nid X::2\ncomment two\n");
     Script script;
     script.counts = {2};
     script.texts = {"X::1", "X::2", "new b"};
@@ -276,14 +276,14 @@ TEST_F(SerRegisterTest, ANullWrapperOnATakenIdIsIgnored) {
     reg.registerSerialisable("X::2", nullptr);
     EXPECT_NO_THROW(reg.registerSerialisable("X::1", nullptr));
     EXPECT_NO_THROW(reg.registerSerialisable("X::2", nullptr));
-    EXPECT_EQ(told(reg), "count 2\nid X::1\ncomment one\nid X::2\n");
+    EXPECT_EQ(recorded(reg), "count 2\nid X::1\ncomment one\nid X::2\n");
 }
 
 TEST_F(SerRegisterTest, AWrapperOnAnIdThatHoldsNullIsAClash) {
     SerRegister reg;
     reg.registerSerialisable("X::1", nullptr);
     EXPECT_THROW(reg.registerSerialisable("X::1", new Probe(&a, "one")), char*);
-    EXPECT_EQ(told(reg), "count 1\nid X::1\n");
+    EXPECT_EQ(recorded(reg), "count 1\nid X::1\n");
 }
 
 TEST_F(SerRegisterTest, WrappersAreFreedWithTheLastRegisterThatSharesThem) {
@@ -298,7 +298,7 @@ TEST_F(SerRegisterTest, WrappersAreFreedWithTheLastRegisterThatSharesThem) {
     reg.reset();
     copy.reset();
     EXPECT_EQ(Probe::ended, 1);
-    EXPECT_EQ(told(assigned), "count 2\nid X::1\ncomment one\nid X::2\ncomment two\n");
+    EXPECT_EQ(recorded(assigned), "count 2\nid X::1\ncomment one\nid X::2\ncomment two\n");
     assigned = SerRegister();
     EXPECT_EQ(Probe::ended, 3);
 }
@@ -323,7 +323,7 @@ TEST_F(SerRegisterTest, OneWrapperUnderTwoIdsIsFreedOnce) {
         reg.registerSerialisable("X::2", probe);
         SerRegister copy(reg);
         copy.registerSerialisable("X::3", probe);
-        EXPECT_EQ(told(copy), "count 3\nid X::1\ncomment one\nid X::2\ncomment one\nid X::3\ncomment one\n");
+        EXPECT_EQ(recorded(copy), "count 3\nid X::1\ncomment one\nid X::2\ncomment one\nid X::3\ncomment one\n");
     }
     EXPECT_EQ(Probe::ended, 1);
 }
@@ -333,8 +333,8 @@ TEST_F(SerRegisterTest, ACopyThatIsChangedLeavesItsSourceAlone) {
     reg.registerSerialisable("X::1", new Probe(&a, "one"));
     SerRegister copy(reg);
     copy.registerSerialisable("X::2", new Probe(&b, "two"));
-    EXPECT_EQ(told(reg), "count 1\nid X::1\ncomment one\n");
-    EXPECT_EQ(told(copy), "count 2\nid X::1\ncomment one\nid X::2\ncomment two\n");
+    EXPECT_EQ(recorded(reg), "count 1\nid X::1\ncomment one\n");
+    EXPECT_EQ(recorded(copy), "count 2\nid X::1\ncomment one\nid X::2\ncomment two\n");
 }
 
 TEST_F(SerRegisterTest, ASourceThatIsChangedLeavesItsCopyAlone) {
@@ -366,7 +366,7 @@ TEST_F(SerRegisterTest, AssigningARegisterToItselfChangesNothing) {
     SerRegister& self = reg;
     reg = self;
     EXPECT_EQ(Probe::ended, 0);
-    EXPECT_EQ(told(reg), "count 1\nid X::1\ncomment one\n");
+    EXPECT_EQ(recorded(reg), "count 1\nid X::1\ncomment one\n");
 }
 
 // The order of the virtual operations is part of the interface.

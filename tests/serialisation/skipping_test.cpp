@@ -64,7 +64,7 @@ TEST(SkippingAnAttribute, ReturnsTrueIfTheStreamEndsFirst) {
     EXPECT_EQ(id, "old");
 }
 
-/// A stream that breaks behind its text, without an end of file.
+/// A stream that breaks after its content, without an end of file.
 class BreakingBuffer : public std::stringbuf {
 public:
     using std::stringbuf::stringbuf;

@@ -210,7 +210,7 @@ TEST(BlockSpecificationLayout, IsAStructureOfPublicFieldsInOrder) {
 }
 
 /// What a scenario writes, if it ends well.
-std::string told(std::string const& scenario) {
+std::string outputOf(std::string const& scenario) {
     vrl_test::Sandbox const sandbox(LIBRARY_SCENARIOS_PROGRAM);
     auto const outcome = sandbox.run(scenario);
     EXPECT_EQ(outcome.status, 0);
@@ -219,21 +219,21 @@ std::string told(std::string const& scenario) {
 }
 
 TEST(BlockSpecificationOfNoFoundry, UsesTheDefaultFoundryAndDestroysItUnderItsLoader) {
-    EXPECT_EQ(told("SpecificationOfTheDefaultFoundry"), "foundry '', block 'Ring', argument 'x'\n"
-                                                        "default foundry: yes\n"
-                                                        "block of foundry A\n"
-                                                        "destroyed Ring\n"
-                                                        "destroyed A\n"
-                                                        "still the default: yes\n"
-                                                        "Creating: @Ring\n");
+    EXPECT_EQ(outputOf("SpecificationOfTheDefaultFoundry"), "foundry '', block 'Ring', argument 'x'\n"
+                                                            "default foundry: yes\n"
+                                                            "block of foundry A\n"
+                                                            "destroyed Ring\n"
+                                                            "destroyed A\n"
+                                                            "still the default: yes\n"
+                                                            "Creating: @Ring\n");
 }
 
 TEST(BlockSpecificationOfNoFoundry, IsRefusedWithoutAnyFoundry) {
-    EXPECT_EQ(told("SpecificationWithoutFoundries"), "Can not create an object.\nCreating: @Ring\n");
+    EXPECT_EQ(outputOf("SpecificationWithoutFoundries"), "Can not create an object.\nCreating: @Ring\n");
 }
 
 TEST(BlockSpecificationOfNoFoundry, RunsTheCallbacksOfBothKinds) {
-    EXPECT_EQ(told("SpecificationWithCallbacks"), "block gone\nfoundry gone\nend\n");
+    EXPECT_EQ(outputOf("SpecificationWithCallbacks"), "block gone\nfoundry gone\nend\n");
 }
 
 }  // namespace

@@ -14,7 +14,7 @@ namespace {
 using vrl_test::times;
 using Words = std::vector<std::string>;
 
-/// The arguments behind the program name.
+/// The arguments after the program name.
 Words wordsOf(vrl_cmdline2args const& line) { return {line.argv() + 1, line.argv() + line.argc()}; }
 Words split(std::string const& line) { return wordsOf(vrl_cmdline2args(line.c_str())); }
 

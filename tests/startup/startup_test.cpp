@@ -53,7 +53,7 @@ TEST_F(StartUpOrder, LeavesTheStandardPluginsOutIfTheViewOfTheMainOneIsPresent) 
 }
 
 TEST_F(StartUpOrder, ShowsTheMessagesBeforeTheStandardPluginsOfTheEnd) {
-    // Without a terminal the box is a text on standard error.
+    // Without a terminal the box is a message on standard error.
     auto const outcome =
         sandbox.run("StartUpShown", {file(kPluginLines + "foo = " + pluginFile("onlyFoundry") + "\n")});
     EXPECT_EQ(outcome.err, "Vorlane\nonly foundry\n");

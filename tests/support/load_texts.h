@@ -20,12 +20,12 @@ inline std::string forEachTarget(std::string const& before, std::string const& b
     return text;
 }
 
-/// The messages for a file that cannot be mapped, with the system's words.
+/// The messages for a file that cannot be mapped, with the system's message.
 inline std::string cannotLoad(std::string const& file, std::string const& reason) {
     return forEachTarget("Can't load '" + file + "' as ", " dll (" + reason + ")\n");
 }
 
-/// The messages for a file that is not there.
+/// The messages for a missing file.
 inline std::string missing(std::string const& file) {
     return cannotLoad(file, file + ": cannot open shared object file: No such file or directory");
 }

@@ -17,7 +17,7 @@ using vrl_test::kept;
 using vrl_test::readFile;
 using vrl_test::Tool;
 
-/// A configuration that loads plug-ins of the tests. Yields its name, for --config.
+/// A configuration that loads plug-ins of the tests. Returns its name, for --config.
 std::string testPlugins(Tool const& tool, std::string const& lines) {
     return tool.write("plugins.ini", vrl_test::configText(VRL_TEST_PLUGINS, lines));
 }

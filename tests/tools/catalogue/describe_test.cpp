@@ -62,7 +62,7 @@ TEST(Describe, PrintsTheInsideOfACompositeOfAFoundry) {
               "  separation  Double  50       20 to 500    um    distance between the arms\n"
               "\n"
               "inside\n"
-              "  name   block             joins\n"
+              "  name   block             connects\n"
               "  lower  sfPhaseModulator  in0 to trim,out0\n"
               "                           out0 to outside\n"
               "                           signal to outside\n"

@@ -251,7 +251,7 @@ TEST(Plugins, FindsAnEntryPointWithTheWrongLinkage) {
               "mangled, line 4: not loaded\n"
               "  path    BROKEN/lib_wn_mangled.so.5.1.3\n"
               "  why     it has no entry point of a plug-in\n"
-              "  hint    initLibraryFoundry is there with C++ linkage: declare it with VRL_PLUGIN_EXPORT\n"
+              "  hint    initLibraryFoundry has C++ linkage: declare it with VRL_PLUGIN_EXPORT\n"
               "\n"
               "1 line names a library: 0 loaded, 1 failed\n");
 }
@@ -299,7 +299,7 @@ TEST(Plugins, OffersTheHintForMissingFiles) {
               "near, line 4: not loaded\n"
               "  path    here/lib_wn_near.so.5.1.3\n"
               "  why     cannot open shared object file: No such file or directory\n"
-              "  hint    'lib_wn_near.so.5.1.2' is there: correct sodllpostfix_linux, or the name of the file\n"
+              "  hint    'lib_wn_near.so.5.1.2' exists: correct sodllpostfix_linux, or the name of the file\n"
               "\n"
               "othr, line 5: not loaded\n"
               "  path    here/lib_wn_othr.so.5.1.3\n"
@@ -309,7 +309,7 @@ TEST(Plugins, OffersTheHintForMissingFiles) {
               "link, line 6: not loaded\n"
               "  path    here/lib_wn_link.so.5.1.3\n"
               "  why     cannot open shared object file: No such file or directory\n"
-              "  hint    it is a link to a file that is not there\n"
+              "  hint    it is a link to a missing file\n"
               "\n"
               "far, line 9: not loaded\n"
               "  path    gone/lib_wn_far.so.5.1.3\n"

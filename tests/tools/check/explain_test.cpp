@@ -37,7 +37,7 @@ TEST(Explain, PrintsThePageOfARule) {
               "    both.\n"
               "\n"
               "Its severity\n"
-              "    It is a warning unless told otherwise. 'vrl check --severity cross-section-mismatch=LEVEL' sets\n"
+              "    It is a warning by default. 'vrl check --severity cross-section-mismatch=LEVEL' sets\n"
               "    error, warning, note or off; '--skip cross-section-mismatch' leaves the rule out. It does not\n"
               "    look at elements whose kind no loaded plug-in has. It does not look at elements whose foundry is\n"
               "    unknown. It does not run on a block that was saved without a circuit.\n");
@@ -100,7 +100,7 @@ TEST(Explain, HasAJsonForm) {
       "title": "the file goes on after the design",
       "severity": "warning",
       "needs": [],
-      "meaning": "The design was read whole, and the file has more bytes behind it.",
+      "meaning": "The design was read whole, and the file has more bytes after it.",
       "why": "Nobody reads them. Two files may have been written into one, or a longer )"
               R"(file was overwritten in place: then the design may not be the one that is intended.",
       "example": "the design: 4096 bytes follow the design in the file [trailing-bytes]",

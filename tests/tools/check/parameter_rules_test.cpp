@@ -47,7 +47,7 @@ TEST_F(ParameterRules, ReportWhatTypesOfPluginsRefuseAndEmptyRanges) {
               "           give it a value that its type accepts\n"
               "  error    odd: parameter 'index' is 5+1I, outside its range 1 to 4 [value-out-of-range]\n"
               "           give it a value from 1 to 4\n"
-              "  error    odd: parameter 'reversed' is 5 um, and its range 9 to 1 um holds no value "
+              "  error    odd: parameter 'reversed' is 5 um, and its range 9 to 1 um contains no value "
               "[value-out-of-range]\n"
               "           mend the range in the plug-in\n");
 }

@@ -87,7 +87,7 @@ TEST(Completion, OffersNothingForAnythingAtAll) {
     SmallGrammar const grammar;
     Shell const shell(grammar);
     EXPECT_EQ(shell.offer({"make", "--count", ""}), "");
-    EXPECT_EQ(shell.offer({"make", "x", ""}), "") << "behind the last argument";
+    EXPECT_EQ(shell.offer({"make", "x", ""}), "") << "after the last argument";
 }
 
 TEST(Completion, OffersTheKeysOfThePlugins) {

@@ -129,7 +129,7 @@ TEST(SaveFile, RefusesToReplaceAFolderOrADevice) {
     EXPECT_TRUE(fs::is_character_file("/dev/null"));
 }
 
-/// Does a work in a child process; yields its exit status, or 128 and the signal that ended it.
+/// Does a work in a child process; returns its exit status, or 128 and the signal that ended it.
 template <class Work>
 int inChild(Work work) {
     pid_t const child = fork();

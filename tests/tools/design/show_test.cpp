@@ -44,7 +44,7 @@ std::string complaints(std::string const& err) {
     return text;
 }
 
-/// What the three forms of show give for a file, behind the command lines.
+/// What the three forms of show print for a file, each after its command line.
 std::string shownInAllForms(Tool const& tool, std::vector<std::string> const& extra) {
     std::string text;
     for (char const* const form : {"", "--listing", "--json"}) {

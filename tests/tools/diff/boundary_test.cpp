@@ -7,11 +7,11 @@ namespace {
 using vrl_test::Pair;
 using vrl_test::SampleCircuit;
 
-/// Three straights whose named ends are inputs, in this order.
-Pair::Build inputs(std::vector<std::string> const& ends) {
+/// Three straights whose named ports are inputs, in this order.
+Pair::Build inputs(std::vector<std::string> const& ports) {
     return [=](SampleCircuit& c) {
         c.add("a", "sfStraight").add("b", "sfStraight").add("c", "sfStraight");
-        for (std::string const& end : ends) c.input(end);
+        for (std::string const& port : ports) c.input(port);
     };
 }
 
@@ -93,7 +93,7 @@ TEST(DiffBoundary, MayConnectNothing) {
                            "status 1\n");
 }
 
-// An output may stand in its list twice.
+// An output may be in its list twice.
 TEST(DiffBoundary, CountsARepeatedPlace) {
     auto const outputs = [](int times) {
         return [=](SampleCircuit& c) {

@@ -76,10 +76,10 @@ TEST(DiffConnections, SplitIntoGroups) {
 }
 
 TEST(DiffConnections, OfManyPortsAreShortenedInTextOnly) {
-    auto const bus = [](int joined) {
+    auto const bus = [](int connected) {
         return [=](SampleCircuit& c) {
             for (int i = 1; i <= 6; ++i) c.add("m" + std::to_string(i), "sfPhaseModulator");
-            for (int i = 2; i <= joined; ++i) c.join("m1,ground", "m" + std::to_string(i) + ",ground");
+            for (int i = 2; i <= connected; ++i) c.join("m1,ground", "m" + std::to_string(i) + ",ground");
         };
     };
     Pair const pair(bus(6), bus(5));
@@ -93,15 +93,17 @@ TEST(DiffConnections, OfManyPortsAreShortenedInTextOnly) {
 
 // Which of the parts the input stays with is part of the change.
 TEST(DiffConnections, MarkPortsOfTheBoundary) {
-    auto const tied = [](std::string const& end) {
-        return both(addThree, [=](SampleCircuit& c) { c.netlist().addNode("b", "in0"), c.input(end); });
+    auto const connected = [](std::string const& port) {
+        return both(addThree, [=](SampleCircuit& c) { c.netlist().addNode("b", "in0"), c.input(port); });
     };
-    Pair const pair(both(addThree, [](SampleCircuit& c) { c.join("a,in0", "b,in0").input("a,in0"); }), tied("a,in0"));
+    Pair const pair(both(addThree, [](SampleCircuit& c) { c.join("a,in0", "b,in0").input("a,in0"); }),
+                    connected("a,in0"));
     EXPECT_EQ(pair.diff(), "connections\n"
                            "  - (a,in0 & input 1) -- b,in0\n"
                            "1 difference\n"
                            "status 1\n");
-    Pair const other(both(addThree, [](SampleCircuit& c) { c.join("a,in0", "b,in0").input("a,in0"); }), tied("b,in0"));
+    Pair const other(both(addThree, [](SampleCircuit& c) { c.join("a,in0", "b,in0").input("a,in0"); }),
+                     connected("b,in0"));
     EXPECT_EQ(other.diff(), "connections\n"
                             "  - a,in0 -- (b,in0 & input 1)\n"
                             "1 difference\n"

@@ -106,7 +106,7 @@ TEST(DiffElements, ThatAreMissingKeepTheirConnections) {
         c.add("bend", "sfBend").add("in", "sfTaper").join("in,out0", "bend,in0");
     };
     Pair const pair(build, build);
-    // The first time that the name stands in the file is its entry in the list of names.
+    // The first occurrence of the name in the file is its entry in the list of names.
     std::string bytes = pair.tool.read("b.vrl");
     bytes[bytes.find("bend") + 3] = 't';
     pair.tool.write("b.vrl", bytes);

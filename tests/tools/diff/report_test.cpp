@@ -180,7 +180,7 @@ TEST(DiffReport, WritesTheSameAsJson) {
       "from": null,
       "to": {
         "position": 1,
-        "ends": [
+        "ports": [
           "line,out0"
         ]
       }
@@ -191,7 +191,7 @@ TEST(DiffReport, WritesTheSameAsJson) {
       "path": "",
       "from": {
         "position": 1,
-        "ends": [
+        "ports": [
           "bend,out0"
         ]
       },
@@ -204,14 +204,14 @@ TEST(DiffReport, WritesTheSameAsJson) {
       "from": null,
       "to": {
         "position": 1,
-        "ends": [
+        "ports": [
           "bend,in0"
         ]
       }
     },
     {
       "what": "connection",
-      "change": "parted",
+      "change": "disconnected",
       "path": "",
       "groups": [
         [
@@ -267,8 +267,8 @@ TEST(DiffReport, EscapesControlCharacters) {
                            "status 1\n");
 }
 
-/// Ten thousand elements in rows of a hundred, tied from neighbour to neighbour; added and joined in an order that
-/// follows from the seed.
+/// Ten thousand elements in rows of a hundred, connected from neighbour to neighbour; added and connected in an order
+/// that follows from the seed.
 Pair::Build mesh(unsigned seed) {
     return [=](SampleCircuit& c) {
         std::vector<int> order(10000);

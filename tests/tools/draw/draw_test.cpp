@@ -81,7 +81,7 @@ TEST_F(Draw, RefusesAnotherEnding) {
     EXPECT_EQ(refused({"a.vrl", "-o", "a.jpg"}),
               "vrl: a.jpg: no format ends in '.jpg'\n"
               "  end it in svg, dot, pdf or png, or name one of them with --format\n");
-    EXPECT_EQ(refused({"a.vrl", "-o", "a"}), "vrl: a: has no ending that tells its format\n"
+    EXPECT_EQ(refused({"a.vrl", "-o", "a"}), "vrl: a: has no ending that names its format\n"
                                              "  end it in svg, dot, pdf or png, or name one of them with --format\n");
     EXPECT_EQ(refused({"a.vrl", "--format", "jpg"}), "vrl: --format jpg: no such format\n"
                                                      "  take svg, dot, pdf or png\n");
@@ -89,8 +89,8 @@ TEST_F(Draw, RefusesAnotherEnding) {
                                                       "  take svg, dot, pdf or png; did you mean 'svg'?\n");
 }
 
-TEST_F(Draw, RefusesToGuessWhereToWriteTheDrawing) {
-    EXPECT_EQ(refused({"a.vrl"}), "vrl: a.vrl: nothing says where the picture goes\n"
+TEST_F(Draw, RefusesToGuessWhereToWriteThePicture) {
+    EXPECT_EQ(refused({"a.vrl"}), "vrl: a.vrl: the picture has neither a file nor a format\n"
                                   "  name a file with '-o FILE.svg', or a format for standard output with "
                                   "'--format svg'\n");
 }
@@ -122,7 +122,7 @@ TEST_F(Draw, RefusesNumbersBelowZeroAndANameThatIsEmpty) {
     EXPECT_THAT(refused({"a.vrl", "-o", "a.svg", "--around", ""}), StartsWith("vrl: --around: names no element\n"));
 }
 
-TEST_F(Draw, ListsTheContentOfTheDrawingAsJson) {
+TEST_F(Draw, ListsTheContentOfThePictureAsJson) {
     auto const outcome = tool.run("draw", {"--json", "a.vrl", "-o", "a.PNG", "--max", "4"});
     EXPECT_EQ(outcome.out, "{\n"
                            "  \"format\": \"vrl-draw\",\n"
@@ -143,10 +143,10 @@ TEST_F(Draw, ListsTheContentOfTheDrawingAsJson) {
     EXPECT_THAT(tool.read("a.PNG"), StartsWith("\x89PNG"));
 }
 
-TEST_F(Draw, RefusesTheDrawingAndTheJsonOnOneOutput) {
+TEST_F(Draw, RefusesThePictureAndTheJsonOnOneOutput) {
     for (std::vector<std::string> const& where : {std::vector<std::string>{"-o", "-"}, {"--format", "dot"}})
         EXPECT_EQ(refused({"a.vrl", "--json", where[0], where[1]}),
-                  "vrl: standard output: cannot hold both the picture and the JSON that --json asks for\n"
+                  "vrl: standard output: cannot take both the picture and the JSON that --json asks for\n"
                   "  name a file for the picture with '-o FILE.svg'\n");
 }
 
@@ -173,7 +173,7 @@ TEST_F(Draw, SaysThatABitmapIsCoarse) {
 TEST_F(Draw, SaysWhichPackageIsMissing) {
     tool.place().set("PATH", "");
     EXPECT_EQ(refused({"a.vrl", "-o", "a.svg"}),
-              "vrl: dot: the program is not there, which draws the picture\n"
+              "vrl: dot: the program that draws the picture is missing\n"
               "  install Graphviz (the package 'graphviz'), or write the text for it with '-o FILE.dot'\n");
     EXPECT_FALSE(std::filesystem::exists(tool.path("a.svg")));
     EXPECT_EQ(tool.run("draw", {"a.vrl", "-o", "a.dot"}).status, 0);

@@ -257,7 +257,7 @@ TEST(Graph, HangsBlocksBelowThoseThatLightReaches) {
     EXPECT_EQ(count(dot, ", minlen=0"), 2u) << "each stays in the column of the one above";
 }
 
-TEST(Graph, DrawsPlainerLinesInLargeDrawings) {
+TEST(Graph, DrawsPlainerLinesInLargePictures) {
     SampleCircuit circuit;
     for (int i = 0; i < 301; ++i) circuit.add("b" + std::to_string(i), "sfBend");
     Picture picture;

@@ -51,7 +51,7 @@ TEST(RunProgram, SaysThatThereIsNoSuchProgram) {
     ProcessResult const ended = runProgram({{"no-such-program-anywhere"}, "", "", 60, {}});
     EXPECT_FALSE(ended.started);
     EXPECT_FALSE(ended.fine());
-    EXPECT_EQ(ended.how(), "is not there");
+    EXPECT_EQ(ended.how(), "is missing");
 }
 
 TEST(RunProgram, ReportsTheSignalThatEndedIt) {

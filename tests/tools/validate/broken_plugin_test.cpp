@@ -16,7 +16,7 @@ struct Case {
     char const* fault;
     char const* check;
     char const* word;
-    char const* findings;  ///< all that is told between the check's title and its summary
+    char const* findings;  ///< all that is printed between the check's title and its summary
 };
 
 void PrintTo(Case const& broken, std::ostream* os) { *os << broken.fault; }
@@ -126,7 +126,7 @@ Case const kKinds[] = {
      "    hint: let constructors and createCS accept any number, and throw nothing\n"},
     {"OtherName", "key-matches-name", "FAIL",
      "  block 'brBlock': returns the name 'brOther'\n"
-     "    hint: register the class under the text that getName gives, a parameter type under getFactoryName\n"},
+     "    hint: register the class under the string that getName returns, a parameter type under getFactoryName\n"},
     {"AnySection", "unknown-key", "FAIL",
      "  foundry 'BrokenFab': createCS returns something for a name that is not known\n"
      "    hint: return null for a name that is not known\n"},
@@ -241,7 +241,7 @@ TEST(BrokenPluginOrder, ReportsAKeyThatIsMissingAfterAnotherPlugin) {
                              "two-plugins: FAIL\n"
                              "  expected: it loads before and after others, with the same keys in either order\n"
                              "  block 'brBlock': is not registered when it is loaded after lib_wn_None.so.5.1.3\n"
-                             "    hint: register the same keys whatever is there already\n"
+                             "    hint: register the same keys whatever is registered already\n"
                              "\n"
                              "key-clash: warning\n"
                              "  expected: no other plug-in has one of its keys\n"
@@ -284,13 +284,13 @@ TEST(BrokenPluginOrder, ReportsAKeyThatAConfiguredPluginHinders) {
                              "two-plugins: FAIL\n"
                              "  expected: it loads before and after others, with the same keys in either order\n"
                              "  block 'brBlock': is not registered when it is loaded after demo.ini\n"
-                             "    hint: register the same keys whatever is there already\n"
+                             "    hint: register the same keys whatever is registered already\n"
                              "\n"
                              "1 check: 0 passed, 1 failed, 0 warnings, 0 not run\n");
     EXPECT_EQ(shown.status, 1);
 }
 
-/// What the first plug-in is told of others; the table alone, without the summaries.
+/// What is reported of the first plug-in beside others; the table alone, without the summaries.
 std::string amongOthers(Tool const& tool, std::vector<std::string> const& faults) {
     std::vector<std::string> words{"--seconds", "6", "--only", "two-plugins,key-clash"};
     for (std::string const& fault : faults) words.push_back(faultyPlugin(fault));

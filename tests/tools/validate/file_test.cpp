@@ -14,7 +14,7 @@ using vrl_test::Tool;
 
 std::string sampleFab() { return vrl_test::readFile(VRL_SAMPLE_PLUGINS "/lib_wn_foundrySampleFab.so.5.1.3"); }
 
-/// What is told between the title of the one check that ran and its summary.
+/// What is printed between the title of the one check that ran and its summary.
 std::string findings(Tool const& tool, std::string const& check, std::string const& file) {
     auto const shown = tool.run("validate", {"--only", check, file});
     auto const title = shown.out.find("\n  expected: ");
