@@ -28,10 +28,10 @@ TEST(Plugins, PrintsWhatEachConfiguredLibraryRegisters) {
     auto const report = tool.run("plugins");
     EXPECT_EQ(shown(tool, report.out),
               "configuration  HOME/.config/vorlane/VRLConfig.ini\n"
-              "looked for in  in use         HOME/.config/vorlane/VRLConfig.ini\n"
-              "               not looked at  /etc/vorlane/VRLConfig.ini\n"
-              "               not looked at  /usr/local/etc/vorlane/VRLConfig.ini\n"
-              "               not looked at  /opt/vorlane/VRLConfig.ini\n"
+              "looked for in  in use     HOME/.config/vorlane/VRLConfig.ini\n"
+              "               not tried  /etc/vorlane/VRLConfig.ini\n"
+              "               not tried  /usr/local/etc/vorlane/VRLConfig.ini\n"
+              "               not tried  /opt/vorlane/VRLConfig.ini\n"
               "\n"
               "vrlDemoDll, line 4: loaded\n"
               "  path    SAMPLES/lib_wn_vrlDemoDll.so.5.1.3\n"
@@ -95,10 +95,10 @@ TEST(Plugins, ReportsTheConfigurationThatWasWritten) {
     std::string const out = shown(tool, report.out);
     EXPECT_EQ(out.substr(0, out.find("\n\n")),
               "configuration  HOME/.cache/vorlane/VRLConfig.ini  (written, since none was found)\n"
-              "looked for in  not there  HOME/.config/vorlane/VRLConfig.ini\n"
-              "               not there  /etc/vorlane/VRLConfig.ini\n"
-              "               not there  /usr/local/etc/vorlane/VRLConfig.ini\n"
-              "               not there  /opt/vorlane/VRLConfig.ini");
+              "looked for in  missing  HOME/.config/vorlane/VRLConfig.ini\n"
+              "               missing  /etc/vorlane/VRLConfig.ini\n"
+              "               missing  /usr/local/etc/vorlane/VRLConfig.ini\n"
+              "               missing  /opt/vorlane/VRLConfig.ini");
     EXPECT_EQ(shown(tool, report.err),
               "vrl: warning: no config file found, writing default one in HOME/.cache/vorlane/VRLConfig.ini\n");
     EXPECT_EQ(report.status, 1);

@@ -37,9 +37,9 @@ TEST(Explain, PrintsThePageOfARule) {
               "    both.\n"
               "\n"
               "Its severity\n"
-              "    It is a warning by default. 'vrl check --severity cross-section-mismatch=LEVEL' sets\n"
-              "    error, warning, note or off; '--skip cross-section-mismatch' leaves the rule out. It does not\n"
-              "    look at elements whose kind no loaded plug-in has. It does not look at elements whose foundry is\n"
+              "    It is a warning by default. 'vrl check --severity cross-section-mismatch=LEVEL' sets error,\n"
+              "    warning, note or off; '--skip cross-section-mismatch' leaves the rule out. It does not look at\n"
+              "    elements whose kind no loaded plug-in has. It does not look at elements whose foundry is\n"
               "    unknown. It does not run on a block that was saved without a circuit.\n");
     EXPECT_EQ(outcome.err, "");
     EXPECT_EQ(outcome.status, 0);
