@@ -1,6 +1,6 @@
-# What `cmake --install` gives, in two components. library: the shared library with the link of its SONAME. development: the
+# What `cmake --install` installs, in two components. library: the shared library with the link of its SONAME. development: the
 # headers, the link for the linker, and the packages for CMake, pkg-config and plain shell scripts. They work wherever the
-# tree is moved to: no path of the build stands in them, and each finds the tree from its own place in it.
+# tree is moved to: no path of the build is in them, and each finds the tree from its own place in it.
 
 include(CMakePackageConfigHelpers)
 

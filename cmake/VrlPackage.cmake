@@ -52,7 +52,7 @@ set(CPACK_DEBIAN_TOOL_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_TOOL_PACKAGE_DEPENDS "${same_version}, graphviz")
 set(CPACK_DEBIAN_TOOL_PACKAGE_SUGGESTS "texlive-latex-base, texlive-latex-recommended, texlive-pictures, texlive-fonts-recommended")
 set(CPACK_COMPONENT_TOOL_DESCRIPTION "Command line for saved photonic designs and their plug-ins
-Shows, checks, compares, draws and converts designs of vrllib, tells why a
+Shows, checks, compares, draws and converts designs of vrllib, reports why a
 plug-in is not seen, checks plug-ins and starts new ones.")
 
 include(CPack)

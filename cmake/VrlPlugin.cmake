@@ -7,7 +7,7 @@ set_property(GLOBAL PROPERTY VRL_PLUGIN_VERSION_DEFAULT 5.1.3)
 #
 # Adds the target NAME, a plug-in: lib_wn_NAME.so.VERSION, on Windows lib_wn_NAME.VERSION.dll. A configuration file loads it
 # with `sodllfile = NAME` and the postfix `.so.${version}`. Its entry points, those that vrllib/plugins/factory_loader.h and
-# loader.h tell of, are all that it exports.
+# loader.h document, are all that it exports.
 #   VERSION          otherwise the variable VRL_PLUGIN_VERSION, otherwise 5.1.3
 #   EXPORTS          further plain names to export, for hosts that call them with soloader_Call
 #   ALLOW_UNDEFINED  does not refuse undefined symbols: Clang's sanitisers leave theirs to the program
@@ -17,7 +17,7 @@ function(vrl_add_plugin name)
         message(FATAL_ERROR "vrl_add_plugin: \"${name}\" cannot be part of a file name. Use letters, digits and \"_.+-\".")
     endif()
     if(plugin_KEYWORDS_MISSING_VALUES)
-        message(FATAL_ERROR "vrl_add_plugin(${name}): no value behind ${plugin_KEYWORDS_MISSING_VALUES}.")
+        message(FATAL_ERROR "vrl_add_plugin(${name}): no value after ${plugin_KEYWORDS_MISSING_VALUES}.")
     endif()
     add_library(${name} MODULE ${plugin_UNPARSED_ARGUMENTS})
     vrl_plugin_properties(${name} ${name} ${ARGN})

@@ -1,4 +1,4 @@
-// A booklet of a foundry's blocks in LaTeX, assembled from the pieces that the classes give.
+// A booklet of a foundry's blocks in LaTeX, assembled from the pieces that the classes write.
 //
 // The arguments are the configuration file and the file to write. Prints how many blocks are in it.
 

@@ -1,6 +1,7 @@
 // Parameters and ranges: a range warns and never refuses.
 //
-// Prints the warning of a value out of range, what a text does in silence, and how a list finds the culprit.
+// Prints the warning of a value out of range, what a string changes without a message, and how a list finds the
+// culprit.
 
 #include <iostream>
 
@@ -10,11 +11,11 @@ int main() {
     using Width = ValueRange<double, vrl::Value<double>>;
     Width width("width", 0.45, 0.3, 2.0, "width of the core", "um");
 
-    double const before = width.setValue(2.5);  // the typed path warns, stores, and yields the old value
+    double const before = width.setValue(2.5);  // the typed path warns, stores, and returns the old value
     std::cout << before << " -> " << width.getValue() << "\n" << vrlGetCoutMsg();
     vrlCoutReset();
 
-    width.setStringValue("0.1");  // a text is stored in silence
+    width.setStringValue("0.1");  // a string is stored without a message
     std::cout << "messages: '" << vrlGetCoutMsg() << "'\n";
 
     vrl::Attributes list;

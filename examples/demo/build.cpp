@@ -72,7 +72,7 @@ void build(char const* config, char const* file) {
     std::cout << vrlGetCoutMsg();
     vrlCoutReset();
 
-    std::cout << "\n3. The netlist is tied to its foundry and checked.\n\n";
+    std::cout << "\n3. The netlist is attached to its foundry and checked.\n\n";
     attachFoundries(circuit);
     // A netlist keeps its check to itself; the parameter list that it is has it in public.
     if (static_cast<vrl::Attributes const&>(circuit).inSpec(std::cout)) throw Failure{"the check has missed the bend."};

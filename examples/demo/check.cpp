@@ -118,7 +118,7 @@ void check(char const* config, char const* file) {
     load(circuit, file);
     attachFoundries(circuit);
     std::cout << "\n2. " << circuit.sizeElements() << " elements are read back from " << file
-              << " and tied to their foundry.\n";
+              << " and attached to their foundry.\n";
 
     auto const findings = findOutOfRange(circuit);
     std::cout << "\n3. Out of range: " << findings.size() << ".\n\n";

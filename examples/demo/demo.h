@@ -7,7 +7,7 @@
 
 // The demonstration host, shared by its two halves.
 
-/// Ends the program: what went wrong, and the cure.
+/// Ends the program: what went wrong, and the hint.
 struct Failure {
     std::string text;
 };
@@ -16,7 +16,7 @@ struct Failure {
 void build(char const* config, char const* file);
 void check(char const* config, char const* file);
 
-/// Starts the library and shows what it loaded. Fails if a plug-in that the story needs is missing.
+/// Starts the library and shows what it loaded. Fails if a plug-in that the demo needs is missing.
 void startLibrary(char const* config);
 
 /// Calls `see` with every named element of a netlist and of the composites inside, which have paths such as
@@ -24,7 +24,7 @@ void startLibrary(char const* config);
 void visitElements(vrl::Netlist& netlist, std::function<void(std::string const& path, vrl::BB& block)> const& see,
                    std::string const& prefix = "");
 
-/// Gives every block its foundry, in composites as well. Fails if a foundry is not there.
+/// Sets the foundry of every block, in composites as well. Fails if a foundry is missing.
 void attachFoundries(vrl::Netlist& circuit);
 
 /// Prints a netlist, then those of the composites inside.

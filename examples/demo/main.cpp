@@ -4,7 +4,7 @@
 
 #include "demo.h"
 
-// The road of one saved design, in two processes: "build" makes a circuit and saves it, "check" reads it back and works
+// One saved design in two processes: "build" makes a circuit and saves it, "check" reads it back and works
 // on it. The library and two plug-ins are all that they share; no code of the plug-ins is linked here.
 
 namespace {
@@ -15,7 +15,7 @@ constexpr char const* kHelp =
     "\n"
     "build  starts the library on the configuration file CONFIG, builds a Mach-Zehnder modulator of SampleFab\n"
     "       blocks, checks and prints it, and saves it to the file DESIGN\n"
-    "check  reads DESIGN back, ties it to its foundry, finds the parameter that is out of range, asks cross\n"
+    "check  reads DESIGN back, attaches it to its foundry, finds the parameter that is out of range, asks cross\n"
     "       sections for their modes, attaches views, and prints the same netlist\n"
     "\n"
     "CONFIG has to name the plug-ins vrlDemoDll and foundrySampleFab; scripts/demo writes such a file.\n";

@@ -6,13 +6,13 @@
 
 namespace {
 
-/// A plug-in of the story, and whether it has registered what the story needs of it.
+/// A plug-in of the demo, and whether it has registered what the demo needs of it.
 struct Needed {
     std::string plugin;
     bool isThere;
 };
 
-/// The lines of the messages that tell why a plug-in is not there: all warnings, and the first line that names it. The
+/// The lines of the messages that report why a plug-in is missing: all warnings, and the first line that names it. The
 /// other lines repeat that one for each type that a plug-in may serve, or speak of plug-ins that nobody needs.
 std::string reasons(std::string const& plugin, std::string const& messages) {
     std::istringstream stream(messages);

@@ -26,7 +26,7 @@ public:
     explicit Splitter(vrl::Foundry const* foundry) : Coupler(foundry, kKind, 1, 2, 15.5) {}
 };
 
-/// Brings two waves together; what is out of phase is lost.
+/// Combines two waves; what is out of phase is lost.
 class Combiner : public Coupler {
 public:
     static constexpr char const* kKind = "sfCombiner";

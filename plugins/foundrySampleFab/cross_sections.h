@@ -14,7 +14,7 @@ inline constexpr char const kStrip[] = "strip";
 
 /// A waveguide of SampleFab. Its geometry in the layers and its loss are parameters; lengths in um.
 ///
-/// A negative width, which stands for one that was not given, becomes the standard width of the kind.
+/// A negative width asks for the standard width of the kind.
 class Section : public vrl::CrossSection, public WaveguideModes {
 public:
     ~Section() override;

@@ -4,7 +4,7 @@
 
 namespace samplefab {
 
-/// The wavelengths at which SampleFab's waveguides are used, in um. Both formulas below hold there.
+/// The wavelengths at which SampleFab's waveguides are used, in um. Both formulas below are valid there.
 constexpr double kShortestUm = 1.36;
 constexpr double kLongestUm = 1.7;
 

@@ -19,7 +19,7 @@ public:
     std::string getName() const override { return "demoDelayLine"; }
 };
 
-/// A note that a person pins to a block of any kind. It is not saved with the block.
+/// A note of a person on a block of any kind. It is not saved with the block.
 class Notes : public vrl::TypeView<vrl::BB> {
 public:
     static constexpr char const* kName = "Demo/Notes";

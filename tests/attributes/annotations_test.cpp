@@ -34,7 +34,7 @@ TEST(Annotations, AreEmptyAtFirst) {
     EXPECT_THAT(notes.list(), IsEmpty());
 }
 
-TEST(Annotations, AddingATakenKeyKeepsTheOldText) {
+TEST(Annotations, AddingATakenKeyKeepsTheOldString) {
     Annotations notes;
     notes.addAnnotation("k", "old");
     notes.addAnnotation("k", "new");
@@ -42,7 +42,7 @@ TEST(Annotations, AddingATakenKeyKeepsTheOldText) {
     EXPECT_THAT(notes.list(), ElementsAre(Pair("k", "old")));
 }
 
-TEST(Annotations, AddingAKeyWithAnEmptyTextKeepsTheEmptyText) {
+TEST(Annotations, AddingAKeyWithAnEmptyStringKeepsTheEmptyString) {
     Annotations notes;
     notes.addAnnotation("k", "");
     notes.addAnnotation("k", "new");
@@ -50,7 +50,7 @@ TEST(Annotations, AddingAKeyWithAnEmptyTextKeepsTheEmptyText) {
     EXPECT_THAT(notes.list(), ElementsAre(Pair("k", "")));
 }
 
-TEST(Annotations, SettingATakenKeyReplacesTheText) {
+TEST(Annotations, SettingATakenKeyReplacesTheString) {
     Annotations notes;
     notes.addAnnotation("k", "old");
     notes.setAnnotation("k", "new");
@@ -102,7 +102,7 @@ TEST(Annotations, MutatorsReturnTheObject) {
     EXPECT_EQ(&notes.clear(), &notes);
 }
 
-TEST(Annotations, ReturnsTheTextOfAKey) {
+TEST(Annotations, ReturnsTheStringOfAKey) {
     Annotations notes;
     notes.addAnnotation("k", "text");
 
@@ -110,7 +110,7 @@ TEST(Annotations, ReturnsTheTextOfAKey) {
     EXPECT_EQ(notes.getAnnotation("k", false), "text");
 }
 
-TEST(Annotations, AStoredEmptyTextIsPresent) {
+TEST(Annotations, AStoredEmptyStringIsPresent) {
     Annotations notes;
     notes.addAnnotation("k", "");
 
@@ -118,20 +118,20 @@ TEST(Annotations, AStoredEmptyTextIsPresent) {
     EXPECT_EQ(notes.getAnnotation("k", false), "");
 }
 
-TEST(Annotations, AnAbsentKeyThatNeedNotExistReturnsAnEmptyText) {
+TEST(Annotations, AnAbsentKeyThatNeedNotExistReturnsAnEmptyString) {
     Annotations notes;
     notes.addAnnotation("k", "text");
 
     EXPECT_EQ(notes.getAnnotation("x", false), "");
 }
 
-TEST(Annotations, AnAbsentKeyThatMustExistThrowsItsText) {
+TEST(Annotations, AnAbsentKeyThatMustExistThrowsItsMessage) {
     Annotations const notes;
 
     EXPECT_EQ(thrownBy<std::string>([&] { notes.getAnnotation("x", true); }), "annotation 'x' not found\n");
 }
 
-TEST(Annotations, TheThrownTextHoldsTheKeyAsItIs) {
+TEST(Annotations, TheThrownMessageContainsTheKeyUnchanged) {
     Annotations const notes;
     std::string const bytes("a'\n\0\xff", 5);
 
@@ -162,7 +162,7 @@ TEST(Annotations, CallTheBreakerOnceBeforeAThrowAndNeverElse) {
     EXPECT_EQ(breakerCalls(), before + 1);
 }
 
-TEST(Annotations, TheDefaultServesAbsentKeysAndEmptyTexts) {
+TEST(Annotations, TheDefaultServesAbsentKeysAndEmptyStrings) {
     Annotations notes;
     notes.addAnnotation("full", "text").addAnnotation("empty", "");
 
@@ -196,7 +196,7 @@ TEST(Annotations, BothPairsOfIteratorsAreEqual) {
     EXPECT_EQ(std::distance(constant.begin(), constant.end()), 2);
 }
 
-TEST(Annotations, IteratorsOfAChangeableObjectChangeTexts) {
+TEST(Annotations, IteratorsOfAChangeableObjectChangeStrings) {
     Annotations notes;
     notes.addAnnotation("a", "1").addAnnotation("b", "2");
     notes.begin()->second = "3";
@@ -231,7 +231,7 @@ TEST(Annotations, PrintingReturnsTheStream) {
     EXPECT_EQ(&Annotations().operator<<(os), &os);
 }
 
-TEST(Annotations, TakeTextsOfAnyLengthAndAnyBytes) {
+TEST(Annotations, TakeStringsOfAnyLengthAndAnyBytes) {
     std::string const longKey(100000, 'k');
     std::string const longText(1000000, 't');
     std::string const bytes("\0\r\n\xff", 4);
@@ -289,7 +289,7 @@ TEST(Annotations, ACopyOfWhatWasNeverSavedSavesItself) {
     EXPECT_NE(saved(copy), saved(source));
 }
 
-TEST(Annotations, ACopyOfWhatWasSavedGoesOnSavingAndFillingItsSource) {
+TEST(Annotations, TheCopyOfASavedObjectStillSavesAndFillsItsSource) {
     Annotations source;
     source.addAnnotation("k", "source");
     std::string const bytes = saved(source);
@@ -316,7 +316,7 @@ TEST(Annotations, AssignmentTakesTheTableOfSavedMembersToo) {
     EXPECT_EQ(saved(target), bytes);
 }
 
-/// Opens the protected operations, and adds one behind all of them.
+/// Opens the protected operations, and adds one after all of them.
 struct AnnotationsTable : Annotations {
     using Annotations::getSerDoc;
     using Annotations::getSerRegister;

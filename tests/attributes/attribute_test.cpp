@@ -32,7 +32,7 @@ using Vorlane_v1_0::Attributes;
 using Vorlane_v1_0::AttributeWithExpr;
 using Vorlane_v1_0::Value;
 
-TEST(Attribute, HasThreeNotesWithEmptyTextsAtFirst) {
+TEST(Attribute, HasThreeNotesWithEmptyStringsAtFirst) {
     Bare const attribute;
 
     EXPECT_EQ(attribute.size(), 3U);
@@ -53,7 +53,7 @@ TEST(Attribute, KeepsNameDescriptionAndUnitAsNotes) {
     EXPECT_EQ(attribute.getUnits(), "um");
 }
 
-TEST(Attribute, DescriptionAndUnitAreEmptyUnlessGiven) {
+TEST(Attribute, DescriptionAndUnitAreEmptyByDefault) {
     EXPECT_THAT(Bare("w").list(),
                 ElementsAre(Pair("vrl::attrDescr", ""), Pair("vrl::attrName", "w"), Pair("vrl::attrUnitName", "")));
     EXPECT_THAT(Bare("w", "d").list(),
@@ -208,7 +208,7 @@ TEST(Attribute, IsAbstractAndSoIsTheOneWithAnExpression) {
     EXPECT_TRUE(std::has_virtual_destructor_v<Attribute>);
 }
 
-/// Opens the protected operations, and adds one behind all of them.
+/// Opens the protected operations, and adds one after all of them.
 struct AttributeTable : Attribute {
     using Attribute::getSerDoc;
     using Attribute::getSerRegister;

@@ -55,7 +55,7 @@ TEST(AttributeWithExpr, TakesTheExpressionBeforeTheDescription) {
     EXPECT_FALSE(attribute.isCalculated());
 }
 
-TEST(AttributeWithExpr, KeepsAnyTextAsItsExpression) {
+TEST(AttributeWithExpr, KeepsAnyStringAsItsExpression) {
     Formula attribute("w");
     std::string const text("(( \0no formula\n", 15);
     attribute.setExpression(text);
@@ -242,7 +242,7 @@ TEST(AttributeWithExpr, CommentsAListingWithTheNameThatTheDerivedClassReports) {
     EXPECT_EQ(NamedByNobody("w", "", "", "um").getSerDoc(), "[um]");
 }
 
-/// Opens the protected operations, and adds one behind all of them.
+/// Opens the protected operations, and adds one after all of them.
 struct ExprTable : AttributeWithExpr {
     using AttributeWithExpr::compare;
     using AttributeWithExpr::getSerRegister;

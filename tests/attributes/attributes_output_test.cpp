@@ -127,7 +127,7 @@ TEST(Attributes, ComplaintsDoNotFollowTheFormatOfTheStream) {
                         "The value \"11.2345\" is out of range for Double. Accepted range is [0,10]\n\n");
 }
 
-TEST(Attributes, FindWhatATextPutOutOfRange) {
+TEST(Attributes, FindTheValueThatAStringPutOutOfRange) {
     Attributes list;
     list.add(new RangedInt("n", 5, 0, 10));
     std::ostringstream os;

@@ -43,7 +43,7 @@ public:
     void setValue(Attribute const*) override { throw 5; }
 };
 
-TEST(Attributes, SetFromATextCountsChangesOnly) {
+TEST(Attributes, SetFromAStringCountsChangesOnly) {
     Attributes list;
     list.addInteger("x", 1);
 
@@ -54,7 +54,7 @@ TEST(Attributes, SetFromATextCountsChangesOnly) {
     EXPECT_EQ(list.getInteger("x"), 3);
 }
 
-TEST(Attributes, SetFromATextByIndexCountsAlways) {
+TEST(Attributes, SetFromAStringByIndexCountsAlways) {
     Attributes list;
     list.addInteger("other", 1);
     list.addInteger("x", 1);
@@ -71,7 +71,7 @@ TEST(Attributes, SetFromATextByIndexCountsAlways) {
     EXPECT_EQ(list.getInteger("other"), 1);
 }
 
-TEST(Attributes, SetFromATextLeavesRangeAndExpressionAlone) {
+TEST(Attributes, SetFromAStringLeavesRangeAndExpressionAlone) {
     vrlCoutReset();
     Attributes list;
     list.add(new RangedInt("x", 1, 0, 10));
@@ -84,7 +84,7 @@ TEST(Attributes, SetFromATextLeavesRangeAndExpressionAlone) {
     EXPECT_EQ(vrlGetCoutMsg(), "");
 }
 
-TEST(Attributes, SetFromATextUnderAnUnknownNameIsReportedOnTheErrorStreamOnly) {
+TEST(Attributes, SetFromAStringUnderAnUnknownNameIsReportedOnTheErrorStreamOnly) {
     vrlCoutReset();
     Attributes list;
     list.addInteger("x", 1);
@@ -98,7 +98,7 @@ TEST(Attributes, SetFromATextUnderAnUnknownNameIsReportedOnTheErrorStreamOnly) {
     EXPECT_EQ(thrownBy<std::string>([&] { list.get("nope"); }), "variable 'nope' not found\n");
 }
 
-TEST(Attributes, SetFromATextThatTheParameterRefusesIsReported) {
+TEST(Attributes, SetFromAStringThatTheParameterRefusesIsReported) {
     Attributes list;
     list.add(new Refusing("x"));
     bool changed = true;
@@ -132,7 +132,7 @@ private:
     std::streambuf* before;
 };
 
-TEST(Attributes, SetFromATextOrAnAttributeThrowsNothingEvenIfTheErrorStreamDoes) {
+TEST(Attributes, SetFromAStringOrAnAttributeThrowsNothingEvenIfTheErrorStreamDoes) {
     Attributes list;
     list.add(new Refusing("x"));
     Bare source("s");
@@ -149,7 +149,7 @@ TEST(Attributes, SetFromATextOrAnAttributeThrowsNothingEvenIfTheErrorStreamDoes)
     EXPECT_EQ(countOf(list), 2);
 }
 
-TEST(Attributes, SetFromATextChecksTheIndex) {
+TEST(Attributes, SetFromAStringChecksTheIndex) {
     Attributes list;
     list.addInteger("x", 1);
     bool changed = true;
@@ -175,7 +175,7 @@ TEST(Attributes, AnIndexIsReportedInDecimalWhateverTheStreamWrites) {
     std::cerr.flags(before);
 }
 
-TEST(Attributes, SetFromATextOfABaseAttributeChangesNothing) {
+TEST(Attributes, SetFromAStringOfABaseAttributeChangesNothing) {
     Attributes list;
     list.add(new Bare("x"));
 
@@ -325,7 +325,7 @@ struct EntriesAccess {
 };
 template struct EntriesAccess<&Attributes::attributes>;
 
-// No operation makes an entry without an object; the list gets along with one all the same.
+// No operation makes an entry without an object; the list still accepts one.
 TEST(Attributes, AnEntryWithoutAnObjectIsReportedAsUnknown) {
     Attributes list;
     list.addInteger("x", 1);

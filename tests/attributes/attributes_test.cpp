@@ -139,7 +139,7 @@ TEST(Attributes, ALaterNameOfTheParameterLeavesItsKey) {
     EXPECT_EQ(list.get(0).getName(), "new");
 }
 
-TEST(Attributes, NamesAreAnyTexts) {
+TEST(Attributes, NamesAreAnyStrings) {
     Attributes list;
     std::string const bytes("\0\n\xff", 3);
     std::string const longName(100000, 'n');
@@ -439,7 +439,7 @@ TEST(Attributes, AParameterMadeByReadingIsChecked) {
                         "The value \"11\" is out of range for Int. Accepted range is [0,7]\n\n");
 }
 
-/// Opens the protected operations, and adds one behind all of them.
+/// Opens the protected operations, and adds one after all of them.
 struct AttributesTable : Attributes {
     using Attributes::getSerDoc;
     using Attributes::getSerRegister;

@@ -106,7 +106,7 @@ Operation const kLookUps[] = {
 };
 INSTANTIATE_TEST_SUITE_P(Attributes, LookUps, testing::ValuesIn(kLookUps), labelOf);
 
-TEST(Attributes, TheThrownTextHoldsTheNameAsItIs) {
+TEST(Attributes, TheThrownMessageContainsTheNameUnchanged) {
     Attributes list;
     std::string const bytes("a'\n\0\xff", 5);
 
@@ -405,7 +405,7 @@ TEST(Attributes, TheRealPartOfAComplexPassesTheGateOfADouble) {
     vrlCoutReset();
 }
 
-TEST(Attributes, SetExpressionStoresTheTextAloneAndReturnsTheList) {
+TEST(Attributes, SetExpressionStoresTheStringAloneAndReturnsTheList) {
     Attributes list;
     list.addDouble("x", 1.5);
 

@@ -7,7 +7,7 @@ int calls = 0;
 
 }  // namespace
 
-// Stands in for the library's own in this whole program: the loader binds the library's calls to it.
+// Replaces the library's own in this whole program: the loader binds the library's calls to it.
 void vrlbreaker() { ++calls; }
 
 int probes::breakerCalls() { return calls; }

@@ -58,7 +58,7 @@ TYPED_TEST(LengthOrAngle, WithoutNumbersTheOnlyValueInRangeIsZero) {
     EXPECT_EQ(os.str(), "The value \"1\" is out of range for Double. Accepted range is [0,0]\n");
 }
 
-TYPED_TEST(LengthOrAngle, TakesTheThreeTextsAsTheyAre) {
+TYPED_TEST(LengthOrAngle, TakesTheThreeStringsUnchanged) {
     TypeParam const object("x", 0.0, 0.0, 0.0, "a thing", "furlong");
     EXPECT_EQ(object.getName(), "x");
     EXPECT_EQ(object.getDescr(), "a thing");

@@ -17,7 +17,7 @@
 #include "vrllib/attributes/attributes.h"
 #include "vrllib/attributes/value.h"
 
-// What the tests of the attribute classes share: concrete classes, and ways to see what an operation leaves behind.
+// What the tests of the attribute classes share: concrete classes, and ways to see the effects of an operation.
 
 namespace probes {
 
@@ -26,7 +26,7 @@ using namespace Vorlane_v1_0;
 /// How often vrlbreaker was called in this program, by whomever.
 int breakerCalls();
 
-/// An attribute with the least that a class has to bring.
+/// An attribute with the least that a class has to define.
 class Bare : public Attribute {
 public:
     using Attribute::Attribute;
@@ -58,7 +58,7 @@ inline std::vector<std::string> namesOf(Attributes const& list) { return {list.b
 
 inline int countOf(Attributes const& list) { return list.getVersionInfo().get(); }
 
-/// The text that an action throws as an object of exactly the type T. Any other outcome gives another text.
+/// The string that an action throws as an object of exactly the type T. Any other outcome returns another string.
 template <class T, class Action>
 std::string thrownBy(Action action) {
     try {
@@ -84,7 +84,7 @@ std::string stderrOf(Action action) {
     return testing::internal::GetCapturedStderr();
 }
 
-/// What the operator<< for streams writes; it has to yield the stream.
+/// What the operator<< for streams writes; it has to return the stream.
 template <class T>
 std::string streamed(T const& object) {
     std::ostringstream os;
@@ -92,7 +92,7 @@ std::string streamed(T const& object) {
     return os.str();
 }
 
-/// What toCpp writes; it has to yield the stream.
+/// What toCpp writes; it has to return the stream.
 inline std::string cppOf(Attribute const& attribute, std::string const& name) {
     std::ostringstream os;
     EXPECT_EQ(&attribute.toCpp(os, name), &os);

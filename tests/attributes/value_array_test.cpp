@@ -87,7 +87,7 @@ TYPED_TEST(ArrayDataOf, StartsEmpty) {
     EXPECT_EQ(record.count, 0U);
 }
 
-TYPED_TEST(ArrayDataOf, TakesThePointerAsItStands) {
+TYPED_TEST(ArrayDataOf, TakesThePointerUnchanged) {
     TypeParam values[2];
     typename TestFixture::Record const record(values, 7);
     EXPECT_EQ(record.values, values);
@@ -191,7 +191,7 @@ TYPED_TEST(ValueArrayOf, DropsTheArgumentsOfItsConstructor) {
     EXPECT_EQ(given.content.count, 0U);
 }
 
-TYPED_TEST(ValueArrayOf, WritesOneFixedTextInAllForms) {
+TYPED_TEST(ValueArrayOf, WritesOneFixedStringInAllForms) {
     EXPECT_EQ(streamed<Attribute>(this->array), "/*--- array of type T */\n");
     EXPECT_EQ(cppOf(this->array, "a"), "/*--- array of type T */\n");
     EXPECT_EQ(texOf(this->array), "/*--- array of type T */\n");

@@ -161,7 +161,7 @@ TYPED_TEST(DistributionTag, IsAnEmptyClass) {
     EXPECT_TRUE(std::is_default_constructible_v<TypeParam>);
 }
 
-TYPED_TEST(DistributionTag, AssignmentYieldsTheObject) {
+TYPED_TEST(DistributionTag, AssignmentReturnsTheObject) {
     TypeParam tag;
     TypeParam const other{};
     EXPECT_EQ(&(tag = other), &tag);

@@ -34,7 +34,7 @@ TEST(ValueOrder, AGreaterValueComesFirst) {
     EXPECT_EQ(order(Value<double>("v", 1.000000000000001), Value<double>("v", 1.0)), -1);
 }
 
-TEST(ValueOrder, TextsCompareByTheirBytes) {
+TEST(ValueOrder, StringsCompareByTheirBytes) {
     EXPECT_EQ(order(Value<std::string>("v", "b"), Value<std::string>("v", "a")), -1);
     EXPECT_EQ(order(Value<std::string>("v", "B"), Value<std::string>("v", "a")), 1);
     EXPECT_EQ(order(Value<std::string>("v", "ab"), Value<std::string>("v", "a")), -1);

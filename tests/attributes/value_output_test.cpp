@@ -46,7 +46,7 @@ TEST(Value, PrintsWithTheFormatOfTheStream) {
     EXPECT_EQ(os.str(), "true ff 1.23456789 (1.23456789,2)    ab");
 }
 
-TEST(Value, ABoolHasAnotherTextThanPrintedForm) {
+TEST(Value, ABoolIsPrintedOtherwiseThanItsString) {
     Value<bool> const value("v", true);
     EXPECT_EQ(value.getStringValue(), "true");
     EXPECT_EQ(streamed(value), "1");
@@ -61,7 +61,7 @@ TEST(Value, WritesSource) {
     EXPECT_EQ(cppOf(Value<Complex>("v", {1, -2}), "c"), "vrl::Value<Complex >(\"c\",(1,-2))");
 }
 
-TEST(Value, WritesTextsBareAsSource) {
+TEST(Value, WritesStringsWithoutQuotesAsSource) {
     EXPECT_EQ(cppOf(Value<std::string>("v", "text"), "s"), "vrl::Value<String >(\"s\",text)");
     EXPECT_EQ(cppOf(Value<std::string>("v", "a \"b\"\\"), "s"), "vrl::Value<String >(\"s\",a \"b\"\\)");
     EXPECT_EQ(cppOf(Value<std::string>("v", ""), "s"), "vrl::Value<String >(\"s\",\"\")");

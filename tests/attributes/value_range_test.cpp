@@ -133,7 +133,7 @@ TEST_F(ValueRanges, AConstructorIsSilentWhateverItsValue) {
     EXPECT_EQ(complaint(copy), "The value \"11\" is out of range for Int. Accepted range is [0,10]\n");
 }
 
-TEST_F(ValueRanges, ATextIsSilentAndIsFoundByTheCheck) {
+TEST_F(ValueRanges, SettingFromAStringIsSilentAndIsFoundByTheCheck) {
     RangedInt value("n", 5, 0, 10);
     value.setExpression("2*h");
 
@@ -284,7 +284,7 @@ TEST_F(ValueRanges, ComplaintsNameTheTypeOfThePlainValue) {
     EXPECT_EQ(complaint(value), "The value \"11\" is out of range for Int. Accepted range is [0,10]\n");
 }
 
-TEST_F(ValueRanges, ConstructorsTakeValueBoundsAndTexts) {
+TEST_F(ValueRanges, ConstructorsTakeValueBoundsAndStrings) {
     expectMembers(RangedInt("v", 1, 2, 3, "descr", "um"), 1, 2, 3, "descr", "um");
     expectMembers(RangedDouble("v", 1.5, 2.5, 3.5, "descr", "um"), 1.5, 2.5, 3.5, "descr", "um");
     expectMembers(RangedComplex("v", {1, 2}, {3, 4}, {5, 6}, "descr", "um"), Complex(1, 2), Complex(3, 4),
@@ -360,7 +360,7 @@ TEST_F(ValueRanges, CopiesAndAssignmentsTakeEveryMember) {
     EXPECT_EQ(source.getValue(), 1.5);
 }
 
-/// Opens the protected operations, and adds one behind all of them.
+/// Opens the protected operations, and adds one after all of them.
 template <class Ranged>
 struct RangeTable : Ranged {
     using Ranged::getSerDoc;

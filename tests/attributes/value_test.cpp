@@ -103,7 +103,7 @@ TEST(Value, OfNoValueIsFalseZeroOrEmpty) {
     EXPECT_EQ(Value<std::string>("v").getValue(), "");
 }
 
-/// Counts what passes the gate, doubles it, and tells the previous value with a shift.
+/// Counts what passes the gate, doubles it, and returns the previous value with a shift.
 struct Gated : Value<double> {
     using Value<double>::Value;
     int passed = 0;
@@ -371,7 +371,7 @@ TEST(Value, ACopyOfWhatWasNeverSavedSavesItself) {
     EXPECT_EQ(saved(copy), saved(plain));
 }
 
-/// Opens the protected operations, and adds one behind all of them.
+/// Opens the protected operations, and adds one after all of them.
 template <class T>
 struct ValueTable : Value<T> {
     using Value<T>::Value;

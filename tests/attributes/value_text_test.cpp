@@ -21,7 +21,7 @@ using Complex = std::complex<double>;
 constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
 constexpr double kInf = std::numeric_limits<double>::infinity();
 
-/// The value after a text was set, and whether setStringValue told of a change.
+/// The value after a string was set, and whether setStringValue reported a change.
 template <class T>
 struct TextRow {
     char const* label;
@@ -44,9 +44,9 @@ void expectRow(TextRow<T> const& row) {
     EXPECT_EQ(value.getExpression(), "expression");
 }
 
-class BoolTexts : public testing::TestWithParam<TextRow<bool>> {};
-TEST_P(BoolTexts, AreRead) { expectRow(GetParam()); }
-TextRow<bool> const kBoolTexts[] = {
+class BoolStrings : public testing::TestWithParam<TextRow<bool>> {};
+TEST_P(BoolStrings, AreRead) { expectRow(GetParam()); }
+TextRow<bool> const kBoolStrings[] = {
     {"T", false, "t", true, true},
     {"True", false, "true", true, true},
     {"StartsWithT", false, "to be false", true, true},
@@ -71,11 +71,11 @@ TextRow<bool> const kBoolTexts[] = {
     {"EmptyOnFalse", false, "", false, false},
     {"ZeroByteFirst", true, std::string("\0t", 2), false, true},
 };
-INSTANTIATE_TEST_SUITE_P(Value, BoolTexts, testing::ValuesIn(kBoolTexts), labelOf);
+INSTANTIATE_TEST_SUITE_P(Value, BoolStrings, testing::ValuesIn(kBoolStrings), labelOf);
 
-class IntTexts : public testing::TestWithParam<TextRow<int>> {};
-TEST_P(IntTexts, AreRead) { expectRow(GetParam()); }
-TextRow<int> const kIntTexts[] = {
+class IntStrings : public testing::TestWithParam<TextRow<int>> {};
+TEST_P(IntStrings, AreRead) { expectRow(GetParam()); }
+TextRow<int> const kIntStrings[] = {
     {"Number", 7, "12", 12, true},
     {"SameNumber", 12, "12", 12, false},
     {"NoNumber", 7, "abc", 0, true},
@@ -102,11 +102,11 @@ TextRow<int> const kIntTexts[] = {
     {"AMillionDigits", 0, std::string(1000000, '9'), -1, true},
     {"AMillionBlanks", 7, std::string(1000000, ' ') + "5", 5, true},
 };
-INSTANTIATE_TEST_SUITE_P(Value, IntTexts, testing::ValuesIn(kIntTexts), labelOf);
+INSTANTIATE_TEST_SUITE_P(Value, IntStrings, testing::ValuesIn(kIntStrings), labelOf);
 
-class DoubleTexts : public testing::TestWithParam<TextRow<double>> {};
-TEST_P(DoubleTexts, AreRead) { expectRow(GetParam()); }
-TextRow<double> const kDoubleTexts[] = {
+class DoubleStrings : public testing::TestWithParam<TextRow<double>> {};
+TEST_P(DoubleStrings, AreRead) { expectRow(GetParam()); }
+TextRow<double> const kDoubleStrings[] = {
     {"Number", 1.0, "2.5", 2.5, true},
     {"SameNumber", 2.5, "2.5", 2.5, false},
     {"Integer", 1.0, "3", 3.0, true},
@@ -131,11 +131,11 @@ TextRow<double> const kDoubleTexts[] = {
     {"AMillionDigits", 1.0, std::string(1000000, '9'), kInf, true},
     {"AMillionDecimals", 1.0, "0." + std::string(1000000, '0') + "1", 0.0, true},
 };
-INSTANTIATE_TEST_SUITE_P(Value, DoubleTexts, testing::ValuesIn(kDoubleTexts), labelOf);
+INSTANTIATE_TEST_SUITE_P(Value, DoubleStrings, testing::ValuesIn(kDoubleStrings), labelOf);
 
-class ComplexTexts : public testing::TestWithParam<TextRow<Complex>> {};
-TEST_P(ComplexTexts, AreRead) { expectRow(GetParam()); }
-TextRow<Complex> const kComplexTexts[] = {
+class ComplexStrings : public testing::TestWithParam<TextRow<Complex>> {};
+TEST_P(ComplexStrings, AreRead) { expectRow(GetParam()); }
+TextRow<Complex> const kComplexStrings[] = {
     {"BothParts", {7, 8}, "1+I2", {1, 2}, true},
     {"SameParts", {1, 2}, "1+I2", {1, 2}, false},
     {"OtherRealPart", {3, 2}, "1+I2", {1, 2}, true},
@@ -161,11 +161,11 @@ TextRow<Complex> const kComplexTexts[] = {
     {"AMillionDigits", {7, 8}, std::string(1000000, '9') + "+I1", {kInf, 1}, true},
     {"AMillionLetters", {7, 8}, std::string(1000000, 'x'), {7, 8}, false},
 };
-INSTANTIATE_TEST_SUITE_P(Value, ComplexTexts, testing::ValuesIn(kComplexTexts), labelOf);
+INSTANTIATE_TEST_SUITE_P(Value, ComplexStrings, testing::ValuesIn(kComplexStrings), labelOf);
 
-class StringTexts : public testing::TestWithParam<TextRow<std::string>> {};
-TEST_P(StringTexts, AreTaken) { expectRow(GetParam()); }
-TextRow<std::string> const kStringTexts[] = {
+class PlainStrings : public testing::TestWithParam<TextRow<std::string>> {};
+TEST_P(PlainStrings, AreTaken) { expectRow(GetParam()); }
+TextRow<std::string> const kPlainStrings[] = {
     {"Text", "old", "new", "new", true},
     {"SameText", "old", "old", "old", false},
     {"Empty", "old", "", "", true},
@@ -175,9 +175,9 @@ TextRow<std::string> const kStringTexts[] = {
     {"ZeroBytesStay", "old", std::string("old\0er", 6), std::string("old\0er", 6), true},
     {"AMillionBytes", "old", std::string(1000000, '\xff'), std::string(1000000, '\xff'), true},
 };
-INSTANTIATE_TEST_SUITE_P(Value, StringTexts, testing::ValuesIn(kStringTexts), labelOf);
+INSTANTIATE_TEST_SUITE_P(Value, PlainStrings, testing::ValuesIn(kPlainStrings), labelOf);
 
-TEST(Value, ANaNIsStoredFromATextAndReportsNoChangeOfADouble) {
+TEST(Value, ANaNIsStoredFromAStringAndReportsNoChangeOfADouble) {
     Value<double> value("v", 1.0);
     EXPECT_FALSE(value.setStringValue("nan"));
     EXPECT_TRUE(std::isnan(value.getValue()));
@@ -186,7 +186,7 @@ TEST(Value, ANaNIsStoredFromATextAndReportsNoChangeOfADouble) {
     EXPECT_EQ(value.getValue(), 2.5);
 }
 
-TEST(Value, ANaNIsStoredFromATextAndReportsAChangeOfAComplexValue) {
+TEST(Value, ANaNIsStoredFromAStringAndReportsAChangeOfAComplexValue) {
     Value<Complex> value("v", {1, 2});
     EXPECT_TRUE(value.setStringValue("nan+I2"));
     EXPECT_TRUE(std::isnan(value.getValue().real()));
@@ -197,7 +197,7 @@ TEST(Value, ANaNIsStoredFromATextAndReportsAChangeOfAComplexValue) {
     EXPECT_FALSE(value.setStringValue("1+I2"));
 }
 
-TEST(Value, AMinusZeroIsStoredFromATextAndReportsNoChange) {
+TEST(Value, AMinusZeroIsStoredFromAStringAndReportsNoChange) {
     Value<double> real("v", 0.0);
     Value<Complex> value("v", {0, 0});
 
@@ -208,26 +208,26 @@ TEST(Value, AMinusZeroIsStoredFromATextAndReportsNoChange) {
     EXPECT_TRUE(std::signbit(value.getValue().imag()));
 }
 
-TEST(Value, TheSecondOfTwoEqualTextsChangesNothing) {
+TEST(Value, TheSecondOfTwoEqualStringsChangesNothing) {
     Value<int> value("n", 7);
     EXPECT_TRUE(value.setStringValue("abc"));
     EXPECT_EQ(value.getValue(), 0);
     EXPECT_FALSE(value.setStringValue("0"));
 }
 
-TEST(Value, TextsReportBoolsAsWords) {
+TEST(Value, StringsOfBoolsAreWords) {
     EXPECT_EQ(Value<bool>("b", true).getStringValue(), "true");
     EXPECT_EQ(Value<bool>("b", false).getStringValue(), "false");
 }
 
-TEST(Value, TextsReportIntegersInDecimal) {
+TEST(Value, StringsOfIntegersAreDecimal) {
     EXPECT_EQ(Value<int>("n", 0).getStringValue(), "0");
     EXPECT_EQ(Value<int>("n", -42).getStringValue(), "-42");
     EXPECT_EQ(Value<int>("n", 2147483647).getStringValue(), "2147483647");
     EXPECT_EQ(Value<int>("n", std::numeric_limits<int>::min()).getStringValue(), "-2147483648");
 }
 
-TEST(Value, TextsReportDoublesWithSixDigits) {
+TEST(Value, StringsOfDoublesHaveSixDigits) {
     EXPECT_EQ(Value<double>("d", 1.23456789).getStringValue(), "1.23457");
     EXPECT_EQ(Value<double>("d", 1.5).getStringValue(), "1.5");
     EXPECT_EQ(Value<double>("d", 0.0).getStringValue(), "0");
@@ -243,7 +243,7 @@ TEST(Value, TextsReportDoublesWithSixDigits) {
     EXPECT_EQ(Value<double>("d", kNan).getStringValue(), "nan");
 }
 
-TEST(Value, TextsReportBothPartsOfComplexValues) {
+TEST(Value, StringsOfComplexValuesHaveBothParts) {
     EXPECT_EQ(Value<Complex>("c", {1, 2}).getStringValue(), "1+I2");
     EXPECT_EQ(Value<Complex>("c", {1, -2}).getStringValue(), "1+I-2");
     EXPECT_EQ(Value<Complex>("c", {-1.23456789, 1e-7}).getStringValue(), "-1.23457+I1e-07");
@@ -251,13 +251,13 @@ TEST(Value, TextsReportBothPartsOfComplexValues) {
     EXPECT_EQ(Value<Complex>("c", {kNan, kInf}).getStringValue(), "nan+Iinf");
 }
 
-TEST(Value, TextsOfStringsAreTheStrings) {
+TEST(Value, StringsOfStringsAreTheStringsThemselves) {
     EXPECT_EQ(Value<std::string>("s", "").getStringValue(), "");
     EXPECT_EQ(Value<std::string>("s", std::string("a \"b\"\n\0", 8)).getStringValue(), std::string("a \"b\"\n\0", 8));
     EXPECT_EQ(Value<std::string>("s", std::string(1000, 'x')).getStringValue(), std::string(1000, 'x'));
 }
 
-TEST(Value, ATextReadBackHasLostDigits) {
+TEST(Value, AStringReadBackHasLostDigits) {
     Value<double> value("d", 1.23456789);
     EXPECT_TRUE(value.setStringValue(value.getStringValue()));
     EXPECT_EQ(value.getValue(), 1.23457);
@@ -283,7 +283,7 @@ private:
     std::locale before;
 };
 
-TEST(Value, TextsDoNotFollowTheGlobalLocaleOfStreams) {
+TEST(Value, StringsDoNotFollowTheGlobalLocaleOfStreams) {
     CommaLocale const commas;
     Value<bool> truth("b", true);
     Value<int> number("n", 1234567);

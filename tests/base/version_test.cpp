@@ -7,7 +7,7 @@ TEST(LibraryVersion, IsOneNumberInTwoDigitsForMinorAndPatch) {
     EXPECT_EQ(vrlLibraryVersion(), 20111U);
 }
 
-TEST(LibraryVersion, IsTextInThreeParts) {
+TEST(LibraryVersion, IsAStringInThreeParts) {
     EXPECT_STREQ(VRL_VERSION_TEXT, "2.1.11");
     EXPECT_STREQ(vrlLibraryVersionText(), "2.1.11");
 }

@@ -42,7 +42,7 @@ public:
 };
 
 /// What a scenario writes, if it ends well.
-std::string told(std::string const& scenario) {
+std::string outputOf(std::string const& scenario) {
     vrl_test::Sandbox const sandbox(LIBRARY_SCENARIOS_PROGRAM);
     auto const outcome = sandbox.run(scenario);
     EXPECT_EQ(outcome.status, 0);
@@ -50,20 +50,20 @@ std::string told(std::string const& scenario) {
     return outcome.out;
 }
 
-TEST(BlobRegistry, ListsNothingButItsHeadingWhileItIsEmpty) { EXPECT_EQ(told("EmptyBlobList"), "Blob's:\n"); }
+TEST(BlobRegistry, ListsNothingButItsHeadingWhileItIsEmpty) { EXPECT_EQ(outputOf("EmptyBlobList"), "Blob's:\n"); }
 
-TEST(BlobRegistry, InitEntersNothing) { EXPECT_EQ(told("InitOfBlobs"), "Blob's:\n"); }
+TEST(BlobRegistry, InitEntersNothing) { EXPECT_EQ(outputOf("InitOfBlobs"), "Blob's:\n"); }
 
-TEST(BlobRegistry, ListsTheNamesInKeyOrderOnOneLine) { EXPECT_EQ(told("BlobsInKeyOrder"), "Blob's:  B a c b\n"); }
+TEST(BlobRegistry, ListsTheNamesInKeyOrderOnOneLine) { EXPECT_EQ(outputOf("BlobsInKeyOrder"), "Blob's:  B a c b\n"); }
 
 TEST(BlobRegistry, KeepsTheFirstObjectUnderATakenNameAndDeletesNone) {
-    EXPECT_EQ(told("BlobWithATakenName"), "Blob's: x\n1\n");
+    EXPECT_EQ(outputOf("BlobWithATakenName"), "Blob's: x\n1\n");
 }
 
-TEST(BlobRegistry, ReturnsNullForAnythingButTheExactName) { EXPECT_EQ(told("UnknownBlobs"), "111111\n"); }
+TEST(BlobRegistry, ReturnsNullForAnythingButTheExactName) { EXPECT_EQ(outputOf("UnknownBlobs"), "111111\n"); }
 
 TEST(BlobRegistry, OutlivesOtherStaticObjectsAndDeletesNoBlob) {
-    EXPECT_EQ(told("BlobsAtExit"), "Blob's: a name that is too long for a short string\n1\n");
+    EXPECT_EQ(outputOf("BlobsAtExit"), "Blob's: a name that is too long for a short string\n1\n");
 }
 
 TEST(BlobSave, WritesTheBytesAsTheyAreOverALongerFile) {

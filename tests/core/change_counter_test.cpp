@@ -121,7 +121,7 @@ TEST(VersionClient, AssignmentTakesTheCountAndKeepsItsOwnVersion) {
 
     EXPECT_EQ(&(a = b), &a);
     ofB.update();
-    EXPECT_FALSE(a.check());  // 2 seen, its own Version stands at 0
+    EXPECT_FALSE(a.check());  // 2 seen, its own Version is at 0
 
     ofA.update();
     ofA.update();

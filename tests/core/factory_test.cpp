@@ -108,13 +108,13 @@ TEST_F(FactoryKeys, CanBeEmptyToBeFoundButNotToCreate) {
     }
 }
 
-TEST_F(FactoryKeys, ThrowATextThatEveryKindOfHandlerCatches) {
+TEST_F(FactoryKeys, ThrowAStringThatEveryKindOfHandlerCatches) {
     EXPECT_THROW(factory.create(""), char*);
     EXPECT_THROW(factory.create(""), char const*);
     EXPECT_THROW(factory.create(""), void*);
 }
 
-TEST_F(FactoryKeys, StandInTheirOrderWithCapitalsFirst) {
+TEST_F(FactoryKeys, AreSortedWithCapitalsFirst) {
     for (char const* const key : {"b", "a", "B"}) factory.Register<Circle>(key);
     EXPECT_THAT(keysOf(factory), testing::ElementsAre("B", "a", "b"));
 }
@@ -295,11 +295,11 @@ TEST(FactoryTypes, AreDestroyedThroughTheirBase) {
 
 TEST(FactoryTypes, HaveCreatorsWithoutDataOfTheirOwn) { EXPECT_EQ(sizeof(Factory::cfT<Circle>), sizeof(Factory::cf)); }
 
-TEST(FactoryOperations, ThatAreVirtualStandInTheirOrder) {
+TEST(FactoryOperations, ThatAreVirtualKeepTheirOrder) {
     using Plain = FactoryNoArg<std::string, Shape>;
     using WithTwo = FactoryArg2<std::string, Shape, std::string, int>;
 
-    EXPECT_EQ(vrl_test::slotOf(&Plain::cf::create), 0U);  // ahead of the destructor
+    EXPECT_EQ(vrl_test::slotOf(&Plain::cf::create), 0U);  // before the destructor
     EXPECT_EQ(vrl_test::slotOf(&WithTwo::cf::create), 0U);
     EXPECT_TRUE(std::has_virtual_destructor_v<Plain::cf>);
     EXPECT_TRUE(std::has_virtual_destructor_v<FactoryFunctions<Shape>>);

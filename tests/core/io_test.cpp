@@ -44,7 +44,7 @@ protected:
     using ObjectClass = typename Case::Class;
     using ObjectIO = IO<ObjectClass, void, void>;
 
-    /// Where a file would stand.
+    /// Where a file would be.
     std::string path() const { return (folder / "object.vrl").string(); }
 
     Case sampleCase;
@@ -74,7 +74,7 @@ std::string printedText(Class const& object) {
 }
 std::string printedText(Foundry const& foundry) { return foundry.describe(); }
 
-TYPED_TEST(IOTest, ReadFailsWithItsTextInTheLog) {
+TYPED_TEST(IOTest, ReadFailsWithItsMessageInTheLog) {
     vrl_test::Captured const errors(std::cerr);
     std::ostringstream log;
     std::string const before = printedText(this->object);
@@ -94,7 +94,7 @@ TYPED_TEST(IOTest, ReadOfAFileThatIsThereFailsAsWell) {
     EXPECT_EQ(vrl_test::readFile(path), "anything");
 }
 
-TYPED_TEST(IOTest, ReadStringFailsWithItsTextInTheLog) {
+TYPED_TEST(IOTest, ReadStringFailsWithItsMessageInTheLog) {
     vrl_test::Captured const errors(std::cerr);
     std::ostringstream log;
     std::string const text = "anything";
@@ -105,7 +105,7 @@ TYPED_TEST(IOTest, ReadStringFailsWithItsTextInTheLog) {
     EXPECT_EQ(text, "anything");
 }
 
-TYPED_TEST(IOTest, SaveFailsWithItsTextOnStandardErrorAndMakesNoFile) {
+TYPED_TEST(IOTest, SaveFailsWithItsMessageOnStandardErrorAndMakesNoFile) {
     typename TestFixture::ObjectClass const& source = this->object;
     {
         vrl_test::Captured const errors(std::cerr);
@@ -120,7 +120,7 @@ TYPED_TEST(IOTest, SaveFailsWithItsTextOnStandardErrorAndMakesNoFile) {
     EXPECT_FALSE(std::filesystem::exists(this->path()));
 }
 
-TYPED_TEST(IOTest, SaveStringFailsWithItsTextOnStandardErrorAndLeavesTheText) {
+TYPED_TEST(IOTest, SaveStringFailsWithItsMessageOnStandardErrorAndLeavesTheString) {
     typename TestFixture::ObjectClass const& source = this->object;
     std::string text = "as it was";
     {

@@ -45,7 +45,7 @@ PortCase const kPorts[] = {
 INSTANTIATE_TEST_SUITE_P(PortLabel, PortKinds, testing::ValuesIn(kPorts),
                          [](auto const& row) { return std::string(row.param.label); });
 
-TEST(PortLabel, TakesEitherKindOfText) {
+TEST(PortLabel, TakesEitherKindOfString) {
     PortLabel const plain = "in0";
     PortLabel const full = std::string("out0");
 
@@ -53,7 +53,7 @@ TEST(PortLabel, TakesEitherKindOfText) {
     EXPECT_EQ(full.getName(), "out0");
 }
 
-TEST(PortLabel, TakesNullForEmptyText) {
+TEST(PortLabel, TakesNullForAnEmptyString) {
     char const* const none = nullptr;
 
     EXPECT_EQ(PortLabel(none).getName(), "");
@@ -105,12 +105,12 @@ TEST(PortLabel, WritesTheBareName) {
     EXPECT_EQ(os.str(), "in0out0|");
 }
 
-TEST(ModeLabel, TakesEitherKindOfText) {
+TEST(ModeLabel, TakesEitherKindOfString) {
     EXPECT_EQ(ModeLabel("TE0", 1).getName(), "TE0");
     EXPECT_EQ(ModeLabel(std::string("TM0"), 1).getName(), "TM0");
 }
 
-TEST(ModeLabel, TakesNullForEmptyText) {
+TEST(ModeLabel, TakesNullForAnEmptyString) {
     char const* const none = nullptr;
 
     EXPECT_EQ(ModeLabel(none, 1).getName(), "");
@@ -229,7 +229,7 @@ TEST(ModeLabel, CopiesAndAssignsItsName) {
 }
 
 TEST(ModeLabel, CarriesItsTagAfterTheNameAndWithEachCopy) {
-    // Nothing gives the tag out, so the test looks at the bytes behind the string.
+    // Nothing returns the tag, so the test looks at the bytes after the string.
     ModeLabel const label("TE0", 0x12345678);
     ModeLabel const made(0, EnumList::TE, 0x12345678);
     ModeLabel const copy(label);

@@ -36,7 +36,7 @@ protected:
     void TearDown() override { vrlCoutReset(); }
 };
 
-TEST_F(MessageBox, IsNotShownByAFlushWhichLeavesTheText) {
+TEST_F(MessageBox, IsNotShownByAFlushWhichLeavesTheMessages) {
     vrlPuts("kept");
     vrlCoutFlush();
 
@@ -44,7 +44,7 @@ TEST_F(MessageBox, IsNotShownByAFlushWhichLeavesTheText) {
     EXPECT_THAT(box.texts, testing::IsEmpty());
 }
 
-TEST_F(MessageBox, IsNotShownByTheBreakerWhichLeavesTheText) {
+TEST_F(MessageBox, IsNotShownByTheBreakerWhichLeavesTheMessages) {
     vrlPuts("kept");
     vrlbreaker();
     vrlbreaker();
@@ -60,7 +60,7 @@ TEST_F(MessageBox, EmptyChannelShowsNothingAndReturnsTrue) {
     EXPECT_THAT(box.texts, testing::IsEmpty());
 }
 
-TEST_F(MessageBox, ShowsTheWholeTextUnderTheCaption) {
+TEST_F(MessageBox, ShowsTheWholeMessageUnderTheCaption) {
     vrlPuts("first");
     vrlPuts("second");
     vrlShowCoutMsg();

@@ -31,7 +31,7 @@ TEST_F(MessageChannel, IsOpenForOutputOnly) {
     EXPECT_EQ(vrlCout().rdbuf()->sgetc(), std::char_traits<char>::eof());
 }
 
-TEST_F(MessageChannel, KeepsTheTextsOfAllWritersInOrder) {
+TEST_F(MessageChannel, KeepsTheMessagesOfAllWritersInOrder) {
     vrlCout() << "-- warning: first\n";
     vrlPuts("second");
     vrlPrintf("%s %d\n", "third", 3);
@@ -39,21 +39,21 @@ TEST_F(MessageChannel, KeepsTheTextsOfAllWritersInOrder) {
     EXPECT_EQ(vrlGetCoutMsg(), "-- warning: first\nsecond\nthird 3\n");
 }
 
-TEST_F(MessageChannel, VrlPutsWritesItsTextUnchangedAndALineFeed) {
+TEST_F(MessageChannel, VrlPutsWritesItsStringUnchangedAndALineFeed) {
     vrlPuts("100%% of %d %s\\n");
     vrlPuts("");
 
     EXPECT_EQ(vrlGetCoutMsg(), "100%% of %d %s\\n\n\n");
 }
 
-TEST_F(MessageChannel, VrlPutsTakesNullForEmptyText) {
+TEST_F(MessageChannel, VrlPutsTakesNullForAnEmptyString) {
     vrlPuts(nullptr);
     vrlPuts("after");
 
     EXPECT_EQ(vrlGetCoutMsg(), "\nafter\n");
 }
 
-TEST_F(MessageChannel, ReadingTwiceReturnsTheSameTextAndLaterMore) {
+TEST_F(MessageChannel, ReadingTwiceReturnsTheSameMessagesAndLaterMore) {
     vrlPuts("one");
 
     EXPECT_EQ(vrlGetCoutMsg(), "one\n");
@@ -97,7 +97,7 @@ TEST_F(VrlPrintf, AddsNoLineFeed) {
     EXPECT_EQ(vrlGetCoutMsg(), "ab");
 }
 
-TEST_F(VrlPrintf, LeavesNothingOfALongerTextBefore) {
+TEST_F(VrlPrintf, LeavesNothingOfALongerMessageBefore) {
     vrlPrintf("a longer text;");
     vrlPrintf("short;");
     vrlPrintf("%s", "");

@@ -20,7 +20,7 @@ using Complex = std::complex<double>;
 constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
-/// The text of the member form, which stands left of the stream.
+/// The output of the member form, which is left of the stream.
 template <class T>
 std::string textOf(T const& value) {
     std::ostringstream os;

@@ -50,7 +50,7 @@ Building blocks{
 char const kBuildStart[] = "A design is built\n\n1. The library starts.\n\n";
 char const kCheckStart[] = "A saved design is checked\n\n1. The library starts, in a process of its own.\n\n";
 
-/// A working folder with a configuration file, in which the plug-ins stand under "plugins".
+/// A working folder with a configuration file, in which the plug-ins are under "plugins".
 class Demo : public testing::Test {
 protected:
     Demo() {
@@ -78,7 +78,7 @@ std::string netlistIn(std::string const& story) {
     return story.substr(begin, story.find("\n5. ", begin) - begin);
 }
 
-TEST_F(Demo, BuildsADesignAndTellsHow) {
+TEST_F(Demo, BuildsADesignAndPrintsEachStep) {
     Outcome const outcome = build();
     EXPECT_EQ(outcome.status, 0);
     EXPECT_EQ(outcome.err, "");
@@ -87,7 +87,7 @@ TEST_F(Demo, BuildsADesignAndTellsHow) {
 
 The value "2" is out of range for Double. Accepted range is [5,500]
 
-3. The netlist is tied to its foundry and checked.
+3. The netlist is attached to its foundry and checked.
 
 The netlist contains errors!
 
@@ -102,13 +102,13 @@ The value "2" is out of range for Double. Accepted range is [5,500]
 )");
 }
 
-TEST_F(Demo, ChecksASavedDesignAndTellsHow) {
+TEST_F(Demo, ChecksASavedDesignAndPrintsEachStep) {
     ASSERT_EQ(build().status, 0);
     Outcome const outcome = check();
     EXPECT_EQ(outcome.status, 0);
     EXPECT_EQ(outcome.err, "");
     EXPECT_EQ(outcome.out, kCheckStart + std::string(kReport) + R"(
-2. 7 elements are read back from modulator.vrl and tied to their foundry.
+2. 7 elements are read back from modulator.vrl and attached to their foundry.
 
 3. Out of range: 1.
 
@@ -153,7 +153,7 @@ TEST_F(Demo, SavesTheSameBytesEachTime) {
     EXPECT_EQ(vrl_test::readFile(box.work() / "second.vrl"), first);
 }
 
-TEST_F(Demo, TellsHowItIsUsed) {
+TEST_F(Demo, PrintsItsUsage) {
     Outcome const outcome = box.run("--help");
     EXPECT_EQ(outcome.status, 0);
     EXPECT_EQ(outcome.err, "");
@@ -162,7 +162,7 @@ TEST_F(Demo, TellsHowItIsUsed) {
 
 build  starts the library on the configuration file CONFIG, builds a Mach-Zehnder modulator of SampleFab
        blocks, checks and prints it, and saves it to the file DESIGN
-check  reads DESIGN back, ties it to its foundry, finds the parameter that is out of range, asks cross
+check  reads DESIGN back, attaches it to its foundry, finds the parameter that is out of range, asks cross
        sections for their modes, attaches views, and prints the same netlist
 
 CONFIG has to name the plug-ins vrlDemoDll and foundrySampleFab; scripts/demo writes such a file.
@@ -216,7 +216,7 @@ TEST_F(Demo, NamesTheOtherPlugInToo) {
                            "\"sodllfile = vrlDemoDll\" in CONFIG; scripts/demo writes such a file.\n");
 }
 
-TEST_F(Demo, TellsWhyAPlugInWasNotLoaded) {
+TEST_F(Demo, ReportsWhyAPlugInWasNotLoaded) {
     vrl_test::writeFile(box.work() / "broken/lib_wn_foundrySampleFab.so.5.1.3", "no library\n");
     vrl_test::writeFile(box.work() / "VRLConfig.ini",
                         vrl_test::configText("broken", "sodllfile = vrlDemoDll\nsodllfile = foundrySampleFab\n"));

@@ -242,7 +242,7 @@ TEST(SampleFabPushPullArms, HaveOneNameOnBothSides) {
     EXPECT_EQ(arms.composite.getAsNetlist()->getName(), "sfPushPullArms");
 }
 
-TEST(SampleFabPushPullArms, GiveTheirFoundryToTheBlocksInside) {
+TEST(SampleFabPushPullArms, PassTheirFoundryToTheBlocksInside) {
     Fab const fab = makeFab();
     Block const arms = makeBlock("sfPushPullArms", fab.get());
     vrl::Netlist& inside = *dynamic_cast<vrl::CBB&>(*arms).getAsNetlist();

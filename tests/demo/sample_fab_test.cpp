@@ -68,7 +68,7 @@ TEST(SampleFabSections, KeepWidthAndRadius) {
     EXPECT_EQ(section->getRadius(), 25.0);
 }
 
-TEST(SampleFabSections, TakeTheStandardWidthOfTheirKindIfNoneIsGiven) {
+TEST(SampleFabSections, TakeTheStandardWidthOfTheirKindByDefault) {
     Fab const fab = makeFab();
     EXPECT_EQ(Section(fab->createCS("rib"))->getWidth(), 0.5);
     EXPECT_EQ(Section(fab->createCS("shallow"))->getWidth(), 0.7);

@@ -14,7 +14,7 @@
 #include "tests/support/sample_design.h"
 #include "tests/support/slots.h"
 
-// What the classes of all folders give to a document and to generated source.
+// What the classes of all folders write to a document and to generated source.
 
 namespace {
 
@@ -29,7 +29,7 @@ using Distribution = ValueDistribution<T, D, Value<T>>;
 template <class T>
 using Array = ValueArray<T>;
 
-/// An attribute with the least that a class has to bring.
+/// An attribute with the least that a class has to define.
 class Bare : public Attribute {
 public:
     Bare() : Attribute("bare") {}
@@ -70,7 +70,7 @@ struct Samples {
     BB::Port noPort;
 };
 
-/// Writes each brick in a line of its own, behind a label. A brick has to yield the stream that it was given.
+/// Writes each brick in a line of its own, after a label. A brick has to return the stream that it was passed.
 class Lines {
 public:
     explicit Lines(texstream& t) : tex(t) {}
@@ -89,8 +89,8 @@ private:
         tex.os() << label << ": [";
         return tex;
     }
-    Lines& end(char const* label, texstream& yielded) {
-        EXPECT_EQ(&yielded, &tex) << label;
+    Lines& end(char const* label, texstream& returned) {
+        EXPECT_EQ(&returned, &tex) << label;
         tex.os() << "]\n";
         return *this;
     }
@@ -119,14 +119,14 @@ void writeAllClasses(texstream& tex) {
     lines.line("view", s.view).line("port", s.port).line("default port", s.noPort);
 }
 
-/// What toCpp writes under the name "x", and a line end. It has to yield the stream.
+/// What toCpp writes under the name "x", and a line end. It has to return the stream.
 std::string cpp(Attribute const& attribute) {
     std::ostringstream os;
     EXPECT_EQ(&attribute.toCpp(os, "x"), &os);
     return os.str() + "\n";
 }
 
-TEST(GeneratedText, EveryClassWritesItsTextToADocumentAndAsSource) {
+TEST(GeneratedText, EveryClassWritesItselfToADocumentAndAsSource) {
     EXPECT_EQ(texWrittenBy(writeAllClasses), "solver: [\\href{https://www.kestrom.example}{Kestrom BV}]\n"
                                              "unbalanced solver: [\\textit{IMEC]\n"
                                              "no solver: []\n"
@@ -275,7 +275,7 @@ template <class T>
 struct HasToCpp<T, std::void_t<decltype(std::declval<T const&>().toCpp(std::declval<std::ostream&>(), ""))>>
     : std::true_type {};
 
-TEST(GeneratedText, ListsAndDesignObjectsHaveNoTextOfTheirOwn) {
+TEST(GeneratedText, ListsAndDesignObjectsWriteNothingOfTheirOwn) {
     EXPECT_TRUE(HasToTex<Attribute>::value);
     EXPECT_FALSE(HasToTex<Annotations>::value);
     EXPECT_FALSE(HasToTex<Attributes>::value);

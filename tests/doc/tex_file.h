@@ -21,13 +21,13 @@ public:
     TexFile(TexFile const&) = delete;
     TexFile& operator=(TexFile const&) = delete;
     ~TexFile() {
-        std::error_code ignored;  // a folder that stays behind does no harm
+        std::error_code ignored;  // a folder that is left over does no harm
         std::filesystem::remove_all(folder, ignored);
     }
 
     std::string path() const { return (folder / "document.tex").string(); }
 
-    /// What stands in the file, byte for byte.
+    /// The content of the file, byte for byte.
     std::string text() const {
         std::ifstream in(path(), std::ios_base::binary);
         return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};

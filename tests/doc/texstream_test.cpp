@@ -334,7 +334,7 @@ TEST(Texstream, PrefixOfLabelAndRefPassesUnchanged) {
               "\\label{a_$:n} \\ref{a_$:n} ");
 }
 
-TEST(Texstream, NullTextsOfLabelAndRefCountAsEmpty) {
+TEST(Texstream, NullStringsOfLabelAndRefCountAsEmpty) {
     char const* const none = nullptr;
     std::string const text = texWrittenBy([=](texstream& tex) {
         tex.label(none, none).ref(none, none).label(none, std::string("n")).ref("p", none);

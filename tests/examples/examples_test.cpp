@@ -35,7 +35,7 @@ TEST(Examples, ChangeCounter) { expectKept(example("change_counter").run(""), "c
 
 TEST(Examples, SavedDesign) { expectKept(example("saved_design").run("design.vrl"), "saved_design.txt"); }
 
-TEST(Examples, SavedDesignWithoutAFileTellsItsUsage) {
+TEST(Examples, SavedDesignWithoutAFilePrintsItsUsage) {
     Outcome const outcome = example("saved_design").run("a", {"b"});
     EXPECT_EQ(outcome.status, 2);
     EXPECT_EQ(outcome.err, "Usage: saved_design FILE\n");

@@ -90,7 +90,7 @@ TEST(BB, IsDestroyedThroughItsFactoryWithItsLastHandle) {
     EXPECT_THAT(events, ElementsAre("destroy pad"));
 }
 
-/// A kind that is never made: its allocation gives no memory.
+/// A kind that is never made: its allocation returns no memory.
 class Unmade : public BB {
 public:
     explicit Unmade(Foundry const* foundry) : BB(foundry) {}

@@ -186,7 +186,7 @@ TEST(BB, SetsTheFoundryOfItsChoiceAndNothingElse) {
     EXPECT_EQ(block.getFoundryName(), "first");
 }
 
-TEST(BB, PinsInputsThenOutputs) {
+TEST(BB, AddsNumberedInputsThenOutputs) {
     Block const block(new BB);
     block->pin(2, 1);
 
@@ -196,7 +196,7 @@ TEST(BB, PinsInputsThenOutputs) {
     EXPECT_EQ(block->beginPort()->getObject(), block.get());
 }
 
-TEST(BB, PinsNothingForCountsOfZero) {
+TEST(BB, AddsNoNumberedPortsForCountsOfZero) {
     Block const block(new BB);
     block->pin(0, 0);
     EXPECT_THAT(portsOf(*block), IsEmpty());
@@ -205,7 +205,7 @@ TEST(BB, PinsNothingForCountsOfZero) {
     EXPECT_THAT(portsOf(*block), ElementsAre("out0:Optics"));
 }
 
-TEST(BB, PinsTheSameNamesAgainAndFindsTheFirst) {
+TEST(BB, AddsTheSameNumberedPortsAgainAndFindsTheFirst) {
     Block const block(new BB);
     block->pin(1, 0);
     block->pin(1, 1);
@@ -214,7 +214,7 @@ TEST(BB, PinsTheSameNamesAgainAndFindsTheFirst) {
     EXPECT_EQ(block->getPort("in0"), &*block->beginPort());
 }
 
-TEST(BB, NumbersItsPinsInDecimal) {
+TEST(BB, NumbersItsPortsInDecimal) {
     Block const block(new BB);
     block->pin(11, 0);
 

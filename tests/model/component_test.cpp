@@ -68,7 +68,7 @@ TEST(Component, SavesItselfAsAComponentOfVersionOneWithoutAComment) {
     EXPECT_EQ(holder.getSerDoc(), "");
 }
 
-TEST(EmptyComponent, StandsOutsideTheNamespaceAndNamesItself) {
+TEST(EmptyComponent, IsOutsideTheNamespaceAndNamesItself) {
     ::vrlEmptyComponent const holder;
 
     EXPECT_EQ(holder.getName(), "vrlEmptyComponent");

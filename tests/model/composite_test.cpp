@@ -168,7 +168,7 @@ TEST_F(Composite, ReturnsTheChoiceOfItsBlockSide) {
     EXPECT_TRUE((std::is_same_v<decltype(constant.getCS()), CSInfo const&>));
 }
 
-TEST_F(Composite, LeavesTheNamesOfItsSidesApart) {
+TEST_F(Composite, KeepsTheNamesOfItsSidesSeparate) {
     CBB composite(nullptr);
 
     EXPECT_EQ(composite.getAsBB()->getName(), "X");
@@ -242,7 +242,7 @@ TEST_F(Composite, IsFreedAsAnElementWithItsNetlist) {
     EXPECT_THAT(events, ElementsAre("destroy splitter", "destroy mmi"));
 }
 
-TEST_F(Composite, KeepsOuterPortsAndInnerBoundaryApart) {
+TEST_F(Composite, KeepsOuterPortsAndInnerBoundarySeparate) {
     CBB composite(nullptr);
     composite.addPort("in0", EnumList::Optics);
     composite.setOutputNode(7);
@@ -282,7 +282,7 @@ TEST_F(Composite, SharesItsInnerBlocksButNotItsTablesWithACopy) {
     EXPECT_EQ(source.getBB("inner")->getDouble("length"), 20.0);
 }
 
-TEST_F(Composite, CopiesTheRegistersOfItselfAndOfTheNetlistAsTheyStand) {
+TEST_F(Composite, CopiesTheRegistersOfItselfAndOfTheNetlistUnchanged) {
     OpenComposite source;
     std::string const whole = saved(static_cast<CBB&>(source));
     std::string const asBlock = source.savedAsPartOfTheBlock();
@@ -370,7 +370,7 @@ TEST_F(Composite, IsSavedUnderTheKindOfItsBlockSide) {
     EXPECT_EQ(plain.getSerRegister()->size(), 13U);
 }
 
-TEST_F(Composite, StandsAsABlockInANetlist) {
+TEST_F(Composite, IsABlockInANetlist) {
     Netlist outer;
     outer.addBB((new Splitter(nullptr))->getAsBB(), "s", 4);
     outer.addNode("s", "in0", 1);

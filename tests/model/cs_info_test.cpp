@@ -98,7 +98,7 @@ TEST_F(ChoiceOfCrossSection, TakesTheNamedFlowFirst) {
     EXPECT_THAT(steps, ElementsAre("flow making 2.5 10"));
 }
 
-TEST_F(ChoiceOfCrossSection, GoesOnToTheNamedCrossSectionIfTheFlowMakesNothing) {
+TEST_F(ChoiceOfCrossSection, FallsBackToTheNamedCrossSectionIfTheFlowMakesNothing) {
     fab.flows.Register<FlowA>("a");
     fab.flows.Register<MakingFlow>("0");
     fab.crossSections.Register<Rib>("rib");
@@ -108,7 +108,7 @@ TEST_F(ChoiceOfCrossSection, GoesOnToTheNamedCrossSectionIfTheFlowMakesNothing) 
     EXPECT_THAT(steps, ElementsAre("flow A 2.5 10", "cs 'rib' 2.5 10"));
 }
 
-TEST_F(ChoiceOfCrossSection, GoesOnToTheNamedCrossSectionIfTheFlowIsUnknown) {
+TEST_F(ChoiceOfCrossSection, FallsBackToTheNamedCrossSectionIfTheFlowIsUnknown) {
     fab.flows.Register<MakingFlow>("m");
     fab.crossSections.Register<Rib>("rib");
 
@@ -116,7 +116,7 @@ TEST_F(ChoiceOfCrossSection, GoesOnToTheNamedCrossSectionIfTheFlowIsUnknown) {
     EXPECT_THAT(steps, ElementsAre("cs 'rib' 2.5 10"));
 }
 
-TEST_F(ChoiceOfCrossSection, TakesTheNamedCrossSectionWithoutALookAtTheFlows) {
+TEST_F(ChoiceOfCrossSection, TakesTheNamedCrossSectionWithoutAskingTheFlows) {
     fab.flows.Register<MakingFlow>("m");
     fab.crossSections.Register<Rib>("a");
     fab.crossSections.Register<Wire>("wire");

@@ -137,7 +137,7 @@ TEST(Foundry, CopiesItsParametersViewsAndChoice) {
     EXPECT_EQ(copy.getDouble("x"), 1.0);
 }
 
-TEST(Foundry, SharesItsCreatorsWithACopyWhichGoesItsOwnWay) {
+TEST(Foundry, SharesItsCreatorsWithAnIndependentCopy) {
     auto source = std::make_unique<Fab>("source");
     source->flows.Register<StripFlow>("strip");
     source->crossSections.Register<Rib>("rib");
@@ -275,7 +275,7 @@ TEST(Foundry, ThrowsWithoutADefaultCrossSection) {
     EXPECT_EQ(thrownText([&] { fab.createCS(""); }), kNoDefault);
 }
 
-TEST(Foundry, HandsOnAWidthOfMinusOneIfNoneIsGiven) {
+TEST(Foundry, PassesAWidthOfMinusOneByDefault) {
     Fab fab;
     fab.crossSections.Register<Rib>("abc");
     std::unique_ptr<CrossSection> const cs(fab.createCS("abc"));
@@ -284,7 +284,7 @@ TEST(Foundry, HandsOnAWidthOfMinusOneIfNoneIsGiven) {
     EXPECT_EQ(cs->getRadius(), 0.0);
 }
 
-TEST(Foundry, AsksItsVirtualCreationIfNoWidthIsGiven) {
+TEST(Foundry, AsksItsVirtualCreationWithoutAWidth) {
     NotingFab fab;
     fab.barren = true;
     steps.clear();

@@ -7,7 +7,7 @@
 
 #include "vrllib/vrllib.h"
 
-/// Tells a test of the callbacks of a type's factory: "create", "change" or "destroy", and the object, which may be
+/// Reports to a test the callbacks of a type's factory: "create", "change" or "destroy", and the object, which may be
 /// null.
 ///
 /// Callbacks cannot be taken back: they are registered once, and silent while no test listens.

@@ -41,7 +41,7 @@ public:
     BrokenFab() { throw std::runtime_error("no licence"); }
 };
 
-/// A foundry that is never made: its allocation gives no memory.
+/// A foundry that is never made: its allocation returns no memory.
 class UnmadeFab : public Fab {
 public:
     static void* operator new(std::size_t) noexcept { return nullptr; }
@@ -88,7 +88,7 @@ TEST_F(NetlistPreparation, MakesOneFoundryForAllBlocksOfAName) {
     EXPECT_EQ(netlist.getBB("third")->getFoundryName(), "b");
 }
 
-TEST_F(NetlistPreparation, GoesInOrderOfTheNumbers) {
+TEST_F(NetlistPreparation, FollowsTheOrderOfTheNumbers) {
     netlist.addBB(new Named("a"), "x", 9);
     netlist.addBB(new Named("b"), "y", 2);
     netlist.prepare();

@@ -149,7 +149,7 @@ TEST_F(NetlistCopy, SharesTheBlocksAndCopiesTheTables) {
     EXPECT_EQ(copy.getView("tool"), &note);
 }
 
-TEST_F(NetlistCopy, GoesItsOwnWayAfterwards) {
+TEST_F(NetlistCopy, IsIndependentAfterwards) {
     netlist.addBB(new Mmi, "a");
     Netlist copy(netlist);
     copy.addBB(new Pad, "b");

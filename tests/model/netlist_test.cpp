@@ -62,7 +62,7 @@ TEST_F(NetlistElements, KeepTheirNumbersWhenTheNumberingIsReset) {
     EXPECT_EQ(netlist.createNode(), 1U);
 }
 
-TEST_F(NetlistElements, TakeAGivenNumberAndLeaveTheCounterAlone) {
+TEST_F(NetlistElements, TakeAnExplicitNumberAndLeaveTheCounterAlone) {
     EXPECT_EQ(netlist.addBB(new Pad, "", 5), "elm#5");
     EXPECT_NE(netlist.getBB(5), nullptr);
     EXPECT_EQ(netlist.addBB(new Pad), "elm#1");

@@ -9,7 +9,7 @@
 
 namespace sample {
 
-/// Cross sections that tell under which creator they were made.
+/// Cross sections that report under which creator they were made.
 class Rib : public Section {
 public:
     Rib(double w, double r) : Section(w, r, "rib") {}

@@ -81,7 +81,7 @@ TEST(Port, ComparesNothingButTheName) {
     EXPECT_TRUE(port != Port("dc0", &block, EnumList::DC));
 }
 
-TEST(Port, CopiesAndAssignsEverythingAndGoesOnNamingTheSourcesBlock) {
+TEST(Port, CopiesAndAssignsEverythingAndStillNamesTheSourcesBlock) {
     Pad const block;
     Port source("dc", &block, EnumList::DC);
     source.setCS(choiceOf("wg"));

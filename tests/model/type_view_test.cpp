@@ -119,7 +119,7 @@ TYPED_TEST(TypedViews, RegisterNowhereWithoutAnObject) {
     EXPECT_EQ(data.getComponent(), nullptr);
 }
 
-TYPED_TEST(TypedViews, GiveTheirObjectByType) {
+TYPED_TEST(TypedViews, ReturnTheirObjectByType) {
     typename TestFixture::DataNote data(&this->object(), "data");
     typename TestFixture::DataNote const& constant = data;
 
@@ -254,7 +254,7 @@ TYPED_TEST(PlugInViews, AreAllocatedOnce) {
     View::destroy(view);
 }
 
-TYPED_TEST(PlugInViews, StandUnderBothNamesIfTheKindDiffersFromTheName) {
+TYPED_TEST(PlugInViews, AreFoundUnderBothNamesIfTheKindDiffersFromTheName) {
     auto const kind = sample::registered<TypedNote<TypeParam>>(this->factory(), "KSR/Parser");
     EXPECT_TRUE(TypeView<TypeParam>::alloc("KSR/Parser", &this->object()));
     View* const view = this->object().getView("KSR/Parser");
@@ -265,7 +265,7 @@ TYPED_TEST(PlugInViews, StandUnderBothNamesIfTheKindDiffersFromTheName) {
     View::destroy(view);
 }
 
-TYPED_TEST(PlugInViews, StandUnderTheirKindAlsoIfTheirNameWasTaken) {
+TYPED_TEST(PlugInViews, AreFoundUnderTheirKindAlsoIfTheirNameWasTaken) {
     auto const kind = sample::registered<TypedNote<TypeParam>>(this->factory(), "KSR/Parser");
     typename TestFixture::TypeNote old(&this->object(), "note");
     EXPECT_TRUE(TypeView<TypeParam>::alloc("KSR/Parser", &this->object()));

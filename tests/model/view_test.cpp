@@ -157,7 +157,7 @@ TEST(RegisterView, LetsAViewBeReplacedThroughItsIterator) {
     EXPECT_EQ(views.get("tool"), &second);
 }
 
-TEST(RegisterView, HoldsTheSameViewsInACopyThatGoesItsOwnWay) {
+TEST(RegisterView, SharesItsViewsWithAnIndependentCopy) {
     PlainNote first(kNoComponent, "");
     PlainNote second(kNoComponent, "");
     RegisterView source;

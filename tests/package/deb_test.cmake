@@ -89,7 +89,7 @@ file(WRITE ${scratch}/VRLConfig.ini
 run(${scratch}/host ${scratch}/VRLConfig.ini)
 expect_equal("output of the host" "${output}" "  packageWaveguide\n  ring\n${story}")
 
-# The tool runs where it lies, and sees the plug-ins.
+# The tool runs where it is, and finds the plug-ins.
 if("vrl" IN_LIST packages)
     run(${prefix}/bin/vrl --version)
     string(FIND "${output}" "${version}" place)

@@ -28,7 +28,7 @@ if(NOT output MATCHES "SONAME[^\n]*\\[lib_wn_vrllib\\.so\\.2\\]" OR output MATCH
     message(FATAL_ERROR "wrong SONAME, or a path inside the library")
 endif()
 
-# The headers of the interface stand where they are included from; the private ones stay behind.
+# The headers of the interface are where they are included from; the private ones are not installed.
 if(NOT EXISTS ${moved}/include/vrllib/vrllib.h)
     message(FATAL_ERROR "no include/vrllib/vrllib.h")
 endif()

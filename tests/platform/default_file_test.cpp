@@ -89,7 +89,7 @@ TEST_F(DefaultFile, IsMadeForTheUserOnlyWhateverTheMask) {
     }
 }
 
-TEST_F(DefaultFile, ReplacesTheTextOfAnOldOneAndHidesIt) {
+TEST_F(DefaultFile, ReplacesTheContentOfAnOldOneAndHidesIt) {
     platform::makeConfigFolders();
     vrl_test::writeFile(file, "an old and longer text");
     ::chmod(file.c_str(), 0644);
@@ -109,7 +109,7 @@ TEST_F(DefaultFile, IsRefusedInAFolderThatIsALink) {
     EXPECT_TRUE(fs::is_empty(home / "elsewhere"));
 }
 
-TEST_F(DefaultFile, IsRefusedWhereAFileStandsForTheFolder) {
+TEST_F(DefaultFile, IsRefusedWhereTheFolderIsAFile) {
     vrl_test::writeFile(folder, "");
     EXPECT_FALSE(writes());
 }
@@ -125,14 +125,14 @@ TEST_F(DefaultFile, IsRefusedInAFolderThatOthersCanWrite) {
     EXPECT_TRUE(writes());
 }
 
-// Only a privileged user can give a folder away; for others it stays their own, and is taken.
+// Only a privileged user can change the owner of a folder; for others it stays their own, and is used.
 TEST_F(DefaultFile, IsRefusedInTheFolderOfAnotherUser) {
     platform::makeConfigFolders();
     bool const givenAway = ::chown(folder.c_str(), 65534, 65534) == 0;
     EXPECT_EQ(writes(), !givenAway);
 }
 
-TEST_F(DefaultFile, IsRefusedWhereAFileOfAnotherUserStands) {
+TEST_F(DefaultFile, IsRefusedInPlaceOfAFileOfAnotherUser) {
     platform::makeConfigFolders();
     vrl_test::writeFile(file, "old");
     ::chmod(file.c_str(), 0600);
@@ -156,7 +156,7 @@ TEST_F(DefaultFile, DoesNotMakeWhatALinkPointsTo) {
     EXPECT_FALSE(fs::exists(home / "nothing"));
 }
 
-TEST_F(DefaultFile, IsRefusedWhereAFileThatOthersCanWriteStands) {
+TEST_F(DefaultFile, IsRefusedInPlaceOfAFileThatOthersCanWrite) {
     platform::makeConfigFolders();
     for (mode_t const mode : {0620, 0602}) {
         vrl_test::writeFile(file, "old");
@@ -172,7 +172,7 @@ TEST_F(DefaultFile, DoesNotWaitForANamedPipe) {
     EXPECT_FALSE(writes());
 }
 
-TEST_F(DefaultFile, IsRefusedWhereAFolderStands) {
+TEST_F(DefaultFile, IsRefusedInPlaceOfAFolder) {
     fs::create_directories(file);
     fs::permissions(folder, fs::perms::owner_all);
     EXPECT_FALSE(writes());

@@ -26,7 +26,7 @@ protected:
 
 using FindSymbol = LoadLibrary;
 
-TEST_F(LoadLibrary, GivesTheSameModuleForTheSameFile) {
+TEST_F(LoadLibrary, ReturnsTheSameModuleForTheSameFile) {
     void* const module = load(plugin("onlyFoundry"));
     ASSERT_NE(module, nullptr);
     EXPECT_EQ(load(plugin("onlyFoundry")), module);
@@ -43,14 +43,14 @@ TEST_F(LoadLibrary, FailsForAnEmptyNameWithoutAReason) {
     EXPECT_EQ(error.code, 0u);
 }
 
-TEST_F(LoadLibrary, TellsWhyAFileIsMissing) {
+TEST_F(LoadLibrary, ReportsAMissingFile) {
     EXPECT_EQ(load(at("no.so")), nullptr);
     EXPECT_NE(error.code, 0u);
     EXPECT_EQ(error.text, at("no.so") + ": cannot open shared object file: No such file or directory");
     EXPECT_EQ(error.reason, Reason::kOther);
 }
 
-TEST_F(LoadLibrary, RefusesAText) {
+TEST_F(LoadLibrary, RefusesATextFile) {
     vrl_test::writeFile(folder / "text.so", std::string(200, 'x'));
     EXPECT_EQ(load(at("text.so")), nullptr);
     EXPECT_EQ(error.text, at("text.so") + ": invalid ELF header");
@@ -137,7 +137,7 @@ TEST_F(FindSymbol, FindsAnExportedName) {
     EXPECT_EQ(error.code, 0u);
 }
 
-TEST_F(FindSymbol, TellsAMissingNameFromOtherFailures) {
+TEST_F(FindSymbol, DistinguishesAMissingNameFromOtherFailures) {
     void* const module = load(plugin("onlyFoundry"));
     EXPECT_EQ(platform::findSymbol(module, "initLibraryBB", error), nullptr);
     EXPECT_NE(error.code, 0u);

@@ -45,7 +45,7 @@ TEST(LibraryCache, MayComeAfterAnOlderForm) {
     EXPECT_EQ(platform::cachedPath("ld.so-1.7.0 and its entries" + kTwo, "libb.so"), "/opt/b/libb.so");
 }
 
-TEST(LibraryCache, HasNothingWhereItIsCutShort) {
+TEST(LibraryCache, IsEmptyIfItIsTruncated) {
     for (std::size_t size = 0; size < 48 + 24; ++size)
         EXPECT_EQ(platform::cachedPath(kTwo.substr(0, size), "liba.so.1"), "") << size;
     EXPECT_EQ(platform::cachedPath("", "liba.so.1"), "");
@@ -53,7 +53,7 @@ TEST(LibraryCache, HasNothingWhereItIsCutShort) {
 
 TEST(LibrarySearch, TakesAPathAsItIs) { EXPECT_EQ(platform::findLibrary("./x.so"), "./x.so"); }
 
-TEST(LibrarySearch, LooksIntoTheGivenFoldersFirst) {
+TEST(LibrarySearch, SearchesTheNamedFoldersFirst) {
     vrl_test::TemporaryFolder const folder;
     std::string const own = vrl_test::writeFile(folder / "libm.so.6", "not the system's");
     EXPECT_EQ(platform::findLibrary("libm.so.6", {folder.path().string()}), own);

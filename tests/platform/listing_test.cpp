@@ -15,7 +15,7 @@ namespace platform = Vorlane_v1_0::platform;
 
 class ListMatches : public testing::Test {
 protected:
-    /// The names that match, a folder with "/" behind it.
+    /// The names that match, a folder followed by "/".
     std::vector<std::string> listed(std::string const& pattern) const {
         std::vector<std::string> names;
         for (auto const& match : platform::listMatches(pattern))
@@ -38,7 +38,7 @@ TEST_F(ListMatches, FindsFilesWithALeadingDotAndTheFoldersOfTheSystem) {
     EXPECT_THAT(listed(at("*")), testing::ElementsAre("./", "../", ".hidden"));
 }
 
-TEST_F(ListMatches, TellsFoldersFromFiles) {
+TEST_F(ListMatches, DistinguishesFoldersFromFiles) {
     vrl_test::writeFile(folder / "x/inner", "");
     vrl_test::writeFile(folder / "x1", "");
     EXPECT_THAT(listed(at("x*")), testing::ElementsAre("x/", "x1"));
@@ -85,7 +85,7 @@ TEST(MakeFolder, MakesOneLevelAndKeepsSilentOtherwise) {
     EXPECT_TRUE(fs::is_directory(folder / "a"));
 }
 
-TEST(Environment, TellsAMissingVariableFromAnEmptyOne) {
+TEST(Environment, DistinguishesAMissingVariableFromAnEmptyOne) {
     ::setenv("VRL_TEST_VARIABLE", "", 1);
     EXPECT_EQ(platform::environment("VRL_TEST_VARIABLE"), "");
     ::unsetenv("VRL_TEST_VARIABLE");

@@ -37,20 +37,20 @@ INSTANTIATE_TEST_SUITE_P(Lines, MessageBoxAnswer,
                                          Answer{"OtherTextIsOk", "what?\n", "ok\n"}),
                          [](auto const& test) { return std::string(test.param.title); });
 
-TEST_F(MessageBox, AsksForOneLineEachTimeAndAgainBehindTheEndOfInput) {
+TEST_F(MessageBox, AsksForOneLineEachTimeAndAgainAfterTheEndOfInput) {
     auto const outcome = sandbox.runAtTerminal("c\n\x04o\n", "ShowThreeBoxes");
     EXPECT_EQ(outcome.out, "cancel\ncancel\nok\n");
     EXPECT_EQ(outcome.err, vrl_test::times(3, kQuestion));
 }
 
-TEST_F(MessageBox, WritesTheTextAndGoesOnWhereNobodyWatches) {
+TEST_F(MessageBox, WritesTheMessageAndContinuesWhereNobodyWatches) {
     auto const outcome = sandbox.run("ShowBox");
     EXPECT_EQ(outcome.status, 0);
     EXPECT_EQ(outcome.out, "ok\n");
     EXPECT_EQ(outcome.err, kBox);
 }
 
-TEST_F(MessageBox, EndsATextWithoutALineEnd) {
+TEST_F(MessageBox, AddsAMissingLineFeed) {
     EXPECT_EQ(sandbox.run("ShowBoxWithoutLineEnd").err, "Vorlane\nno line end\n");
 }
 

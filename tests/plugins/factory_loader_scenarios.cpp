@@ -11,9 +11,9 @@ using vrl_test::PlainFoundry;
 using vrl_test::PlainNetlist;
 using vrl_test::PlainView;
 
-/// Writes what an action throws as a text, or "nothing".
+/// Writes what an action throws as a string, or "nothing".
 template <class Action>
-void tellThrown(Action const& action) {
+void printThrown(Action const& action) {
     try {
         action();
         std::cout << "nothing\n";
@@ -22,7 +22,7 @@ void tellThrown(Action const& action) {
     }
 }
 
-void tell(char const* what, bool answer) { std::cout << what << ": " << (answer ? "yes" : "no") << "\n"; }
+void print(char const* what, bool answer) { std::cout << what << ": " << (answer ? "yes" : "no") << "\n"; }
 
 class OtherFoundry : public PlainFoundry {
 public:
@@ -35,7 +35,7 @@ VRL_SCENARIO(DefaultAttribute) {
     Attributes::factory();
     auto const first = FactoryLoader<Attribute>::getDefault();
     std::cout << first->getFactoryName() << "\n";
-    tell("same object", FactoryLoader<Attribute>::getDefault().get() == first.get());
+    print("same object", FactoryLoader<Attribute>::getDefault().get() == first.get());
 }
 
 VRL_SCENARIO(PrintAttributes) { printFactory<Attribute>(printFactory<Attribute>(std::cout << "[\n") << "]\n"); }
@@ -43,7 +43,7 @@ VRL_SCENARIO(PrintAttributes) { printFactory<Attribute>(printFactory<Attribute>(
 VRL_SCENARIO(PrintFilledAttributes) {
     Attributes::factory();
     printFactory<Attribute>(std::cout);
-    tell("same factory", &Attributes::factory() == &FactoryLoader<Attribute>::factory());
+    print("same factory", &Attributes::factory() == &FactoryLoader<Attribute>::factory());
 }
 
 VRL_SCENARIO(AttributesOfAPluginFirst) {
@@ -59,23 +59,23 @@ VRL_SCENARIO(AttributesAreMadeWithoutAName) {
 }
 
 VRL_SCENARIO(NoDefaultObject) {
-    tellThrown([] { FactoryLoader<Attribute>::getDefault(); });
-    tellThrown([] { FactoryLoader<Foundry>::getDefault(); });
-    tellThrown([] { FactoryLoader<Netlist>::getDefault(); });
-    tellThrown([] { FactoryLoader<BB>::getDefault(); });
-    tellThrown([] { FactoryLoader<View>::getDefault(); });
+    printThrown([] { FactoryLoader<Attribute>::getDefault(); });
+    printThrown([] { FactoryLoader<Foundry>::getDefault(); });
+    printThrown([] { FactoryLoader<Netlist>::getDefault(); });
+    printThrown([] { FactoryLoader<BB>::getDefault(); });
+    printThrown([] { FactoryLoader<View>::getDefault(); });
 }
 
 VRL_SCENARIO(DefaultFoundry) {
     auto& factory = FactoryLoader<Foundry>::factory();
     factory.Register<OtherFoundry>("");
-    tellThrown([] { FactoryLoader<Foundry>::getDefault(); });
+    printThrown([] { FactoryLoader<Foundry>::getDefault(); });
     factory.Register<PlainFoundry>("b");
     auto const first = FactoryLoader<Foundry>::getDefault();
     std::cout << first->getName() << "\n";
     factory.Register<OtherFoundry>("a");
-    tell("stays", FactoryLoader<Foundry>::getDefault().get() == first.get());
-    tell("empty key gives it", Foundry::create("") == first.get());
+    print("stays", FactoryLoader<Foundry>::getDefault().get() == first.get());
+    print("empty key returns it", Foundry::create("") == first.get());
 }
 
 VRL_SCENARIO(DefaultNetlist) {
@@ -93,27 +93,27 @@ VRL_SCENARIO(DefaultThatCannotBeMade) {
         static void operator delete(void*) {}
     };
     FactoryLoader<Foundry>::factory().Register<Never>("n");
-    tellThrown([] { FactoryLoader<Foundry>::getDefault(); });
+    printThrown([] { FactoryLoader<Foundry>::getDefault(); });
 }
 
 VRL_SCENARIO(SetDefaults) {
     shared_ptr<Attribute> const attribute(new Value<int>("n"));
-    tell("attribute", FactoryLoader<Attribute>::setDefault(attribute).get() == attribute.get());
-    tell("attribute again", FactoryLoader<Attribute>::getDefault().get() == attribute.get());
+    print("attribute", FactoryLoader<Attribute>::setDefault(attribute).get() == attribute.get());
+    print("attribute again", FactoryLoader<Attribute>::getDefault().get() == attribute.get());
     shared_ptr<Netlist> const netlist(new Netlist);
-    tell("netlist", FactoryLoader<Netlist>::setDefault(netlist).get() == netlist.get());
-    tell("netlist again", FactoryLoader<Netlist>::getDefault().get() == netlist.get());
+    print("netlist", FactoryLoader<Netlist>::setDefault(netlist).get() == netlist.get());
+    print("netlist again", FactoryLoader<Netlist>::getDefault().get() == netlist.get());
     shared_ptr<Foundry> const foundry(new OtherFoundry);
-    tell("foundry", FactoryLoader<Foundry>::setDefault(foundry).get() == foundry.get());
-    tell("foundry again", FactoryLoader<Foundry>::getDefault().get() == foundry.get());
+    print("foundry", FactoryLoader<Foundry>::setDefault(foundry).get() == foundry.get());
+    print("foundry again", FactoryLoader<Foundry>::getDefault().get() == foundry.get());
     shared_ptr<BB> const block(new PlainBlock(nullptr));
     FactoryLoader<BB>::factory().Register<PlainBlock>("x");
-    tellThrown([] { FactoryLoader<BB>::getDefault(); });
+    printThrown([] { FactoryLoader<BB>::getDefault(); });
     FactoryLoader<BB>::setDefault(block);
-    tell("block", FactoryLoader<BB>::getDefault().get() == block.get());
+    print("block", FactoryLoader<BB>::getDefault().get() == block.get());
     shared_ptr<View> const view(new PlainView(nullptr));
-    tell("view", FactoryLoader<View>::setDefault(view).get() == view.get());
-    tellThrown([] { FactoryLoader<View>::getDefault(); });
+    print("view", FactoryLoader<View>::setDefault(view).get() == view.get());
+    printThrown([] { FactoryLoader<View>::getDefault(); });
     std::cout << FactoryLoader<TypeView<BB>>::setDefault(shared_ptr<TypeView<BB>>()).useCount() << "\n";
     std::cout << FactoryLoader<TypeView<Netlist>>::setDefault(shared_ptr<TypeView<Netlist>>()).useCount() << "\n";
     std::cout << view.useCount() << "\n";
@@ -131,9 +131,9 @@ namespace {
 /// A static object of a host that still asks for the default while the process ends.
 struct AsksAtExit {
     ~AsksAtExit() {
-        tellThrown([] { FactoryLoader<BB>::getDefault(); });
+        printThrown([] { FactoryLoader<BB>::getDefault(); });
         FactoryLoader<BB>::setDefault(shared_ptr<BB>(new PlainBlock(nullptr)));
-        tellThrown([] { FactoryLoader<BB>::getDefault(); });
+        printThrown([] { FactoryLoader<BB>::getDefault(); });
     }
 };
 
@@ -148,18 +148,18 @@ VRL_SCENARIO(OwnFactory) {
     static FactoryNoArg<std::string, Foundry> own;
     static FactoryNoArg<std::string, Foundry> other;
     FactoryLoader<Foundry> const first(&own);
-    tell("own", &FactoryLoader<Foundry>::factory() == &own);
-    tellThrown([] { FactoryLoader<Foundry> const second(&other); });
-    tell("still own", &FactoryLoader<Foundry>::factory() == &own);
+    print("own", &FactoryLoader<Foundry>::factory() == &own);
+    printThrown([] { FactoryLoader<Foundry> const second(&other); });
+    print("still own", &FactoryLoader<Foundry>::factory() == &own);
     FactoryLoader<Foundry>::setFactory(&other);
-    tell("other", &FactoryLoader<Foundry>::factory() == &other);
-    tellThrown([] { static_cast<void>(FactoryLoader<Foundry>()); });
+    print("other", &FactoryLoader<Foundry>::factory() == &other);
+    printThrown([] { static_cast<void>(FactoryLoader<Foundry>()); });
 }
 
 VRL_SCENARIO(OwnFactoryTooLate) {
     FactoryNoArg<std::string, Netlist> own;
     FactoryLoader<Netlist>::factory();
-    tellThrown([&] { FactoryLoader<Netlist> const late(&own); });
+    printThrown([&] { FactoryLoader<Netlist> const late(&own); });
 }
 
 VRL_SCENARIO(WalkFactory) {
@@ -203,13 +203,13 @@ VRL_SCENARIO(StaticCallbacks) {
 }
 
 VRL_SCENARIO(EmptyKeysOfTheWrappers) {
-    tellThrown([] { BB::create(nullptr, ""); });
-    tellThrown([] { View::create("", nullptr, ""); });
-    tellThrown([] { Foundry::create(""); });
-    tell("unknown foundry", Foundry::create("unknown") != nullptr);
-    tell("unknown block", BB::create(nullptr, "unknown") != nullptr);
-    tell("unknown netlist", Netlist::create("unknown") != nullptr);
-    tell("unknown view", View::create("unknown", nullptr, "") != nullptr);
+    printThrown([] { BB::create(nullptr, ""); });
+    printThrown([] { View::create("", nullptr, ""); });
+    printThrown([] { Foundry::create(""); });
+    print("unknown foundry", Foundry::create("unknown") != nullptr);
+    print("unknown block", BB::create(nullptr, "unknown") != nullptr);
+    print("unknown netlist", Netlist::create("unknown") != nullptr);
+    print("unknown view", View::create("unknown", nullptr, "") != nullptr);
 }
 
 VRL_SCENARIO(DefaultHandleIsShared) {

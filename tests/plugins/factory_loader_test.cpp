@@ -29,7 +29,7 @@ TEST_F(DefaultObject, SkipsTheEmptyKeyAndStaysForLaterKeys) {
     EXPECT_EQ(output("DefaultFoundry"), "Can not create an object.\n"
                                         "PlainFoundry\n"
                                         "stays: yes\n"
-                                        "empty key gives it: yes\n");
+                                        "empty key returns it: yes\n");
 }
 
 TEST_F(DefaultObject, OfNetlistsComesFromTheFactoryWhileAnEmptyKeyDoesNot) {
@@ -66,7 +66,7 @@ TEST_F(DefaultObject, CanBeAskedForWhenItIsGone) {
     EXPECT_EQ(output("DefaultAskedForAtExit"), "Can not create a default BB\nnothing\n");
 }
 
-TEST_F(FactoryLoaderTest, TakesAHostsFactoryAheadOfFirstUseOnly) {
+TEST_F(FactoryLoaderTest, TakesAHostsFactoryBeforeFirstUseOnly) {
     EXPECT_EQ(output("OwnFactory"), "own: yes\n"
                                     "Factory already defined\n"
                                     "still own: yes\n"
@@ -88,9 +88,9 @@ TEST_F(AttributeFactory, HasFiveKeysOfTheLibrary) {
 
 TEST_F(AttributeFactory, IsNotFilledIfAPluginCameFirst) { EXPECT_EQ(output("AttributesOfAPluginFirst"), "  Mine\n"); }
 
-TEST_F(AttributeFactory, GivesAnEmptyName) { EXPECT_EQ(output("AttributesAreMadeWithoutAName"), "<>\n"); }
+TEST_F(AttributeFactory, ReturnsAnEmptyName) { EXPECT_EQ(output("AttributesAreMadeWithoutAName"), "<>\n"); }
 
-TEST_F(PrintFactory, WritesNothingForAnEmptyFactoryAndYieldsItsStream) {
+TEST_F(PrintFactory, WritesNothingForAnEmptyFactoryAndReturnsItsStream) {
     EXPECT_EQ(output("PrintAttributes"), "[\n]\n");
 }
 

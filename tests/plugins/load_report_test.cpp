@@ -24,7 +24,7 @@ TEST_F(LoadReport, HasTheKeysOfALibraryAndTheFilesThatLostTheirs) {
               "2 loaded lib_wn_takesThree.so.5.1.3\n");
 }
 
-TEST_F(LoadReport, TellsFilesThatAreNoLibrariesApart) {
+TEST_F(LoadReport, DistinguishesFilesThatAreNoLibraries) {
     std::string const text =
         file("text.so", "no library, but long enough to have the head of one: " + std::string(64, '.'));
     std::string const none = "none.so";

@@ -19,7 +19,7 @@ using vrl_test::report;
 
 using FoundryFactory = FactoryNoArg<std::string, Foundry>;
 
-void tell(bool answer) { std::cout << (answer ? "true" : "false") << "\n"; }
+void print(bool answer) { std::cout << (answer ? "true" : "false") << "\n"; }
 
 void* mapped(std::string const& name) { return ::dlopen(pluginFile(name).c_str(), RTLD_NOW | RTLD_LOCAL); }
 
@@ -31,43 +31,43 @@ VRL_SCENARIO(LoadLists) {
     report();
 }
 
-/// Loads each list that is given, for foundries, and writes what each load yields.
+/// Loads each list of the arguments, for foundries, and writes what each load returns.
 VRL_SCENARIO(LoadFoundryLists) {
-    for (auto const& list : arguments) tell(FactoryLoader<Foundry>::loadLibs(list.c_str(), true));
+    for (auto const& list : arguments) print(FactoryLoader<Foundry>::loadLibs(list.c_str(), true));
     report();
 }
 
 VRL_SCENARIO(LoadFoundryListQuietly) {
-    tell(FactoryLoader<Foundry>::loadLibs(arguments[0].c_str(), false));
+    print(FactoryLoader<Foundry>::loadLibs(arguments[0].c_str(), false));
     report();
 }
 
 VRL_SCENARIO(LoadNullList) {
-    tell(FactoryLoader<Foundry>::loadLibs(nullptr, true));
+    print(FactoryLoader<Foundry>::loadLibs(nullptr, true));
     report();
 }
 
 /// Scans the folder of the first argument for the postfix of the second.
 VRL_SCENARIO(LoadFolder) {
-    tell(FactoryLoader<Foundry>::loadDir(arguments[0].c_str(), arguments[1].c_str(), true));
+    print(FactoryLoader<Foundry>::loadDir(arguments[0].c_str(), arguments[1].c_str(), true));
     report();
 }
 
-VRL_SCENARIO(LoadFolderOfNull) { tell(FactoryLoader<Foundry>::loadDir(nullptr, nullptr, true)); }
+VRL_SCENARIO(LoadFolderOfNull) { print(FactoryLoader<Foundry>::loadDir(nullptr, nullptr, true)); }
 
 VRL_SCENARIO(LoadVariable) {
-    tell(FactoryLoader<Foundry>::loadEnvString("VRL_TEST_LIST", true));
+    print(FactoryLoader<Foundry>::loadEnvString("VRL_TEST_LIST", true));
     report();
 }
 
 VRL_SCENARIO(LoadVariableQuietly) {
-    tell(FactoryLoader<Foundry>::loadEnvString("VRL_TEST_LIST", false));
-    tell(FactoryLoader<Foundry>::loadEnvString(nullptr, true));
+    print(FactoryLoader<Foundry>::loadEnvString("VRL_TEST_LIST", false));
+    print(FactoryLoader<Foundry>::loadEnvString(nullptr, true));
     std::cout << vrlGetCoutMsg();
 }
 
 VRL_SCENARIO(LoadVrlload) {
-    tell(FactoryLoader<Netlist>::load());
+    print(FactoryLoader<Netlist>::load());
     report();
 }
 
@@ -91,12 +91,12 @@ VRL_SCENARIO(VersionGate) {
     void* const older = mapped("version20110");
     void* const same = mapped("version20111");
     void* const newer = mapped("version30000");
-    tell(checkLibraryVersion(nullptr));
+    print(checkLibraryVersion(nullptr));
     needsLibaryVersion(2, 1, 11);
-    for (void* const module : {unversioned, older, same, newer}) tell(checkLibraryVersion(module));
-    tell(checkLibraryVersion(nullptr));
+    for (void* const module : {unversioned, older, same, newer}) print(checkLibraryVersion(module));
+    print(checkLibraryVersion(nullptr));
     needsLibaryVersion(0, 0, 0);
-    for (void* const module : {unversioned, older}) tell(checkLibraryVersion(module));
+    for (void* const module : {unversioned, older}) print(checkLibraryVersion(module));
 }
 
 VRL_SCENARIO(Tags) {
@@ -112,13 +112,13 @@ VRL_SCENARIO(Tags) {
 /// Sets the tag of the first argument and loads the list of the second.
 VRL_SCENARIO(LoadWithTag) {
     soloader_setDllTag(arguments[0].c_str());
-    tell(FactoryLoader<Foundry>::loadLibs(arguments[1].c_str(), true));
+    print(FactoryLoader<Foundry>::loadLibs(arguments[1].c_str(), true));
     std::cout << vrlGetCoutMsg();
 }
 
 VRL_SCENARIO(LoadWithTagFromFolder) {
     soloader_setDllTag(arguments[0].c_str());
-    tell(FactoryLoader<Foundry>::loadDir(arguments[1].c_str(), "_*", true));
+    print(FactoryLoader<Foundry>::loadDir(arguments[1].c_str(), "_*", true));
     std::cout << vrlGetCoutMsg();
 }
 
@@ -141,7 +141,7 @@ VRL_SCENARIO(Handles) {
     std::list<void*>::iterator end;
     soload_iter(&begin, nullptr);
     soload_iter(nullptr, &end);
-    tell(std::distance(begin, end) == 3 && *begin == module);
+    print(std::distance(begin, end) == 3 && *begin == module);
     soloader_Call("nobodyHasThis");
     soloader_Call(nullptr);
     soloader_PostLoad();
@@ -171,16 +171,16 @@ VRL_SCENARIO(LoadedSets) {
 VRL_SCENARIO(LoadForAnyFactory) {
     FoundryFactory factory;
     std::string const file = pluginFile("onlyFoundry");
-    tell(loadDllSo(file.c_str(), "initLibraryFoundry", &factory, "Own", true));
-    tell(factory.find("OnlyFoundry"));
-    tell(FactoryLoader<Foundry>::factory().hasData());
+    print(loadDllSo(file.c_str(), "initLibraryFoundry", &factory, "Own", true));
+    print(factory.find("OnlyFoundry"));
+    print(FactoryLoader<Foundry>::factory().hasData());
     FactoryArg<std::string, View, CrossSection*> views;
-    tell(loadDllSo(file.c_str(), "initLibraryCrossSectionView", &views, "CrossSectionView", true));
+    print(loadDllSo(file.c_str(), "initLibraryCrossSectionView", &views, "CrossSectionView", true));
     FactoryArg<std::string, View, Component*> componentViews;
-    tell(loadDllSo("", "entry", &componentViews, "ComponentView", true));
+    print(loadDllSo("", "entry", &componentViews, "ComponentView", true));
     FactoryArg<std::string, View, Foundry*> foundryViews;
-    tell(loadDllSo("no.so", "entry", &foundryViews, "FoundryView", false));
+    print(loadDllSo("no.so", "entry", &foundryViews, "FoundryView", false));
     FactoryArg<std::string, View, ProcessFlow*> flowViews;
-    tell(loadDllSo(nullptr, nullptr, &flowViews, nullptr, true));
+    print(loadDllSo(nullptr, nullptr, &flowViews, nullptr, true));
     report();
 }

@@ -83,7 +83,7 @@ TEST_F(LoadFailures, OfATruncatedPluginThatTheSystemFindsHaveTheirReason) {
               cannotLoad("cut.so", found + ": file too short") + "handles: 0\nloaded:\nfailed:\ncut.so\n");
 }
 
-TEST_F(LoadFailures, OfATextHaveTheirReason) {
+TEST_F(LoadFailures, OfATextFileHaveTheirReason) {
     std::string const file = vrl_test::writeFile(sandbox.work() / "text.so", std::string(200, '-'));
     EXPECT_EQ(output("LoadLists", {file}),
               cannotLoad(file, file + ": invalid ELF header") + "handles: 0\nloaded:\nfailed:\n" + file + "\n");
@@ -93,7 +93,7 @@ TEST_F(LoadFailures, OfUnmappedFilesAreReportedOnDemandOnly) {
     EXPECT_EQ(output("LoadFoundryListQuietly", {"no.so"}), "false\nhandles: 0\nloaded:\nfailed:\nno.so\n");
 }
 
-TEST_F(LoadFailures, WithoutAReasonHaveTheirOwnText) {
+TEST_F(LoadFailures, WithoutAReasonHaveTheirOwnMessage) {
     std::string const file = pluginFile("onlyFoundry");
     EXPECT_EQ(outputWithReplacedCalls("UnmappedWithoutAReason"),
               "false\nfalse\n"
@@ -101,7 +101,7 @@ TEST_F(LoadFailures, WithoutAReasonHaveTheirOwnText) {
                   file + "' as BuildingBlock failed.\nhandles: 0\nloaded:\nfailed:\n" + file + "\n");
 }
 
-TEST_F(LoadFailures, WithAReasonGiveTheSystemsText) {
+TEST_F(LoadFailures, WithAReasonPrintTheSystemsMessage) {
     std::string const file = pluginFile("onlyFoundry");
     EXPECT_EQ(outputWithReplacedCalls("UnmappedWithAReason"),
               "false\nfalse\n"
@@ -186,12 +186,12 @@ TEST_F(VersionGate, IsOpenAtFirstAndForZero) {
 
 TEST_F(LibraryTag, HasTwoCharactersAtMost) { EXPECT_EQ(output("Tags"), "wn\n<ab>\n<a>\n<>\n<xy>\n<>\n"); }
 
-TEST_F(LibraryTag, StandsForTheMarkerInAName) {
+TEST_F(LibraryTag, ReplacesTheMarkerInAName) {
     EXPECT_EQ(output("LoadWithTag", {"a", "lib_wX_x"}), "false\nCan't load 'lib_a_x' as Foundry dll (lib_a_x: cannot "
                                                         "open shared object file: No such file or directory)\n");
 }
 
-TEST_F(LibraryTag, StandsForTheFirstMarkerOfEachElementOnly) {
+TEST_F(LibraryTag, ReplacesTheFirstMarkerOfEachElementOnly) {
     EXPECT_EQ(output("LoadWithTag", {"xyz", "lib_wX_lib_wX;lib_wX"}),
               "false\n"
               "Can't load 'lib_xy_lib_wX' as Foundry dll (lib_xy_lib_wX: cannot open shared object file: No such file "
@@ -233,7 +233,7 @@ TEST_F(LoadList, ThatIsEmptyIsOneEmptyElement) {
     EXPECT_EQ(output("LoadNullList"), "false\nLoading of '' as Foundry failed.\nhandles: 0\nloaded:\nfailed:\n\n");
 }
 
-TEST_F(LoadList, HasNoElementBehindItsLastSeparator) {
+TEST_F(LoadList, HasNoElementAfterItsLastSeparator) {
     EXPECT_EQ(output("LoadFoundryLists", {pluginFile("onlyFoundry") + ";"}),
               "true\nonly foundry\nhandles: 1\nloaded:\n" + pluginFile("onlyFoundry") + "\nfailed:\n");
 }

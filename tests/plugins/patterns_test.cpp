@@ -18,7 +18,7 @@ protected:
         std::filesystem::create_directories((sandbox.work() / name).parent_path());
         std::filesystem::copy_file(pluginFile(plugin), sandbox.work() / name);
     }
-    /// A path of exactly that many characters, below the working folder: `name` behind a run of slashes.
+    /// A path of exactly that many characters, below the working folder: `name` after a run of slashes.
     std::string padded(std::size_t length, std::string const& name) const {
         std::string const folder = sandbox.work().string();
         return folder + std::string(length - folder.size() - name.size(), '/') + name;
@@ -54,7 +54,7 @@ TEST_F(ListPattern, WithoutAMatchHidesTheSuccessBeforeIt) {
               "false\nonly foundry\nhandles: 1\nloaded:\n" + pluginFile("onlyFoundry") + "\nfailed:\n");
 }
 
-TEST_F(ListPattern, ThatMatchesFoldersOnlyGoesOn) {
+TEST_F(ListPattern, ThatMatchesFoldersOnlyContinuesTheList) {
     std::filesystem::create_directory(sandbox.work() / "sub.so");
     EXPECT_EQ(output("LoadFoundryLists", {at("*.so") + ";" + pluginFile("onlyFoundry")}),
               "true\nonly foundry\nhandles: 1\nloaded:\n" + pluginFile("onlyFoundry") + "\nfailed:\n");
@@ -66,7 +66,7 @@ TEST_F(ListPattern, NeedsAStarToBeOne) {
               "true\nonly foundry\nhandles: 1\nloaded:\n" + at("a?.so") + "\nfailed:\n");
 }
 
-TEST_F(ListPattern, GetsTheTagAheadOfTheSearch) {
+TEST_F(ListPattern, GetsTheTagBeforeTheSearch) {
     install("onlyFoundry", "lib_wn_x.so");
     EXPECT_EQ(output("LoadFoundryLists", {at("lib_wX_*")}),
               "false\n" + notFound("lib_wn_x.so") + "handles: 0\nloaded:\nfailed:\nlib_wn_x.so\n");

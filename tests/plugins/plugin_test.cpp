@@ -5,4 +5,4 @@
 // This program gets the entry point of a plug-in.
 VRL_PLUGIN_API_VERSION(12, 3, 45);
 
-TEST(Plugin, TellsItsVersionInTwoDigitsForMinorAndPatch) { EXPECT_EQ(getAPIversion(), 120345U); }
+TEST(Plugin, ReportsItsVersionInTwoDigitsForMinorAndPatch) { EXPECT_EQ(getAPIversion(), 120345U); }

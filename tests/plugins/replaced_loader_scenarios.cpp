@@ -12,7 +12,7 @@ using vrl_test::pluginFile;
 using vrl_test::report;
 using Reason = platform::SystemError::Reason;
 
-void tell(bool answer) { std::cout << (answer ? "true" : "false") << "\n"; }
+void print(bool answer) { std::cout << (answer ? "true" : "false") << "\n"; }
 
 platform::SystemError failure;
 
@@ -28,8 +28,8 @@ void* failToFind(void*, char const*, platform::SystemError& error) {
 
 void loadFailing(platform::SystemError const& reason) {
     failure = reason;
-    tell(FactoryLoader<BB>::loadLibs(pluginFile("onlyFoundry").c_str(), false));
-    tell(FactoryLoader<BB>::loadLibs(pluginFile("onlyFoundry").c_str(), true));
+    print(FactoryLoader<BB>::loadLibs(pluginFile("onlyFoundry").c_str(), false));
+    print(FactoryLoader<BB>::loadLibs(pluginFile("onlyFoundry").c_str(), true));
 }
 
 }  // namespace

@@ -69,7 +69,7 @@ TEST(AsciiStream, AnEmptyNameIsNoComment) {
               "3\n");
 }
 
-TEST(AsciiStream, AValueOfTextIsQuotedButNoIdAndNoComment) {
+TEST(AsciiStream, AStringValueIsQuotedButNoIdAndNoComment) {
     EXPECT_EQ(listed([](AsciiStreamSerialiser& listing) {
                   listing.writeSerialisationId("Thing::1");
                   listing.beginAttribute();
@@ -92,7 +92,7 @@ TEST(AsciiStream, EverythingIsQuotedBetweenBeginAndEndOfAnAttribute) {
               " // \"c\"\"i\" // serID\n\"begin <T(\"1)> // \"d\"\n // n\n");
 }
 
-TEST(AsciiStream, TextsAreNotEscaped) {
+TEST(AsciiStream, StringsAreNotEscaped) {
     EXPECT_EQ(listed([](AsciiStreamSerialiser& listing) {
                   listing.beginAttribute();
                   listing.write(std::string("a \"b\"\n\\ // c\t\0d", 15));

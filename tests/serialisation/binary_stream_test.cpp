@@ -128,7 +128,7 @@ TEST_F(BinaryWriter, WritesCountsAndIdsAsNumbersAndStringsAndCommentsNotAtAll) {
     EXPECT_EQ(bytes(), "");
 }
 
-TEST_F(BinaryWriter, ACopySharesTheStreamAndGoesOnAtItsDepth) {
+TEST_F(BinaryWriter, ACopySharesTheStreamAndContinuesAtItsDepth) {
     writer.beginCompAttribute("T", 1, "");
     BinaryStreamSerialiser copy(writer);
     std::ostringstream elsewhere;
@@ -233,11 +233,11 @@ TEST(BinaryReader, ReadsAStringOfAnyLengthWhole) {
         BinaryStreamSerialiser(out).write(7);
         Input in(out.str());
         std::string text = "old";
-        int behind = 0;
+        int after = 0;
         EXPECT_TRUE(in.reader.read(text));
         EXPECT_EQ(text, std::string(length, 'x')) << length;
-        EXPECT_TRUE(in.reader.read(behind));
-        EXPECT_EQ(behind, 7) << length;
+        EXPECT_TRUE(in.reader.read(after));
+        EXPECT_EQ(after, 7) << length;
     }
 }
 
@@ -366,7 +366,7 @@ TEST(BinaryReader, PreviewsNoTypeAtTheEndOfTheStream) {
     EXPECT_EQ(type, "old");
 }
 
-TEST(BinaryReader, ACopySharesTheStreamAndGoesOnAtItsDepth) {
+TEST(BinaryReader, ACopySharesTheStreamAndContinuesAtItsDepth) {
     Input in(kMarker0 + kMarker1 + "a" + kMarker1 + kMarker1 + "b" + kMarker1);
     in.descend();
     BinaryStreamDeSerialiser copy(in.reader);

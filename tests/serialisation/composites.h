@@ -28,7 +28,7 @@ private:
 };
 
 /// A circuit of a mmi "m1" with the length 42, a pad "dc" and a composite "s1" with a mmi "inner" inside, with an
-/// annotation, a parameter of each type, and all boundary lists. The numbers stand at 4 and 6.
+/// annotation, a parameter of each type, and all boundary lists. The numbers are at 4 and 6.
 inline void fill(Netlist& circuit) {
     circuit.setAnnotation("author", "somebody");
     circuit.addBool("flag", true);

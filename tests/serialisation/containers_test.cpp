@@ -60,43 +60,43 @@ protected:
 
 // Writing.
 
-TEST_F(Containers, AMapOfTextsIsWrittenByAscendingKey) {
+TEST_F(Containers, AMapOfStringsIsWrittenByAscendingKey) {
     Texts texts{{"b", "2"}, {"a", "1"}};
     TextMap wrapper(texts, "notes");
-    EXPECT_EQ(told(wrapper), "beginCompAttribute 'Map' 1 'notes'\ncount 2\n"
-                             "beginAttribute\nstring 'a'\nendAttribute ''\n"
-                             "beginAttribute\nstring '1'\nendAttribute ''\n"
-                             "beginAttribute\nstring 'b'\nendAttribute ''\n"
-                             "beginAttribute\nstring '2'\nendAttribute ''\n"
-                             "endCompAttribute\n");
+    EXPECT_EQ(recorded(wrapper), "beginCompAttribute 'Map' 1 'notes'\ncount 2\n"
+                                 "beginAttribute\nstring 'a'\nendAttribute ''\n"
+                                 "beginAttribute\nstring '1'\nendAttribute ''\n"
+                                 "beginAttribute\nstring 'b'\nendAttribute ''\n"
+                                 "beginAttribute\nstring '2'\nendAttribute ''\n"
+                                 "endCompAttribute\n");
 }
 
-TEST_F(Containers, AMapOfNumbersIsWrittenAsTextsAndNumbers) {
+TEST_F(Containers, AMapOfNumbersIsWrittenAsStringsAndNumbers) {
     Numbers numbers{{"m1", 4}};
     NumberMap wrapper(numbers, "names");
-    EXPECT_EQ(told(wrapper), "beginCompAttribute 'Map' 1 'names'\ncount 1\n"
-                             "beginAttribute\nstring 'm1'\nendAttribute ''\n"
-                             "beginAttribute\nunsigned 4\nendAttribute ''\n"
-                             "endCompAttribute\n");
+    EXPECT_EQ(recorded(wrapper), "beginCompAttribute 'Map' 1 'names'\ncount 1\n"
+                                 "beginAttribute\nstring 'm1'\nendAttribute ''\n"
+                                 "beginAttribute\nunsigned 4\nendAttribute ''\n"
+                                 "endCompAttribute\n");
 }
 
 TEST_F(Containers, AMapOfPairsHasNoCompoundAboutItsKeys) {
     Nodes nodes{{{"m1", "in0"}, 4}};
     NodeMap wrapper(nodes, "nodes");
-    EXPECT_EQ(told(wrapper), "beginCompAttribute 'Map' 1 'nodes'\ncount 1\n"
-                             "beginAttribute\nstring 'm1'\nendAttribute ''\n"
-                             "beginAttribute\nstring 'in0'\nendAttribute ''\n"
-                             "beginAttribute\nunsigned 4\nendAttribute ''\n"
-                             "endCompAttribute\n");
+    EXPECT_EQ(recorded(wrapper), "beginCompAttribute 'Map' 1 'nodes'\ncount 1\n"
+                                 "beginAttribute\nstring 'm1'\nendAttribute ''\n"
+                                 "beginAttribute\nstring 'in0'\nendAttribute ''\n"
+                                 "beginAttribute\nunsigned 4\nendAttribute ''\n"
+                                 "endCompAttribute\n");
 }
 
 TEST_F(Containers, AVectorIsWrittenByIndex) {
     std::vector<unsigned int> numbers{9, 3};
     NumberVec wrapper(numbers, "nodes");
-    EXPECT_EQ(told(wrapper), "beginCompAttribute 'Vector' 1 'nodes'\ncount 2\n"
-                             "beginAttribute\nunsigned 9\nendAttribute ''\n"
-                             "beginAttribute\nunsigned 3\nendAttribute ''\n"
-                             "endCompAttribute\n");
+    EXPECT_EQ(recorded(wrapper), "beginCompAttribute 'Vector' 1 'nodes'\ncount 2\n"
+                                 "beginAttribute\nunsigned 9\nendAttribute ''\n"
+                                 "beginAttribute\nunsigned 3\nendAttribute ''\n"
+                                 "endCompAttribute\n");
 }
 
 TEST_F(Containers, AVectorOfPortsHasNamesOnlyAsAPortVector) {
@@ -108,10 +108,10 @@ TEST_F(Containers, AVectorOfPortsHasNamesOnlyAsAPortVector) {
                                 "id CSInfo::1\nbeginAttribute\nstring 'wg'\nendAttribute 'default CS name'\n"
                                 "id CSInfo::2\nbeginAttribute\nstring ''\nendAttribute 'default Flow name'\n"
                                 "endCompAttribute\nendCompAttribute\n";
-    EXPECT_EQ(told(plain), "beginCompAttribute 'Vector' 1 'ports'\ncount 1\n" + onePort + "endCompAttribute\n");
-    EXPECT_EQ(told(named), "beginCompAttribute 'Vector' 1 'ports'\ncount 1\n"
-                           "beginAttribute\nstring 'in0'\nendAttribute ''\n" +
-                               onePort + "endCompAttribute\n");
+    EXPECT_EQ(recorded(plain), "beginCompAttribute 'Vector' 1 'ports'\ncount 1\n" + onePort + "endCompAttribute\n");
+    EXPECT_EQ(recorded(named), "beginCompAttribute 'Vector' 1 'ports'\ncount 1\n"
+                               "beginAttribute\nstring 'in0'\nendAttribute ''\n" +
+                                   onePort + "endCompAttribute\n");
 }
 
 TEST_F(Containers, AMapOfObjectsIsWrittenTheSameInEitherForm) {
@@ -119,10 +119,10 @@ TEST_F(Containers, AMapOfObjectsIsWrittenTheSameInEitherForm) {
     PlainAttrMap plain(list, "attributes");
     AttrMap derived(list, "attributes");
     Value<int> alone("n", 5);
-    EXPECT_EQ(told(plain), "beginCompAttribute 'PtrMap' 1 'attributes'\ncount 1\n"
-                           "beginAttribute\nstring 'n'\nendAttribute ''\n" +
-                               told(alone) + "endCompAttribute\n");
-    EXPECT_EQ(told(derived), told(plain));
+    EXPECT_EQ(recorded(plain), "beginCompAttribute 'PtrMap' 1 'attributes'\ncount 1\n"
+                               "beginAttribute\nstring 'n'\nendAttribute ''\n" +
+                                   recorded(alone) + "endCompAttribute\n");
+    EXPECT_EQ(recorded(derived), recorded(plain));
 }
 
 TEST_F(Containers, AMapOfBlocksIsWrittenByNumber) {
@@ -130,27 +130,27 @@ TEST_F(Containers, AMapOfBlocksIsWrittenByNumber) {
     PlainBBMap plain(blocks, "BBList");
     BBMap derived(blocks, "BBList");
     shared_ptr<BB> const alone(new Pad);
-    EXPECT_EQ(told(plain), "beginCompAttribute 'PtrMap' 1 'BBList'\ncount 1\n"
-                           "beginAttribute\nunsigned 7\nendAttribute ''\n" +
-                               told(*alone) + "endCompAttribute\n");
-    EXPECT_EQ(told(derived), told(plain));
+    EXPECT_EQ(recorded(plain), "beginCompAttribute 'PtrMap' 1 'BBList'\ncount 1\n"
+                               "beginAttribute\nunsigned 7\nendAttribute ''\n" +
+                                   recorded(*alone) + "endCompAttribute\n");
+    EXPECT_EQ(recorded(derived), recorded(plain));
 }
 
 TEST_F(Containers, AFailingElementStopsTheWritingInTheOpenCompound) {
     Parameters list = parameters(new Unsavable("n"));
     list.emplace("z", shared_ptr<Attribute>(new Value<int>("z")));
     AttrMap wrapper(list, "attributes");
-    EXPECT_EQ(told(wrapper), "beginCompAttribute 'PtrMap' 1 'attributes'\ncount 2\n"
-                             "beginAttribute\nstring 'n'\nendAttribute ''\n"
-                             "beginCompAttribute 'Value_Int' 1 'n[]'\nwrite failed\n");
+    EXPECT_EQ(recorded(wrapper), "beginCompAttribute 'PtrMap' 1 'attributes'\ncount 2\n"
+                                 "beginAttribute\nstring 'n'\nendAttribute ''\n"
+                                 "beginCompAttribute 'Value_Int' 1 'n[]'\nwrite failed\n");
     EXPECT_EQ(errors.text(), "failed to register serialisables for class:Value_Int\n");
 }
 
 TEST_F(Containers, AnEntryWithoutAnObjectCannotBeWritten) {
     Parameters list{{"n", shared_ptr<Attribute>()}};
     AttrMap wrapper(list, "attributes");
-    EXPECT_EQ(told(wrapper), "beginCompAttribute 'PtrMap' 1 'attributes'\ncount 1\n"
-                             "beginAttribute\nstring 'n'\nendAttribute ''\nwrite failed\n");
+    EXPECT_EQ(recorded(wrapper), "beginCompAttribute 'PtrMap' 1 'attributes'\ncount 1\n"
+                                 "beginAttribute\nstring 'n'\nendAttribute ''\nwrite failed\n");
 }
 
 // The frame of all of them.

@@ -9,7 +9,7 @@
 #include "tests/serialisation/composites.h"
 #include "tests/serialisation/recorders.h"
 
-// What becomes of the register of a copy. Most classes copy it as it stands, so that the copy of an object that was
+// What becomes of the register of a copy. Most classes copy it unchanged, so that the copy of an object that was
 // saved before goes on saving its source; some start afresh.
 
 namespace {
@@ -55,12 +55,12 @@ void set(BB::Port& object, char digit) { object.getCS().setFlow(std::string(1, d
 void set(Netlist& object, char digit) { object.setInputNode(static_cast<unsigned int>(digit)); }
 
 template <class T>
-struct CopiedAsItStands : testing::Test {};
-using AsTheyStand =
+struct CopiedUnchanged : testing::Test {};
+using UnchangedCopies =
     testing::Types<Annotations, Note, Formula, Number, Auto, vrlEmptyComponent, Choice, BB::Port, Netlist, Splitter>;
-TYPED_TEST_SUITE(CopiedAsItStands, AsTheyStand);
+TYPED_TEST_SUITE(CopiedUnchanged, UnchangedCopies);
 
-TYPED_TEST(CopiedAsItStands, TheCopyOfASavedObjectSavesItsSource) {
+TYPED_TEST(CopiedUnchanged, TheCopyOfASavedObjectSavesItsSource) {
     TypeParam source;
     set(source, '1');
     saved(source);
@@ -69,11 +69,11 @@ TYPED_TEST(CopiedAsItStands, TheCopyOfASavedObjectSavesItsSource) {
     set(copy, '3');
     TypeParam alone;
     set(alone, '3');
-    EXPECT_EQ(told(copy), told(source));
-    EXPECT_NE(told(copy), told(alone));
+    EXPECT_EQ(recorded(copy), recorded(source));
+    EXPECT_NE(recorded(copy), recorded(alone));
 }
 
-TYPED_TEST(CopiedAsItStands, AnObjectThatASavedOneWasAssignedToSavesItsSource) {
+TYPED_TEST(CopiedUnchanged, AnObjectThatASavedOneWasAssignedToSavesItsSource) {
     TypeParam source;
     set(source, '1');
     saved(source);
@@ -84,22 +84,22 @@ TYPED_TEST(CopiedAsItStands, AnObjectThatASavedOneWasAssignedToSavesItsSource) {
     set(target, '3');
     TypeParam alone;
     set(alone, '3');
-    EXPECT_EQ(told(target), told(source));
-    EXPECT_NE(told(target), told(alone));
+    EXPECT_EQ(recorded(target), recorded(source));
+    EXPECT_NE(recorded(target), recorded(alone));
 }
 
-TYPED_TEST(CopiedAsItStands, TheCopyOfAnObjectThatWasNeverSavedWorksAlone) {
+TYPED_TEST(CopiedUnchanged, TheCopyOfAnObjectThatWasNeverSavedWorksAlone) {
     TypeParam source;
     TypeParam copy(source);
     TypeParam alone(source);
     set(source, '2');
     set(copy, '3');
     set(alone, '3');
-    EXPECT_EQ(told(copy), told(alone));
-    EXPECT_NE(told(copy), told(source));
+    EXPECT_EQ(recorded(copy), recorded(alone));
+    EXPECT_NE(recorded(copy), recorded(source));
 }
 
-TYPED_TEST(CopiedAsItStands, AnObjectThatOneThatWasNeverSavedWasAssignedToWorksAlone) {
+TYPED_TEST(CopiedUnchanged, AnObjectThatOneThatWasNeverSavedWasAssignedToWorksAlone) {
     TypeParam source;
     TypeParam target;
     saved(target);
@@ -108,11 +108,11 @@ TYPED_TEST(CopiedAsItStands, AnObjectThatOneThatWasNeverSavedWasAssignedToWorksA
     set(target, '3');
     TypeParam alone;
     set(alone, '3');
-    EXPECT_EQ(told(target), told(alone));
-    EXPECT_NE(told(target), told(source));
+    EXPECT_EQ(recorded(target), recorded(alone));
+    EXPECT_NE(recorded(target), recorded(source));
 }
 
-TYPED_TEST(CopiedAsItStands, ReadingIntoTheCopyOfASavedObjectFillsTheSource) {
+TYPED_TEST(CopiedUnchanged, ReadingIntoTheCopyOfASavedObjectFillsTheSource) {
     KindsWithComposite const kinds;
     TypeParam other;
     set(other, '7');
@@ -121,7 +121,7 @@ TYPED_TEST(CopiedAsItStands, ReadingIntoTheCopyOfASavedObjectFillsTheSource) {
     saved(source);
     TypeParam copy(source);
     EXPECT_TRUE(readBack(copy, saved(other)));
-    EXPECT_EQ(told(source), told(other));
+    EXPECT_EQ(recorded(source), recorded(other));
 }
 
 /// A list that is saved with its notes.
@@ -139,11 +139,11 @@ TYPED_TEST(FreshInACopy, TheCopyOfASavedObjectSavesItself) {
     TypeParam copy(source);
     set(source, '2');
     set(copy, '3');
-    std::string const before = told(source);
-    EXPECT_NE(told(copy), before);
-    EXPECT_EQ(told(copy).find("string '2'"), std::string::npos);
-    EXPECT_NE(told(copy).find("string '3'"), std::string::npos);
-    EXPECT_EQ(told(source), before);
+    std::string const before = recorded(source);
+    EXPECT_NE(recorded(copy), before);
+    EXPECT_EQ(recorded(copy).find("string '2'"), std::string::npos);
+    EXPECT_NE(recorded(copy).find("string '3'"), std::string::npos);
+    EXPECT_EQ(recorded(source), before);
 }
 
 TYPED_TEST(FreshInACopy, AnAssignedObjectKeepsItsOwnRegister) {
@@ -151,14 +151,14 @@ TYPED_TEST(FreshInACopy, AnAssignedObjectKeepsItsOwnRegister) {
     saved(source);
     TypeParam target;
     saved(target);
-    SerRegister* const own = Peep::registerOf(target);
+    SerRegister* const own = TestAccess::registerOf(target);
     target = source;
     set(source, '2');
     set(target, '3');
     TypeParam alone;
     set(alone, '3');
-    EXPECT_EQ(told(target), told(alone));
-    EXPECT_EQ(Peep::registerOf(target), own);
+    EXPECT_EQ(recorded(target), recorded(alone));
+    EXPECT_EQ(TestAccess::registerOf(target), own);
 }
 
 TYPED_TEST(FreshInACopy, AnAssignedObjectThatWasNeverSavedFillsItsOwnRegister) {
@@ -170,7 +170,7 @@ TYPED_TEST(FreshInACopy, AnAssignedObjectThatWasNeverSavedFillsItsOwnRegister) {
     set(target, '3');
     TypeParam alone;
     set(alone, '3');
-    EXPECT_EQ(told(target), told(alone));
+    EXPECT_EQ(recorded(target), recorded(alone));
 }
 
 TYPED_TEST(FreshInACopy, ReadingIntoTheCopyLeavesTheSource) {
@@ -192,8 +192,8 @@ TEST(FreshInACopyOfABlock, ButItsChoiceOfCrossSectionIsCopiedAsItIs) {
     Pad copy(source);
     source.getCS().setCS("rib");
     copy.getCS().setCS("strip");
-    EXPECT_NE(told(copy).find("id CSInfo::1\nbeginAttribute\nstring 'rib'\n"), std::string::npos);
-    EXPECT_EQ(told(copy).find("strip"), std::string::npos);
+    EXPECT_NE(recorded(copy).find("id CSInfo::1\nbeginAttribute\nstring 'rib'\n"), std::string::npos);
+    EXPECT_EQ(recorded(copy).find("strip"), std::string::npos);
 }
 
 template <class T>
@@ -249,7 +249,7 @@ TEST(GrowingPorts, OfASavedBlockAreSavedFromWhereTheyAre) {
     saved(pad);
     for (int i = 0; i < 100; ++i) pad.addPort("more", EnumList::DC);
     pad.getPort("dc0")->getCS().setCS("metal");
-    std::string const walk = told(pad);
+    std::string const walk = recorded(pad);
     EXPECT_NE(walk.find("beginCompAttribute 'BB::Port' 1 'dc0'\ncount 1\nid Port::1\n"
                         "beginCompAttribute 'Foundry::CSInfo' 1 'currCS'\ncount 2\n"
                         "id CSInfo::1\nbeginAttribute\nstring 'metal'\n"),

@@ -74,7 +74,7 @@ TEST_F(DamagedStream, CutAnywhereReadsFalseUnlessOnlyMarkersOrAnEmptyCountAreMis
         Netlist circuit;
         if (readBack(circuit, bytes.substr(0, length))) good.push_back(length);
     }
-    // Behind the header of 21 bytes a missing count stands for no members, as does the count of the last list, whose
+    // After the header of 21 bytes a missing count means no members, as does the count of the last list, whose
     // one element takes 16 bytes before the two markers at the end. And these markers are not looked at.
     std::size_t const size = bytes.size();
     std::vector<std::size_t> expected{21, 22, 23, 24, size - 32, size - 31, size - 30, size - 29};
@@ -201,7 +201,7 @@ TEST_F(DamagedStream, OfBlocksThatCannotGoBackIsFalse) {
     EXPECT_EQ(BlockCounts::alive(), 0);
 }
 
-TEST_F(DamagedStream, ThatThrowsPassesItsExceptionOnAndLeavesNothingBehind) {
+TEST_F(DamagedStream, ThatThrowsPassesItsExceptionOnAndLeaksNothing) {
     std::string const bytes = circuitBytes();
     BlockCounts const counts;
     int thrown = 0;

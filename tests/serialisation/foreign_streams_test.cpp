@@ -181,7 +181,7 @@ TEST_F(ForeignStream, CutInACountAtTheEndOrInTheLastMarkersIsReadWithTrue) {
     value.clear();
     Value<bool> fresh("");
     ASSERT_EQ(saved(value).size(), 181u);
-    // Within the count of its members, where nothing is read, and behind the value.
+    // Within the count of its members, where nothing is read, and after the value.
     EXPECT_EQ(goodLengths(fresh, saved(value)), "24-27 169-181");
 }
 
@@ -191,7 +191,7 @@ TEST_F(ForeignStream, CutInTheCountOfTheLastOfNestedCompoundsIsReadWithTrue) {
     std::string const bytes = saved(port);
     std::size_t const inner = bytes.find("Foundry::CSInfo") + 15 + 4;
     std::size_t const end = bytes.size();
-    // Behind the last text, which is empty, come three markers of six bytes.
+    // After the last string, which is empty, come three markers of six bytes.
     EXPECT_EQ(goodLengths(fresh, bytes), "22-25 " + std::to_string(inner) + "-" + std::to_string(inner + 3) + " " +
                                              std::to_string(end - 18) + "-" + std::to_string(end));
 }

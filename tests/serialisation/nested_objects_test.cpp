@@ -195,7 +195,7 @@ TEST_F(NestedObjects, OfAnUnknownMemberAreSkippedAtAnyDepth) {
 }
 
 TEST_F(NestedObjects, OfCompositesAreReadToTheBound) {
-    // The last choice of cross section of the innermost lies three compounds further in than the composite itself.
+    // The last choice of cross section of the innermost is three compounds further in than the composite itself.
     std::string const good = unboundedBytes(Nest(126).circuit);
     std::string const deep = unboundedBytes(Nest(127).circuit);
     std::string const deeper = unboundedBytes(Nest(300).circuit);

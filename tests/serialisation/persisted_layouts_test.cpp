@@ -5,7 +5,7 @@
 #include "tests/serialisation/composites.h"
 #include "tests/serialisation/recorders.h"
 
-// What each persistent class saves, told by its walk; and two whole streams, byte for byte.
+// What each persistent class saves, as its walk records it; and two whole streams, byte for byte.
 
 namespace {
 
@@ -77,24 +77,24 @@ std::string port(std::string const& name, std::string const& section) {
 TEST(PersistedLayout, OfAnnotations) {
     Annotations annotations;
     annotations.addAnnotation("key", "text");
-    EXPECT_EQ(told(annotations), "beginCompAttribute 'Annotations' 1 ''\ncount 1\n"
-                                 "id Annotations::1\nbeginCompAttribute 'Map' 1 'annotations'\ncount 1\n"
-                                 "beginAttribute\nstring 'key'\nendAttribute ''\n"
-                                 "beginAttribute\nstring 'text'\nendAttribute ''\n"
-                                 "endCompAttribute\nendCompAttribute\n");
+    EXPECT_EQ(recorded(annotations), "beginCompAttribute 'Annotations' 1 ''\ncount 1\n"
+                                     "id Annotations::1\nbeginCompAttribute 'Map' 1 'annotations'\ncount 1\n"
+                                     "beginAttribute\nstring 'key'\nendAttribute ''\n"
+                                     "beginAttribute\nstring 'text'\nendAttribute ''\n"
+                                     "endCompAttribute\nendCompAttribute\n");
 }
 
 TEST(PersistedLayout, OfAnAttributeHasTheNameAmongItsNotes) {
     Note note("width", "a width", "um");
-    EXPECT_EQ(told(note), "beginCompAttribute 'Attribute' 1 ''\ncount 1\n" + notes("a width", "width", "um") +
-                              "endCompAttribute\n");
+    EXPECT_EQ(recorded(note), "beginCompAttribute 'Attribute' 1 ''\ncount 1\n" + notes("a width", "width", "um") +
+                                  "endCompAttribute\n");
 }
 
 TEST(PersistedLayout, OfAnAttributeWithAnExpression) {
     Formula formula("width", "2*pi", "a width", "um");
     formula.setCalculated(true);
-    EXPECT_EQ(told(formula), "beginCompAttribute 'AttributeWithExpr' 1 'width[um]'\ncount 3\n" +
-                                 notes("a width", "width", "um") + expression("2*pi", "1") + "endCompAttribute\n");
+    EXPECT_EQ(recorded(formula), "beginCompAttribute 'AttributeWithExpr' 1 'width[um]'\ncount 3\n" +
+                                     notes("a width", "width", "um") + expression("2*pi", "1") + "endCompAttribute\n");
 }
 
 TEST(PersistedLayout, OfValuesOfEachType) {
@@ -106,18 +106,18 @@ TEST(PersistedLayout, OfValuesOfEachType) {
     std::string const head =
         "' 1 'n[]'\ncount 4\n" + notes("", "n", "") + expression("", "0") + "id Value::1\nbeginAttribute\n";
     std::string const tail = "endAttribute 'val'\nendCompAttribute\n";
-    EXPECT_EQ(told(flag), "beginCompAttribute 'Value_bool" + head + "bool 1\n" + tail);
-    EXPECT_EQ(told(number), "beginCompAttribute 'Value_Int" + head + "int -5\n" + tail);
-    EXPECT_EQ(told(complex), "beginCompAttribute 'Value_Complex" + head + "complex (1.5,-2)\n" + tail);
-    EXPECT_EQ(told(text), "beginCompAttribute 'Value_String" + head + "string 'words'\n" + tail);
-    EXPECT_EQ(told(real), "beginCompAttribute 'Value_Double' 1 'n[um]'\ncount 4\n" + notes("d", "n", "um") +
-                              expression("x", "0") + "id Value::1\nbeginAttribute\ndouble 2.5\n" + tail);
+    EXPECT_EQ(recorded(flag), "beginCompAttribute 'Value_bool" + head + "bool 1\n" + tail);
+    EXPECT_EQ(recorded(number), "beginCompAttribute 'Value_Int" + head + "int -5\n" + tail);
+    EXPECT_EQ(recorded(complex), "beginCompAttribute 'Value_Complex" + head + "complex (1.5,-2)\n" + tail);
+    EXPECT_EQ(recorded(text), "beginCompAttribute 'Value_String" + head + "string 'words'\n" + tail);
+    EXPECT_EQ(recorded(real), "beginCompAttribute 'Value_Double' 1 'n[um]'\ncount 4\n" + notes("d", "n", "um") +
+                                  expression("x", "0") + "id Value::1\nbeginAttribute\ndouble 2.5\n" + tail);
 }
 
 TEST(PersistedLayout, OfARangeIsThatOfItsValue) {
     ValueRange<double, Value<double>> range("n", 2.5, 0, 9, "d", "um");
     Value<double> value("n", 2.5, "d", "um");
-    EXPECT_EQ(told(range), told(value));
+    EXPECT_EQ(recorded(range), recorded(value));
 }
 
 TEST(PersistedLayout, OfAutoRangesHasTheFlagBetweenExpressionAndValue) {
@@ -129,20 +129,21 @@ TEST(PersistedLayout, OfAutoRangesHasTheFlagBetweenExpressionAndValue) {
                              "id AutoValueRange::1\nbeginAttribute\nbool ";
     std::string const middle = "endAttribute 'is auto-changeable'\nid Value::1\nbeginAttribute\n";
     std::string const tail = "endAttribute 'val'\nendCompAttribute\n";
-    EXPECT_EQ(told(number), "beginCompAttribute 'AutoValueRange<vrl::Int>" + head + "0\n" + middle + "int 5\n" + tail);
-    EXPECT_EQ(told(real),
+    EXPECT_EQ(recorded(number),
+              "beginCompAttribute 'AutoValueRange<vrl::Int>" + head + "0\n" + middle + "int 5\n" + tail);
+    EXPECT_EQ(recorded(real),
               "beginCompAttribute 'AutoValueRange<vrl::Double>" + head + "1\n" + middle + "double 2.5\n" + tail);
-    EXPECT_EQ(told(complex),
+    EXPECT_EQ(recorded(complex),
               "beginCompAttribute 'AutoValueRange<vrl::Complex>" + head + "0\n" + middle + "complex (1.5,0)\n" + tail);
 }
 
-TEST(PersistedLayout, OfAValueWithoutItsNotesHasEmptyTextsInItsDoc) {
+TEST(PersistedLayout, OfAValueWithoutItsNotesHasEmptyStringsInItsDoc) {
     Value<double> value("width", 2.5, "", "um");
     value.delAnnotation("vrl::attrUnitName");
-    EXPECT_EQ(told(value).substr(0, 41), "beginCompAttribute 'Value_Double' 1 'widt");
-    EXPECT_EQ(told(value).substr(0, 46), "beginCompAttribute 'Value_Double' 1 'width[]'\n");
+    EXPECT_EQ(recorded(value).substr(0, 41), "beginCompAttribute 'Value_Double' 1 'widt");
+    EXPECT_EQ(recorded(value).substr(0, 46), "beginCompAttribute 'Value_Double' 1 'width[]'\n");
     value.clear();
-    EXPECT_EQ(told(value).substr(0, 41), "beginCompAttribute 'Value_Double' 1 '[]'\n");
+    EXPECT_EQ(recorded(value).substr(0, 41), "beginCompAttribute 'Value_Double' 1 '[]'\n");
 }
 
 TEST(PersistedLayout, OfAttributesAndComponentsIsTheListOfParameters) {
@@ -150,17 +151,17 @@ TEST(PersistedLayout, OfAttributesAndComponentsIsTheListOfParameters) {
     std::string const members = "count 2\n" + kNoNotes +
                                 "id Attributes::1\nbeginCompAttribute 'PtrMap' 1 'attributes'\ncount 1\n"
                                 "beginAttribute\nstring 'n'\nendAttribute ''\n" +
-                                told(number) + "endCompAttribute\nendCompAttribute\n";
+                                recorded(number) + "endCompAttribute\nendCompAttribute\n";
     Attributes list;
     list.addInteger("n", 5);
-    EXPECT_EQ(told(list), "beginCompAttribute 'Attributes' 1 ''\n" + members);
+    EXPECT_EQ(recorded(list), "beginCompAttribute 'Attributes' 1 ''\n" + members);
     vrlEmptyComponent component;
     component.addInteger("n", 5);
-    EXPECT_EQ(told(component), "beginCompAttribute 'Component' 1 ''\n" + members);
+    EXPECT_EQ(recorded(component), "beginCompAttribute 'Component' 1 ''\n" + members);
     Fab foundry;
     foundry.addInteger("n", 5);
     foundry.setCS("wg");
-    EXPECT_EQ(told(foundry), "beginCompAttribute 'Component' 1 ''\n" + members);
+    EXPECT_EQ(recorded(foundry), "beginCompAttribute 'Component' 1 ''\n" + members);
 }
 
 TEST(PersistedLayout, OfAChoiceOfCrossSectionIsItsTwoNames) {
@@ -168,14 +169,14 @@ TEST(PersistedLayout, OfAChoiceOfCrossSectionIsItsTwoNames) {
     Foundry::CSInfo cs(&foundry);
     cs.setCS("wg");
     cs.setFlow("strip");
-    EXPECT_EQ(told(cs), choice("", "wg", "strip"));
+    EXPECT_EQ(recorded(cs), choice("", "wg", "strip"));
 }
 
 TEST(PersistedLayout, OfAPortIsItsChoiceWithTheNameAsDoc) {
     BB::Port in("in0", nullptr, EnumList::Optics);
     in.getCS().setCS("wg");
-    EXPECT_EQ(told(in), "beginCompAttribute 'BB::Port' 1 'in0'\ncount 1\nid Port::1\n" + choice("currCS", "wg", "") +
-                            "endCompAttribute\n");
+    EXPECT_EQ(recorded(in), "beginCompAttribute 'BB::Port' 1 'in0'\ncount 1\nid Port::1\n" +
+                                choice("currCS", "wg", "") + "endCompAttribute\n");
 }
 
 TEST(PersistedLayout, OfABlockIsSavedUnderItsKind) {
@@ -183,11 +184,11 @@ TEST(PersistedLayout, OfABlockIsSavedUnderItsKind) {
     PlainMmi block(&foundry);
     block.getCS().setCS("rib");
     block.getPort("out0")->getCS().setCS("wg");
-    EXPECT_EQ(told(block), "beginCompAttribute 'mmi' 1 ''\ncount 5\n" + kNoNotes + kNoParameters + "id BB::1\n" +
-                               choice("defaultCS", "rib", "") +
-                               "id BB::2\nbeginAttribute\nstring 'Fab'\nendAttribute 'foundryName'\n"
-                               "id BB::3\nbeginCompAttribute 'Vector' 1 'ports'\ncount 2\n" +
-                               port("in0", "") + port("out0", "wg") + "endCompAttribute\nendCompAttribute\n");
+    EXPECT_EQ(recorded(block), "beginCompAttribute 'mmi' 1 ''\ncount 5\n" + kNoNotes + kNoParameters + "id BB::1\n" +
+                                   choice("defaultCS", "rib", "") +
+                                   "id BB::2\nbeginAttribute\nstring 'Fab'\nendAttribute 'foundryName'\n"
+                                   "id BB::3\nbeginCompAttribute 'Vector' 1 'ports'\ncount 2\n" +
+                                   port("in0", "") + port("out0", "wg") + "endCompAttribute\nendCompAttribute\n");
 }
 
 std::string const kEmptyTables =
@@ -203,8 +204,8 @@ std::string const kEmptyTables =
 TEST(PersistedLayout, OfANetlist) {
     resetUniqueIDs();
     Netlist circuit;
-    EXPECT_EQ(told(circuit), "beginCompAttribute 'Netlist' 1 ''\ncount 10\n" + kNoNotes + kNoParameters + kEmptyTables +
-                                 "endCompAttribute\n");
+    EXPECT_EQ(recorded(circuit), "beginCompAttribute 'Netlist' 1 ''\ncount 10\n" + kNoNotes + kNoParameters +
+                                     kEmptyTables + "endCompAttribute\n");
 }
 
 TEST(PersistedLayout, OfACompositeHasTheSharedListOnce) {
@@ -216,9 +217,9 @@ TEST(PersistedLayout, OfACompositeHasTheSharedListOnce) {
                                  "id BB::3\nbeginCompAttribute 'Vector' 1 'ports'\ncount 3\n" +
                                  port("in0", "") + port("out0", "") + port("out1", "") + "endCompAttribute\n" +
                                  kEmptyTables + "endCompAttribute\n";
-    EXPECT_EQ(told(composite), expected);
-    EXPECT_EQ(told(*composite.getAsBB()), expected);
-    EXPECT_EQ(told(*composite.getAsNetlist()), expected);
+    EXPECT_EQ(recorded(composite), expected);
+    EXPECT_EQ(recorded(*composite.getAsBB()), expected);
+    EXPECT_EQ(recorded(*composite.getAsNetlist()), expected);
 }
 
 TEST(PersistedLayout, OfAPlainCompositeHasTheKindOfItsBlockSide) {
@@ -228,7 +229,7 @@ TEST(PersistedLayout, OfAPlainCompositeHasTheKindOfItsBlockSide) {
         ~Unnamed() override = default;
     };
     Unnamed composite;
-    EXPECT_EQ(told(composite).substr(0, 36), "beginCompAttribute 'X' 1 ''\ncount 13");
+    EXPECT_EQ(recorded(composite).substr(0, 36), "beginCompAttribute 'X' 1 ''\ncount 13");
 }
 
 TEST(PersistedNames, OfEachClassPrefixTheIdsOfItsOwnMembers) {
@@ -245,19 +246,19 @@ TEST(PersistedNames, OfEachClassPrefixTheIdsOfItsOwnMembers) {
     PlainMmi block;
     Netlist circuit;
     Splitter composite;
-    EXPECT_EQ(Peep::className(annotations), "Annotations");
-    EXPECT_EQ(Peep::className<Attribute>(note), "Attribute");
-    EXPECT_EQ(Peep::className<AttributeWithExpr>(formula), "AttributeWithExpr");
-    EXPECT_EQ(Peep::className(value), "Value");
-    EXPECT_EQ(Peep::className(range), "Value");
-    EXPECT_EQ(Peep::className(autoRange), "AutoValueRange");
-    EXPECT_EQ(Peep::className(list), "Attributes");
-    EXPECT_EQ(Peep::className<Component>(component), "Component");
-    EXPECT_EQ(Peep::className(cs), "CSInfo");
-    EXPECT_EQ(Peep::className(in), "Port");
-    EXPECT_EQ(Peep::className<BB>(block), "BB");
-    EXPECT_EQ(Peep::className(circuit), "Netlist");
-    EXPECT_EQ(Peep::className<CBB>(composite), "CBB");
+    EXPECT_EQ(TestAccess::className(annotations), "Annotations");
+    EXPECT_EQ(TestAccess::className<Attribute>(note), "Attribute");
+    EXPECT_EQ(TestAccess::className<AttributeWithExpr>(formula), "AttributeWithExpr");
+    EXPECT_EQ(TestAccess::className(value), "Value");
+    EXPECT_EQ(TestAccess::className(range), "Value");
+    EXPECT_EQ(TestAccess::className(autoRange), "AutoValueRange");
+    EXPECT_EQ(TestAccess::className(list), "Attributes");
+    EXPECT_EQ(TestAccess::className<Component>(component), "Component");
+    EXPECT_EQ(TestAccess::className(cs), "CSInfo");
+    EXPECT_EQ(TestAccess::className(in), "Port");
+    EXPECT_EQ(TestAccess::className<BB>(block), "BB");
+    EXPECT_EQ(TestAccess::className(circuit), "Netlist");
+    EXPECT_EQ(TestAccess::className<CBB>(composite), "CBB");
 }
 
 TEST(PersistedNames, EachClassRegistersItsOwnMembersAndNoOthers) {
@@ -273,21 +274,21 @@ TEST(PersistedNames, EachClassRegistersItsOwnMembersAndNoOthers) {
     PlainMmi block;
     Netlist circuit;
     Splitter composite;
-    EXPECT_EQ(Peep::ownMembers(annotations), 1u);
-    EXPECT_EQ(Peep::ownMembers<Attribute>(note), 0u);
-    EXPECT_EQ(Peep::ownMembers<AttributeWithExpr>(formula), 2u);
-    EXPECT_EQ(Peep::ownMembers(value), 1u);
-    EXPECT_EQ(Peep::ownMembers(autoRange), 1u);
-    EXPECT_EQ(Peep::ownMembers(list), 1u);
-    EXPECT_EQ(Peep::ownMembers<Component>(component), 0u);
-    EXPECT_EQ(Peep::ownMembers(cs), 2u);
-    EXPECT_EQ(Peep::ownMembers(in), 1u);
-    EXPECT_EQ(Peep::ownMembers<BB>(block), 3u);
-    EXPECT_EQ(Peep::ownMembers(circuit), 8u);
-    EXPECT_EQ(Peep::ownMembers<CBB>(composite), 0u);
+    EXPECT_EQ(TestAccess::ownMembers(annotations), 1u);
+    EXPECT_EQ(TestAccess::ownMembers<Attribute>(note), 0u);
+    EXPECT_EQ(TestAccess::ownMembers<AttributeWithExpr>(formula), 2u);
+    EXPECT_EQ(TestAccess::ownMembers(value), 1u);
+    EXPECT_EQ(TestAccess::ownMembers(autoRange), 1u);
+    EXPECT_EQ(TestAccess::ownMembers(list), 1u);
+    EXPECT_EQ(TestAccess::ownMembers<Component>(component), 0u);
+    EXPECT_EQ(TestAccess::ownMembers(cs), 2u);
+    EXPECT_EQ(TestAccess::ownMembers(in), 1u);
+    EXPECT_EQ(TestAccess::ownMembers<BB>(block), 3u);
+    EXPECT_EQ(TestAccess::ownMembers(circuit), 8u);
+    EXPECT_EQ(TestAccess::ownMembers<CBB>(composite), 0u);
 }
 
-// The streams below are typed by hand from the byte tables: M and a number stand for the marker of that depth.
+// The streams below are typed by hand from the byte tables: M and a number are the marker of that depth.
 
 #define M0 "\x3d\x40\x00\x00\x00\x00"
 #define M1 "\x3d\x40\x01\x00\x00\x00"
@@ -312,7 +313,7 @@ std::string const kBoolStream =
     M0 ""s;
 
 // One block of the kind "mmi" under the number 1 and the name "m1", between the input node 1 and the output node 2. The
-// process-wide numbers stand at 1 and 2.
+// process-wide numbers are at 1 and 2.
 std::string const kNetlistStream =
     M0 "\x07\x00\x00\x00" "Netlist" "\x01\x00\x00\x00"
     "\x0a\x00\x00\x00"

@@ -124,7 +124,7 @@ SerFormat<Muddle> const& Muddle::serFormat() {
     return format;
 }
 
-/// A base whose registration throws something else than a text.
+/// A base whose registration throws something else than a string.
 class Trap {
 public:
     virtual ~Trap() = default;
@@ -195,18 +195,18 @@ char const kClash[] = "SerRegister::registerSerialisable - a serialisation ID is
 
 TEST(PersistentClass, HasIdsOfItsClassNameAndItsOwnType) {
     Lamp lamp;
-    EXPECT_EQ(told(lamp), "beginCompAttribute 'House::Lamp' 1 'white '\ncount 2\n"
-                          "id Lamp::1\nbeginAttribute\nint 60\nendAttribute 'power'\n"
-                          "id Lamp::2\nbeginAttribute\nstring 'white'\nendAttribute 'colour'\n"
-                          "endCompAttribute\n");
+    EXPECT_EQ(recorded(lamp), "beginCompAttribute 'House::Lamp' 1 'white '\ncount 2\n"
+                              "id Lamp::1\nbeginAttribute\nint 60\nendAttribute 'power'\n"
+                              "id Lamp::2\nbeginAttribute\nstring 'white'\nendAttribute 'colour'\n"
+                              "endCompAttribute\n");
 }
 
 TEST(PersistentClass, HasTheNumbersAndTheVersionOfItsTable) {
     PlainLamp lamp;
-    EXPECT_EQ(told(lamp), "beginCompAttribute 'Lamp' 2 ''\ncount 2\n"
-                          "id Lamp::1\nbeginAttribute\nint 60\nendAttribute 'power'\n"
-                          "id Lamp::3\nbeginAttribute\nbool 1\nendAttribute 'dimmed'\n"
-                          "endCompAttribute\n");
+    EXPECT_EQ(recorded(lamp), "beginCompAttribute 'Lamp' 2 ''\ncount 2\n"
+                              "id Lamp::1\nbeginAttribute\nint 60\nendAttribute 'power'\n"
+                              "id Lamp::3\nbeginAttribute\nbool 1\nendAttribute 'dimmed'\n"
+                              "endCompAttribute\n");
 }
 
 TEST(PersistentClass, ReadsNoOtherVersion) {
@@ -282,15 +282,15 @@ TEST(PersistentClass, TakesNoMemberWhoseTypeLacksAWrapper) {
 
 TEST(PersistentClass, MergesTheMembersOfItsBasesById) {
     NewLamp lamp;
-    EXPECT_EQ(told(lamp), "beginCompAttribute 'House::Lamp' 1 ''\ncount 4\n"
-                          "id Aged::1\nbeginAttribute\ndouble 1.5\nendAttribute 'age'\n"
-                          "id Aged::2\nbeginCompAttribute 'Foundry::CSInfo' 1 'wire'\ncount 2\n"
-                          "id CSInfo::1\nbeginAttribute\nstring ''\nendAttribute 'default CS name'\n"
-                          "id CSInfo::2\nbeginAttribute\nstring ''\nendAttribute 'default Flow name'\n"
-                          "endCompAttribute\n"
-                          "id Lamp::1\nbeginAttribute\nint 60\nendAttribute 'power'\n"
-                          "id Lamp::2\nbeginAttribute\nstring 'white'\nendAttribute 'colour'\n"
-                          "endCompAttribute\n");
+    EXPECT_EQ(recorded(lamp), "beginCompAttribute 'House::Lamp' 1 ''\ncount 4\n"
+                              "id Aged::1\nbeginAttribute\ndouble 1.5\nendAttribute 'age'\n"
+                              "id Aged::2\nbeginCompAttribute 'Foundry::CSInfo' 1 'wire'\ncount 2\n"
+                              "id CSInfo::1\nbeginAttribute\nstring ''\nendAttribute 'default CS name'\n"
+                              "id CSInfo::2\nbeginAttribute\nstring ''\nendAttribute 'default Flow name'\n"
+                              "endCompAttribute\n"
+                              "id Lamp::1\nbeginAttribute\nint 60\nendAttribute 'power'\n"
+                              "id Lamp::2\nbeginAttribute\nstring 'white'\nendAttribute 'colour'\n"
+                              "endCompAttribute\n");
 }
 
 TEST(PersistentClass, KeepsTheValueOfAMemberThatTheStreamLacks) {
@@ -326,17 +326,17 @@ TEST(PersistentClass, ReportsAFailureAtEachLevelFromTheInside) {
 TEST(PersistentClass, FillsItsRegisterAtFirstUseOnce) {
     Lamp lamp;
     Lamp const before(lamp);
-    SerRegister* const reg = Peep::registerOf(lamp);
+    SerRegister* const reg = TestAccess::registerOf(lamp);
     ASSERT_NE(reg, nullptr);
     EXPECT_EQ(reg->size(), 2u);
-    EXPECT_EQ(Peep::registerOf(lamp), reg);
+    EXPECT_EQ(TestAccess::registerOf(lamp), reg);
     EXPECT_EQ(reg->size(), 2u);
     Lamp alone(before);
     lamp.power = 100;
-    EXPECT_EQ(told(alone), "beginCompAttribute 'House::Lamp' 1 'white '\ncount 2\n"
-                           "id Lamp::1\nbeginAttribute\nint 60\nendAttribute 'power'\n"
-                           "id Lamp::2\nbeginAttribute\nstring 'white'\nendAttribute 'colour'\n"
-                           "endCompAttribute\n");
+    EXPECT_EQ(recorded(alone), "beginCompAttribute 'House::Lamp' 1 'white '\ncount 2\n"
+                               "id Lamp::1\nbeginAttribute\nint 60\nendAttribute 'power'\n"
+                               "id Lamp::2\nbeginAttribute\nstring 'white'\nendAttribute 'colour'\n"
+                               "endCompAttribute\n");
 }
 
 TEST(PersistentClass, AFilledCopyReadsIntoItsSource) {
@@ -354,9 +354,9 @@ TEST(PersistentClass, WithTwoMembersUnderOneIdSaysSoAtEachAttempt) {
     Twin twin;
     {
         Caught const errors;
-        EXPECT_EQ(Peep::registerOf(twin), nullptr);
+        EXPECT_EQ(TestAccess::registerOf(twin), nullptr);
         EXPECT_EQ(errors.text(), kClash);
-        EXPECT_EQ(Peep::registerOf(twin), nullptr);
+        EXPECT_EQ(TestAccess::registerOf(twin), nullptr);
         EXPECT_EQ(errors.text(), std::string(kClash) + kClash);
     }
     EXPECT_EQ(twin.entered(), 2u);

@@ -153,9 +153,9 @@ private:
     std::streambuf* before;
 };
 
-/// What an object or a wrapper tells a writer.
+/// The calls that an object or a wrapper makes to a writer.
 template <class T>
-std::string told(T& object) {
+std::string recorded(T& object) {
     Recorder recorder;
     return object.write(&recorder) ? recorder.calls : recorder.calls + "write failed\n";
 }
@@ -200,13 +200,13 @@ std::ptrdiff_t slotOf(Function function) {
     return (rawMember(function) - 1) / static_cast<std::ptrdiff_t>(sizeof(void*));
 }
 
-struct PeepHole;
+struct TestAccessTag;
 
 }  // namespace sample
 
 /// Persistent classes show their protected operations to their wrappers, and so to this one.
 template <>
-class Vorlane_v1_0::Serialisable<sample::PeepHole> {
+class Vorlane_v1_0::Serialisable<sample::TestAccessTag> {
 public:
     template <class C>
     static std::string className(C& object) {
@@ -246,5 +246,5 @@ public:
 };
 
 namespace sample {
-using Peep = Serialisable<PeepHole>;
+using TestAccess = Serialisable<TestAccessTag>;
 }

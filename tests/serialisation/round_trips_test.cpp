@@ -19,7 +19,7 @@ struct RoundTrip : testing::Test {
     Caught const errors;
 };
 
-TEST_F(RoundTrip, OfAWholeNetlistBringsBackEveryPart) {
+TEST_F(RoundTrip, OfAWholeNetlistRestoresEveryPart) {
     Netlist stored;
     fill(stored);
     Netlist circuit;
@@ -56,7 +56,7 @@ TEST_F(RoundTrip, OfAWholeNetlistBringsBackEveryPart) {
     EXPECT_EQ(vrlGetCoutMsg(), "");
 }
 
-TEST_F(RoundTrip, OfACompositeInsideANetlistBringsBackItsInside) {
+TEST_F(RoundTrip, OfACompositeInsideANetlistRestoresItsInside) {
     Netlist stored;
     fill(stored);
     Netlist circuit;
@@ -71,7 +71,7 @@ TEST_F(RoundTrip, OfACompositeInsideANetlistBringsBackItsInside) {
     EXPECT_NE(composite->getPort("out1"), nullptr);
 }
 
-TEST_F(RoundTrip, OfACompositeInsideTheNetlistOfACompositeBringsBackBothInsides) {
+TEST_F(RoundTrip, OfACompositeInsideTheNetlistOfACompositeRestoresBothInsides) {
     Splitter stored;
     auto* const middle = new Splitter;
     middle->addDouble("ratio", 0.25);
@@ -233,8 +233,8 @@ TEST_F(RoundTrip, LeavesTheReaderWhereTheNextObjectBegins) {
     EXPECT_EQ(value.getValue(), 2);
 }
 
-/// A binary writer of a program whose classes have two more members at one depth: a text in front of the known ones and
-/// a nested compound behind them.
+/// A binary writer of a program whose classes have two more members at one depth: a string before the known ones and
+/// a nested compound after them.
 class NewerWriter final : public ForwardingWriter {
 public:
     NewerWriter(std::ostream& os, int d) : ForwardingWriter(os), wantedDepth(d) {}
@@ -295,7 +295,7 @@ TEST_P(UnknownMember, IsSteppedOver) {
 INSTANTIATE_TEST_SUITE_P(AtDepth, UnknownMember, testing::Values(0, 2, 3, 4, 5, 6, 7),
                          testing::PrintToStringParamName());
 
-TEST_F(RoundTrip, OfAnUnknownTextThatHoldsAMarkerGoesWrong) {
+TEST_F(RoundTrip, OfAnUnknownStringThatContainsAMarkerFails) {
     std::ostringstream out;
     BinaryStreamSerialiser writer(out);
     writer.beginCompAttribute("Annotations", 1, "");
@@ -316,7 +316,7 @@ TEST_F(RoundTrip, OfAnUnknownTextThatHoldsAMarkerGoesWrong) {
     EXPECT_EQ(errors.text(), "failed to de-serialise Annotationsobject\n");
 }
 
-TEST_F(RoundTrip, OfAnUnknownTextThatEndsInAnEqualsSignSwallowsWhatFollows) {
+TEST_F(RoundTrip, OfAnUnknownStringThatEndsInAnEqualsSignSwallowsWhatFollows) {
     std::ostringstream out;
     BinaryStreamSerialiser writer(out);
     writer.beginCompAttribute("Annotations", 1, "");

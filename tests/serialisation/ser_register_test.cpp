@@ -18,7 +18,7 @@ using namespace sample;
 char const kClash[] = "SerRegister::registerSerialisable - a serialisation ID is being used by two or more different "
                       "objects\n";
 
-/// A wrapper that streams its own name, answers what it is told to, and counts its end.
+/// A wrapper that streams its own name, returns what it is set to, and counts its destruction.
 class Probe : public SerialisableBase {
 public:
     Probe(void* memberTarget, std::string const& memberName, bool answers = true)
@@ -70,7 +70,7 @@ TEST(SerrDoneFlag, TakesABooleanAndCopiesIt) {
     EXPECT_TRUE(assigned);
 }
 
-TEST(GenerateIDStr, JoinsNameAndDecimalNumber) {
+TEST(GenerateIDStr, AppendsADecimalNumberToTheName) {
     EXPECT_EQ(generateIDStr("BB", 3), "BB::3");
     EXPECT_EQ(generateIDStr("Netlist", 8), "Netlist::8");
     EXPECT_EQ(generateIDStr("Netlist", 10), "Netlist::10");
@@ -80,7 +80,7 @@ TEST(GenerateIDStr, JoinsNameAndDecimalNumber) {
 
 TEST_F(SerRegisterTest, AnEmptyRegisterWritesACountOfZero) {
     SerRegister reg;
-    EXPECT_EQ(told(reg), "count 0\n");
+    EXPECT_EQ(recorded(reg), "count 0\n");
 }
 
 TEST_F(SerRegisterTest, WritesTheCountAndTheEntriesInByteOrderOfTheIds) {
@@ -90,12 +90,12 @@ TEST_F(SerRegisterTest, WritesTheCountAndTheEntriesInByteOrderOfTheIds) {
     reg.registerSerialisable("X", new Probe(&b, "short"));
     reg.registerSerialisable("\xffX", new Probe(&b, "high"));
     reg.registerSerialisable("Annotations::1", new Probe(&b, "notes"));
-    EXPECT_EQ(told(reg), "count 5\n"
-                         "id Annotations::1\ncomment notes\n"
-                         "id X\ncomment short\n"
-                         "id X::10\ncomment ten\n"
-                         "id X::2\ncomment two\n"
-                         "id \xffX\ncomment high\n");
+    EXPECT_EQ(recorded(reg), "count 5\n"
+                             "id Annotations::1\ncomment notes\n"
+                             "id X\ncomment short\n"
+                             "id X::10\ncomment ten\n"
+                             "id X::2\ncomment two\n"
+                             "id \xffX\ncomment high\n");
 }
 
 TEST_F(SerRegisterTest, RefusesAWrapperOfAnotherRegister) {
@@ -106,8 +106,8 @@ TEST_F(SerRegisterTest, RefusesAWrapperOfAnotherRegister) {
         owner.registerSerialisable("X::1", wrapper);
         SerRegister other;
         EXPECT_EQ(vrl_test::thrownText([&] { other.registerSerialisable("X::1", wrapper); }), text);
-        EXPECT_EQ(told(other), "count 0\n");
-        EXPECT_EQ(told(owner), "count 1\nid X::1\ncomment one\n");
+        EXPECT_EQ(recorded(other), "count 0\n");
+        EXPECT_EQ(recorded(owner), "count 1\nid X::1\ncomment one\n");
     }
     EXPECT_EQ(Probe::ended, 1);
 }
@@ -118,7 +118,7 @@ TEST_F(SerRegisterTest, TakesAWrapperAgainWhereItsCopyDoes) {
     owner.registerSerialisable("X::1", wrapper);
     SerRegister copy(owner);
     copy.registerSerialisable("X::2", wrapper);
-    EXPECT_EQ(told(copy), "count 2\nid X::1\ncomment one\nid X::2\ncomment one\n");
+    EXPECT_EQ(recorded(copy), "count 2\nid X::1\ncomment one\nid X::2\ncomment one\n");
 }
 
 TEST_F(SerRegisterTest, TakesAWrapperAtThePlaceOfOneThatWasFreed) {
@@ -144,7 +144,7 @@ TEST_F(SerRegisterTest, AFailingEntryStopsTheWriting) {
     reg.registerSerialisable("X::1", new Probe(&a, "one"));
     reg.registerSerialisable("X::2", new Probe(&a, "two", false));
     reg.registerSerialisable("X::3", new Probe(&a, "three"));
-    EXPECT_EQ(told(reg), "count 3\nid X::1\ncomment one\nid X::2\ncomment two\nwrite failed\n");
+    EXPECT_EQ(recorded(reg), "count 3\nid X::1\ncomment one\nid X::2\ncomment two\nwrite failed\n");
 }
 
 TEST_F(SerRegisterTest, ATakenIdWithTheSameTargetKeepsItsWrapper) {
@@ -152,11 +152,11 @@ TEST_F(SerRegisterTest, ATakenIdWithTheSameTargetKeepsItsWrapper) {
     reg.registerSerialisable("X::1", new Probe(&a, "first"));
     EXPECT_NO_THROW(reg.registerSerialisable("X::1", new Probe(&a, "second")));
     EXPECT_EQ(reg.size(), 1u);
-    EXPECT_EQ(told(reg), "count 1\nid X::1\ncomment first\n");
+    EXPECT_EQ(recorded(reg), "count 1\nid X::1\ncomment first\n");
     EXPECT_EQ(Probe::ended, 0);
 }
 
-TEST_F(SerRegisterTest, ATakenIdWithAnotherTargetThrowsAMutableText) {
+TEST_F(SerRegisterTest, ATakenIdWithAnotherTargetThrowsAMutableString) {
     SerRegister reg;
     reg.registerSerialisable("X::1", new Probe(&a, "first"));
     std::string thrown;
@@ -166,10 +166,10 @@ TEST_F(SerRegisterTest, ATakenIdWithAnotherTargetThrowsAMutableText) {
         thrown = text;
     }
     EXPECT_EQ(thrown, kClash);
-    EXPECT_EQ(told(reg), "count 1\nid X::1\ncomment first\n");
+    EXPECT_EQ(recorded(reg), "count 1\nid X::1\ncomment first\n");
 }
 
-TEST_F(SerRegisterTest, TheThrownTextIsCaughtAsConstantToo) {
+TEST_F(SerRegisterTest, TheThrownStringIsCaughtAsConstantToo) {
     SerRegister reg;
     reg.registerSerialisable("X::1", new Probe(&a, "first"));
     EXPECT_THROW(reg.registerSerialisable("X::1", new Probe(&b, "second")), char const*);
@@ -262,7 +262,7 @@ TEST_F(SerRegisterTest, ANullWrapperIsStoredAndFailsOnReadingOnly) {
     SerRegister reg;
     reg.registerSerialisable("X::1", nullptr);
     reg.registerSerialisable("X::2", new Probe(&b, "two"));
-    EXPECT_EQ(told(reg), "count 2\nid X::1\nid X::2\ncomment two\n");
+    EXPECT_EQ(recorded(reg), "count 2\nid X::1\nid X::2\ncomment two\n");
     Script script;
     script.counts = {2};
     script.texts = {"X::1", "X::2", "new b"};
@@ -276,14 +276,14 @@ TEST_F(SerRegisterTest, ANullWrapperOnATakenIdIsIgnored) {
     reg.registerSerialisable("X::2", nullptr);
     EXPECT_NO_THROW(reg.registerSerialisable("X::1", nullptr));
     EXPECT_NO_THROW(reg.registerSerialisable("X::2", nullptr));
-    EXPECT_EQ(told(reg), "count 2\nid X::1\ncomment one\nid X::2\n");
+    EXPECT_EQ(recorded(reg), "count 2\nid X::1\ncomment one\nid X::2\n");
 }
 
 TEST_F(SerRegisterTest, AWrapperOnAnIdThatHoldsNullIsAClash) {
     SerRegister reg;
     reg.registerSerialisable("X::1", nullptr);
     EXPECT_THROW(reg.registerSerialisable("X::1", new Probe(&a, "one")), char*);
-    EXPECT_EQ(told(reg), "count 1\nid X::1\n");
+    EXPECT_EQ(recorded(reg), "count 1\nid X::1\n");
 }
 
 TEST_F(SerRegisterTest, WrappersAreFreedWithTheLastRegisterThatSharesThem) {
@@ -298,7 +298,7 @@ TEST_F(SerRegisterTest, WrappersAreFreedWithTheLastRegisterThatSharesThem) {
     reg.reset();
     copy.reset();
     EXPECT_EQ(Probe::ended, 1);
-    EXPECT_EQ(told(assigned), "count 2\nid X::1\ncomment one\nid X::2\ncomment two\n");
+    EXPECT_EQ(recorded(assigned), "count 2\nid X::1\ncomment one\nid X::2\ncomment two\n");
     assigned = SerRegister();
     EXPECT_EQ(Probe::ended, 3);
 }
@@ -323,7 +323,7 @@ TEST_F(SerRegisterTest, OneWrapperUnderTwoIdsIsFreedOnce) {
         reg.registerSerialisable("X::2", probe);
         SerRegister copy(reg);
         copy.registerSerialisable("X::3", probe);
-        EXPECT_EQ(told(copy), "count 3\nid X::1\ncomment one\nid X::2\ncomment one\nid X::3\ncomment one\n");
+        EXPECT_EQ(recorded(copy), "count 3\nid X::1\ncomment one\nid X::2\ncomment one\nid X::3\ncomment one\n");
     }
     EXPECT_EQ(Probe::ended, 1);
 }
@@ -333,8 +333,8 @@ TEST_F(SerRegisterTest, ACopyThatIsChangedLeavesItsSourceAlone) {
     reg.registerSerialisable("X::1", new Probe(&a, "one"));
     SerRegister copy(reg);
     copy.registerSerialisable("X::2", new Probe(&b, "two"));
-    EXPECT_EQ(told(reg), "count 1\nid X::1\ncomment one\n");
-    EXPECT_EQ(told(copy), "count 2\nid X::1\ncomment one\nid X::2\ncomment two\n");
+    EXPECT_EQ(recorded(reg), "count 1\nid X::1\ncomment one\n");
+    EXPECT_EQ(recorded(copy), "count 2\nid X::1\ncomment one\nid X::2\ncomment two\n");
 }
 
 TEST_F(SerRegisterTest, ASourceThatIsChangedLeavesItsCopyAlone) {
@@ -366,17 +366,17 @@ TEST_F(SerRegisterTest, AssigningARegisterToItselfChangesNothing) {
     SerRegister& self = reg;
     reg = self;
     EXPECT_EQ(Probe::ended, 0);
-    EXPECT_EQ(told(reg), "count 1\nid X::1\ncomment one\n");
+    EXPECT_EQ(recorded(reg), "count 1\nid X::1\ncomment one\n");
 }
 
 // The order of the virtual operations is part of the interface.
 
-TEST(VirtualOperations, OfTheWrapperStandInOrder) {
+TEST(VirtualOperations, OfTheWrapperKeepTheirOrder) {
     EXPECT_EQ(slotOf(&SerialisableBase::write), 2);
     EXPECT_EQ(slotOf(&SerialisableBase::read), 3);
 }
 
-TEST(VirtualOperations, OfTheWriterStandInOrder) {
+TEST(VirtualOperations, OfTheWriterKeepTheirOrder) {
     using W = SerialiserBase;
     EXPECT_EQ(slotOf(&W::beginAttribute), 0);
     EXPECT_EQ(slotOf(&W::endAttribute), 1);
@@ -393,7 +393,7 @@ TEST(VirtualOperations, OfTheWriterStandInOrder) {
     EXPECT_EQ(slotOf(&W::writeComment), 12);
 }
 
-TEST(VirtualOperations, OfTheReaderStandInOrder) {
+TEST(VirtualOperations, OfTheReaderKeepTheirOrder) {
     using R = DeSerialiserBase;
     EXPECT_EQ(slotOf(&R::beginAttribute), 0);
     EXPECT_EQ(slotOf(&R::endAttribute), 1);
@@ -419,43 +419,43 @@ TEST(VirtualOperations, OfWriterAndReaderHaveNoDestructorAmongThem) {
 }
 
 TEST(VirtualOperations, OfPersistentClassesAreRightAfterTheDestructor) {
-    EXPECT_EQ(Peep::slots<Annotations>(), "2 3 4 5");
-    EXPECT_EQ(Peep::slots<Attribute>(), "2 3 4 5");
-    EXPECT_EQ(Peep::slots<AttributeWithExpr>(), "2 3 4 5");
-    EXPECT_EQ(Peep::slots<Value<bool>>(), "2 3 4 5");
-    EXPECT_EQ(Peep::slots<Value<int>>(), "2 3 4 5");
-    EXPECT_EQ(Peep::slots<Value<double>>(), "2 3 4 5");
-    EXPECT_EQ(Peep::slots<Value<std::complex<double>>>(), "2 3 4 5");
-    EXPECT_EQ(Peep::slots<Value<std::string>>(), "2 3 4 5");
-    EXPECT_EQ((Peep::slots<AutoValueRange<int, Value<int>>>()), "2 3 4 5");
-    EXPECT_EQ((Peep::slots<AutoValueRange<double, Value<double>>>()), "2 3 4 5");
-    EXPECT_EQ((Peep::slots<AutoValueRange<std::complex<double>, Value<std::complex<double>>>>()), "2 3 4 5");
-    EXPECT_EQ(Peep::slots<Attributes>(), "2 3 4 5");
-    EXPECT_EQ(Peep::slots<Component>(), "2 3 4 5");
-    EXPECT_EQ(Peep::slots<BB::Port>(), "2 3 4 5");
-    EXPECT_EQ(Peep::slots<BB>(), "2 3 4 5");
-    EXPECT_EQ(Peep::slots<Netlist>(), "2 3 4 5");
-    EXPECT_EQ(Peep::slots<CBB>(), "2 3 4 5");
+    EXPECT_EQ(TestAccess::slots<Annotations>(), "2 3 4 5");
+    EXPECT_EQ(TestAccess::slots<Attribute>(), "2 3 4 5");
+    EXPECT_EQ(TestAccess::slots<AttributeWithExpr>(), "2 3 4 5");
+    EXPECT_EQ(TestAccess::slots<Value<bool>>(), "2 3 4 5");
+    EXPECT_EQ(TestAccess::slots<Value<int>>(), "2 3 4 5");
+    EXPECT_EQ(TestAccess::slots<Value<double>>(), "2 3 4 5");
+    EXPECT_EQ(TestAccess::slots<Value<std::complex<double>>>(), "2 3 4 5");
+    EXPECT_EQ(TestAccess::slots<Value<std::string>>(), "2 3 4 5");
+    EXPECT_EQ((TestAccess::slots<AutoValueRange<int, Value<int>>>()), "2 3 4 5");
+    EXPECT_EQ((TestAccess::slots<AutoValueRange<double, Value<double>>>()), "2 3 4 5");
+    EXPECT_EQ((TestAccess::slots<AutoValueRange<std::complex<double>, Value<std::complex<double>>>>()), "2 3 4 5");
+    EXPECT_EQ(TestAccess::slots<Attributes>(), "2 3 4 5");
+    EXPECT_EQ(TestAccess::slots<Component>(), "2 3 4 5");
+    EXPECT_EQ(TestAccess::slots<BB::Port>(), "2 3 4 5");
+    EXPECT_EQ(TestAccess::slots<BB>(), "2 3 4 5");
+    EXPECT_EQ(TestAccess::slots<Netlist>(), "2 3 4 5");
+    EXPECT_EQ(TestAccess::slots<CBB>(), "2 3 4 5");
 }
 
 TEST(VirtualOperations, OfTheChoiceOfCrossSectionComeFirstForItHasNoVirtualDestructor) {
-    EXPECT_EQ(Peep::slots<Foundry::CSInfo>(), "0 1 2 3");
+    EXPECT_EQ(TestAccess::slots<Foundry::CSInfo>(), "0 1 2 3");
     EXPECT_FALSE(std::has_virtual_destructor_v<Foundry::CSInfo>);
 }
 
 TEST(VirtualOperations, OfPersistentClassesAreTheseFourOnly) {
-    EXPECT_FALSE(Peep::hasVirtualHelpers<Annotations>());
-    EXPECT_FALSE(Peep::hasVirtualHelpers<Attribute>());
-    EXPECT_FALSE(Peep::hasVirtualHelpers<AttributeWithExpr>());
-    EXPECT_FALSE(Peep::hasVirtualHelpers<Value<double>>());
-    EXPECT_FALSE((Peep::hasVirtualHelpers<AutoValueRange<double, Value<double>>>()));
-    EXPECT_FALSE(Peep::hasVirtualHelpers<Attributes>());
-    EXPECT_FALSE(Peep::hasVirtualHelpers<Component>());
-    EXPECT_FALSE(Peep::hasVirtualHelpers<Foundry::CSInfo>());
-    EXPECT_FALSE(Peep::hasVirtualHelpers<BB::Port>());
-    EXPECT_FALSE(Peep::hasVirtualHelpers<BB>());
-    EXPECT_FALSE(Peep::hasVirtualHelpers<Netlist>());
-    EXPECT_FALSE(Peep::hasVirtualHelpers<CBB>());
+    EXPECT_FALSE(TestAccess::hasVirtualHelpers<Annotations>());
+    EXPECT_FALSE(TestAccess::hasVirtualHelpers<Attribute>());
+    EXPECT_FALSE(TestAccess::hasVirtualHelpers<AttributeWithExpr>());
+    EXPECT_FALSE(TestAccess::hasVirtualHelpers<Value<double>>());
+    EXPECT_FALSE((TestAccess::hasVirtualHelpers<AutoValueRange<double, Value<double>>>()));
+    EXPECT_FALSE(TestAccess::hasVirtualHelpers<Attributes>());
+    EXPECT_FALSE(TestAccess::hasVirtualHelpers<Component>());
+    EXPECT_FALSE(TestAccess::hasVirtualHelpers<Foundry::CSInfo>());
+    EXPECT_FALSE(TestAccess::hasVirtualHelpers<BB::Port>());
+    EXPECT_FALSE(TestAccess::hasVirtualHelpers<BB>());
+    EXPECT_FALSE(TestAccess::hasVirtualHelpers<Netlist>());
+    EXPECT_FALSE(TestAccess::hasVirtualHelpers<CBB>());
 }
 
 // The operations that only derived classes and wrappers may call.

@@ -100,12 +100,12 @@ TEST(PlainValue, IsOneAttributeThatCarriesItsName) {
     Serialisable<double> asDouble(width, "width");
     Serialisable<std::complex<double>> asComplex(index, "index");
     Serialisable<std::string> asString(text, "text");
-    EXPECT_EQ(told(asBool), "beginAttribute\nbool 1\nendAttribute 'flag'\n");
-    EXPECT_EQ(told(asUnsigned), "beginAttribute\nunsigned 4294967295\nendAttribute 'size'\n");
-    EXPECT_EQ(told(asInt), "beginAttribute\nint -7\nendAttribute 'step'\n");
-    EXPECT_EQ(told(asDouble), "beginAttribute\ndouble 2.5\nendAttribute 'width'\n");
-    EXPECT_EQ(told(asComplex), "beginAttribute\ncomplex (1.5,-2)\nendAttribute 'index'\n");
-    EXPECT_EQ(told(asString), "beginAttribute\nstring 'x'\nendAttribute 'text'\n");
+    EXPECT_EQ(recorded(asBool), "beginAttribute\nbool 1\nendAttribute 'flag'\n");
+    EXPECT_EQ(recorded(asUnsigned), "beginAttribute\nunsigned 4294967295\nendAttribute 'size'\n");
+    EXPECT_EQ(recorded(asInt), "beginAttribute\nint -7\nendAttribute 'step'\n");
+    EXPECT_EQ(recorded(asDouble), "beginAttribute\ndouble 2.5\nendAttribute 'width'\n");
+    EXPECT_EQ(recorded(asComplex), "beginAttribute\ncomplex (1.5,-2)\nendAttribute 'index'\n");
+    EXPECT_EQ(recorded(asString), "beginAttribute\nstring 'x'\nendAttribute 'text'\n");
 }
 
 TEST(PlainValue, IsReadBetweenBeginAndEnd) {
@@ -150,17 +150,17 @@ TEST(PlainValue, IsAWrapperOfItsAddressAndName) {
     EXPECT_EQ(wrapper.getName(), "width");
     width = 3.5;
     Serialisable<double> copy(wrapper);
-    EXPECT_EQ(told(copy), "beginAttribute\ndouble 3.5\nendAttribute 'width'\n");
+    EXPECT_EQ(recorded(copy), "beginAttribute\ndouble 3.5\nendAttribute 'width'\n");
 }
 
-TEST(PairOfTexts, IsTwoAttributesWithoutNamesAndWithoutACompound) {
+TEST(PairOfStrings, IsTwoAttributesWithoutNamesAndWithoutACompound) {
     std::pair<std::string, std::string> pair("m1", "in0");
     Serialisable<std::pair<std::string, std::string>> wrapper(pair, "pair");
-    EXPECT_EQ(told(wrapper), "beginAttribute\nstring 'm1'\nendAttribute ''\n"
-                             "beginAttribute\nstring 'in0'\nendAttribute ''\n");
+    EXPECT_EQ(recorded(wrapper), "beginAttribute\nstring 'm1'\nendAttribute ''\n"
+                                 "beginAttribute\nstring 'in0'\nendAttribute ''\n");
 }
 
-TEST(PairOfTexts, IsReadWhole) {
+TEST(PairOfStrings, IsReadWhole) {
     std::pair<std::string, std::string> pair;
     Script script;
     script.texts = {"m1", "in0"};
@@ -168,7 +168,7 @@ TEST(PairOfTexts, IsReadWhole) {
     EXPECT_EQ(pair, std::make_pair(std::string("m1"), std::string("in0")));
 }
 
-TEST(PairOfTexts, KeepsBothTextsIfOneCannotBeRead) {
+TEST(PairOfStrings, KeepsBothStringsIfOneCannotBeRead) {
     std::pair<std::string, std::string> pair("old", "pair");
     Script script;
     script.texts = {"m1"};
@@ -284,8 +284,8 @@ TEST(ObjectWrapper, OfABaseStreamsTheWholeDerivedObject) {
     Value<double> value("width", 2.5, "", "um");
     Attribute& base = value;
     Serialisable<Attribute> wrapper(base, "");
-    EXPECT_EQ(told(wrapper), told(value));
-    EXPECT_EQ(told(base), told(value));
+    EXPECT_EQ(recorded(wrapper), recorded(value));
+    EXPECT_EQ(recorded(base), recorded(value));
 }
 
 /// An attribute of the classes that have no value.
@@ -296,11 +296,11 @@ public:
     std::ostream& toCpp(std::ostream& os, std::string const&) const override { return os; }
 };
 
-/// What the wrapper for objects of that class tells a writer.
+/// The calls that the wrapper for objects of that class makes to a writer.
 template <class T>
 std::string toldByWrapper(T& object) {
     Serialisable<T> wrapper(object, "");
-    return told(wrapper);
+    return recorded(wrapper);
 }
 
 TEST(ObjectWrapper, IsThereForEveryPersistentClass) {
@@ -320,21 +320,21 @@ TEST(ObjectWrapper, IsThereForEveryPersistentClass) {
     Netlist circuit;
     circuit.addBB(block, "m", 1);
     Splitter composite;
-    EXPECT_EQ(toldByWrapper(annotations), told(annotations));
-    EXPECT_EQ(toldByWrapper<Attribute>(attribute), told(attribute));
-    EXPECT_EQ(toldByWrapper<AttributeWithExpr>(expression), told(expression));
-    EXPECT_EQ(toldByWrapper(flag), told(flag));
-    EXPECT_EQ(toldByWrapper(number), told(number));
-    EXPECT_EQ(toldByWrapper(real), told(real));
-    EXPECT_EQ(toldByWrapper(complex), told(complex));
-    EXPECT_EQ(toldByWrapper(text), told(text));
-    EXPECT_EQ(toldByWrapper(list), told(list));
-    EXPECT_EQ(toldByWrapper<Component>(component), told(component));
-    EXPECT_EQ(toldByWrapper(cs), told(cs));
-    EXPECT_EQ(toldByWrapper(port), told(port));
-    EXPECT_EQ(toldByWrapper(*block), told(*block));
-    EXPECT_EQ(toldByWrapper(circuit), told(circuit));
-    EXPECT_EQ(toldByWrapper<CBB>(composite), told(composite));
+    EXPECT_EQ(toldByWrapper(annotations), recorded(annotations));
+    EXPECT_EQ(toldByWrapper<Attribute>(attribute), recorded(attribute));
+    EXPECT_EQ(toldByWrapper<AttributeWithExpr>(expression), recorded(expression));
+    EXPECT_EQ(toldByWrapper(flag), recorded(flag));
+    EXPECT_EQ(toldByWrapper(number), recorded(number));
+    EXPECT_EQ(toldByWrapper(real), recorded(real));
+    EXPECT_EQ(toldByWrapper(complex), recorded(complex));
+    EXPECT_EQ(toldByWrapper(text), recorded(text));
+    EXPECT_EQ(toldByWrapper(list), recorded(list));
+    EXPECT_EQ(toldByWrapper<Component>(component), recorded(component));
+    EXPECT_EQ(toldByWrapper(cs), recorded(cs));
+    EXPECT_EQ(toldByWrapper(port), recorded(port));
+    EXPECT_EQ(toldByWrapper(*block), recorded(*block));
+    EXPECT_EQ(toldByWrapper(circuit), recorded(circuit));
+    EXPECT_EQ(toldByWrapper<CBB>(composite), recorded(composite));
 }
 
 }  // namespace

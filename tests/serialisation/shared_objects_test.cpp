@@ -181,7 +181,7 @@ TEST_F(SharedObjects, AnAutoRangeThatIsPresentIsRead) {
     EXPECT_TRUE(list.get("n")->isAutoChangeable());
 }
 
-TEST_F(SharedObjects, TheFailureTextIsTheSameForEveryMissingType) {
+TEST_F(SharedObjects, TheFailureMessageIsTheSameForEveryMissingType) {
     Parameters list;
     AttrMap map(list, "");
     Script script;

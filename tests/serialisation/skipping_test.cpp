@@ -46,7 +46,7 @@ TEST(SkippingAnAttribute, OfAnySizeLeadsToTheNextId) {
     resetUniqueIDs();
 }
 
-TEST(SkippingAnAttribute, GivesUpAtOnceWhereNoneBegins) {
+TEST(SkippingAnAttribute, FailsAtOnceWhereNoneBegins) {
     Input in("x" + kMarker0 + kMarker0);
     EXPECT_FALSE(in.reader.skipAttribute());
     EXPECT_EQ(in.position(), 1);
@@ -64,7 +64,7 @@ TEST(SkippingAnAttribute, ReturnsTrueIfTheStreamEndsFirst) {
     EXPECT_EQ(id, "old");
 }
 
-/// A stream that breaks behind its text, without an end of file.
+/// A stream that breaks after its content, without an end of file.
 class BreakingBuffer : public std::stringbuf {
 public:
     using std::stringbuf::stringbuf;

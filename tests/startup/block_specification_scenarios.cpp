@@ -28,7 +28,7 @@ public:
     std::string getName() const override { return "Ring"; }
 };
 
-void tell(char const* what, bool answer) { std::cout << what << ": " << (answer ? "yes" : "no") << "\n"; }
+void print(char const* what, bool answer) { std::cout << what << ": " << (answer ? "yes" : "no") << "\n"; }
 
 }  // namespace
 
@@ -42,11 +42,11 @@ VRL_SCENARIO(SpecificationOfTheDefaultFoundry) {
         std::cout << "foundry '" << spec.foundryName << "', block '" << spec.bbName << "', argument '" << spec.arg
                   << "'\n";
         address = reinterpret_cast<std::uintptr_t>(spec.foundry);
-        tell("default foundry", FactoryLoader<Foundry>::getDefault().get() == spec.foundry);
+        print("default foundry", FactoryLoader<Foundry>::getDefault().get() == spec.foundry);
         std::cout << "block of foundry " << spec.bb->getFoundryName() << "\n";
     }
     // The loader still holds what was destroyed, so the process ends without its static objects.
-    tell("still the default", reinterpret_cast<std::uintptr_t>(FactoryLoader<Foundry>::getDefault().get()) == address);
+    print("still the default", reinterpret_cast<std::uintptr_t>(FactoryLoader<Foundry>::getDefault().get()) == address);
     std::cout << vrlGetCoutMsg() << std::flush;
     std::_Exit(0);
 }

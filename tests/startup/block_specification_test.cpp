@@ -74,7 +74,7 @@ TEST_F(BlockSpecification, TakesTheDefaultArgumentWithoutASecondAt) {
     EXPECT_STREQ(vrl_spec2bb("Fab@Ring", "x@y").arg, "x@y");
 }
 
-TEST_F(BlockSpecification, TakesAllBehindTheSecondAtAsTheArgument) {
+TEST_F(BlockSpecification, TakesAllAfterTheSecondAtAsTheArgument) {
     vrl_spec2bb const spec("Fab@Ring@1@2", "x");
     EXPECT_STREQ(spec.foundryName, "Fab");
     EXPECT_STREQ(spec.bbName, "Ring");
@@ -96,7 +96,7 @@ TEST_F(BlockSpecification, KeepsBlanksInAllParts) {
     EXPECT_EQ(vrlGetCoutMsg(), "Creating:  Fab@ Ring @ 1 \nFoundry ' Fab' not defined/available\n");
 }
 
-TEST_F(BlockSpecification, DestroysTheBlockAheadOfTheFoundry) {
+TEST_F(BlockSpecification, DestroysTheBlockBeforeTheFoundry) {
     { vrl_spec2bb const spec("Fab@Ring", "x"); }
     EXPECT_EQ(life, "+house +ring -ring -house ");
 }
@@ -160,7 +160,7 @@ TEST_F(BlockSpecification, AssignmentCopiesThePointersToo) {
     target.foundry = nullptr;
 }
 
-TEST_F(BlockSpecification, NullTextsCountAsEmpty) {
+TEST_F(BlockSpecification, NullStringsCountAsEmpty) {
     EXPECT_STREQ(vrl_spec2bb("Fab@Ring", nullptr).arg, "");
     EXPECT_STREQ(vrl_spec2bb("Fab@Ring@1", nullptr).arg, "1");
     vrlCoutReset();
@@ -210,7 +210,7 @@ TEST(BlockSpecificationLayout, IsAStructureOfPublicFieldsInOrder) {
 }
 
 /// What a scenario writes, if it ends well.
-std::string told(std::string const& scenario) {
+std::string outputOf(std::string const& scenario) {
     vrl_test::Sandbox const sandbox(LIBRARY_SCENARIOS_PROGRAM);
     auto const outcome = sandbox.run(scenario);
     EXPECT_EQ(outcome.status, 0);
@@ -219,21 +219,21 @@ std::string told(std::string const& scenario) {
 }
 
 TEST(BlockSpecificationOfNoFoundry, UsesTheDefaultFoundryAndDestroysItUnderItsLoader) {
-    EXPECT_EQ(told("SpecificationOfTheDefaultFoundry"), "foundry '', block 'Ring', argument 'x'\n"
-                                                        "default foundry: yes\n"
-                                                        "block of foundry A\n"
-                                                        "destroyed Ring\n"
-                                                        "destroyed A\n"
-                                                        "still the default: yes\n"
-                                                        "Creating: @Ring\n");
+    EXPECT_EQ(outputOf("SpecificationOfTheDefaultFoundry"), "foundry '', block 'Ring', argument 'x'\n"
+                                                            "default foundry: yes\n"
+                                                            "block of foundry A\n"
+                                                            "destroyed Ring\n"
+                                                            "destroyed A\n"
+                                                            "still the default: yes\n"
+                                                            "Creating: @Ring\n");
 }
 
 TEST(BlockSpecificationOfNoFoundry, IsRefusedWithoutAnyFoundry) {
-    EXPECT_EQ(told("SpecificationWithoutFoundries"), "Can not create an object.\nCreating: @Ring\n");
+    EXPECT_EQ(outputOf("SpecificationWithoutFoundries"), "Can not create an object.\nCreating: @Ring\n");
 }
 
 TEST(BlockSpecificationOfNoFoundry, RunsTheCallbacksOfBothKinds) {
-    EXPECT_EQ(told("SpecificationWithCallbacks"), "block gone\nfoundry gone\nend\n");
+    EXPECT_EQ(outputOf("SpecificationWithCallbacks"), "block gone\nfoundry gone\nend\n");
 }
 
 }  // namespace

@@ -14,7 +14,7 @@ namespace {
 using vrl_test::times;
 using Words = std::vector<std::string>;
 
-/// The arguments behind the program name.
+/// The arguments after the program name.
 Words wordsOf(vrl_cmdline2args const& line) { return {line.argv() + 1, line.argv() + line.argc()}; }
 Words split(std::string const& line) { return wordsOf(vrl_cmdline2args(line.c_str())); }
 
@@ -38,7 +38,7 @@ TEST(CommandLine, OfWhiteSpaceAloneHoldsNoArgument) {
     EXPECT_EQ(line.argv(1), nullptr);
 }
 
-TEST(CommandLine, ArgumentsStandBehindTheProgramNameAndEndInANullPointer) {
+TEST(CommandLine, ArgumentsFollowTheProgramNameAndEndInANullPointer) {
     vrl_cmdline2args const line("in.txt  -v");
     EXPECT_EQ(line.argc(), 3);
     EXPECT_STREQ(line.argv()[0], "Kestrom Software example");
@@ -49,7 +49,7 @@ TEST(CommandLine, ArgumentsStandBehindTheProgramNameAndEndInANullPointer) {
     EXPECT_EQ(line.argv(3), nullptr);
 }
 
-TEST(CommandLine, KeepsItsArgumentsOneBehindTheOther) {
+TEST(CommandLine, KeepsItsArgumentsOneAfterTheOther) {
     vrl_cmdline2args const line("ab '' c");
     EXPECT_EQ(line.argv(2), line.argv(1) + 3);
     EXPECT_EQ(line.argv(3), line.argv(2) + 1);
@@ -90,7 +90,7 @@ TEST(CommandLine, NothingEscapesAQuote) {
     EXPECT_EQ(split("\\\"a b"), (Words{"\\\"a", "b"}));
 }
 
-TEST(CommandLine, OneCharacterBehindAClosingQuoteIsLost) {
+TEST(CommandLine, OneCharacterAfterAClosingQuoteIsLost) {
     EXPECT_EQ(split("\"a\"b c"), (Words{"a", "c"}));
     EXPECT_EQ(split("\"a\"bc d"), (Words{"a", "c", "d"}));
     EXPECT_EQ(split("'a'b"), (Words{"a"}));
@@ -98,14 +98,14 @@ TEST(CommandLine, OneCharacterBehindAClosingQuoteIsLost) {
     EXPECT_EQ(split("''''"), (Words{"", ""}));
 }
 
-TEST(CommandLine, KeepsNoHoldOfTheTextThatItSplit) {
+TEST(CommandLine, CopiesTheStringThatItSplit) {
     std::string text = "a b";
     vrl_cmdline2args const line(text.c_str());
     text = "x y";
     EXPECT_EQ(wordsOf(line), (Words{"a", "b"}));
 }
 
-TEST(CommandLine, ACopyPointsIntoTheTextOfItsSource) {
+TEST(CommandLine, ACopyPointsIntoTheBufferOfItsSource) {
     vrl_cmdline2args const source("a b");
     vrl_cmdline2args const copy(source);
     EXPECT_EQ(copy.argc(), 3);
@@ -116,7 +116,7 @@ TEST(CommandLine, ACopyPointsIntoTheTextOfItsSource) {
     EXPECT_NE(copy.argv(), source.argv());
 }
 
-TEST(CommandLine, AssignmentPointsIntoTheTextOfItsSourceAsWell) {
+TEST(CommandLine, AssignmentPointsIntoTheBufferOfItsSourceAsWell) {
     vrl_cmdline2args const source("a b");
     vrl_cmdline2args target("p q r");
     EXPECT_EQ(&(target = source), &target);
@@ -126,7 +126,7 @@ TEST(CommandLine, AssignmentPointsIntoTheTextOfItsSourceAsWell) {
     EXPECT_EQ(target.argv(3), nullptr);
 }
 
-TEST(CommandLine, HoldsItsTextInsideTheObject) {
+TEST(CommandLine, KeepsItsBufferInsideTheObject) {
     vrl_cmdline2args const line("a");
     auto const* const first = reinterpret_cast<char const*>(&line);
     EXPECT_EQ(line.argv(1), first + sizeof(void*));
@@ -150,20 +150,20 @@ TEST(CommandLineBounds, FurtherArgumentsAreDropped) {
     EXPECT_EQ(vrl_cmdline2args(times(5000, "a ").c_str()).argc(), 255);
 }
 
-TEST(CommandLineBounds, AnArgumentThatFillsTheTextIsWhole) {
+TEST(CommandLineBounds, AnArgumentThatFillsTheBufferIsWhole) {
     std::string const word = times(8191, "x");
     EXPECT_EQ(split(word), (Words{word}));
     EXPECT_EQ(split("'" + word + "'"), (Words{word}));
 }
 
-TEST(CommandLineBounds, AnArgumentBeyondTheTextIsCutAndTheRestIsDropped) {
+TEST(CommandLineBounds, AnArgumentBeyondTheBufferIsCutAndTheRestIsDropped) {
     EXPECT_EQ(split(times(8192, "x")), (Words{times(8191, "x")}));
     EXPECT_EQ(split(times(20000, "x") + " b"), (Words{times(8191, "x")}));
     EXPECT_EQ(split("'" + times(20000, "x ") + "' b"), (Words{times(4095, "x ") + "x"}));
     EXPECT_EQ(split("abc " + times(8188, "x") + " b"), (Words{"abc", times(8187, "x")}));
 }
 
-TEST(CommandLineBounds, ArgumentsThatFillTheTextTogetherAreWhole) {
+TEST(CommandLineBounds, ArgumentsThatFillTheBufferTogetherAreWhole) {
     std::string const word = times(8189, "x");
     EXPECT_EQ(split(word + " a"), (Words{word, "a"}));
     EXPECT_EQ(split(word + " a b ''"), (Words{word, "a"}));

@@ -120,7 +120,7 @@ TEST_F(ConfigFileSearch, IsNotEndedByTheDefaultFile) {
     EXPECT_EQ(vrl_test::readFile(path).substr(0, 42), "# Flush directories, normally not needed\n;");
 }
 
-TEST_F(ConfigFileSearch, GivesAnEmptyPathIfTheDefaultFileIsRefused) {
+TEST_F(ConfigFileSearch, ReturnsAnEmptyPathIfTheDefaultFileIsRefused) {
     fs::create_directories(sandbox.home() / "elsewhere");
     fs::create_directories(sandbox.home() / ".cache");
     fs::create_directory_symlink(sandbox.home() / "elsewhere", sandbox.home() / ".cache/vorlane");
@@ -162,7 +162,7 @@ TEST_F(ConfigFileSearch, CutsAFoundPathAt1023Characters) {
     EXPECT_EQ(output("ConfigFile", {"1"}), "<" + path.substr(0, 1023) + ">\n\n");
 }
 
-TEST_F(ConfigFileSearch, WritesTheWholeDefaultText) {
+TEST_F(ConfigFileSearch, WritesTheWholeDefaultFile) {
     output("ConfigFile", {"1"});
     EXPECT_EQ(vrl_test::readFile(sandbox.home() / ".cache/vorlane/VRLConfig.ini"), kDefaultText);
 }

@@ -7,7 +7,7 @@
 #include "tests/support/load_report.h"
 #include "tests/support/scenario.h"
 
-// Most of these scenarios take the path of a configuration file as their first argument; "-" stands for none.
+// Most of these scenarios take the path of a configuration file as their first argument; "-" means none.
 
 namespace {
 
@@ -15,11 +15,11 @@ void useFile(vrl_test::Arguments const& arguments) {
     if (arguments[0] != "-") vrlConfigFile(arguments[0].c_str());
 }
 
-void tellList(std::string const& key) {
+void printList(std::string const& key) {
     for (auto const& value : vrlInit_getList(key)) std::cout << "<" << value << ">\n";
 }
 
-void tellMessages() { std::cout << vrlGetCoutMsg(); }
+void printMessages() { std::cout << vrlGetCoutMsg(); }
 
 /// Registers an alias for each argument "name:value" from the third one on.
 void registerAliases(vrl_test::Arguments const& arguments, std::size_t from) {
@@ -35,15 +35,15 @@ void registerAliases(vrl_test::Arguments const& arguments, std::size_t from) {
 VRL_SCENARIO(List) {
     useFile(arguments);
     registerAliases(arguments, 2);
-    tellList(arguments[1]);
-    tellMessages();
+    printList(arguments[1]);
+    printMessages();
 }
 
 /// The number of values of a key and of messages, for what would be long.
 VRL_SCENARIO(ListSize) {
     useFile(arguments);
     std::cout << vrlInit_getList(arguments[1]).size() << " values\n";
-    tellMessages();
+    printMessages();
 }
 
 /// One start-up with aliases.
@@ -51,15 +51,15 @@ VRL_SCENARIO(StartUpWithAliases) {
     useFile(arguments);
     registerAliases(arguments, 1);
     vrlInit_vrllib(false, true);
-    tellMessages();
+    printMessages();
 }
 
 VRL_SCENARIO(ListWithUserAndVersion) {
     useFile(arguments);
     vrlInit_setUsername(arguments[2].c_str());
     vrlInit_setVersion(arguments[3].c_str());
-    tellList(arguments[1]);
-    tellMessages();
+    printList(arguments[1]);
+    printMessages();
 }
 
 VRL_SCENARIO(ListWithNullTexts) {
@@ -68,8 +68,8 @@ VRL_SCENARIO(ListWithNullTexts) {
     vrlInit_config_alias("a", nullptr);
     vrlInit_setUsername(nullptr);
     vrlInit_setVersion(nullptr);
-    tellList("");
-    tellMessages();
+    printList("");
+    printMessages();
 }
 
 VRL_SCENARIO(ListFillsAttributes) {
@@ -84,7 +84,7 @@ VRL_SCENARIO(Path) {
         vrlConfigFile(file.c_str());
         std::cout << "<" << vrlcfgPath() << ">\n";
     }
-    tellMessages();
+    printMessages();
 }
 
 /// The folder twice; the file is gone in between.
@@ -93,17 +93,17 @@ VRL_SCENARIO(PathIsKept) {
     std::cout << vrlcfgPath() << "\n";
     std::remove(arguments[0].c_str());
     std::cout << vrlcfgPath() << "\n";
-    tellMessages();
+    printMessages();
     vrlConfigFile(arguments[0].c_str());
     std::cout << vrlcfgPath() << "\n";
-    tellMessages();
+    printMessages();
 }
 
 /// The file is looked for as often as the folder is asked for, since an empty one is not kept.
 VRL_SCENARIO(PathTwice) {
     useFile(arguments);
     std::cout << "<" << vrlcfgPath() << ">\n<" << vrlcfgPath() << ">\n";
-    tellMessages();
+    printMessages();
 }
 
 /// Each sub-folder that is given, without and with a separator.
@@ -144,7 +144,7 @@ VRL_SCENARIO(LoadNames) {
     vrlInit_vrllib(false, false);
     vrlCoutReset();
     for (std::size_t i = 1; i < arguments.size(); ++i) vrlInit_loadSo(arguments[i].c_str(), true);
-    tellMessages();
+    printMessages();
 }
 
 VRL_SCENARIO(LoadNamesQuietly) {
@@ -152,7 +152,7 @@ VRL_SCENARIO(LoadNamesQuietly) {
     vrlInit_vrllib(false, false);
     vrlCoutReset();
     for (std::size_t i = 1; i < arguments.size(); ++i) vrlInit_loadSo(arguments[i].c_str(), false);
-    tellMessages();
+    printMessages();
 }
 
 /// Loads each name without any configuration.
@@ -160,20 +160,20 @@ VRL_SCENARIO(LoadNamesWithoutStart) {
     for (auto const& name : arguments) vrlInit_loadSo(name.c_str(), false);
     vrlInit_loadSo(nullptr, true);
     vrlInit_loadSo("", true);
-    tellMessages();
+    printMessages();
 }
 
 VRL_SCENARIO(LoadPdk) {
     vrlInit_PDK(arguments[0].c_str(), false);
     vrlInit_PDK("vrldll", false);
     vrlInit_loadSo("vrldll", false);
-    tellMessages();
+    printMessages();
 }
 
 VRL_SCENARIO(LoadFoundryList) {
     vrlInit_loadFoundry(arguments[0].c_str(), false);
     vrlInit_loadFoundry(nullptr, true);
-    tellMessages();
+    printMessages();
 }
 
 /// The report after a start-up and after aliases that come too late for its lines.
@@ -183,18 +183,18 @@ VRL_SCENARIO(ShowApiInfo) {
     vrlCoutReset();
     registerAliases(arguments, 1);
     vrlCoutShowAPIinfo();
-    tellMessages();
+    printMessages();
 }
 
 VRL_SCENARIO(ShowApiInfoBeforeStart) {
     vrlCoutShowAPIinfo();
-    tellMessages();
+    printMessages();
 }
 
 VRL_SCENARIO(ListSizes) {
     useFile(arguments);
     for (int i = 0; i < 2; ++i) std::cout << vrlInit_getList(arguments[1]).size() << " values\n";
-    tellMessages();
+    printMessages();
 }
 
 /// The file is written anew, with the last argument, when the folder is known.
@@ -202,8 +202,8 @@ VRL_SCENARIO(ListWithKnownPath) {
     useFile(arguments);
     vrlcfgPath();
     vrl_test::writeFile(arguments[0], arguments[2]);
-    tellList(arguments[1]);
-    tellMessages();
+    printList(arguments[1]);
+    printMessages();
 }
 
 /// Loads the name of the second argument, with aliases.
@@ -213,5 +213,5 @@ VRL_SCENARIO(LoadNameWithAliases) {
     vrlCoutReset();
     registerAliases(arguments, 2);
     vrlInit_loadSo(arguments[1].c_str(), true);
-    tellMessages();
+    printMessages();
 }

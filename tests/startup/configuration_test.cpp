@@ -28,7 +28,7 @@ TEST_F(ConfigFolder, IsThatOfTheFile) {
               "<" + at("sub") + ">\n<" + at("other") + ">\n");
 }
 
-TEST_F(ConfigFolder, IsTheFirstConfigPathAsItStands) {
+TEST_F(ConfigFolder, IsTheFirstConfigPathUnchanged) {
     EXPECT_EQ(output("Path", {file("1.ini", "ConfigPath = ..\nConfigPath = /other\n"),
                               file("2.ini", "ConfigPath = /a/\n"), file("3.ini", "ConfigPathOld = b\n")}),
               "<..>\n</a/>\n<b>\n");
@@ -81,7 +81,7 @@ TEST_F(SubFolders, TakeEmptyLevelsAsTheyAre) {
 
 TEST_F(SubFolders, AreTriedOnceInAProcess) { EXPECT_EQ(output("FolderIsTriedOnce", {file("my.ini", "")}), "10\n"); }
 
-TEST_F(SubFolders, ThatCannotBeMadeAreGivenAllTheSame) {
+TEST_F(SubFolders, ThatCannotBeMadeAreStillReturned) {
     EXPECT_EQ(output("Folders", {file("my.ini", "ConfigPath = /proc/nothere\n"), "a"}),
               "/proc/nothere/a\n/proc/nothere/a/\n");
 }
@@ -143,7 +143,7 @@ TEST_F(LoadByName, LoadsListsWithoutFormingTheirNames) {
               "only foundry\n" + vrl_test::forEachTarget("Loading of '' as ", " failed.\n"));
 }
 
-TEST_F(ApiInfo, TellsTheFileTheFormAndTheLoads) {
+TEST_F(ApiInfo, ReportsTheFileTheFormAndTheLoads) {
     std::string const path =
         file("my.ini", "sodlldir_linux = " VRL_TEST_PLUGINS "\nsodllpostfix_linux = .so.${version}\nsodllfile = "
                        "onlyFoundry\nsodllfile = nothere\n");
@@ -171,7 +171,7 @@ TEST_F(ApiInfo, CutsThePostfixAt1023Characters) {
                   "\nLoaded dll/so's:\n\nLoading failed for configured dll/so's:\nvrldll${late}\n\n");
 }
 
-TEST_F(ApiInfo, IsOnePieceBehindTheWarningOfTheSearch) {
+TEST_F(ApiInfo, IsOnePieceAfterTheWarningOfTheSearch) {
     std::string const path = (sandbox.home() / ".cache/vorlane/VRLConfig.ini").string();
     EXPECT_EQ(output("ShowApiInfoBeforeStart", {}), "-- warning: no config file found, writing default one in " + path +
                                                         "Using config file: " + path +

@@ -20,7 +20,7 @@ protected:
 
 using Includes = Keys;
 
-TEST_F(Keys, GiveTheirValuesInFileOrder) {
+TEST_F(Keys, ReturnTheirValuesInFileOrder) {
     EXPECT_EQ(values("name = 1\nother = x\nname = 2\nname=3\n", "name"), "<1>\n<2>\n<3>\n");
 }
 
@@ -48,9 +48,9 @@ TEST_F(Keys, HaveValuesUpToAComment) {
     EXPECT_EQ(values("a = 1;2\na = 3#4\na = 5 # 6 ; 7\na = 8\r9\n", "a"), "<1>\n<3>\n<5>\n<8>\n");
 }
 
-TEST_F(Keys, BehindASemicolonAreNotSeen) { EXPECT_EQ(values(";ConfigPath = .. \n", "ConfigPath"), ""); }
+TEST_F(Keys, AfterASemicolonAreIgnored) { EXPECT_EQ(values(";ConfigPath = .. \n", "ConfigPath"), ""); }
 
-TEST_F(Keys, OfAFileThatCannotBeOpenedGiveAnEmptyListAndAWarning) {
+TEST_F(Keys, OfAFileThatCannotBeOpenedAreAnEmptyListAndAWarning) {
     EXPECT_EQ(output("List", {"/nothere.ini", "a"}), "-- warning: no dll/so being loaded, no config file\n");
 }
 
@@ -84,7 +84,7 @@ TEST_F(Includes, AreReadOneInTheOther) {
     EXPECT_EQ(values("a = 1\n#include " + second + "\na = 5\n", "a"), "<1>\n<2>\n<3>\n<4>\n<3>\n<5>\n");
 }
 
-TEST_F(Includes, SkipWhiteSpaceAheadOfTheirName) {
+TEST_F(Includes, SkipWhiteSpaceBeforeTheirName) {
     std::string const inner = file("inner.ini", "a = 1\n");
     EXPECT_EQ(values("#include \t  " + inner + "\n", "a"), "<1>\n");
 }
@@ -97,7 +97,7 @@ TEST_F(Includes, NeedABlankAndAName) {
               "");
 }
 
-TEST_F(Includes, KeepTheBlanksBehindTheirName) {
+TEST_F(Includes, KeepTheBlanksAfterTheirName) {
     file("x.ini", "a = 1\n");
     EXPECT_EQ(values("#include " + at("x.ini") + " # comment\n", "a"),
               "-- warning: can not find VRLConfig.ini include: <" + at("x.ini") + " >.\n");

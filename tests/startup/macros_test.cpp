@@ -42,7 +42,7 @@ TEST_F(Macros, AreKnownInTheirCaseAndFormOnly) {
               "<${Version} $version {version} ${versio} ${none}>\n");
 }
 
-TEST_F(Macros, OfAHostExpandWhereverTheyStand) {
+TEST_F(Macros, OfAHostExpandAnywhereInALine) {
     EXPECT_EQ(outputOf("List", "${key} = a${tool}b${tool}\n", {"k", "tool:x", "key:k"}), "<axbx>\n");
 }
 
@@ -65,7 +65,7 @@ TEST_F(Macros, CanHaveNoNameAndNoValue) {
     EXPECT_EQ(outputOf("ListWithNullTexts", "k = 1${}2${a}3${user}4${version}5\n", {}), "<12345>\n");
 }
 
-TEST_F(MacrosAtStartUp, ExpandBehindTheCutsAndAheadOfThemForLists) {
+TEST_F(MacrosAtStartUp, ExpandAfterTheCutsAndBeforeThemForLists) {
     EXPECT_EQ(outputOf("StartUpWithAliases", "foo = a${c}b\n", {"c:#"}), missing("a#b") + missing("vrldll"));
     EXPECT_EQ(outputOf("StartUpWithAliases", "foo = ${c}\n", {"c:;"}),
               vrl_test::forEachTarget("Loading of '' as ", " failed.\n") + missing("vrldll"));

@@ -5,7 +5,7 @@
 #include "tests/support/load_report.h"
 #include "tests/support/scenario.h"
 
-// Most of these scenarios take the path of a configuration file as their first argument; "-" stands for none.
+// Most of these scenarios take the path of a configuration file as their first argument; "-" means none.
 
 namespace {
 
@@ -61,7 +61,7 @@ VRL_SCENARIO(StartUpWithStandard) {
     std::cout << vrlGetCoutMsg();
 }
 
-/// The main plug-in's view is there already.
+/// The main plug-in's view is registered already.
 VRL_SCENARIO(StartUpWithParser) {
     useFile(arguments);
     vrlInit_StandardSo("onlyFoundry");
@@ -103,19 +103,19 @@ VRL_SCENARIO(StartUpAs) {
     std::cout << vrlGetCoutMsg();
 }
 
-/// Sets a version with " beta" ahead of two starts with a good file and one with a file that is not there, and tells
-/// the version ahead of each start and behind it.
+/// Sets a version with " beta" before two starts with a good file and one with a missing file, and prints the
+/// version before and after each start.
 VRL_SCENARIO(StartUpsWithBeta) {
-    auto const tellVersion = [&] {
+    auto const printVersion = [&] {
         vrlConfigFile(arguments[0].c_str());
         for (auto const& value : vrlInit_getList("name")) std::cout << value << "\n";
     };
     for (char const* version : {"5 beta", "6 beta", "7 beta"}) {
         vrlInit_setVersion(version);
-        tellVersion();
+        printVersion();
         vrlConfigFile(arguments[*version == '7' ? 1 : 0].c_str());
         vrlInit_vrllib(false, true);
-        tellVersion();
+        printVersion();
     }
 }
 
@@ -138,7 +138,7 @@ VRL_SCENARIO(StartUpThrows) {
     std::cout << vrlInit_getList("").size() << "\n";
 }
 
-/// Starts with a newly set path between two starts, when the first one settled on the searched file.
+/// Starts with a newly set path between two starts, when the first one chose the searched file.
 VRL_SCENARIO(StartUpThenOverride) {
     vrlInit_vrllib(false, true);
     std::cout << vrlGetCoutMsg() << "--\n";

@@ -35,7 +35,7 @@ using StartUpOrder = StartUp;
 using StartUpLines = StartUp;
 using StandardPlugins = StartUp;
 using SecondStartUp = StartUp;
-using VersionText = StartUp;
+using VersionString = StartUp;
 
 TEST_F(StartUpOrder, LoadsTheMainPluginAndTheStandardOnesForAnEmptyFile) {
     fs::copy_file(pluginFile("vrldll"), sandbox.work() / "vrldll");
@@ -46,14 +46,14 @@ TEST_F(StartUpOrder, LoadsTheMainPluginAndTheStandardOnesForAnEmptyFile) {
               "vrldll\nonly foundry\nvrldll: post-load\n");
 }
 
-TEST_F(StartUpOrder, LeavesTheStandardPluginsOutIfTheViewOfTheMainOneIsThere) {
+TEST_F(StartUpOrder, LeavesTheStandardPluginsOutIfTheViewOfTheMainOneIsPresent) {
     EXPECT_EQ(output("StartUpWithParser", {file(kPluginLines + "sodllfile = threeEntries\n")}),
               "three: foundry\nthree: block\nthree: netlist\n"
               "three: post-load 1\nthree: post-load 2\nthree: post-load 3\n");
 }
 
-TEST_F(StartUpOrder, ShowsTheMessagesAheadOfTheStandardPluginsOfTheEnd) {
-    // Without a terminal the box is a text on standard error.
+TEST_F(StartUpOrder, ShowsTheMessagesBeforeTheStandardPluginsOfTheEnd) {
+    // Without a terminal the box is a message on standard error.
     auto const outcome =
         sandbox.run("StartUpShown", {file(kPluginLines + "foo = " + pluginFile("onlyFoundry") + "\n")});
     EXPECT_EQ(outcome.err, "Vorlane\nonly foundry\n");
@@ -96,7 +96,7 @@ TEST_F(StartUpOrder, CallsThePostLoadHookOnceForEachEntryPoint) {
               "three: post-load 1\nthree: post-load 2\nthree: post-load 3\n");
 }
 
-TEST_F(StartUpOrder, GoesOnBehindWhatCannotBeLoaded) {
+TEST_F(StartUpOrder, ContinuesAfterALibraryThatCannotBeLoaded) {
     std::string const text = vrl_test::writeFile(sandbox.work() / "text.so", std::string(200, '-'));
     std::string const cut = vrl_test::copyPart(pluginFile("threeEntries"), sandbox.work() / "cut.so", 5000);
     EXPECT_EQ(startedWithPlugins("foo = " + text + "\nfoo = " + cut + "\nfoo = /no.so\nfoo = " + pluginFile("noEntry") +
@@ -154,7 +154,7 @@ TEST_F(StartUpLines, ExpandTheMacroThatTheScanPutsTogether) {
               "only foundry\n" + missing("vrldllb}"));
 }
 
-TEST_F(StartUpLines, LoadOnlyWhatStandsAheadOfASemicolon) {
+TEST_F(StartUpLines, LoadOnlyWhatIsBeforeASemicolon) {
     EXPECT_EQ(startedWithPlugins("sodllfile = onlyFoundry;threeEntries\n"),
               "vrldll\nonly foundry\nvrldll: post-load\n");
 }
@@ -206,7 +206,7 @@ TEST_F(StartUpLines, ClearTheFoldersWithAnyKeyThatStartsSo) {
               missing("/nowhere/lib_wn_vrldll.so.5.1.3") + kMain + kMainEnd);
 }
 
-TEST_F(StartUpLines, TakeThePostfixForWhatStandsBehindIt) {
+TEST_F(StartUpLines, TakeThePostfixForTheLinesAfterIt) {
     EXPECT_EQ(started("sodlldir_linux = " VRL_TEST_PLUGINS "\nsodllfile = onlyFoundry\nsodllpostfix_linux = "
                       ".so.5.1.3\nsodllfile = onlyFoundry\n"),
               missing(VRL_TEST_PLUGINS "/lib_wn_vrldll") + missing(VRL_TEST_PLUGINS "/lib_wn_onlyFoundry") +
@@ -250,7 +250,7 @@ TEST_F(StartUpLines, EndAtAZeroByte) {
               "vrldll\nonly foundry\nvrldll: post-load\n");
 }
 
-TEST_F(StandardPlugins, ComeRightAheadOfTheFirstNamedLibrary) {
+TEST_F(StandardPlugins, ComeRightBeforeTheFirstNamedLibrary) {
     EXPECT_EQ(output("StartUpWithStandard", {file(kPluginLines + "foo = " + pluginFile("threeEntries") +
                                                   "\nsodllfile = version20111\nsodllfile = version30000\n"),
                                              "onlyFoundry", "version20110"}),
@@ -339,15 +339,15 @@ struct VersionCase {
     char const* used;
 };
 
-class VersionTexts : public StartUp, public testing::WithParamInterface<VersionCase> {};
+class VersionStrings : public StartUp, public testing::WithParamInterface<VersionCase> {};
 
-TEST_P(VersionTexts, AreCut) {
+TEST_P(VersionStrings, AreCut) {
     EXPECT_EQ(output("StartUpAs", {file("foo = /v${version}.so\n"), GetParam().given, "u", "wn"}),
               missing("/v" + std::string(GetParam().used) + ".so") + missing("vrldll"));
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Given, VersionTexts,
+    Given, VersionStrings,
     testing::Values(VersionCase{"Plain", "5.1.4", "5.1.4"}, VersionCase{"BlankPatch", "5.1.3 patch 2", "5.1.3"},
                     VersionCase{"DotPatch", "5.1.3.patch2", "5.1.3"},
                     VersionCase{"BlankPatchFirst", "1.patch 2 patch 3", "1.patch 2"},
@@ -355,7 +355,7 @@ INSTANTIATE_TEST_SUITE_P(
                     VersionCase{"BetaThatComesAbout", "5 be betata", "5"}, VersionCase{"Empty", "", ""}),
     [](auto const& test) { return std::string(test.param.title); });
 
-TEST_F(VersionText, OfAReadPostfixStays) {
+TEST_F(VersionString, OfAReadPostfixStays) {
     EXPECT_EQ(output("StartUpThenNewVersion", {file("sodlldir_linux = /n\nsodllpostfix_linux = .${version}\n")}),
               missing("/n/lib_wn_x.5.1.3"));
 }

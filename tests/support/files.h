@@ -20,13 +20,13 @@ private:
     std::filesystem::path folder;
 };
 
-/// Writes a file with its missing folders. Yields its path.
+/// Writes a file with its missing folders. Returns its path.
 std::string writeFile(std::filesystem::path const& path, std::string const& text);
 
 /// The bytes of a file; empty if there is none.
 std::string readFile(std::filesystem::path const& path);
 
-/// Writes the first bytes of a file into another one. Yields the path of that.
+/// Writes the first bytes of a file into another one. Returns the path of that.
 std::string copyPart(std::filesystem::path const& from, std::filesystem::path const& to, std::size_t bytes);
 
 /// A text several times in a row.

@@ -10,7 +10,7 @@ using namespace Vorlane_v1_0;
 
 platform::Button pressOk(char const*, char const*) { return platform::Button::kOk; }
 
-// A real plug-in would bring a second copy of the library into the program.
+// A real plug-in would load a second copy of the library into the program.
 void* open(char const*, platform::SystemError& error) {
     static int module = 0;
     error = {};

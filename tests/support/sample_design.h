@@ -119,7 +119,7 @@ std::string saved(T& object) {
     return object.write(&writer) ? stream.str() : "write failed";
 }
 
-/// Reads an object from bytes and yields the result of read.
+/// Reads an object from bytes and returns the result of read.
 template <class T>
 bool readBack(T& object, std::string const& bytes) {
     std::istringstream stream(bytes);

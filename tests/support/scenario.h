@@ -14,7 +14,7 @@ using Scenario = void (*)(Arguments const& arguments);
 /// Makes a scenario known to the program; always true.
 bool addScenario(std::string const& name, Scenario scenario);
 
-/// Runs the scenario that the first argument names with the others. Yields the status for the system: 2 for an unknown
+/// Runs the scenario that the first argument names with the others. Returns the status for the system: 2 for an unknown
 /// name, 3 with a line on standard error if it throws.
 int runScenario(int count, char const* const* words);
 

@@ -1,5 +1,5 @@
 # Compares the exported symbols of LIBRARY with the list KEPT. Writes those that were found to FOUND, ready to become the
-# new list when the interface has grown on purpose.
+# new list when the interface was extended by design.
 cmake_minimum_required(VERSION 3.25)
 
 execute_process(COMMAND ${NM} --dynamic --defined-only --format=just-symbols ${LIBRARY}

@@ -6,7 +6,7 @@
 
 namespace vrl_test {
 
-/// A netlist of blocks of the sample plug-ins, built step by step; its numbers begin at 1. Ends are told as
+/// A netlist of blocks of the sample plug-ins, built step by step; its numbers begin at 1. Ports are named as
 /// "element,port".
 class SampleCircuit {
 public:
@@ -31,7 +31,7 @@ public:
     SampleCircuit& set(std::string const& element, std::string const& parameter, double value);
 
     vrl::Netlist& netlist() { return *circuit; }
-    /// Saves the netlist. Yields the path.
+    /// Saves the netlist. Returns the path.
     std::string save(std::string const& path);
 
 private:
@@ -43,7 +43,7 @@ private:
 /// A Mach-Zehnder interferometer: in -> split -> (upper, lower: straight of 100 and 150 um) -> join -> out.
 void addInterferometer(SampleCircuit& circuit);
 
-/// A phase modulator between two edge couplers, its electrical ports on the DC boundary, and a composite behind it.
+/// A phase modulator between two edge couplers, its electrical ports on the DC boundary, and a composite after it.
 void addModulator(SampleCircuit& circuit);
 
 }  // namespace vrl_test

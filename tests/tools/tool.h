@@ -20,11 +20,11 @@ public:
 
     /// A path in the folder, which is the working folder of the program.
     std::string path(std::string const& name) const { return (sandbox.work() / name).string(); }
-    /// Writes a file into the folder. Yields its bare name, as a command would be given it.
+    /// Writes a file into the folder. Returns its bare name, as the argument of a command.
     std::string write(std::string const& name, std::string const& text) const;
     /// The content of a file in the folder.
     std::string read(std::string const& name) const;
-    /// Writes a configuration that loads the libraries of these names from the folder of the sample plug-ins. Yields
+    /// Writes a configuration that loads the libraries of these names from the folder of the sample plug-ins. Returns
     /// its bare name, for --config.
     std::string writeConfig(std::string const& name, std::vector<std::string> const& libraries) const;
 

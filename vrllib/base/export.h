@@ -5,7 +5,7 @@
 // VRL_API            a class, function or specialised function template of the interface
 // VRL_TEMPLATE       the primary template of an exported class template
 // VRL_INSTANCE       extern template class VRL_INSTANCE X<T>; in a header. The one instantiation, template class X<T>;,
-//                    stands in a .cpp without any attribute
+//                    is in a .cpp without any attribute
 // VRL_PLUGIN_EXPORT  an entry point of a plug-in, under its plain name
 // VRL_PRINTF_FORMAT  (text, first) a function that formats as printf does, from these parameters, counted from 1; the
 //                    compiler then checks its arguments

@@ -4,6 +4,7 @@ namespace Vorlane_v1_0 {
 
 VersionClient::VersionClient(Version const& v) : seenCount(v.get()), watched(v) {}
 
+// `watched` stays: a client watches one Version all its life.
 VersionClient& VersionClient::operator=(VersionClient const& other) {
     seenCount = other.seenCount;
     return *this;

@@ -30,7 +30,7 @@ public:
         LetiSolver = 2002
     };
 
-    /// Which fabrication house, or packager, a design is meant for.
+    /// Which fabrication house, or packager, a design is made for.
     enum FoundryID : int {
         UndefFoundry = 0,
         InHouseFoundry = 1,

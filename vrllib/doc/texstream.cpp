@@ -145,7 +145,7 @@ void texstream::pdf() { close(true); }
 void texstream::rtf() { close(true); }
 
 texstream& texstream::docHdrInc() {
-    docHdr = static_cast<std::int32_t>(static_cast<std::uint32_t>(docHdr) + 1U);  // goes round without harm
+    docHdr = static_cast<std::int32_t>(static_cast<std::uint32_t>(docHdr) + 1U);  // wraps without harm
     return *this;
 }
 

@@ -44,7 +44,7 @@ public:
     /**@}*/
 
     /**@{*/
-    /// Shift the sectioning base by one level, without bounds. Yield this texstream.
+    /// Shift the sectioning base by one level, without bounds. Return this texstream.
     texstream& docHdrInc();
     texstream& docHdrDec();
     /**@}*/

@@ -25,10 +25,10 @@ bool isWithin(std::uint64_t offset, std::uint64_t length, std::uint64_t size) {
     return offset <= size && length <= size - offset;
 }
 
-/// A look at one library file; each step ends with whether the file is sound so far.
-class Look {
+/// Reads one library file; each step returns whether the file is sound so far.
+class ElfReader {
 public:
-    Look(File const& opened, std::uint64_t fileSize) : file(opened), size(fileSize) {}
+    ElfReader(File const& opened, std::uint64_t fileSize) : file(opened), size(fileSize) {}
 
     bool isLibraryOfThisMachine();
     bool hasItsSegments();
@@ -51,13 +51,13 @@ private:
     std::vector<Dynamic> dynamic;
 };
 
-bool Look::isLibraryOfThisMachine() {
+bool ElfReader::isLibraryOfThisMachine() {
     constexpr unsigned char kClass = sizeof(void*) == 8 ? ELFCLASS64 : ELFCLASS32;
     return file.readAt(0, &header, sizeof header) && std::memcmp(header.e_ident, ELFMAG, SELFMAG) == 0 &&
            header.e_ident[EI_CLASS] == kClass && header.e_phentsize == sizeof(Segment) && header.e_type == ET_DYN;
 }
 
-bool Look::hasItsSegments() {
+bool ElfReader::hasItsSegments() {
     segments.resize(header.e_phnum);
     if (!file.readAt(header.e_phoff, segments.data(), segments.size() * sizeof(Segment))) return false;
     return std::all_of(segments.begin(), segments.end(), [&](Segment const& segment) {
@@ -65,12 +65,12 @@ bool Look::hasItsSegments() {
     });
 }
 
-bool Look::hasRoomForSections() const {
+bool ElfReader::hasRoomForSections() const {
     return isWithin(header.e_shoff, std::uint64_t{header.e_shnum} * header.e_shentsize, size);
 }
 
 // The first section header is all zeros in a sound file; that of the names, mostly the last one, never is.
-bool Look::hasNamesOfSections() const {
+bool ElfReader::hasNamesOfSections() const {
     if (header.e_shnum == 0 || header.e_shentsize != sizeof(Section)) return true;
     if (header.e_shstrndx == SHN_UNDEF || header.e_shstrndx >= header.e_shnum) return true;
     Section names;
@@ -78,7 +78,7 @@ bool Look::hasNamesOfSections() const {
            names.sh_type == SHT_STRTAB;
 }
 
-bool Look::hasItsDynamicTable() {
+bool ElfReader::hasItsDynamicTable() {
     auto const segment = std::find_if(segments.begin(), segments.end(),
                                       [](Segment const& candidate) { return candidate.p_type == PT_DYNAMIC; });
     if (segment == segments.end()) return true;  // the system says that it is no dynamic file
@@ -96,18 +96,18 @@ bool Look::hasItsDynamicTable() {
            (!value(DT_INIT_ARRAY) || hasTable(DT_INIT_ARRAY, DT_INIT_ARRAYSZ));
 }
 
-std::uint64_t Look::value(std::int64_t tag) const {
+std::uint64_t ElfReader::value(std::int64_t tag) const {
     auto const found = std::find_if(dynamic.begin(), dynamic.end(),
                                     [tag](Dynamic const& entry) { return std::int64_t{entry.d_tag} == tag; });
     return found == dynamic.end() ? 0 : found->d_un.d_val;
 }
 
-bool Look::hasTable(std::int64_t addressTag, std::int64_t sizeTag) const {
+bool ElfReader::hasTable(std::int64_t addressTag, std::int64_t sizeTag) const {
     std::uint64_t offset = 0;
     return value(addressTag) != 0 && locate(value(addressTag), value(sizeTag), offset);
 }
 
-bool Look::locate(std::uint64_t address, std::uint64_t length, std::uint64_t& offset) const {
+bool ElfReader::locate(std::uint64_t address, std::uint64_t length, std::uint64_t& offset) const {
     for (Segment const& segment : segments) {
         if (segment.p_type != PT_LOAD || address < segment.p_vaddr) continue;
         std::uint64_t const distance = address - segment.p_vaddr;
@@ -118,7 +118,7 @@ bool Look::locate(std::uint64_t address, std::uint64_t length, std::uint64_t& of
     return false;
 }
 
-std::string Look::nameAt(std::uint64_t offset) const {
+std::string ElfReader::nameAt(std::uint64_t offset) const {
     std::uint64_t const table = value(DT_STRTAB), tableSize = value(DT_STRSZ);
     std::uint64_t place = 0;
     if (offset >= tableSize || !locate(table, tableSize, place)) return {};
@@ -128,7 +128,7 @@ std::string Look::nameAt(std::uint64_t offset) const {
     return name;
 }
 
-void Look::readNames(ElfCheck& result) const {
+void ElfReader::readNames(ElfCheck& result) const {
     for (Dynamic const& entry : dynamic) {
         if (entry.d_tag == DT_NEEDED) result.needed.push_back(nameAt(entry.d_un.d_val));
         if (entry.d_tag != DT_RUNPATH && entry.d_tag != DT_RPATH) continue;
@@ -142,14 +142,14 @@ void Look::readNames(ElfCheck& result) const {
 
 ElfCheck checkElf(File const& file, std::uint64_t size) {
     ElfCheck result;
-    Look look(file, size);
-    if (!look.isLibraryOfThisMachine()) return result;
-    if (!look.hasItsSegments() || !look.hasRoomForSections())
+    ElfReader reader(file, size);
+    if (!reader.isLibraryOfThisMachine()) return result;  // the system refuses it by itself, and says why
+    if (!reader.hasItsSegments() || !reader.hasRoomForSections())
         result.damage = "file too short";
-    else if (!look.hasNamesOfSections() || !look.hasItsDynamicTable())
+    else if (!reader.hasNamesOfSections() || !reader.hasItsDynamicTable())
         result.damage = "file damaged";
     else
-        look.readNames(result);
+        reader.readNames(result);
     return result;
 }
 

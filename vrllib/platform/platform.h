@@ -18,7 +18,7 @@ struct SystemError {
         kNotARegularFile  ///< a folder, a pipe or a device in place of a library
     };
 
-    unsigned code = 0;  ///< 0: the system gave no reason
+    unsigned code = 0;  ///< 0: the system reported no reason
     std::string text;   ///< the system's own text, empty if it has none
     Reason reason = Reason::kOther;
 };
@@ -46,8 +46,8 @@ std::vector<Match> listMatches(std::string const& pattern);
 /// What was pressed in a message box.
 enum class Button { kOk = 1, kCancel = 2 };
 
-/// Shows a text modally with the buttons OK and Cancel. It never blocks a program that nobody watches. Null texts count
-/// as empty.
+/// Shows a message modally with the buttons OK and Cancel. It never blocks a program that nobody watches. Null texts
+/// count as empty.
 Button showMessageBox(char const* text, char const* caption);
 
 bool pathExists(std::string const& path);
@@ -55,7 +55,8 @@ bool pathExists(std::string const& path);
 /// Makes one folder. A failure, an existing folder included, goes unreported.
 void makeFolder(std::string const& path);
 
-/// The value of an environment variable, or nothing. A privileged program sees none where the system can tell.
+/// The value of an environment variable, or nothing. A privileged program sees none where the system reports that it is
+/// one.
 std::optional<std::string> environment(char const* name);
 
 /// Opens a configuration file, which has to be a regular file, for reading, in text mode. Null if it cannot be opened;
@@ -77,7 +78,7 @@ std::FILE* openDefaultConfigFile();
 /// The separator of folders in a path.
 extern char const kSeparator;
 
-/// The keys of the configuration file that this system obeys, compared over their whole length.
+/// The keys of the configuration file that this system reads, compared over their whole length.
 extern char const* const kLibraryFolderKey;
 extern char const* const kLibraryPostfixKey;
 

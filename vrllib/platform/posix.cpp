@@ -39,14 +39,14 @@ std::string defaultConfigFolder() {
 }
 
 /// Whether only the effective user can change a file or a folder.
-bool isOurs(struct stat const& status) {
+bool isPrivate(struct stat const& status) {
     return status.st_uid == ::geteuid() && (status.st_mode & (S_IWGRP | S_IWOTH)) == 0;
 }
 
 /// Whether an open file is a regular one of this user that nobody else can write, which it then stays.
 bool takeOver(File const& file) {
     struct stat status;
-    if (::fstat(file.number(), &status) != 0 || !S_ISREG(status.st_mode) || !isOurs(status)) return false;
+    if (::fstat(file.number(), &status) != 0 || !S_ISREG(status.st_mode) || !isPrivate(status)) return false;
     return ::fchmod(file.number(), 0600) == 0;
 }
 
@@ -103,6 +103,7 @@ std::string defaultConfigFile() {
     return folder.empty() ? folder : folder + "/" + kConfigFileName;
 }
 
+// Private folders, since the file in them decides which code gets loaded.
 void makeConfigFolders() {
     std::string const home = homeFolder();
     if (home.empty()) return;
@@ -116,7 +117,7 @@ void makeConfigFolders() {
 std::FILE* openDefaultConfigFile() {
     File const folder(::open(defaultConfigFolder().c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
     struct stat status;
-    if (!folder || ::fstat(folder.number(), &status) != 0 || !isOurs(status)) return nullptr;
+    if (!folder || ::fstat(folder.number(), &status) != 0 || !isPrivate(status)) return nullptr;
     File file(::openat(folder.number(), kConfigFileName,
                        O_WRONLY | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC, 0600));
     if (!file || !takeOver(file) || ::ftruncate(file.number(), 0) != 0) return nullptr;

@@ -18,12 +18,12 @@ namespace {
 using Reason = SystemError::Reason;
 
 constexpr unsigned kLoadFailed = 1;       // the system has words for its failures, but no numbers
-constexpr unsigned kSymbolMissing = 127;  // the number that Windows gives to this case
+constexpr unsigned kSymbolMissing = 127;  // the number of this case on Windows
 
 /// Looks at a library, and at those that it depends on, before the system maps them.
 class Inspection {
 public:
-    /// What the system's loader would wait for or fall over; without a text if it may have a look itself.
+    /// What the system's loader would wait for or crash on; an empty message if it can report by itself.
     SystemError of(std::string const& path);
 
 private:
@@ -90,7 +90,8 @@ void* baseOf(void const* address) {
     return ::dladdr(address, &info) != 0 ? info.dli_fbase : nullptr;
 }
 
-bool liesIn(void* module, void const* symbol) {
+/// Whether a symbol is the module's own: dlsym finds those of its dependencies as well.
+bool isIn(void* module, void const* symbol) {
     link_map* map = nullptr;
     if (::dlinfo(module, RTLD_DI_LINKMAP, &map) != 0 || !map) return false;
     void* const base = baseOf(symbol);
@@ -105,6 +106,8 @@ void* loadLibrary(char const* path, SystemError& error) {
     std::string const file = findLibrary(path);
     if (!file.empty() && !isMapped(path)) error = Inspection().of(file);
     if (error.code != 0) return nullptr;
+    // At once, so that a missing symbol is a failure here and no crash later; local, so that equal names of two
+    // plug-ins do not meet.
     void* const module = ::dlopen(path, RTLD_NOW | RTLD_LOCAL);
     if (module) return module;
     if (char const* const text = ::dlerror())
@@ -115,7 +118,7 @@ void* loadLibrary(char const* path, SystemError& error) {
 void* findSymbol(void* module, char const* name, SystemError& error) {
     error = {};
     void* const symbol = module && name ? ::dlsym(module, name) : nullptr;
-    if (symbol && liesIn(module, symbol)) return symbol;
+    if (symbol && isIn(module, symbol)) return symbol;
     ::dlerror();  // forgotten, so that it is not taken for the reason of a later failure
     error = {kSymbolMissing, std::string("undefined symbol: ") + (name ? name : ""), Reason::kMissingSymbol};
     return nullptr;

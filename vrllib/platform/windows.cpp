@@ -32,7 +32,8 @@ std::vector<Match> listMatches(std::string const& pattern) {
     HANDLE const search = ::FindFirstFileA(pattern.c_str(), &entry);
     if (search == INVALID_HANDLE_VALUE) return matches;
     do {
-        // The system also matches the short names and longer endings, so each result is held against the pattern again.
+        // The system also matches the short names and longer endings, so each result is compared with the pattern
+        // again.
         if (matchesWildcard(wanted, folded(entry.cFileName)))
             matches.push_back({entry.cFileName, (entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0});
     } while (::FindNextFileA(search, &entry));

@@ -98,7 +98,7 @@ bool Load::succeeds(EntryCall call, void* factory) {
         call(found, factory);
         return true;
     });
-    soload_addSo(module);
+    soload_addSo(module);  // only now: the hooks after all loading leave out a library whose entry point threw
     event.outcome = LoadOutcome::kLoaded;
     return true;
 }

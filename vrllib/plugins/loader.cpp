@@ -52,6 +52,7 @@ void soload_iter(std::list<void*>::iterator* begin, std::list<void*>::iterator* 
     if (end) *end = handles.end();
 }
 
+// A called function may load libraries: they come at the end of the list, so that the walk reaches them, too.
 void soloader_Call(char const* name) {
     std::string const function = name ? name : "";
     for (void* const module : loaderState().loadedHandles) {

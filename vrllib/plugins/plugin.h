@@ -6,7 +6,7 @@
 /// What a plug-in says about itself. factory_loader.h has the entry points for its classes.
 
 /// Defines `getAPIversion`: the version of the library that a plug-in was made for, which the version gate of
-/// needsLibaryVersion compares. It stands once in a plug-in, in no namespace.
+/// needsLibaryVersion compares. Use it once in a plug-in, in no namespace.
 ///
 ///     VRL_PLUGIN_API_VERSION(2, 1, 11);
 #define VRL_PLUGIN_API_VERSION(major, minor, patch)                                                                    \

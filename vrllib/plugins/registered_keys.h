@@ -14,7 +14,7 @@
 namespace Vorlane_v1_0::detail {
 
 /// The keys of the seven factories with the types of their creators, as they were when this was last asked. The type
-/// tells a new creator from the one before, and its address lies in the file that holds the code.
+/// distinguishes a new creator from the one before, and its address is in the file that contains the code.
 class RegisteredKeys {
 public:
     /// Takes over what the factories hold now.

@@ -127,6 +127,7 @@ void ConfigReader::include(std::string const& line) {
     while (begin < line.size() && isSpace(line[begin])) ++begin;
     std::string name = line.substr(begin);
     if (name.empty()) return;
+    // The search for the folder may read the file again, which counts to the limits of this reading.
     if (name.front() == '~') name.replace(0, 1, configFolder(reading));
     reading.filesSpent = reading.files == kMostFiles;
     if (!reading.limitPassed() && !open(name))

@@ -85,10 +85,11 @@ void vrlInit_loadSo(char const* name, bool verbose) {
     std::string const library = orEmpty(name);
     if (library.empty()) return;
     auto& settings = configuration();
+    // The main plug-in is tried once in a process, whether or not it was found.
     if (library == "vrldll" && std::exchange(settings.vrldllLoaded, true)) return;
     auto const folders = settings.sodllDirs;  // a copy, since a plug-in may start the library again
     for (std::string const& folder : folders) loadFormed(folder, library, verbose);
-    if (folders.empty()) loadFormed("", library, true);
+    if (folders.empty()) loadFormed("", library, true);  // a failure is reported here even if `verbose` is false
 }
 
 void vrlInit_PDK(char const* name, bool verbose) { vrlInit_loadSo(name, verbose); }

@@ -18,7 +18,7 @@
 /// value. Values may be empty. The list is empty, with a warning in the message channel, if there is no file to read.
 VRL_API std::vector<std::string> vrlInit_getList(std::string const& key);
 
-/// The configuration folder: the first ConfigPath of the file as it stands, otherwise the folder of the file.
+/// The configuration folder: the first ConfigPath of the file unchanged, otherwise the folder of the file.
 ///
 /// Without a trailing separator, unless that value has one. Kept until vrlConfigFile(path) is called.
 VRL_API std::string vrlcfgPath();
@@ -38,7 +38,7 @@ VRL_API std::string vrlcfgFolderFile(char const* file, char const* folder);
 VRL_API std::string vrlcfgFolderFile(std::string const& file, std::string const& folder);
 /**@}*/
 
-/// Makes "${name}" stand for a value in every line that is read from now on. The first alias of a name wins.
+/// Replaces "${name}" by a value in every line that is read from now on. The first alias of a name wins.
 VRL_API void vrlInit_config_alias(char const* name, char const* value);
 
 /// Loads a plug-in by name from each folder of the configuration, for all targets; from the system's own search if the

@@ -4,7 +4,7 @@
 
 namespace Vorlane_v1_0::detail {
 
-/// Replaces the macros of the configuration in a text: the built-in ones, then the aliases in the order of
+/// Replaces the macros of the configuration in a string: the built-in ones, then the aliases in the order of
 /// registration.
 ///
 /// So the value of an alias can hold a later alias, but no built-in macro and no earlier alias. What does not fit the

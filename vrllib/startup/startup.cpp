@@ -54,6 +54,8 @@ private:
 };
 
 // The first key that matches, and finds the value that it needs, ends the line. Keys of other systems match none.
+// A key is compared with the start of the line: "d" also takes every word that begins with it, as none of the longer
+// keys does.
 Startup::Key const* Startup::firstKey() {
     using Text = std::string const&;
     static Key const keys[] = {
@@ -81,7 +83,7 @@ void Startup::act(std::string line, ConfigReader const& reader) {
     }
 }
 
-// The line is taken as it stands, key and "=" included, so the scan looks into a folder of that whole name.
+// The line is taken unchanged, key and "=" included, so the scan reads a folder of that whole name.
 void Startup::scanFolder(std::string const& line) {
     std::string const postfix = configuration().sodllPostfix;
     std::string folder = line + "*" + postfix;
@@ -127,7 +129,8 @@ void removeAll(std::string& text, std::string const& part) {
         text.erase(place, part.size());
 }
 
-// The place is not one of those that are searched: the next search writes the file again, and says so again.
+// The place is not one of those that are searched: the next search writes the file again, and says so again. A path
+// that `found` would cut is not written, since `found` would then name another file.
 char const* writeDefaultFile() {
     auto& found = configuration().configFileFound;
     platform::makeConfigFolders();
@@ -144,12 +147,12 @@ char const* writeDefaultFile() {
     return found;
 }
 
-/// Settles the file, on the first call of start-up only.
+/// The file of this process: chosen on the first call, since later starts keep it even if another one is set.
 std::string chosenConfigFile() {
     auto& settings = configuration();
     if (!settings.configFileInUse) {
         settings.configFileInUse = vrlConfigFile();
-        Attributes::factory();
+        Attributes::factory();  // registers the value types of the library before any plug-in registers a key
     }
     return settings.configFileInUse;
 }
@@ -186,6 +189,7 @@ void vrlInit_vrllib(bool showMessages, bool verbose) {
     removeAll(configuration().versionText, " beta");
     if (!actOnFile(path, startup)) return warnUnreadable(path);
     if (showMessages) vrlShowCoutMsg();
+    // A file without names still gets the standard plug-ins, but after the box: their messages stay in the channel.
     startup.loadNamed("");
     soloader_PostLoad();
 }
@@ -202,7 +206,7 @@ char const* vrlConfigFile() {
 
 void vrlConfigFile(char const* path) {
     store(configuration().configFileOverride, path ? path : "");
-    configuration().configPathCache.clear();
+    configuration().configPathCache.clear();  // the folder was that of the file before
 }
 
 void vrlInit_setVersion(char const* version) {

@@ -15,7 +15,7 @@
 /// One reading of a configuration, start-up or vrlInit_getList, ends at a limit with one line in the message channel:
 /// 10,000 included files, 64 MiB, 1,000,000 lines, 35,000 loads (a library in one folder is seven), 8 MiB of messages.
 
-/// Brings the library up: clears the message channel, settles the configuration file, reads it line by line and loads
+/// Brings the library up: clears the message channel, chooses the configuration file, reads it line by line and loads
 /// what it names, makes sure that the standard plug-ins are there, and calls the post-load hook of each plug-in.
 ///
 /// `showMessages`: show the message channel once, after the last line and before the standard plug-ins are loaded at
@@ -34,7 +34,7 @@ VRL_API void vrlConfigFile(char const* path);
 /// Where the configuration file is searched for, in order; the first that exists is taken.
 VRL_API std::vector<std::string> vrlConfigFilePlaces();
 
-/// Sets the value of ${version}, without the patch that may follow: "5.1.3 patch 2" gives "5.1.3".
+/// Sets the value of ${version}, without the patch that may follow: "5.1.3 patch 2" becomes "5.1.3".
 VRL_API void vrlInit_setVersion(char const* version);
 
 /// Sets the value of ${user}.

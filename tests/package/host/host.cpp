@@ -5,7 +5,7 @@
 #include "vrllib/vrllib.h"
 
 // Starts the library on the configuration file that it is given, and prints the kinds of block that
-// the plug-ins named there bring, and works on one.
+// the plug-ins named there register, and works on one.
 
 int main(int argc, char** argv) {
     if (argc != 2) return 2;

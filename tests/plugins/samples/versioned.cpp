@@ -1,4 +1,4 @@
-// Tells the version that its build names.
+// Reports the version that its build names.
 
 #include "tests/plugins/samples/kinds.h"
 

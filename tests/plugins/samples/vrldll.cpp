@@ -1,4 +1,4 @@
-// Stands in for the main plug-in: the view "KSR/Parser" is the mark by which the library knows it.
+// Replaces the main plug-in: the view "KSR/Parser" is the mark by which the library knows it.
 
 #include "tests/plugins/samples/kinds.h"
 

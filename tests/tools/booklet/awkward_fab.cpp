@@ -1,5 +1,5 @@
 // A foundry whose every text is awkward for LaTeX: special characters, ligatures, control characters, bytes that are no
-// UTF-8, long words, empty names. Its creators stand beside those of blocks with many ports and of a composite.
+// UTF-8, long words, empty names. Its creators are beside those of blocks with many ports and of a composite.
 
 #include <utility>
 

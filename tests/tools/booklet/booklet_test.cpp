@@ -17,7 +17,7 @@ using vrl_test::kept;
 using vrl_test::readFile;
 using vrl_test::Tool;
 
-/// A configuration that loads plug-ins of the tests. Yields its name, for --config.
+/// A configuration that loads plug-ins of the tests. Returns its name, for --config.
 std::string testPlugins(Tool const& tool, std::string const& lines) {
     return tool.write("plugins.ini", vrl_test::configText(VRL_TEST_PLUGINS, lines));
 }
@@ -43,7 +43,7 @@ std::string outline(std::string const& tex) {
     return text;
 }
 
-TEST(Doc, WritesAwkwardTextsSafely) {
+TEST(Doc, WritesAwkwardStringsSafely) {
     Tool const tool;
     auto const done =
         tool.run("doc", {"Awkward_Fab", "-o", "a.tex", "--config", testPlugins(tool, "sodllfile = awkwardFab\n")});
@@ -54,7 +54,7 @@ TEST(Doc, WritesAwkwardTextsSafely) {
     EXPECT_EQ(tool.read("a.tex"), kept(tool.read("a.tex"), VRL_KEPT_TEXTS "/awkward_fab.tex"));
 }
 
-TEST(Doc, TellsEveryBlockWithItsPortsAndParameters) {
+TEST(Doc, DescribesEveryBlockWithItsPortsAndParameters) {
     Tool const tool;
     auto const done = tool.run("doc", {"SampleFab", "-o", "b.tex"});
     EXPECT_EQ(done.err, "");
@@ -64,7 +64,7 @@ TEST(Doc, TellsEveryBlockWithItsPortsAndParameters) {
     EXPECT_EQ(shown, kept(shown, VRL_KEPT_TEXTS "/sample_fab_outline.txt"));
 }
 
-TEST(Doc, GivesTheSameBytesEachTime) {
+TEST(Doc, WritesTheSameBytesEachTime) {
     Tool const tool;
     tool.run("doc", {"SampleFab", "-o", "a.tex"});
     tool.run("doc", {"SampleFab", "-o", "b.tex"});
@@ -189,7 +189,7 @@ void replaceLatex(Tool& tool, std::string const& script) {
     tool.place().set("PATH", tool.path("bin") + ":/usr/bin:/bin");
 }
 
-TEST(DocPdf, TellsLatexsFirstComplaint) {
+TEST(DocPdf, ReportsLatexsFirstComplaint) {
     Tool tool;
     replaceLatex(tool, "echo This is pdfTeX; echo '! Undefined control sequence.'; echo '! Other.'; exit 1\n");
     auto const done = tool.run("doc", {"SampleFab", "-o", "b.pdf"});
@@ -206,7 +206,7 @@ TEST(DocPdf, NamesThePackagesWhereAPartOfLatexIsMissing) {
               std::string("vrl: pdflatex: ended with status 1: LaTeX Error: File `tikz.sty' not found.\n") + kInstall);
 }
 
-TEST(DocPdf, RunsLatexTwiceWithoutAShellAndLeavesNothingBehind) {
+TEST(DocPdf, RunsLatexTwiceWithoutAShellAndLeavesNoFiles) {
     Tool tool;
     replaceLatex(tool, "echo \"$@\" >> \"$HOME/calls\"; test -f booklet.tex && cp booklet.tex booklet.pdf\n");
     auto const done = tool.run("doc", {"SampleFab", "-o", "b.tex", "--pdf"});
@@ -222,7 +222,7 @@ TEST(DocPdf, RunsLatexTwiceWithoutAShellAndLeavesNothingBehind) {
     EXPECT_EQ(left, (std::set<std::string>{"b.pdf", "b.tex", "bin"}));
 }
 
-TEST(DocPdf, TellsTheSecondsAtATerminal) {
+TEST(DocPdf, CountsTheSecondsAtATerminal) {
     Tool tool;
     replaceLatex(tool, "sleep 1.5; cp booklet.tex booklet.pdf\n");
     auto const done = tool.runAtTerminal("doc", {"SampleFab", "-o", "b.pdf"});
@@ -263,7 +263,7 @@ TEST(DocPdf, IsMadeOfSampleFab) {
     expectPdf(tool, tool.run("doc", {"SampleFab", "-o", "b.tex", "--pdf"}), "b.pdf");
 }
 
-TEST(DocPdf, IsMadeOfAwkwardTexts) {
+TEST(DocPdf, IsMadeOfAwkwardStrings) {
     Tool const tool;
     auto const config = testPlugins(tool, "sodllfile = awkwardFab\n");
     expectPdf(tool, tool.run("doc", {"Awkward_Fab", "-o", "a.pdf", "--config", config}), "a.pdf");

@@ -77,7 +77,7 @@ std::string everyByte() {
 }
 
 // texstream writes a backslash before each of these two.
-TEST(TexTexts, HoldNothingThatTexstreamEscapesAgain) {
+TEST(TexText, HasNothingThatTexstreamEscapesAgain) {
     EXPECT_EQ(texText(everyByte()).find_first_of("$_"), std::string::npos);
     EXPECT_EQ(texName(everyByte()).find_first_of("$_"), std::string::npos);
     EXPECT_EQ(texLabel(everyByte()).find_first_of("$_"), std::string::npos);
@@ -89,7 +89,7 @@ TEST(TexLabel, KeepsLettersAndDigitsAndNumbersTheRest) {
     EXPECT_EQ(texLabel(""), "");
 }
 
-TEST(TexLabel, TellsKeysApartThatDifferInSpecialCharactersOnly) {
+TEST(TexLabel, DistinguishesKeysThatDifferInSpecialCharactersOnly) {
     std::set<std::string> const labels{texLabel("ab"), texLabel("a_b"), texLabel("a$b"), texLabel("a-5Fb")};
     EXPECT_EQ(labels.size(), 4u);
 }

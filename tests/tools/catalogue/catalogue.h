@@ -7,7 +7,8 @@
 
 namespace vrl_test {
 
-/// Writes a configuration that loads the broken plug-ins of these names, from the fourth line on. Yields its bare name.
+/// Writes a configuration that loads the broken plug-ins of these names, from the fourth line on. Returns its bare
+/// name.
 std::string writeBrokenConfig(Tool const& tool, std::vector<std::string> const& libraries);
 
 /// The same with whole lines in the place of the names.

@@ -14,7 +14,7 @@ std::string pageOf(std::vector<std::string> const& words) {
     return shown(tool, tool.run("describe", words).out);
 }
 
-TEST(Describe, TellsPortsAndParametersOfABlock) {
+TEST(Describe, PrintsPortsAndParametersOfABlock) {
     Tool const tool;
     auto const page = tool.run("describe", {"sfBend"});
     EXPECT_EQ(shown(tool, page.out), "sfBend\n"
@@ -37,7 +37,7 @@ TEST(Describe, TellsPortsAndParametersOfABlock) {
     EXPECT_EQ(page.status, 0);
 }
 
-TEST(Describe, TellsTheInsideOfACompositeOfAFoundry) {
+TEST(Describe, PrintsTheInsideOfACompositeOfAFoundry) {
     EXPECT_EQ(pageOf({"SampleFab@sfPushPullArms"}),
               "sfPushPullArms\n"
               "  kind           composite block\n"
@@ -62,7 +62,7 @@ TEST(Describe, TellsTheInsideOfACompositeOfAFoundry) {
               "  separation  Double  50       20 to 500    um    distance between the arms\n"
               "\n"
               "inside\n"
-              "  name   block             joins\n"
+              "  name   block             connects\n"
               "  lower  sfPhaseModulator  in0 to trim,out0\n"
               "                           out0 to outside\n"
               "                           signal to outside\n"
@@ -75,7 +75,7 @@ TEST(Describe, TellsTheInsideOfACompositeOfAFoundry) {
               "                           ground to lower,ground, outside\n");
 }
 
-TEST(Describe, TellsFlowsCrossSectionsAndBlocksOfAFoundry) {
+TEST(Describe, PrintsFlowsCrossSectionsAndBlocksOfAFoundry) {
     EXPECT_EQ(pageOf({"SampleFab"}),
               "SampleFab\n"
               "  kind           foundry\n"
@@ -105,7 +105,7 @@ TEST(Describe, TellsFlowsCrossSectionsAndBlocksOfAFoundry) {
               "  sfTaper           in0, out0; length, widthIn, widthOut\n");
 }
 
-TEST(Describe, TellsWhatAViewAppliesTo) {
+TEST(Describe, PrintsWhatAViewAppliesTo) {
     EXPECT_EQ(pageOf({"SampleFab/Layout"}),
               "SampleFab/Layout\n"
               "  kind        block view\n"
@@ -121,7 +121,7 @@ TEST(Describe, TellsWhatAViewAppliesTo) {
               "  margin  Double  5        0 to 100    um    distance that neighbours keep\n");
 }
 
-TEST(Describe, TellsOfAnAttributeType) {
+TEST(Describe, PrintsAnAttributeType) {
     std::string const page = pageOf({"Value_Complex"});
     EXPECT_EQ(page.substr(0, page.find("  plug-in")), "Value_Complex\n"
                                                       "  kind     parameter type\n");
@@ -132,7 +132,7 @@ TEST(Describe, TellsOfAnAttributeType) {
                                                 "  Complex  0\n");
 }
 
-TEST(Describe, TellsOfAnEmptyNetlist) {
+TEST(Describe, PrintsAnEmptyNetlist) {
     Tool const tool;
     auto const page = tool.run("describe", {"FineNetlist", "--config", writeBrokenConfig(tool, {"fine"})});
     EXPECT_EQ(shown(tool, page.out), "FineNetlist\n"
@@ -142,7 +142,7 @@ TEST(Describe, TellsOfAnEmptyNetlist) {
     EXPECT_EQ(page.status, 0);
 }
 
-TEST(Describe, TellsNotesAndShowsControlCharacters) {
+TEST(Describe, PrintsNotesWithVisibleControlCharacters) {
     Tool const tool;
     auto const page = tool.run("describe", {"AnnotatedBlock", "--config", writeBrokenConfig(tool, {"hasBadBlocks"})});
     EXPECT_EQ(shown(tool, page.out), "AnnotatedBlock\n"
@@ -156,7 +156,7 @@ TEST(Describe, TellsNotesAndShowsControlCharacters) {
     EXPECT_EQ(page.status, 0);
 }
 
-TEST(Describe, TellsOnlyTheNamedParameters) {
+TEST(Describe, PrintsOnlyTheNamedParameters) {
     std::string const page = pageOf({"SampleFab@sfBend", "width", "radius"});
     EXPECT_EQ(page.substr(page.find("parameters\n")),
               "parameters\n"
@@ -203,7 +203,7 @@ TEST(Describe, OffersNearFoundriesAndBlocksOnTheirSideOfTheAt) {
                                               "  'vrl list' shows what there is\n");
 }
 
-TEST(Describe, TellsWhatABlockThrows) {
+TEST(Describe, ReportsWhatABlockThrows) {
     Tool const tool;
     auto const config = writeBrokenConfig(tool, {"hasBadBlocks"});
     EXPECT_EQ(refusalOf(tool, {"ThrowingBlock", "--config", config}),
@@ -212,7 +212,7 @@ TEST(Describe, TellsWhatABlockThrows) {
               "vrl: NothingBlock: the plug-in hasBadBlocks makes nothing of this key\n");
 }
 
-TEST(Describe, TellsAFoundryWithABlockThatThrows) {
+TEST(Describe, PrintsAFoundryWithABlockThatThrows) {
     Tool const tool;
     auto const page = tool.run("describe", {"BadFoundry", "--config", writeBrokenConfig(tool, {"badFoundry"})});
     EXPECT_EQ(page.out.substr(page.out.find("\nblocks\n") + 1),
@@ -231,7 +231,7 @@ TEST(Describe, NamesThePluginThatCrashes) {
               "  take it out of the configuration until it is mended; 'vrl plugins' and 'vrl validate' show more\n");
 }
 
-TEST(Describe, TellsEverythingAsJson) {
+TEST(Describe, PrintsEverythingAsJson) {
     EXPECT_EQ(pageOf({"SampleFab@sfPhotodiode", "bias", "--json"}), R"({
   "format": "vrl-describe",
   "version": 1,

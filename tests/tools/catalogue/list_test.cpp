@@ -94,7 +94,7 @@ TEST(List, ListsAttributeTypesOfTheLibrary) {
     EXPECT_EQ(list.status, 0);
 }
 
-TEST(List, GoesOnBehindABlockThatThrows) {
+TEST(List, ContinuesAfterABlockThatThrows) {
     Tool const tool;
     auto const list = tool.run("list", {"blocks", "--config", writeBrokenConfig(tool, {"hasBadBlocks", "takesOver"})});
     EXPECT_EQ(list.out, "key             plug-in       ports; parameters\n"
@@ -125,7 +125,7 @@ TEST(List, OffersNearWords) {
     EXPECT_EQ(list.status, 2);
 }
 
-TEST(List, TellsTheWordsThatItTakes) {
+TEST(List, NamesTheTypesThatItTakes) {
     Tool const tool;
     auto const list = tool.run("list", {"xyz"});
     EXPECT_EQ(list.err, "vrl: what: no 'xyz'\n"
@@ -152,7 +152,7 @@ TEST(List, KnowsDomainsOfBlocksOnly) {
     EXPECT_EQ(list.status, 2);
 }
 
-TEST(List, TellsEverythingAsJson) {
+TEST(List, PrintsEverythingAsJson) {
     Tool const tool;
     auto const config = writeBrokenConfig(tool, {"hasBadBlocks"});
     auto const list = tool.run("list", {"blocks", "--json", "--config", config});

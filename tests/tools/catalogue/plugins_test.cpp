@@ -23,15 +23,15 @@ std::string reportOf(Tool const& tool, std::vector<std::string> const& libraries
     return text.substr(text.find('\n') + 1);
 }
 
-TEST(Plugins, TellsWhatEachConfiguredLibraryBrings) {
+TEST(Plugins, PrintsWhatEachConfiguredLibraryRegisters) {
     Tool const tool;
     auto const report = tool.run("plugins");
     EXPECT_EQ(shown(tool, report.out),
               "configuration  HOME/.config/vorlane/VRLConfig.ini\n"
-              "looked for in  in use         HOME/.config/vorlane/VRLConfig.ini\n"
-              "               not looked at  /etc/vorlane/VRLConfig.ini\n"
-              "               not looked at  /usr/local/etc/vorlane/VRLConfig.ini\n"
-              "               not looked at  /opt/vorlane/VRLConfig.ini\n"
+              "looked for in  in use     HOME/.config/vorlane/VRLConfig.ini\n"
+              "               not tried  /etc/vorlane/VRLConfig.ini\n"
+              "               not tried  /usr/local/etc/vorlane/VRLConfig.ini\n"
+              "               not tried  /opt/vorlane/VRLConfig.ini\n"
               "\n"
               "vrlDemoDll, line 4: loaded\n"
               "  path    SAMPLES/lib_wn_vrlDemoDll.so.5.1.3\n"
@@ -52,7 +52,7 @@ TEST(Plugins, TellsWhatEachConfiguredLibraryBrings) {
     EXPECT_EQ(report.status, 0);
 }
 
-TEST(Plugins, GivesTheSameBytesTwice) {
+TEST(Plugins, PrintsTheSameBytesTwice) {
     Tool const tool;
     std::string const once = tool.run("plugins", {"--json"}).out;
     EXPECT_NE(once, "");
@@ -77,7 +77,7 @@ TEST(Plugins, FailsWithoutTheNamedFile) {
     EXPECT_EQ(report.status, 2);
 }
 
-TEST(Plugins, TellsOfAConfigurationThatCannotBeRead) {
+TEST(Plugins, ReportsAConfigurationThatCannotBeRead) {
     Tool const tool;
     std::string const config = homeOf(tool) + "/.config/vorlane/VRLConfig.ini";
     std::filesystem::remove(config);
@@ -88,17 +88,17 @@ TEST(Plugins, TellsOfAConfigurationThatCannotBeRead) {
     EXPECT_EQ(report.status, 1);
 }
 
-TEST(Plugins, TellsOfTheConfigurationThatWasWritten) {
+TEST(Plugins, ReportsTheConfigurationThatWasWritten) {
     Tool const tool;
     std::filesystem::remove(homeOf(tool) + "/.config/vorlane/VRLConfig.ini");
     auto const report = tool.run("plugins");
     std::string const out = shown(tool, report.out);
     EXPECT_EQ(out.substr(0, out.find("\n\n")),
               "configuration  HOME/.cache/vorlane/VRLConfig.ini  (written, since none was found)\n"
-              "looked for in  not there  HOME/.config/vorlane/VRLConfig.ini\n"
-              "               not there  /etc/vorlane/VRLConfig.ini\n"
-              "               not there  /usr/local/etc/vorlane/VRLConfig.ini\n"
-              "               not there  /opt/vorlane/VRLConfig.ini");
+              "looked for in  missing  HOME/.config/vorlane/VRLConfig.ini\n"
+              "               missing  /etc/vorlane/VRLConfig.ini\n"
+              "               missing  /usr/local/etc/vorlane/VRLConfig.ini\n"
+              "               missing  /opt/vorlane/VRLConfig.ini");
     EXPECT_EQ(shown(tool, report.err),
               "vrl: warning: no config file found, writing default one in HOME/.cache/vorlane/VRLConfig.ini\n");
     EXPECT_EQ(report.status, 1);
@@ -175,7 +175,7 @@ TEST(Plugins, NamesTheLibraryThatEndsTheProgram) {
               "1 line names a library: 0 loaded, 1 failed\n");
 }
 
-TEST(Plugins, TellsOfACrashAtTheEndOfTheProcess) {
+TEST(Plugins, ReportsACrashAtTheEndOfTheProcess) {
     Tool const tool;
     auto const report = tool.run("plugins", {"--config", writeBrokenConfig(tool, {"crashesAtExit"})});
     EXPECT_EQ(shown(tool, report.out), "configuration  broken.ini  (named with --config)\n"
@@ -191,7 +191,7 @@ TEST(Plugins, TellsOfACrashAtTheEndOfTheProcess) {
     EXPECT_EQ(report.status, 1);
 }
 
-TEST(Plugins, TellsWhoseKeysALibraryTakesOver) {
+TEST(Plugins, ReportsWhoseKeysALibraryTakesOver) {
     Tool const tool;
     EXPECT_EQ(reportOf(tool, {"fine", "takesOver"}), "\n"
                                                      "fine, line 4: loaded\n"
@@ -222,7 +222,7 @@ TEST(Plugins, NamesTheDependencyThatIsMissing) {
               "1 line names a library: 0 loaded, 1 failed\n");
 }
 
-TEST(Plugins, TellsTheVersionsOfARefusedLibrary) {
+TEST(Plugins, PrintsTheVersionsOfARefusedLibrary) {
     Tool const tool;
     EXPECT_EQ(reportOf(tool, {"needsVersion", "oldVersion", "takesOver"}),
               "\n"
@@ -251,12 +251,12 @@ TEST(Plugins, FindsAnEntryPointWithTheWrongLinkage) {
               "mangled, line 4: not loaded\n"
               "  path    BROKEN/lib_wn_mangled.so.5.1.3\n"
               "  why     it has no entry point of a plug-in\n"
-              "  hint    initLibraryFoundry is there with C++ linkage: declare it with VRL_PLUGIN_EXPORT\n"
+              "  hint    initLibraryFoundry has C++ linkage: declare it with VRL_PLUGIN_EXPORT\n"
               "\n"
               "1 line names a library: 0 loaded, 1 failed\n");
 }
 
-TEST(Plugins, TellsWhichEntryPointsAreLookedFor) {
+TEST(Plugins, NamesTheEntryPointsThatAreSearchedFor) {
     Tool const tool;
     auto const lines = "f = " + std::string(VRL_CATALOGUE_PLUGINS) + "/elsewhere/libcatalogueHelper.so\n";
     auto const report = tool.run("plugins", {"--config", writeBrokenLines(tool, lines)});
@@ -273,7 +273,7 @@ TEST(Plugins, TellsWhichEntryPointsAreLookedFor) {
     EXPECT_EQ(report.status, 1);
 }
 
-TEST(Plugins, OffersTheHintForFilesThatAreNotThere) {
+TEST(Plugins, OffersTheHintForMissingFiles) {
     Tool const tool;
     tool.write("here/lib_wn_near.so.5.1.2", "");
     tool.write("here/lib_wn_other.so.5.1.3", "");
@@ -299,7 +299,7 @@ TEST(Plugins, OffersTheHintForFilesThatAreNotThere) {
               "near, line 4: not loaded\n"
               "  path    here/lib_wn_near.so.5.1.3\n"
               "  why     cannot open shared object file: No such file or directory\n"
-              "  hint    'lib_wn_near.so.5.1.2' is there: correct sodllpostfix_linux, or the name of the file\n"
+              "  hint    'lib_wn_near.so.5.1.2' exists: correct sodllpostfix_linux, or the name of the file\n"
               "\n"
               "othr, line 5: not loaded\n"
               "  path    here/lib_wn_othr.so.5.1.3\n"
@@ -309,7 +309,7 @@ TEST(Plugins, OffersTheHintForFilesThatAreNotThere) {
               "link, line 6: not loaded\n"
               "  path    here/lib_wn_link.so.5.1.3\n"
               "  why     cannot open shared object file: No such file or directory\n"
-              "  hint    it is a link to a file that is not there\n"
+              "  hint    it is a link to a missing file\n"
               "\n"
               "far, line 9: not loaded\n"
               "  path    gone/lib_wn_far.so.5.1.3\n"
@@ -346,7 +346,7 @@ TEST(Plugins, OffersTheHintForFilesThatAreNoLibraries) {
                           "3 lines name libraries: 0 loaded, 3 failed\n");
 }
 
-TEST(Plugins, TellsTheLinesOfIncludedFiles) {
+TEST(Plugins, PrintsTheLinesOfIncludedFiles) {
     Tool const tool;
     tool.write("more.ini", "; a comment\n\nsodllfile = takesOver\n");
     auto const config = writeBrokenLines(tool, "#include more.ini\n"
@@ -414,7 +414,7 @@ TEST(Plugins, CountsALibraryThatOneOfTwoFoldersHas) {
     EXPECT_EQ(report.status, 0);
 }
 
-TEST(Plugins, TellsTheOtherKindsOfLine) {
+TEST(Plugins, PrintsTheOtherKindsOfLine) {
     Tool tool;
     tool.place().set("VRL_SOME", brokenPlugin("takesOver") + ";" + tool.path("gone.so"));
     auto const config = tool.write("a.ini", "env = VRL_SOME\nenv = VRL_NONE\ndir = nowhere\nf = ./lib_wX_*.so\n");

@@ -17,11 +17,11 @@ TEST_F(BoundaryRules, FindABoundaryNodeWithoutAPort) {
               "           connect a port to the node, or build the netlist anew without it\n");
 }
 
-TEST_F(BoundaryRules, FindANodeThatStandsThereTwice) {
+TEST_F(BoundaryRules, FindADuplicatedBoundaryNode) {
     circuit.add("bend", "sfBend").output("bend,out0").output("bend,out0").dc("bend,out0").input("bend,in0");
     EXPECT_EQ(found("boundary-twice"),
               "a.vrl (Netlist, 1 element): 1 warning\n"
-              "  warning  the design: boundary node 1 stands 3 times on the boundary: outputs, outputs and DC nodes "
+              "  warning  the design: boundary node 1 is 3 times on the boundary: outputs, outputs and DC nodes "
               "[boundary-twice]\n"
               "           name each node once; a second port outside needs a node of its own\n");
 }
@@ -56,7 +56,7 @@ TEST_F(BoundaryRules, FindACompositeWhosePortsDoNotFitItsInside) {
         "           mend the composite in its plug-in: a boundary node inside for each port\n");
 }
 
-TEST_F(BoundaryRules, FindBytesBehindTheDesign) {
+TEST_F(BoundaryRules, FindBytesAfterTheDesign) {
     circuit.add("bend", "sfBend");
     tool.write("b.vrl", tool.read(save()) + "more");
     EXPECT_EQ(foundIn("b.vrl", "trailing-bytes"),

@@ -16,13 +16,13 @@ class CheckTest : public ::testing::Test {
 protected:
     CheckTest();
 
-    /// Saves the design under a name. Yields the name.
+    /// Saves the design under a name. Returns the name.
     std::string save(std::string const& name = "a.vrl");
     /// Runs the check with the configuration that has the probes.
     Outcome check(std::vector<std::string> arguments) const;
-    /// Saves the design and lets one rule check it. Yields what the report says of the file, without its empty line.
+    /// Saves the design and lets one rule check it. Returns what the report says of the file, without its empty line.
     std::string found(std::string const& rule);
-    /// The same for a file that is there.
+    /// The same for an existing file.
     std::string foundIn(std::string const& file, std::string const& rule) const;
     /// The circuit inside a composite of the design.
     vrl::Netlist& inside(std::string const& element);

@@ -34,7 +34,7 @@ TEST_F(CheckCommand, LeavesOutWhatIsOffOrSkipped) {
     EXPECT_EQ(outcome.status, 0);
 }
 
-TEST_F(CheckCommand, TellsAWrongRule) {
+TEST_F(CheckCommand, RefusesAnUnknownRule) {
     for (char const* const option : {"--only", "--skip"}) {
         auto const outcome = check({option, "open-prot", "a.vrl"});
         EXPECT_EQ(outcome.out, "");
@@ -45,7 +45,7 @@ TEST_F(CheckCommand, TellsAWrongRule) {
               "vrl: 'xyz': there is no such rule\n  'vrl explain' lists the rules\n");
 }
 
-TEST_F(CheckCommand, TellsAWrongSeverity) {
+TEST_F(CheckCommand, RefusesAnUnknownSeverity) {
     EXPECT_EQ(check({"--severity", "open-prot=note", "a.vrl"}).err,
               "vrl: 'open-prot': there is no such rule\n  did you mean 'open-port'?\n");
     EXPECT_EQ(check({"--severity", "open-port=nota", "a.vrl"}).err,

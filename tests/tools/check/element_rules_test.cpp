@@ -84,7 +84,7 @@ TEST_F(ElementRules, ShowTheInsideOfACompositeOnceUnderItsFirstName) {
               "           give it a value from -8 to 0 V\n");
 }
 
-TEST_F(ElementRules, FindATieOfAnElementThatIsNotThere) {
+TEST_F(ElementRules, FindAConnectionOfAMissingElement) {
     circuit.add("upper", "sfBend").add("lower", "sfBend").join("upper,out0", "lower,in0");
     save();
     change("a.vrl", "upper", "uppes");
@@ -95,7 +95,7 @@ TEST_F(ElementRules, FindATieOfAnElementThatIsNotThere) {
               "           did you mean 'uppes'?\n");
 }
 
-TEST_F(ElementRules, TellTheElementsWhereNoneIsNear) {
+TEST_F(ElementRules, NameTheElementsWhereNoneIsNear) {
     circuit.add("upper", "sfBend").add("lower", "sfBend").join("upper,out0", "lower,in0");
     save();
     change("a.vrl", "upper", "north");
@@ -106,7 +106,7 @@ TEST_F(ElementRules, TellTheElementsWhereNoneIsNear) {
               "           elements: lower and north\n");
 }
 
-TEST_F(ElementRules, FindGroupsThatNoPathJoinsToTheBoundary) {
+TEST_F(ElementRules, FindGroupsThatNoPathConnectsToTheBoundary) {
     vrl_test::addInterferometer(circuit);
     circuit.add("ring", "sfCoupler2x2").add("loop", "sfBend").add("lonely", "sfBend");
     circuit.join("ring,out0", "loop,in0").join("ring,in0", "loop,out0");

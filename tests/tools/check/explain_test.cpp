@@ -10,7 +10,7 @@ namespace {
 
 using vrl_test::Tool;
 
-TEST(Explain, TellsThePageOfARule) {
+TEST(Explain, PrintsThePageOfARule) {
     Tool const tool;
     auto const outcome = tool.run("explain", {"cross-section-mismatch"});
     EXPECT_EQ(outcome.out,
@@ -37,9 +37,9 @@ TEST(Explain, TellsThePageOfARule) {
               "    both.\n"
               "\n"
               "Its severity\n"
-              "    It is a warning unless told otherwise. 'vrl check --severity cross-section-mismatch=LEVEL' sets\n"
-              "    error, warning, note or off; '--skip cross-section-mismatch' leaves the rule out. It does not\n"
-              "    look at elements whose kind no loaded plug-in has. It does not look at elements whose foundry is\n"
+              "    It is a warning by default. 'vrl check --severity cross-section-mismatch=LEVEL' sets error,\n"
+              "    warning, note or off; '--skip cross-section-mismatch' leaves the rule out. It does not look at\n"
+              "    elements whose kind no loaded plug-in has. It does not look at elements whose foundry is\n"
               "    unknown. It does not run on a block that was saved without a circuit.\n");
     EXPECT_EQ(outcome.err, "");
     EXPECT_EQ(outcome.status, 0);
@@ -87,7 +87,7 @@ TEST(Explain, ListsAllRules) {
               "'vrl explain RULE' shows more of a rule.\n");
 }
 
-TEST(Explain, HasAFormForPrograms) {
+TEST(Explain, HasAJsonForm) {
     Tool const tool;
     auto const one = nlohmann::ordered_json::parse(tool.run("explain", {"--json", "trailing-bytes"}).out);
     EXPECT_EQ(one.dump(2),
@@ -100,7 +100,7 @@ TEST(Explain, HasAFormForPrograms) {
       "title": "the file goes on after the design",
       "severity": "warning",
       "needs": [],
-      "meaning": "The design was read whole, and the file has more bytes behind it.",
+      "meaning": "The design was read whole, and the file has more bytes after it.",
       "why": "Nobody reads them. Two files may have been written into one, or a longer )"
               R"(file was overwritten in place: then the design may not be the one that is intended.",
       "example": "the design: 4096 bytes follow the design in the file [trailing-bytes]",
@@ -112,7 +112,7 @@ TEST(Explain, HasAFormForPrograms) {
     EXPECT_EQ(all["rules"].size(), 33u);
 }
 
-TEST(Explain, TellsAWrongRule) {
+TEST(Explain, RefusesAnUnknownRule) {
     Tool const tool;
     auto const outcome = tool.run("explain", {"open-prots"});
     EXPECT_EQ(outcome.out, "");

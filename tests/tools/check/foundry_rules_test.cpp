@@ -81,7 +81,7 @@ TEST_F(FoundryRules, FindAChoiceThatTheKindDoesNotAllow) {
               "           choose another cross section or process flow; 'vrl describe' shows those of the foundry\n");
 }
 
-TEST_F(FoundryRules, TellOfAFoundryThatCannotBeMade) {
+TEST_F(FoundryRules, ReportAFoundryThatCannotBeMade) {
     struct Named : vrl_test::BareFab {
         std::string getName() const override { return vrl_test::BrokenFab::kName; }
     };

@@ -4,7 +4,7 @@ namespace {
 
 using NodeRules = vrl_test::CheckTest;
 
-TEST_F(NodeRules, FindANodeWithOneEnd) {
+TEST_F(NodeRules, FindANodeWithOnePort) {
     circuit.add("split", "sfSplitter").input("split,in0").output("split,out0");
     circuit.netlist().addNode("split", "out1", 12);
     EXPECT_EQ(found("single-port-node"),
@@ -13,7 +13,7 @@ TEST_F(NodeRules, FindANodeWithOneEnd) {
               "           connect another port to the node, or put it on the boundary\n");
 }
 
-TEST_F(NodeRules, FindMoreThanTwoOpticalEnds) {
+TEST_F(NodeRules, FindMoreThanTwoOpticalPorts) {
     circuit.add("a", "sfBend").add("b", "sfBend").add("c", "sfBend");
     circuit.join("a,out0", "b,in0").join("a,out0", "c,in0");
     EXPECT_EQ(
@@ -23,7 +23,7 @@ TEST_F(NodeRules, FindMoreThanTwoOpticalEnds) {
         "           put a splitter or a combiner there\n");
 }
 
-TEST_F(NodeRules, TakeTheBoundaryForAnOpticalEnd) {
+TEST_F(NodeRules, CountTheBoundaryAsAnOpticalPort) {
     circuit.add("a", "sfBend").add("b", "sfBend").join("a,out0", "b,in0").output("a,out0");
     EXPECT_EQ(found("node-crowded"),
               "a.vrl (Netlist, 2 elements): 1 error\n"
@@ -32,13 +32,13 @@ TEST_F(NodeRules, TakeTheBoundaryForAnOpticalEnd) {
               "           put a splitter or a combiner there\n");
 }
 
-TEST_F(NodeRules, LetManyElectricalEndsShareANode) {
+TEST_F(NodeRules, LetManyElectricalPortsShareANode) {
     circuit.add("a", "sfPhaseModulator").add("b", "sfPhaseModulator").add("c", "sfPhaseModulator");
     circuit.join("a,ground", "b,ground").join("a,ground", "c,ground").dc("a,ground");
     EXPECT_EQ(found("node-crowded"), "a.vrl (Netlist, 3 elements): no findings\n");
 }
 
-TEST_F(NodeRules, FindANodeThatJoinsDifferentDomains) {
+TEST_F(NodeRules, FindANodeThatConnectsDifferentDomains) {
     circuit.add("mod", "sfPhaseModulator").add("split", "sfSplitter").add("pd", "sfPhotodiode");
     circuit.join("mod,signal", "split,out0").join("mod,signal", "pd,anode");
     EXPECT_EQ(found("mixed-domains"),
@@ -49,7 +49,7 @@ TEST_F(NodeRules, FindANodeThatJoinsDifferentDomains) {
     EXPECT_EQ(foundIn("a.vrl", "mixed-electrical"), "a.vrl (Netlist, 3 elements): no findings\n");
 }
 
-TEST_F(NodeRules, FindANodeThatJoinsDcAndRf) {
+TEST_F(NodeRules, FindANodeThatConnectsDcAndRf) {
     circuit.add("mod", "sfPhaseModulator").add("pd", "sfPhotodiode").join("mod,ground", "pd,cathode");
     EXPECT_EQ(found("mixed-electrical"),
               "a.vrl (Netlist, 2 elements): 1 warning\n"
@@ -94,7 +94,7 @@ TEST_F(CrossSections, DifferByTheirWidths) {
               "           put a taper or a transition between them, or choose one cross section for both\n");
 }
 
-TEST_F(CrossSections, AreLedOverByATaper) {
+TEST_F(CrossSections, MayDifferAcrossATaper) {
     circuit.add("narrow", "sfStraight").add("taper", "sfTaper").add("wide", "sfStraight").set("wide", "width", 2);
     circuit.join("narrow,out0", "taper,in0").join("taper,out0", "wide,in0");
     EXPECT_EQ(found("cross-section-mismatch"), "a.vrl (Netlist, 3 elements): no findings\n");

@@ -37,7 +37,7 @@ TEST_F(ParameterRules, FindValuesInsideCompositesOfEveryType) {
               "           give it a value from 10 to 5000\n");
 }
 
-TEST_F(ParameterRules, TellWhatTypesOfPluginsRefuseAndRangesThatHoldNothing) {
+TEST_F(ParameterRules, ReportWhatTypesOfPluginsRefuseAndEmptyRanges) {
     circuit.add("odd", new vrl_test::OddParameters(nullptr));
     circuit.netlist().getBB("odd")->setInteger("even", 7);
     circuit.netlist().getBB("odd")->setComplex("index", {5.0, 1.0});
@@ -47,7 +47,7 @@ TEST_F(ParameterRules, TellWhatTypesOfPluginsRefuseAndRangesThatHoldNothing) {
               "           give it a value that its type accepts\n"
               "  error    odd: parameter 'index' is 5+1I, outside its range 1 to 4 [value-out-of-range]\n"
               "           give it a value from 1 to 4\n"
-              "  error    odd: parameter 'reversed' is 5 um, and its range 9 to 1 um holds no value "
+              "  error    odd: parameter 'reversed' is 5 um, and its range 9 to 1 um contains no value "
               "[value-out-of-range]\n"
               "           mend the range in the plug-in\n");
 }

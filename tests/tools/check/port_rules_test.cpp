@@ -19,7 +19,7 @@ TEST_F(PortRules, FindAPortThatTheBlockDoesNotHave) {
               "           its ports: in0, out0 and out1\n");
 }
 
-TEST_F(PortRules, FindPortsTiedToNothing) {
+TEST_F(PortRules, FindPortsConnectedToNothing) {
     circuit.add("pd", "sfPhotodiode").add("bend", "sfBend").join("bend,out0", "pd,in0").dc("pd,anode");
     circuit.input("bend,in0");
     EXPECT_EQ(found("open-port"), "a.vrl (Netlist, 2 elements): 1 warning\n"

@@ -8,8 +8,8 @@
 
 #include "vrllib/vrllib.h"
 
-// Kinds that have what the sample plug-ins have not: the faults that rules are to find. The plug-in 'checkProbes'
-// brings them to the tool; tests make them to save them.
+// Kinds that have what the sample plug-ins lack: the faults that rules are to find. The plug-in 'checkProbes'
+// registers them for the tool; tests make them to save them.
 
 namespace vrl_test {
 

@@ -23,7 +23,7 @@ constexpr char kAllRan[] =
 /// A design that each rule finds good.
 class CleanDesign : public CheckTest, public ::testing::WithParamInterface<std::string> {};
 
-TEST_P(CleanDesign, HasNothingForTheRule) {
+TEST_P(CleanDesign, HasNoFindingOfTheRule) {
     vrl_test::addInterferometer(circuit);
     EXPECT_EQ(found(GetParam()), "a.vrl (Netlist, 6 elements): no findings\n");
 }
@@ -31,7 +31,7 @@ TEST_P(CleanDesign, HasNothingForTheRule) {
 /// A design with electrodes that each rule finds good; but inside the arms, strips meet ribs.
 class CleanModulator : public CleanDesign {};
 
-TEST_P(CleanModulator, HasNothingForTheRule) {
+TEST_P(CleanModulator, HasNoFindingOfTheRule) {
     vrl_test::addModulator(circuit);
     for (char const* const port : {"upper", "lower", "ground"}) circuit.dc("arms," + std::string(port));
     circuit.netlist().getBB("mod")->getCS().setFlow("");
@@ -54,7 +54,7 @@ std::string testName(::testing::TestParamInfo<std::string> const& info) {
 INSTANTIATE_TEST_SUITE_P(EachRule, CleanDesign, ::testing::ValuesIn(vrltool::check::ruleIds()), testName);
 INSTANTIATE_TEST_SUITE_P(EachRule, CleanModulator, ::testing::ValuesIn(allButMismatch()), testName);
 
-TEST_F(CheckReport, HasNothingToSayOfAGoodDesign) {
+TEST_F(CheckReport, HasNoFindingsForAGoodDesign) {
     vrl_test::addInterferometer(circuit);
     auto const outcome = check({save()});
     EXPECT_EQ(outcome.out, std::string("a.vrl (Netlist, 6 elements): no findings\n\n") + kAllRan);
@@ -130,7 +130,7 @@ TEST_F(CheckReport, HasAHeadingForEachFileAndASummary) {
     EXPECT_EQ(outcome.status, 2);
 }
 
-TEST_F(CheckReport, TellsWhereRulesCouldNotLook) {
+TEST_F(CheckReport, NamesTheRulesThatCouldNotRun) {
     vrl_test::addModulator(circuit);
     circuit.add("delay", vrl::BB::create(nullptr, "demoDelayLine")).join("arms,upper", "delay,in0");
     save();
@@ -310,7 +310,7 @@ TEST_F(CheckReport, ChecksABlockThatWasSavedAlone) {
     EXPECT_EQ(outcome.status, 1);
 }
 
-TEST_F(CheckReport, TellsOfAFileWithoutACircuit) {
+TEST_F(CheckReport, ReportsAFileWithoutACircuit) {
     vrl::Value<double> const length("length", 5.0);
     std::ofstream file(tool.path("a.vrl"), std::ios::binary);
     vrl::BinaryStreamSerialiser writer(file);
@@ -332,7 +332,7 @@ TEST_F(CheckReport, ChecksAnEmptyNetlist) {
     EXPECT_EQ(outcome.status, 0);
 }
 
-TEST_F(CheckReport, ShowsNoTerminalWhatItWouldObey) {
+TEST_F(CheckReport, EscapesControlCharacters) {
     circuit.add("be\x1b[2J\nnd", "sfBend").add("b", "sfBend").join("be\x1b[2J\nnd,out0", "b,out0");
     EXPECT_EQ(found("same-direction"),
               "a.vrl (Netlist, 2 elements): 1 note\n"
@@ -340,7 +340,7 @@ TEST_F(CheckReport, ShowsNoTerminalWhatItWouldObey) {
               "           see whether one of the two blocks is the wrong way round\n");
 }
 
-TEST_F(CheckReport, HasAFormForPrograms) {
+TEST_F(CheckReport, HasAJsonForm) {
     circuit.add("split", "sfSplitter").add("bend", "sfBend").join("split,out0", "bend,in0").set("bend", "radius", 1);
     circuit.input("split,in0").output("bend,out0");
     save();
@@ -403,7 +403,7 @@ TEST_F(CheckReport, HasAFormForPrograms) {
     EXPECT_EQ(outcome.status, 2);
 }
 
-TEST_F(CheckReport, GivesTheSameBytesEachTime) {
+TEST_F(CheckReport, PrintsTheSameBytesEachTime) {
     vrl_test::addModulator(circuit);
     save();
     std::string const once = check({"a.vrl"}).out;

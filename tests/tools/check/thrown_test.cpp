@@ -47,7 +47,7 @@ TEST_F(CheckOfThrown, ReportsWhatABlocksOwnCheckThrows) {
     EXPECT_EQ(outcome.status, 1);
 }
 
-TEST_F(CheckOfThrown, GoesOnAfterABlockThatCannotBeMade) {
+TEST_F(CheckOfThrown, ContinuesAfterABlockThatCannotBeMade) {
     saveThrowingBlocks();
     auto const outcome = check({"a.vrl", "b.vrl", "c.vrl", "--only", "no-foundry"});
     EXPECT_EQ(outcome.err, "vrl: a.vrl: cannot be checked: a plug-in threw a value of type int\n"

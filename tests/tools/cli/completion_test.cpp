@@ -87,7 +87,7 @@ TEST(Completion, OffersNothingForAnythingAtAll) {
     SmallGrammar const grammar;
     Shell const shell(grammar);
     EXPECT_EQ(shell.offer({"make", "--count", ""}), "");
-    EXPECT_EQ(shell.offer({"make", "x", ""}), "") << "behind the last argument";
+    EXPECT_EQ(shell.offer({"make", "x", ""}), "") << "after the last argument";
 }
 
 TEST(Completion, OffersTheKeysOfThePlugins) {
@@ -99,7 +99,7 @@ TEST(Completion, OffersTheKeysOfThePlugins) {
 }
 
 // bash splits such a word at "@", and replaces the last piece only.
-TEST(Completion, OffersTheBlocksBehindAFoundry) {
+TEST(Completion, OffersTheBlocksAfterAFoundry) {
     SmallGrammar const grammar;
     Shell const shell(grammar);
     EXPECT_EQ(shell.offer({"look", "--config", shell.config, "SampleFab", "@", "sfT"}), "sfTaper");

@@ -17,7 +17,7 @@ TEST(Grammar, AsksForACommand) {
     EXPECT_EQ(ended.status, 2);
 }
 
-TEST(Grammar, TellsAnUnknownCommandWithNearOnes) {
+TEST(Grammar, ReportsAnUnknownCommandWithNearOnes) {
     Tool const tool;
     EXPECT_EQ(whole(tool.run("dif", {"a", "b"})), "vrl: no command 'dif'\n"
                                                   "  did you mean 'diff'?\n"
@@ -35,7 +35,7 @@ TEST(Grammar, NamesNoHiddenCommand) {
                                             "status 2\n");
 }
 
-TEST(Grammar, TellsAnUnknownOptionWithNearOnes) {
+TEST(Grammar, ReportsAnUnknownOptionWithNearOnes) {
     Tool const tool;
     EXPECT_EQ(whole(tool.run("diff", {"--tolerence", "1", "a", "b"})), "vrl: 'diff' has no option '--tolerence'\n"
                                                                        "  did you mean '--tolerance'?\n"
@@ -46,7 +46,7 @@ TEST(Grammar, TellsAnUnknownOptionWithNearOnes) {
                                                             "status 2\n");
 }
 
-TEST(Grammar, TellsAnUnknownOptionWithoutACommand) {
+TEST(Grammar, ReportsAnUnknownOptionWithoutACommand) {
     Tool const tool;
     EXPECT_EQ(whole(tool.run("--versoin")), "vrl: no option '--versoin'\n"
                                             "  did you mean '--version'?\n"
@@ -54,7 +54,7 @@ TEST(Grammar, TellsAnUnknownOptionWithoutACommand) {
                                             "status 2\n");
 }
 
-TEST(Grammar, TellsAMissingAndASuperfluousArgument) {
+TEST(Grammar, ReportsAMissingAndASuperfluousArgument) {
     Tool const tool;
     EXPECT_EQ(whole(tool.run("show")), "vrl: FILE is missing: the saved design\n"
                                        "  'vrl show --help' shows the usage\n"
@@ -74,7 +74,7 @@ TEST(Grammar, ShowsNoControlCharactersOfArguments) {
                                              "status 2\n");
 }
 
-TEST(Grammar, TellsTheVersion) {
+TEST(Grammar, PrintsTheVersion) {
     Tool const tool;
     EXPECT_EQ(whole(tool.run("--version")), "vrl 2.1.11\nstatus 0\n");
 }

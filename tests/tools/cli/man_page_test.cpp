@@ -130,7 +130,7 @@ The configuration names the plug\-ins to load. Without \-\-config, the first of 
 .RE
 .fi
 .PP
-\fBvrl plugins\fR tells which one that is, and what became of its plug\-ins.
+\fBvrl plugins\fR shows which one that is, and what became of its plug\-ins.
 .SH "EXIT STATUS"
 0 fine, 1 findings or differences, 2 could not be done.
 .SH NOTES
@@ -141,7 +141,7 @@ The configuration names the plug\-ins to load. Without \-\-config, the first of 
 )");
 }
 
-TEST(ManPage, HasNothingToWarnOf) {
+TEST(ManPage, FormatsWithoutWarnings) {
     Tool const tool;
     std::string const page = tool.run("man").out;
     auto const ended = vrltool::runProgram({{"groff", "-man", "-ww", "-Tutf8", "-Kutf8", "-z"}, page, "", 60, {}});

@@ -57,7 +57,7 @@ TEST_P(HostileFiles, WithAFlippedBitAreReadOrRefused) {
     EXPECT_LT(refused, good.size());
 }
 
-TEST_P(HostileFiles, WithRandomBytesBehindTheirTypeAreReadOrRefused) {
+TEST_P(HostileFiles, WithRandomBytesAfterTheirTypeAreReadOrRefused) {
     std::mt19937 random(20111);
     std::size_t const head = good.find_first_of(std::string(1, '\0'), 10) + 4;
     std::size_t refused = 0;

@@ -129,7 +129,7 @@ TEST(SaveFile, RefusesToReplaceAFolderOrADevice) {
     EXPECT_TRUE(fs::is_character_file("/dev/null"));
 }
 
-/// Does a work in a child process; yields its exit status, or 128 and the signal that ended it.
+/// Does a work in a child process; returns its exit status, or 128 and the signal that ended it.
 template <class Work>
 int inChild(Work work) {
     pid_t const child = fork();
@@ -188,7 +188,7 @@ TEST(SaveFile, LeavesTheOldFileIfTheProgramIsEndedMeanwhile) {
     EXPECT_EQ(readFile(path), "before");
 }
 
-TEST(SaveFile, GivesReadersTheOldOrTheNewContentOnly) {
+TEST(SaveFile, ShowsReadersTheOldOrTheNewContentOnly) {
     TemporaryFolder const folder;
     std::string const path = writeFile(folder / "file", std::string(200000, 'a'));
     std::ifstream const reader(path, std::ios::binary);
@@ -240,7 +240,7 @@ TEST(SaveDesign, RefusesADesignWithStandIns) {
     EXPECT_FALSE(fs::exists(path));
 }
 
-TEST(SaveDesign, RefusesTheInsideOfACompositeThatStandsIn) {
+TEST(SaveDesign, RefusesTheInsideOfAStandIn) {
     TemporaryFolder const folder;
     SampleCircuit const started;
     auto const design = vrltool::readDesign(writeFile(folder / "in.vrl", savedObjects().at("foreign_composite")));
@@ -248,7 +248,7 @@ TEST(SaveDesign, RefusesTheInsideOfACompositeThatStandsIn) {
     EXPECT_EQ(outcomeOf([&] { saveDesign(*design.object.netlist(), path); }), refusal(path, "foreignComposite"));
 }
 
-TEST(SaveDesign, RefusesAParameterThatOnlyStandsIn) {
+TEST(SaveDesign, RefusesAParameterThatIsAStandIn) {
     TemporaryFolder const folder;
     SampleCircuit const started;
     std::string bytes = savedObjects().at("netlist");
@@ -271,7 +271,7 @@ TEST(SaveDesign, RefusesAFlaggedParameterWithoutItsBlock) {
     EXPECT_EQ(outcomeOf([&] { saveDesign(*design.object.netlist(), path); }), refusal(path, "tuned"));
 }
 
-TEST(SaveDesign, RefusesANetlistThatOnlyStandsIn) {
+TEST(SaveDesign, RefusesANetlistThatIsAStandIn) {
     TemporaryFolder const folder;
     SampleCircuit const started;
     auto const design = vrltool::readDesign(writeFile(folder / "in.vrl", savedObjects().at("foreign_netlist")));

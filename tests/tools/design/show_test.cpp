@@ -44,7 +44,7 @@ std::string complaints(std::string const& err) {
     return text;
 }
 
-/// What the three forms of show give for a file, behind the command lines.
+/// What the three forms of show print for a file, each after its command line.
 std::string shownInAllForms(Tool const& tool, std::vector<std::string> const& extra) {
     std::string text;
     for (char const* const form : {"", "--listing", "--json"}) {
@@ -61,14 +61,14 @@ std::string shownInAllForms(Tool const& tool, std::vector<std::string> const& ex
 
 class ShowOfEveryClass : public testing::TestWithParam<std::string> {};
 
-TEST_P(ShowOfEveryClass, GivesTheKeptTexts) {
+TEST_P(ShowOfEveryClass, PrintsTheKeptListing) {
     Tool const tool;
     tool.write("object.vrl", savedObjects().at(GetParam()));
     std::string const shown = shownInAllForms(tool, {});
     EXPECT_EQ(shown, kept(shown, VRL_KEPT_TEXTS "/" + GetParam() + ".txt"));
 }
 
-TEST_P(ShowOfEveryClass, GivesTheKeptTextsWithoutAnyPlugin) {
+TEST_P(ShowOfEveryClass, PrintsTheKeptListingWithoutAnyPlugin) {
     Tool const tool;
     tool.write("object.vrl", savedObjects().at(GetParam()));
     tool.writeConfig("none.ini", {});
@@ -97,7 +97,7 @@ TEST(Show, NamesTheConfiguredLibrariesThatFailed) {
     EXPECT_EQ(shown.status, 0);
 }
 
-TEST(Show, TellsWhereToLookIfEveryLibraryIsLoaded) {
+TEST(Show, PrintsAHintIfEveryLibraryIsLoaded) {
     Tool const tool;
     tool.write("design.vrl", savedObjects().at("block"));
     auto const shown = tool.run("show", {"--config", tool.writeConfig("demo.ini", {"vrlDemoDll"}), "design.vrl"});
@@ -150,7 +150,7 @@ TEST(ShowRefuses, ATextFile) {
                   "  saved designs begin with the bytes 3D 40 and the kind of their object\n");
 }
 
-TEST(ShowRefuses, AFileThatWasCutShortAndSaysWhere) {
+TEST(ShowRefuses, ATruncatedFileAndSaysWhere) {
     Tool const tool;
     std::string const whole = savedObjects().at("netlist");
     tool.write("a.vrl", whole.substr(0, whole.size() * 3 / 4));

@@ -7,11 +7,11 @@ namespace {
 using vrl_test::Pair;
 using vrl_test::SampleCircuit;
 
-/// Three straights whose named ends are inputs, in this order.
-Pair::Build inputs(std::vector<std::string> const& ends) {
+/// Three straights whose named ports are inputs, in this order.
+Pair::Build inputs(std::vector<std::string> const& ports) {
     return [=](SampleCircuit& c) {
         c.add("a", "sfStraight").add("b", "sfStraight").add("c", "sfStraight");
-        for (std::string const& end : ends) c.input(end);
+        for (std::string const& port : ports) c.input(port);
     };
 }
 
@@ -47,7 +47,7 @@ TEST(DiffBoundary, ChangesItsOrderByAsFewMovesAsCanBe) {
                            "status 1\n");
 }
 
-TEST(DiffBoundary, OfInputsOutputsAndDcIsToldApart) {
+TEST(DiffBoundary, DistinguishesInputsOutputsAndDc) {
     auto const none = [](SampleCircuit& c) { c.add("mod", "sfPhaseModulator"); };
     Pair const pair(none, vrl_test::both(none, [](SampleCircuit& c) {
                         c.dc("mod,signal").dc("mod,ground").output("mod,out0").input("mod,in0");
@@ -71,7 +71,7 @@ TEST(DiffBoundary, FollowsARenamedElement) {
                            "status 1\n");
 }
 
-TEST(DiffBoundary, MayJoinNothing) {
+TEST(DiffBoundary, MayConnectNothing) {
     auto const withNothing = [](int places) {
         return [=](SampleCircuit& c) {
             c.add("a", "sfStraight");
@@ -93,7 +93,7 @@ TEST(DiffBoundary, MayJoinNothing) {
                            "status 1\n");
 }
 
-// An output may stand in its list twice.
+// An output may be in its list twice.
 TEST(DiffBoundary, CountsARepeatedPlace) {
     auto const outputs = [](int times) {
         return [=](SampleCircuit& c) {

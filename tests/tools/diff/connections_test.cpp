@@ -11,7 +11,7 @@ using vrl_test::SampleCircuit;
 
 void addThree(SampleCircuit& c) { c.add("a", "sfStraight").add("b", "sfStraight").add("c", "sfStraight"); }
 
-TEST(DiffConnections, AreJoined) {
+TEST(DiffConnections, AreAdded) {
     Pair const pair(addThree, both(addThree, [](SampleCircuit& c) { c.join("a,out0", "b,in0"); }));
     EXPECT_EQ(pair.diff(), "connections\n"
                            "  + a,out0 -- b,in0\n"
@@ -19,7 +19,7 @@ TEST(DiffConnections, AreJoined) {
                            "status 1\n");
 }
 
-TEST(DiffConnections, AreParted) {
+TEST(DiffConnections, AreRemoved) {
     Pair const pair(both(addThree, [](SampleCircuit& c) { c.join("a,out0", "b,in0"); }), addThree);
     EXPECT_EQ(pair.diff(), "connections\n"
                            "  - a,out0 -- b,in0\n"
@@ -27,7 +27,7 @@ TEST(DiffConnections, AreParted) {
                            "status 1\n");
 }
 
-TEST(DiffConnections, GoElsewhere) {
+TEST(DiffConnections, MoveToOtherPorts) {
     Pair const pair(both(addThree, [](SampleCircuit& c) { c.join("a,out0", "b,in0"); }),
                     both(addThree, [](SampleCircuit& c) { c.join("a,out0", "c,in0"); }));
     EXPECT_EQ(pair.diff(), "connections\n"
@@ -37,13 +37,13 @@ TEST(DiffConnections, GoElsewhere) {
                            "status 1\n");
 }
 
-TEST(DiffConnections, OfOneEndAloneAreNone) {
+TEST(DiffConnections, OfOnePortAloneAreNone) {
     Pair const pair(addThree, both(addThree, [](SampleCircuit& c) { c.netlist().addNode("a", "in0"); }));
     EXPECT_EQ(pair.diff(), "no differences\n"
                            "status 0\n");
 }
 
-TEST(DiffConnections, OfInsertedElementsAreTold) {
+TEST(DiffConnections, OfInsertedElementsAreReported) {
     Pair const pair(both(addThree, [](SampleCircuit& c) { c.join("a,out0", "b,in0"); }),
                     both(addThree, [](SampleCircuit& c) {
                         c.add("bend", "sfBend").join("a,out0", "bend,in0").join("bend,out0", "b,in0");
@@ -58,7 +58,7 @@ TEST(DiffConnections, OfInsertedElementsAreTold) {
                            "status 1\n");
 }
 
-TEST(DiffConnections, FallApartIntoGroups) {
+TEST(DiffConnections, SplitIntoGroups) {
     auto const ring = [](SampleCircuit& c) {
         for (char const* const name : {"m1", "m2", "m3", "m4"}) c.add(name, "sfPhaseModulator");
     };
@@ -75,11 +75,11 @@ TEST(DiffConnections, FallApartIntoGroups) {
                            "status 1\n");
 }
 
-TEST(DiffConnections, OfManyEndsAreShortForPeopleAndWholeForPrograms) {
-    auto const bus = [](int joined) {
+TEST(DiffConnections, OfManyPortsAreShortenedInTextOnly) {
+    auto const bus = [](int connected) {
         return [=](SampleCircuit& c) {
             for (int i = 1; i <= 6; ++i) c.add("m" + std::to_string(i), "sfPhaseModulator");
-            for (int i = 2; i <= joined; ++i) c.join("m1,ground", "m" + std::to_string(i) + ",ground");
+            for (int i = 2; i <= connected; ++i) c.join("m1,ground", "m" + std::to_string(i) + ",ground");
         };
     };
     Pair const pair(bus(6), bus(5));
@@ -92,23 +92,25 @@ TEST(DiffConnections, OfManyEndsAreShortForPeopleAndWholeForPrograms) {
 }
 
 // Which of the parts the input stays with is part of the change.
-TEST(DiffConnections, TellWhereTheBoundaryStays) {
-    auto const tied = [](std::string const& end) {
-        return both(addThree, [=](SampleCircuit& c) { c.netlist().addNode("b", "in0"), c.input(end); });
+TEST(DiffConnections, MarkPortsOfTheBoundary) {
+    auto const connected = [](std::string const& port) {
+        return both(addThree, [=](SampleCircuit& c) { c.netlist().addNode("b", "in0"), c.input(port); });
     };
-    Pair const pair(both(addThree, [](SampleCircuit& c) { c.join("a,in0", "b,in0").input("a,in0"); }), tied("a,in0"));
+    Pair const pair(both(addThree, [](SampleCircuit& c) { c.join("a,in0", "b,in0").input("a,in0"); }),
+                    connected("a,in0"));
     EXPECT_EQ(pair.diff(), "connections\n"
                            "  - (a,in0 & input 1) -- b,in0\n"
                            "1 difference\n"
                            "status 1\n");
-    Pair const other(both(addThree, [](SampleCircuit& c) { c.join("a,in0", "b,in0").input("a,in0"); }), tied("b,in0"));
+    Pair const other(both(addThree, [](SampleCircuit& c) { c.join("a,in0", "b,in0").input("a,in0"); }),
+                     connected("b,in0"));
     EXPECT_EQ(other.diff(), "connections\n"
                             "  - a,in0 -- (b,in0 & input 1)\n"
                             "1 difference\n"
                             "status 1\n");
 }
 
-TEST(DiffConnections, OfSwappedArmsAreTold) {
+TEST(DiffConnections, OfSwappedArmsAreReported) {
     Pair const pair(addInterferometer, [](SampleCircuit& c) {
         c.add("in", "sfEdgeCoupler").add("split", "sfSplitter").add("upper", "sfStraight");
         c.add("lower", "sfStraight").add("join", "sfCombiner").add("out", "sfEdgeCoupler");

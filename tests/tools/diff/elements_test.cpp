@@ -47,7 +47,7 @@ TEST(DiffElements, AreRemoved) {
                            "status 1\n");
 }
 
-TEST(DiffElements, AreOfAnotherKindWithWhatThatBrings) {
+TEST(DiffElements, AreOfAnotherKindWithItsParameters) {
     Pair const pair(
         [](SampleCircuit& c) { c.add("path", "sfStraight").add("in", "sfTaper").join("in,out0", "path,in0"); },
         [](SampleCircuit& c) { c.add("path", "sfBend").add("in", "sfTaper").join("in,out0", "path,in0"); });
@@ -63,7 +63,7 @@ TEST(DiffElements, AreOfAnotherKindWithWhatThatBrings) {
                            "status 1\n");
 }
 
-TEST(DiffElements, InsideCompositesAreToldWithTheirPath) {
+TEST(DiffElements, InsideCompositesAreReportedWithTheirPath) {
     Pair const pair(addModulator, both(addModulator, [](SampleCircuit& c) {
                         auto* const arms = dynamic_cast<vrl::CBB*>(c.netlist().getBB("arms"))->getAsNetlist();
                         arms->getBB("upper")->setDouble("length", 1600);
@@ -101,12 +101,12 @@ TEST(DiffElements, WithoutNamesAreComparedByWhatTheyHold) {
                               "status 1\n");
 }
 
-TEST(DiffElements, ThatAreNotThereKeepTheirConnections) {
+TEST(DiffElements, ThatAreMissingKeepTheirConnections) {
     auto const build = [](SampleCircuit& c) {
         c.add("bend", "sfBend").add("in", "sfTaper").join("in,out0", "bend,in0");
     };
     Pair const pair(build, build);
-    // The first time that the name stands in the file is its entry in the list of names.
+    // The first occurrence of the name in the file is its entry in the list of names.
     std::string bytes = pair.tool.read("b.vrl");
     bytes[bytes.find("bend") + 3] = 't';
     pair.tool.write("b.vrl", bytes);

@@ -187,7 +187,7 @@ protected:
     std::string getSerTypeName() override { return "testOutline"; }
 };
 
-TEST(DiffFiles, TellWhichParametersCouldNotBeCompared) {
+TEST(DiffFiles, NameTheParametersThatCouldNotBeCompared) {
     auto const outlined = [](std::string const& expression) {
         return [=](SampleCircuit& c) { c.netlist().addAttribute(new Outline(expression)); };
     };

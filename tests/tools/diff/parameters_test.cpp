@@ -18,7 +18,7 @@ Pair::Build number(double value) {
     return with([=](vrl::Netlist& n) { n.addDouble("x", value, "", "um"); });
 }
 
-TEST(DiffParameters, AreToldOldToNewWithTheirUnit) {
+TEST(DiffParameters, AreReportedOldToNewWithTheirUnit) {
     auto const bend = [](SampleCircuit& c) { c.add("bend", "sfBend"); };
     Pair const pair(bend, both(bend, [](SampleCircuit& c) { c.set("bend", "radius", 20); }));
     EXPECT_EQ(pair.diff(), "parameters\n"

@@ -32,7 +32,7 @@ TEST(DiffRenames, AreFoundByTheirConnections) {
                            "status 1\n");
 }
 
-TEST(DiffRenames, TellEqualArmsApartByTheirPorts) {
+TEST(DiffRenames, DistinguishEqualArmsByTheirPorts) {
     Pair const pair(interferometer({"in", "split", "upper", "lower", "join", "out"}, 100, 100),
                     interferometer({"in", "split", "arm1", "arm2", "join", "out"}, 100, 100));
     EXPECT_EQ(pair.diff(), "elements\n"
@@ -67,7 +67,7 @@ TEST(DiffRenames, AreFoundWithOtherParameters) {
                            "status 1\n");
 }
 
-// Both straights fit the connections of both: what tells them apart is what they hold.
+// Both straights fit the connections of both: they differ in their content only.
 TEST(DiffRenames, FollowTheParametersWhereConnectionsAreTheSame) {
     auto const parallel = [](std::string const& first, std::string const& second) {
         return [=](SampleCircuit& c) {
@@ -143,7 +143,7 @@ TEST(DiffRenames, AreFoundBesideAnInsertedElement) {
                            "status 1\n");
 }
 
-// Both may be what the one was: the one in front and the one behind keep one of its two connections each.
+// Both may be what the one was: the one before and the one after keep one of its two connections each.
 TEST(DiffRenames, AreNotGuessedBetweenTwoThatFitHalf) {
     Pair const pair(
         [](SampleCircuit& c) {
@@ -216,7 +216,7 @@ TEST(DiffRenames, AreFoundInsideComposites) {
                            "status 1\n");
 }
 
-/// A chain of straights, a bend after every tenth, under names that begin with a text; at one place a taper goes in
+/// A chain of straights, a bend after every tenth, under names that begin with a string; at one place a taper goes in
 /// between.
 Pair::Build chain(std::string const& start, int length, int taperAt) {
     return [=](SampleCircuit& c) {
@@ -239,15 +239,15 @@ Pair::Build chain(std::string const& start, int length, int taperAt) {
 
 TEST(DiffRenames, AreFoundAllAlongAChainInSpiteOfAChange) {
     Pair const pair(chain("a", 300, -1), chain("b", 300, 123));
-    std::string const told = pair.diff();
-    EXPECT_NE(told.find("  > element b299 was a299\n"), std::string::npos) << told;
-    EXPECT_EQ(told.substr(told.find("  + element")), "  + element taper (sfTaper)\n"
-                                                     "connections\n"
-                                                     "  - b122,out0 -- b123,in0\n"
-                                                     "  + b122,out0 -- taper,in0\n"
-                                                     "  + b123,in0 -- taper,out0\n"
-                                                     "304 differences\n"
-                                                     "status 1\n");
+    std::string const shown = pair.diff();
+    EXPECT_NE(shown.find("  > element b299 was a299\n"), std::string::npos) << shown;
+    EXPECT_EQ(shown.substr(shown.find("  + element")), "  + element taper (sfTaper)\n"
+                                                       "connections\n"
+                                                       "  - b122,out0 -- b123,in0\n"
+                                                       "  + b122,out0 -- taper,in0\n"
+                                                       "  + b123,in0 -- taper,out0\n"
+                                                       "304 differences\n"
+                                                       "status 1\n");
 }
 
 }  // namespace

@@ -25,7 +25,7 @@ void addChangedModulator(SampleCircuit& c) {
     c.netlist().setAnnotation("author", "B");
 }
 
-TEST(DiffReport, TellsEverythingInGroups) {
+TEST(DiffReport, PrintsEverythingInGroups) {
     Pair const pair(addModulator, addChangedModulator);
     EXPECT_EQ(pair.diff(), "elements\n"
                            "  > element arms2 was arms\n"
@@ -53,7 +53,7 @@ TEST(DiffReport, TellsEverythingInGroups) {
                            "status 1\n");
 }
 
-TEST(DiffReport, TellsProgramsTheSame) {
+TEST(DiffReport, WritesTheSameAsJson) {
     Pair const pair(
         [](SampleCircuit& c) {
             c.add("bend", "sfBend").add("in", "sfTaper").add("old", "sfPhotodiode").add("path", "sfStraight");
@@ -180,7 +180,7 @@ TEST(DiffReport, TellsProgramsTheSame) {
       "from": null,
       "to": {
         "position": 1,
-        "ends": [
+        "ports": [
           "line,out0"
         ]
       }
@@ -191,7 +191,7 @@ TEST(DiffReport, TellsProgramsTheSame) {
       "path": "",
       "from": {
         "position": 1,
-        "ends": [
+        "ports": [
           "bend,out0"
         ]
       },
@@ -204,14 +204,14 @@ TEST(DiffReport, TellsProgramsTheSame) {
       "from": null,
       "to": {
         "position": 1,
-        "ends": [
+        "ports": [
           "bend,in0"
         ]
       }
     },
     {
       "what": "connection",
-      "change": "parted",
+      "change": "disconnected",
       "path": "",
       "groups": [
         [
@@ -229,7 +229,7 @@ status 1
 )");
 }
 
-TEST(DiffReport, OfNoDifferenceIsWholeForPrograms) {
+TEST(DiffReport, WithoutDifferencesHasEveryMemberInJson) {
     Pair const pair(addModulator, addModulator);
     EXPECT_EQ(pair.diff({"--json"}), R"({
   "format": "vrl-diff",
@@ -259,7 +259,7 @@ status 0
 )");
 }
 
-TEST(DiffReport, ShowsNoCharactersThatATerminalObeys) {
+TEST(DiffReport, EscapesControlCharacters) {
     Pair const pair([](SampleCircuit&) {}, [](SampleCircuit& c) { c.add("a\x1b[2J\nb", "sfTaper"); });
     EXPECT_EQ(pair.diff(), "elements\n"
                            "  + element a\\x1B[2J\\x0Ab (sfTaper)\n"
@@ -267,8 +267,8 @@ TEST(DiffReport, ShowsNoCharactersThatATerminalObeys) {
                            "status 1\n");
 }
 
-/// Ten thousand elements in rows of a hundred, tied from neighbour to neighbour; added and joined in an order that
-/// follows from the seed.
+/// Ten thousand elements in rows of a hundred, connected from neighbour to neighbour; added and connected in an order
+/// that follows from the seed.
 Pair::Build mesh(unsigned seed) {
     return [=](SampleCircuit& c) {
         std::vector<int> order(10000);

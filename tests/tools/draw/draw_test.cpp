@@ -58,7 +58,7 @@ TEST_F(Draw, WritesTheSameBytesTwice) {
     }
 }
 
-TEST_F(Draw, TellsNeitherTheTimeNorTheVersionOfGraphviz) {
+TEST_F(Draw, WritesNeitherTheTimeNorTheVersionOfGraphviz) {
     tool.run("draw", {"a.vrl", "-o", "a.pdf"});
     EXPECT_EQ(tool.read("a.pdf").find("CreationDate"), std::string::npos);
     EXPECT_EQ(tool.run("draw", {"a.vrl", "-o", "-"}).out.find("raphviz"), std::string::npos);
@@ -72,7 +72,7 @@ TEST_F(Draw, WritesToStandardOutput) {
     EXPECT_EQ(tool.run("draw", {"a.vrl", "-o", "-", "--format", "dot"}).out, tool.read("a.dot"));
 }
 
-TEST_F(Draw, FormatGoesBeforeTheEnding) {
+TEST_F(Draw, FormatOverridesTheFileNameExtension) {
     EXPECT_EQ(tool.run("draw", {"a.vrl", "-o", "picture", "--format", "dot"}).status, 0);
     EXPECT_EQ(tool.read("picture"), tool.run("draw", {"a.vrl", "--format", "dot"}).out);
 }
@@ -81,7 +81,7 @@ TEST_F(Draw, RefusesAnotherEnding) {
     EXPECT_EQ(refused({"a.vrl", "-o", "a.jpg"}),
               "vrl: a.jpg: no format ends in '.jpg'\n"
               "  end it in svg, dot, pdf or png, or name one of them with --format\n");
-    EXPECT_EQ(refused({"a.vrl", "-o", "a"}), "vrl: a: has no ending that tells its format\n"
+    EXPECT_EQ(refused({"a.vrl", "-o", "a"}), "vrl: a: has no ending that names its format\n"
                                              "  end it in svg, dot, pdf or png, or name one of them with --format\n");
     EXPECT_EQ(refused({"a.vrl", "--format", "jpg"}), "vrl: --format jpg: no such format\n"
                                                      "  take svg, dot, pdf or png\n");
@@ -89,8 +89,8 @@ TEST_F(Draw, RefusesAnotherEnding) {
                                                       "  take svg, dot, pdf or png; did you mean 'svg'?\n");
 }
 
-TEST_F(Draw, RefusesToGuessWhereThePictureGoes) {
-    EXPECT_EQ(refused({"a.vrl"}), "vrl: a.vrl: nothing says where the picture goes\n"
+TEST_F(Draw, RefusesToGuessWhereToWriteThePicture) {
+    EXPECT_EQ(refused({"a.vrl"}), "vrl: a.vrl: the picture has neither a file nor a format\n"
                                   "  name a file with '-o FILE.svg', or a format for standard output with "
                                   "'--format svg'\n");
 }
@@ -122,7 +122,7 @@ TEST_F(Draw, RefusesNumbersBelowZeroAndANameThatIsEmpty) {
     EXPECT_THAT(refused({"a.vrl", "-o", "a.svg", "--around", ""}), StartsWith("vrl: --around: names no element\n"));
 }
 
-TEST_F(Draw, TellsProgramsWhatThePictureShows) {
+TEST_F(Draw, ListsTheContentOfThePictureAsJson) {
     auto const outcome = tool.run("draw", {"--json", "a.vrl", "-o", "a.PNG", "--max", "4"});
     EXPECT_EQ(outcome.out, "{\n"
                            "  \"format\": \"vrl-draw\",\n"
@@ -146,7 +146,7 @@ TEST_F(Draw, TellsProgramsWhatThePictureShows) {
 TEST_F(Draw, RefusesThePictureAndTheJsonOnOneOutput) {
     for (std::vector<std::string> const& where : {std::vector<std::string>{"-o", "-"}, {"--format", "dot"}})
         EXPECT_EQ(refused({"a.vrl", "--json", where[0], where[1]}),
-                  "vrl: standard output: cannot hold both the picture and the JSON that --json asks for\n"
+                  "vrl: standard output: cannot take both the picture and the JSON that --json asks for\n"
                   "  name a file for the picture with '-o FILE.svg'\n");
 }
 
@@ -173,13 +173,13 @@ TEST_F(Draw, SaysThatABitmapIsCoarse) {
 TEST_F(Draw, SaysWhichPackageIsMissing) {
     tool.place().set("PATH", "");
     EXPECT_EQ(refused({"a.vrl", "-o", "a.svg"}),
-              "vrl: dot: the program is not there, which draws the picture\n"
+              "vrl: dot: the program that draws the picture is missing\n"
               "  install Graphviz (the package 'graphviz'), or write the text for it with '-o FILE.dot'\n");
     EXPECT_FALSE(std::filesystem::exists(tool.path("a.svg")));
     EXPECT_EQ(tool.run("draw", {"a.vrl", "-o", "a.dot"}).status, 0);
 }
 
-TEST_F(Draw, TellsWhatGraphvizSaidWhenItFails) {
+TEST_F(Draw, PrintsTheMessageOfGraphvizWhenItFails) {
     std::filesystem::create_directory(tool.path("bin"));
     tool.write("bin/dot", "#!/bin/sh\necho 'out of ideas' >&2\nexit 3\n");
     std::filesystem::permissions(tool.path("bin/dot"), std::filesystem::perms::owner_all);
@@ -195,7 +195,7 @@ TEST_F(Draw, LeavesNothingWhereItCannotWrite) {
               "  make the folder first\n");
 }
 
-TEST_F(Draw, SuggestsTheElementThatWasMeant) {
+TEST_F(Draw, SuggestsTheNearestElement) {
     EXPECT_EQ(refused({"a.vrl", "-o", "a.svg", "--around", "uper"}),
               "vrl: 'uper': the circuit has no element of that name\n"
               "  did you mean 'upper'?\n");
@@ -210,7 +210,7 @@ TEST_F(Draw, SaysThatNoNeighbourhoodIsDrawnInsideAComposite) {
               "  '--around \"arms\" --depth 1' draws that with its inside\n");
 }
 
-TEST_F(Draw, TellsWhatIsHidden) {
+TEST_F(Draw, ListsWhatIsHidden) {
     auto const outcome = tool.run("draw", {"a.vrl", "-o", "a.svg", "--max", "4"});
     EXPECT_EQ(outcome.err, "vrl: a.vrl: hidden: 2 of 6 elements, past the limit of 4\n");
     EXPECT_EQ(outcome.status, 0);
@@ -249,7 +249,7 @@ TEST_F(Draw, RefusesABlockThatIsNoCircuit) {
                                                     "  'vrl show' shows what it holds\n");
 }
 
-TEST(Show, DoesNotGiveTheListingAsJson) {
+TEST(Show, RefusesTheListingAsJson) {
     auto const outcome = Tool().run("show", {"a.vrl", "--json", "--listing"});
     EXPECT_EQ(outcome.err, "vrl: --json excludes --listing\n"
                            "  'vrl show --help' shows the usage\n");

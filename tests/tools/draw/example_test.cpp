@@ -9,7 +9,7 @@ namespace {
 #ifdef VRL_DEMO_PROGRAM
 
 // Made by 'vrl draw modulator.vrl -o modulator.svg --depth 1' of the design that 'vrl_demo build' saves. Where things
-// stand depends on the fonts of the machine; everything else has to be the same.
+// are depends on the fonts of the machine; everything else has to be the same.
 TEST(ExamplePicture, IsWhatTheCommandDraws) {
     vrl_test::Tool const tool;
     std::string const config = tool.writeConfig("demo.ini", {"vrlDemoDll", "foundrySampleFab"});

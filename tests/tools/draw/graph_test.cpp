@@ -16,7 +16,7 @@ using vrl_test::wiresOf;
 using vrltool::draw::Picture;
 using Ids = std::vector<std::string>;
 
-TEST(Graph, IsThisTextForASmallCircuit) {
+TEST(Graph, WritesASmallCircuitExactly) {
     SampleCircuit circuit;
     circuit.add("a", "sfStraight").add("pd", "sfPhotodiode").join("a,out0", "pd,in0").input("a,in0").dc("pd,anode");
     EXPECT_EQ(inShortLines(dotOf(circuit)), R"dot(digraph circuit {
@@ -119,7 +119,7 @@ TEST(Graph, IsThisTextForASmallCircuit) {
 )dot");
 }
 
-TEST(Graph, JoinsThePortsOfAnInterferometer) {
+TEST(Graph, ConnectsThePortsOfAnInterferometer) {
     SampleCircuit circuit;
     addInterferometer(circuit);
     EXPECT_EQ(wiresOf(dotOf(circuit)), "e1:p2:e -> e5:p1:w optics\n"
@@ -206,7 +206,7 @@ TEST(Graph, DrawsFramesInFrames) {
     EXPECT_EQ(idsOf(dotOf(circuit, {}, 1), "frame"), Ids{"e1"});
 }
 
-TEST(Graph, GraphvizTakesTextsThatAreEmpty) {
+TEST(Graph, GraphvizTakesEmptyStrings) {
     vrltool::Circuit circuit;
     circuit.elements.resize(2);
     circuit.elements[0].ports = {{"", vrl::EnumList::Optics, 1, true}};
@@ -284,7 +284,7 @@ TEST(Graph, NamesTheContactsOfTheBoundary) {
     EXPECT_EQ(count(dot, ">contact 2</TD>"), 1u);
 }
 
-TEST(Graph, TellsWhereWiresGoThatAreCutOff) {
+TEST(Graph, LabelsWiresThatAreCutOff) {
     SampleCircuit circuit;
     addInterferometer(circuit);
     Picture picture;
@@ -308,7 +308,7 @@ TEST(Graph, MarksAPortThatItsBlockDoesNotHave) {
     EXPECT_EQ(count(dot, "port that the block does not have"), 1u);
 }
 
-TEST(Graph, TellsTheParametersOfBlocks) {
+TEST(Graph, ShowsTheParametersOfBlocks) {
     SampleCircuit circuit;
     circuit.add("a", "sfStraight").set("a", "length", 12.5);
     Picture picture;

@@ -70,7 +70,7 @@ TEST(Svg, FramesCompositesWithTheirTitleAndPorts) {
     EXPECT_EQ(count(open, "class=\"edge optics\""), 14u);
 }
 
-TEST(Svg, SaysWhereSomethingStandsInForAKind) {
+TEST(Svg, MarksStandIns) {
     Tool const tool;
     SampleCircuit circuit;
     addModulator(circuit);
@@ -84,7 +84,7 @@ TEST(Svg, SaysWhereSomethingStandsInForAKind) {
     EXPECT_THAT(textsOf(svg), IsSupersetOf({"sfSplitter (not loaded)", "sfPushPullArms (not loaded)", "trim",
                                             "unknown domain", "stand-in: its kind is not loaded"}));
     EXPECT_EQ(count(svg, "class=\"cluster frame\""), 1u) << "blocks without an inside are no frames";
-    EXPECT_EQ(count(svg, "class=\"edge unknown\""), 14u) << "ports in an unknown domain are joined all the same";
+    EXPECT_EQ(count(svg, "class=\"edge unknown\""), 14u) << "ports in an unknown domain are still connected";
 }
 
 TEST(Svg, ShowsHostileNamesAsTheyAre) {

@@ -9,7 +9,7 @@ namespace {
 
 using vrl_test::Tool;
 
-TEST(NewPlugin, TellsWhatItWroteAndTheNextCommand) {
+TEST(NewPlugin, PrintsWhatItWroteAndTheNextCommand) {
     Tool const tool;
     auto const shown = tool.run("new-plugin", {"myFab", "my fab"});
     EXPECT_EQ(shown.out, "wrote into my fab:\n"
@@ -61,7 +61,7 @@ TEST(NewPlugin, OverwritesNothing) {
     tool.write("full/README.md", "mine");
     auto const shown = tool.run("new-plugin", {"myFab", "full"});
     EXPECT_EQ(shown.err, "vrl: full: is not empty, and nothing is overwritten\n"
-                         "  name one that is not there yet\n");
+                         "  name a new one\n");
     EXPECT_EQ(shown.out, "");
     EXPECT_EQ(shown.status, 2);
     EXPECT_EQ(tool.read("full/README.md"), "mine");
@@ -73,9 +73,9 @@ TEST(NewPlugin, RefusesAFileAndALinkInPlaceOfTheFolder) {
     tool.write("file", "");
     std::filesystem::create_symlink("nowhere", tool.path("link"));
     EXPECT_EQ(tool.run("new-plugin", {"myFab", "file"}).err, "vrl: file: is no folder\n"
-                                                             "  name one that is not there yet\n");
+                                                             "  name a new one\n");
     EXPECT_EQ(tool.run("new-plugin", {"myFab", "link"}).err, "vrl: link: is no folder\n"
-                                                             "  name one that is not there yet\n");
+                                                             "  name a new one\n");
     EXPECT_EQ(tool.run("new-plugin", {"myFab", "file/below"}).status, 2);
 }
 

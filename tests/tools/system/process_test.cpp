@@ -31,7 +31,7 @@ double secondsOf(Program const& program, ProcessResult& ended) {
     return std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
 }
 
-TEST(RunProgram, GivesOutputErrorsAndStatus) {
+TEST(RunProgram, ReturnsOutputErrorsAndStatus) {
     ProcessResult const ended = runProgram(shell("echo out; echo err >&2; exit 3"));
     EXPECT_TRUE(ended.started);
     EXPECT_FALSE(ended.fine());
@@ -41,7 +41,7 @@ TEST(RunProgram, GivesOutputErrorsAndStatus) {
     EXPECT_EQ(ended.how(), "ended with status 3");
 }
 
-TEST(RunProgram, TakesWordsAsTheyStandWithoutAShell) {
+TEST(RunProgram, PassesArgumentsUnchangedWithoutAShell) {
     ProcessResult const ended = runProgram({{"printf", "[%s]", "$HOME; *", "", "a b"}, "", "", 60, {}});
     EXPECT_TRUE(ended.fine());
     EXPECT_EQ(ended.out, "[$HOME; *][][a b]");
@@ -51,10 +51,10 @@ TEST(RunProgram, SaysThatThereIsNoSuchProgram) {
     ProcessResult const ended = runProgram({{"no-such-program-anywhere"}, "", "", 60, {}});
     EXPECT_FALSE(ended.started);
     EXPECT_FALSE(ended.fine());
-    EXPECT_EQ(ended.how(), "is not there");
+    EXPECT_EQ(ended.how(), "is missing");
 }
 
-TEST(RunProgram, TellsTheSignalThatEndedIt) {
+TEST(RunProgram, ReportsTheSignalThatEndedIt) {
     ProcessResult const ended = runProgram(shell("kill -SEGV $$"));
     EXPECT_EQ(ended.signal, SIGSEGV);
     EXPECT_EQ(ended.how(), "ended by signal 11 (Segmentation fault)");
@@ -107,7 +107,7 @@ TEST(RunProgram, LeavesNothingRunningWhenItsCallerIsEnded) {
     EXPECT_TRUE(endsWithItsParent(SIGKILL));
 }
 
-TEST(RunProgram, EndsAProgramThatClosedItsOutputAndWentOn) {
+TEST(RunProgram, EndsAProgramThatClosedItsOutputAndContinued) {
     Program program = shell("exec >&- 2>&-; exec sleep 50");
     program.seconds = 1;
     ProcessResult ended;
@@ -130,13 +130,13 @@ TEST(RunProgram, FeedsLargeInputWhileItReadsOutput) {
     EXPECT_EQ(ended.out, program.input);
 }
 
-TEST(RunProgram, DoesNotMindAProgramThatReadsNothing) {
+TEST(RunProgram, AcceptsAProgramThatReadsNothing) {
     Program program = shell("exit 0");
     program.input = std::string(1000000, 'x');
     EXPECT_TRUE(runProgram(program).fine());
 }
 
-TEST(RunProgram, GivesAnEmptyInputAtOnce) { EXPECT_EQ(runProgram(shell("cat; echo end")).out, "end\n"); }
+TEST(RunProgram, PassesAnEmptyInputAtOnce) { EXPECT_EQ(runProgram(shell("cat; echo end")).out, "end\n"); }
 
 TEST(RunProgram, WorksInItsFolder) {
     vrl_test::TemporaryFolder const folder;
@@ -147,7 +147,7 @@ TEST(RunProgram, WorksInItsFolder) {
     EXPECT_FALSE(runProgram(program).started);
 }
 
-TEST(RunProgram, TellsTheSecondsThatPass) {
+TEST(RunProgram, ReportsTheSecondsThatPass) {
     std::size_t last = 0;
     std::size_t calls = 0;
     Program program = shell("sleep 1.5");

@@ -27,7 +27,7 @@ TEST(Json, KeepsTheOrderOfItsMembers) {
     EXPECT_EQ(written(json), "{\n  \"z\": 1,\n  \"a\": []\n}\n");
 }
 
-TEST(Json, ReplacesBytesThatAreNoText) {
+TEST(Json, ReplacesBytesThatAreNoUtf8) {
     EXPECT_EQ(written(Json("caf\xC3\xA9 \xFF \x1B")), "\"caf\xC3\xA9 \xEF\xBF\xBD \\u001b\"\n");
 }
 

@@ -45,12 +45,12 @@ TEST(NearNamesOrder, IsNearestFirstThenByName) {
 
 TEST(NearNamesOrder, HoldsEachNameOnce) { EXPECT_EQ(nearNames("bent", {"bend", "bend", "bend"}), Names{"bend"}); }
 
-TEST(NearNamesOrder, LeavesOutTextsThatAreNoSlips) {
+TEST(NearNamesOrder, LeavesOutStringsThatAreNoSlips) {
     EXPECT_EQ(nearNames(std::string(257, 'a'), {std::string(256, 'a')}), Names{});
     EXPECT_EQ(nearNames("aaaa", {std::string(300, 'a'), ""}), Names{});
 }
 
-TEST(DidYouMean, JoinsUpToThreeNames) {
+TEST(DidYouMean, ListsUpToThreeNames) {
     EXPECT_EQ(didYouMean("x", {}), "");
     EXPECT_EQ(didYouMean("bent", {"bend"}), "did you mean 'bend'?");
     EXPECT_EQ(didYouMean("bent", {"bend", "belt"}), "did you mean 'belt' or 'bend'?");

@@ -14,7 +14,7 @@ TEST(Phrases, ListsNames) {
     EXPECT_EQ(listText({"a", "b", "c", "d"}, 3), "a, b and 2 more");
 }
 
-TEST(Phrases, WrapsATextAtItsWidth) {
+TEST(Phrases, WrapsAStringAtItsWidth) {
     EXPECT_EQ(wrapped("one two three", 2, 9), "  one two\n  three\n");
     EXPECT_EQ(wrapped("incompatible words", 2, 9), "  incompatible\n  words\n");
     EXPECT_EQ(wrapped("", 2), "");

@@ -23,7 +23,7 @@ int main(int argc, char** argv) {
         work(progress, 255);
         if (longWork) std::this_thread::sleep_for(std::chrono::milliseconds(1100));
         work(progress, 1);
-        work(progress, 256);  // right behind the first: not shown
+        work(progress, 256);  // right after the first: not shown
         if (longWork) std::this_thread::sleep_for(std::chrono::milliseconds(250));
         work(progress, 256);
         if (std::strcmp(scenario, "longWithItsOwnCount") == 0) {

@@ -13,12 +13,12 @@ TEST(Progress, CountsOnATerminalAndWipesItsLine) {
     EXPECT_EQ(done.out, "done\n");
 }
 
-TEST(Progress, TellsTheWholeIfItIsKnown) {
+TEST(Progress, PrintsTheTotalIfItIsKnown) {
     Outcome const done = Sandbox(VRL_PROGRESS_SCENARIOS).runAtTerminal("", "longOfKnownSize");
     EXPECT_EQ(done.err, "\r\x1b[Kreading 256 of 1024 blocks\r\x1b[Kreading 768 of 1024 blocks\r\x1b[K");
 }
 
-TEST(Progress, ShowsACountThatIsGiven) {
+TEST(Progress, ShowsAnExplicitCount) {
     Outcome const done = Sandbox(VRL_PROGRESS_SCENARIOS).runAtTerminal("", "longWithItsOwnCount");
     EXPECT_EQ(done.err, "\r\x1b[Kreading 256 blocks\r\x1b[Kreading 768 blocks\r\x1b[Kreading 7 blocks\r\x1b[K");
 }

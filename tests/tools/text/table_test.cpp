@@ -58,7 +58,7 @@ TEST(Table, ShowsControlCharactersAsNumbers) {
     EXPECT_EQ(written(table), "na\\x09me\n\\x1B[31mred\\x0A\n");
 }
 
-TEST(Printable, LeavesTextAloneAndNumbersControlCharacters) {
+TEST(Printable, LeavesPrintableCharactersAndNumbersControlCharacters) {
     EXPECT_EQ(printable(""), "");
     EXPECT_EQ(printable("caf\xC3\xA9 ~"), "caf\xC3\xA9 ~");
     EXPECT_EQ(printable(std::string("a\0\x1F\x7F\r\n", 6)), "a\\x00\\x1F\\x7F\\x0D\\x0A");

@@ -16,14 +16,14 @@ struct Case {
     char const* fault;
     char const* check;
     char const* word;
-    char const* findings;  ///< all that is told between the check's title and its summary
+    char const* findings;  ///< all that is printed between the check's title and its summary
 };
 
 void PrintTo(Case const& broken, std::ostream* os) { *os << broken.fault; }
 
 class BrokenPlugin : public ::testing::TestWithParam<Case> {};
 
-TEST_P(BrokenPlugin, IsToldByItsCheck) {
+TEST_P(BrokenPlugin, IsReportedByItsCheck) {
     Tool const tool;
     Case const& broken = GetParam();
     bool const hangs = std::string(broken.fault) == "Hangs";
@@ -126,7 +126,7 @@ Case const kKinds[] = {
      "    hint: let constructors and createCS accept any number, and throw nothing\n"},
     {"OtherName", "key-matches-name", "FAIL",
      "  block 'brBlock': returns the name 'brOther'\n"
-     "    hint: register the class under the text that getName gives, a parameter type under getFactoryName\n"},
+     "    hint: register the class under the string that getName returns, a parameter type under getFactoryName\n"},
     {"AnySection", "unknown-key", "FAIL",
      "  foundry 'BrokenFab': createCS returns something for a name that is not known\n"
      "    hint: return null for a name that is not known\n"},
@@ -192,7 +192,7 @@ std::string caseName(::testing::TestParamInfo<Case> const& info) {
 INSTANTIATE_TEST_SUITE_P(Loading, BrokenPlugin, ::testing::ValuesIn(kLoading), caseName);
 INSTANTIATE_TEST_SUITE_P(Kinds, BrokenPlugin, ::testing::ValuesIn(kKinds), caseName);
 
-TEST(PluginInOrder, MayGiveAViewAnotherNameThanItsKind) {
+TEST(PluginInOrder, MayNameAViewOtherwiseThanItsKind) {
     Tool const tool;
     auto const shown = tool.run("validate", {"--only", "views", faultyPlugin("ViewOtherName")});
     EXPECT_EQ(shown.out, faultyPlugin("ViewOtherName") + "\n"
@@ -216,7 +216,7 @@ TEST(PluginInOrder, MaySaveAKindOfNetlistAsAPlainOne) {
     EXPECT_EQ(shown.status, 0);
 }
 
-TEST(BrokenPluginStreams, TellsTheStreamThatDidHarm) {
+TEST(BrokenPluginStreams, NamesTheStreamThatDidHarm) {
     Tool const tool;
     auto const shown = tool.run("validate", {"--seconds", "50", "--only", "random-bytes", faultyPlugin("RandomBytes")});
     EXPECT_EQ(
@@ -229,7 +229,7 @@ TEST(BrokenPluginStreams, TellsTheStreamThatDidHarm) {
     EXPECT_EQ(shown.status, 1);
 }
 
-TEST(BrokenPluginOrder, TellsAKeyThatIsMissingBehindAnotherPlugin) {
+TEST(BrokenPluginOrder, ReportsAKeyThatIsMissingAfterAnotherPlugin) {
     Tool const tool;
     auto const shown = tool.run("validate", {"--only", "two-plugins", "--only", "key-clash",
                                              faultyPlugin("NeedsToBeFirst"), faultyPlugin("None")});
@@ -241,7 +241,7 @@ TEST(BrokenPluginOrder, TellsAKeyThatIsMissingBehindAnotherPlugin) {
                              "two-plugins: FAIL\n"
                              "  expected: it loads before and after others, with the same keys in either order\n"
                              "  block 'brBlock': is not registered when it is loaded after lib_wn_None.so.5.1.3\n"
-                             "    hint: register the same keys whatever is there already\n"
+                             "    hint: register the same keys whatever is registered already\n"
                              "\n"
                              "key-clash: warning\n"
                              "  expected: no other plug-in has one of its keys\n"
@@ -272,7 +272,7 @@ TEST(BrokenPluginOrder, TellsAKeyThatIsMissingBehindAnotherPlugin) {
     EXPECT_EQ(shown.status, 1);
 }
 
-TEST(BrokenPluginOrder, TellsWhatAConfiguredPluginHinders) {
+TEST(BrokenPluginOrder, ReportsAKeyThatAConfiguredPluginHinders) {
     Tool const tool;
     std::string const config = tool.writeConfig("demo.ini", {"vrlDemoDll"});
     auto const shown =
@@ -284,13 +284,13 @@ TEST(BrokenPluginOrder, TellsWhatAConfiguredPluginHinders) {
                              "two-plugins: FAIL\n"
                              "  expected: it loads before and after others, with the same keys in either order\n"
                              "  block 'brBlock': is not registered when it is loaded after demo.ini\n"
-                             "    hint: register the same keys whatever is there already\n"
+                             "    hint: register the same keys whatever is registered already\n"
                              "\n"
                              "1 check: 0 passed, 1 failed, 0 warnings, 0 not run\n");
     EXPECT_EQ(shown.status, 1);
 }
 
-/// What the first plug-in is told of others; the table alone, without the summaries.
+/// What is reported of the first plug-in beside others; the table alone, without the summaries.
 std::string amongOthers(Tool const& tool, std::vector<std::string> const& faults) {
     std::vector<std::string> words{"--seconds", "6", "--only", "two-plugins,key-clash"};
     for (std::string const& fault : faults) words.push_back(faultyPlugin(fault));
@@ -327,7 +327,7 @@ TEST(BrokenPluginOrder, ComparesNothingForOneWithoutKeys) {
     EXPECT_NE(shown.out.find("  two-plugins  not run  it brings no keys\n"), std::string::npos) << shown.out;
 }
 
-TEST(BrokenPluginNeeds, RunsWhatACheckNeedsAndNamesItAsTheHindrance) {
+TEST(BrokenPluginNeeds, RunsWhatACheckNeedsAndNamesItAsTheReason) {
     Tool const tool;
     auto const shown = tool.run("validate", {"--only", "saved,described", faultyPlugin("CrashesInConstructor")});
     EXPECT_EQ(shown.out, faultyPlugin("CrashesInConstructor") +

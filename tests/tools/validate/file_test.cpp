@@ -14,7 +14,7 @@ using vrl_test::Tool;
 
 std::string sampleFab() { return vrl_test::readFile(VRL_SAMPLE_PLUGINS "/lib_wn_foundrySampleFab.so.5.1.3"); }
 
-/// What is told between the title of the one check that ran and its summary.
+/// What is printed between the title of the one check that ran and its summary.
 std::string findings(Tool const& tool, std::string const& check, std::string const& file) {
     auto const shown = tool.run("validate", {"--only", check, file});
     auto const title = shown.out.find("\n  expected: ");
@@ -23,13 +23,13 @@ std::string findings(Tool const& tool, std::string const& check, std::string con
     return shown.out.substr(start, shown.out.rfind("\n1 check: ") - start);
 }
 
-TEST(ValidateFile, TellsAMissingFile) {
+TEST(ValidateFile, ReportsAMissingFile) {
     Tool const tool;
     EXPECT_EQ(findings(tool, "regular-file", "gone.so"), "  gone.so: there is no such file\n"
                                                          "    hint: give the path of the plug-in\n");
 }
 
-TEST(ValidateFile, TellsANameThatIsTooLong) {
+TEST(ValidateFile, ReportsANameThatIsTooLong) {
     Tool const tool;
     std::string const name(300, 'n');
     EXPECT_EQ(findings(tool, "regular-file", name), "  " + name +
@@ -41,35 +41,35 @@ TEST(ValidateFile, TellsANameThatIsTooLong) {
     EXPECT_EQ(shown.status, 1);
 }
 
-TEST(ValidateFile, TellsAFolder) {
+TEST(ValidateFile, ReportsAFolder) {
     Tool const tool;
     std::filesystem::create_directory(tool.path("folder.so"));
     EXPECT_EQ(findings(tool, "regular-file", "folder.so"), "  folder.so: is a folder\n"
                                                            "    hint: give the path of the plug-in\n");
 }
 
-TEST(ValidateFile, TellsANamedPipeWithoutWaitingForIt) {
+TEST(ValidateFile, ReportsANamedPipeWithoutWaitingForIt) {
     Tool const tool;
     ASSERT_EQ(mkfifo(tool.path("pipe.so").c_str(), 0600), 0);
     EXPECT_EQ(findings(tool, "regular-file", "pipe.so"), "  pipe.so: is a named pipe\n"
                                                          "    hint: give the path of the plug-in\n");
 }
 
-TEST(ValidateFile, TellsALinkToNothing) {
+TEST(ValidateFile, ReportsALinkToNothing) {
     Tool const tool;
     std::filesystem::create_symlink("nothing", tool.path("link.so"));
     EXPECT_EQ(findings(tool, "regular-file", "link.so"), "  link.so: is a link to nothing\n"
                                                          "    hint: give the path of the plug-in\n");
 }
 
-TEST(ValidateFile, TellsAnEmptyFile) {
+TEST(ValidateFile, ReportsAnEmptyFile) {
     Tool const tool;
     tool.write("empty.so", "");
     EXPECT_EQ(findings(tool, "regular-file", "empty.so"), "  empty.so: is empty\n"
                                                           "    hint: build it again\n");
 }
 
-TEST(ValidateFile, TellsATextFile) {
+TEST(ValidateFile, ReportsATextFile) {
     Tool const tool;
     tool.write("text.so", "sodllfile = text\n");
     EXPECT_EQ(findings(tool, "machine", "text.so"),
@@ -77,7 +77,7 @@ TEST(ValidateFile, TellsATextFile) {
               "    hint: give the file that the linker wrote, lib_wn_NAME.so.VERSION\n");
 }
 
-TEST(ValidateFile, TellsATruncatedPlugin) {
+TEST(ValidateFile, ReportsATruncatedPlugin) {
     Tool const tool;
     tool.write("cut.so", sampleFab().substr(0, 20000));
     EXPECT_EQ(findings(tool, "machine", "cut.so"), "  cut.so: is cut short: parts that its headers name are missing\n"
@@ -85,7 +85,7 @@ TEST(ValidateFile, TellsATruncatedPlugin) {
 }
 
 #if defined(__x86_64__)
-TEST(ValidateFile, TellsAPluginForAnotherMachine) {
+TEST(ValidateFile, ReportsAPluginForAnotherMachine) {
     Tool const tool;
     std::string bytes = sampleFab();
     bytes[18] = '\xB7';
@@ -96,7 +96,7 @@ TEST(ValidateFile, TellsAPluginForAnotherMachine) {
               "    hint: build it for this machine\n");
 }
 
-TEST(ValidateFile, TellsAPluginOf32Bits) {
+TEST(ValidateFile, ReportsAPluginOf32Bits) {
     Tool const tool;
     std::string bytes = sampleFab();
     bytes[4] = '\1';
@@ -108,7 +108,7 @@ TEST(ValidateFile, TellsAPluginOf32Bits) {
 }
 #endif
 
-TEST(ValidateFile, TellsAPluginForAnotherVersionOfTheLibrary) {
+TEST(ValidateFile, ReportsAPluginForAnotherVersionOfTheLibrary) {
     Tool const tool;
     std::string bytes = sampleFab();
     auto const name = bytes.find("lib_wn_vrllib.so.2");

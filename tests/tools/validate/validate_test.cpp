@@ -39,7 +39,7 @@ TEST(Validate, PassesBothSamplePluginsWholly) {
     EXPECT_EQ(shown.status, 0);
 }
 
-TEST(Validate, TellsProgramsTheSame) {
+TEST(Validate, WritesTheSameAsJson) {
     Tool const tool;
     takeSamples(tool);
     auto const shown = tool.run("validate", {"--json", "--seconds", "50", kSampleFab});
@@ -63,7 +63,7 @@ TEST(Validate, PassesTheSamplePluginBesideItsOwnConfiguration) {
     EXPECT_EQ(shown.status, 0);
 }
 
-TEST(Validate, LeavesOutWhatAFailureHinders) {
+TEST(Validate, SkipsChecksThatNeedAFailedOne) {
     Tool const tool;
     auto const shown = tool.run("validate", {"--seconds", "10", faultyPlugin("Hangs")});
     std::string const head = faultyPlugin("Hangs") + "\n";
@@ -73,7 +73,7 @@ TEST(Validate, LeavesOutWhatAFailureHinders) {
     EXPECT_EQ(shown.status, 1);
 }
 
-TEST(Validate, TellsFindingsToPrograms) {
+TEST(Validate, WritesFindingsAsJson) {
     Tool const tool;
     auto const shown = tool.run("validate", {"--json", "--only", "defaults-in-range", faultyPlugin("OutOfRange")});
     EXPECT_EQ(shown.out, R"({
@@ -148,7 +148,7 @@ TEST(Validate, NamesNearChecksForAWrongOne) {
     EXPECT_EQ(shown.status, 2);
 }
 
-TEST(Validate, RefusesAConfigurationThatIsNotThere) {
+TEST(Validate, RefusesAMissingConfiguration) {
     Tool const tool;
     auto const shown = tool.run("validate", {"--config", "gone.ini", kDemo});
     EXPECT_EQ(shown.err, "vrl: gone.ini: cannot read this configuration file\n"
@@ -180,7 +180,7 @@ TEST(Validate, TakesListsOfChecks) {
     EXPECT_EQ(shown.err, "");
 }
 
-TEST(Validate, CountsWarningsApartFromFailures) {
+TEST(Validate, CountsWarningsSeparately) {
     Tool const tool;
     auto const shown = tool.run("validate", {"--json", "--only", "described", faultyPlugin("Undescribed")});
     auto const plugin = nlohmann::json::parse(shown.out)["plugins"][0];

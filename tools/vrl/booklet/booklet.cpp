@@ -25,7 +25,7 @@ constexpr int kPart = 2;
 /// Writes a booklet to a texstream. What comes from a plug-in goes through texText or texName.
 class Writer {
 public:
-    Writer(texstream& target, FoundryFacts const& told) : tex(target), facts(told) {
+    Writer(texstream& target, FoundryFacts const& known) : tex(target), facts(known) {
         for (BlockFacts const& block : facts.blocks) kinds.insert(block.kind);
     }
 
@@ -64,7 +64,7 @@ std::string Writer::linked(std::string const& kind) const {
 }
 
 std::string Writer::width(std::optional<double> const& value) const {
-    return value ? texText(numberText(*value)) : "not told";
+    return value ? texText(numberText(*value)) : "unknown";
 }
 
 void Writer::writeParameters(std::vector<ParameterFacts> const& parameters) {
@@ -93,7 +93,7 @@ void Writer::writeFlows() {
         return;
     }
     os() << "The cross section that a flow makes depends on the width and the bend radius. The table has the one of a "
-            "straight waveguide whose width is not given.\n\n";
+            "straight waveguide without an explicit width.\n\n";
     TexTable table({{'N', 0.3, "Process flow"}, {'N', 0.4, "Standard cross section"}, {'P', 0.3, "Standard width"}});
     for (FlowFacts const& flow : facts.flows)
         table.add({texName(flow.kind), texName(flow.section), flow.section.empty() ? "" : width(flow.width)});
@@ -126,7 +126,7 @@ void Writer::writeTechnology() {
     if (!facts.section.empty())
         os() << "Building blocks are made with the cross section \\textbf{" << texName(facts.section) << "}" << flow
              << " unless they say otherwise. ";
-    os() << "Lengths are in the units that the parameters tell.\n\n";
+    os() << "Lengths are in the units of the parameters.\n\n";
     writeFlows();
     writeSections();
 }
@@ -157,7 +157,7 @@ void Writer::writeOverview() {
         table.add({linked(block.kind), portNames(block, {Side::kLeft}), portNames(block, {Side::kRight}),
                    portNames(block, {Side::kBelow, Side::kAbove}), "\\pageref{bb:" + texLabel(block.kind) + "}"});
     table.write(os());
-    os() << "\nThe pictures show inputs on the left, outputs on the right, and electrical ports below. The lines tell "
+    os() << "\nThe pictures show inputs on the left, outputs on the right, and electrical ports below. The lines show "
             "the domains:\\par\n\\smallskip\n";
     writeLineKey(os());
 }
@@ -202,11 +202,11 @@ void Writer::writeInside(BlockFacts const& block) {
     for (ElementFacts const& element : block.elements) elements.add({texName(element.name), linked(element.kind)});
     elements.write(os());
     part("Connections inside");
-    TexTable nodes({{'N', 0.65, "Joined ends, each as element and port"}, {'P', 0.35, "Boundary"}});
+    TexTable nodes({{'N', 0.65, "Connected ports, each as element and port"}, {'P', 0.35, "Boundary"}});
     for (NodeFacts const& node : block.nodes) {
-        std::string ends;
-        for (std::string const& end : node.ends) ends += (ends.empty() ? "" : " \\textemdash{} ") + texName(end);
-        nodes.add({ends, node.outside});
+        std::string ports;
+        for (std::string const& port : node.ports) ports += (ports.empty() ? "" : " \\textemdash{} ") + texName(port);
+        nodes.add({ports, node.outside});
     }
     nodes.write(os());
 }

@@ -116,10 +116,10 @@ void takeInside(BlockFacts& facts, vrl::Netlist& netlist) {
     facts.composite = true;
     for (Element const& element : circuit.elements) facts.elements.push_back({element.label(), element.kind});
     for (auto const& node : circuit.nodes) {
-        NodeFacts told;
-        told.outside = outsideOf(circuit, node.first);
-        for (PortPlace const& end : node.second) told.ends.push_back(circuit.portText(end));
-        facts.nodes.push_back(std::move(told));
+        NodeFacts connected;
+        connected.outside = outsideOf(circuit, node.first);
+        for (PortPlace const& port : node.second) connected.ports.push_back(circuit.portText(port));
+        facts.nodes.push_back(std::move(connected));
     }
 }
 

@@ -8,15 +8,15 @@
 
 namespace vrltool::booklet {
 
-// What a booklet tells of a foundry: texts and numbers as the plug-in gives them, with no object left behind.
+// What a booklet says of a foundry: strings and numbers copied from the objects of the plug-in, which are freed.
 
-/// On which side of its block a port is drawn. Its domain and the first letters of its name tell.
+/// On which side of its block a port is drawn. It follows from its domain and the first letters of its name.
 enum class Side { kLeft, kRight, kBelow, kAbove };
 
 struct ParameterFacts {
     std::string name;
     std::string type;
-    std::string value;         ///< the default; with an expression behind it if it has one
+    std::string value;         ///< the default, followed by its expression if it has one
     std::string range;         ///< empty without one
     std::string distribution;  ///< of what is spread over its range
     std::string unit;
@@ -38,7 +38,7 @@ struct ElementFacts {
 /// A node of a composite.
 struct NodeFacts {
     std::string outside;  ///< "input 1", "output 2", "electrical 1"; empty if the node is inside only
-    std::vector<std::string> ends;
+    std::vector<std::string> ports;
 };
 
 /// A view that applies to a block.
@@ -59,17 +59,17 @@ struct BlockFacts {
     std::vector<ViewFacts> views;
 };
 
-/// A cross section as it is without a given width and straight.
+/// A straight cross section of standard width.
 struct SectionFacts {
     std::string kind;
     std::string description;
-    std::optional<double> width;  ///< nothing if the object tells none
+    std::optional<double> width;  ///< nothing if it has none
     std::vector<ParameterFacts> parameters;
 };
 
 struct FlowFacts {
     std::string kind;
-    std::string section;          ///< what it makes without a given width; empty if nothing
+    std::string section;          ///< what it makes for the standard width; empty if nothing
     std::optional<double> width;  ///< of that
     std::vector<ParameterFacts> parameters;
 };
@@ -84,7 +84,7 @@ struct FoundryFacts {
     std::vector<BlockFacts> blocks;
 };
 
-/// Asks the plug-ins. Without a choice, the blocks are those whose code lies in the same file as that of the foundry.
+/// Asks the plug-ins. Without a choice, the blocks are those whose code is in the same file as that of the foundry.
 ///
 /// A Failure reports unknown names, and of a plug-in that throws.
 FoundryFacts factsOf(std::string const& foundry, std::vector<std::string> const& chosenBlocks);

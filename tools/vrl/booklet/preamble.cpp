@@ -21,7 +21,7 @@ constexpr char kPreamble[] = R"tex(\documentclass[10pt,a4paper,oneside]{report}
 \usepackage{tikz}
 \usepackage{hyperref}
 
-% The same text gives the same file.
+% The same text makes the same file.
 \ifdefined\pdfinfoomitdate \pdfinfoomitdate=1 \fi
 \ifdefined\pdftrailerid \pdftrailerid{} \fi
 \ifdefined\pdfsuppressptexinfo \pdfsuppressptexinfo=-1 \fi

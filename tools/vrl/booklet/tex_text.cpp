@@ -24,8 +24,8 @@ struct Special {
     char const* tex;
 };
 
-// What does not stand for itself everywhere. A bracket begins no optional argument of the end of a row, and a star is
-// not the one behind it.
+// What TeX does not print as itself everywhere. A bracket begins no optional argument of the end of a row, and a star
+// is not the one after it.
 constexpr Special kSpecials[] = {
     {'\\', "\\textbackslash{}"},
     {'{', "\\{"},

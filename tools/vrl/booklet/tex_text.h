@@ -13,7 +13,7 @@ namespace vrltool::booklet {
 std::string texText(std::string const& text);
 
 /// A name: the same, with chances to break it at its parts ("cross|Coupling"), since it is never hyphenated. An empty
-/// one gives a dash.
+/// one becomes a dash.
 std::string texName(std::string const& name);
 
 /// A key as letters, digits and hyphens, different for different keys, for labels.

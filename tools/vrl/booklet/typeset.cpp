@@ -50,7 +50,7 @@ void run(TemporaryFolder const& folder, bool draft) {
 std::string typeset(std::string const& tex) {
     TemporaryFolder const folder;
     std::ofstream(folder / "booklet.tex", std::ios::binary) << tex;
-    run(folder, true);
+    run(folder, true);  // finds out the pages of the table of contents, which the second run prints
     run(folder, false);
     std::string pdf = folder.read("booklet.pdf");
     if (pdf.empty()) throw Failure("pdflatex", "made no PDF", "without --pdf the booklet is written as LaTeX");

@@ -13,7 +13,7 @@ namespace vrltool::catalogue {
 struct Kind {
     Target target;
     std::string key;
-    std::string file;  ///< in which the code of its creator lies
+    std::string file;  ///< that contains the code of its creator
 
     /// The short name of that file.
     std::string plugin() const;
@@ -22,7 +22,6 @@ struct Kind {
 /// The keys of a factory, or of all seven, by target and key.
 std::vector<Kind> kindsOf(Target target);
 std::vector<Kind> allKinds();
-/// The keys alone.
 std::vector<std::string> keysOf(std::vector<Kind> const& kinds);
 
 /// An object that a factory made, and that goes back to it.
@@ -45,10 +44,8 @@ std::string blockLine(vrl::BB& block);
 /// The words, with ", " in between.
 std::string joined(std::vector<std::string> const& words);
 
-/// The names of the parameters of a list.
 std::vector<std::string> parameterNames(vrl::Attributes& list);
 
-/// The names of the ports of a block.
 std::vector<std::string> portNames(vrl::BB const& block);
 
 }  // namespace vrltool::catalogue

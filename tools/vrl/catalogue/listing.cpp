@@ -35,17 +35,17 @@ using Domain = std::optional<vrl::EnumList::Domain>;
 
 constexpr char kNothingMade[] = "its creator makes nothing";
 
-void tellAttribute(Line& line, Domain) {
+void describeAttribute(Line& line, Domain) {
     auto const attribute = makeAttribute(line.kind.key);
     attribute ? line.about = attribute->getType() : line.problem = kNothingMade;
 }
 
-void tellFoundry(Line& line, Domain) {
+void describeFoundry(Line& line, Domain) {
     auto const foundry = makeFoundry(line.kind.key);
     foundry ? line.about = foundry->describe() : line.problem = kNothingMade;
 }
 
-void tellBlock(Line& line, Domain domain) {
+void describeBlock(Line& line, Domain domain) {
     auto const block = makeBlock(nullptr, line.kind.key);
     if (!block) {
         line.problem = kNothingMade;
@@ -58,7 +58,7 @@ void tellBlock(Line& line, Domain domain) {
     line.more["parameters"] = parameterNames(*block);
 }
 
-void tellNetlist(Line& line, Domain) {
+void describeNetlist(Line& line, Domain) {
     auto const netlist = makeNetlist(line.kind.key);
     if (!netlist) {
         line.problem = kNothingMade;
@@ -68,22 +68,23 @@ void tellNetlist(Line& line, Domain) {
     line.about = counted(netlist->sizeElements(), "element") + (parameters.empty() ? "" : "; " + parameters);
 }
 
-void tellView(Line& line, Domain) { line.about = kTargets[line.kind.target].one; }
+void describeView(Line& line, Domain) { line.about = kTargets[line.kind.target].one; }
 
-/// A word that can be listed: the factories that it stands for, and how its third column is reported.
+/// A word that can be listed: the factories that it selects, and how its third column is reported.
 struct Listable {
     char const* word;
     std::vector<Target> targets;
     char const* heading;
-    void (*tell)(Line& line, Domain domain);
+    void (*describe)(Line& line, Domain domain);
 };
 
 std::vector<Listable> const& listables() {
-    static std::vector<Listable> const all{{"foundries", {kFoundry}, "description", &tellFoundry},
-                                           {"blocks", {kBlock}, "ports; parameters", &tellBlock},
-                                           {"netlists", {kNetlist}, "elements; parameters", &tellNetlist},
-                                           {"views", {kComponentView, kBlockView, kNetlistView}, "factory", &tellView},
-                                           {"attributes", {kAttribute}, "type", &tellAttribute}};
+    static std::vector<Listable> const all{
+        {"foundries", {kFoundry}, "description", &describeFoundry},
+        {"blocks", {kBlock}, "ports; parameters", &describeBlock},
+        {"netlists", {kNetlist}, "elements; parameters", &describeNetlist},
+        {"views", {kComponentView, kBlockView, kNetlistView}, "factory", &describeView},
+        {"attributes", {kAttribute}, "type", &describeAttribute}};
     return all;
 }
 
@@ -91,7 +92,7 @@ Line lineOf(Kind const& kind, Listable const& what, Domain domain) {
     Line line;
     line.kind = kind;
     ForeignWork const work(kind.plugin() + ": making '" + printable(kind.key) + "'");
-    std::string const thrown = thrownBy([&] { what.tell(line, domain); });
+    std::string const thrown = thrownBy([&] { what.describe(line, domain); });
     if (!thrown.empty()) line.problem = "cannot be made: it throws " + thrown;
     return line;
 }

@@ -12,7 +12,6 @@ namespace vrltool::catalogue {
 /// The words that can be listed: "foundries", "blocks", ...
 std::vector<std::string> listWords();
 
-/// The names of all domains.
 std::vector<std::string> domainNames();
 /// The domain of a name, whatever its capitals.
 std::optional<vrl::EnumList::Domain> domainOf(std::string const& name);

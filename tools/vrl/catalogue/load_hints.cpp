@@ -27,29 +27,29 @@ std::vector<std::string> namesIn(fs::path const& folder) {
     return names;
 }
 
-/// The name without what stands from ".so" on.
+/// The name up to ".so".
 std::string stem(std::string const& name) { return name.substr(0, name.find(".so")); }
 
 std::string hintOfAbsence(std::string const& path) {
     fs::path const file(path);
-    if (path.empty()) return "name a library behind the '='";
+    if (path.empty()) return "name a library after the '='";
     if (path.find('/') == std::string::npos)
         return "no sodlldir_linux names a folder for it, so only the system's own folders were searched";
     std::error_code ignored;
-    if (fs::is_symlink(file, ignored)) return "it is a link to a file that is not there";
+    if (fs::is_symlink(file, ignored)) return "it is a link to a missing file";
     std::string const folder = file.parent_path().string();
     if (!fs::is_directory(folder, ignored)) return "there is no folder '" + folder + "': correct sodlldir_linux";
     auto const names = namesIn(folder);
     std::string const wanted = file.filename().string();
     for (std::string const& name : names)
         if (stem(name) == stem(wanted))
-            return "'" + name + "' is there: correct sodllpostfix_linux, or the name of the file";
+            return "'" + name + "' exists: correct sodllpostfix_linux, or the name of the file";
     std::vector<std::string> known;
     for (std::string const& name : names) known.push_back(pluginName(name));
     return didYouMean(pluginName(wanted), known);
 }
 
-/// What stands ahead of the first ":", which is the file that the system speaks of.
+/// What is before the first ":": the file that the message of the system is about.
 std::string fileNamed(std::string const& text) { return text.substr(0, text.find(": ")); }
 
 bool has(std::string const& text, char const* part) { return text.find(part) != std::string::npos; }
@@ -59,6 +59,7 @@ struct Hint {
     char const* text;
 };
 
+// In this order: the words of a later hint may occur in a message that an earlier one explains better.
 constexpr Hint kHints[] = {
     {"Permission denied", "make it readable"},
     {"undefined symbol", "it was built against another version of a library, or lacks one: build it anew"},
@@ -83,7 +84,7 @@ std::string hintOfUnmapped(Load const& load) {
     return {};
 }
 
-/// An entry point that was compiled without C linkage: its name stands in the file behind "_Z" and its length.
+/// An entry point that was compiled without C linkage: its name is in the file after "_Z" and its length.
 std::string mangledEntry(std::string const& path) {
     std::ifstream file(path, std::ios::binary);
     std::string const bytes{std::istreambuf_iterator<char>(file), {}};
@@ -96,7 +97,7 @@ std::string mangledEntry(std::string const& path) {
 
 std::string hintOfNoEntry(std::string const& path) {
     if (std::string const entry = mangledEntry(path); !entry.empty())
-        return entry + " is there with C++ linkage: declare it with VRL_PLUGIN_EXPORT";
+        return entry + " has C++ linkage: declare it with VRL_PLUGIN_EXPORT";
     std::string names;
     for (TargetInfo const& target : kTargets) names += (names.empty() ? "" : ", ") + std::string(target.entry);
     return "export at least one of " + names;

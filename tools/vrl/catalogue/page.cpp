@@ -37,8 +37,8 @@ bool isBoundary(Circuit const& circuit, unsigned node) {
     return has(circuit.inputs) || has(circuit.outputs) || has(circuit.dc);
 }
 
-/// Where a node leads to from one of its ends.
-std::string otherEnds(Circuit const& circuit, unsigned node, std::size_t element, std::size_t port) {
+/// What a node connects one of its ports to.
+std::string otherPorts(Circuit const& circuit, unsigned node, std::size_t element, std::size_t port) {
     std::vector<std::string> others;
     for (PortPlace const& end : circuit.nodes.at(node))
         if (end.element != element || end.port != port) others.push_back(circuit.portText(end));
@@ -50,11 +50,11 @@ void takeElements(Page& page, vrl::Netlist& netlist) {
     Circuit const circuit = circuitFrom(netlist, 0);
     for (std::size_t e = 0; e < circuit.elements.size(); ++e) {
         Element const& element = circuit.elements[e];
-        Page::Element told{element.label(), element.kind, {}};
+        Page::Element shown{element.label(), element.kind, {}};
         for (std::size_t p = 0; p < element.ports.size(); ++p)
             if (unsigned const node = element.ports[p].node)
-                told.joins.push_back(element.ports[p].name + " to " + otherEnds(circuit, node, e, p));
-        page.elements.push_back(std::move(told));
+                shown.connects.push_back(element.ports[p].name + " to " + otherPorts(circuit, node, e, p));
+        page.elements.push_back(std::move(shown));
     }
 }
 

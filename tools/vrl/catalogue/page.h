@@ -9,7 +9,7 @@
 
 namespace vrltool::catalogue {
 
-/// What there is to tell of one kind; what is missing is empty.
+/// All that is known of one kind; what is missing is empty.
 struct Page {
     using Pairs = std::vector<std::pair<std::string, std::string>>;
 
@@ -18,7 +18,7 @@ struct Page {
     };
     struct Element {
         std::string name, kind;
-        std::vector<std::string> joins;  ///< "in0 to upper,out0", by port
+        std::vector<std::string> connects;  ///< "in0 to upper,out0", by port
     };
     struct Block {
         std::string key, about;

@@ -38,7 +38,7 @@ void writeTable(std::ostream& os, char const* title, Table const& table) {
     table.write(os, 2);
 }
 
-/// The columns that hold anything, and the first if it has a heading.
+/// The columns that are not empty, and the first if it has a heading.
 Table narrowed(std::vector<std::string> const& headings, std::vector<std::vector<std::string>> const& rows) {
     auto const used = [&](std::size_t column) {
         return (column == 0 && !headings[0].empty()) ||
@@ -71,10 +71,10 @@ void writeParameters(std::ostream& os, Page const& page) {
 }
 
 void writeElements(std::ostream& os, Page const& page) {
-    Table table({"name", "block", "joins"});
+    Table table({"name", "block", "connects"});
     for (Page::Element const& element : page.elements) {
-        table.add({element.name, element.kind, element.joins.empty() ? "" : element.joins.front()});
-        for (std::size_t i = 1; i < element.joins.size(); ++i) table.add({"", "", element.joins[i]});
+        table.add({element.name, element.kind, element.connects.empty() ? "" : element.connects.front()});
+        for (std::size_t i = 1; i < element.connects.size(); ++i) table.add({"", "", element.connects[i]});
     }
     writeTable(os, "inside", table);
 }
@@ -127,7 +127,7 @@ Json pageJson(Page const& page) {
     });
     addArray(json, "parameters", page.parameters, &parameterJson);
     addArray(json, "elements", page.elements, [](Page::Element const& element) {
-        return Json{{"name", element.name}, {"kind", element.kind}, {"joins", element.joins}};
+        return Json{{"name", element.name}, {"kind", element.kind}, {"connects", element.connects}};
     });
     auto const asText = [](std::string const& text) { return Json(text); };
     addArray(json, "flows", page.flows, asText);

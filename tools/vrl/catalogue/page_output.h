@@ -8,10 +8,8 @@
 
 namespace vrltool::catalogue {
 
-/// Writes a page for people.
 void writePage(std::ostream& os, Page const& page);
 
-/// A page for programs.
 Json pageJson(Page const& page);
 
 }  // namespace vrltool::catalogue

@@ -42,7 +42,7 @@ std::vector<Place> placesOf(Report const& report) {
     bool searched = !report.named;
     for (std::string const& path : vrlConfigFilePlaces()) {
         bool const inUse = searched && path == report.file;
-        places.push_back({path, inUse ? "in use" : searched ? "not there" : "not looked at"});
+        places.push_back({path, inUse ? "in use" : searched ? "missing" : "not tried"});
         if (inUse) searched = false;
     }
     return places;
@@ -87,7 +87,7 @@ State stateOf(ConfiguredLibrary const& library, Report const& report) {
     return {"holds no library", "nothing"};
 }
 
-/// The system's text without the path that it begins with, which stands above it.
+/// The system's message without the path that it begins with, which is in the line above.
 std::string shortReason(Load const& load) {
     std::string const head = load.path + ": ";
     bool const repeats = load.reason.compare(0, head.size(), head) == 0;
@@ -102,7 +102,7 @@ std::string hintFor(Load const& load, ConfiguredLibrary const* library, Report c
 
 double rounded(double milliseconds) { return std::round(milliseconds * 10) / 10; }
 
-/// Rows of a label and a text; equal labels that follow each other are told once, long lists are broken.
+/// Rows of a label and a string; equal labels that follow each other are written once, long lists are wrapped.
 class Rows {
 public:
     explicit Rows(std::ostream& stream) : os(stream) {}
@@ -126,7 +126,7 @@ public:
         row(label, line);
     }
 
-    /// The next label is told whatever the last one was.
+    /// The next label is written whatever the last one was.
     void restart() { last.clear(); }
 
 private:

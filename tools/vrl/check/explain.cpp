@@ -26,7 +26,7 @@ Need const kNeedTexts[] = {
 std::string severityTextOf(Rule const& rule) {
     std::string const id = rule.id;
     std::string text = std::string("It is ") + (rule.severity == Severity::kError ? "an " : "a ") +
-                       severityWord(rule.severity) + " unless told otherwise. 'vrl check --severity " + id +
+                       severityWord(rule.severity) + " by default. 'vrl check --severity " + id +
                        "=LEVEL' sets error, warning, note or off; '--skip " + id + "' leaves the rule out.";
     for (Need const& need : kNeedTexts)
         if (rule.needs & need.flag) text += std::string(" ") + need.text;

@@ -10,7 +10,7 @@ namespace vrltool::check {
 
 namespace {
 
-Rules joined() {
+Rules concatenated() {
     Rules rules;
     for (auto const family : {&elementRules, &parameterRules, &foundryRules, &portRules, &nodeRules, &boundaryRules})
         rules.insert(rules.end(), family().begin(), family().end());
@@ -36,7 +36,7 @@ bool severityOf(std::string const& word, Severity& severity) {
 }
 
 Rules const& allRules() {
-    static Rules const rules = joined();
+    static Rules const rules = concatenated();
     return rules;
 }
 

@@ -23,7 +23,7 @@ enum Needs : unsigned {
     kCircuit = 4   ///< a circuit around it: not on a block that was saved alone
 };
 
-/// What 'vrl explain' tells of a rule: sentences, which are wrapped, and an example, which is shown as it stands.
+/// What 'vrl explain' prints of a rule: sentences, which are wrapped, and an example, which is shown unchanged.
 struct Page {
     char const* meaning;
     char const* why;
@@ -31,7 +31,7 @@ struct Page {
     char const* hint;
 };
 
-/// One rule of 'vrl check'. All that there is of it stands in one entry of the table of its family.
+/// One rule of 'vrl check', complete in one entry of the table of its family.
 struct Rule {
     char const* id;     ///< short words with "-" between them; stable, since people write them into scripts
     char const* title;  ///< one line without a full stop

@@ -28,17 +28,16 @@ void boundaryTwice(Scope const& scope, Findings& findings) {
     for (auto const& entry : scope.boundary)
         if (entry.second.size() > 1)
             findings.add({scope.path, "", "", entry.first},
-                         "boundary node " + std::to_string(entry.first) + " stands " +
-                             std::to_string(entry.second.size()) +
+                         "boundary node " + std::to_string(entry.first) + " is " + std::to_string(entry.second.size()) +
                              " times on the boundary: " + listText(listsOf(entry.second)),
                          "name each node once; a second port outside needs a node of its own");
 }
 
-void checkBoundaryEnd(Scope const& scope, PortPlace const& end, std::string const& list, Findings& findings) {
-    ElementPort const& port = scope.portOf(end);
+void checkBoundaryPort(Scope const& scope, PortPlace const& place, std::string const& list, Findings& findings) {
+    ElementPort const& port = scope.portOf(place);
     bool const dcList = list == "DC nodes";
     if (dcList ? port.domain != Domain::Optics : !isElectrical(port.domain)) return;
-    findings.add({scope.checkedOf(end).path, port.name, "", port.node},
+    findings.add({scope.checkedOf(place).path, port.name, "", port.node},
                  "is in the domain " + vrl::EnumList::getName(port.domain) + ", and its node " +
                      std::to_string(port.node) + " is among the " + list,
                  dcList ? "put the node among the inputs or outputs" : "put the node among the DC nodes");
@@ -48,8 +47,8 @@ void boundaryDomain(Scope const& scope, Findings& findings) {
     for (auto const& entry : scope.boundary) {
         auto const node = scope.circuit->nodes.find(entry.first);
         if (node == scope.circuit->nodes.end()) continue;
-        for (PortPlace const& end : node->second)
-            if (findings.covers(scope.checkedOf(end))) checkBoundaryEnd(scope, end, entry.second.front(), findings);
+        for (PortPlace const& port : node->second)
+            if (findings.covers(scope.checkedOf(port))) checkBoundaryPort(scope, port, entry.second.front(), findings);
     }
 }
 
@@ -62,7 +61,7 @@ void noBoundary(Scope const& scope, Findings& findings) {
 /// The ports of a composite by the boundary list that they belong to.
 struct Sides {
     std::vector<std::string> inputs, outputs, dc;
-    bool complete = true;  ///< false if there is a port of which nobody can tell
+    bool complete = true;  ///< false if the side of a port is unknown
 };
 
 Sides sidesOf(Element const& element) {
@@ -130,7 +129,7 @@ Rules const& boundaryRules() {
          {"The boundary lists name one node several times, as an output twice or as an output and a DC node.",
           "From outside these are two ports that are one inside. For light that is a branch without a coupler, and the "
           "order of the ports no longer fits.",
-          "the design: boundary node 4 stands 2 times on the boundary: outputs and outputs [boundary-twice]",
+          "the design: boundary node 4 is 2 times on the boundary: outputs and outputs [boundary-twice]",
           "Name each node once. If two outputs are intended, put a splitter in front of them."}},
         {"boundary-domain",
          "a boundary list of the wrong domain",
@@ -169,7 +168,7 @@ Rules const& boundaryRules() {
          Severity::kWarning,
          kNothing,
          trailingBytes,
-         {"The design was read whole, and the file has more bytes behind it.",
+         {"The design was read whole, and the file has more bytes after it.",
           "Nobody reads them. Two files may have been written into one, or a longer file was overwritten in place: "
           "then the design may not be the one that is intended.",
           "the design: 4096 bytes follow the design in the file [trailing-bytes]",

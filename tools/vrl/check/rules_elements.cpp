@@ -5,7 +5,7 @@
 #include "check/findings.h"
 #include "text/phrases.h"
 
-// Rules that look at elements as such: their names, their blocks and what they hang on.
+// Rules that look at elements as such: their names, their blocks and what they are connected to.
 
 namespace vrltool::check {
 
@@ -78,13 +78,13 @@ void danglingConnection(Scope const& scope, Findings& findings) {
                      "is connected, but there is no element of this name", hints.of(connection.first));
 }
 
-/// Groups of elements that nodes hold together.
+/// Groups of elements that nodes connect.
 class Groups {
 public:
     explicit Groups(Circuit const& circuit) : parent(circuit.elements.size()) {
         std::iota(parent.begin(), parent.end(), std::size_t{0});
         for (auto const& node : circuit.nodes)
-            for (PortPlace const& end : node.second) parent[find(end.element)] = find(node.second.front().element);
+            for (PortPlace const& port : node.second) parent[find(port.element)] = find(node.second.front().element);
     }
     /// The same element for all of a group.
     std::size_t find(std::size_t element) {
@@ -133,8 +133,8 @@ Rules const& elementRules() {
          Severity::kError,
          kNothing,
          unknownKind,
-         {"The file tells the kind of every block, and the plug-in that brings a kind makes the block. No plug-in that "
-          "is loaded has this one, so that a block with what the file tells stands in for it.",
+         {"The file names the kind of every block, and the plug-in that brings a kind makes the block. No plug-in that "
+          "is loaded has this one, so that a stand-in with the content of the file represents it.",
           "Without its kind, a block has no ranges, no domains of its ports and no layout: nobody can simulate or "
           "fabricate the design, and the rules that need the kind cannot look at the element.",
           "ring: no loaded plug-in has the kind 'sfRing' [unknown-kind]",
@@ -155,7 +155,7 @@ Rules const& elementRules() {
          kNothing,
          lostName,
          {"A block was added under a name that another element had already. The name stays with the first, and the "
-          "newcomer is there under its number only: '#7' is the element number 7.",
+          "newcomer is found by its number only: '#7' is the element number 7.",
           "Ports are connected by the names of elements: nothing can be connected to a block without one. What was "
           "intended for it went to the block that has the name, which then has the wires of two.",
           "#7: the block (sfBend) has no name, so nothing can be connected to it [lost-name]",
@@ -167,7 +167,7 @@ Rules const& elementRules() {
          doubledName,
          {"Two names of the netlist have the same element number. This happens when a block is added with a number "
           "that is taken: its block is dropped, and its name leads to the old one.",
-          "One component is missing on the mask, and the other one stands for both: its ports are connected twice, "
+          "One component is missing on the mask, and the other one is used for both: its ports are connected twice, "
           "under either name.",
           "tap2: leads to the same block as 'tap' [doubled-name]",
           "Add the block with the number 0, which takes the next free number."}},
@@ -187,7 +187,7 @@ Rules const& elementRules() {
          kCircuit,
          island,
          {"The circuit has a boundary, and from this element no chain of blocks and nodes leads to it. Each group of "
-          "such elements is told once, at its first element.",
+          "such elements is reported once, at its first element.",
           "No light and no signal from outside gets there. That may be intended, as for a test structure with couplers "
           "of its own; more often a wire was forgotten.",
           "ring: no path leads from here to the boundary, and none from bus, which hang on it [island]",

@@ -107,10 +107,10 @@ Rules const& foundryRules() {
          kNothing,
          unknownFoundry,
          {"The block keeps the name of its foundry, and no loaded plug-in brings a foundry of that name.",
-          "The foundry makes cross sections and knows what can be printed. Without it nobody can tell how wide a "
+          "The foundry makes cross sections and knows what can be printed. Without it nobody knows how wide a "
           "waveguide is, and the rules about cross sections cannot look at the block.",
           "bend: no loaded plug-in has its foundry 'SampleFb' [unknown-foundry]",
-          "Load the plug-in of the foundry; 'vrl list foundries' shows those that are there. A block of another "
+          "Load the plug-in of the foundry; 'vrl list foundries' shows those that are loaded. A block of another "
           "foundry takes its place otherwise."}},
         {"no-foundry",
          "a block is made for no foundry",

@@ -14,30 +14,30 @@ namespace {
 
 using Domain = vrl::EnumList::Domain;
 
-/// Shows each node with those of its ends that the rule can look at, if there are any.
+/// Visits each node with those of its ports that the rule can check, if there are any.
 template <class Function>
-void eachNode(Scope const& scope, Findings& findings, Function look) {
-    std::vector<PortPlace> ends;
+void eachNode(Scope const& scope, Findings& findings, Function visit) {
+    std::vector<PortPlace> ports;
     for (auto const& node : scope.circuit->nodes) {
-        ends.clear();
-        std::copy_if(node.second.begin(), node.second.end(), std::back_inserter(ends),
-                     [&](PortPlace const& end) { return findings.covers(scope.checkedOf(end)); });
-        if (!ends.empty()) look(node.first, ends);
+        ports.clear();
+        std::copy_if(node.second.begin(), node.second.end(), std::back_inserter(ports),
+                     [&](PortPlace const& port) { return findings.covers(scope.checkedOf(port)); });
+        if (!ports.empty()) visit(node.first, ports);
     }
 }
 
-/// Shows each node with its optical ends.
+/// Visits each node with its optical ports.
 template <class Function>
-void eachOpticalNode(Scope const& scope, Findings& findings, Function look) {
-    eachNode(scope, findings, [&](unsigned node, std::vector<PortPlace>& ends) {
-        auto const other = [&](PortPlace const& end) { return scope.portOf(end).domain != Domain::Optics; };
-        ends.erase(std::remove_if(ends.begin(), ends.end(), other), ends.end());
-        if (!ends.empty()) look(node, ends);
+void eachOpticalNode(Scope const& scope, Findings& findings, Function visit) {
+    eachNode(scope, findings, [&](unsigned node, std::vector<PortPlace>& ports) {
+        auto const other = [&](PortPlace const& port) { return scope.portOf(port).domain != Domain::Optics; };
+        ports.erase(std::remove_if(ports.begin(), ports.end(), other), ports.end());
+        if (!ports.empty()) visit(node, ports);
     });
 }
 
-Place placeOf(Scope const& scope, PortPlace const& end) {
-    return {scope.checkedOf(end).path, scope.portOf(end).name, "", scope.portOf(end).node};
+Place placeOf(Scope const& scope, PortPlace const& port) {
+    return {scope.checkedOf(port).path, scope.portOf(port).name, "", scope.portOf(port).node};
 }
 
 std::string nodeText(unsigned node) { return "node " + std::to_string(node); }
@@ -45,11 +45,11 @@ std::string nodeText(unsigned node) { return "node " + std::to_string(node); }
 std::vector<std::string> portTexts(Scope const& scope, std::vector<PortPlace>::const_iterator first,
                                    std::vector<PortPlace>::const_iterator last) {
     std::vector<std::string> texts;
-    std::transform(first, last, std::back_inserter(texts), [&](PortPlace const& end) { return scope.portText(end); });
+    std::transform(first, last, std::back_inserter(texts), [&](PortPlace const& port) { return scope.portText(port); });
     return texts;
 }
 
-void singleEndedNode(Scope const& scope, Findings& findings) {
+void singlePortNode(Scope const& scope, Findings& findings) {
     for (auto const& node : scope.circuit->nodes)
         if (node.second.size() == 1 && !scope.onBoundary(node.first))
             findings.add(placeOf(scope, node.second.front()),
@@ -58,30 +58,30 @@ void singleEndedNode(Scope const& scope, Findings& findings) {
 }
 
 void nodeCrowded(Scope const& scope, Findings& findings) {
-    eachOpticalNode(scope, findings, [&](unsigned node, std::vector<PortPlace> const& ends) {
+    eachOpticalNode(scope, findings, [&](unsigned node, std::vector<PortPlace> const& ports) {
         bool const outside = scope.onBoundary(node);
-        if (ends.size() + outside <= 2) return;
-        auto others = portTexts(scope, ends.begin() + 1, ends.end());
+        if (ports.size() + outside <= 2) return;
+        auto others = portTexts(scope, ports.begin() + 1, ports.end());
         if (outside) others.emplace_back("the boundary");
-        findings.add(placeOf(scope, ends.front()),
+        findings.add(placeOf(scope, ports.front()),
                      "is connected at " + nodeText(node) + " with " + listText(others) +
                          ": more than two optical ports",
                      "put a splitter or a combiner there");
     });
 }
 
-/// The first end of each known domain of a node.
-std::map<Domain, PortPlace> domainsOf(Scope const& scope, std::vector<PortPlace> const& ends) {
+/// The first port of each known domain of a node.
+std::map<Domain, PortPlace> domainsOf(Scope const& scope, std::vector<PortPlace> const& ports) {
     std::map<Domain, PortPlace> first;
-    for (PortPlace const& end : ends)
-        if (Domain const domain = scope.portOf(end).domain; domain != Domain::Unknown) first.emplace(domain, end);
+    for (PortPlace const& port : ports)
+        if (Domain const domain = scope.portOf(port).domain; domain != Domain::Unknown) first.emplace(domain, port);
     return first;
 }
 
 /// The nodes with several domains, all of which are metal or not.
 void reportMixture(Scope const& scope, Findings& findings, bool metal, std::string const& hint) {
-    eachNode(scope, findings, [&](unsigned node, std::vector<PortPlace> const& ends) {
-        auto const domains = domainsOf(scope, ends);
+    eachNode(scope, findings, [&](unsigned node, std::vector<PortPlace> const& ports) {
+        auto const domains = domainsOf(scope, ports);
         bool const allMetal =
             std::all_of(domains.begin(), domains.end(), [](auto const& entry) { return isElectrical(entry.first); });
         if (domains.size() < 2 || allMetal != metal) return;
@@ -102,29 +102,29 @@ void mixedElectrical(Scope const& scope, Findings& findings) {
 }
 
 void sameDirection(Scope const& scope, Findings& findings) {
-    eachOpticalNode(scope, findings, [&](unsigned node, std::vector<PortPlace> const& ends) {
-        if (ends.size() != 2) return;
-        Direction const direction = directionOf(scope.portOf(ends[0]).name);
-        if (direction == Direction::kNone || direction != directionOf(scope.portOf(ends[1]).name)) return;
-        findings.add(placeOf(scope, ends[0]),
-                     nodeText(node) + " connects it with " + scope.portText(ends[1]) + ": two " +
+    eachOpticalNode(scope, findings, [&](unsigned node, std::vector<PortPlace> const& ports) {
+        if (ports.size() != 2) return;
+        Direction const direction = directionOf(scope.portOf(ports[0]).name);
+        if (direction == Direction::kNone || direction != directionOf(scope.portOf(ports[1]).name)) return;
+        findings.add(placeOf(scope, ports[0]),
+                     nodeText(node) + " connects it with " + scope.portText(ports[1]) + ": two " +
                          (direction == Direction::kInput ? "inputs" : "outputs"),
                      "see whether one of the two blocks is the wrong way round");
     });
 }
 
 void crossSectionMismatch(Scope const& scope, Findings& findings) {
-    eachOpticalNode(scope, findings, [&](unsigned node, std::vector<PortPlace> const& ends) {
-        if (ends.size() < 2) return;
-        auto const sectionAt = [&](PortPlace const& end) {
-            return scope.sections->at(scope.checkedOf(end), scope.declaredPortOf(end));
+    eachOpticalNode(scope, findings, [&](unsigned node, std::vector<PortPlace> const& ports) {
+        if (ports.size() < 2) return;
+        auto const sectionAt = [&](PortPlace const& port) {
+            return scope.sections->at(scope.checkedOf(port), scope.declaredPortOf(port));
         };
-        Section const first = sectionAt(ends.front());
-        for (std::size_t i = 1; i < ends.size(); ++i) {
-            Section const other = sectionAt(ends[i]);
+        Section const first = sectionAt(ports.front());
+        for (std::size_t i = 1; i < ports.size(); ++i) {
+            Section const other = sectionAt(ports[i]);
             if (!differ(first, other)) continue;
-            findings.add(placeOf(scope, ends.front()),
-                         "is " + sectionText(first, other.unit) + ", and " + scope.portText(ends[i]) + " at " +
+            findings.add(placeOf(scope, ports.front()),
+                         "is " + sectionText(first, other.unit) + ", and " + scope.portText(ports[i]) + " at " +
                              nodeText(node) + " is " + sectionText(other, first.unit),
                          "put a taper or a transition between them, or choose one cross section for both");
         }
@@ -139,7 +139,7 @@ Rules const& nodeRules() {
          "a node with one port",
          Severity::kWarning,
          kCircuit,
-         singleEndedNode,
+         singlePortNode,
          {"One port is connected to the node, nothing else is, and the node is not on the boundary of its circuit.",
           "The port looks connected and is as good as open: light is lost there and comes back from the end face, and "
           "an electrode has no voltage.",
@@ -183,7 +183,7 @@ Rules const& nodeRules() {
          Severity::kNote,
          kCircuit | kKind,
          sameDirection,
-         {"The names of ports tell their direction: 'i' and 'ci' begin an input, 'o' an output. Here two ports of the "
+         {"The names of ports say their direction:  'i' and 'ci' begin an input, 'o' an output. Here two ports of the "
           "same direction are connected to each other.",
           "Light goes both ways through most blocks, so this may be intended. A block that is the wrong way round "
           "looks just like it.",

@@ -14,11 +14,11 @@ namespace {
 
 /// Shows each parameter of a scope to a function.
 template <class Function>
-void eachParameter(Scope const& scope, Findings& findings, Function look) {
-    for (Parameter const& parameter : scope.own.parameters) look(scope.own, parameter);
+void eachParameter(Scope const& scope, Findings& findings, Function visit) {
+    for (Parameter const& parameter : scope.own.parameters) visit(scope.own, parameter);
     for (CheckedElement const& checked : scope.checkedElements)
         if (findings.covers(checked))
-            for (Parameter const& parameter : checked.parameters) look(checked, parameter);
+            for (Parameter const& parameter : checked.parameters) visit(checked, parameter);
 }
 
 Place placeOf(CheckedElement const& checked, Parameter const& parameter) {
@@ -63,7 +63,7 @@ void valueOutOfRange(Scope const& scope, Findings& findings) {
             findings.add(placeOf(checked, parameter), value + ", which its type refuses: " + complaintOf(parameter),
                          "give it a value that its type accepts");
         else if (emptyRange(parameter))
-            findings.add(placeOf(checked, parameter), value + ", and its range " + range + " holds no value",
+            findings.add(placeOf(checked, parameter), value + ", and its range " + range + " contains no value",
                          "mend the range in the plug-in");
         else
             findings.add(placeOf(checked, parameter), value + ", outside its range " + range,
@@ -71,21 +71,21 @@ void valueOutOfRange(Scope const& scope, Findings& findings) {
     });
 }
 
-enum class Odd { kNo, kNotANumber, kInfinite };
+enum class Finite { kYes, kNotANumber, kInfinite };
 
-Odd oddity(ParameterValue const& value) {
+Finite finiteness(ParameterValue const& value) {
     std::complex<double> number = 0;
     if (auto const* const real = std::get_if<double>(&value)) number = *real;
     if (auto const* const complex = std::get_if<std::complex<double>>(&value)) number = *complex;
-    if (std::isnan(number.real()) || std::isnan(number.imag())) return Odd::kNotANumber;
-    return std::isinf(number.real()) || std::isinf(number.imag()) ? Odd::kInfinite : Odd::kNo;
+    if (std::isnan(number.real()) || std::isnan(number.imag())) return Finite::kNotANumber;
+    return std::isinf(number.real()) || std::isinf(number.imag()) ? Finite::kInfinite : Finite::kYes;
 }
 
 // Bounds that let infinity in are intended; those of a stand-in are not known.
 void valueNotFinite(Scope const& scope, Findings& findings) {
     eachParameter(scope, findings, [&](CheckedElement const& checked, Parameter const& parameter) {
-        Odd const odd = oddity(parameter.value);
-        if (odd == Odd::kNotANumber || (odd == Odd::kInfinite && !parameter.hasRange && !checked.standIn))
+        Finite const finite = finiteness(parameter.value);
+        if (finite == Finite::kNotANumber || (finite == Finite::kInfinite && !parameter.hasRange && !checked.standIn))
             findings.add(placeOf(checked, parameter), valueSentence(parameter) + ", which is no finite number",
                          "give it a number");
     });
@@ -165,9 +165,9 @@ Rules const& parameterRules() {
          kKind,
          valueOutOfRange,
          {"The value of a parameter is less than the least or greater than the greatest that its block declares. The "
-          "bounds belong to the range. Setting and reading such a value is allowed; only this check tells of it.",
-          "The range is what the foundry can print and what the model of the block holds for. Outside, a bend "
-          "radiates, a gap is not resolved, or a simulation gives numbers that mean nothing.",
+          "bounds belong to the range. Setting and reading such a value is allowed; only this check reports it.",
+          "The range is what the foundry can print and what the model of the block is valid for. Outside, a bend "
+          "radiates, a gap is not resolved, or a simulation returns numbers that mean nothing.",
           "ring: parameter 'radius' is 2 um, outside its range 5 to 500 um [value-out-of-range]",
           "Give it a value from the range, or take another block that is made for this value."}},
         {"value-not-finite",
@@ -176,7 +176,7 @@ Rules const& parameterRules() {
          kNothing,
          valueNotFinite,
          {"The value of a parameter is nan, or it is infinite and its range does not ask for that.",
-          "No range holds against nan: it is neither too small nor too great, passes every check, and turns everything "
+          "No range stops nan: it is neither too small nor too great, passes every check, and turns everything "
           "that is calculated from it, a whole layout at worst, into nan.",
           "upper: parameter 'length' is nan um, which is no finite number [value-not-finite]",
           "Set the parameter to a number. Mostly an expression or a script before divided by zero."}},
@@ -196,8 +196,8 @@ Rules const& parameterRules() {
          kKind,
          undeclaredParameter,
          {"The file holds a parameter that blocks of this kind, as the loaded plug-in makes them, do not declare.",
-          "Nothing reads it. Mostly the plug-in gave the parameter another name since the design was saved: then the "
-          "value of the designer stands under the old name without effect, and the new one has its default.",
+          "Nothing reads it. Mostly the plug-in renamed the parameter since the design was saved:  then the "
+          "value of the designer is under the old name without effect, and the new one has its default.",
           "ring: parameter 'rad' came with the file; the kind 'sfBend' does not have it; did you mean 'radius'? "
           "[undeclared-parameter]",
           "Carry the value over to the parameter that the kind has now, and save the design with a new block."}},

@@ -81,7 +81,7 @@ Rules const& portRules() {
          undeclaredPort,
          {"The netlist connects a port under a name that the block does not declare. A netlist is a table and does not "
           "look into its blocks, so that nothing objects when the port is connected. Of a block whose kind is missing, "
-          "the file tells the ports.",
+          "the file names the ports.",
           "The wire ends beside the block: light and current do not get in.",
           "split,out2: is connected, but the kind 'sfSplitter' has no such port; its ports: in0, out0 and out1 "
           "[undeclared-port]",

@@ -46,7 +46,7 @@ struct FileReport {
     std::string failure;  ///< why it could not be checked, with the path; empty if it was
     std::string hint;     ///< of that
     std::string type;     ///< what the file says that it holds
-    std::string missing;  ///< what stood in for missing kinds, for standard error
+    std::string missing;  ///< the missing kinds that stand-ins represent, for standard error
     std::size_t elements = 0;
     std::vector<RuleFinding> findings;  ///< by element, port and parameter, heaviest first
     std::vector<LeftOut> leftOut;       ///< by rule

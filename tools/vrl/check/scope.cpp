@@ -25,7 +25,7 @@ CheckedElement checkedOf(Element const& element, std::string const& path) {
     return checked;
 }
 
-/// A stand-in is a composite whatever it stands for; without elements there is nothing to look at.
+/// A stand-in is a composite whatever it represents; without elements there is nothing to check.
 bool hasInside(CheckedElement const& checked) {
     auto const& inside = checked.element->inside;
     return inside && !(checked.standIn && inside->elements.empty());
@@ -40,9 +40,9 @@ void addBoundary(Scope& scope) {
 
 }  // namespace
 
-vrl::BB::Port const& Scope::declaredPortOf(PortPlace const& end) const {
+vrl::BB::Port const& Scope::declaredPortOf(PortPlace const& place) const {
     // Declared ports come first, in the order of the ports.
-    return *(circuit->elements[end.element].block->beginPort() + static_cast<std::ptrdiff_t>(end.port));
+    return *(circuit->elements[place.element].block->beginPort() + static_cast<std::ptrdiff_t>(place.port));
 }
 
 Scopes::Scopes(Design const& d) : design(d), root(rootOf(d)) {

@@ -23,7 +23,7 @@ namespace vrltool::check {
 struct CheckedElement {
     std::string path;
     Element const* element = nullptr;   ///< null for the parameters of a netlist itself
-    std::vector<Parameter> parameters;  ///< as parametersOf tells them
+    std::vector<Parameter> parameters;  ///< as parametersOf returns them
     bool standIn = false;
     bool foundryUnknown = false;  ///< its foundry has a name, and no loaded plug-in has it
     vrl::Foundry const* foundry = nullptr;

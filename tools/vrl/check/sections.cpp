@@ -14,7 +14,7 @@ namespace vrltool::check {
 
 namespace {
 
-/// The number of a parameter. False if the checked has none of that name that is a finite number.
+/// The number of a parameter. False if the element has none of that name that is a finite number.
 bool numberOf(CheckedElement const& checked, std::string const& name, double& number, std::string* unit) {
     auto const found = std::find_if(checked.parameters.begin(), checked.parameters.end(),
                                     [&](Parameter const& parameter) { return parameter.name == name; });
@@ -38,6 +38,7 @@ double widthAt(CheckedElement const& checked, std::string const& port, std::stri
     return -1.0;
 }
 
+// A foundry that throws makes no section: the names of the choices are compared then.
 void make(Section& section, vrl::Foundry::CSInfo const& choice, double width, double radius) {
     quietlyThrownBy([&] {
         std::unique_ptr<vrl::CrossSection> const cs(choice.createCS(width, radius));
@@ -100,7 +101,7 @@ Section Sections::at(CheckedElement const& checked, vrl::BB::Port const& port) {
     auto const found = made.find(key);
     if (found != made.end()) {
         Section known = found->second;
-        known.unit = section.unit;
+        known.unit = section.unit;  // of the block that asks; other blocks with this section may use another
         return known;
     }
     make(section, choice, width, radius);

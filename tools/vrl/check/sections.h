@@ -19,11 +19,12 @@ struct Section {
     bool made = false;  ///< whether the foundry made it; if not, there are the names only
     std::string kind;
     double width = 0;
-    std::string unit;  ///< of the width, if a parameter tells it
+    std::string unit;  ///< of the width, if it comes from a parameter
     std::string csName, flowName;
 };
 
-/// Whether two ends do not fit: made by their foundries, kind and width count, otherwise the names that both have.
+/// Whether the sections of two ports do not fit: made by their foundries, kind and width count, otherwise the names
+/// that both have.
 bool differ(Section const& a, Section const& b);
 
 /// "strip of width 0.45 um"; of one that was not made, what was chosen: "cross section 'strip'". `unit` is for one that
@@ -39,8 +40,8 @@ vrl::Foundry::CSInfo choiceOf(CheckedElement const& checked, vrl::BB::Port const
 /// Makes the cross sections of ports; asks for each only once.
 ///
 /// Width and radius are the parameters 'width' and 'radius' of the block. Without 'width', a port that is an input has
-/// the parameter 'widthIn', and an output 'widthOut'. What no parameter tells is left to the foundry: the width -1,
-/// which stands for one that was not given, and the radius 0.
+/// the parameter 'widthIn', and an output 'widthOut'. What no parameter says is left to the foundry: the width -1,
+/// which asks for the standard width, and the radius 0.
 class Sections {
 public:
     /// The section at a port of the checked.

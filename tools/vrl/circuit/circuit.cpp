@@ -23,6 +23,7 @@ void addElements(Circuit& circuit, vrl::Netlist& netlist, int depth) {
     std::set<unsigned> named;
     for (auto name = netlist.beginElementName(); name != netlist.endElementName(); ++name) {
         if (name->first.empty()) continue;  // only a damaged file has one: it counts as nameless
+        // Under a second name a block has no inside, or its elements would count twice.
         bool const first = named.insert(name->second).second;
         vrl::BB* const block = blockOf(netlist, name->second);
         circuit.elements.push_back(elementOf(name->first, name->second, block, first ? depth : 0));

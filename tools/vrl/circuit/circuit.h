@@ -13,7 +13,6 @@ namespace vrltool {
 
 struct Circuit;
 
-/// A port of an element of a circuit.
 struct ElementPort {
     std::string name;
     vrl::EnumList::Domain domain = vrl::EnumList::Unknown;

@@ -31,7 +31,7 @@ bool takeValue(vrl::Attribute const& attribute, Parameter& parameter) {
     return true;
 }
 
-/// A text of an attribute; empty if its annotation is gone.
+/// A string of an attribute; empty if its annotation is gone.
 template <class Ask>
 std::string asked(Ask ask) {
     try {
@@ -69,7 +69,7 @@ private:
     bool own = false;
 };
 
-/// A type that is not named here has the text that the library gives it.
+/// A type that is not named here has the string that the library returns.
 struct Text {
     std::string operator()(std::monostate) const { return {}; }
     std::string operator()(bool v) const { return v ? "true" : "false"; }
@@ -118,7 +118,7 @@ Parameter parameterOf(vrl::Attribute& attribute) {
     return parameter;
 }
 
-// A list tells the order of adding; what was made while reading has no place in it and shows only in the walk of
+// A list keeps the order of adding; what was made while reading has no place in it and shows only in the walk of
 // writing.
 std::vector<Parameter> parametersOf(vrl::Attributes& list) {
     std::vector<Parameter> parameters;

@@ -12,7 +12,7 @@
 
 namespace vrltool {
 
-/// The value of a parameter, exactly; nothing for a type whose value the library does not tell.
+/// The value of a parameter, exactly; nothing for a type whose value the library does not know.
 #define VRL_AND_(T, Word, Name) , T
 using ParameterValue = std::variant<std::monostate VRL_FOR_VALUE_TYPES(VRL_AND_)>;
 #undef VRL_AND_
@@ -39,7 +39,7 @@ Parameter parameterOf(vrl::Attribute& attribute);
 /// name.
 std::vector<Parameter> parametersOf(vrl::Attributes& list);
 
-/// The value as text and as JSON; nothing gives an empty text and null.
+/// The value as a string and as JSON; without a value an empty string and null.
 std::string valueText(ParameterValue const& value);
 Json valueJson(ParameterValue const& value);
 

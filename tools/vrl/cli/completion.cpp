@@ -10,7 +10,7 @@ namespace vrltool {
 namespace {
 
 /// What the script does, whatever the grammar. bash has split the command line at its break characters: "=" is a word
-/// of its own, and what belongs together around "@" is joined again.
+/// of its own, and what belongs together around "@" is put together again.
 constexpr char kEngine[] = R"script(
 # Adds the lines of standard input to the reply, quoted for the shell, without their first $1 characters.
 _vrl_add_lines() {
@@ -28,7 +28,7 @@ _vrl_add_paths() {
     compopt -o filenames 2>/dev/null
 }
 
-# Adds what the type $1 stands for and begins with $2, without its first $3 characters. Behind that: the other words.
+# Adds the words of the type $1 that begin with $2, without their first $3 characters. After that: the other words.
 _vrl_add_values() {
     local type=$1 begun=$2 skip=$3 program=${COMP_WORDS[0]/#\~\//$HOME/}
     shift 3
@@ -89,7 +89,7 @@ _vrl() {
 complete -F _vrl vrl
 )script";
 
-/// A word that the shell takes as it stands.
+/// A word that the shell does not expand.
 bool isPlain(std::string const& word) {
     return std::all_of(word.begin(), word.end(), [](char c) {
         return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '-' || c == '_' ||

@@ -66,7 +66,7 @@ std::string unknownWord(CLI::App const& root, int argc, char const* const* argv)
     return {};
 }
 
-/// The parser's words, but for an argument that is missing, of which it tells its name only.
+/// The parser's message, completed for a missing argument, of which the parser reports the name only.
 std::string parserText(CLI::App const& command, CLI::ParseError const& error) {
     for (CLI::Option const* option : command.get_options())
         if (error.what() == option->get_name() + " is required")
@@ -147,7 +147,7 @@ int Grammar::run(int argc, char const* const* argv) {
         return static_cast<int>(outcome);
     } catch (Failure const& failure) {
         writeFailure(failure.what(), failure.hint());
-    } catch (...) {  // plug-ins throw whatever they like, and the library throws texts
+    } catch (...) {  // plug-ins throw whatever they like, and the library throws strings
         writeFailure(thrownMessage(), "");
     }
     return static_cast<int>(Outcome::kFailed);

@@ -30,7 +30,7 @@ public:
     ~Grammar();
 
     /// Adds a command; its options and arguments go into the result. `summary` is one line without a full stop,
-    /// `examples` lines of shell with which the help ends, each with what it does behind "#".
+    /// `examples` lines of shell with which the help ends, each followed by "#" and what it does.
     CLI::App& add(std::string const& name, std::string const& summary, std::string const& examples, Run run);
     /// The same for one that only the completion and the build call: no help shows it.
     CLI::App& addHidden(std::string const& name, std::string const& summary, Run run);

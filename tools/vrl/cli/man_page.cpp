@@ -114,7 +114,7 @@ void writeFiles(std::ostream& os) {
     os << ".PP\n.nf\n.RS\n";
     for (char const* const place : kConfigPlaces) os << slanted(place) << '\n';
     os << ".RE\n.fi\n.PP\n"
-       << bold("vrl plugins") << plain(" tells which one that is, and what became of its plug-ins.\n");
+       << bold("vrl plugins") << plain(" shows which one that is, and what became of its plug-ins.\n");
 }
 
 /// The help of the program ends with notes; that on the exit status has a section that readers look for.

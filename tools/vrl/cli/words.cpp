@@ -6,7 +6,7 @@ namespace vrltool {
 
 namespace {
 
-/// The choices that a validator tells of itself as "{a,b}", or a type that is written as "a|b".
+/// The choices that a validator describes as "{a,b}", or a type that is written as "a|b".
 std::vector<std::string> choicesOf(std::string const& type) {
     auto const open = type.find('{');
     auto const close = type.find('}', open);

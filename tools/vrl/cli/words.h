@@ -12,12 +12,12 @@ namespace vrltool {
 /// An option or an argument of the grammar, for those who print it.
 struct GrammarWord {
     std::vector<std::string> names;    ///< of an option "--json"; of an argument its one name
-    std::string type;                  ///< what it takes, "FILE"; empty for what stands alone or has choices
+    std::string type;                  ///< what it takes, "FILE"; empty for a flag or for choices
     std::vector<std::string> choices;  ///< the words that it takes, if they are fixed
     std::string description;
     bool takesValue = false;
     bool required = false;
-    bool repeats = false;  ///< of an argument: whether it may stand several times
+    bool repeats = false;  ///< of an argument: whether it may be repeated
 };
 
 /// A command of the grammar, or the program itself.

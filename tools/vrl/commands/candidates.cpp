@@ -12,7 +12,7 @@
 #include "text/failure.h"
 #include "vrllib/vrllib.h"
 
-// The words that the plug-ins, a design or a table of the tool give to the completion.
+// The words that the completion takes from the plug-ins, a design or a table of the tool.
 
 namespace vrltool {
 
@@ -33,7 +33,8 @@ Names keysOfAll(std::vector<Kind> const& kinds) {
     return {keys.begin(), keys.end()};
 }
 
-/// All keys. Of FOUNDRY@BLOCK the first part; behind it the blocks of everybody, since any can be made for a foundry.
+/// All keys. Of FOUNDRY@BLOCK the first part; after it the blocks of every plug-in, since any can be made for a
+/// foundry.
 Names keyCandidates(CandidateRequest const& request) {
     auto const at = request.begun.find('@');
     Names names;

@@ -6,7 +6,7 @@
 
 namespace vrltool {
 
-/// Has `source` give the words that a type name of the grammar stands for, such as the ids of "RULE". An option that
+/// Makes `source` the source of the words of a type name of the grammar, such as the ids of "RULE". An option that
 /// carries its choices needs none.
 void registerCandidates(std::string const& type, std::function<std::vector<std::string>()> source);
 

@@ -19,7 +19,7 @@ struct Options {
     RuleOptions rules;
 };
 
-void tellTroubles(FileReport const& file) {
+void reportTroubles(FileReport const& file) {
     std::cerr << file.missing;
     if (file.failure.empty()) return;
     std::cerr << "vrl: " << file.failure << '\n';
@@ -41,7 +41,7 @@ Outcome work(Options const& options, Common const& common) {
     std::vector<FileReport> files;
     for (std::string const& path : options.files) {
         files.push_back(checkFile(path, rules));
-        tellTroubles(files.back());
+        reportTroubles(files.back());
     }
     if (common.json)
         writeJson(std::cout, checkJson(files, asTheyRan(rules, files)));

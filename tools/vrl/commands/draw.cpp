@@ -44,19 +44,19 @@ PictureFormat formatOf(Options const& options) {
                       std::string("take ") + pictureFormats() + nearFormats(options.format));
     }
     if (options.output.empty())
-        throw Failure(options.file, "nothing says where the picture goes",
+        throw Failure(options.file, "the picture has neither a file nor a format",
                       "name a file with '-o FILE.svg', or a format for standard output with '--format svg'");
     if (toStandardOutput(options)) return PictureFormat::kSvg;
     std::string const ending = std::filesystem::path(options.output).extension().string();
     if (auto const named = pictureFormat(ending.empty() ? ending : ending.substr(1))) return *named;
     throw Failure(options.output,
-                  ending.empty() ? "has no ending that tells its format" : "no format ends in '" + ending + "'",
+                  ending.empty() ? "has no ending that names its format" : "no format ends in '" + ending + "'",
                   std::string("end it in ") + pictureFormats() + ", or name one of them with --format");
 }
 
 void refuseTwoOutputs(Options const& options) {
     if (toStandardOutput(options))
-        throw Failure("standard output", "cannot hold both the picture and the JSON that --json asks for",
+        throw Failure("standard output", "cannot take both the picture and the JSON that --json asks for",
                       "name a file for the picture with '-o FILE.svg'");
 }
 

@@ -59,9 +59,7 @@ void addNewPlugin(Grammar& grammar) {
     command.add_option("name", options->name, "letters, digits and underscores, a letter first")
         ->required()
         ->type_name("NAME");
-    command.add_option("folder", options->folder, "a folder that is empty or not there yet")
-        ->required()
-        ->type_name("DIR");
+    command.add_option("folder", options->folder, "a new or an empty folder")->required()->type_name("DIR");
 }
 
 }  // namespace vrltool

@@ -18,7 +18,7 @@ void addPlugins(Grammar& grammar) {
         return writePluginsReport(std::cout, *options, common.config, common.json);
     };
     CLI::App& command = grammar.add("plugins", "reports the configured libraries and what became of each",
-                                    "  vrl plugins                      # why is my plug-in not there?\n"
+                                    "  vrl plugins                      # why is my plug-in missing?\n"
                                     "  vrl plugins --config my.ini      # with another configuration\n"
                                     "  vrl plugins --all --times        # also what no line names, with milliseconds",
                                     run);

@@ -31,7 +31,7 @@ void addCompletion(Grammar& grammar) {
     command.add_option("shell", *shell, "the shell")->required()->check(CLI::IsMember({"bash"}))->type_name("");
 }
 
-/// Somebody who presses a key wants words or nothing: whatever goes wrong gives nothing.
+/// Somebody who presses a key wants words or nothing: whatever fails prints nothing.
 std::vector<std::string> quietCandidates(CandidateRequest const& request) {
     QuietOutput const quiet;
     std::vector<std::string> words;

@@ -56,7 +56,7 @@ std::vector<Check const*> chosenChecks(Options const& options) {
     return chosen;
 }
 
-/// Of the checks that are not told, those without which the others cannot be judged. What is skipped stays out.
+/// Of the checks that are not reported, those that the others need. What is skipped stays out.
 std::vector<Check const*> neededChecks(std::vector<Check const*> const& chosen, Options const& options) {
     auto const skip = checksOf(options.skip);
     std::vector<Check const*> needed;

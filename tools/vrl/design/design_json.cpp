@@ -81,9 +81,9 @@ Json circuitJson(Circuit const& circuit) {
     Json json{{"elements", Json::array()}, {"nodes", Json::array()}};
     for (Element const& element : circuit.elements) json["elements"].push_back(elementJson(element));
     for (auto const& node : circuit.nodes) {
-        Json ends = Json::array();
-        for (PortPlace const& end : node.second) ends.push_back(circuit.portText(end));
-        json["nodes"].push_back(Json{{"node", node.first}, {"ends", ends}});
+        Json ports = Json::array();
+        for (PortPlace const& port : node.second) ports.push_back(circuit.portText(port));
+        json["nodes"].push_back(Json{{"node", node.first}, {"ends", ports}});
     }
     json["inputs"] = circuit.inputs;
     json["outputs"] = circuit.outputs;

@@ -6,7 +6,8 @@
 
 namespace vrltool {
 
-/// A whole design as JSON: its object, and what stood in for missing kinds. The insides of composites included.
+/// A whole design as JSON: its object, and the missing kinds that stand-ins represent. The insides of composites
+/// included.
 Json designJson(Design const& design);
 
 }  // namespace vrltool

@@ -4,7 +4,7 @@
 
 namespace vrltool {
 
-/// Gives a block the foundry that its file names, the same for the whole process; null for an unknown one.
+/// Sets the foundry of a block to the one that its file names, the same for the whole process; null for an unknown one.
 void attachFoundry(vrl::BB& block);
 
 /// Does so for every block, also inside composites. Netlist::prepare makes new foundries, which nobody frees.

@@ -45,13 +45,13 @@ bool isSavedDesign(std::string const& path) {
     if (!std::filesystem::is_regular_file(path, none)) return false;  // to open a pipe would wait
     std::ifstream file(path, std::ios::binary);
     if (!file)
-        throw Failure(path, "is there and cannot be read, so that it may be a saved design",
+        throw Failure(path, "exists and cannot be read, so that it may be a saved design",
                       "give the output a name of its own");
     char head[2] = {};
     return file.read(head, sizeof head) && head[0] == '\x3D' && head[1] == '\x40';
 }
 
-/// A file that is there may keep kinds that are missing here, or more than can be read of it: it is not replaced then.
+/// An existing file may keep kinds that are missing here, or more than can be read of it: it is not replaced then.
 void refuseOver(std::string const& path) {
     if (!isSavedDesign(path)) return;
     Design before;

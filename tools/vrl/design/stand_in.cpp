@@ -8,7 +8,7 @@ namespace vrltool {
 
 namespace {
 
-/// What a creator of a factory cannot be reported: the kind that is being made, and who was made last.
+/// What a factory cannot pass to a creator, or return from it: the kind that is being made, and the last block.
 struct Making {
     std::string kind;
     StandInBlock* lastBlock = nullptr;
@@ -192,6 +192,7 @@ void StandInReader::previewType(std::string& type) {
     std::string const& member = frames.back().member;
     if (member == kBlocks) {
         progress.step();
+        // Once a stand-in is registered, the factory has the kind, which is missing nevertheless.
         auto const& blocks = FactoryLoader<vrl::BB>::factory();
         if (!blocks.find(type) || registered.count({What::kBlock, type})) standIn(What::kBlock, type);
         atWork = std::make_unique<ForeignWork>(makingText("block", type));
@@ -211,7 +212,7 @@ void StandInReader::beginCompAttribute(std::string* type, int* version, std::str
     if (type) *type = frame.type;
     if (std::exchange(acceptNext, false)) {
         frame.block = std::exchange(making().lastBlock, nullptr);
-        if (version) *version = 1;
+        if (version) *version = 1;  // that of a stand-in: the library refuses any other, and here all are to be read
     }
     frames.push_back(std::move(frame));
 }
@@ -233,7 +234,7 @@ bool StandInReader::read(std::string& value) {
     Frame& frame = frames.back();
     if (!frame.id.empty()) return true;
     frame.key = value;
-    // A stand-in learns the names of its ports here, right before the first look for the port.
+    // A stand-in learns the names of its ports here, right before the library first asks for the port.
     if (frame.member == kPorts && frames.size() > 1)
         if (StandInBlock* const block = frames[frames.size() - 2].block; block && !block->getPort(value))
             block->addPort(value, vrl::EnumList::Unknown);

@@ -34,10 +34,9 @@ private:
     std::string kind;
 };
 
-/// Whether a block only stands in for another.
 bool isStandIn(vrl::BB const& block);
 
-/// Whether a parameter only stands in for one of a missing type, so that its value is not known.
+/// Whether a parameter is a stand-in for one of a missing type, so that its value is not known.
 bool isStandIn(vrl::Attribute const& parameter);
 
 /// Whether a parameter was read without the block that declares it, so that saving it would lose what it keeps.
@@ -63,7 +62,7 @@ std::string makingText(char const* word, std::string const& kind);
 /// Reads the binary stream like the reader that it wraps, and makes a stand-in for every block and every parameter
 /// whose kind no factory has, so that the whole of a design can be read without its plug-ins.
 ///
-/// While it lives, the factories hold the stand-ins under the missing kinds; afterwards they do not. One at a time.
+/// While it lives, the factories have the stand-ins under the missing kinds; afterwards they do not. One at a time.
 class StandInReader final : public vrl::DeSerialiserBase {
 public:
     /// The stream outlives the reader.
@@ -102,7 +101,7 @@ public:
 private:
     /// One open compound.
     struct Frame {
-        std::string member;             ///< the id under which it stands
+        std::string member;             ///< its id in the stream
         std::string type;               ///< what it says of itself
         std::string id;                 ///< the member that comes next in it
         std::string key;                ///< of a container: the element that comes next
@@ -118,7 +117,7 @@ private:
     std::vector<MissingKind> missed;
     std::set<std::pair<MissingKind::What, std::string>> registered;
     bool acceptNext = false;              ///< the next compound is accepted whatever its version
-    std::unique_ptr<ForeignWork> atWork;  ///< from the look at a kind until its object begins to read
+    std::unique_ptr<ForeignWork> atWork;  ///< from the moment a kind is read until its object begins to read
 };
 
 }  // namespace vrltool

@@ -17,12 +17,12 @@ struct PlacePair {
     bool same = false;
 };
 
-/// Stands for all nets that join nothing: they are the same.
+/// All nets without a port: they are the same.
 constexpr std::size_t kNothing = kNone - 1;
 
-Places netsOf(Places const& list, std::vector<std::vector<std::size_t>> const& ends) {
+Places netsOf(Places const& list, std::vector<std::vector<std::size_t>> const& ports) {
     Places nets;
-    for (std::size_t const net : list) nets.push_back(ends[net].empty() ? kNothing : net);
+    for (std::size_t const net : list) nets.push_back(ports[net].empty() ? kNothing : net);
     return nets;
 }
 
@@ -44,16 +44,16 @@ private:
     std::map<std::size_t, Places> byNet;
 };
 
-/// The place of B that shares an end with a net of A.
-std::size_t takeCounterpart(OpenPlaces& open, std::size_t netA, CommonEnds const& common) {
+/// The place of B whose net shares a port with a net of A.
+std::size_t takeCounterpart(OpenPlaces& open, std::size_t netA, CommonPorts const& common) {
     if (netA == kNothing) return open.take(kNothing);
     std::size_t place = kNone;
-    for (std::size_t const end : common.ofA[netA])
-        if (place == kNone) place = open.take(common.ends[end].netB);
+    for (std::size_t const port : common.ofA[netA])
+        if (place == kNone) place = open.take(common.ports[port].netB);
     return place;
 }
 
-std::vector<PlacePair> pairsOf(Places const& netsA, Places const& netsB, CommonEnds const& common) {
+std::vector<PlacePair> pairsOf(Places const& netsA, Places const& netsB, CommonPorts const& common) {
     OpenPlaces open(netsB);
     std::vector<PlacePair> pairs;
     std::vector<bool> taken(netsB.size());
@@ -77,7 +77,7 @@ std::vector<PlacePair> pairsOf(Places const& netsA, Places const& netsB, CommonE
 
 /// The longest part of a sequence that ascends, by patience sorting: what kept its order.
 std::set<std::size_t> longestAscent(std::vector<std::size_t> const& sequence) {
-    std::vector<std::size_t> piles;  // where the best ascent of each length ends
+    std::vector<std::size_t> piles;  // where the best ascent of each length ports
     std::vector<std::size_t> before(sequence.size(), kNone);
     for (std::size_t i = 0; i < sequence.size(); ++i) {
         auto const pile = std::lower_bound(piles.begin(), piles.end(), i,
@@ -111,11 +111,11 @@ Verb verbOf(PlacePair const& pair) {
 
 }  // namespace
 
-void compareBoundaries(Wiring const& a, Wiring const& b, CommonEnds& common, std::string const& path,
+void compareBoundaries(Wiring const& a, Wiring const& b, CommonPorts& common, std::string const& path,
                        std::vector<Change>& changes) {
     static constexpr Topic topics[] = {Topic::kInput, Topic::kOutput, Topic::kDc};
     static constexpr char const* words[] = {"input ", "output ", "DC "};
-    CommonEnds const ports = common;  // without the places that are added here
+    CommonPorts const ports = common;  // without the places that are added here
     for (std::size_t list = 0; list < Wiring::kBoundaries; ++list) {
         Places const& listA = a.boundary[list];
         Places const& listB = b.boundary[list];

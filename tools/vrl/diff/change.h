@@ -9,11 +9,11 @@
 // Two designs compared, the words:
 //
 // A, B      the designs: A is the old one, B the new one
-// path      where an element stands: "arms/upper" is the element upper inside the composite arms; empty: the whole
+// path      where an element is: "arms/upper" is the element upper inside the composite arms; empty: the whole
 //           design. What is in B is reported by its name there, what was removed by its name in A
-// end       a port of an element, "element,port"
-// net       what a node joins: a set of ends. The number of the node is of no account
-// part      what has ends: an element, or a bare name of which only connections are left
+// port      one of an element, "element,port"
+// net       what a node connects: a set of ports. The number of the node does not count
+// part      what has ports: an element, or a bare name of which only connections are left
 
 namespace vrltool::diff {
 
@@ -35,7 +35,7 @@ enum class Topic {
 };
 
 /// What has become of it.
-enum class Verb { kRemoved, kAdded, kChanged, kRenamed, kMoved, kParted, kJoined };
+enum class Verb { kRemoved, kAdded, kChanged, kRenamed, kMoved, kDisconnected, kConnected };
 
 /// What one side holds of a parameter.
 struct ParameterState {
@@ -48,16 +48,16 @@ struct ParameterState {
     bool autoChangeable = false;
 };
 
-/// A place of a boundary list, counted from 1, and what its node joins.
+/// A place of a boundary list, counted from 1, and what its node connects.
 struct BoundaryPlace {
     std::size_t position = 0;
-    std::vector<std::string> ends;
+    std::vector<std::string> ports;
 };
 
-/// One side of a change; nothing where there is none.
+/// One side of a change; std::monostate if it is missing.
 using ChangeSide = std::variant<std::monostate, std::string, ParameterState, BoundaryPlace>;
 
-/// One difference. Its sides hold: of elements the kind, of types, kinds, foundries, choices and notes their text
+/// One difference. Its sides hold: of elements the kind, of types, kinds, foundries, choices and notes their string
 /// (nothing if there is none), of parameters their state, of the boundary a place.
 struct Change {
     Topic topic;
@@ -66,7 +66,8 @@ struct Change {
     std::string name;       ///< of a parameter, a port or a note; of a renamed element the name that it had
     std::string parameter;  ///< to which a note belongs
     ChangeSide from, to;
-    std::vector<std::vector<std::string>> groups;  ///< of a connection: the sets of ends that were parted or joined
+    std::vector<std::vector<std::string>>
+        groups;  ///< of a connection: the sets of ports that were disconnected or connected
 };
 
 /// A parameter whose values are not known, since no loaded plug-in has its type.
@@ -76,7 +77,6 @@ struct Uncompared {
     std::string type;
 };
 
-/// All that differs.
 struct Differences {
     std::vector<Change> changes;
     std::vector<Uncompared> uncompared;

@@ -83,9 +83,9 @@ private:
         Wiring const b = wiringOf(sheetB.circuit, sheetB.netlist);
         Matching const matching = matchParts(a, b, settings.renames);
         for (Entry const& entry : entriesOf(a, b, matching)) compareEntry(entry, path);
-        CommonEnds ends(a, b, matching);
-        compareBoundaries(a, b, ends, path, result.differences.changes);
-        compareConnections(ends, path, result.differences.changes);
+        CommonPorts ports(a, b, matching);
+        compareBoundaries(a, b, ports, path, result.differences.changes);
+        compareConnections(ports, path, result.differences.changes);
     }
 
     void compareEntry(Entry const& entry, std::string const& path) {

@@ -6,7 +6,7 @@
 
 namespace vrltool::diff {
 
-CommonEnds::CommonEnds(Wiring const& a, Wiring const& b, Matching const& matching)
+CommonPorts::CommonPorts(Wiring const& a, Wiring const& b, Matching const& matching)
     : ofA(a.nets.size()), ofB(b.nets.size()) {
     for (std::size_t part = 0; part < a.parts.size(); ++part)
         add(&a.parts[part], matching.toB[part] == kNone ? nullptr : &b.parts[matching.toB[part]]);
@@ -14,7 +14,7 @@ CommonEnds::CommonEnds(Wiring const& a, Wiring const& b, Matching const& matchin
         if (matching.toA[part] == kNone) add(nullptr, &b.parts[part]);
 }
 
-void CommonEnds::add(Wiring::Part const* inA, Wiring::Part const* inB) {
+void CommonPorts::add(Wiring::Part const* inA, Wiring::Part const* inB) {
     std::map<std::string, std::pair<std::size_t, std::size_t>> nets;
     if (inA)
         for (Wiring::Connection const& connection : inA->connections) nets[connection.port] = {connection.net, kNone};
@@ -22,22 +22,22 @@ void CommonEnds::add(Wiring::Part const* inA, Wiring::Part const* inB) {
         for (Wiring::Connection const& connection : inB->connections)
             nets.emplace(connection.port, std::pair(kNone, kNone)).first->second.second = connection.net;
     std::string const& label = (inB ? inB : inA)->label;
-    for (auto const& [port, net] : nets) addEnd(label + "," + port, net.first, net.second, false);
+    for (auto const& [port, net] : nets) addPort(label + "," + port, net.first, net.second, false);
 }
 
-void CommonEnds::addEnd(std::string const& text, std::size_t netA, std::size_t netB, bool ofBoundary) {
-    if (netA != kNone) ofA[netA].push_back(ends.size());
-    if (netB != kNone) ofB[netB].push_back(ends.size());
-    ends.push_back({text, netA, netB, ofBoundary});
+void CommonPorts::addPort(std::string const& text, std::size_t netA, std::size_t netB, bool ofBoundary) {
+    if (netA != kNone) ofA[netA].push_back(ports.size());
+    if (netB != kNone) ofB[netB].push_back(ports.size());
+    ports.push_back({text, netA, netB, ofBoundary});
 }
 
-void CommonEnds::addPlace(std::string const& text, std::size_t netA, std::size_t netB) {
-    addEnd(text, netA, netB, true);
+void CommonPorts::addPlace(std::string const& text, std::size_t netA, std::size_t netB) {
+    addPort(text, netA, netB, true);
 }
 
-std::vector<std::string> CommonEnds::texts(std::vector<std::size_t> const& some) const {
+std::vector<std::string> CommonPorts::texts(std::vector<std::size_t> const& some) const {
     std::vector<std::tuple<bool, std::string>> sorted;
-    for (std::size_t const end : some) sorted.emplace_back(ends[end].ofBoundary, ends[end].text);
+    for (std::size_t const port : some) sorted.emplace_back(ports[port].ofBoundary, ports[port].text);
     std::sort(sorted.begin(), sorted.end());
     std::vector<std::string> result;
     for (auto& entry : sorted) result.push_back(std::move(std::get<1>(entry)));
@@ -48,16 +48,16 @@ namespace {
 
 using Groups = std::vector<std::vector<std::string>>;
 
-/// The ends of a net by the nets that they are on in the other design; what is not connected there stands alone.
-Groups groupsOf(CommonEnds const& common, std::vector<std::size_t> const& net, std::size_t CommonEnds::End::*other) {
+/// The ports of a net by the nets that they are on in the other design; what is not connected there is alone.
+Groups groupsOf(CommonPorts const& common, std::vector<std::size_t> const& net, std::size_t CommonPorts::Port::*other) {
     std::map<std::size_t, std::vector<std::size_t>> byNet;
     Groups groups;
-    for (std::size_t const end : net) {
-        std::size_t const there = common.ends[end].*other;
+    for (std::size_t const port : net) {
+        std::size_t const there = common.ports[port].*other;
         if (there == kNone)
-            groups.push_back(common.texts({end}));
+            groups.push_back(common.texts({port}));
         else
-            byNet[there].push_back(end);
+            byNet[there].push_back(port);
     }
     for (auto const& entry : byNet) groups.push_back(common.texts(entry.second));
     std::sort(groups.begin(), groups.end());
@@ -66,16 +66,16 @@ Groups groupsOf(CommonEnds const& common, std::vector<std::size_t> const& net, s
 
 }  // namespace
 
-void compareConnections(CommonEnds const& common, std::string const& path, std::vector<Change>& changes) {
+void compareConnections(CommonPorts const& common, std::string const& path, std::vector<Change>& changes) {
     std::vector<std::tuple<std::string, Verb, Groups>> lines;
-    auto const collect = [&](Verb verb, auto const& nets, std::size_t CommonEnds::End::*other) {
+    auto const collect = [&](Verb verb, auto const& nets, std::size_t CommonPorts::Port::*other) {
         for (auto const& net : nets) {
             Groups groups = groupsOf(common, net, other);
             if (groups.size() > 1) lines.emplace_back(groups[0][0], verb, std::move(groups));
         }
     };
-    collect(Verb::kParted, common.ofA, &CommonEnds::End::netB);
-    collect(Verb::kJoined, common.ofB, &CommonEnds::End::netA);
+    collect(Verb::kDisconnected, common.ofA, &CommonPorts::Port::netB);
+    collect(Verb::kConnected, common.ofB, &CommonPorts::Port::netA);
     std::sort(lines.begin(), lines.end());
     for (auto& [first, verb, groups] : lines)
         changes.push_back({Topic::kConnection, verb, path, "", "", {}, {}, std::move(groups)});

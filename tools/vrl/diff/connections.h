@@ -11,31 +11,31 @@
 
 namespace vrltool::diff {
 
-/// The ends of both circuits under common numbers: an end of a part and an end of its match are one.
-struct CommonEnds {
-    /// An end with the nets on which A and B have it, kNone where it is not connected.
-    struct End {
+/// The ports of both circuits under common numbers: a port of a part and the same port of its match are one.
+struct CommonPorts {
+    /// A port with the nets on which A and B have it, kNone where it is not connected.
+    struct Port {
         std::string text;
         std::size_t netA = kNone;
         std::size_t netB = kNone;
-        bool ofBoundary = false;  ///< a place of a boundary list, which belongs to its net as an end does
+        bool ofBoundary = false;  ///< a place of a boundary list, which belongs to its net as a port does
     };
-    std::vector<End> ends;
+    std::vector<Port> ports;
     std::vector<std::vector<std::size_t>> ofA, ofB;  ///< by net
 
-    CommonEnds(Wiring const& a, Wiring const& b, Matching const& matching);
-    /// Adds an end of both.
+    CommonPorts(Wiring const& a, Wiring const& b, Matching const& matching);
+    /// Adds a place of the boundary that both have.
     void addPlace(std::string const& text, std::size_t netA, std::size_t netB);
-    /// The texts of some ends, sorted, those of the boundary last.
+    /// The names of some ports, sorted, those of the boundary last.
     std::vector<std::string> texts(std::vector<std::size_t> const& some) const;
 
 private:
     void add(Wiring::Part const* inA, Wiring::Part const* inB);
-    void addEnd(std::string const& text, std::size_t netA, std::size_t netB, bool ofBoundary);
+    void addPort(std::string const& text, std::size_t netA, std::size_t netB, bool ofBoundary);
 };
 
-/// Compares what is joined. Each net of A whose ends B has on several nets is one change, and so is each net of B whose
-/// ends A has on several.
-void compareConnections(CommonEnds const& ends, std::string const& path, std::vector<Change>& changes);
+/// Compares what is connected. Each net of A whose ports B has on several nets is one change, and so is each net of B
+/// whose ports A has on several.
+void compareConnections(CommonPorts const& ports, std::string const& path, std::vector<Change>& changes);
 
 }  // namespace vrltool::diff

@@ -9,7 +9,7 @@ namespace vrltool::diff {
 
 namespace {
 
-/// Strings texts together so that no two sequences give the same.
+/// Concatenates strings so that no two sequences have the same result.
 class Texts {
 public:
     Texts& add(std::string const& text) {
@@ -48,8 +48,8 @@ void addBlock(Texts& texts, vrl::BB& block) {
 }
 
 void addNet(Texts& texts, Wiring const& wiring, Wiring::Net const& net) {
-    for (Wiring::End const& end : net.ends)
-        texts.add(wiring.parts[end.part].name).add(wiring.parts[end.part].connections[end.connection].port);
+    for (Wiring::PortPlace const& port : net.ports)
+        texts.add(wiring.parts[port.part].name).add(wiring.parts[port.part].connections[port.connection].port);
     texts.add("");
 }
 

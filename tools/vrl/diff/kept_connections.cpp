@@ -9,7 +9,7 @@ namespace vrltool::diff {
 
 namespace {
 
-constexpr std::size_t kManyEnds = 64;
+constexpr std::size_t kManyPorts = 64;
 
 /// How well an element of A fits one of B.
 struct Rating {
@@ -41,47 +41,47 @@ public:
     }
 
 private:
-    using OpenEnds = std::map<std::pair<std::string, std::string>, std::size_t>;
+    using OpenPorts = std::map<std::pair<std::string, std::string>, std::size_t>;
 
     void match(Pair const& pair) {
         matching.pair(pair.first, pair.second);
         for (Wiring::Connection const& connection : a.parts[pair.first].connections) frontier.insert(connection.net);
     }
 
-    /// The nets of B that have an end, or a place on the boundary, of a net of A.
+    /// The nets of B that have a port, or a place on the boundary, of a net of A.
     std::set<std::size_t> counterparts(std::size_t net) const {
         std::set<std::size_t> found;
         for (auto place = samePlace.lower_bound({net, 0}); place != samePlace.end() && place->first == net; ++place)
             found.insert(place->second);
-        auto const& ends = a.nets[net].ends;
-        for (std::size_t i = 0; i < std::min(ends.size(), kManyEnds); ++i) {
-            std::size_t const inB = matching.toB[ends[i].part];
-            if (inB != kNone) found.insert(b.netOf(inB, a.parts[ends[i].part].connections[ends[i].connection].port));
+        auto const& ports = a.nets[net].ports;
+        for (std::size_t i = 0; i < std::min(ports.size(), kManyPorts); ++i) {
+            std::size_t const inB = matching.toB[ports[i].part];
+            if (inB != kNone) found.insert(b.netOf(inB, a.parts[ports[i].part].connections[ports[i].connection].port));
         }
         found.erase(kNone);
         return found;
     }
 
     /// The elements without a match on a net, by kind and port; kNone where there are several.
-    static OpenEnds openEnds(Wiring const& wiring, std::size_t net, std::vector<std::size_t> const& other) {
-        OpenEnds open;
-        for (Wiring::End const& end : wiring.nets[net].ends) {
-            auto const& part = wiring.parts[end.part];
-            if (other[end.part] != kNone || !part.element) continue;
+    static OpenPorts openPorts(Wiring const& wiring, std::size_t net, std::vector<std::size_t> const& other) {
+        OpenPorts open;
+        for (Wiring::PortPlace const& port : wiring.nets[net].ports) {
+            auto const& part = wiring.parts[port.part];
+            if (other[port.part] != kNone || !part.element) continue;
             auto const entry =
-                open.emplace(std::pair(part.element->kind, part.connections[end.connection].port), end.part);
+                open.emplace(std::pair(part.element->kind, part.connections[port.connection].port), port.part);
             if (!entry.second) entry.first->second = kNone;
         }
         return open;
     }
 
     void addCandidates(std::size_t net, std::set<Pair>& candidates) {
-        if (asked[net] && a.nets[net].ends.size() > kManyEnds) return;
-        auto const open = openEnds(a, net, matching.toB);
+        if (asked[net] && a.nets[net].ports.size() > kManyPorts) return;
+        auto const open = openPorts(a, net, matching.toB);
         if (open.empty()) return;
         for (std::size_t const other : counterparts(net)) {
             asked[net] = true;
-            auto const openThere = openEnds(b, other, matching.toA);
+            auto const openThere = openPorts(b, other, matching.toA);
             for (auto const& [key, inA] : open) {
                 auto const found = openThere.find(key);
                 if (inA != kNone && found != openThere.end() && found->second != kNone)
@@ -125,8 +125,8 @@ private:
     Wiring const& b;
     Matching& matching;
     std::set<Pair> samePlace;        ///< nets of A and B that have the same place in boundary lists of one length
-    std::vector<bool> asked;         ///< by net of A: whether it gave its candidates already
-    std::set<std::size_t> frontier;  ///< nets of A that may give new candidates
+    std::vector<bool> asked;         ///< by net of A: whether it returned its candidates already
+    std::set<std::size_t> frontier;  ///< nets of A that may have new candidates
 };
 
 }  // namespace

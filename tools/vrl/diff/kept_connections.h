@@ -10,7 +10,7 @@ namespace vrltool::diff {
 /// with its kind and port. The candidates are rated by their ports: those that lead to the same net against those that
 /// lead to another one. A pair is matched if at least as many speak for it as against it, and each is the other's best
 /// candidate, without a connection. Each match may lead to more, so that this goes along chains.
-/// Cost: linear in the connections; a net with very many ends says little of any of them and is looked at once.
+/// Cost: linear in the connections; a net with very many ports says little of any of them and is looked at once.
 void matchByKeptConnections(Wiring const& a, Wiring const& b, Matching& matching);
 
 }  // namespace vrltool::diff

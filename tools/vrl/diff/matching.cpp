@@ -26,7 +26,7 @@ void matchNames(Wiring const& a, Wiring const& b, Matching& matching) {
 /// How much of what is known goes into the first colours.
 enum class Colouring { kContent, kKind, kKindAnyOrder };
 
-/// Numbers for texts, the same for both sides.
+/// Numbers for strings, the same for both sides.
 class Numbers {
 public:
     int operator()(std::string const& text) {
@@ -93,17 +93,17 @@ private:
         return roles;
     }
 
-    /// What is settled of a net: its places on the boundary and the ends of parts with a match.
+    /// What is already matched of a net: its places on the boundary and the ports of parts with a match.
     std::string netColour(Wiring const& wiring, std::size_t net, std::vector<std::string> const& roles, bool inB) {
-        std::vector<std::pair<std::size_t, int>> settled;
-        for (Wiring::End const& end : wiring.nets[net].ends) {
-            std::size_t const inA = inB ? matching.toA[end.part] : end.part;
+        std::vector<std::pair<std::size_t, int>> matched;
+        for (Wiring::PortPlace const& port : wiring.nets[net].ports) {
+            std::size_t const inA = inB ? matching.toA[port.part] : port.part;
             if (inA != kNone && matching.toB[inA] != kNone)
-                settled.emplace_back(inA, ports(wiring.parts[end.part].connections[end.connection].port));
+                matched.emplace_back(inA, ports(wiring.parts[port.part].connections[port.connection].port));
         }
-        std::sort(settled.begin(), settled.end());
+        std::sort(matched.begin(), matched.end());
         std::string colour = "net" + roles[net];
-        for (auto const& [part, port] : settled) colour += " " + std::to_string(part) + "," + std::to_string(port);
+        for (auto const& [part, port] : matched) colour += " " + std::to_string(part) + "," + std::to_string(port);
         return colour;
     }
 
@@ -130,8 +130,8 @@ std::vector<std::size_t> openNameless(Wiring const& wiring, std::vector<std::siz
     return open;
 }
 
-/// Pairs elements without names under the same text. Equal ones are interchangeable, so that their order may decide;
-/// otherwise only those are paired that are the only ones.
+/// Pairs elements without names that have the same content or kind. Equal ones are interchangeable, so that their order
+/// may decide; otherwise only those are paired that are the only ones.
 void matchNameless(Wiring const& a, Wiring const& b, Matching& matching, bool byContent) {
     auto const textOf = [&](Element const& element) { return byContent ? contentOf(element) : element.kind; };
     std::map<std::string, std::pair<std::vector<std::size_t>, std::vector<std::size_t>>> same;
@@ -157,7 +157,7 @@ Matching matchParts(Wiring const& a, Wiring const& b, bool renames) {
             if (anyOpen(a, matching.toB) && anyOpen(b, matching.toA)) OpenGraph(a, b, matching, colouring).match();
         matchByKeptConnections(a, b, matching);
     }
-    matchNameless(a, b, matching, false);
+    matchNameless(a, b, matching, false);  // last: connections are better evidence than an equal kind
     return matching;
 }
 

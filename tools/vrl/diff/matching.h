@@ -21,12 +21,12 @@ struct Matching {
 
 /// Finds the parts of A in B: by their names, and if `renames` is set those without a match by their connections.
 ///
-/// A name is what a designer means, so parts of the same name are always the same, whatever became of them. The others
-/// are renamed, removed or added. They are compared by the refinement of colours (refinement.h): at first with all that
-/// they hold, so that what merely has a new name is found exactly; then by kind alone, and then with a boundary whose
-/// order may have changed. Last, elements whose connections changed as well are found by those that they kept
-/// (kept_connections.h). What stays ambiguous, such as two equal elements in equal surroundings, is not guessed: it
-/// counts as removed and added. Elements without names are compared by what they hold.
+/// A name is the designer's identity of a part, so parts of the same name are always the same, whatever became of them.
+/// The others are renamed, removed or added. They are compared by the refinement of colours (refinement.h): at first
+/// with all that they hold, so that what merely has a new name is found exactly; then by kind alone, and then with a
+/// boundary whose order may have changed. Last, elements whose connections changed as well are found by those that they
+/// kept (kept_connections.h). What stays ambiguous, such as two equal elements with equal neighbours, is not guessed:
+/// it counts as removed and added. Elements without names are compared by what they hold.
 Matching matchParts(Wiring const& a, Wiring const& b, bool renames);
 
 }  // namespace vrltool::diff

@@ -11,7 +11,7 @@ namespace vrltool::diff {
 
 namespace {
 
-// Keys under which a parameter keeps its own texts.
+// Keys of the annotations that a parameter makes itself.
 constexpr char kUnit[] = "vrl::attrUnitName";
 constexpr char kDescription[] = "vrl::attrDescr";
 
@@ -126,7 +126,7 @@ void PropertyComparison::compareParameter(Parameter const* a, Parameter const* b
         found.changes.push_back({Topic::kParameter, verbOf(a, b), path, name, "", sideOf(a), sideOf(b), {}});
     if (!a || !b) return;
     if (isStandIn(*a->attribute) && isStandIn(*b->attribute)) found.uncompared.push_back({path, name, b->type});
-    std::set<std::string> without{kUnit};  // told with the value
+    std::set<std::string> without{kUnit};  // reported with the value
     if (!sameKind) without.insert(kDescription);
     compareNotes(a->attribute, b->attribute, path, name, without);
 }

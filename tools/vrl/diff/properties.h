@@ -25,7 +25,7 @@ public:
 
     /// Descriptions come with the kind: they are compared if both objects are of the same.
     void compareParameters(vrl::Attributes* a, vrl::Attributes* b, std::string const& path, bool sameKind);
-    /// Two parameters that stand alone.
+    /// Two parameters that are in no list.
     void compareSingle(vrl::Attribute& a, vrl::Attribute& b);
     void compareNotes(vrl::Annotations const* a, vrl::Annotations const* b, std::string const& path,
                       std::string const& parameter = "", std::set<std::string> const& without = {});
@@ -33,7 +33,7 @@ public:
     void compareBlocks(vrl::BB* a, vrl::BB* b, std::string const& path);
     void compareChoices(vrl::Foundry::CSInfo const& a, vrl::Foundry::CSInfo const& b, std::string const& path,
                         std::string const& port = "");
-    /// A text that may be empty for none.
+    /// Two strings, each empty for none.
     void compareTexts(Topic topic, std::string const& a, std::string const& b, std::string const& path,
                       std::string const& name = "");
 

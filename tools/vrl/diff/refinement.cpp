@@ -31,7 +31,7 @@ public:
 private:
     struct Cell {
         Members members;
-        bool settled = false;
+        bool paired = false;
     };
     using Labels = std::vector<int>;
 
@@ -58,7 +58,7 @@ private:
         std::map<std::size_t, Labels> touched;
         for (std::size_t const vertex : splitter)
             for (auto const& edge : graph.vertices[vertex].edges)
-                if (!cells[cellOf[edge.to]].settled) touched[edge.to].push_back(edge.label);
+                if (!cells[cellOf[edge.to]].paired) touched[edge.to].push_back(edge.label);
         std::map<std::size_t, std::map<Labels, Members>> pieces;
         for (auto& [vertex, labels] : touched) {
             std::sort(labels.begin(), labels.end());
@@ -91,12 +91,12 @@ private:
     void pairUp() {
         for (std::size_t const id : std::exchange(changed, {})) {
             Cell& cell = cells[id];
-            if (cell.settled || cell.members.size() != 2) continue;
+            if (cell.paired || cell.members.size() != 2) continue;
             auto const [a, b] = std::minmax(cell.members[0], cell.members[1], [&](std::size_t x, std::size_t y) {
                 return graph.vertices[x].inB < graph.vertices[y].inB;
             });
             if (!graph.vertices[a].pairs || graph.vertices[a].inB == graph.vertices[b].inB) continue;
-            cell.settled = true;
+            cell.paired = true;
             pairs.emplace_back(a, b);
         }
     }
@@ -104,7 +104,7 @@ private:
     ColouredGraph const& graph;
     std::vector<Cell> cells;
     Members cellOf;   ///< by vertex
-    Members placeOf;  ///< by vertex: where it stands in its cell
+    Members placeOf;  ///< by vertex: its position in its cell
     Members fresh;    ///< cells by which others have not been split yet
     Members changed;  ///< cells that may have become pairs
     std::vector<std::pair<std::size_t, std::size_t>> pairs;

@@ -14,7 +14,7 @@ char const* word(Topic topic) {
 }
 
 char const* word(Verb verb) {
-    static char const* const words[] = {"removed", "added", "changed", "renamed", "moved", "parted", "joined"};
+    static char const* const words[] = {"removed", "added", "changed", "renamed", "moved", "disconnected", "connected"};
     return words[static_cast<int>(verb)];
 }
 
@@ -33,11 +33,11 @@ struct SideJson {
     Json operator()(std::string const& text) const { return text; }
     Json operator()(ParameterState const& state) const { return stateJson(state); }
     Json operator()(BoundaryPlace const& place) const {
-        return Json{{"position", place.position}, {"ends", place.ends}};
+        return Json{{"position", place.position}, {"ports", place.ports}};
     }
 };
 
-/// What else tells which thing it is, by its topic.
+/// The names that identify the thing, by its topic.
 void addNames(Json& json, Change const& change) {
     switch (change.topic) {
     case Topic::kElement:

@@ -29,10 +29,10 @@ Group const kGroups[] = {
 char mark(Verb verb) {
     switch (verb) {
     case Verb::kAdded:
-    case Verb::kJoined:
+    case Verb::kConnected:
         return '+';
     case Verb::kRemoved:
-    case Verb::kParted:
+    case Verb::kDisconnected:
         return '-';
     case Verb::kRenamed:
     case Verb::kMoved:
@@ -69,15 +69,15 @@ std::string stateText(ParameterState const& state, Details const& details) {
     return text;
 }
 
-/// The ends of a net; of a long one the first ones.
-std::string endsText(std::vector<std::string> const& ends) {
+/// The ports of a net; of a long one the first ones.
+std::string portsText(std::vector<std::string> const& ports) {
     constexpr std::size_t kMost = 4;
-    if (ends.empty()) return "nothing";
-    if (ends.size() == 1) return ends[0];
-    std::size_t const shown = ends.size() > kMost ? kMost - 1 : ends.size();
-    std::string text = "(" + ends[0];
-    for (std::size_t i = 1; i < shown; ++i) text += " & " + ends[i];
-    if (shown < ends.size()) text += " & " + std::to_string(ends.size() - shown) + " more";
+    if (ports.empty()) return "nothing";
+    if (ports.size() == 1) return ports[0];
+    std::size_t const shown = ports.size() > kMost ? kMost - 1 : ports.size();
+    std::string text = "(" + ports[0];
+    for (std::size_t i = 1; i < shown; ++i) text += " & " + ports[i];
+    if (shown < ports.size()) text += " & " + std::to_string(ports.size() - shown) + " more";
     return text + ")";
 }
 
@@ -88,7 +88,7 @@ struct SideText {
     std::string operator()(std::monostate) const { return "none"; }
     std::string operator()(std::string const& text) const { return quote ? quoted(text) : text; }
     std::string operator()(ParameterState const& state) const { return stateText(state, details); }
-    std::string operator()(BoundaryPlace const& place) const { return endsText(place.ends); }
+    std::string operator()(BoundaryPlace const& place) const { return portsText(place.ports); }
 };
 
 /// "OLD -> NEW", or the one side that there is.
@@ -133,7 +133,7 @@ std::string noteText(Change const& change) {
 
 std::string connectionText(Change const& change) {
     std::string text = insideOf(change);
-    for (std::size_t i = 0; i < change.groups.size(); ++i) text += (i > 0 ? " -- " : "") + endsText(change.groups[i]);
+    for (std::size_t i = 0; i < change.groups.size(); ++i) text += (i > 0 ? " -- " : "") + portsText(change.groups[i]);
     return text;
 }
 
@@ -142,7 +142,7 @@ std::string placeText(Change const& change, std::string const& list) {
     auto const* const to = std::get_if<BoundaryPlace>(&change.to);
     std::string const place = insideOf(change) + list + " " + std::to_string((to ? to : from)->position);
     if (change.verb == Verb::kMoved)
-        return place + " was " + list + " " + std::to_string(from->position) + ": " + endsText(to->ends);
+        return place + " was " + list + " " + std::to_string(from->position) + ": " + portsText(to->ports);
     return place + ": " + sidesText(change);
 }
 

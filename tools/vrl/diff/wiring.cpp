@@ -61,7 +61,7 @@ Wiring wiringOf(Circuit const& circuit, vrl::Netlist const& netlist) {
         auto& connections = wiring.parts[part].connections;
         for (std::size_t connection = 0; connection < connections.size(); ++connection) {
             connections[connection].net = numbers(connections[connection].net);
-            wiring.nets[connections[connection].net].ends.push_back({part, connection});
+            wiring.nets[connections[connection].net].ports.push_back({part, connection});
         }
     }
     std::vector<unsigned> const* const lists[] = {&circuit.inputs, &circuit.outputs, &circuit.dc};

@@ -9,10 +9,10 @@
 
 namespace vrltool::diff {
 
-/// Stands for no part, no net, no place.
+/// No part, no net, no place.
 constexpr std::size_t kNone = static_cast<std::size_t>(-1);
 
-/// What a circuit joins, without the numbers of its nodes: its order follows from the names alone.
+/// What a circuit connects, without the numbers of its nodes: its order follows from the names alone.
 struct Wiring {
     /// A port that is connected, with the net that it is on.
     struct Connection {
@@ -26,14 +26,14 @@ struct Wiring {
         Element const* element;               ///< null for a bare name
         std::vector<Connection> connections;  ///< by port
     };
-    /// A connection of a part, by their places.
-    struct End {
+    /// A connected port: a part, and which of its connections.
+    struct PortPlace {
         std::size_t part;
         std::size_t connection;
     };
-    /// What a node joins.
+    /// What a node connects.
     struct Net {
-        std::vector<End> ends;  ///< by part and port
+        std::vector<PortPlace> ports;  ///< by part and port
     };
     /// The boundary lists, in this order everywhere.
     enum Boundary { kInputs, kOutputs, kDcs, kBoundaries };

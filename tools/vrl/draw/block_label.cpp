@@ -45,7 +45,7 @@ std::string sideTable(Element const& element, Connected const& connected, Side s
     return rows.empty() ? rows : tableStart(kGap, 1) + rows + "</TABLE>";
 }
 
-/// The least width of a column below, from the texts in it: the rows of a block and of its tags stand in tables of
+/// The least width of a column below, from the texts in it: the rows of a block and of its tags are in tables of
 /// their own and have to meet.
 std::string columnWidth(ElementPort const& port, Tags const& tags, std::size_t place) {
     auto const tag = tags.find(place);

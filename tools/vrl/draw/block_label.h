@@ -12,8 +12,8 @@ namespace vrltool::draw {
 /// Where a block has a port.
 enum class Side { kLeft, kRight, kBottom };
 
-/// Electrical ports stand below. Others are inputs or outputs by the letters that their names begin with; what is
-/// neither stands right if it is optical, and below if not.
+/// Electrical ports are below. Others are inputs or outputs by the letters that their names begin with; what is
+/// neither is on the right if it is optical, and below if not.
 Side sideOf(ElementPort const& port);
 
 /// The places of the ports of an element on a side, in their order.
@@ -22,8 +22,8 @@ std::vector<std::size_t> portsOn(Element const& element, Side side);
 /// Whether a wire leads to each port of an element.
 using Connected = std::vector<bool>;
 
-/// What a port below tells of the net that it belongs to, by the place of its port: the name of the net, as a schematic
-/// has it where wires would cross the page.
+/// The tag of a port below, for the net that it belongs to, by the place of its port: the name of the net, as a
+/// schematic has it where wires would cross the page.
 struct Tag {
     std::string text;
     vrl::EnumList::Domain domain = vrl::EnumList::Unknown;
@@ -51,10 +51,9 @@ std::string frameTitle(Element const& element, bool parameters);
 /// Name, kind and foundry in full, and the names of ports that are drawn shortened.
 std::string fullText(Element const& element);
 
-/// Whether the kind of an element is not there: the block is a stand-in, or there is none.
+/// Whether the kind of an element is missing: the block is a stand-in, or there is none.
 bool isUnknown(Element const& element);
 
-/// Whether an element has an inside.
 bool isComposite(Element const& element);
 
 }  // namespace vrltool::draw

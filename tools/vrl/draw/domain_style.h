@@ -6,7 +6,7 @@
 
 namespace vrltool::draw {
 
-/// How a domain looks. Colours that the colour-blind tell apart, and lines that differ on a print without colour.
+/// How a domain looks. Colours that the colour-blind can distinguish, and lines that differ on a print without colour.
 struct DomainStyle {
     vrl::EnumList::Domain domain;
     char const* name;    ///< in the legend, and as a class of SVG

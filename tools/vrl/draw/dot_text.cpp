@@ -52,8 +52,8 @@ std::string plainText(std::string const& text) {
 std::string shortened(std::string const& text, std::size_t most) {
     auto const all = shownCharacters(text);
     if (all.size() <= most || most < 3) return joined(all, 0, all.size());
-    std::size_t const behind = (most - 1) / 2;
-    return joined(all, 0, most - 1 - behind) + kEllipsis + joined(all, all.size() - behind, all.size());
+    std::size_t const last = (most - 1) / 2;
+    return joined(all, 0, most - 1 - last) + kEllipsis + joined(all, all.size() - last, all.size());
 }
 
 // A backslash of a label is looked at once, when the label is stored.

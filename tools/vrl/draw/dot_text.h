@@ -11,7 +11,7 @@ namespace vrltool::draw {
 /// Valid UTF-8 without control characters.
 std::string plainText(std::string const& text);
 
-/// The same, of at most `most` characters: what stands in the middle of a longer text gives way to an ellipsis.
+/// The same, of at most `most` characters: the middle of a longer string is replaced by an ellipsis.
 std::string shortened(std::string const& text, std::size_t most);
 
 /// Text for the inside of an HTML-like label; shortened to `most` characters, 0 for no limit. Empty text

@@ -115,7 +115,7 @@ void Drawing::closeFrame() {
     line() << "}\n";
 }
 
-// The ports of a frame at its left and right stand in a node of the picture each.
+// The ports of a frame at its left and right are a node of the picture for each side.
 void Drawing::writeRails(Level const& inside, Connected const& connected) {
     for (Side const side : {Side::kLeft, Side::kRight}) {
         std::string const rail = railTable(*inside.frame, connected, side);

@@ -25,8 +25,8 @@ std::string boxSample(std::string const& look, char const* size) {
     return tableStart(0, 0, look + " COLOR=\"#444444\"") + "<TR><TD FIXEDSIZE=\"TRUE\" " + size + "></TD></TR></TABLE>";
 }
 
-/// The entries of a legend in one row, whose width is reckoned from its texts: left to itself it would spread over the
-/// width of the notes below it.
+/// The entries of a legend in one row, whose width is computed from its strings: left to itself it would spread over
+/// the width of the notes below it.
 class Entries {
 public:
     void add(std::string const& sample, std::string const& text) {

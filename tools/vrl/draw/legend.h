@@ -9,7 +9,7 @@
 
 namespace vrltool::draw {
 
-/// What occurs in a picture and wants to be explained.
+/// What occurs in a picture and needs an entry in its legend.
 struct Occurring {
     std::set<vrl::EnumList::Domain> domains;
     bool openPort = false;
@@ -18,7 +18,7 @@ struct Occurring {
     bool unknownKind = false;
 };
 
-/// What stands below a picture, as an HTML-like table: its title, its legend and the notes. Empty without any.
+/// What is below a picture, as an HTML-like table: its title, its legend and the notes. Empty without any.
 std::string caption(Picture const& picture, Occurring const& occurring, std::vector<std::string> const& notes);
 
 }  // namespace vrltool::draw

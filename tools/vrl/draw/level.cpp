@@ -20,11 +20,11 @@ Flow reversed(Flow flow) { return static_cast<Flow>(-static_cast<int>(flow)); }
 
 std::string netName(unsigned node) { return "N" + std::to_string(node); }
 
-/// The domain that the ends of a node agree on by their first known one.
-vrl::EnumList::Domain knownDomain(std::vector<Attachment> const& ends) {
-    auto const known = std::find_if(ends.begin(), ends.end(),
+/// The first known domain of what is attached to a node.
+vrl::EnumList::Domain knownDomain(std::vector<Attachment> const& attached) {
+    auto const known = std::find_if(attached.begin(), attached.end(),
                                     [](Attachment const& end) { return end.domain != vrl::EnumList::Unknown; });
-    return known == ends.end() ? vrl::EnumList::Unknown : known->domain;
+    return known == attached.end() ? vrl::EnumList::Unknown : known->domain;
 }
 
 // The ports of a composite and the boundary of its inside are separate data; they belong together in their order where
@@ -73,13 +73,13 @@ std::string Level::handle(std::size_t element, Side side) const {
 void Level::attach() {
     tags.resize(circuit.elements.size());
     findLayers();
-    for (std::size_t element = 0; element < circuit.elements.size(); ++element) attachPins(element);
+    for (std::size_t element = 0; element < circuit.elements.size(); ++element) attachElementPorts(element);
     nameContacts();
     for (Side const side : {Side::kLeft, Side::kRight}) attachBoundary(wordsOf(side));
     for (auto const& [node, net] : nets) attachNet(node, net);
 }
 
-// Blocks that have electrical wires alone hang below the others, as far down as there are wires between.
+// Blocks that only electrical wires lead to are below the others, as many layers down as there are wires between.
 void Level::findLayers() {
     layers.assign(circuit.elements.size(), kLowest);
     std::vector<std::size_t> reached;
@@ -95,48 +95,48 @@ void Level::findLayers() {
 }
 
 void Level::hangBelow(std::size_t element, std::vector<std::size_t>& reached) {
-    for (ElementPort const& pin : circuit.elements[element].ports) {
-        auto const node = circuit.nodes.find(pin.node);
+    for (ElementPort const& port : circuit.elements[element].ports) {
+        auto const node = circuit.nodes.find(port.node);
         if (node == circuit.nodes.end() || node->second.size() != 2) continue;
-        for (PortPlace const& end : node->second) {
-            if (layers[end.element] != kLowest) continue;
-            layers[end.element] = layers[element] + 2;
-            reached.push_back(end.element);
+        for (PortPlace const& place : node->second) {
+            if (layers[place.element] != kLowest) continue;
+            layers[place.element] = layers[element] + 2;
+            reached.push_back(place.element);
         }
     }
 }
 
-void Level::attachPins(std::size_t element) {
-    auto const& pins = circuit.elements[element].ports;
-    for (std::size_t i = 0; i < pins.size(); ++i) {
-        unsigned const node = pins[i].node;
+void Level::attachElementPorts(std::size_t element) {
+    auto const& ports = circuit.elements[element].ports;
+    for (std::size_t i = 0; i < ports.size(); ++i) {
+        unsigned const node = ports[i].node;
         if (node == 0) continue;
         Net& net = nets[node];
         if (!isShown(element))
             net.hidden.push_back({element, i});
-        else if (sideOf(pins[i]) == Side::kBottom)
+        else if (sideOf(ports[i]) == Side::kBottom)
             net.below.push_back({element, i});
         else
             wires[node].push_back(attachment({element, i}));
     }
 }
 
-/// Whether wires can end at a pin: the ports at the lower edge of a frame stand in its title.
-bool Level::hasCell(PortPlace const& end) const {
-    return !isOpen(end.element) || sideOf(circuit.elements[end.element].ports[end.port]) != Side::kBottom;
+/// Whether wires can end at a port: the ports at the lower edge of a frame are in its title.
+bool Level::hasCell(PortPlace const& place) const {
+    return !isOpen(place.element) || sideOf(circuit.elements[place.element].ports[place.port]) != Side::kBottom;
 }
 
-Attachment Level::attachment(PortPlace const& end) const {
-    Element const& element = circuit.elements[end.element];
-    ElementPort const& pin = element.ports[end.port];
-    SideWords const& words = wordsOf(sideOf(pin));
+Attachment Level::attachment(PortPlace const& place) const {
+    Element const& element = circuit.elements[place.element];
+    ElementPort const& port = element.ports[place.port];
+    SideWords const& words = wordsOf(sideOf(port));
     Attachment result;
-    result.place = elementId(end.element) + (isOpen(end.element) ? std::string("_") + words.id : "") + ":" +
-                   cellId(end.port) + ":" + words.outward;
-    result.domain = pin.domain;
+    result.place = elementId(place.element) + (isOpen(place.element) ? std::string("_") + words.id : "") + ":" +
+                   cellId(place.port) + ":" + words.outward;
+    result.domain = port.domain;
     result.flow = words.flow;
-    result.text = circuit.portText(end);
-    result.layer = layers[end.element];
+    result.text = circuit.portText(place);
+    result.layer = layers[place.element];
     return result;
 }
 
@@ -157,13 +157,13 @@ void Level::attachBoundary(SideWords const& words) {
 
 void Level::attachPorts(SideWords const& words) {
     auto const& nodes = circuit.*words.nodes;
-    auto const pins = portsOn(*frame, words.side);
+    auto const ports = portsOn(*frame, words.side);
     for (std::size_t i = 0; i < nodes.size(); ++i) {
         Attachment end;
-        end.place = prefix + words.id + ":" + innerCellId(pins[i]) + ":" + words.inward;
-        end.domain = frame->ports[pins[i]].domain;
+        end.place = prefix + words.id + ":" + innerCellId(ports[i]) + ":" + words.inward;
+        end.domain = frame->ports[ports[i]].domain;
         end.flow = reversed(words.flow);
-        end.text = frame->label() + "," + frame->ports[pins[i]].name;
+        end.text = frame->label() + "," + frame->ports[ports[i]].name;
         end.boundary = true;
         wires[nodes[i]].push_back(std::move(end));
     }
@@ -184,11 +184,11 @@ void Level::attachLabel(unsigned node, std::string const& id, std::string const&
 
 void Level::nameContacts() {
     SideWords const& words = wordsOf(Side::kBottom);
-    bool const ports = fits(*this, words);
-    auto const pins = ports ? portsOn(*frame, Side::kBottom) : std::vector<std::size_t>();
+    bool const fit = fits(*this, words);
+    auto const ports = fit ? portsOn(*frame, Side::kBottom) : std::vector<std::size_t>();
     for (std::size_t i = 0; i < circuit.dc.size(); ++i)
-        nets[circuit.dc[i]].names.push_back(ports ? frame->ports[pins[i]].name
-                                                  : words.word + (" " + std::to_string(i + 1)));
+        nets[circuit.dc[i]].names.push_back(fit ? frame->ports[ports[i]].name
+                                                : words.word + (" " + std::to_string(i + 1)));
 }
 
 void Level::attachNet(unsigned node, Net const& net) {
@@ -198,12 +198,12 @@ void Level::attachNet(unsigned node, Net const& net) {
         return;
     }
     bool named = false;
-    for (PortPlace const& end : net.below) {
-        if (hasCell(end)) {
-            wires[node].push_back(attachment(end));
+    for (PortPlace const& place : net.below) {
+        if (hasCell(place)) {
+            wires[node].push_back(attachment(place));
             continue;
         }
-        tag({end}, netName(node));
+        tag({place}, netName(node));
         if (!std::exchange(named, true))
             attachLabel(node, prefix + netName(node), netName(node), wordsOf(Side::kBottom));
     }
@@ -213,16 +213,16 @@ void Level::attachNet(unsigned node, Net const& net) {
 }
 
 void Level::attachElectricalNet(unsigned node, Net const& net) {
-    std::size_t const ends = net.below.size() + net.hidden.size();
+    std::size_t const ports = net.below.size() + net.hidden.size();
     std::string names;
     for (std::string const& name : net.names) names += (names.empty() ? "" : ", ") + name;
     if (!names.empty())
         tag(net.below, names);
-    else if (ends == 2 && net.hidden.size() == 1)
+    else if (ports == 2 && net.hidden.size() == 1)
         tag(net.below, circuit.portText(net.hidden.front()));
-    else if (ends > 2 || (ends == 2 && !(hasCell(net.below[0]) && hasCell(net.below[1]))))
+    else if (ports > 2 || (ports == 2 && !(hasCell(net.below[0]) && hasCell(net.below[1]))))
         tag(net.below, netName(node));
-    else if (ends == 2)
+    else if (ports == 2)
         wires[node] = {attachment(net.below[0]), attachment(net.below[1])};
 }
 
@@ -233,31 +233,33 @@ void Level::attachContacts(unsigned node, Net const& net) {
 
 void Level::attachCut(unsigned node, std::vector<PortPlace> const& hidden) {
     PortPlace const& first = hidden.front();
-    ElementPort const& pin = circuit.elements[first.element].ports[first.port];
-    SideWords const& words = wordsOf(sideOf(pin));
+    ElementPort const& port = circuit.elements[first.element].ports[first.port];
+    SideWords const& words = wordsOf(sideOf(port));
     EndLabel label;
     label.id = prefix + "cut" + std::to_string(node);
-    for (PortPlace const& end : hidden) label.tooltip += (label.tooltip.empty() ? "" : "; ") + circuit.portText(end);
+    for (PortPlace const& place : hidden)
+        label.tooltip += (label.tooltip.empty() ? "" : "; ") + circuit.portText(place);
     label.text = circuit.portText(first);
     if (hidden.size() > 1) label.text += " +" + std::to_string(hidden.size() - 1);
     Attachment end;
     end.place = label.id + ":" + (words.side == Side::kRight ? "e" : "w");
-    end.domain = pin.domain;
+    end.domain = port.domain;
     end.flow = words.flow;
     end.text = label.tooltip;
     cuts.push_back(std::move(label));
     wires[node].push_back(std::move(end));
 }
 
-void Level::tag(std::vector<PortPlace> const& ends, std::string const& text) {
-    for (PortPlace const& end : ends)
-        tags[end.element][end.port] = {text, circuit.elements[end.element].ports[end.port].domain};
+void Level::tag(std::vector<PortPlace> const& places, std::string const& text) {
+    for (PortPlace const& place : places)
+        tags[place.element][place.port] = {text, circuit.elements[place.element].ports[place.port].domain};
 }
 
 Connected connectedPorts(Circuit const& circuit, Element const& element) {
     Connected connected;
-    for (ElementPort const& pin : element.ports)
-        connected.push_back(pin.node != 0 && (circuit.nodes.at(pin.node).size() > 1 || isBoundary(circuit, pin.node)));
+    for (ElementPort const& port : element.ports)
+        connected.push_back(port.node != 0 &&
+                            (circuit.nodes.at(port.node).size() > 1 || isBoundary(circuit, port.node)));
     return connected;
 }
 

@@ -25,7 +25,7 @@ struct SideWords {
 std::vector<SideWords> const& sides();
 SideWords const& wordsOf(Side side);
 
-/// A node of the picture that is only a text at the end of wires: the boundary, or where a wire goes that is cut off.
+/// A node of the picture that is only a label at the end of wires: the boundary, or where a wire goes that is cut off.
 struct EndLabel {
     std::string id;
     std::string text;
@@ -33,14 +33,13 @@ struct EndLabel {
     vrl::EnumList::Domain domain = vrl::EnumList::Unknown;
 };
 
-/// One circuit on its way into the picture, the whole or the inside of a composite: which nodes of the picture stand
-/// for what, and what the wires join.
+/// One circuit on its way into the picture, the whole or the inside of a composite: which nodes of the picture
+/// represent what, and what the wires connect.
 ///
 /// Wires between electrical ports would cross the picture. They are drawn only from one block to one other; the ports
 /// of larger nets, of nets at the boundary and those of frames get a tag with the name of the net.
 class Level {
 public:
-    /// The whole circuit.
     Level(Circuit const& circuit, Selection const& selection);
     /// The inside of an element that is open.
     Level(Level const& outer, std::size_t element);
@@ -52,7 +51,7 @@ public:
     bool isShown(std::size_t element) const { return frame || selection.shown[element]; }
     bool isOpen(std::size_t element) const;
     std::string elementId(std::size_t element) const { return prefix + "e" + std::to_string(element + 1); }
-    /// A node of the picture that stands for an element: its own, or one within its frame, best at that side.
+    /// A node of the picture that represents an element: its own, or one within its frame, best at that side.
     std::string handle(std::size_t element, Side side) const;
     Tags const& tagsOf(std::size_t element) const { return tags[element]; }
 
@@ -62,15 +61,15 @@ public:
 private:
     /// What is known of a node while its wires are made.
     struct Net {
-        std::vector<PortPlace> below;    ///< ends at electrical ports that are drawn
-        std::vector<PortPlace> hidden;   ///< ends of elements that are not
+        std::vector<PortPlace> below;    ///< electrical ports that are drawn
+        std::vector<PortPlace> hidden;   ///< ports of elements that are not
         std::vector<std::string> names;  ///< its contacts at the boundary
     };
 
     void attach();
     void findLayers();
     void hangBelow(std::size_t element, std::vector<std::size_t>& reached);
-    void attachPins(std::size_t element);
+    void attachElementPorts(std::size_t element);
     void attachBoundary(SideWords const& words);
     void attachPorts(SideWords const& words);
     void attachLabel(unsigned node, std::string const& id, std::string const& text, SideWords const& words);
@@ -79,20 +78,20 @@ private:
     void attachElectricalNet(unsigned node, Net const& net);
     void attachContacts(unsigned node, Net const& net);
     void attachCut(unsigned node, std::vector<PortPlace> const& hidden);
-    void tag(std::vector<PortPlace> const& ends, std::string const& text);
-    Attachment attachment(PortPlace const& end) const;
-    bool hasCell(PortPlace const& end) const;
+    void tag(std::vector<PortPlace> const& places, std::string const& text);
+    Attachment attachment(PortPlace const& place) const;
+    bool hasCell(PortPlace const& place) const;
 
     Selection const& selection;
     std::vector<Tags> tags;
-    std::vector<unsigned> layers;  ///< of each element, see Attachment; even, points stand between
+    std::vector<unsigned> layers;  ///< of each element, see Attachment; even, points are between
     std::map<unsigned, Net> nets;
 };
 
-/// Whether wires lead to the pins of an element.
+/// Whether wires lead to each port of an element.
 Connected connectedPorts(Circuit const& circuit, Element const& element);
 
-/// Whether a wire leads to any pin at a side of an element.
+/// Whether a wire leads to any port at a side of an element.
 bool isConnectedAt(Element const& element, Connected const& connected, Side side);
 
 }  // namespace vrltool::draw

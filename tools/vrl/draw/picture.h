@@ -11,7 +11,7 @@ struct Picture {
     std::string around;       ///< the element whose neighbourhood is drawn; empty: everything
     std::size_t hops = 1;     ///< how far that neighbourhood reaches, in connections
     std::size_t max = 200;    ///< the most elements, those inside composites included; 0: no limit
-    bool parameters = false;  ///< whether blocks tell the values of their parameters
+    bool parameters = false;  ///< whether blocks show the values of their parameters
     bool legend = true;
 };
 

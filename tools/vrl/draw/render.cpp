@@ -57,7 +57,7 @@ std::string firstLine(std::string const& text) { return printable(text.substr(0,
 
 void checkEnd(ProcessResult const& ended) {
     if (!ended.started)
-        throw Failure("dot", "the program is not there, which draws the picture",
+        throw Failure("dot", "the program that draws the picture is missing",
                       "install Graphviz (the package 'graphviz'), or write the text for it with '-o FILE.dot'");
     if (ended.timedOut)
         throw Failure("dot", "did not draw the picture within " + counted(kPatienceSeconds, "second"),
@@ -75,7 +75,7 @@ ProcessResult runWithCounter(Program program) {
 }
 
 /// Bitmaps have a largest size, past which Graphviz makes them coarser.
-void tellOfCoarseness(ProcessResult const& ended) {
+void warnOfCoarseness(ProcessResult const& ended) {
     if (ended.err.find("too large") != std::string::npos)
         std::cerr << "vrl: the picture is too large for a bitmap of full size; svg and pdf have no such limit\n";
 }
@@ -111,7 +111,7 @@ std::string render(std::string const& dotText, PictureFormat format) {
     if (format == PictureFormat::kPng) words.push_back("-Gdpi=144");
     ProcessResult ended = runWithCounter({words, dotText, "", kPatienceSeconds});
     checkEnd(ended);
-    tellOfCoarseness(ended);
+    warnOfCoarseness(ended);
     if (format == PictureFormat::kSvg) return cleanSvg(std::move(ended.out));
     return format == PictureFormat::kPdf ? cleanPdf(std::move(ended.out)) : ended.out;
 }

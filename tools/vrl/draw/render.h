@@ -20,8 +20,8 @@ char const* pictureFormats();
 /// "; did you mean 'svg'?" after a hint, or nothing without a near one.
 std::string nearFormats(std::string const& wrong);
 
-/// The bytes of a picture that Graphviz makes of its text: the same for the same text, since what tells the time and
-/// the maker is taken out. A Failure says that Graphviz is not there, or that it did not manage;
+/// The bytes of a picture that Graphviz makes of its text: the same for the same text, since the time and the
+/// maker are taken out. A Failure says that Graphviz is missing, or that it failed;
 /// a line on standard error, that a bitmap is coarser than it should be.
 std::string render(std::string const& dotText, PictureFormat format);
 

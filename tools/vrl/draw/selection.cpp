@@ -24,7 +24,7 @@ public:
         for (; hops > 0 && !border.empty(); --hops) {
             std::deque<std::size_t> next;
             for (std::size_t const element : border)
-                for (ElementPort const& port : circuit.elements[element].ports) meetEnds(port.node, next);
+                for (ElementPort const& port : circuit.elements[element].ports) meetPorts(port.node, next);
             border.swap(next);
         }
     }
@@ -32,17 +32,17 @@ public:
     std::vector<std::size_t> const& order() const { return inOrder; }
 
 private:
-    // An electrical net of many ends, such as a common ground, makes no neighbours; nor is it drawn as a wire.
-    bool leadsOn(std::vector<PortPlace> const& ends) const {
-        return ends.size() == 2 || std::any_of(ends.begin(), ends.end(), [&](PortPlace const& end) {
-                   return sideOf(circuit.elements[end.element].ports[end.port]) != Side::kBottom;
+    // An electrical net of many ports, such as a common ground, makes no neighbours; nor is it drawn as a wire.
+    bool leadsOn(std::vector<PortPlace> const& ports) const {
+        return ports.size() == 2 || std::any_of(ports.begin(), ports.end(), [&](PortPlace const& port) {
+                   return sideOf(circuit.elements[port.element].ports[port.port]) != Side::kBottom;
                });
     }
 
-    void meetEnds(unsigned node, std::deque<std::size_t>& border) {
+    void meetPorts(unsigned node, std::deque<std::size_t>& border) {
         auto const found = circuit.nodes.find(node);
         if (found == circuit.nodes.end() || !leadsOn(found->second)) return;
-        for (PortPlace const& end : found->second) meet(end.element, border);
+        for (PortPlace const& port : found->second) meet(port.element, border);
     }
 
     void meet(std::size_t element, std::deque<std::size_t>& border) {
@@ -82,9 +82,9 @@ std::size_t elementNamed(Circuit const& circuit, std::string const& name) {
 std::vector<std::size_t> elementsAtInputs(Circuit const& circuit) {
     std::vector<std::size_t> result;
     for (unsigned const node : circuit.inputs) {
-        auto const ends = circuit.nodes.find(node);
-        if (ends == circuit.nodes.end()) continue;
-        for (PortPlace const& end : ends->second) result.push_back(end.element);
+        auto const ports = circuit.nodes.find(node);
+        if (ports == circuit.nodes.end()) continue;
+        for (PortPlace const& port : ports->second) result.push_back(port.element);
     }
     return result;
 }

@@ -18,7 +18,7 @@ struct Selection {
 
 /// Chooses what a picture shows: the neighbourhood that it asks for, and of that at most its limit, from the element or
 /// from the inputs of the circuit outwards. What room is left goes to the insides of composites, each whole or not at
-/// all. A Failure reports a neighbourhood of what is not there.
+/// all. A Failure reports a neighbourhood of a missing element.
 Selection selectionOf(Circuit const& circuit, Picture const& picture);
 
 }  // namespace vrltool::draw

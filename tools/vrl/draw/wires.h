@@ -11,7 +11,7 @@ namespace vrltool::draw {
 /// Which way a wire goes at one of its ends: pictures run from the left to the right.
 enum class Flow { kOut = -1, kNone = 0, kIn = 1 };
 
-/// One end of a node in the picture: where its wire ends, and how.
+/// One end of a wire of a node: where in the picture it is, and how the wire arrives.
 struct Attachment {
     std::string place;  ///< "e1:p2:w"
     vrl::EnumList::Domain domain = vrl::EnumList::Unknown;
@@ -21,7 +21,7 @@ struct Attachment {
     bool boundary = false;  ///< whether it is the end of the node at the boundary
 };
 
-/// Writes the lines of a node. Two ends in one domain get a line between them, all ends of a node with one boundary
+/// Writes the lines of a node. Two ends in one domain get a line between them, all ends at a node with one boundary
 /// end a line to that; otherwise the lines meet in a point, whose id is `hub`.
 void writeWires(std::ostream& os, std::string const& indent, std::string const& hub,
                 std::vector<Attachment> const& ends);

@@ -69,7 +69,7 @@ ForeignWork::ForeignWork(std::string what) : text(std::move(what)), before(atWor
 ForeignWork::~ForeignWork() { atWork = before; }
 
 // A stack of its own, since an endless recursion leaves no room on the other one.
-void tellCrashes() {
+void reportCrashes() {
     leftToParent = false;
     static char room[65536];
     stack_t stack{};

@@ -20,7 +20,7 @@ private:
 
 /// Ends the program with status 2 and a line on standard error when foreign work crashes or calls exit; without any at
 /// work, a crash stays a crash.
-void tellCrashes();
+void reportCrashes();
 
 /// Has a crash end the program by its signal, and exit with its status, for a parent process that looks at it.
 void leaveCrashesToParent();

@@ -8,6 +8,7 @@
 
 namespace vrltool {
 
+// Flushed before each change, so that what was written before does not go to the other stream.
 QuietOutput::QuietOutput() : kept((std::cout.flush(), std::fflush(stdout), fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, 0))) {
     if (kept >= 0) dup2(STDERR_FILENO, STDOUT_FILENO);
 }

@@ -49,7 +49,7 @@ std::string reasonOf(LoadEvent const& event) {
     case Result::kLoaded:
         break;
     case Result::kUnmapped:
-        return event.text.empty() ? "the system gives no reason" : event.text;
+        return event.text.empty() ? "the system reports no reason" : event.text;
     case Result::kRefused:
         return refusalReason(event);
     case Result::kNoEntry:

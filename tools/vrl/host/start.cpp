@@ -70,7 +70,7 @@ public:
         return true;
     }
 
-    Supervised const* parent = nullptr;  ///< that is told what runs
+    Supervised const* parent = nullptr;  ///< to which it reports what runs
 
 private:
     /// The hooks after all loading are called with the path of the file; the library was asked for it under another.
@@ -85,7 +85,7 @@ private:
         if (parent) parent->report("done");
     }
 
-    std::vector<std::unique_ptr<ForeignWork>> work;
+    std::vector<std::unique_ptr<ForeignWork>> work;  ///< the innermost call last: a plug-in may load others
 };
 
 void start(StartObserver& observer, std::string const& config) {
@@ -154,7 +154,7 @@ void startIn(Supervised& copy, StartOptions const& options) {
     leaveCrashesToParent();
     start(observer, options.config);
     observer.parent = nullptr;
-    tellCrashes();
+    reportCrashes();
     copy.beReady();
     if (!options.reportsSkipped) return;
     for (auto const& [path, reason] : skippedPaths())
@@ -173,6 +173,7 @@ void watch(Supervised& copy, StartOptions const& options, std::string& errors) {
     OpenCall const call = openCall(seen.reports);
     if (!call.isOpen && seen.ended.signal == 0 && !seen.ended.timedOut) std::_Exit(seen.ended.status);  // it said why
     std::string const reason = reasonText(call, seen.ended, options.seconds);
+    // A library that is skipped already and still stops the start would repeat it for ever.
     if (!call.isOpen || skippedPaths().count(call.path) != 0)
         throw Failure("the plug-ins", "cannot be loaded: " + reason);
     skipPath(call.path, reason);
@@ -194,7 +195,7 @@ void startLibrary(StartOptions const& options) {
 void startLibraryHere(std::string const& config) {
     static StartObserver observer;
     if (!config.empty()) checkConfig(config);
-    tellCrashes();
+    reportCrashes();
     start(observer, config);
 }
 

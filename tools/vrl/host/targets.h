@@ -13,7 +13,7 @@ enum Target : std::size_t { kAttribute, kFoundry, kBlock, kNetlist, kComponentVi
 
 constexpr std::size_t kTargetCount = 7;
 
-/// The types of the creators of a factory, by key: the address of one lies in the file that holds the code.
+/// The types of the creators of a factory, by key: the address of one is in the file that contains the code.
 using Creators = std::map<std::string, std::type_info const*>;
 
 /// What there is to know of a target.

@@ -41,15 +41,15 @@ void checkName(std::string const& name) {
     if (isTaken(name)) throw Failure(thing, "has a meaning of its own to CMake or vrllib", "use another one");
 }
 
-/// A dangling link is something that is there, too.
+/// A dangling link exists, too, and must not be followed.
 void checkFolder(std::string const& folder) {
     std::error_code error;
     auto const status = fs::symlink_status(folder, error);
     if (status.type() == fs::file_type::not_found) return;
-    if (!fs::is_directory(folder, error)) throw Failure(folder, "is no folder", "name one that is not there yet");
+    if (!fs::is_directory(folder, error)) throw Failure(folder, "is no folder", "name a new one");
     bool const empty = fs::is_empty(folder, error);
-    if (error) throw Failure(folder, "cannot be read: " + error.message(), "name one that is not there yet");
-    if (!empty) throw Failure(folder, "is not empty, and nothing is overwritten", "name one that is not there yet");
+    if (error) throw Failure(folder, "cannot be read: " + error.message(), "name a new one");
+    if (!empty) throw Failure(folder, "is not empty, and nothing is overwritten", "name a new one");
 }
 
 std::string filledIn(std::string text, std::string const& name) {

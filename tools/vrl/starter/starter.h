@@ -14,7 +14,7 @@ struct StarterFile {
 /// The files of templates/, in order of their paths.
 std::vector<StarterFile> const& starterFiles();
 
-/// Makes a plug-in project in a folder, which must be empty or not there. Returns the paths that it wrote, below the
+/// Makes a plug-in project in a folder, which must be empty or new. Returns the paths that it wrote, below the
 /// folder.
 ///
 /// A Failure says what is wrong with the name or the folder; nothing is overwritten.

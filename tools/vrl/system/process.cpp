@@ -30,7 +30,7 @@ struct Pipes {
     dup2(pipes.in.from.get(), STDIN_FILENO);
     dup2(pipes.out.to.get(), STDOUT_FILENO);
     dup2(pipes.err.to.get(), STDERR_FILENO);
-    std::signal(SIGPIPE, SIG_DFL);
+    std::signal(SIGPIPE, SIG_DFL);  // or the program would inherit that it is ignored
     if (folder[0] == '\0' || chdir(folder) == 0) execvp(words[0], words);
     int const reason = errno;
     ssize_t const written = write(pipes.started.to.get(), &reason, sizeof reason);
@@ -117,6 +117,7 @@ ProcessResult runChild(Program const& program, Become const& become) {
     for (Descriptor* end : {&pipes.in.from, &pipes.out.to, &pipes.err.to, &pipes.started.to}) end->reset();
     if (child < 0) return result;
     int reason = 0;
+    // A successful exec closes the pipe without a word; otherwise the reason comes through it.
     result.started = read(pipes.started.from.get(), &reason, sizeof reason) == 0;
     int state = 0;
     result.timedOut = !talk(pipes, program, result, deadline) || !waitFor(child, state, deadline);
@@ -139,7 +140,7 @@ void writeAll(int file, std::string const& bytes) {
 }  // namespace
 
 std::string ProcessResult::how() const {
-    if (!started) return "is not there";
+    if (!started) return "is missing";
     if (timedOut) return "did not end in time";
     if (signal != 0) return "ended by signal " + std::to_string(signal) + " (" + strsignal(signal) + ")";
     return "ended with status " + std::to_string(status);

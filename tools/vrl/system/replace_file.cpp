@@ -39,7 +39,7 @@ std::string hintFor(int code) {
     throw Failure(path, step + ": " + std::strerror(code), hint);
 }
 
-/// The file that a path leads to, which need not be there: what is replaced is never a link.
+/// The file that a path leads to, which need not exist: what is replaced is never a link.
 std::filesystem::path target(std::filesystem::path path) {
     constexpr int kMostLinks = 40;
     std::error_code error;
@@ -53,7 +53,8 @@ std::filesystem::path target(std::filesystem::path path) {
     return path;
 }
 
-/// A new file beside another one, removed again unless it was put in its place.
+/// A new file beside another one, removed again unless it was put in its place. It is in the same folder, since a file
+/// can only be renamed within one file system.
 class Replacement {
 public:
     explicit Replacement(std::filesystem::path const& path)

@@ -41,7 +41,7 @@ bool endsWith(std::string const& text, std::string const& end) {
 }  // namespace
 
 Supervised::Supervised() {
-    std::cout.flush();
+    std::cout.flush();  // or the copy would write what is buffered a second time
     pid_t const parent = getpid();
     child = fork();
     if (child < 0) throw Failure("the plug-ins", "cannot be loaded: the system starts no process");
@@ -104,7 +104,7 @@ Supervised::Start Supervised::waitUntilReady(unsigned seconds, std::function<voi
         waiting(static_cast<std::size_t>(passed));
         over = hasEnded(start.ended);
         if (!over) takeOutput(start, kLookMilliseconds);
-        while (over && takeOutput(start, 0)) continue;
+        while (over && takeOutput(start, 0)) continue;  // what it wrote before its end is still in the pipes
         start.ready = endsWith(start.reports, kReady);
         if (start.ready || over || passed < static_cast<long long>(seconds)) continue;
         start.ended.started = start.ended.timedOut = over = true;
@@ -118,7 +118,7 @@ Supervised::Start Supervised::waitUntilReady(unsigned seconds, std::function<voi
 ProcessResult Supervised::waitForEnd() {
     watched = child;
     for (int const signal : {SIGINT, SIGTERM, SIGHUP}) std::signal(signal, &handOn);
-    proceed.to.reset();
+    proceed.to.reset();  // only now: the copy enters the group of the terminal when signals are handed on
     int state = 0;
     while (waitpid(child, &state, 0) < 0 && errno == EINTR) continue;
     for (int const signal : {SIGINT, SIGTERM, SIGHUP}) std::signal(signal, SIG_DFL);

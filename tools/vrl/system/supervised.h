@@ -28,7 +28,6 @@ public:
     Supervised& operator=(Supervised const&) = delete;
     ~Supervised();
 
-    /// Whether this is the copy.
     bool isCopy() const { return child == 0; }
 
     /// In the copy: sends a line to the parent.

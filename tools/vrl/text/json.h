@@ -9,7 +9,7 @@ namespace vrltool {
 /// JSON whose members keep their order, so that the same input gives the same bytes.
 using Json = nlohmann::ordered_json;
 
-/// The head of every JSON output: "format": "vrl-NAME", "version": N. The schema stands in
+/// The head of every JSON output: "format": "vrl-NAME", "version": N. The schema is in
 /// docs/schemas/vrl-NAME.schema.json; the version counts up when members are renamed or removed.
 Json jsonHead(std::string const& name, int version);
 

@@ -37,7 +37,7 @@ bool startsWith(std::string const& text, std::string const& start) { return text
 
 std::vector<std::string> nearNames(std::string const& wrong, std::vector<std::string> const& names) {
     constexpr std::size_t kMost = 3;
-    constexpr std::size_t kLongest = 256;  // longer texts are no slips of the keyboard
+    constexpr std::size_t kLongest = 256;  // longer strings are no typing errors
     std::vector<std::pair<std::size_t, std::string>> near;
     std::string const given = lowered(wrong);
     if (given.empty() || given.size() > kLongest) return {};

@@ -7,7 +7,7 @@ namespace vrltool {
 
 /// Up to three of the names that are near to a wrong one, nearest first, equal ones in order of the names.
 ///
-/// Near means few letters changed, left out, added or swapped with their neighbour (about one in three), without a look
+/// Near means few letters changed, left out, added or swapped with their neighbour (about one in three), without regard
 /// at capitals, or that one is the beginning of the other.
 std::vector<std::string> nearNames(std::string const& wrong, std::vector<std::string> const& names);
 

@@ -15,7 +15,7 @@ std::string listText(std::vector<std::string> const& names, std::size_t most = 8
 /// are none.
 std::string namesHint(std::string const& wrong, std::vector<std::string> const& names, std::string const& things);
 
-/// The text in lines of at most `width` characters, each behind `indent` blanks. Each ends in a line feed.
+/// The text in lines of at most `width` characters, each indented by `indent` blanks. Each ends in a line feed.
 std::string wrapped(std::string const& text, std::size_t indent, std::size_t width = 100);
 
 }  // namespace vrltool

@@ -17,7 +17,7 @@ public:
     void add(std::vector<std::string> cells);
     /// Whether there is any row besides the heading.
     bool empty() const { return rows.size() == headingRows; }
-    /// Writes each row behind `indent` blanks.
+    /// Writes each row indented by `indent` blanks.
     void write(std::ostream& os, std::size_t indent = 0) const;
 
 private:

@@ -79,7 +79,7 @@ std::vector<Check> const& allChecks() {
         {"foundry-parts", kError, "the flows and cross sections of its foundries are made and asked",
          "let constructors and createCS accept any number, and throw nothing", kKeys, &checkFoundryParts},
         {"key-matches-name", kError, "each key is the name that its objects return",
-         "register the class under the text that getName gives, a parameter type under getFactoryName", kMade,
+         "register the class under the string that getName returns, a parameter type under getFactoryName", kMade,
          &checkKeyMatchesName},
         {"unknown-key", kError, "an unknown name returns nothing", "return null for a name that is not known", kKeys,
          &checkUnknownKey},
@@ -109,7 +109,7 @@ std::vector<Check> const& allChecks() {
         {"views", kError, "views are made with and without an object, and register with it",
          "pass object and name on to the base: TypeView(block, \"KEY\"); accept null", kMade, &checkViews},
         {"two-plugins", kError, "it loads before and after others, with the same keys in either order",
-         "register the same keys whatever is there already", kKeys, &checkTwoPlugins},
+         "register the same keys whatever is registered already", kKeys, &checkTwoPlugins},
         {"key-clash", kWarning, "no other plug-in has one of its keys",
          "begin keys with a prefix of your own: the last plug-in that registers a key wins", kKeys, &checkKeyClash}};
     return checks;

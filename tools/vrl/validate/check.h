@@ -38,7 +38,6 @@ std::vector<Check> const& allChecks();
 /// The check of that id; a Failure names near ones.
 Check const& findCheck(std::string const& id);
 
-/// Whether a check is one of those.
 bool contains(std::vector<Check const*> const& checks, Check const& check);
 
 /// @name The work of the checks, by family.

@@ -18,7 +18,7 @@ namespace vrltool::validate {
 namespace {
 
 int printed = -1;       // the file that has the place of both standard streams
-off_t printedDone = 0;  // what of it was told
+off_t printedDone = 0;  // how much of it was reported
 
 // A plug-in that writes or allocates without end hurts itself only. The sanitisers reserve more than any limit.
 void setLimits() {
@@ -86,11 +86,11 @@ Outcome runJob() {
     Check const& check = findCheck(job.check);
     setLimits();
     Report report(takeStreams());
-    vrl::Attributes::factory();  // as start-up does: the five value types are there before every plug-in
+    vrl::Attributes::factory();  // as start-up does: the five value types are registered before every plug-in
     std::string const thrown = throwsText([&] { check.run(job, report); });
     if (!thrown.empty()) report.find("", thrown);
     report.done();
-    // Only one check is about what comes behind: static destructors, and what else a plug-in does in the end.
+    // Only one check is about what comes afterwards: static destructors, and what else a plug-in does in the end.
     if (check.run != &checkProcessEnd) _exit(static_cast<int>(Outcome::kFine));
     return Outcome::kFine;
 }

@@ -9,7 +9,7 @@ namespace vrltool::validate {
 std::string jobBytes(Job const& job);
 Job jobOf(std::string const& bytes);
 
-/// Does the one check that standard input asks for, and tells of it on standard output. What foreign code prints
+/// Does the one check that standard input asks for, and reports on standard output. What foreign code prints
 /// meanwhile goes elsewhere: see printedSoFar. Most checks end the process on the spot.
 Outcome runJob();
 

@@ -20,14 +20,13 @@ struct CheckResult {
 
 /// What came of all checks of one plug-in.
 struct Conformance {
-    std::string path;  ///< as it was given
+    std::string path;  ///< as on the command line
     std::vector<CheckResult> results;
 
-    /// The number of checks with that verdict.
     std::size_t count(Verdict verdict) const;
     /// The number of checks of that severity that failed.
     std::size_t failures(Severity severity) const;
-    /// Whether a check of severity error failed, be it one that is not told and hinders one that is.
+    /// Whether a check of severity error failed, even one that is not reported but hinders one that is.
     bool failed() const;
 };
 
@@ -36,7 +35,7 @@ struct Plan {
     std::vector<std::string> plugins;
     std::string config;                ///< a configuration whose libraries count as other plug-ins
     std::vector<Check const*> checks;  ///< in their order
-    std::vector<Check const*> needed;  ///< run as well, and told only where they hinder one of these
+    std::vector<Check const*> needed;  ///< run as well, and reported only where they hinder one of these
     unsigned seconds = 10;             ///< the time of each
 };
 

@@ -12,7 +12,6 @@ namespace vrltool::validate {
 void writeConformance(std::ostream& os, std::vector<Conformance> const& all);
 Json conformanceJson(std::vector<Conformance> const& all);
 
-/// Writes all checks.
 void writeChecks(std::ostream& os);
 Json checksJson();
 

@@ -45,7 +45,7 @@ std::string machineName(unsigned number) {
     return "machine " + std::to_string(number);
 }
 
-/// The class, the order of the bytes and the machine, which stand at the same places in every file.
+/// The class, the order of the bytes and the machine, which are at the same offsets in every file.
 std::string machineOf(std::string const& bytes) {
     bool const bigEndian = bytes[EI_DATA] == ELFDATA2MSB;
     auto const first = static_cast<unsigned char>(bytes[18]);
@@ -69,7 +69,7 @@ public:
     bool isRead() const { return handle && elf_kind(handle.get()) == ELF_K_ELF && gelf_getehdr(handle.get(), &head); }
     GElf_Ehdr const& header() const { return head; }
 
-    /// Whether the file holds every segment whole.
+    /// Whether the file contains every segment whole.
     bool hasSegments() const {
         std::size_t count = 0;
         if (elf_getphdrnum(handle.get(), &count) != 0) return false;

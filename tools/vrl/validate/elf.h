@@ -14,7 +14,7 @@ struct ElfSymbol {
 
 /// What the headers of a shared library say, read without loading it.
 ///
-/// Every offset is checked against the end of the file: a file that ends too early, or lies, gives an error.
+/// Every offset is checked against the end of the file: a truncated file, or one with wrong offsets, is an error.
 struct ElfFile {
     std::string error;                 ///< why this is no shared library that can be read; empty if it is one
     std::string hint;                  ///< what to do about it, where that is not plain

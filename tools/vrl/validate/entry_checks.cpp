@@ -32,27 +32,27 @@ std::string demangled(std::string text) {
     return name ? text.replace(start, end - start, name.get()) : text;
 }
 
-/// The loader's words without the path of the plug-in, which stands above.
+/// The loader's message without the path of the plug-in, which is in the heading.
 std::string withoutPath(std::string const& text, std::string const& path) {
     std::string const head = path + ": ";
     return text.compare(0, head.size(), head) == 0 ? text.substr(head.size()) : text;
 }
 
-/// The first line of a text, shortened, in quotes.
+/// The first line of a string, shortened, in quotes.
 std::string quoted(std::string const& text) {
     std::string line = text.substr(0, text.find('\n'));
     if (line.size() > 60) line = line.substr(0, 57) + "...";
     return "'" + line + "'";
 }
 
-/// Calls each entry point, reported first; `behind` is reported of each one that came back, with what it threw.
-template <class Behind>
-void enter(Job const& job, Report& report, Behind const& behind) {
+/// Calls each entry point, reported first; `after` gets each one that came back, with what it threw.
+template <class After>
+void enter(Job const& job, Report& report, After const& after) {
     for (TargetInfo const& target : kTargets) {
         report.step(std::string("calling ") + target.entry);
         bool called = false;
         std::string const thrown = throwsText([&] { called = target.load(job.plugin.c_str()); });
-        if (called || !thrown.empty()) behind(target, thrown);
+        if (called || !thrown.empty()) after(target, thrown);
     }
 }
 
@@ -127,6 +127,7 @@ void checkPostLoad(Job const& job, Report& report) {
     char const* const hook = "initLibraryPostLoad";
     auto const call = reinterpret_cast<void (*)()>(dlsym(module, hook));
     if (!call) return report.note("it has none");
+    // Each start of the library calls the hook, so it has to work repeatedly.
     for (char const* const time : {"first", "second", "third"}) {
         report.step(std::string("calling ") + hook + " for the " + time + " time");
         std::string const thrown = throwsText(call);

@@ -22,7 +22,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// What stands in the place of a regular file; null for one.
+/// What is at the path in place of a regular file; null for a regular file.
 char const* otherKind(mode_t mode) {
     if (S_ISREG(mode)) return nullptr;
     if (S_ISDIR(mode)) return "is a folder";
@@ -70,6 +70,7 @@ std::string whyNotFound(std::string const& name, ElfFile const& elf, std::vector
     if (name.find('/') != std::string::npos) return isLibrary(name, elf.machine) ? "" : kNotFound;
     for (fs::path const& folder : folders)
         if (isLibrary(folder / name, elf.machine)) return {};
+    // The system's own folders and its cache are searched by loading it, as the loader would.
     report.step("loading '" + name + "'");
     if (dlopen(name.c_str(), RTLD_LAZY | RTLD_LOCAL)) return {};
     char const* const reason = dlerror();
@@ -91,7 +92,7 @@ void checkOwnLibrary(ElfFile const& elf, std::string const& own, Report& report)
                 "link it with vrllib::vrllib, as vrl_add_plugin does, or with `pkg-config --libs vrllib`");
 }
 
-/// The entry point or other plain name of the interface that a mangled name stands for; empty for another name.
+/// The entry point or other plain name of the interface that a mangled name encodes; empty for another name.
 std::string plainName(std::string const& name) {
     std::vector<std::string> known{"getAPIversion", "initLibraryPostLoad"};
     for (TargetInfo const& target : kTargets) known.emplace_back(target.entry);

@@ -38,7 +38,7 @@ void forEachFoundry(Keys const& keys, Report& report, Use const& use) {
     }
 }
 
-/// Says so if a call throws, or gives something where it has to give nothing.
+/// Reports a call that throws, or returns an object where it has to return null.
 template <class T, class Call>
 void expectNothing(std::string const& thing, std::string const& call, Report& report, Call const& make) {
     report.step("calling " + call + " of " + thing);
@@ -48,7 +48,7 @@ void expectNothing(std::string const& thing, std::string const& call, Report& re
     if (made) report.find(thing, call + " returns something for a name that is not known");
 }
 
-/// Widths and radii that hosts ask with: given, not given, and none at all.
+/// Widths and radii that hosts ask with: explicit ones, the standard, zero, and ones out of any range.
 struct Geometry {
     double width, radius;
 };

@@ -91,6 +91,7 @@ std::vector<Maker> allMakers(Keys const& keys) {
     return makers;
 }
 
+// What cannot be made is left to the checks that are about making; the others leave it out.
 MadeObject madeBy(Maker const& maker, Report& report) {
     report.step("making the " + maker.thing);
     MadeObject made;

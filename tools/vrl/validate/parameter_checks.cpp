@@ -54,7 +54,7 @@ private:
     int file;
 };
 
-/// A text of another value, by the type of the library that a parameter has; empty for the types of others.
+/// The string of another value, by the type of the library that a parameter has; empty for the types of others.
 std::string otherText(vrl::Attribute const& attribute) {
     static std::map<std::string, std::vector<std::string>> const texts{{"bool", {"true", "false"}},
                                                                        {"Int", {"7", "8"}},

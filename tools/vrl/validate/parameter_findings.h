@@ -7,7 +7,7 @@
 
 namespace vrltool::validate {
 
-/// @name What is wrong with the parameters of one object, told parameter by parameter.
+/// @name What is wrong with the parameters of one object, reported parameter by parameter.
 /// @{
 void findWrongNames(std::string const& thing, vrl::Attributes& list, Report& report);
 void findUndescribed(std::string const& thing, vrl::Attributes& list, Report& report);

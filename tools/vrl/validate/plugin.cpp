@@ -68,7 +68,7 @@ void* mapPlugin(std::string const& path, std::string& error) {
     void* const module = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
     if (module) return module;
     char const* const words = dlerror();
-    error = words ? words : "the loader gives no reason";
+    error = words ? words : "the loader reports no reason";
     return nullptr;
 }
 

@@ -9,7 +9,7 @@
 
 namespace vrltool::validate {
 
-void Report::tell(char const* what, std::vector<std::string> const& texts) {
+void Report::send(char const* what, std::vector<std::string> const& texts) {
     std::string const line = Json{{what, texts}}.dump(-1, ' ', false, Json::error_handler_t::replace) + '\n';
     for (std::size_t done = 0; done < line.size();) {
         ssize_t const count = write(descriptor, line.data() + done, line.size() - done);
@@ -18,15 +18,15 @@ void Report::tell(char const* what, std::vector<std::string> const& texts) {
     }
 }
 
-void Report::step(std::string const& doing) { tell("step", {doing}); }
+void Report::step(std::string const& doing) { send("step", {doing}); }
 
 void Report::find(std::string const& thing, std::string const& what, std::string const& hint) {
     ++findings;
-    tell("find", {thing, what, hint});
+    send("find", {thing, what, hint});
 }
 
-void Report::note(std::string const& text) { tell("note", {text}); }
-void Report::notRun(std::string const& why) { tell("notRun", {why}); }
-void Report::done() { tell("done", {}); }
+void Report::note(std::string const& text) { send("note", {text}); }
+void Report::notRun(std::string const& why) { send("notRun", {why}); }
+void Report::done() { send("done", {}); }
 
 }  // namespace vrltool::validate

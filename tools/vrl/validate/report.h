@@ -5,7 +5,7 @@
 
 namespace vrltool::validate {
 
-/// What a check tells, while it works and in the end. It goes to the parent process line by line, so that the parent
+/// What a check reports, while it works and at its end. It goes to the parent process line by line, so that the parent
 /// knows how far a check came that crashed.
 class Report {
 public:
@@ -16,19 +16,19 @@ public:
 
     /// Foreign code is about to run: "making the block 'sfBend'".
     void step(std::string const& doing);
-    /// Something is wrong. Without a hint, that of the check holds.
+    /// Something is wrong. Without a hint, that of the check applies.
     void find(std::string const& thing, std::string const& what, std::string const& hint = "");
     /// What a check that passes has to say: "12 blocks".
     void note(std::string const& text);
     /// The check does not apply, or cannot work.
     void notRun(std::string const& why);
-    /// The check came to its end. Nothing is reported behind it.
+    /// The check came to its end. Nothing is reported after it.
     void done();
     /// Whether anything is wrong so far.
     bool clean() const { return findings == 0; }
 
 private:
-    void tell(char const* what, std::vector<std::string> const& texts);
+    void send(char const* what, std::vector<std::string> const& texts);
 
     int descriptor;
     unsigned findings = 0;

@@ -53,7 +53,7 @@ bool has(Kinds const& kinds, std::string const& kind) {
     return std::find(kinds.begin(), kinds.end(), kind) != kinds.end();
 }
 
-/// The kinds whose code lies in the file, or those whose code lies elsewhere; without those that are left out.
+/// The kinds whose code is in the file, or those whose code is elsewhere; without those that are left out.
 Kinds kindsIn(std::string const& path, bool there, Kinds const& leftOut = {}) {
     std::error_code ignored;
     std::string const file = std::filesystem::canonical(path, ignored).string();
@@ -91,38 +91,38 @@ IsolatedResult otherKinds(Job const& job, Other const& other, Report& report) {
 }
 
 /// What a plug-in is compared with.
-struct Company {
+struct Partners {
     Kinds own;                  ///< the kinds that it has when it is alone
     std::vector<Other> others;  ///< those that load by themselves, and bring kinds
     std::string troubles;       ///< why the rest is not among them
 };
 
 /// Whether there is anything to compare; says why if not.
-bool meet(Job const& job, Company& company, Report& report) {
+bool meet(Job const& job, Partners& partners, Report& report) {
     auto const others = othersOf(job);
     if (others.empty()) return report.notRun("no other plug-in was given"), false;
     IsolatedResult const own = ownKinds(job, report);
     if (!own.trouble.empty()) return report.notRun("it does not load by itself: " + own.trouble), false;
     if (own.strings.empty()) return report.notRun("it brings no keys"), false;
-    company.own = own.strings;
+    partners.own = own.strings;
     for (Other other : others) {
         IsolatedResult const alone = otherKinds(job, other, report);
         other.kinds = alone.strings;
         bool const counts = alone.trouble.empty() && !alone.strings.empty();
-        if (counts) company.others.push_back(other);
-        if (!counts) company.troubles += (company.troubles.empty() ? "" : "; ") + other.name;
-        if (!counts) company.troubles += alone.trouble.empty() ? " brings no keys" : " does not load by itself";
+        if (counts) partners.others.push_back(other);
+        if (!counts) partners.troubles += (partners.troubles.empty() ? "" : "; ") + other.name;
+        if (!counts) partners.troubles += alone.trouble.empty() ? " brings no keys" : " does not load by itself";
     }
-    if (company.others.empty()) report.notRun(company.troubles);
-    return !company.others.empty();
+    if (partners.others.empty()) report.notRun(partners.troubles);
+    return !partners.others.empty();
 }
 
-void noteOthers(Company const& company, Report& report) {
-    report.note("with " + counted(company.others.size(), "other") +
-                (company.troubles.empty() ? "" : "; " + company.troubles));
+void noteOthers(Partners const& partners, Report& report) {
+    report.note("with " + counted(partners.others.size(), "other") +
+                (partners.troubles.empty() ? "" : "; " + partners.troubles));
 }
 
-/// Tells the kinds of a list that another one lacks.
+/// Reports the kinds of a list that another one lacks.
 void reportMissing(Kinds const& whole, Kinds const& part, Kinds const& allowed, std::string const& when,
                    Report& report) {
     for (std::string const& kind : whole)
@@ -130,7 +130,7 @@ void reportMissing(Kinds const& whole, Kinds const& part, Kinds const& allowed, 
 }
 
 /// The later one keeps a key that both have, so that nothing is known of such a key where the other comes later.
-void tryOrders(Job const& job, Company const& company, Other const& other, Report& report) {
+void tryOrders(Job const& job, Partners const& partners, Other const& other, Report& report) {
     auto const kindsAfter = [&](std::function<void()> const& first, std::function<void()> const& second) {
         return workIsolated(
             [&] {
@@ -144,30 +144,30 @@ void tryOrders(Job const& job, Company const& company, Other const& other, Repor
     auto const loadThis = [&] { loadOwn(job, report); };
     auto const loadOther = [&] { other.load(report); };
     IsolatedResult const before = kindsAfter(loadThis, loadOther);
-    IsolatedResult const behind = kindsAfter(loadOther, loadThis);
+    IsolatedResult const after = kindsAfter(loadOther, loadThis);
     if (!before.trouble.empty()) report.find("", before.trouble + ", loaded before " + other.name);
-    if (!behind.trouble.empty()) report.find("", behind.trouble + ", loaded after " + other.name);
-    if (!before.trouble.empty() || !behind.trouble.empty()) return;
-    reportMissing(company.own, behind.strings, {}, "when it is loaded after " + other.name, report);
-    reportMissing(behind.strings, before.strings, other.kinds, "when it is loaded before " + other.name, report);
+    if (!after.trouble.empty()) report.find("", after.trouble + ", loaded after " + other.name);
+    if (!before.trouble.empty() || !after.trouble.empty()) return;
+    reportMissing(partners.own, after.strings, {}, "when it is loaded after " + other.name, report);
+    reportMissing(after.strings, before.strings, other.kinds, "when it is loaded before " + other.name, report);
 }
 
 }  // namespace
 
 void checkTwoPlugins(Job const& job, Report& report) {
-    Company company;
-    if (!meet(job, company, report)) return;
-    for (Other const& other : company.others) tryOrders(job, company, other, report);
-    noteOthers(company, report);
+    Partners partners;
+    if (!meet(job, partners, report)) return;
+    for (Other const& other : partners.others) tryOrders(job, partners, other, report);
+    noteOthers(partners, report);
 }
 
 void checkKeyClash(Job const& job, Report& report) {
-    Company company;
-    if (!meet(job, company, report)) return;
-    for (Other const& other : company.others)
+    Partners partners;
+    if (!meet(job, partners, report)) return;
+    for (Other const& other : partners.others)
         for (std::string const& kind : other.kinds)
-            if (has(company.own, kind)) report.find(kind, "is one of " + other.name + " as well");
-    noteOthers(company, report);
+            if (has(partners.own, kind)) report.find(kind, "is one of " + other.name + " as well");
+    noteOthers(partners, report);
 }
 
 }  // namespace vrltool::validate

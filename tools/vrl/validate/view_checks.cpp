@@ -31,18 +31,18 @@ std::vector<std::string> namesOfView(vrl::Component& object, vrl::View const& vi
 }
 
 /// What a view that was made for an object lacks. Its constructor may register it under another name than its kind:
-/// TypeView::alloc puts it under the kind as well. Where a host gives the name, that one counts.
+/// TypeView::alloc puts it under the kind as well. Where the host passes a name, that one counts.
 void askRegistered(std::string const& thing, std::string const& with, vrl::View& view, vrl::Component& object,
                    std::string const& givenName, Report& report) {
     auto const names = namesOfView(object, view);
     if (view.getComponent() != &object) report.find(thing, "does not know the object that it is made " + with);
     if (names.empty()) report.find(thing, "is not registered with its object, made " + with);
     bool const found = givenName.empty() || std::find(names.begin(), names.end(), givenName) != names.end();
-    if (!names.empty() && !found) report.find(thing, "is not registered under the name that it is given, made " + with);
+    if (!names.empty() && !found) report.find(thing, "is not registered under the name that was passed, made " + with);
     for (std::string const& name : names) object.RegisterView::del(name);
 }
 
-/// How a view is made: of which kind, for which object, and under which name if the host gives one.
+/// How a view is made: of which kind, for which object, and under which name if the host passes one.
 struct ViewCase {
     Target target;
     std::string key;

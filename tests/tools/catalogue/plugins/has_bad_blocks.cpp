@@ -1,5 +1,5 @@
 // Cannot make what it registers: a block throws, one comes to nothing, a view crashes. One block can be made: it has a
-// note, and a text of two lines.
+// note, and a string of two lines.
 
 #include <cstddef>
 #include <stdexcept>
@@ -29,7 +29,7 @@ public:
     std::string getName() const override { return "AnnotatedBlock"; }
 };
 
-/// There is never room for it, so that making one gives null.
+/// There is never room for it, so that making one returns null.
 class NothingBlock : public vrl_test::PlainBlock {
 public:
     using PlainBlock::PlainBlock;

@@ -1,4 +1,4 @@
-// Takes its time in its entry point, and brings nothing.
+// Takes its time in its entry point, and registers nothing.
 
 #include <chrono>
 #include <thread>

@@ -1,4 +1,4 @@
-// Throws a text from its entry point.
+// Throws a string from its entry point.
 
 #include "tests/plugins/samples/kinds.h"
 

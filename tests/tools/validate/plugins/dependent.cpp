@@ -1,4 +1,4 @@
-// Names a library that is not there when it is loaded.
+// Names a library that is missing when it is loaded.
 
 struct Factory;
 

@@ -19,7 +19,7 @@ enum class Fault {
     kCrashesAtEnd,
     kChangesEnvironment,
     kNeedsToBeFirst,
-    // what it brings
+    // what it registers
     kNullFoundryCrashes,
     kNullFoundryThrows,
     kForgetsFoundry,

@@ -5,11 +5,11 @@
 #include "fault.h"
 #include "vrllib/vrllib.h"
 
-// What a plug-in of these tests brings: one of each kind, right except for its fault.
+// What a plug-in of these tests registers: one of each kind, right except for its fault.
 
 namespace broken {
 
-/// A parameter type whose value is a length in its own words: "5 um".
+/// A parameter type whose value is a length in its own form: "5 um".
 class Reach : public vrl::AttributeWithExpr {
 public:
     explicit Reach(std::string const& name);

@@ -12,7 +12,7 @@ public:
     static constexpr char const* kName = "strip";
     static constexpr double kStandardWidth = 0.45;
 
-    /// A negative width, which stands for one that was not given, becomes the standard width.
+    /// A negative width asks for the standard width.
     Strip(double w, double r);
     std::string getName() const override { return kName; }
     std::string describe() const override;
@@ -25,7 +25,7 @@ public:
 
     Passive();
     std::string getName() const override { return kName; }
-    /// Null for a width that is given and less than the least one.
+    /// Null for a width from 0 that is less than the least one.
     vrl::CrossSection* createCS(double const& width, double radius) const override;
 };
 

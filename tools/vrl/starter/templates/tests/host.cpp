@@ -2,14 +2,14 @@
 
 #include "vrllib/vrllib.h"
 
-// A host: it starts the library with the configuration that it is given, and uses what the plug-in brings.
+// A host: it starts the library with the configuration of its command line, and uses what the plug-in brings.
 
 namespace {
 
 int failures = 0;
 
-void expect(bool holds, char const* what) {
-    if (holds) return;
+void expect(bool isTrue, char const* what) {
+    if (isTrue) return;
     std::printf("not so: %s\n", what);
     ++failures;
 }
