@@ -48,7 +48,7 @@ TEST(Export, WritesADesignInOurNames) {
     EXPECT_EQ(exported.status, 0);
 }
 
-TEST(Export, GivesTheNamesOfTheMapAndEverythingThatWasKept) {
+TEST(Export, WritesTheNamesOfTheMapAndEverythingThatWasKept) {
     Tool const tool;
     tool.write("mzi.yml", sampleNetlist());
     tool.write("map.yml", sampleMap());
@@ -160,7 +160,7 @@ TEST(Export, PassesOverNotesOfTheWrongShape) {
     EXPECT_EQ(tool.run("export", {"b.vrl"}).out, tool.run("export", {"a.vrl"}).out);
 }
 
-TEST(Export, TellsOfCompositesAndOfInsidesThatWereChanged) {
+TEST(Export, ReportsCompositesAndInsidesThatWereChanged) {
     Tool const tool;
     SampleCircuit circuit;
     circuit.add("arms", "sfPushPullArms").save(tool.path("a.vrl"));
@@ -181,7 +181,7 @@ TEST(Export, TellsOfCompositesAndOfInsidesThatWereChanged) {
     EXPECT_EQ(changed.status, 1);
 }
 
-TEST(Export, WritesTheInsideOfACompositeThatStandsAlone) {
+TEST(Export, WritesTheInsideOfACompositeThatIsSavedAlone) {
     Tool const tool;
     SampleCircuit circuit;
     circuit.add("arms", "sfPushPullArms");
@@ -220,7 +220,7 @@ TEST(Export, WritesDesignsWhosePlugInsAreMissing) {
     EXPECT_EQ(tool.read("c.yml"), tool.read("d.yml"));
 }
 
-TEST(Export, TellsTheSameAsJson) {
+TEST(Export, ReportsTheSameAsJson) {
     Tool const tool;
     SampleCircuit circuit;
     circuit.save(tool.path("a.vrl"));
@@ -247,7 +247,7 @@ TEST(Export, RefusesBytesThatNetlistsCannotHold) {
     SampleCircuit circuit;
     circuit.add("caf\xE9", "sfBend").save(tool.path("a.vrl"));
     auto const exported = tool.run("export", {"a.vrl", "-o", "a.yml"});
-    EXPECT_EQ(exported.err, "vrl: a.vrl: the text 'caf\xE9' is no UTF-8, and has no place in a netlist\n"
+    EXPECT_EQ(exported.err, "vrl: a.vrl: the string 'caf\xE9' is no UTF-8, and has no place in a netlist\n"
                             "  rename it or set it anew\n");
     EXPECT_EQ(exported.status, 2);
 }

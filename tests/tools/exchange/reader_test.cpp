@@ -50,9 +50,9 @@ INSTANTIATE_TEST_SUITE_P(
         Bad{"ZeroByte", "a.yml", std::string("instances:\n  a: \0b", 17),
             "vrl: a.yml:2:6: holds a zero byte\n  give the path of a file of JSON or YAML\n"},
         Bad{"ZeroByteByAnEscapeInJson", "a.json", "{\"instances\":\n {\"a\\u0000b\": \"sfBend\"}}",
-            "vrl: a.json:2:3: a text holds a zero byte\n  remove it\n"},
+            "vrl: a.json:2:3: a string holds a zero byte\n  remove it\n"},
         Bad{"ZeroByteByAnEscapeInYaml", "a.yml", "instances: {a: \"sfBend\\0\"}\n",
-            "vrl: a.yml:1:16: a text holds a zero byte\n  remove it\n"},
+            "vrl: a.yml:1:16: a string holds a zero byte\n  remove it\n"},
         Bad{"OtherBytes", "a.yml", "instances:\n  caf\xE9: sfBend\n",
             "vrl: a.yml:2:6: is no UTF-8\n  save it as UTF-8, for names with accents\n"},
         Bad{"DeepJson", "a.json", repeated("[", 100000), "vrl: a.json:1:101: is nested deeper than 100 levels\n"},
@@ -62,10 +62,10 @@ INSTANTIATE_TEST_SUITE_P(
             "vrl: a.yml:6:38: its aliases make more than 1000000 values\n  write them out\n"},
         Bad{"AliasOfItself", "a.yml", "instances: &x {a: *x}\n",
             "vrl: a.yml:1:19: an alias stands inside what it means\n  write it out\n"},
-        Bad{"NameTwiceInYaml", "a.yml", "instances:\n  a: sfBend\n  b: sfBend\n  a: sfBend\n",
-            "vrl: a.yml:4:3: 'a' stands twice; the first is in line 2\n  rename or remove one of them\n"},
-        Bad{"NameTwiceInJson", "a.json", "{\"instances\":\n {\"a\": 1,\n  \"a\": 2}}",
-            "vrl: a.json:3:3: 'a' stands twice; the first is in line 2\n  rename or remove one of them\n"},
+        Bad{"DuplicatedNameInYaml", "a.yml", "instances:\n  a: sfBend\n  b: sfBend\n  a: sfBend\n",
+            "vrl: a.yml:4:3: 'a' is duplicated; the first is in line 2\n  rename or remove one of them\n"},
+        Bad{"DuplicatedNameInJson", "a.json", "{\"instances\":\n {\"a\": 1,\n  \"a\": 2}}",
+            "vrl: a.json:3:3: 'a' is duplicated; the first is in line 2\n  rename or remove one of them\n"},
         Bad{"HugeNumberInYaml", "a.yml", "instances: {a: 1e999}\n",
             "vrl: a.yml:1:16: the number 1e999 is too large\n  no number of a program holds it\n"},
         Bad{"HugeNumberInJson", "a.json", "{\"instances\": 1e999}",
@@ -76,9 +76,9 @@ INSTANTIATE_TEST_SUITE_P(
         Bad{"UnknownTag", "a.yml", "instances: {a: !odd sfBend}\n",
             "vrl: a.yml:1:16: the tag '!odd' is not known here\n  write a plain value\n"},
         Bad{"MapForAName", "a.yml", "instances: {{a: b}: c}\n",
-            "vrl: a.yml:1:13: the name of a member is a map\n  names are texts\n"},
+            "vrl: a.yml:1:13: the name of a member is a map\n  names are strings\n"},
         Bad{"SecondDocument", "a.yml", "instances: {}\n---\nx: 1\n",
-            "vrl: a.yml:2:1: a second document begins here\n  keep one document in a file\n"},
+            "vrl: a.yml:3:1: a second document begins here\n  keep one document in a file\n"},
         Bad{"List", "a.yml", "- a\n",
             "vrl: a.yml: holds a list and no netlist\n"
             "  a netlist is a map with 'instances', 'nets' or 'connections', and 'ports'\n"}),
@@ -98,7 +98,7 @@ TEST(Reader, RefusesWhatIsNoRegularFile) {
                                                     "  give the path of a file of JSON or YAML\n");
 }
 
-TEST(Reader, NamesTheOneThatIsMeantForInstances) {
+TEST(Reader, ProposesTheNameNearestToInstances) {
     Tool const tool;
     tool.write("a.yml", "instance: {}\n");
     EXPECT_EQ(tool.run("import", {"a.yml"}).err, "vrl: a.yml: has no 'instances'\n  is 'instance' meant for it?\n");

@@ -42,7 +42,7 @@ Json reportJson(Options const& options, Document const& document, Imported const
     json["file"] = options.netlist;
     json["map"] = options.map.empty() ? Json(nullptr) : Json(options.map);
     json["output"] = written ? Json(options.output) : Json(nullptr);
-    json["name"] = document.name.empty() ? Json(nullptr) : Json(document.name);
+    json["name"] = document.name().empty() ? Json(nullptr) : Json(document.name());
     json["counts"] = Json{{"instances", document.instances.size()},
                           {"elements", imported.elements},
                           {"nets", imported.nets},
@@ -64,7 +64,7 @@ void writeReport(Options const& options, Imported const& imported, Findings cons
     if (written)
         std::cout << options.output << ": written\n";
     else if (!options.output.empty())
-        std::cout << options.output << ": not written, for " << counted(findings.count(Severity::kError), "error")
+        std::cout << options.output << ": not written, for " << counted(findings.errors(), "error")
                   << "; --partial imports the rest\n";
 }
 
@@ -87,7 +87,7 @@ Outcome importNetlist(Options const& options, Common const& common) {
         QuietOutput const quiet;
         return importDocument(document, map, kinds, findings);
     }();
-    bool const good = options.partial || findings.count(Severity::kError) == 0;
+    bool const good = options.partial || findings.errors() == 0;
     bool const written = good && !options.output.empty();
     if (written) saveDesign(*imported.netlist, options.output);
     if (common.json)
@@ -101,12 +101,11 @@ Outcome importNetlist(Options const& options, Common const& common) {
 
 void addImport(Grammar& grammar) {
     auto const options = std::make_shared<Options>();
-    CLI::App& command =
-        grammar.add("import", "makes a design of a netlist in JSON or YAML",
-                    "  vrl import --map-template mzi.yml -o map.yml  # a map to begin with\n"
-                    "  vrl import mzi.yml --map map.yml              # only tells what there is to tell\n"
-                    "  vrl import mzi.yml --map map.yml -o mzi.vrl   # writes the design",
-                    [options](Common const& common) { return importNetlist(*options, common); });
+    CLI::App& command = grammar.add("import", "makes a design of a netlist in JSON or YAML",
+                                    "  vrl import --map-template mzi.yml -o map.yml  # a map to begin with\n"
+                                    "  vrl import mzi.yml --map map.yml              # only reports what it finds\n"
+                                    "  vrl import mzi.yml --map map.yml -o mzi.vrl   # writes the design",
+                                    [options](Common const& common) { return importNetlist(*options, common); });
     command.add_option("netlist", options->netlist, "the netlist: instances, connections or nets, ports")
         ->required()
         ->type_name("FILE");

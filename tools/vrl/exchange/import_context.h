@@ -1,6 +1,8 @@
 #pragma once
 
+#include <array>
 #include <map>
+#include <optional>
 #include <set>
 #include <string>
 #include <unordered_map>
@@ -17,7 +19,6 @@ struct Import {
         std::string name;
         vrl::BB* block;  ///< owned by the netlist
         ComponentRule const* rule;
-        Instance const* instance;
     };
 
     /// A port of ours: an element, by its place, and the name of its port.
@@ -29,7 +30,6 @@ struct Import {
         std::size_t parent;
         std::size_t uses = 0;  ///< by nets and outer ports
         Mark secondUse = Mark::null_mark();
-        bool shareable = false;  ///< whether it may be used more than once without a warning
         unsigned node = 0;
     };
 
@@ -55,10 +55,12 @@ struct Import {
     std::vector<UsedPort> ports = {};  ///< in order of mention
     std::map<Port, std::size_t> places = {};
     std::set<std::pair<std::size_t, std::size_t>> connections = {};
-    std::vector<std::size_t> outerPorts = {};  ///< the places of their ports
-    Node portNotes = {}, netNotes = {};
+    std::map<std::string, std::optional<std::size_t>> outerPorts = {};  ///< the places of their ports, unless left out
+    std::array<std::vector<std::string>, 3> boundary = {};              ///< by outer ports, each node once
+    std::set<unsigned> boundaryNodes = {};
     std::set<std::string> leftOutNames = {};
-    Node leftInstances = {}, leftNets = {}, leftPlacements = {};
+    Node members = newMap(), portNotes = newMap(), netNotes = newMap();  ///< parts of the note of the netlist
+    Node leftInstances = newMap(), leftNets = newList();
     std::size_t repeatedNets = 0;
     std::size_t hints = 0;  ///< given; looking for near names among many takes its time
 

@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <optional>
 
 #include "exchange/import_context.h"
 #include "text/near_names.h"
@@ -27,15 +26,6 @@ Import::Element const* elementOf(Import const& import, std::string const& name) 
     return found == import.byName.end() ? nullptr : &import.elements[found->second];
 }
 
-/// The port of ours, or an empty text.
-std::string portOf(Import::Element const& element, std::string const& theirs) {
-    std::string const ours = element.rule->ourPort(*element.block, theirs);
-    if (ours.empty() && !theirs.empty())
-        for (auto const& name : member(element.instance->extension, "undeclaredPorts"))
-            if (name.Scalar() == theirs) return theirs;
-    return ours;
-}
-
 /// Reports an "instance,port" that leads nowhere.
 void reportUnknown(Import& import, Node const& node, std::string const& name, std::string const& port) {
     Import::Element const* const element = elementOf(import, name);
@@ -44,7 +34,7 @@ void reportUnknown(Import& import, Node const& node, std::string const& name, st
     std::vector<std::string> names;
     if (element) {
         for (std::string const& ours : portNames(*element->block)) {
-            std::string const theirs = element->rule->theirPort(ours);
+            std::string const theirs = element->rule->ports.toTheirs(ours).name;
             if (!theirs.empty()) names.push_back(theirs);
         }
         std::string hint = didYouMean(port, names), list;
@@ -52,7 +42,7 @@ void reportUnknown(Import& import, Node const& node, std::string const& name, st
         if (hint.empty() && !names.empty() && names.size() <= 12) hint = list + "'";
         import.error(node, "'" + name + "' (" + element->rule->component + ") has no port '" + port + "'", hint);
     } else if (array != import.arrays.end()) {
-        names = elementNames(name, array->second->columns, array->second->rows);
+        names = elementNames(name, array->second->size);
         import.error(node, "'" + name + "' is an array: name one of '" + names.front() + "' to '" + names.back() + "'");
     } else {
         for (Instance const& instance : import.document.instances)
@@ -68,7 +58,8 @@ std::optional<Import::Port> follow(Import& import, Node const& node) {
     for (auto comma = text.rfind(','); comma != std::string::npos && comma > 0; comma = text.rfind(',', comma - 1)) {
         std::string const name = text.substr(0, comma);
         Import::Element const* const element = elementOf(import, name);
-        std::string const port = element ? portOf(*element, trimmed(text.substr(comma + 1))) : "";
+        std::string const port =
+            element ? element->rule->ourPort(*element->block, trimmed(text.substr(comma + 1))) : "";
         if (!port.empty()) return Import::Port(element - import.elements.data(), port);
         if (import.leftOutNames.count(name) || import.leftOutNames.count(name.substr(0, name.find('<')))) return {};
     }
@@ -98,39 +89,36 @@ void use(Import& import, std::size_t place, Mark const& mark) {
     if (++import.ports[place].uses == 2) import.ports[place].secondUse = mark;
 }
 
-/// Connects the nodes that an export names because nets and outer ports do not show them, or would seem wrong.
-void connectNodes(Import& import) {
-    for (auto const& list : member(import.document.extension, "nodes")) {
-        std::optional<std::size_t> first;
-        for (Node const& name : list) {
-            auto const port = follow(import, name);
-            if (!port) continue;
-            std::size_t const place = placeOf(import, *port);
-            import.ports[place].shareable = true;
-            if (!first) first = place;
-            connect(import, *first, place);
-        }
-    }
+/// "element,port", as notes have it.
+std::string portText(Import const& import, Import::Port const& port) {
+    return import.elements[port.first].name + "," + port.second;
 }
 
-/// [element, port], as notes have it.
-Node portNote(Import const& import, Import::Port const& port) {
-    return newList({textNode(import.elements[port.first].name), textNode(port.second)});
+void leaveOut(Import& import, Net const& net) {
+    ++import.result.leftOut;
+    if (net.given.IsDefined()) return import.leftNets.push_back(net.given);
+    Node pair = newMap();
+    import.leftNets.push_back(pair);  // before it gets its parts, see node.h
+    pair.force_insert("p1", net.ports[0]);
+    pair.force_insert("p2", net.ports[1]);
 }
 
-void connectNet(Import& import, Net const& net) {
+/// The ports that a net connects; none, and an error, if there is anything wrong with them.
+std::vector<Import::Port> portsOf(Import& import, Net const& net) {
     std::vector<Import::Port> ports;
+    if (!net.good) return ports;
     for (Node const& name : net.ports)
         if (auto const port = follow(import, name)) ports.push_back(*port);
     bool good = ports.size() == net.ports.size();
     for (std::size_t i = 1; good && i < ports.size(); ++i)
         good = ports[i - 1] != ports[i] ||
-               import.error(net.ports[i], "'" + net.ports[i].Scalar() + "' is joined with itself");
-    if (!good) {
-        import.leftNets.push_back(net.given);
-        ++import.result.leftOut;
-        return;
-    }
+               import.error(net.ports[i], "'" + net.ports[i].Scalar() + "' is connected with itself");
+    return good ? ports : std::vector<Import::Port>();
+}
+
+void connectNet(Import& import, Net const& net) {
+    std::vector<Import::Port> const ports = portsOf(import, net);
+    if (ports.empty()) return leaveOut(import, net);
     for (std::size_t i = 1; i < ports.size(); ++i) {
         std::size_t const a = placeOf(import, ports[i - 1]), b = placeOf(import, ports[i]);
         bool const fresh = import.connections.insert(std::minmax(a, b)).second;
@@ -139,34 +127,34 @@ void connectNet(Import& import, Net const& net) {
         connect(import, a, b);
         use(import, a, net.ports[i - 1].Mark());
         use(import, b, net.ports[i].Mark());
+        if (isMap(net.given) && net.given.size() > 2) {
+            auto const [first, second] = std::minmax({portText(import, ports[0]), portText(import, ports[1])});
+            import.netNotes.force_insert(first + " " + second, net.given);
+        }
     }
     ++import.result.nets;
-    if (net.others.size() == 0) return;
-    Node note = newBeside(import.document.root, YAML::NodeType::Sequence);
-    for (Node const& part : {portNote(import, ports[0]), portNote(import, ports[1]), net.others}) note.push_back(part);
-    import.netNotes.push_back(note);
 }
 
 void followOuterPorts(Import& import) {
     std::map<std::size_t, std::string> taken;
-    for (auto const& outer : import.document.ports) {
-        auto const port = follow(import, outer.second);
-        std::string const name = outer.first.Scalar();
+    for (auto const& [outer, leadsTo] : import.document.ports) {
+        auto const port = follow(import, leadsTo);
+        std::string const name = outer.Scalar();
         if (!port) {
-            import.portNotes.push_back(newList({textNode(name), textNode(outer.second.Scalar())}));
+            import.portNotes.force_insert(outer, newList({stringNode(leadsTo.Scalar())}));
+            import.outerPorts[name];
             ++import.result.leftOut;
             continue;
         }
-        std::string const& element = import.elements[port->first].name;
-        import.portNotes.push_back(newList({textNode(name), textNode(element), textNode(port->second)}));
+        import.portNotes.force_insert(outer, stringNode(portText(import, *port)));
         std::size_t const place = placeOf(import, *port);
+        import.outerPorts[name] = place;
         auto const first = taken.emplace(place, name);
         if (first.second)
-            use(import, place, outer.second.Mark());
+            use(import, place, leadsTo.Mark());
         else
-            import.report(Severity::kWarning, outer.first.Mark(),
-                          "outer port '" + name + "' is the end of '" + first.first->second + "', too");
-        import.outerPorts.push_back(place);
+            import.report(Severity::kWarning, outer.Mark(),
+                          "outer port '" + name + "' leads to the port of '" + first.first->second + "', too");
         ++import.result.ports;
     }
 }
@@ -180,50 +168,48 @@ vrl::EnumList::Domain domainOf(Import const& import, Import::Port const& used) {
 void reportSharedPorts(Import& import) {
     std::size_t branches = 0;
     for (Import::UsedPort const& used : import.ports) {
-        bool const shared = used.uses >= 2 && !used.shareable;
+        bool const shared = used.uses >= 2;
         bool const optical = shared && domainOf(import, used.port) == vrl::EnumList::Optics;
         branches += shared && !optical;
         Import::Element const& element = import.elements[used.port.first];
         if (optical)
             import.report(Severity::kWarning, used.secondUse,
-                          "'" + element.name + "," + element.rule->theirPort(used.port.second) + "' is used " +
-                              std::to_string(used.uses) + " times; all that it joins becomes one node");
+                          "'" + element.name + "," + element.rule->ports.toTheirs(used.port.second).name +
+                              "' is used " + std::to_string(used.uses) +
+                              " times; all that it connects becomes one node");
     }
     if (branches > 0)
         import.report(Severity::kNote, Mark::null_mark(),
-                      counted(branches, "electrical end is", "electrical ends are") + " used more than once");
+                      counted(branches, "electrical port is", "electrical ports are") + " used more than once");
 }
 
-/// The node of a port, or the one that a label of a node without ports stands for. 0, and an error, for neither.
-unsigned nodeOf(Import& import, Node const& name, std::map<std::string, unsigned>& bare) {
-    vrl::Netlist& netlist = *import.result.netlist;
-    if (name.Scalar().find(',') != std::string::npos) {
-        auto const port = follow(import, name);
-        return port ? netlist.getNode(import.elements[port->first].name, port->second) : 0;
-    }
-    unsigned& node = bare[name.Scalar()];
-    if (node == 0) node = netlist.createNode();
-    return node;
+/// Puts the node of an outer port on a list of the boundary; nothing if the port was left out.
+void addToBoundary(Import& import, std::size_t side, Node const& name) {
+    auto const outer = import.outerPorts.find(name.Scalar());
+    if (outer == import.outerPorts.end()) import.error(name, "there is no outer port '" + name.Scalar() + "'");
+    if (outer == import.outerPorts.end() || !outer->second) return;
+    unsigned const node = import.ports[*outer->second].node;
+    ((*import.result.netlist).*kSides[side].add)(node, nullptr);
+    if (import.boundaryNodes.insert(node).second) import.boundary[side].push_back(name.Scalar());
 }
 
+/// Sets the lists of the boundary: as they are given, by outer ports, or by the ports of ours that those lead to.
 void setBoundary(Import& import) {
-    vrl::Netlist& netlist = *import.result.netlist;
     Node const boundary = member(import.document.extension, "boundary");
-    std::map<std::string, unsigned> bare;
-    for (Side const& side : kSides)
-        for (Node const& name : member(boundary, side.word))
-            if (unsigned const node = nodeOf(import, name, bare)) (netlist.*side.add)(node, nullptr);
+    for (std::size_t side = 0; side < kSides.size(); ++side)
+        for (Node const& name : member(boundary, kSides[side].word)) addToBoundary(import, side, name);
     if (boundary.IsDefined()) return;
-    for (std::size_t const place : import.outerPorts) {
-        Import::UsedPort const& used = import.ports[place];
-        (netlist.*kSides[sideOf(used.port.second, domainOf(import, used.port))].add)(used.node, nullptr);
+    for (auto const& [name, leadsTo] : import.document.ports) {
+        auto const& place = import.outerPorts.at(name.Scalar());
+        if (!place) continue;
+        Import::Port const& port = import.ports[*place].port;
+        addToBoundary(import, sideOf(port.second, domainOf(import, port)), name);
     }
 }
 
 }  // namespace
 
 void connectPorts(Import& import) {
-    connectNodes(import);
     for (Net const& net : import.document.nets) connectNet(import, net);
     followOuterPorts(import);
     reportSharedPorts(import);
