@@ -78,7 +78,7 @@ TEST(NameMap, TakesNoSameNamesWhereItSaysSo) {
     tool.write("map.yml", "sameNames: false\ncomponents: {one: sfBend}\n");
     auto const imported = tool.run("import", {"a.yml", "--map", "map.yml"});
     EXPECT_EQ(imported.out, "a.yml:1:61: error: component 'sfBend' is not in the map\n"
-                            "a.yml:2:12: error: 'a' (one) has no port 'in0'\n"
+                            "a.yml:2:12: error: 'a' (one) has no port 'in0'; there are none\n"
                             "a.yml:1:44: note: 'one': settings without a parameter, kept as notes (1 instance): "
                             "radius\n"
                             "a.yml: 1 element, 0 nets, 0 outer ports, 1 setting (0 to parameters); 2 left out\n");

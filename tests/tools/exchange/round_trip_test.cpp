@@ -92,7 +92,7 @@ INSTANTIATE_TEST_SUITE_P(
              [](SampleCircuit& c) {
                  c.add("a,b", "sfBend").add("yes", "sfBend").add("1", "sfBend").add("x: y #z", "sfBend");
                  c.add("a<0.0>", "sfBend").add("\xC3\xA9 \"\\\x01\n", "sfBend").add(" ", "sfBend").add("~", "sfBend");
-                 c.join("a,b,out0", "yes,in0");
+                 c.netlist().addNode("a,b", "out0", c.netlist().getNode(std::string("yes"), std::string("in0")));
              }},
         Case{"Choices",
              [](SampleCircuit& c) {
@@ -155,20 +155,20 @@ TEST(ThereAndBack, ReturnsFurtherMembersWithTheirNetsAndInstances) {
                                 "    virtual: true\n"
                                 "  b:\n"
                                 "    component: sfStraight\n"
-                                "    info: {}\n"
                                 "    settings:\n"
                                 "      colour:\n"
-                                "      - red\n"
-                                "      - null\n"
+                                "        - red\n"
+                                "        - null\n"
                                 "      length: 12.50\n"
+                                "    info: {}\n"
                                 "nets:\n"
-                                "- p1: a,in0\n"
-                                "  p2: b,out0\n"
-                                "  name: a long enough name of a net\n"
-                                "- p1: a,out0\n"
-                                "  p2: b,in0\n"
-                                "  settings:\n"
-                                "    width: 0.5\n"
+                                "  - p1: a,in0\n"
+                                "    p2: b,out0\n"
+                                "    name: a long enough name of a net\n"
+                                "  - p1: a,out0\n"
+                                "    p2: b,in0\n"
+                                "    settings:\n"
+                                "      width: 0.5\n"
                                 "ports: {}\n"
                                 "routes:\n"
                                 "  main: null\n";
@@ -207,8 +207,6 @@ TEST(ThereAndBack, ReturnsArraysAsOneUntilTheirElementsDiffer) {
                                   "    component: sfBend\n"
                                   "    settings:\n"
                                   "      radius: 20\n"
-                                  "      angle: 90\n"
-                                  "      width: 0.45\n"
                                   "    array:\n"
                                   "      columns: 1\n"
                                   "      rows: 2\n"

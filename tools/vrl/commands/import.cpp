@@ -36,7 +36,7 @@ Outcome writeTemplate(Options const& options, Document const& document, Findings
     return findings.outcome();
 }
 
-Json reportJson(Options const& options, Document const& document, Imported const& imported, Findings const& findings,
+Json reportJson(Options const& options, Document const& document, Import const& import, Findings const& findings,
                 bool written) {
     Json json = jsonHead("import", 1);
     json["file"] = options.netlist;
@@ -44,22 +44,22 @@ Json reportJson(Options const& options, Document const& document, Imported const
     json["output"] = written ? Json(options.output) : Json(nullptr);
     json["name"] = document.name().empty() ? Json(nullptr) : Json(document.name());
     json["counts"] = Json{{"instances", document.instances.size()},
-                          {"elements", imported.elements},
-                          {"nets", imported.nets},
-                          {"ports", imported.ports},
-                          {"settings", imported.settings},
-                          {"parameters", imported.parameters},
-                          {"leftOut", imported.leftOut}};
+                          {"elements", import.netlist->sizeElements()},
+                          {"nets", import.nets},
+                          {"ports", import.portCount},
+                          {"settings", import.settings},
+                          {"parameters", import.parameters},
+                          {"leftOut", import.leftOut}};
     json["findings"] = findings.json();
     return json;
 }
 
-void writeReport(Options const& options, Imported const& imported, Findings const& findings, bool written) {
+void writeReport(Options const& options, Import const& import, Findings const& findings, bool written) {
     findings.write(std::cout);
-    std::cout << options.netlist << ": " << counted(imported.elements, "element") << ", "
-              << counted(imported.nets, "net") << ", " << counted(imported.ports, "outer port") << ", "
-              << counted(imported.settings, "setting") << " (" << imported.parameters << " to parameters)";
-    if (imported.leftOut > 0) std::cout << "; " << imported.leftOut << " left out";
+    std::cout << options.netlist << ": " << counted(import.netlist->sizeElements(), "element") << ", "
+              << counted(import.nets, "net") << ", " << counted(import.portCount, "outer port") << ", "
+              << counted(import.settings, "setting") << " (" << import.parameters << " to parameters)";
+    if (import.leftOut > 0) std::cout << "; " << import.leftOut << " left out";
     std::cout << '\n';
     if (written)
         std::cout << options.output << ": written\n";
@@ -83,17 +83,18 @@ Outcome importNetlist(Options const& options, Common const& common) {
     NameMap const map = readNameMap(options.map);
     resetUniqueIDs();
     Kinds kinds;
-    Imported const imported = [&] {
+    Import import{document, map, kinds, findings};
+    {
         QuietOutput const quiet;
-        return importDocument(document, map, kinds, findings);
-    }();
+        importDocument(import);
+    }
     bool const good = options.partial || findings.errors() == 0;
     bool const written = good && !options.output.empty();
-    if (written) saveDesign(*imported.netlist, options.output);
+    if (written) saveDesign(*import.netlist, options.output);
     if (common.json)
-        writeJson(std::cout, reportJson(options, document, imported, findings, written));
+        writeJson(std::cout, reportJson(options, document, import, findings, written));
     else
-        writeReport(options, imported, findings, written);
+        writeReport(options, import, findings, written);
     return findings.outcome();
 }
 

@@ -19,7 +19,7 @@ std::pair<char const*, char const*> const kSizes[] = {{"columns", "rows"}, {"num
 // The members of a netlist, of an instance, and of "vrl" in both.
 Shapes const kNetlist{{"name", "n#t"}, {"instances", "nm"},  {"nets", "nl"}, {"connections", "nm"},
                       {"ports", "nm"}, {"placements", "nm"}, {"vrl", "nm"}};
-Shapes const kInstance{{"component", "t"}, {"settings", "nm"}, {"info", ""}, {"array", "nm"}, {"vrl", "m"}};
+Shapes const kInstance{{"component", "t"}, {"settings", "nm"}, {"array", "nm"}, {"vrl", "m"}};
 Shapes const kOfNetlist{{"boundary", "m", "l"}};
 Shapes const kOfInstance{{"foundry", "t"}, {"origin", "m"},     {"crossSection", "t"},
                          {"flow", "t"},    {"ports", "m", "m"}, {"values", "m"}};
@@ -208,7 +208,7 @@ InstancePart instancePart(std::string const& name) {
     bool array = name == "array";
     for (auto const& [columns, rows] : kSizes) array = array || name == columns || name == rows;
     if (array) return InstancePart::kArray;
-    return find(kInstance, name) ? InstancePart::kKnown : InstancePart::kOther;
+    return find(kInstance, name) ? InstancePart::kOwn : InstancePart::kKept;
 }
 
 Document readDocument(std::string const& path, Findings& findings) {

@@ -27,8 +27,8 @@ bool isArray(Node const& instance);
 /// The names of the elements of an array: "NAME<COLUMN.ROW>", column by column; the plain name for a single one.
 std::vector<std::string> elementNames(std::string const& name, ArraySize const& size);
 
-/// What the members of an instance are to us. All others are kept as they are.
-enum class InstancePart { kKnown, kArray, kOther };
+/// What the members of an instance are to us: read, the size of an array, or kept as they are.
+enum class InstancePart { kOwn, kArray, kKept };
 InstancePart instancePart(std::string const& name);
 
 /// A thing under a name in a netlist, or a rectangular array of equal ones.

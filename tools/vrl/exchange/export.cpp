@@ -71,30 +71,20 @@ struct Source {
 
     Parameter const* before(std::string const& name) const { return fresh ? fresh->find(name) : nullptr; }
 
-    /// Whether a parameter has the value that it has before any setting: that of its kind, or the default of the rule.
-    bool isDefault(Parameter const& now) const {
-        Parameter const* const plain = before(now.name);
-        std::string why;
-        Node const given = member(rule.defaults, now.name);
-        bool const good = plain && valueFor(*plain, given, 1, why);
-        return good ? isValueOf(*plain, given, 1, now) : plain && sameValue(*plain, now);
-    }
+    /// Whether a parameter has the value that it has before any setting.
+    bool isDefault(Parameter const& now) const { return before(now.name) && sameValue(*before(now.name), now); }
 };
 
 /// Adds the settings of an instance, and to `values` the parameters that no setting says exactly. Settings from before
 /// its import stay as far as they still say what the block has.
 void addSettings(Export& context, std::string const& element, Source const& source, Node const& before, Node& settings,
                  Node& values) {
-    std::map<std::string, Parameter> parameters;
-    std::vector<Parameter> const all = parametersOf(source.block);
-    for (Parameter const& parameter : all) parameters.emplace(parameter.name, parameter);
     std::set<std::string> said;
     for (auto const& setting : before) {
         MappedName const target = source.rule.ourParameter(source.block, setting.first.Scalar());
         Node value = setting.second;
-        auto const found = parameters.find(target.name);
-        if (found != parameters.end()) {
-            Parameter const& now = found->second;
+        if (!target.name.empty()) {
+            Parameter const now = parameterOf(*source.block.getAttribute(target.name));
             std::string why;
             bool const good = valueFor(now, value, target.factor, why).has_value();
             bool const same = good ? isValueOf(now, value, target.factor, now) : source.isDefault(now);
@@ -103,14 +93,14 @@ void addSettings(Export& context, std::string const& element, Source const& sour
         }
         settings.force_insert(setting.first, value);
     }
-    for (Parameter const& parameter : all) {
+    for (Parameter const& parameter : parametersOf(source.block)) {
         Parameter const* const plain = source.before(parameter.name);
         std::string const name = element + "." + parameter.name;
         if (parameter.expression != (plain ? plain->expression : "")) context.lose("expressions", name);
         if (source.fresh && !plain) context.lose("parameters that their kinds lack", name);
         if (said.count(parameter.name) || (source.fresh && !plain)) continue;
         bool const isDefault = source.isDefault(parameter);
-        if (isMap(before) && isDefault) continue;
+        if (isMap(before) && isDefault) continue;  // never given
         MappedName const setting = source.rule.parameters.toTheirs(parameter.name);
         bool const free = !setting.name.empty() && !member(settings, setting.name).IsDefined();
         Node const value = nodeOfValue(parameter, setting.factor);
@@ -151,14 +141,13 @@ void compareInside(Export& context, Element const& element, FreshBlock const& fr
         return written(exported, Format::kLine) + aside.json().dump();
     };
     ++context.composites[element.kind];
-    if (text(*element.block) != text(*fresh.block))
-        context.lose("insides that their kinds make otherwise", element.name);
+    if (text(*element.block) != text(*fresh.block)) context.lose("changed insides of composites", element.name);
 }
 
 /// The instance of an element; of an array, without its size.
 Node instanceOf(Export& context, Element const& element, Node const& given, ComponentRule const& rule) {
     vrl::BB& block = *element.block;
-    FreshBlock const* const fresh = isStandIn(block) ? nullptr : context.kinds.fresh(element.foundry, element.kind);
+    FreshBlock const* const fresh = isStandIn(block) ? nullptr : context.kinds.fresh(element.foundry, rule);
     Source const source{block, rule, fresh};
     Node const origin = originOf(given);
     auto const isOf = [&](Node const& before) { return componentOf(before).Scalar() == rule.component; };
@@ -174,11 +163,10 @@ Node instanceOf(Export& context, Element const& element, Node const& given, Comp
         extension.force_insert("origin",
                                newMap({{"component", componentOf(origin)}, {"settings", member(origin, "settings")}}));
     if (fresh && dynamic_cast<vrl::CBB*>(&block)) compareInside(context, element, *fresh);
-    Node instance =
-        newMap({{"component", stringNode(rule.component)}, {"info", member(given, "info")}, {"settings", settings}});
+    Node instance = newMap({{"component", stringNode(rule.component)}, {"settings", settings}});
     if (isMap(given))
         for (auto const& entry : given)
-            if (instancePart(entry.first.Scalar()) == InstancePart::kOther)
+            if (instancePart(entry.first.Scalar()) == InstancePart::kKept)
                 instance.force_insert(entry.first, entry.second);
     append(instance, newMap({{"vrl", unlessEmpty(extension)}}));
     return instance;
@@ -276,15 +264,6 @@ void addPort(Export& context, std::string const& name, PortPlace const& place) {
     if (std::find(list.begin(), list.end(), port.node) == list.end()) list.push_back(port.node);
 }
 
-/// The port of a node that shows best on which list it is.
-PortPlace const& portFor(Export const& context, unsigned node, std::size_t side) {
-    auto const& places = context.circuit.nodes.at(node);
-    auto const best = std::find_if(places.begin(), places.end(), [&](PortPlace const& place) {
-        return sideOf(context.portOf(place).name, context.portOf(place).domain) == side;
-    });
-    return best == places.end() ? places.front() : *best;
-}
-
 /// Adds the outer ports: those that an import found, if they are still there, or left out; then one for each further
 /// node of the boundary, by names that are not yet taken: "in0", "out0", "dc0" and so on.
 void addPorts(Export& context) {
@@ -309,7 +288,7 @@ void addPorts(Export& context) {
             std::string name;
             do name = kSides[side].head + std::to_string(number++);
             while (!names.insert(name).second);
-            addPort(context, name, portFor(context, node, side));
+            addPort(context, name, circuit.nodes.at(node).front());
         }
     }
     for (auto const& node : circuit.nodes)

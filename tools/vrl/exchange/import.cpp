@@ -1,6 +1,7 @@
 #include "exchange/import.h"
 
-#include "exchange/import_context.h"
+#include <algorithm>
+
 #include "text/near_names.h"
 #include "text/phrases.h"
 #include "text/progress.h"
@@ -12,6 +13,7 @@ namespace vrltool::exchange {
 
 namespace {
 
+constexpr std::size_t kMostHints = 20;
 using Choice = vrl::Foundry::CSInfo;
 
 /// Whether there is the foundry of an instance.
@@ -27,7 +29,7 @@ bool checkFoundry(Import& import, Instance const& instance, std::string const& n
 
 /// Whether there is the kind of a rule. What the rule names and the kind lacks is reported once.
 bool checkKind(Import& import, ComponentRule const& rule, std::string const& foundry) {
-    FreshBlock const* const fresh = import.kinds.fresh(foundry, rule.key);
+    FreshBlock const* const fresh = import.kinds.fresh(foundry, rule);
     if (!import.checkedComponents.insert(rule.component).second) return fresh != nullptr;
     auto const error = [&](Mark const& mark, std::string const& text, std::string const& hint = "") {
         import.findings.add(Severity::kError, import.map.path, mark, text, hint);
@@ -83,50 +85,47 @@ ComponentRule const* ruleFor(Import& import, Instance const& instance) {
     return nullptr;
 }
 
-/// Sets the parameter that a setting leads to.
-void setParameter(Import& import, vrl::Attribute& attribute, std::string const& what, Node const& value,
+/// Whether a parameter took the value of a setting.
+bool setParameter(Import& import, vrl::Attribute& attribute, std::string const& what, Node const& value,
                   MappedName const& target) {
     std::string const why = storeValue(attribute, value, target.factor);
-    if (!why.empty()) {
-        import.error(value, what + " " + why);
-        return;
-    }
-    ++import.result.parameters;
+    if (!why.empty()) return import.error(value, what + " " + why);
     Parameter const now = parameterOf(attribute);
     std::string const unit = now.unit.empty() || now.unit == "1" ? "" : " " + now.unit;
     if (!now.inRange)
         import.report(Severity::kWarning, value.Mark(),
                       what + ": " + now.text + " is out of the range of '" + target.name + "', " + rangeText(now) +
                           unit);
+    return true;
 }
 
-/// Sets the parameters that settings lead to. Returns whether there are others, which are kept as a note.
-bool setParameters(Import& import, vrl::BB& block, Instance const& instance, ComponentRule const& rule) {
-    Node const settings = member(instance.given, "settings");
+/// Sets the parameters that settings lead to. Returns how many there are; the other settings need a note.
+std::size_t setParameters(Import& import, vrl::BB& block, Instance const& instance, ComponentRule const& rule) {
+    std::size_t taken = 0;
     Import::KeptSettings* unknown = nullptr;
-    import.result.settings += settings.size();
-    for (auto const& setting : settings) {
+    for (auto const& setting : member(instance.given, "settings")) {
         std::string const name = setting.first.Scalar();
         MappedName const target = rule.ourParameter(block, name);
         if (!target.name.empty() && !isNull(setting.second))
-            setParameter(import, *block.getAttribute(target.name),
-                         "'" + name + "' of instance '" + instance.name.Scalar() + "'", setting.second, target);
+            taken +=
+                setParameter(import, *block.getAttribute(target.name),
+                             "'" + name + "' of instance '" + instance.name.Scalar() + "'", setting.second, target);
         if (!target.name.empty() || rule.parameters.ours.count(name) > 0) continue;
         unknown = &import.keptSettings[rule.component];
         if (unknown->names.empty()) unknown->mark = setting.first.Mark();
         unknown->names.insert(name);
     }
     if (unknown) ++unknown->instances;
-    return unknown != nullptr;
+    return taken;
 }
 
-/// Whether an export needs the instance as it was given.
-bool needsNote(Import const& import, Node const& given) {
-    bool needs = import.map.find(componentOf(given).Scalar()) || member(member(given, "vrl"), "origin").IsDefined();
-    static std::set<std::string> const shown{"component", "settings", "vrl"};
-    if (isMap(given))
-        for (auto const& entry : given) needs = needs || shown.count(entry.first.Scalar()) == 0;
-    return needs;
+/// The members of an instance that are kept as they are, by their names.
+std::vector<std::string> keptMembers(Node const& instance) {
+    std::vector<std::string> names;
+    if (isMap(instance))
+        for (auto const& entry : instance)
+            if (instancePart(entry.first.Scalar()) == InstancePart::kKept) names.push_back(entry.first.Scalar());
+    return names;
 }
 
 Choice choiceOf(Node const& node, Choice choice) {
@@ -155,19 +154,24 @@ void applyExtension(Import& import, vrl::BB& block, Node const& extension) {
 
 /// A block for an instance, for the caller.
 vrl::BB* makeBlock(Import& import, Instance const& instance, ComponentRule const& rule) {
-    vrl::BB& block = *import.kinds.create(foundryOf(import, instance), rule.key);
-    for (auto const& entry : rule.defaults)
-        if (block.find(entry.first.Scalar())) storeValue(*block.getAttribute(entry.first.Scalar()), entry.second);
-    bool const leftOver = setParameters(import, block, instance, rule);
-    applyExtension(import, block, member(instance.given, "vrl"));
-    if (leftOver || needsNote(import, instance.given)) setNote(block, instance.given);
+    vrl::BB& block = *import.kinds.create(foundryOf(import, instance), rule);
+    Node const extension = member(instance.given, "vrl");
+    std::size_t const settings = member(instance.given, "settings").size(),
+                      taken = setParameters(import, block, instance, rule);
+    applyExtension(import, block, extension);
+    import.settings += settings;
+    import.parameters += taken;
+    // An export makes the same of all others without a note.
+    if (taken < settings || import.map.find(rule.component) || isArray(instance.given) ||
+        member(extension, "origin").IsDefined() || !keptMembers(instance.given).empty())
+        setNote(block, instance.given);
     return &block;
 }
 
 void leaveOut(Import& import, Instance const& instance) {
     import.leftInstances.force_insert(instance.name, instance.given);
     import.leftOutNames.insert(instance.name.Scalar());
-    ++import.result.leftOut;
+    ++import.leftOut;
 }
 
 /// Adds the elements of an instance, unless there is one of such a name.
@@ -178,12 +182,14 @@ void addInstance(Import& import, Instance const& instance, ComponentRule const& 
         import.error(instance.name, "'" + name + "' is duplicated: by itself and in an array");
         return leaveOut(import, instance);
     }
-    if (isArray(instance.given)) import.arrays[instance.name.Scalar()] = &instance;
-    for (std::string const& name : names) {
+    std::string const name = instance.name.Scalar();
+    if (isArray(instance.given)) import.arrays[name] = &instance;
+    if (isArray(instance.given) && names.size() == 1) import.byName.emplace(name + "<0.0>", import.elements.size());
+    for (std::string const& element : names) {
         vrl::BB* const block = makeBlock(import, instance, rule);
-        import.result.netlist->addBB(block, name);
-        import.byName.emplace(name, import.elements.size());
-        import.elements.push_back({name, block, &rule});
+        import.netlist->addBB(block, element);
+        import.byName.emplace(element, import.elements.size());
+        import.elements.push_back({element, block, &rule});
     }
 }
 
@@ -194,6 +200,208 @@ void addElements(Import& import) {
         ComponentRule const* const rule = instance.good ? ruleFor(import, instance) : nullptr;
         rule ? addInstance(import, instance, *rule) : leaveOut(import, instance);
     }
+}
+
+// Which port of ours an "instance,port" leads to, what is wrong with it if it leads to none, and what is connected.
+
+std::string trimmed(std::string const& text) {
+    auto const first = text.find_first_not_of(" \t");
+    return first == std::string::npos ? "" : text.substr(first, text.find_last_not_of(" \t") - first + 1);
+}
+
+/// The element of that name, or null.
+Import::Element const* elementOf(Import const& import, std::string const& name) {
+    auto const found = import.byName.find(name);
+    return found == import.byName.end() ? nullptr : &import.elements[found->second];
+}
+
+/// Reports an "instance,port" that leads nowhere.
+void reportUnknown(Import& import, Node const& node, std::string const& name, std::string const& port) {
+    Import::Element const* const element = elementOf(import, name);
+    auto const array = import.arrays.find(name);
+    std::vector<std::string> names;
+    if (element) {
+        for (std::string const& ours : portNames(*element->block))
+            names.push_back(element->rule->ports.toTheirs(ours).name);
+        names.erase(std::remove(names.begin(), names.end(), ""), names.end());
+        import.error(node, "'" + name + "' (" + element->rule->component + ") has no port '" + port + "'",
+                     namesHint(port, names, "its ports"));
+    } else if (array != import.arrays.end()) {
+        names = elementNames(name, array->second->size);
+        import.error(node, "'" + name + "' is an array: name one of '" + names.front() + "' to '" + names.back() + "'");
+    } else {
+        if (import.hints++ < kMostHints)
+            for (Instance const& instance : import.document.instances) names.push_back(instance.name.Scalar());
+        import.error(node, "there is no instance '" + name + "'", didYouMean(name, names));
+    }
+}
+
+/// Follows an "instance,port"; what leads nowhere and was not left out is reported. Names may hold commas, so each of
+/// them is tried, the last one first.
+std::optional<Import::Port> follow(Import& import, Node const& node) {
+    std::string const& text = node.Scalar();
+    for (auto comma = text.rfind(','); comma != std::string::npos && comma > 0; comma = text.rfind(',', comma - 1)) {
+        std::string const name = text.substr(0, comma);
+        Import::Element const* const element = elementOf(import, name);
+        std::string const port =
+            element ? element->rule->ourPort(*element->block, trimmed(text.substr(comma + 1))) : "";
+        if (!port.empty()) return Import::Port(element - import.elements.data(), port);
+        if (import.leftOutNames.count(name) || import.leftOutNames.count(name.substr(0, name.find('<')))) return {};
+    }
+    auto const comma = text.rfind(',');
+    reportUnknown(import, node, text.substr(0, comma), trimmed(text.substr(comma + 1)));
+    return {};
+}
+
+/// The place of a port among those that are used, a new one at its first mention.
+std::size_t placeOf(Import& import, Import::Port const& port) {
+    auto const found = import.places.emplace(port, import.ports.size());
+    if (found.second) import.ports.push_back({port, import.ports.size()});
+    return found.first->second;
+}
+
+std::size_t rootOf(std::vector<Import::UsedPort>& ports, std::size_t place) {
+    while (ports[place].parent != place) place = ports[place].parent = ports[ports[place].parent].parent;
+    return place;
+}
+
+void connect(Import& import, std::size_t a, std::size_t b) {
+    std::size_t const x = rootOf(import.ports, a), y = rootOf(import.ports, b);
+    import.ports[std::max(x, y)].parent = std::min(x, y);
+}
+
+void use(Import& import, std::size_t place, Mark const& mark) {
+    if (++import.ports[place].uses == 2) import.ports[place].secondUse = mark;
+}
+
+/// "element,port", as notes have it.
+std::string portText(Import const& import, Import::Port const& port) {
+    return import.elements[port.first].name + "," + port.second;
+}
+
+void leaveOut(Import& import, Net const& net) {
+    ++import.leftOut;
+    if (net.given.IsDefined()) return import.leftNets.push_back(net.given);
+    Node pair = newMap();
+    import.leftNets.push_back(pair);  // before it gets its parts, see node.h
+    pair.force_insert("p1", net.ports[0]);
+    pair.force_insert("p2", net.ports[1]);
+}
+
+/// The ports that a net connects; none, and an error, if there is anything wrong with them.
+std::vector<Import::Port> portsOf(Import& import, Net const& net) {
+    std::vector<Import::Port> ports;
+    if (!net.good) return ports;
+    for (Node const& name : net.ports)
+        if (auto const port = follow(import, name)) ports.push_back(*port);
+    bool good = ports.size() == net.ports.size();
+    for (std::size_t i = 1; good && i < ports.size(); ++i)
+        good = ports[i - 1] != ports[i] ||
+               import.error(net.ports[i], "'" + net.ports[i].Scalar() + "' is connected with itself");
+    return good ? ports : std::vector<Import::Port>();
+}
+
+void connectNet(Import& import, Net const& net) {
+    std::vector<Import::Port> const ports = portsOf(import, net);
+    if (ports.empty()) return leaveOut(import, net);
+    for (std::size_t i = 1; i < ports.size(); ++i) {
+        std::size_t const a = placeOf(import, ports[i - 1]), b = placeOf(import, ports[i]);
+        bool const fresh = import.connections.insert(std::minmax(a, b)).second;
+        if (!fresh) ++import.repeatedNets;
+        if (!fresh) continue;
+        connect(import, a, b);
+        use(import, a, net.ports[i - 1].Mark());
+        use(import, b, net.ports[i].Mark());
+        if (isMap(net.given) && net.given.size() > 2) {
+            auto const [first, second] = std::minmax({portText(import, ports[0]), portText(import, ports[1])});
+            import.netNotes.force_insert(first + " " + second, net.given);
+        }
+    }
+    ++import.nets;
+}
+
+void followOuterPorts(Import& import) {
+    std::map<std::size_t, std::string> taken;
+    for (auto const& [outer, leadsTo] : import.document.ports) {
+        auto const port = follow(import, leadsTo);
+        std::string const name = outer.Scalar();
+        if (!port) {
+            import.portNotes.force_insert(outer, newList({stringNode(leadsTo.Scalar())}));
+            import.outerPorts[name];
+            ++import.leftOut;
+            continue;
+        }
+        import.portNotes.force_insert(outer, stringNode(portText(import, *port)));
+        std::size_t const place = placeOf(import, *port);
+        import.outerPorts[name] = place;
+        auto const first = taken.emplace(place, name);
+        if (first.second)
+            use(import, place, leadsTo.Mark());
+        else
+            import.report(Severity::kWarning, outer.Mark(),
+                          "outer port '" + name + "' leads to the port of '" + first.first->second + "', too");
+        ++import.portCount;
+    }
+}
+
+vrl::EnumList::Domain domainOf(Import const& import, Import::Port const& used) {
+    vrl::BB::Port* const port = import.elements[used.first].block->getPort(used.second);
+    return port ? port->getDomain() : vrl::EnumList::Unknown;
+}
+
+/// Light has one way from port to port: an optical port that is used twice is reported. Wires may branch.
+void reportSharedPorts(Import& import) {
+    std::size_t branches = 0;
+    for (Import::UsedPort const& used : import.ports) {
+        bool const shared = used.uses >= 2;
+        bool const optical = shared && domainOf(import, used.port) == vrl::EnumList::Optics;
+        branches += shared && !optical;
+        Import::Element const& element = import.elements[used.port.first];
+        if (optical)
+            import.report(Severity::kWarning, used.secondUse,
+                          "'" + element.name + "," + element.rule->ports.toTheirs(used.port.second).name +
+                              "' is used " + std::to_string(used.uses) +
+                              " times; all that it connects becomes one node");
+    }
+    if (branches > 0)
+        import.report(Severity::kNote, Mark::null_mark(),
+                      counted(branches, "electrical port is", "electrical ports are") + " used more than once");
+}
+
+/// Puts the node of an outer port on a list of the boundary; nothing if the port was left out.
+void addToBoundary(Import& import, std::size_t side, Node const& name) {
+    auto const outer = import.outerPorts.find(name.Scalar());
+    if (outer == import.outerPorts.end()) import.error(name, "there is no outer port '" + name.Scalar() + "'");
+    if (outer == import.outerPorts.end() || !outer->second) return;
+    unsigned const node = import.ports[*outer->second].node;
+    ((*import.netlist).*kSides[side].add)(node, nullptr);
+    if (import.boundaryNodes.insert(node).second) import.boundary[side].push_back(name.Scalar());
+}
+
+/// Sets the lists of the boundary: as they are given, by outer ports, or by the ports of ours that those lead to.
+void setBoundary(Import& import) {
+    Node const boundary = member(import.document.extension, "boundary");
+    for (std::size_t side = 0; side < kSides.size(); ++side)
+        for (Node const& name : member(boundary, kSides[side].word)) addToBoundary(import, side, name);
+    if (boundary.IsDefined()) return;
+    for (auto const& [name, leadsTo] : import.document.ports) {
+        auto const& place = import.outerPorts.at(name.Scalar());
+        if (!place) continue;
+        Import::Port const& port = import.ports[*place].port;
+        addToBoundary(import, sideOf(port.second, domainOf(import, port)), name);
+    }
+}
+
+/// Connects the ports that nets name, adds the nodes of all, and sets the boundary.
+void connectPorts(Import& import) {
+    for (Net const& net : import.document.nets) connectNet(import, net);
+    followOuterPorts(import);
+    reportSharedPorts(import);
+    for (Import::UsedPort& used : import.ports) {
+        unsigned& node = import.ports[rootOf(import.ports, used.parent)].node;
+        node = used.node = import.netlist->addNode(import.elements[used.port.first].name, used.port.second, node);
+    }
+    setBoundary(import);
 }
 
 /// Whether an export makes the same outer ports without a note of them.
@@ -218,7 +426,7 @@ void keepNotes(Import& import) {
                               {"ports", portsAreDerived(import) ? Node() : unlessEmpty(import.portNotes)},
                               {"nets", unlessEmpty(import.netNotes)},
                               {"leftOut", unlessEmpty(left)}});
-    if (note.size() > 0) setNote(*import.result.netlist, note);
+    if (note.size() > 0) setNote(*import.netlist, note);
 }
 
 /// Reports what is kept as notes: settings once for each component, and the rest in one line.
@@ -228,25 +436,12 @@ void reportNotes(Import& import) {
         note(kept.mark, "'" + component + "': settings without a parameter, kept as notes (" +
                             counted(kept.instances, "instance") +
                             "): " + listText({kept.names.begin(), kept.names.end()}, kept.names.size()));
-    std::size_t infos = 0, others = 0;
-    for (Instance const& instance : import.document.instances) {
-        infos += !isNull(member(instance.given, "info"));
-        bool other = false;
-        if (isMap(instance.given))
-            for (auto const& entry : instance.given)
-                other = other || instancePart(entry.first.Scalar()) == InstancePart::kOther;
-        others += other;
-    }
     std::vector<std::string> kept;
-    if (infos > 0) kept.push_back("info of " + counted(infos, "instance"));
-    if (others > 0) kept.push_back("further members of " + counted(others, "instance"));
-    for (auto const& entry : import.members) {
-        std::string const member = entry.first.Scalar();
-        if (member != "placements")
-            kept.push_back(member == "name" ? "the name " + inQuotes(entry.second.Scalar()) : inQuotes(member));
-        else if (entry.second.size() > 0)
-            kept.push_back(counted(entry.second.size(), "placement"));
-    }
+    for (auto const& entry : import.members) kept.push_back(inQuotes(entry.first.Scalar()));
+    std::map<std::string, std::size_t> ofInstances;
+    for (Instance const& instance : import.document.instances)
+        for (std::string const& name : keptMembers(instance.given)) ++ofInstances[name];
+    for (auto const& [name, count] : ofInstances) kept.push_back(inQuotes(name) + " of " + counted(count, "instance"));
     if (!kept.empty()) note(Mark::null_mark(), "kept as notes: " + listText(kept, kept.size()));
     if (import.repeatedNets > 0)
         note(Mark::null_mark(), counted(import.repeatedNets, "net is", "nets are") + " duplicated");
@@ -254,17 +449,15 @@ void reportNotes(Import& import) {
 
 }  // namespace
 
-Imported importDocument(Document const& document, NameMap const& map, Kinds& kinds, Findings& findings) {
-    Import import{document, map, kinds, findings};
+void importDocument(Import& import) {
     // One memory for all of them, see node.h.
-    newList({document.root, import.members, import.portNotes, import.netNotes, import.leftInstances, import.leftNets});
-    import.result.netlist.reset(vrl::Netlist::create(""));
+    newList({import.document.root, import.members, import.portNotes, import.netNotes, import.leftInstances,
+             import.leftNets});
+    import.netlist.reset(vrl::Netlist::create(""));
     addElements(import);
     connectPorts(import);
     keepNotes(import);
     reportNotes(import);
-    import.result.elements = import.result.netlist->sizeElements();
-    return std::move(import.result);
 }
 
 }  // namespace vrltool::exchange

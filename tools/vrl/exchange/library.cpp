@@ -97,14 +97,17 @@ vrl::Foundry* Kinds::foundry(std::string const& name) {
     return foundries[name] = vrl::Foundry::create(name);
 }
 
-vrl::BB* Kinds::create(std::string const& foundryName, std::string const& kind) {
-    return kind.empty() ? nullptr : vrl::BB::create(foundry(foundryName), kind);
+vrl::BB* Kinds::create(std::string const& foundryName, ComponentRule const& rule) {
+    vrl::BB* const block = rule.key.empty() ? nullptr : vrl::BB::create(foundry(foundryName), rule.key);
+    for (auto const& entry : block ? rule.defaults : Node())
+        if (block->find(entry.first.Scalar())) storeValue(*block->getAttribute(entry.first.Scalar()), entry.second);
+    return block;
 }
 
-FreshBlock const* Kinds::fresh(std::string const& foundryName, std::string const& kind) {
-    auto const made = freshBlocks.try_emplace({foundryName, kind});
+FreshBlock const* Kinds::fresh(std::string const& foundryName, ComponentRule const& rule) {
+    auto const made = freshBlocks.try_emplace({foundryName, rule.component, rule.key});
     FreshBlock& entry = made.first->second;
-    if (made.second && (entry.block = create(foundryName, kind)))
+    if (made.second && (entry.block = create(foundryName, rule)))
         for (Parameter& parameter : parametersOf(*entry.block))
             entry.parameters.emplace(parameter.name, std::move(parameter));
     return entry.block ? &entry : nullptr;

@@ -9,13 +9,13 @@
 
 #include "circuit/circuit.h"
 #include "circuit/parameters.h"
-#include "exchange/node.h"
+#include "exchange/name_map.h"
 
 // What import and export ask of the library alike: blocks by their kinds, notes, the boundary, and values.
 
 namespace vrltool::exchange {
 
-/// A block of a kind as its plug-in makes it, with its parameters by name.
+/// A block of a kind as its plug-in makes it, with the defaults of a rule, and its parameters by name.
 struct FreshBlock {
     vrl::BB* block = nullptr;  ///< owned by Kinds
     std::map<std::string, Parameter> parameters;
@@ -34,16 +34,16 @@ public:
 
     /// Whether a plug-in brings that foundry. The empty name is that of no foundry, which there always is.
     bool hasFoundry(std::string const& name) { return name.empty() || foundry(name); }
-    /// A new block for the caller, or null for an unknown kind.
-    vrl::BB* create(std::string const& foundryName, std::string const& kind);
-    /// The unchanged block of a kind, or null for an unknown kind.
-    FreshBlock const* fresh(std::string const& foundryName, std::string const& kind);
+    /// A new block for the caller with the defaults of the rule, or null for an unknown kind.
+    vrl::BB* create(std::string const& foundryName, ComponentRule const& rule);
+    /// Such a block that nobody changes, or null for an unknown kind.
+    FreshBlock const* fresh(std::string const& foundryName, ComponentRule const& rule);
 
 private:
     vrl::Foundry* foundry(std::string const& name);
 
     std::map<std::string, vrl::Foundry*> foundries;
-    std::map<std::pair<std::string, std::string>, FreshBlock> freshBlocks;
+    std::map<std::array<std::string, 3>, FreshBlock> freshBlocks;  ///< by foundry, component and key
 };
 
 /// The keys of all blocks or foundries.

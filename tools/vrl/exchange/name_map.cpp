@@ -5,6 +5,7 @@
 #include <cmath>
 #include <set>
 
+#include "exchange/library.h"
 #include "text/failure.h"
 #include "text/near_names.h"
 #include "text/phrases.h"
@@ -171,7 +172,7 @@ bool contains(Names const& names, std::string const& name) {
 std::string keysByPorts(Kinds& kinds, std::size_t count) {
     Names fitting;
     for (std::string const& key : factoryKeys<vrl::BB>()) {
-        FreshBlock const* const fresh = kinds.fresh("", key);
+        FreshBlock const* const fresh = kinds.fresh("", ComponentRule(key));
         if (fresh && portNames(*fresh->block).size() == count) fitting.push_back(key);
     }
     if (fitting.empty()) return "one of " + listed(factoryKeys<vrl::BB>());
@@ -280,7 +281,7 @@ std::string mapTemplate(Document const& document) {
                       (components.empty() ? "\ncomponents: {}\n" : "\ncomponents:\n");
     for (auto const& [name, used] : components) {
         Names const keys = proposals(name, factoryKeys<vrl::BB>());
-        FreshBlock const* const fresh = keys.empty() ? nullptr : kinds.fresh("", keys.front());
+        FreshBlock const* const fresh = keys.empty() ? nullptr : kinds.fresh("", ComponentRule(keys.front()));
         out += "  " + yaml(name) + ":  # " + counted(used.instances, "instance") +
                "\n    key: " + (fresh ? yaml(keys.front()) : "null");
         if (keys.empty()) out += "  # " + keysByPorts(kinds, used.ports.size());

@@ -4,8 +4,8 @@
 #include <string>
 
 #include "exchange/document.h"
-#include "exchange/library.h"
 #include "exchange/node.h"
+#include "vrllib/vrllib.h"
 
 // A map leads from the names of another tool to ours, and back. Same names: what no rule names, and what is called like
 // one of ours that no rule leads to, is taken for it.

@@ -1,7 +1,6 @@
 #include "exchange/node.h"
 
 #include <algorithm>
-#include <nlohmann/json.hpp>
 #include <set>
 
 #include "text/near_names.h"
@@ -9,14 +8,6 @@
 namespace vrltool::exchange {
 
 namespace {
-
-/// A string in double quotes that both languages read: JSON, in which a delete character is no control character.
-std::string quoted(std::string const& text) {
-    std::string result = nlohmann::json(text).dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
-    for (auto at = result.find('\x7F'); at != std::string::npos; at = result.find('\x7F', at))
-        result.replace(at, 1, "\\u007f");
-    return result;
-}
 
 /// Whether every reader of YAML takes the string, written plainly, for this very string. It begins with a letter, since
 /// all else may be a number of some version of YAML; and some words are truth values in version 1.1.
@@ -30,59 +21,36 @@ bool isPlain(std::string const& text) {
     return words.count(small) == 0;
 }
 
-std::string stringWritten(std::string const& text, Format format) {
-    return format == Format::kYaml && isPlain(text) ? text : quoted(text);
-}
-
-/// Readers of YAML 1.1 take "1e-09" for a string: they want a point and a sign.
+/// Readers of YAML 1.1 take "1e-09" for a string: they want a point and a sign. JSON has no number for ".inf".
 std::string numberWritten(std::string const& text, Format format) {
     auto const odd = text.find_first_of("in"), exponent = text.find_first_of("eE");  // "-.inf", ".nan"
     if (odd != std::string::npos && format == Format::kJson)
-        return quoted((text[0] == '-' ? "-" : "") + text.substr(odd));
+        return '"' + std::string(text[0] == '-' ? "-" : "") + text.substr(odd) + '"';
     if (format != Format::kYaml || odd != std::string::npos || exponent == std::string::npos) return text;
     std::string const point = text.find('.') == std::string::npos ? ".0" : "";
     std::string const sign = text[exponent + 1] == '-' || text[exponent + 1] == '+' ? "" : "+";
     return text.substr(0, exponent) + point + "e" + sign + text.substr(exponent + 1);
 }
 
-std::string leafWritten(Node const& node, Format format) {
-    if (isNull(node)) return "null";
-    if (isString(node)) return stringWritten(node.Scalar(), format);
-    if (!node.IsScalar()) return node.IsMap() ? "{}" : "[]";
-    return kindOf(node) == Kind::kNumber ? numberWritten(node.Scalar(), format) : node.Scalar();
+void writeString(YAML::Emitter& out, std::string const& text, Format format) {
+    out << (format == Format::kYaml && isPlain(text) ? YAML::Auto : YAML::DoubleQuoted) << text;
 }
 
-/// Writes a value after what has been written; `indent` is that of the line.
-void writeJson(std::string& out, Node const& node, Format format, std::size_t indent) {
-    if (node.size() == 0) {
-        out += leafWritten(node, format);
-        return;
-    }
-    bool const map = node.IsMap(), line = format == Format::kLine;
-    auto const start = [&](std::size_t column) { return line ? "" : '\n' + std::string(column, ' '); };
-    char separator = map ? '{' : '[';
+void write(YAML::Emitter& out, Node const& node, Format format) {
+    Kind const kind = kindOf(node);
+    if (kind == Kind::kNull) out << YAML::LowerNull << YAML::Null;
+    if (kind == Kind::kBool) out << node.Scalar();
+    if (kind == Kind::kNumber) out << numberWritten(node.Scalar(), format);
+    if (kind == Kind::kString) writeString(out, node.Scalar(), format);
+    if (kind < Kind::kList) return;
+    if (format != Format::kYaml || node.size() == 0) out << YAML::Flow;
+    node.IsMap() ? out << YAML::BeginMap : out << YAML::BeginSeq;
     for (auto const& part : node) {
-        out += separator + start(indent + 2);
-        if (map) out += quoted(part.first.Scalar()) + ": ";
-        writeJson(out, map ? part.second : part, format, indent + 2);
-        separator = ',';
+        if (node.IsMap()) writeString(out << YAML::Key, part.first.Scalar(), format);
+        if (node.IsMap()) out << YAML::Value;
+        write(out, node.IsMap() ? part.second : part, format);
     }
-    out += start(indent) + (map ? '}' : ']');
-}
-
-/// Writes a value in lines; the cursor is at the start of a line, or after "- ".
-void writeYaml(std::string& out, Node const& node, std::size_t indent) {
-    if (node.size() == 0) out += leafWritten(node, Format::kYaml) + '\n';
-    std::string start;
-    for (auto const& part : node) {
-        bool const map = node.IsMap();
-        Node const& value = map ? part.second : part;
-        std::size_t const column = map && value.IsSequence() ? indent : indent + 2;
-        out += start + (map ? stringWritten(part.first.Scalar(), Format::kYaml) + ":" : "-");
-        out += !map || value.size() == 0 ? " " : '\n' + std::string(column, ' ');
-        writeYaml(out, value, column);
-        start = std::string(indent, ' ');
-    }
+    node.IsMap() ? out << YAML::EndMap : out << YAML::EndSeq;
 }
 
 }  // namespace
@@ -160,12 +128,13 @@ std::string placeText(std::string const& path, Mark const& mark) {
 }
 
 std::string written(Node const& node, Format format) {
-    std::string out;
-    if (format == Format::kYaml)
-        writeYaml(out, node, 0);
-    else
-        writeJson(out, node, format, 0);
-    return format == Format::kJson ? out + '\n' : out;
+    YAML::Emitter out;
+    out.SetOutputCharset(YAML::EscapeAsJson);
+    write(out, node, format);
+    std::string text = out.c_str();
+    for (auto at = text.find('\x7F'); at != std::string::npos; at = text.find('\x7F', at))
+        text.replace(at, 1, "\\u007f");  // which is no printable character in YAML
+    return format == Format::kLine ? text : text + '\n';
 }
 
 }  // namespace vrltool::exchange

@@ -73,14 +73,13 @@ std::string placeText(std::string const& path, Mark const& mark);
 /// where it is written.
 Node readFile(std::string const& path);
 
-/// The languages of netlists and maps, and one line that YAML reads, for notes.
+/// The languages of netlists and maps; JSON is in one line. That of notes lacks the line feed, and has numbers of YAML.
 enum class Format { kJson, kYaml, kLine };
 
-/// A value as lines that end in line feeds, or as the one line without. Strings have to be UTF-8.
+/// A value as lines that end in line feeds. Strings have to be UTF-8.
 ///
-/// YAML is quoted so that readers of its older versions understand the same, and has lists in the column of the name
-/// before them, as other tools write it; the emitter of yaml-cpp does neither, and has JSON in one line only. JSON has
-/// no number for ".inf": it becomes the string "inf".
+/// YAML is quoted so that readers of its older versions understand the same. JSON has no number for ".inf": it becomes
+/// the string "inf".
 std::string written(Node const& node, Format format);
 
 /// The value of one line; null for what someone else wrote.
