@@ -13,8 +13,8 @@ using vrl_test::Tool;
 
 using Json = nlohmann::json;
 
-/// The pairs of ends that the nets of a netlist join, in no order.
-std::set<std::set<std::string>> joints(Json const& netlist) {
+/// The pairs of ports that the nets of a netlist connect, in no order.
+std::set<std::set<std::string>> connections(Json const& netlist) {
     std::set<std::set<std::string>> result;
     for (Json const& net : netlist["nets"]) result.insert({net["p1"].get<std::string>(), net["p2"].get<std::string>()});
     return result;
@@ -41,7 +41,7 @@ TEST_P(LargeNetlist, OfTenThousandInstancesGoesInAndOut) {
     for (char const* const name : {"e0", "e1", "e4998", "e4999", "e9999"})
         EXPECT_EQ(compared["instances"][name], original["instances"][name]) << name;
     EXPECT_EQ(compared["ports"], original["ports"]);
-    EXPECT_TRUE(joints(compared) == joints(original));
+    EXPECT_TRUE(connections(compared) == connections(original));
     tool.run("import", {"back." + format, "--map", "map.yml", "-o", "again.vrl"});
     tool.run("export", {"again.vrl", "--map", "map.yml", "-o", "again." + format});
     EXPECT_TRUE(tool.read("back." + format) == tool.read("again." + format));

@@ -37,7 +37,7 @@ INSTANTIATE_TEST_SUITE_P(
         BadMap{"UnknownPart", "components:\n  a: {key: sfBend, port: {}}\n",
                "vrl: map.yml:2:20: component 'a' has no member 'port'\n  did you mean 'ports'?\n"},
         BadMap{"NumberForAKey", "components: {a: {key: 3}}\n",
-               "vrl: map.yml:1:23: 'key' of 'a' is a number, where a text belongs\n"},
+               "vrl: map.yml:1:23: 'key' of 'a' is a number, where a string belongs\n"},
         BadMap{"FactorOfNothing", "components: {a: {key: sfBend, parameters: {r: {to: radius, factor: 0}}}}\n",
                "vrl: map.yml:1:68: 'factor' of parameter 'r' of 'a' is 0 or no number\n"},
         BadMap{"RuleWithoutAim", "components: {a: {key: sfBend, parameters: {r: {factor: 2}}}}\n",
@@ -48,7 +48,7 @@ INSTANTIATE_TEST_SUITE_P(
                "vrl: map.yml:1:52: two ports of 'a' lead to 'in0'\n"}),
     [](auto const& given) { return given.param.name; });
 
-TEST(NameMap, NamesWhatTheKindHasNot) {
+TEST(NameMap, NamesWhatTheKindLacks) {
     Tool const tool;
     tool.write("a.yml", "instances: {a: one, b: one, c: two, d: three}\n");
     tool.write("map.yml", "foundry: SampleFab\n"
@@ -64,7 +64,7 @@ TEST(NameMap, NamesWhatTheKindHasNot) {
     EXPECT_EQ(imported.out, "a.yml:1:40: error: component 'three' has no key in the map (map.yml:9)\n"
                             "map.yml:5:17: error: 'sfBend' has no port 'in1'; did you mean 'in0'?\n"
                             "map.yml:6:21: error: 'sfBend' has no parameter 'radus'; did you mean 'radius'?\n"
-                            "map.yml:7:23: error: the default of 'width' is a text, where a number belongs\n"
+                            "map.yml:7:23: error: the default of 'width' is a string, where a number belongs\n"
                             "map.yml:7:29: error: 'sfBend' has no parameter 'angel'; did you mean 'angle'?\n"
                             "map.yml:8:14: error: no loaded plug-in brings the kind 'sfBent'; did you mean 'sfBend'?\n"
                             "a.yml: 2 elements, 0 nets, 0 outer ports, 0 settings (0 to parameters); 2 left out\n");
@@ -78,7 +78,7 @@ TEST(NameMap, TakesNoSameNamesWhereItSaysSo) {
     tool.write("map.yml", "sameNames: false\ncomponents: {one: sfBend}\n");
     auto const imported = tool.run("import", {"a.yml", "--map", "map.yml"});
     EXPECT_EQ(imported.out, "a.yml:1:61: error: component 'sfBend' is not in the map\n"
-                            "a.yml:2:12: error: 'a' (one) has no port 'in0'\n"
+                            "a.yml:2:12: error: 'a' (one) has no port 'in0'; there are none\n"
                             "a.yml:1:44: note: 'one': settings without a parameter, kept as notes (1 instance): "
                             "radius\n"
                             "a.yml: 1 element, 0 nets, 0 outer ports, 1 setting (0 to parameters); 2 left out\n");
@@ -94,7 +94,7 @@ TEST(NameMap, BeginsWithATemplate) {
                         "foundry: SampleFab\n"
                         "components:\n"
                         "  mmi1x2:  # 1 instance\n"
-                        "    key: null  # of 3 ports: sfCombiner, sfPhotodiode, sfSplitter\n"
+                        "    key: null  # of 3 ports: sfCombiner, sfPhotodiode and sfSplitter\n"
                         "    ports:\n"
                         "      # o1: ?\n"
                         "      # o2: ?\n"
@@ -104,16 +104,16 @@ TEST(NameMap, BeginsWithATemplate) {
                         "      taper: null  # such as a map\n"
                         "  phase_shifter:  # 1 instance\n"
                         "    key: sfPhaseModulator\n"
-                        "    ports:  # ours: in0, out0, signal, ground\n"
+                        "    ports:  # ours: in0, out0, signal and ground\n"
                         "      o1: in0\n"
                         "      o2: out0\n"
                         "      top: signal\n"
                         "  straight:  # 1 instance\n"
                         "    key: sfStraight\n"
-                        "    ports:  # ours: in0, out0\n"
+                        "    ports:  # ours: in0 and out0\n"
                         "      o1: in0\n"
                         "      o2: out0\n"
-                        "    parameters:  # ours: length, width\n"
+                        "    parameters:  # ours: length and width\n"
                         "      cross_section: null  # such as strip\n"
                         "      length_mm: null  # such as 0.1205; perhaps length\n"
                         "      npoints: null  # such as 2\n"

@@ -13,6 +13,7 @@
 #include "host/start.h"
 #include "text/json.h"
 #include "text/table.h"
+#include "text/utf8.h"
 
 namespace vrltool {
 
@@ -37,8 +38,8 @@ Format formatOf(Options const& options) {
 /// JSON and YAML are UTF-8: other bytes would come back as others.
 void refuseOtherBytes(Node const& node, std::string const& path) {
     std::string const& text = node.Scalar();
-    if (utf8Length(text) < text.size())
-        throw Failure(path, "the text '" + printable(text) + "' is no UTF-8, and has no place in a netlist",
+    if (firstStrayByte(text) < text.size())
+        throw Failure(path, "the string '" + printable(text) + "' is no UTF-8, and has no place in a netlist",
                       "rename it or set it anew");
     for (auto const& part : node) {
         if (node.IsMap()) refuseOtherBytes(part.first, path);
@@ -88,7 +89,8 @@ Outcome exportDesign(Options options, Common const& common) {
     Findings findings;
     if (design.object.block())
         findings.add(Severity::kWarning, options.file, Mark::null_mark(),
-                     "holds the composite '" + design.type + "': its inside is exported, not its own ports");
+                     "holds the composite '" + design.type +
+                         "': its inside is exported, not its own ports and parameters");
     Kinds kinds;
     Node const netlist = [&] {
         QuietOutput const quiet;

@@ -36,35 +36,35 @@ Outcome writeTemplate(Options const& options, Document const& document, Findings
     return findings.outcome();
 }
 
-Json reportJson(Options const& options, Document const& document, Imported const& imported, Findings const& findings,
+Json reportJson(Options const& options, Document const& document, Import const& import, Findings const& findings,
                 bool written) {
     Json json = jsonHead("import", 1);
     json["file"] = options.netlist;
     json["map"] = options.map.empty() ? Json(nullptr) : Json(options.map);
     json["output"] = written ? Json(options.output) : Json(nullptr);
-    json["name"] = document.name.empty() ? Json(nullptr) : Json(document.name);
+    json["name"] = document.name().empty() ? Json(nullptr) : Json(document.name());
     json["counts"] = Json{{"instances", document.instances.size()},
-                          {"elements", imported.elements},
-                          {"nets", imported.nets},
-                          {"ports", imported.ports},
-                          {"settings", imported.settings},
-                          {"parameters", imported.parameters},
-                          {"leftOut", imported.leftOut}};
+                          {"elements", import.netlist->sizeElements()},
+                          {"nets", import.nets},
+                          {"ports", import.portCount},
+                          {"settings", import.settings},
+                          {"parameters", import.parameters},
+                          {"leftOut", import.leftOut}};
     json["findings"] = findings.json();
     return json;
 }
 
-void writeReport(Options const& options, Imported const& imported, Findings const& findings, bool written) {
+void writeReport(Options const& options, Import const& import, Findings const& findings, bool written) {
     findings.write(std::cout);
-    std::cout << options.netlist << ": " << counted(imported.elements, "element") << ", "
-              << counted(imported.nets, "net") << ", " << counted(imported.ports, "outer port") << ", "
-              << counted(imported.settings, "setting") << " (" << imported.parameters << " to parameters)";
-    if (imported.leftOut > 0) std::cout << "; " << imported.leftOut << " left out";
+    std::cout << options.netlist << ": " << counted(import.netlist->sizeElements(), "element") << ", "
+              << counted(import.nets, "net") << ", " << counted(import.portCount, "outer port") << ", "
+              << counted(import.settings, "setting") << " (" << import.parameters << " to parameters)";
+    if (import.leftOut > 0) std::cout << "; " << import.leftOut << " left out";
     std::cout << '\n';
     if (written)
         std::cout << options.output << ": written\n";
     else if (!options.output.empty())
-        std::cout << options.output << ": not written, for " << counted(findings.count(Severity::kError), "error")
+        std::cout << options.output << ": not written, for " << counted(findings.errors(), "error")
                   << "; --partial imports the rest\n";
 }
 
@@ -83,17 +83,18 @@ Outcome importNetlist(Options const& options, Common const& common) {
     NameMap const map = readNameMap(options.map);
     resetUniqueIDs();
     Kinds kinds;
-    Imported const imported = [&] {
+    Import import{document, map, kinds, findings};
+    {
         QuietOutput const quiet;
-        return importDocument(document, map, kinds, findings);
-    }();
-    bool const good = options.partial || findings.count(Severity::kError) == 0;
+        importDocument(import);
+    }
+    bool const good = options.partial || findings.errors() == 0;
     bool const written = good && !options.output.empty();
-    if (written) saveDesign(*imported.netlist, options.output);
+    if (written) saveDesign(*import.netlist, options.output);
     if (common.json)
-        writeJson(std::cout, reportJson(options, document, imported, findings, written));
+        writeJson(std::cout, reportJson(options, document, import, findings, written));
     else
-        writeReport(options, imported, findings, written);
+        writeReport(options, import, findings, written);
     return findings.outcome();
 }
 
@@ -101,12 +102,11 @@ Outcome importNetlist(Options const& options, Common const& common) {
 
 void addImport(Grammar& grammar) {
     auto const options = std::make_shared<Options>();
-    CLI::App& command =
-        grammar.add("import", "makes a design of a netlist in JSON or YAML",
-                    "  vrl import --map-template mzi.yml -o map.yml  # a map to begin with\n"
-                    "  vrl import mzi.yml --map map.yml              # only tells what there is to tell\n"
-                    "  vrl import mzi.yml --map map.yml -o mzi.vrl   # writes the design",
-                    [options](Common const& common) { return importNetlist(*options, common); });
+    CLI::App& command = grammar.add("import", "makes a design of a netlist in JSON or YAML",
+                                    "  vrl import --map-template mzi.yml -o map.yml  # a map to begin with\n"
+                                    "  vrl import mzi.yml --map map.yml              # only reports what it finds\n"
+                                    "  vrl import mzi.yml --map map.yml -o mzi.vrl   # writes the design",
+                                    [options](Common const& common) { return importNetlist(*options, common); });
     command.add_option("netlist", options->netlist, "the netlist: instances, connections or nets, ports")
         ->required()
         ->type_name("FILE");

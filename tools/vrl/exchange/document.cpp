@@ -1,7 +1,6 @@
 #include "exchange/document.h"
 
 #include <charconv>
-#include <utility>
 
 #include "text/failure.h"
 #include "text/near_names.h"
@@ -15,16 +14,15 @@ using Shapes = std::vector<Shape>;
 
 constexpr std::size_t kMostElements = 100000;  // of all arrays: a short line must not fill the memory
 char const* const kHint = "a netlist is a map with 'instances', 'nets' or 'connections', and 'ports'";
+std::pair<char const*, char const*> const kSizes[] = {{"columns", "rows"}, {"num_a", "num_b"}, {"na", "nb"}};
 
 // The members of a netlist, of an instance, and of "vrl" in both.
 Shapes const kNetlist{{"name", "n#t"}, {"instances", "nm"},  {"nets", "nl"}, {"connections", "nm"},
                       {"ports", "nm"}, {"placements", "nm"}, {"vrl", "nm"}};
-Shapes const kInstance{{"component", "t"}, {"settings", "nm"}, {"info", ""}, {"array", ""}, {"vrl", "m"}};
-Shapes const kOfNetlist{{"kind", "t"}, {"nodes", "l", "l"}, {"boundary", "m", "l"}, {"parameters", "m", "m"}};
-Shapes const kOfInstance{{"foundry", "t"}, {"nameless", "b"},        {"undeclaredPorts", "l", "t"},
-                         {"origin", "m"},  {"array", "m"},           {"crossSection", "t"},
-                         {"flow", "t"},    {"ports", "m", "m"},      {"parameters", "m", "m"},
-                         {"values", "m"},  {"expressions", "m", "t"}};
+Shapes const kInstance{{"component", "t"}, {"settings", "nm"}, {"array", "nm"}, {"vrl", "m"}};
+Shapes const kOfNetlist{{"boundary", "m", "l"}};
+Shapes const kOfInstance{{"foundry", "t"}, {"origin", "m"},     {"crossSection", "t"},
+                         {"flow", "t"},    {"ports", "m", "m"}, {"values", "m"}};
 
 /// A document that is being read.
 struct Reading {
@@ -36,160 +34,120 @@ struct Reading {
         findings.add(Severity::kError, document.path, node.Mark(), text);
         return false;
     }
+
     /// Whether a node is of one of the kinds; otherwise it is an error.
     bool check(Node const& node, std::string const& what, std::string_view kinds) {
         std::string const wrong = misfit(what, node, kinds);
         return wrong.empty() || error(node, wrong);
     }
-    Node newMap() const { return newBeside(document.root, YAML::NodeType::Map); }
 
-    /// The members of a map that have one of the shapes; `others` gets those of other names. `good` becomes false for
-    /// what has not its shape.
-    Node parts(Node const& map, Shapes const& shapes, std::string const& of, Node others, bool& good) {
-        Node result = newMap();
+    /// Whether the members of a map have their shapes.
+    bool check(Node const& map, std::string const& of, Shapes const& shapes) {
+        bool good = true;
         for (auto const& entry : map) {
             std::string const what = "'" + entry.first.Scalar() + "'" + of;
             Shape const* const shape = find(shapes, entry.first.Scalar());
-            bool fits = shape && check(entry.second, what, shape->kinds);
-            for (auto const& part : entry.second)
-                fits = fits && check(entry.second.IsMap() ? part.second : part, "a part of " + what, shape->parts);
-            if (fits || !shape) (shape ? result : others).force_insert(entry.first, entry.second);
-            good = good && (fits || !shape);
+            bool fits = !shape || check(entry.second, what, shape->kinds);
+            if (shape && !shape->parts.empty())
+                for (auto const& part : entry.second)
+                    fits = fits && check(entry.second.IsMap() ? part.second : part, "a part of " + what, shape->parts);
+            good = good && fits;
         }
-        return result;
+        return good;
+    }
+
+    /// The same for "vrl", in which nothing else is known.
+    bool checkExtension(Node const& extension, Shapes const& shapes) {
+        for (auto const& entry : extension)
+            if (!find(shapes, entry.first.Scalar()))
+                findings.add(Severity::kWarning, document.path, entry.first.Mark(),
+                             "'vrl' has no member '" + entry.first.Scalar() + "'; it is left out",
+                             nearName(shapes, entry.first.Scalar()));
+        return check(extension, " of 'vrl'", shapes);
     }
 };
 
-/// The members of "vrl" that are known and well formed.
-Node readExtension(Reading& reading, Node const& extension, Shapes const& shapes) {
-    bool good = true;
-    Node const unknown = reading.newMap(), known = reading.parts(extension, shapes, " of 'vrl'", unknown, good);
-    for (auto const& entry : unknown)
-        reading.findings.add(Severity::kWarning, reading.document.path, entry.first.Mark(),
-                             "'vrl' has no member '" + entry.first.Scalar() + "'; it is left out",
-                             nearName(shapes, entry.first.Scalar()));
-    return known;
-}
-
-/// The size of an array, under one of the pairs of names that are in use. It is bounded before any element is made.
-bool readSize(Reading& reading, Instance& instance, Node const& array) {
-    static std::pair<char const*, char const*> const pairs[] = {{"columns", "rows"}, {"num_a", "num_b"}, {"na", "nb"}};
-    std::string const name = "instance '" + instance.name.Scalar() + "'";
-    auto const count = [&](Node const& node, std::size_t& size) {
-        std::string const& text = node.Scalar();
-        bool const number = kindOf(node) == Kind::kNumber;
-        auto const end = std::from_chars(text.data(), text.data() + text.size(), size).ptr;
-        return isNull(node) || (number && end == text.data() + text.size() && size > 0) ||
-               reading.error(node, "array of " + name + ": a count is a whole number from 1");
-    };
-    for (Node const& source : {array, instance.others})
-        for (auto const& pair : pairs) {
-            Node const columns = member(source, pair.first), rows = member(source, pair.second);
-            if (!columns.IsDefined() && !rows.IsDefined()) continue;
-            if (!count(columns, instance.columns) || !count(rows, instance.rows)) return false;
-            bool const bounded = instance.columns <= kMostElements && instance.rows <= kMostElements &&
-                                 (reading.elements += instance.columns * instance.rows) <= kMostElements;
-            return bounded ||
-                   reading.error(instance.name, "the arrays up to '" + instance.name.Scalar() + "' have more than " +
-                                                    std::to_string(kMostElements) + " elements");
-        }
-    return isNull(array) ||
-           reading.error(array, wrongKind("'array' of " + name, array, "a map of 'columns' and 'rows'"));
+/// Reads the size of an array, which is bounded before any element is made.
+bool readSize(Reading& reading, Instance& instance) {
+    std::string const name = "'" + instance.name.Scalar() + "'";
+    ArraySize const size = instance.size = arraySizeOf(instance.given);
+    if (size.columns == 0 || size.rows == 0)
+        return reading.error(instance.name, "array of instance " + name + ": a count is a whole number from 1");
+    bool const bounded = size.columns <= kMostElements && size.rows <= kMostElements &&
+                         (size.count() == 1 || (reading.elements += size.count()) <= kMostElements);
+    return bounded || reading.error(instance.name, "the arrays up to " + name + " have more than " +
+                                                       std::to_string(kMostElements) + " elements");
 }
 
 bool readInstance(Reading& reading, Instance& instance) {
     Node const& given = instance.given;
     std::string const what = "instance '" + instance.name.Scalar() + "'";
-    bool good = isText(given) || isMap(given) || reading.error(given, wrongKind(what, given, "a map with 'component'"));
-    if (!good) return false;
-    Node const parts = reading.parts(given, kInstance, " of " + what, instance.others, good);
-    instance.component.reset(isText(given) ? given : member(parts, "component"));  // the short form is the component
-    instance.settings.reset(isMap(member(parts, "settings")) ? member(parts, "settings") : reading.newMap());
-    instance.extension.reset(readExtension(reading, member(parts, "vrl"), kOfInstance));
-    bool const named = !instance.component.Scalar().empty();
-    if (good && !named) reading.error(instance.name, what + " names no component");
-    return good && named && readSize(reading, instance, member(given, "array"));
+    if (instance.name.Scalar().empty()) return reading.error(instance.name, "an instance has an empty name");
+    if (!isString(given) && !isMap(given))
+        return reading.error(given, wrongKind(what, given, "a map with 'component'"));
+    if (!reading.check(given, " of " + what, kInstance)) return false;
+    if (componentOf(given).Scalar().empty()) return reading.error(instance.name, what + " names no component");
+    return reading.checkExtension(member(given, "vrl"), kOfInstance) && readSize(reading, instance);
 }
 
 bool checkPort(Reading& reading, Node const& node, std::string const& what) {
-    std::string const is = isText(node) ? "'" + node.Scalar() + "'" : kindWord(kindOf(node));
-    return (isText(node) && node.Scalar().find(',') != std::string::npos) ||
+    std::string const is = isString(node) ? "'" + node.Scalar() + "'" : kindWord(kindOf(node));
+    return (isString(node) && node.Scalar().find(',') != std::string::npos) ||
            reading.error(node, what + " is " + is + ", where \"instance,port\" belongs");
 }
 
 bool readNet(Reading& reading, Net& net) {
-    bool good = isMap(net.given) || net.given.IsSequence() ||
-                reading.error(net.given, wrongKind("a net", net.given, "a map of 'p1' and 'p2'"));
+    bool const map = isMap(net.given);
+    if (!map && !net.given.IsSequence())
+        return reading.error(net.given, wrongKind("a net", net.given, "a map of 'p1' and 'p2'"));
+    bool good = true;
     for (auto const& part : net.given) {
-        bool const map = isMap(net.given);
         std::string const name = map ? part.first.Scalar() : "";
-        Node const& port = map ? part.second : part;
-        if (map && name != "p1" && name != "p2") {
-            net.others.force_insert(part.first, port);
-            continue;
-        }
-        good = checkPort(reading, port, map ? "'" + name + "'" : "an end of a net") && good;
-        net.ports.push_back(port);
+        if (map && name != "p1" && name != "p2") continue;
+        net.ports.push_back(map ? part.second : part);
+        good = checkPort(reading, net.ports.back(), map ? "'" + name + "'" : "a port of a net") && good;
     }
     return good && (net.ports.size() >= 2 ||
-                    reading.error(net.given, "a net has " + counted(net.ports.size(), "end") + " and needs two"));
-}
-
-void addNet(Reading& reading, bool good, Net const& net) {
-    if (good)
-        reading.document.nets.push_back(net);
-    else
-        reading.document.oddNets.push_back(net.given);
+                    reading.error(net.given, "a net has " + counted(net.ports.size(), "port") + " and needs two"));
 }
 
 void readNets(Reading& reading, Node const& nets) {
     if (nets.size() > 0) reading.document.asConnections = false;
     for (Node const& item : nets) {
-        Net net{item, {}, reading.newMap()};
-        bool const good = readNet(reading, net);
-        addNet(reading, good, net);
+        Net net{item, {}, false};
+        net.good = readNet(reading, net);
+        reading.document.nets.push_back(net);
     }
 }
 
 void readConnections(Reading& reading, Node const& connections) {
     if (isMap(connections)) reading.document.asConnections = reading.document.nets.empty();
     for (auto const& entry : connections) {
-        Node const &p1 = entry.first, &p2 = entry.second;
-        Net net{reading.newMap(), {p1, p2}, reading.newMap()};
-        net.given.force_insert("p1", p1);
-        net.given.force_insert("p2", p2);
-        addNet(reading, checkPort(reading, p1, "an end") && checkPort(reading, p2, "an end"), net);
+        Node const none(YAML::NodeType::Undefined);
+        bool const good = checkPort(reading, entry.first, "a port") && checkPort(reading, entry.second, "a port");
+        reading.document.nets.push_back({none, {entry.first, entry.second}, good});
     }
 }
 
 void readParts(Reading& reading) {
     Document& document = reading.document;
-    bool good = true;
-    Node const parts = reading.parts(document.root, kNetlist, "", document.others, good);
-    document.name = member(parts, "name").Scalar();
-    document.extension.reset(readExtension(reading, member(parts, "vrl"), kOfNetlist));
-    std::map<std::string, Node> placed;
-    for (auto const& entry : member(parts, "placements")) placed.emplace(entry.first.Scalar(), entry.second);
-    for (auto const& entry : member(parts, "instances")) {
-        Instance instance{entry.first, entry.second, {}, {}, {}, reading.newMap(), {}};
-        if (!readInstance(reading, instance)) {
-            document.oddInstances.force_insert(entry.first, entry.second);
-            continue;
-        }
-        auto const place = placed.find(entry.first.Scalar());
-        if (place != placed.end() && !isNull(place->second)) instance.placement.reset(place->second);
-        if (!isNull(instance.placement)) placed.erase(place);
+    reading.check(document.root, "", kNetlist);
+    Node const extension = member(document.root, "vrl");
+    if (reading.checkExtension(extension, kOfNetlist)) document.extension.reset(extension);
+    for (auto const& entry : member(document.root, "instances")) {
+        Instance instance{entry.first, entry.second};
+        instance.good = readInstance(reading, instance);
         document.instances.push_back(instance);
     }
-    for (auto const& entry : member(parts, "placements"))
-        if (placed.count(entry.first.Scalar())) document.placements.force_insert(entry.first, entry.second);
-    for (auto const& entry : parts) {  // in the order of the file
-        if (entry.first.Scalar() == "connections") readConnections(reading, entry.second);
-        if (entry.first.Scalar() == "nets") readNets(reading, entry.second);
+    for (auto const& entry : document.root) {  // in the order of the file
+        if (entry.first.Scalar() == "connections" && isMap(entry.second)) readConnections(reading, entry.second);
+        if (entry.first.Scalar() == "nets" && entry.second.IsSequence()) readNets(reading, entry.second);
     }
-    for (auto const& entry : member(parts, "ports"))
-        if (checkPort(reading, entry.second, "the end of outer port '" + entry.first.Scalar() + "'"))
-            document.ports.force_insert(entry.first, entry.second);
+    Node const ports = member(document.root, "ports");
+    if (!isMap(ports)) return;
+    for (auto const& entry : ports)
+        if (checkPort(reading, entry.second, "outer port '" + entry.first.Scalar() + "'"))
+            document.ports.emplace_back(entry.first, entry.second);
 }
 
 /// Fails for a file that holds no netlist, or several under names.
@@ -211,14 +169,46 @@ void refuseOtherShapes(Node const& root, std::string const& path) {
     throw Failure(path, "has no 'instances'", near.empty() ? kHint : "is '" + near.front() + "' meant for it?");
 }
 
+/// A count of an array: 1 for null, and 0 for what is no whole number.
+std::size_t countOf(Node const& node) {
+    std::string const& text = node.Scalar();
+    std::size_t count = 0;
+    auto const end = std::from_chars(text.data(), text.data() + text.size(), count).ptr;
+    if (isNull(node)) return 1;
+    return kindOf(node) == Kind::kNumber && end == text.data() + text.size() ? count : 0;
+}
+
 }  // namespace
 
-std::vector<std::string> elementNames(std::string const& name, std::size_t columns, std::size_t rows) {
-    if (columns * rows == 1) return {name};
+ArraySize arraySizeOf(Node const& instance) {
+    for (Node const& source : {member(instance, "array"), instance})
+        for (auto const& [columns, rows] : kSizes)
+            if (member(source, columns).IsDefined() || member(source, rows).IsDefined())
+                return {countOf(member(source, columns)), countOf(member(source, rows))};
+    return {};
+}
+
+bool isArray(Node const& instance) {
+    bool array = false;
+    if (isMap(instance))
+        for (auto const& entry : instance)
+            array = array || (instancePart(entry.first.Scalar()) == InstancePart::kArray && !isNull(entry.second));
+    return array;
+}
+
+std::vector<std::string> elementNames(std::string const& name, ArraySize const& size) {
+    if (size.count() == 1) return {name};
     std::vector<std::string> names;
-    for (std::size_t i = 0; i < columns * rows; ++i)
-        names.push_back(name + "<" + std::to_string(i / rows) + "." + std::to_string(i % rows) + ">");
+    for (std::size_t i = 0; i < size.count(); ++i)
+        names.push_back(name + "<" + std::to_string(i / size.rows) + "." + std::to_string(i % size.rows) + ">");
     return names;
+}
+
+InstancePart instancePart(std::string const& name) {
+    bool array = name == "array";
+    for (auto const& [columns, rows] : kSizes) array = array || name == columns || name == rows;
+    if (array) return InstancePart::kArray;
+    return find(kInstance, name) ? InstancePart::kOwn : InstancePart::kKept;
 }
 
 Document readDocument(std::string const& path, Findings& findings) {
@@ -227,9 +217,6 @@ Document readDocument(std::string const& path, Findings& findings) {
     document.root.reset(readFile(path));
     refuseOtherShapes(document.root, path);
     Reading reading{document, findings};
-    for (Node* const map : {&document.ports, &document.others, &document.placements, &document.oddInstances})
-        map->reset(reading.newMap());
-    document.oddNets.reset(newBeside(document.root, YAML::NodeType::Sequence));
     readParts(reading);
     return document;
 }

@@ -1,8 +1,8 @@
 #pragma once
 
 #include <cstddef>
-#include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "exchange/findings.h"
@@ -10,43 +10,56 @@
 
 namespace vrltool::exchange {
 
+/// How many elements an instance is, in columns and rows.
+struct ArraySize {
+    std::size_t columns = 1, rows = 1;
+
+    std::size_t count() const { return columns * rows; }
+};
+
+/**@{*/
+/// The size of an array, under one of the pairs of names that are in use; 1 by 1 for what is no array, and 0 for a
+/// count that is no whole number from 1.
+ArraySize arraySizeOf(Node const& instance);
+bool isArray(Node const& instance);
+/**@}*/
+
+/// The names of the elements of an array: "NAME<COLUMN.ROW>", column by column; the plain name for a single one.
+std::vector<std::string> elementNames(std::string const& name, ArraySize const& size);
+
+/// What the members of an instance are to us: read, the size of an array, or kept as they are.
+enum class InstancePart { kOwn, kArray, kKept };
+InstancePart instancePart(std::string const& name);
+
 /// A thing under a name in a netlist, or a rectangular array of equal ones.
 struct Instance {
     Node name;
-    Node given;      ///< the component alone, or a map
-    Node component;  ///< a text
-    Node settings;   ///< a map
-    Node extension;  ///< the members of "vrl" that are known and well formed
-    Node others;     ///< the members that mean nothing here
-    Node placement;
-    std::size_t columns = 1, rows = 1;
-
-    bool isArray() const { return !isNull(member(given, "array")) || columns * rows > 1; }
+    Node given;  ///< the component alone, or a map
+    ArraySize size = {};
+    bool good = false;  ///< whether it has the shape; if not, that is an error
 };
 
-/// The names of the elements of an array: "NAME<COLUMN.ROW>", column by column; the plain name for a single one.
-std::vector<std::string> elementNames(std::string const& name, std::size_t columns, std::size_t rows);
+/// The component of an instance, a string.
+inline Node componentOf(Node const& instance) { return isMap(instance) ? member(instance, "component") : instance; }
 
-/// Two ports or more, each a text "instance,port", that are connected.
+/// Two ports or more, each a string "instance,port", that are connected.
 struct Net {
-    Node given;
+    Node given;  ///< undefined for an entry of "connections"
     std::vector<Node> ports;
-    Node others;  ///< the further members
+    bool good;  ///< as of an instance
 };
 
 /// A netlist of another tool as it was read: its shape is checked, its names are not.
 struct Document {
     std::string path;
     Node root;
-    std::string name;  ///< empty without one
     std::vector<Instance> instances;
     std::vector<Net> nets;
-    bool asConnections = false;  ///< whether all nets came as "connections"
-    Node ports;                  ///< a map from outer names to "instance,port"
-    Node placements;             ///< those of no instance
-    Node extension;              ///< the members of "vrl" that are known and well formed
-    Node others;                 ///< the members that mean nothing here
-    Node oddInstances, oddNets;  ///< what has not the shape, which is an error, as it was given
+    std::vector<std::pair<Node, Node>> ports;          ///< outer names with "instance,port"
+    bool asConnections = false;                        ///< whether all nets came as "connections"
+    Node extension = Node(YAML::NodeType::Undefined);  ///< the member "vrl", if it has the shape
+
+    std::string name() const { return member(root, "name").Scalar(); }
 };
 
 /// Reads a netlist from a file. A Failure says what is no netlist at all: without a map of instances.

@@ -3,46 +3,51 @@
 #include <algorithm>
 #include <nlohmann/json.hpp>
 #include <ostream>
+#include <tuple>
 
 #include "text/table.h"
+#include "text/utf8.h"
 
 namespace vrltool::exchange {
 
-namespace {
-
-char const* word(Severity severity) {
-    static char const* const words[] = {"error", "warning", "note"};
-    return words[static_cast<int>(severity)];
+bool PlacedFinding::operator<(PlacedFinding const& other) const {
+    auto const key = [](PlacedFinding const& f) {
+        return std::tuple<bool, bool, std::string const&, int, int, std::string const&>(
+            f.severity == Severity::kNote, f.mark.is_null(), f.path, f.mark.line, f.mark.column, f.text);
+    };
+    return key(*this) < key(other);
 }
-
-/// A line that people can read, whatever names are in it; no character of UTF-8 is cut in two.
-std::string line(std::string const& text) {
-    std::size_t end = std::min<std::size_t>(text.size(), 2000);
-    while (end > 0 && end < text.size() && (static_cast<unsigned char>(text[end]) & 0xC0) == 0x80) --end;
-    return printable(text.substr(0, end) + (end < text.size() ? "..." : ""));
-}
-
-}  // namespace
 
 void Findings::add(Severity severity, std::string const& path, Mark const& mark, std::string const& text,
                    std::string const& hint) {
-    std::string const shown = line(hint.empty() ? text : text + "; " + hint);
-    if (!known.insert(placeText(path, mark) + ": " + shown).second) return;
-    bool const whole = mark.is_null();
-    all.emplace(std::tuple(severity == Severity::kNote, whole, whole ? "" : path, mark.line, mark.column),
-                Finding{severity, path, mark, shown});
-    ++counts[static_cast<std::size_t>(severity)];
+    std::string shown = hint.empty() ? text : text + "; " + hint;
+    if (shown.size() > 2000) {
+        shown.resize(2000);
+        shown.resize(firstStrayByte(shown));
+        shown += "...";
+    }
+    all.insert({severity, path, mark, printable(shown)});
+}
+
+std::size_t Findings::errors() const {
+    return static_cast<std::size_t>(
+        std::count_if(all.begin(), all.end(), [](PlacedFinding const& f) { return f.severity == Severity::kError; }));
+}
+
+Outcome Findings::outcome() const {
+    return all.empty() || all.begin()->severity == Severity::kNote ? Outcome::kFine : Outcome::kFindings;
 }
 
 void Findings::write(std::ostream& os) const {
-    for (auto const& [order, finding] : all)
-        os << placeText(finding.path, finding.mark) << ": " << word(finding.severity) << ": " << finding.text << '\n';
+    for (PlacedFinding const& finding : all)
+        os << placeText(finding.path, finding.mark) << ": " << severityWord(finding.severity) << ": " << finding.text
+           << '\n';
 }
 
 Json Findings::json() const {
     Json list = Json::array();
-    for (auto const& [order, finding] : all) {
-        Json json{{"severity", word(finding.severity)}, {"file", finding.path}};
+    for (PlacedFinding const& finding : all) {
+        Json json{{"severity", severityWord(finding.severity)}, {"file", finding.path}};
         if (!finding.mark.is_null()) {
             json["line"] = finding.mark.line + 1;
             json["column"] = finding.mark.column + 1;

@@ -1,7 +1,9 @@
 #include "exchange/import.h"
 
-#include "exchange/import_context.h"
+#include <algorithm>
+
 #include "text/near_names.h"
+#include "text/phrases.h"
 #include "text/progress.h"
 #include "text/table.h"
 
@@ -11,13 +13,13 @@ namespace vrltool::exchange {
 
 namespace {
 
-using YAML::NodeType;
+constexpr std::size_t kMostHints = 20;
 using Choice = vrl::Foundry::CSInfo;
 
 /// Whether there is the foundry of an instance.
 bool checkFoundry(Import& import, Instance const& instance, std::string const& name) {
     if (import.kinds.hasFoundry(name)) return true;
-    Node const own = member(instance.extension, "foundry");
+    Node const own = member(member(instance.given, "vrl"), "foundry");
     import.findings.add(Severity::kError, own.IsDefined() ? import.document.path : import.map.path,
                         own.IsDefined() ? own.Mark() : import.map.foundryMark,
                         "no loaded plug-in brings the foundry '" + name + "'",
@@ -25,9 +27,9 @@ bool checkFoundry(Import& import, Instance const& instance, std::string const& n
     return false;
 }
 
-/// Whether there is the kind of a rule. What the rule names and the kind has not is reported once.
+/// Whether there is the kind of a rule. What the rule names and the kind lacks is reported once.
 bool checkKind(Import& import, ComponentRule const& rule, std::string const& foundry) {
-    FreshBlock const* const fresh = import.kinds.fresh(foundry, rule.key);
+    FreshBlock const* const fresh = import.kinds.fresh(foundry, rule);
     if (!import.checkedComponents.insert(rule.component).second) return fresh != nullptr;
     auto const error = [&](Mark const& mark, std::string const& text, std::string const& hint = "") {
         import.findings.add(Severity::kError, import.map.path, mark, text, hint);
@@ -42,12 +44,10 @@ bool checkKind(Import& import, ComponentRule const& rule, std::string const& fou
     auto const lacks = [&](Mark const& mark, char const* thing, std::string const& name, auto const& names) {
         error(mark, "'" + rule.key + "' has no " + thing + " '" + name + "'", didYouMean(name, names));
     };
-    for (auto const& entry : rule.ports)
-        if (!fresh->block->getPort(ourName(entry.second)))
-            lacks(entry.second.Mark(), "port", ourName(entry.second), portNames(*fresh->block));
-    for (auto const& entry : rule.parameters)
-        if (!isNull(entry.second) && !fresh->block->find(ourName(entry.second)))
-            lacks(entry.second.Mark(), "parameter", ourName(entry.second), parameters);
+    for (auto const& [theirs, ours] : rule.ports.ours)
+        if (!fresh->block->getPort(ours.name)) lacks(ours.mark, "port", ours.name, portNames(*fresh->block));
+    for (auto const& [theirs, ours] : rule.parameters.ours)
+        if (!ours.name.empty() && !fresh->block->find(ours.name)) lacks(ours.mark, "parameter", ours.name, parameters);
     for (auto const& entry : rule.defaults) {
         std::string const name = entry.first.Scalar();
         Parameter const* const parameter = fresh->find(name);
@@ -60,14 +60,15 @@ bool checkKind(Import& import, ComponentRule const& rule, std::string const& fou
 }
 
 std::string foundryOf(Import const& import, Instance const& instance) {
-    Node const own = member(instance.extension, "foundry");
+    Node const own = member(member(instance.given, "vrl"), "foundry");
     return own.IsDefined() ? own.Scalar() : import.map.foundry;
 }
 
 /// The rule for an instance; null, and an error, if its component has none or its kind cannot be made.
 ComponentRule const* ruleFor(Import& import, Instance const& instance) {
     NameMap const& map = import.map;
-    std::string const component = instance.component.Scalar(), foundry = foundryOf(import, instance);
+    Node const given = componentOf(instance.given);
+    std::string const component = given.Scalar(), foundry = foundryOf(import, instance);
     ComponentRule const* rule = map.find(component);
     if (!rule && map.sameNames && FactoryLoader<vrl::BB>::factory().find(component))
         rule = &import.sameNames.try_emplace(component, component).first->second;
@@ -77,19 +78,18 @@ ComponentRule const* ruleFor(Import& import, Instance const& instance) {
     for (auto const& known : map.components) names.push_back(known.first);
     std::string const where = map.path.empty() ? " is no key of ours, and there is no map" : " is not in the map";
     std::string const line = rule ? std::to_string(rule->mark.line + 1) : "";
-    import.error(instance.component,
+    import.error(given,
                  "component '" + component + "'" +
                      (rule ? " has no key in the map (" + map.path + ":" + line + ")" : where),
                  rule ? "" : didYouMean(component, names));
     return nullptr;
 }
 
-/// Whether the parameter took the value of a setting.
+/// Whether a parameter took the value of a setting.
 bool setParameter(Import& import, vrl::Attribute& attribute, std::string const& what, Node const& value,
                   MappedName const& target) {
     std::string const why = storeValue(attribute, value, target.factor);
     if (!why.empty()) return import.error(value, what + " " + why);
-    ++import.result.parameters;
     Parameter const now = parameterOf(attribute);
     std::string const unit = now.unit.empty() || now.unit == "1" ? "" : " " + now.unit;
     if (!now.inRange)
@@ -99,38 +99,33 @@ bool setParameter(Import& import, vrl::Attribute& attribute, std::string const& 
     return true;
 }
 
-/// Sets the parameters that settings lead to. Returns whether a setting is left that no parameter holds.
-bool setParameters(Import& import, vrl::BB& block, Instance const& instance, ComponentRule const& rule) {
-    bool leftOver = false;
+/// Sets the parameters that settings lead to. Returns how many there are; the other settings need a note.
+std::size_t setParameters(Import& import, vrl::BB& block, Instance const& instance, ComponentRule const& rule) {
+    std::size_t taken = 0;
     Import::KeptSettings* unknown = nullptr;
-    import.result.settings += instance.settings.size();
-    for (auto const& setting : instance.settings) {
+    for (auto const& setting : member(instance.given, "settings")) {
         std::string const name = setting.first.Scalar();
         MappedName const target = rule.ourParameter(block, name);
-        if (!target.name.empty() && !isNull(setting.second) &&
-            setParameter(import, *block.getAttribute(target.name),
-                         "'" + name + "' of instance '" + instance.name.Scalar() + "'", setting.second, target))
-            continue;
-        leftOver = true;
-        if (!target.name.empty() || member(rule.parameters, name).IsDefined()) continue;
+        if (!target.name.empty() && !isNull(setting.second))
+            taken +=
+                setParameter(import, *block.getAttribute(target.name),
+                             "'" + name + "' of instance '" + instance.name.Scalar() + "'", setting.second, target);
+        if (!target.name.empty() || rule.parameters.ours.count(name) > 0) continue;
         unknown = &import.keptSettings[rule.component];
         if (unknown->names.empty()) unknown->mark = setting.first.Mark();
         unknown->names.insert(name);
     }
     if (unknown) ++unknown->instances;
-    return leftOver;
+    return taken;
 }
 
-/// Hands each parameter that a map names to a function, with its value there.
-template <class Use>
-void eachParameter(Import& import, vrl::BB& block, Node const& map, Use const& use) {
-    for (auto const& entry : map) {
-        std::string const name = entry.first.Scalar();
-        if (block.find(name))
-            use(*block.getAttribute(name), entry.second);
-        else
-            import.error(entry.first, "'" + block.getName() + "' has no parameter '" + name + "'");
-    }
+/// The members of an instance that are kept as they are, by their names.
+std::vector<std::string> keptMembers(Node const& instance) {
+    std::vector<std::string> names;
+    if (isMap(instance))
+        for (auto const& entry : instance)
+            if (instancePart(entry.first.Scalar()) == InstancePart::kKept) names.push_back(entry.first.Scalar());
+    return names;
 }
 
 Choice choiceOf(Node const& node, Choice choice) {
@@ -139,18 +134,14 @@ Choice choiceOf(Node const& node, Choice choice) {
     return choice;
 }
 
-/// Sets what an export found besides the settings. Parameters have to be there before their values, and values take
-/// expressions away.
+/// Sets what an export found besides the settings.
 void applyExtension(Import& import, vrl::BB& block, Node const& extension) {
-    applyParameters(block, member(extension, "parameters"), import.document.path, import.findings);
-    eachParameter(import, block, member(extension, "values"), [&](vrl::Attribute& attribute, Node const& value) {
-        std::string const why = storeValue(attribute, value);
-        if (!why.empty()) import.error(value, "value of '" + attribute.getName() + "' " + why);
-    });
-    eachParameter(import, block, member(extension, "expressions"), [](vrl::Attribute& attribute, Node const& text) {
-        auto* const expressed = dynamic_cast<vrl::AttributeWithExpr*>(&attribute);
-        if (expressed) expressed->setExpression(text.Scalar());
-    });
+    for (auto const& entry : member(extension, "values")) {
+        std::string const name = entry.first.Scalar();
+        std::string const why = block.find(name) ? storeValue(*block.getAttribute(name), entry.second) : "";
+        if (!block.find(name)) import.error(entry.first, "'" + block.getName() + "' has no parameter '" + name + "'");
+        if (!why.empty()) import.error(entry.second, "value of '" + name + "' " + why);
+    }
     if (member(extension, "crossSection").IsDefined())
         block.vrl::BB::setCS(choiceOf(extension, block.vrl::BB::getCS()));
     for (auto const& entry : member(extension, "ports")) {
@@ -163,171 +154,310 @@ void applyExtension(Import& import, vrl::BB& block, Node const& extension) {
 
 /// A block for an instance, for the caller.
 vrl::BB* makeBlock(Import& import, Instance const& instance, ComponentRule const& rule) {
-    vrl::BB& block = *import.kinds.create(foundryOf(import, instance), rule.key);
-    for (auto const& entry : rule.defaults)
-        if (block.find(entry.first.Scalar())) storeValue(*block.getAttribute(entry.first.Scalar()), entry.second);
-    bool const leftOver = setParameters(import, block, instance, rule);
-    Node const origin = member(instance.extension, "origin");
-    if (origin.IsDefined() || leftOver || import.map.find(rule.component)) {
-        setNote(block, "component", origin.IsDefined() ? member(origin, "component") : instance.component);
-        setNote(block, "settings", origin.IsDefined() ? member(origin, "settings") : instance.settings);
-    }
-    setNote(block, "info", member(instance.given, "info"));
-    setNote(block, "placement", instance.placement);
-    setNote(block, "members", unlessEmpty(instance.others));
-    applyExtension(import, block, instance.extension);
+    vrl::BB& block = *import.kinds.create(foundryOf(import, instance), rule);
+    Node const extension = member(instance.given, "vrl");
+    std::size_t const settings = member(instance.given, "settings").size(),
+                      taken = setParameters(import, block, instance, rule);
+    applyExtension(import, block, extension);
+    import.settings += settings;
+    import.parameters += taken;
+    // An export makes the same of all others without a note.
+    if (taken < settings || import.map.find(rule.component) || isArray(instance.given) ||
+        member(extension, "origin").IsDefined() || !keptMembers(instance.given).empty())
+        setNote(block, instance.given);
     return &block;
-}
-
-/// The note of the array that the elements of an instance belong to; null for none.
-Node arrayNote(Import const& import, Instance const& instance) {
-    Node const given = member(instance.extension, "array");
-    if (given.IsDefined() || !instance.isArray()) return given;
-    Node note = newBeside(import.document.root, NodeType::Map);
-    note.force_insert("of", instance.name);
-    note.force_insert("columns", plainNode(std::to_string(instance.columns)));
-    note.force_insert("rows", plainNode(std::to_string(instance.rows)));
-    Node const array = member(instance.given, "array");
-    note.force_insert("array", array.IsDefined() ? array : Node());
-    return note;
 }
 
 void leaveOut(Import& import, Instance const& instance) {
     import.leftInstances.force_insert(instance.name, instance.given);
-    if (!isNull(instance.placement)) import.leftPlacements.force_insert(instance.name, instance.placement);
     import.leftOutNames.insert(instance.name.Scalar());
-    ++import.result.leftOut;
+    ++import.leftOut;
 }
 
 /// Adds the elements of an instance, unless there is one of such a name.
 void addInstance(Import& import, Instance const& instance, ComponentRule const& rule) {
-    auto const names = elementNames(instance.name.Scalar(), instance.columns, instance.rows);
+    auto const names = elementNames(instance.name.Scalar(), instance.size);
     for (std::string const& name : names) {
         if (import.byName.count(name) == 0) continue;
-        import.error(instance.name, "'" + name + "' stands twice: by itself and in an array");
+        import.error(instance.name, "'" + name + "' is duplicated: by itself and in an array");
         return leaveOut(import, instance);
     }
-    if (instance.isArray()) import.arrays[instance.name.Scalar()] = &instance;
-    Node const note = arrayNote(import, instance);
-    for (std::string const& name : names) {
+    std::string const name = instance.name.Scalar();
+    if (isArray(instance.given)) import.arrays[name] = &instance;
+    if (isArray(instance.given) && names.size() == 1) import.byName.emplace(name + "<0.0>", import.elements.size());
+    for (std::string const& element : names) {
         vrl::BB* const block = makeBlock(import, instance, rule);
-        setNote(*block, "array", note);
-        import.result.netlist->addBB(block, name);
-        import.byName.emplace(name, import.elements.size());
-        import.elements.push_back({name, block, &rule, &instance});
+        import.netlist->addBB(block, element);
+        import.byName.emplace(element, import.elements.size());
+        import.elements.push_back({element, block, &rule});
     }
 }
 
 void addElements(Import& import) {
     Progress progress("importing", "instances", import.document.instances.size());
-    std::vector<std::pair<Instance const*, ComponentRule const*>> nameless;
     for (Instance const& instance : import.document.instances) {
         progress.step();
-        ComponentRule const* const rule = ruleFor(import, instance);
-        if (rule && instance.name.Scalar().empty()) import.error(instance.name, "an instance has an empty name");
-        if (!rule || instance.name.Scalar().empty())
-            leaveOut(import, instance);
-        else if (member(instance.extension, "nameless").Scalar() == "true")
-            nameless.emplace_back(&instance, rule);
+        ComponentRule const* const rule = instance.good ? ruleFor(import, instance) : nullptr;
+        rule ? addInstance(import, instance, *rule) : leaveOut(import, instance);
+    }
+}
+
+// Which port of ours an "instance,port" leads to, what is wrong with it if it leads to none, and what is connected.
+
+std::string trimmed(std::string const& text) {
+    auto const first = text.find_first_not_of(" \t");
+    return first == std::string::npos ? "" : text.substr(first, text.find_last_not_of(" \t") - first + 1);
+}
+
+/// The element of that name, or null.
+Import::Element const* elementOf(Import const& import, std::string const& name) {
+    auto const found = import.byName.find(name);
+    return found == import.byName.end() ? nullptr : &import.elements[found->second];
+}
+
+/// Reports an "instance,port" that leads nowhere.
+void reportUnknown(Import& import, Node const& node, std::string const& name, std::string const& port) {
+    Import::Element const* const element = elementOf(import, name);
+    auto const array = import.arrays.find(name);
+    std::vector<std::string> names;
+    if (element) {
+        for (std::string const& ours : portNames(*element->block))
+            names.push_back(element->rule->ports.toTheirs(ours).name);
+        names.erase(std::remove(names.begin(), names.end(), ""), names.end());
+        import.error(node, "'" + name + "' (" + element->rule->component + ") has no port '" + port + "'",
+                     namesHint(port, names, "its ports"));
+    } else if (array != import.arrays.end()) {
+        names = elementNames(name, array->second->size);
+        import.error(node, "'" + name + "' is an array: name one of '" + names.front() + "' to '" + names.back() + "'");
+    } else {
+        if (import.hints++ < kMostHints)
+            for (Instance const& instance : import.document.instances) names.push_back(instance.name.Scalar());
+        import.error(node, "there is no instance '" + name + "'", didYouMean(name, names));
+    }
+}
+
+/// Follows an "instance,port"; what leads nowhere and was not left out is reported. Names may hold commas, so each of
+/// them is tried, the last one first.
+std::optional<Import::Port> follow(Import& import, Node const& node) {
+    std::string const& text = node.Scalar();
+    for (auto comma = text.rfind(','); comma != std::string::npos && comma > 0; comma = text.rfind(',', comma - 1)) {
+        std::string const name = text.substr(0, comma);
+        Import::Element const* const element = elementOf(import, name);
+        std::string const port =
+            element ? element->rule->ourPort(*element->block, trimmed(text.substr(comma + 1))) : "";
+        if (!port.empty()) return Import::Port(element - import.elements.data(), port);
+        if (import.leftOutNames.count(name) || import.leftOutNames.count(name.substr(0, name.find('<')))) return {};
+    }
+    auto const comma = text.rfind(',');
+    reportUnknown(import, node, text.substr(0, comma), trimmed(text.substr(comma + 1)));
+    return {};
+}
+
+/// The place of a port among those that are used, a new one at its first mention.
+std::size_t placeOf(Import& import, Import::Port const& port) {
+    auto const found = import.places.emplace(port, import.ports.size());
+    if (found.second) import.ports.push_back({port, import.ports.size()});
+    return found.first->second;
+}
+
+std::size_t rootOf(std::vector<Import::UsedPort>& ports, std::size_t place) {
+    while (ports[place].parent != place) place = ports[place].parent = ports[ports[place].parent].parent;
+    return place;
+}
+
+void connect(Import& import, std::size_t a, std::size_t b) {
+    std::size_t const x = rootOf(import.ports, a), y = rootOf(import.ports, b);
+    import.ports[std::max(x, y)].parent = std::min(x, y);
+}
+
+void use(Import& import, std::size_t place, Mark const& mark) {
+    if (++import.ports[place].uses == 2) import.ports[place].secondUse = mark;
+}
+
+/// "element,port", as notes have it.
+std::string portText(Import const& import, Import::Port const& port) {
+    return import.elements[port.first].name + "," + port.second;
+}
+
+void leaveOut(Import& import, Net const& net) {
+    ++import.leftOut;
+    if (net.given.IsDefined()) return import.leftNets.push_back(net.given);
+    Node pair = newMap();
+    import.leftNets.push_back(pair);  // before it gets its parts, see node.h
+    pair.force_insert("p1", net.ports[0]);
+    pair.force_insert("p2", net.ports[1]);
+}
+
+/// The ports that a net connects; none, and an error, if there is anything wrong with them.
+std::vector<Import::Port> portsOf(Import& import, Net const& net) {
+    std::vector<Import::Port> ports;
+    if (!net.good) return ports;
+    for (Node const& name : net.ports)
+        if (auto const port = follow(import, name)) ports.push_back(*port);
+    bool good = ports.size() == net.ports.size();
+    for (std::size_t i = 1; good && i < ports.size(); ++i)
+        good = ports[i - 1] != ports[i] ||
+               import.error(net.ports[i], "'" + net.ports[i].Scalar() + "' is connected with itself");
+    return good ? ports : std::vector<Import::Port>();
+}
+
+void connectNet(Import& import, Net const& net) {
+    std::vector<Import::Port> const ports = portsOf(import, net);
+    if (ports.empty()) return leaveOut(import, net);
+    for (std::size_t i = 1; i < ports.size(); ++i) {
+        std::size_t const a = placeOf(import, ports[i - 1]), b = placeOf(import, ports[i]);
+        bool const fresh = import.connections.insert(std::minmax(a, b)).second;
+        if (!fresh) ++import.repeatedNets;
+        if (!fresh) continue;
+        connect(import, a, b);
+        use(import, a, net.ports[i - 1].Mark());
+        use(import, b, net.ports[i].Mark());
+        if (isMap(net.given) && net.given.size() > 2) {
+            auto const [first, second] = std::minmax({portText(import, ports[0]), portText(import, ports[1])});
+            import.netNotes.force_insert(first + " " + second, net.given);
+        }
+    }
+    ++import.nets;
+}
+
+void followOuterPorts(Import& import) {
+    std::map<std::size_t, std::string> taken;
+    for (auto const& [outer, leadsTo] : import.document.ports) {
+        auto const port = follow(import, leadsTo);
+        std::string const name = outer.Scalar();
+        if (!port) {
+            import.portNotes.force_insert(outer, newList({stringNode(leadsTo.Scalar())}));
+            import.outerPorts[name];
+            ++import.leftOut;
+            continue;
+        }
+        import.portNotes.force_insert(outer, stringNode(portText(import, *port)));
+        std::size_t const place = placeOf(import, *port);
+        import.outerPorts[name] = place;
+        auto const first = taken.emplace(place, name);
+        if (first.second)
+            use(import, place, leadsTo.Mark());
         else
-            addInstance(import, instance, *rule);
-    }
-    // A block without a name comes about, as it did before the export, by adding it under a name that is taken.
-    for (auto const& entry : nameless)
-        import.result.netlist->addBB(makeBlock(import, *entry.first, *entry.second),
-                                     import.elements.empty() ? entry.first->name.Scalar()
-                                                             : import.elements.front().name);
-    for (auto const& odd : import.document.oddInstances) {
-        import.leftInstances.force_insert(odd.first, odd.second);
-        import.leftOutNames.insert(odd.first.Scalar());
-        ++import.result.leftOut;
+            import.report(Severity::kWarning, outer.Mark(),
+                          "outer port '" + name + "' leads to the port of '" + first.first->second + "', too");
+        ++import.portCount;
     }
 }
 
-void createNetlist(Import& import) {
-    Node const kind = member(import.document.extension, "kind");
-    import.result.netlist.reset(vrl::Netlist::create(kind.Scalar()));
-    if (import.result.netlist) return;
-    import.error(kind, "no loaded plug-in brings the kind of netlist '" + kind.Scalar() + "'");
-    import.result.netlist.reset(vrl::Netlist::create(""));
+vrl::EnumList::Domain domainOf(Import const& import, Import::Port const& used) {
+    vrl::BB::Port* const port = import.elements[used.first].block->getPort(used.second);
+    return port ? port->getDomain() : vrl::EnumList::Unknown;
 }
 
-/// Whether an export makes the outer ports without a note of them, under the same names.
+/// Light has one way from port to port: an optical port that is used twice is reported. Wires may branch.
+void reportSharedPorts(Import& import) {
+    std::size_t branches = 0;
+    for (Import::UsedPort const& used : import.ports) {
+        bool const shared = used.uses >= 2;
+        bool const optical = shared && domainOf(import, used.port) == vrl::EnumList::Optics;
+        branches += shared && !optical;
+        Import::Element const& element = import.elements[used.port.first];
+        if (optical)
+            import.report(Severity::kWarning, used.secondUse,
+                          "'" + element.name + "," + element.rule->ports.toTheirs(used.port.second).name +
+                              "' is used " + std::to_string(used.uses) +
+                              " times; all that it connects becomes one node");
+    }
+    if (branches > 0)
+        import.report(Severity::kNote, Mark::null_mark(),
+                      counted(branches, "electrical port is", "electrical ports are") + " used more than once");
+}
+
+/// Puts the node of an outer port on a list of the boundary; nothing if the port was left out.
+void addToBoundary(Import& import, std::size_t side, Node const& name) {
+    auto const outer = import.outerPorts.find(name.Scalar());
+    if (outer == import.outerPorts.end()) import.error(name, "there is no outer port '" + name.Scalar() + "'");
+    if (outer == import.outerPorts.end() || !outer->second) return;
+    unsigned const node = import.ports[*outer->second].node;
+    ((*import.netlist).*kSides[side].add)(node, nullptr);
+    if (import.boundaryNodes.insert(node).second) import.boundary[side].push_back(name.Scalar());
+}
+
+/// Sets the lists of the boundary: as they are given, by outer ports, or by the ports of ours that those lead to.
+void setBoundary(Import& import) {
+    Node const boundary = member(import.document.extension, "boundary");
+    for (std::size_t side = 0; side < kSides.size(); ++side)
+        for (Node const& name : member(boundary, kSides[side].word)) addToBoundary(import, side, name);
+    if (boundary.IsDefined()) return;
+    for (auto const& [name, leadsTo] : import.document.ports) {
+        auto const& place = import.outerPorts.at(name.Scalar());
+        if (!place) continue;
+        Import::Port const& port = import.ports[*place].port;
+        addToBoundary(import, sideOf(port.second, domainOf(import, port)), name);
+    }
+}
+
+/// Connects the ports that nets name, adds the nodes of all, and sets the boundary.
+void connectPorts(Import& import) {
+    for (Net const& net : import.document.nets) connectNet(import, net);
+    followOuterPorts(import);
+    reportSharedPorts(import);
+    for (Import::UsedPort& used : import.ports) {
+        unsigned& node = import.ports[rootOf(import.ports, used.parent)].node;
+        node = used.node = import.netlist->addNode(import.elements[used.port.first].name, used.port.second, node);
+    }
+    setBoundary(import);
+}
+
+/// Whether an export makes the same outer ports without a note of them.
 bool portsAreDerived(Import const& import) {
-    Circuit const circuit = circuitFrom(*import.result.netlist, 0);
-    Node derived = newList();
-    for (auto const& [name, end] : derivedPorts(circuit, {}, {})) {
-        Element const& element = circuit.elements[end.element];
-        derived.push_back(newList({textNode(name), textNode(element.name), textNode(element.ports[end.port].name)}));
-    }
-    return written(derived, Format::kLine) == written(import.portNotes, Format::kLine);
+    auto given = import.document.ports.begin();
+    bool same = true;
+    for (std::size_t side = 0; side < kSides.size(); ++side)
+        for (std::size_t i = 0; i < import.boundary[side].size(); ++i)
+            same = same && import.boundary[side][i] == kSides[side].head + std::to_string(i) &&
+                   given != import.document.ports.end() && given++->first.Scalar() == import.boundary[side][i];
+    return same && given == import.document.ports.end();
 }
 
 void keepNotes(Import& import) {
-    Document const& document = import.document;
-    vrl::Netlist& netlist = *import.result.netlist;
-    if (!document.name.empty()) setNote(netlist, "name", textNode(document.name));
-    if (document.asConnections) setNote(netlist, "connections", plainNode("true"));
-    if (!portsAreDerived(import)) setNote(netlist, "ports", unlessEmpty(import.portNotes));
-    setNote(netlist, "nets", unlessEmpty(import.netNotes));
-    setNote(netlist, "members", unlessEmpty(document.others));
-    setNote(netlist, "placements", unlessEmpty(document.placements));
-    for (Node const& odd : document.oddNets) import.leftNets.push_back(odd);
-    import.result.leftOut += document.oddNets.size();
-    Node left = newBeside(document.root, NodeType::Map);
-    left.force_insert("instances", import.leftInstances);
-    left.force_insert("nets", import.leftNets);
-    left.force_insert("placements", import.leftPlacements);
-    if (import.leftInstances.size() + import.leftNets.size() > 0) setNote(netlist, "leftOut", left);
-    applyParameters(netlist, member(document.extension, "parameters"), document.path, import.findings);
-}
-
-template <class Names>
-std::string listed(Names const& names) {
-    std::string text;
-    for (std::string const& name : names) text += (text.empty() ? "" : ", ") + name;
-    return text;
+    static std::set<std::string> const others{"instances", "nets", "connections", "ports", "vrl"};
+    for (auto const& entry : import.document.root)
+        if (others.count(entry.first.Scalar()) == 0) import.members.force_insert(entry.first, entry.second);
+    Node const left =
+        newMap({{"instances", unlessEmpty(import.leftInstances)}, {"nets", unlessEmpty(import.leftNets)}});
+    Node const note = newMap({{"members", unlessEmpty(import.members)},
+                              {"connections", import.document.asConnections ? plainNode("true") : Node()},
+                              {"ports", portsAreDerived(import) ? Node() : unlessEmpty(import.portNotes)},
+                              {"nets", unlessEmpty(import.netNotes)},
+                              {"leftOut", unlessEmpty(left)}});
+    if (note.size() > 0) setNote(*import.netlist, note);
 }
 
 /// Reports what is kept as notes: settings once for each component, and the rest in one line.
 void reportNotes(Import& import) {
-    Document const& document = import.document;
     auto const note = [&](Mark const& mark, std::string const& text) { import.report(Severity::kNote, mark, text); };
-    for (auto const& entry : import.keptSettings)
-        note(entry.second.mark, "'" + entry.first + "': settings without a parameter, kept as notes (" +
-                                    counted(entry.second.instances, "instance") + "): " + listed(entry.second.names));
-    std::size_t infos = 0, placements = document.placements.size(), others = 0;
-    for (Instance const& instance : document.instances) {
-        infos += !isNull(member(instance.given, "info"));
-        placements += !isNull(instance.placement);
-        others += instance.others.size() > 0;
-    }
+    for (auto const& [component, kept] : import.keptSettings)
+        note(kept.mark, "'" + component + "': settings without a parameter, kept as notes (" +
+                            counted(kept.instances, "instance") +
+                            "): " + listText({kept.names.begin(), kept.names.end()}, kept.names.size()));
     std::vector<std::string> kept;
-    if (!document.name.empty()) kept.push_back("the name '" + document.name + "'");
-    if (infos > 0) kept.push_back("info of " + counted(infos, "instance"));
-    if (others > 0) kept.push_back("further members of " + counted(others, "instance"));
-    if (placements > 0) kept.push_back(counted(placements, "placement"));
-    for (auto const& entry : document.others) kept.push_back("'" + entry.first.Scalar() + "'");
-    if (!kept.empty()) note(Mark::null_mark(), "kept as notes: " + listed(kept));
+    for (auto const& entry : import.members) kept.push_back(inQuotes(entry.first.Scalar()));
+    std::map<std::string, std::size_t> ofInstances;
+    for (Instance const& instance : import.document.instances)
+        for (std::string const& name : keptMembers(instance.given)) ++ofInstances[name];
+    for (auto const& [name, count] : ofInstances) kept.push_back(inQuotes(name) + " of " + counted(count, "instance"));
+    if (!kept.empty()) note(Mark::null_mark(), "kept as notes: " + listText(kept, kept.size()));
     if (import.repeatedNets > 0)
-        note(Mark::null_mark(), counted(import.repeatedNets, "net is", "nets are") + " told twice");
+        note(Mark::null_mark(), counted(import.repeatedNets, "net is", "nets are") + " duplicated");
 }
 
 }  // namespace
 
-Imported importDocument(Document const& document, NameMap const& map, Kinds& kinds, Findings& findings) {
-    Import import{document, map, kinds, findings};
-    for (Node* const left : {&import.leftInstances, &import.leftPlacements})
-        left->reset(newBeside(document.root, NodeType::Map));
-    for (Node* const list : {&import.leftNets, &import.portNotes, &import.netNotes})
-        list->reset(newBeside(document.root, NodeType::Sequence));
-    createNetlist(import);
+void importDocument(Import& import) {
+    // One memory for all of them, see node.h.
+    newList({import.document.root, import.members, import.portNotes, import.netNotes, import.leftInstances,
+             import.leftNets});
+    import.netlist.reset(vrl::Netlist::create(""));
     addElements(import);
     connectPorts(import);
     keepNotes(import);
     reportNotes(import);
-    import.result.elements = import.result.netlist->sizeElements();
-    return std::move(import.result);
 }
 
 }  // namespace vrltool::exchange

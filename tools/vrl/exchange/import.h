@@ -1,10 +1,17 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
+#include <map>
 #include <memory>
+#include <optional>
+#include <set>
+#include <string>
+#include <unordered_map>
+#include <utility>
+#include <vector>
 
 #include "exchange/document.h"
-#include "exchange/findings.h"
 #include "exchange/library.h"
 #include "exchange/name_map.h"
 #include "vrllib/vrllib.h"
@@ -16,19 +23,76 @@ struct NetlistDeleter {
     void operator()(vrl::Netlist* netlist) const { vrl::Netlist::destroy(netlist); }
 };
 
-/// What an import made, and how many of each.
-struct Imported {
-    std::unique_ptr<vrl::Netlist, NetlistDeleter> netlist;
-    std::size_t elements = 0;
+/// One import: what it reads, what it has made so far with the numbers of it, and what it has yet to report. All its
+/// steps work on it.
+struct Import {
+    struct Element {
+        std::string name;
+        vrl::BB* block;  ///< owned by the netlist
+        ComponentRule const* rule;
+    };
+
+    /// A port of ours: an element, by its place, and the name of its port.
+    using Port = std::pair<std::size_t, std::string>;
+
+    /// A port that the netlist uses. Ports that are connected form a tree, whose root is the first of them.
+    struct UsedPort {
+        Port port;
+        std::size_t parent;
+        std::size_t uses = 0;  ///< by nets and outer ports
+        Mark secondUse = Mark::null_mark();
+        unsigned node = 0;
+    };
+
+    /// The settings of one component that are kept as notes only.
+    struct KeptSettings {
+        Mark mark;
+        std::set<std::string> names;
+        std::size_t instances = 0;
+    };
+
+    Document const& document;
+    NameMap const& map;
+    Kinds& kinds;
+    Findings& findings;
+
+    std::unique_ptr<vrl::Netlist, NetlistDeleter> netlist = nullptr;
     std::size_t settings = 0;    ///< of all instances
     std::size_t parameters = 0;  ///< set by settings
     std::size_t nets = 0;        ///< carried over
-    std::size_t ports = 0;       ///< likewise
-    std::size_t leftOut = 0;     ///< instances, nets and ports that were not
+    std::size_t portCount = 0;   ///< outer ports, likewise
+    std::size_t leftOut = 0;     ///< instances, nets and outer ports that were not
+
+    std::map<std::string, ComponentRule> sameNames = {};  ///< rules of kinds that the map does not name
+    std::set<std::string> checkedComponents = {};
+    std::map<std::string, KeptSettings> keptSettings = {};
+    std::vector<Element> elements = {};
+    std::unordered_map<std::string, std::size_t> byName = {};
+    std::map<std::string, Instance const*> arrays = {};
+    std::vector<UsedPort> ports = {};  ///< in order of mention
+    std::map<Port, std::size_t> places = {};
+    std::set<std::pair<std::size_t, std::size_t>> connections = {};
+    std::map<std::string, std::optional<std::size_t>> outerPorts = {};  ///< the places of their ports, unless left out
+    std::array<std::vector<std::string>, 3> boundary = {};              ///< by outer ports, each node once
+    std::set<unsigned> boundaryNodes = {};
+    std::set<std::string> leftOutNames = {};
+    Node members = newMap(), portNotes = newMap(), netNotes = newMap();  ///< parts of the note of the netlist
+    Node leftInstances = newMap(), leftNets = newList();
+    std::size_t repeatedNets = 0;
+    std::size_t hints = 0;  ///< given; looking for near names among many takes its time
+
+    /// Reports something about a part of the netlist, or about all of it. Returns false.
+    bool report(Severity severity, Mark const& mark, std::string const& text, std::string const& hint = "") {
+        findings.add(severity, document.path, mark, text, hint);
+        return false;
+    }
+    bool error(Node const& node, std::string const& text, std::string const& hint = "") {
+        return report(Severity::kError, node.Mark(), text, hint);
+    }
 };
 
-/// The circuit of a document, with everything that it cannot hold as notes. What cannot be carried over is an error in
-/// `findings`, and is kept in the note of what was left out. The kinds outlive the netlist.
-Imported importDocument(Document const& document, NameMap const& map, Kinds& kinds, Findings& findings);
+/// Makes the circuit of the document, with everything that it cannot hold as notes. What cannot be carried over is an
+/// error in the findings, and is kept in the note of what was left out. The kinds outlive the netlist.
+void importDocument(Import& import);
 
 }  // namespace vrltool::exchange

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <limits>
 
+#include "circuit/direction.h"
 #include "text/number.h"
 
 namespace vrltool::exchange {
@@ -14,7 +15,9 @@ namespace {
 using Complex = std::complex<double>;
 using Value = std::optional<ParameterValue>;
 
-/// The number of a node. JSON has texts for those that are not finite.
+char const* const kNote = "vrl::import";
+
+/// The number of a node. JSON has strings for those that are not finite.
 std::optional<double> numberOf(Node const& node) {
     std::string const& text = node.Scalar();
     if (text == ".inf" || text == "inf") return INFINITY;
@@ -70,23 +73,8 @@ struct AsNode {
     }
     Node operator()(double v) const { return nodeOfNumber(quotient(v, factor)); }
     Node operator()(Complex const& v) const { return newMap({{"re", (*this)(v.real())}, {"im", (*this)(v.imag())}}); }
-    Node operator()(std::string const& v) const { return textNode(v); }
+    Node operator()(std::string const& v) const { return stringNode(v); }
 };
-
-using Create = vrl::Attribute* (*)(std::string const& name, std::string const& description, std::string const& unit);
-
-template <class T>
-vrl::Attribute* create(std::string const& name, std::string const& description, std::string const& unit) {
-    return new vrl::Value<T>(name, T(), description, unit);
-}
-
-Create creatorOf(std::string const& type) {
-    if (type == "bool") return create<bool>;
-    if (type == "Int") return create<int>;
-    if (type == "Double") return create<double>;
-    if (type == "Complex") return create<Complex>;
-    return type == "String" ? create<std::string> : nullptr;
-}
 
 }  // namespace
 
@@ -109,14 +97,17 @@ vrl::Foundry* Kinds::foundry(std::string const& name) {
     return foundries[name] = vrl::Foundry::create(name);
 }
 
-vrl::BB* Kinds::create(std::string const& foundryName, std::string const& kind) {
-    return kind.empty() ? nullptr : vrl::BB::create(foundry(foundryName), kind);
+vrl::BB* Kinds::create(std::string const& foundryName, ComponentRule const& rule) {
+    vrl::BB* const block = rule.key.empty() ? nullptr : vrl::BB::create(foundry(foundryName), rule.key);
+    for (auto const& entry : block ? rule.defaults : Node())
+        if (block->find(entry.first.Scalar())) storeValue(*block->getAttribute(entry.first.Scalar()), entry.second);
+    return block;
 }
 
-FreshBlock const* Kinds::fresh(std::string const& foundryName, std::string const& kind) {
-    auto const made = freshBlocks.try_emplace({foundryName, kind});
+FreshBlock const* Kinds::fresh(std::string const& foundryName, ComponentRule const& rule) {
+    auto const made = freshBlocks.try_emplace({foundryName, rule.component, rule.key});
     FreshBlock& entry = made.first->second;
-    if (made.second && (entry.block = create(foundryName, kind)))
+    if (made.second && (entry.block = create(foundryName, rule)))
         for (Parameter& parameter : parametersOf(*entry.block))
             entry.parameters.emplace(parameter.name, std::move(parameter));
     return entry.block ? &entry : nullptr;
@@ -128,14 +119,11 @@ std::vector<std::string> portNames(vrl::BB& block) {
     return names;
 }
 
-void setNote(vrl::Annotations& target, std::string const& key, Node const& value) {
-    if (!isNull(value)) target.setAnnotation("vrl::import/" + key, written(value, Format::kLine));
+void setNote(vrl::Annotations& target, Node const& value) {
+    target.setAnnotation(kNote, written(value, Format::kLine));
 }
 
-Node note(vrl::Annotations const& source, std::string const& key) {
-    std::string const text = source.getAnnotation("vrl::import/" + key, false);
-    return text.empty() ? Node() : valueOfLine(text);
-}
+Node note(vrl::Annotations const& source) { return valueOfLine(source.getAnnotation(kNote, false)); }
 
 std::array<Side, 3> const kSides{{{"inputs", "in", &Circuit::inputs, &vrl::Netlist::setInputNode},
                                   {"outputs", "out", &Circuit::outputs, &vrl::Netlist::setOutputNode},
@@ -143,37 +131,12 @@ std::array<Side, 3> const kSides{{{"inputs", "in", &Circuit::inputs, &vrl::Netli
 
 std::size_t sideOf(std::string const& port, vrl::EnumList::Domain domain) {
     if (domain != vrl::EnumList::Optics) return 2;
-    return vrl::PortLabel(port).isOpticalOutput() ? 1 : 0;
-}
-
-PortPlace const& portFor(Circuit const& circuit, unsigned node, std::size_t side) {
-    auto const& ends = circuit.nodes.at(node);
-    auto const best = std::find_if(ends.begin(), ends.end(), [&](PortPlace const& end) {
-        ElementPort const& port = circuit.elements[end.element].ports[end.port];
-        return sideOf(port.name, port.domain) == side;
-    });
-    return best == ends.end() ? ends.front() : *best;
-}
-
-std::vector<std::pair<std::string, PortPlace>> derivedPorts(Circuit const& circuit, std::set<unsigned> withPort,
-                                                            std::set<std::string> names) {
-    std::vector<std::pair<std::string, PortPlace>> ports;
-    for (std::size_t side = 0; side < kSides.size(); ++side) {
-        std::size_t number = 0;
-        for (unsigned const node : circuit.*kSides[side].nodes) {
-            if (circuit.nodes.count(node) == 0 || !withPort.insert(node).second) continue;
-            std::string name;
-            do name = kSides[side].head + std::to_string(number++);
-            while (!names.insert(name).second);
-            ports.emplace_back(name, portFor(circuit, node, side));
-        }
-    }
-    return ports;
+    return directionOf(port) == Direction::kOutput ? 1 : 0;
 }
 
 Value valueFor(Parameter const& parameter, Node const& node, double factor, std::string& why) {
     static char const* const wanted[] = {
-        "a text", "true or false", "a whole number", "a number", "a number, or a map of 're' and 'im',", "a text"};
+        "a string", "true or false", "a whole number", "a number", "a number, or a map of 're' and 'im',", "a string"};
     why = wrongKind("", node, wanted[parameter.value.index()]).substr(1);
     auto const number = numberOf(node);
     switch (parameter.value.index()) {
@@ -186,7 +149,7 @@ Value valueFor(Parameter const& parameter, Node const& node, double factor, std:
     case 4:
         return complexNumber(node, factor);
     default:
-        return isText(node) ? Value(node.Scalar()) : Value();
+        return isString(node) ? Value(node.Scalar()) : Value();
     }
 }
 
@@ -205,15 +168,12 @@ std::string storeValue(vrl::Attribute& attribute, Node const& node, double facto
 }
 
 Node nodeOfValue(Parameter const& parameter, double factor) {
-    if (std::holds_alternative<std::monostate>(parameter.value)) return textNode(parameter.text);
+    if (std::holds_alternative<std::monostate>(parameter.value)) return stringNode(parameter.text);
     return std::visit(AsNode{factor}, parameter.value);
 }
 
 bool sameValue(Parameter const& a, Parameter const& b) {
-    auto const* const x = std::get_if<Complex>(&a.value);
-    auto const* const y = std::get_if<Complex>(&b.value);
-    // The text is exact, except that a complex number without an imaginary part does not show the sign of its zero.
-    return a.text == b.text && (!x || !y || numberText(x->imag()) == numberText(y->imag()));
+    return written(nodeOfValue(a), Format::kLine) == written(nodeOfValue(b), Format::kLine);
 }
 
 bool isValueOf(Parameter const& taker, Node const& node, double factor, Parameter const& parameter) {
@@ -221,41 +181,7 @@ bool isValueOf(Parameter const& taker, Node const& node, double factor, Paramete
     Value const value = valueFor(taker, node, factor, why);
     Parameter taken;
     if (value) taken.value = *value;
-    taken.text = valueText(taken.value);
     return value && sameValue(taken, parameter);
 }
-
-Node nodeOfParameter(Parameter const& parameter) {
-    auto const unlessNone = [](std::string const& text) { return text.empty() ? Node() : textNode(text); };
-    return newMap({{"type", textNode(parameter.type)},
-                   {"value", nodeOfValue(parameter)},
-                   {"unit", unlessNone(parameter.unit)},
-                   {"description", unlessNone(parameter.description)},
-                   {"expression", unlessNone(parameter.expression)}});
-}
-
-void applyParameters(vrl::Attributes& list, Node const& parameters, std::string const& path, Findings& findings) {
-    for (auto const& entry : parameters) {
-        std::string const name = entry.first.Scalar();
-        auto const part = [&](char const* key) { return member(entry.second, key); };
-        auto const error = [&](std::string const& text) {
-            findings.add(Severity::kError, path, entry.first.Mark(), text);
-        };
-        Create const create = creatorOf(part("type").Scalar());
-        if (!list.find(name) && !create) {
-            error("parameter '" + name + "' is of no type that can be made here");
-            continue;
-        }
-        if (!list.find(name)) list.add(create(name, part("description").Scalar(), part("unit").Scalar()));
-        vrl::Attribute& attribute = *list.getAttribute(name);
-        std::string const why = part("value").IsDefined() ? storeValue(attribute, part("value")) : "is missing";
-        if (!why.empty()) error("value of '" + name + "' " + why);
-        auto* const expressed = dynamic_cast<vrl::AttributeWithExpr*>(&attribute);
-        std::string const expression = part("expression").Scalar();
-        if (expressed && !expression.empty()) expressed->setExpression(expression);
-    }
-}
-
-bool canMake(std::string const& type) { return creatorOf(type) != nullptr; }
 
 }  // namespace vrltool::exchange

@@ -3,21 +3,19 @@
 #include <array>
 #include <map>
 #include <optional>
-#include <set>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "circuit/circuit.h"
 #include "circuit/parameters.h"
-#include "exchange/findings.h"
-#include "exchange/node.h"
+#include "exchange/name_map.h"
 
-// What import and export ask of the library alike: blocks by their kinds, notes, and the lists of the boundary.
+// What import and export ask of the library alike: blocks by their kinds, notes, the boundary, and values.
 
 namespace vrltool::exchange {
 
-/// A block of a kind as its plug-in makes it, with its parameters by name.
+/// A block of a kind as its plug-in makes it, with the defaults of a rule, and its parameters by name.
 struct FreshBlock {
     vrl::BB* block = nullptr;  ///< owned by Kinds
     std::map<std::string, Parameter> parameters;
@@ -36,16 +34,16 @@ public:
 
     /// Whether a plug-in brings that foundry. The empty name is that of no foundry, which there always is.
     bool hasFoundry(std::string const& name) { return name.empty() || foundry(name); }
-    /// A new block for the caller, or null for an unknown kind.
-    vrl::BB* create(std::string const& foundryName, std::string const& kind);
-    /// The block of a kind that nobody has changed, or null for an unknown kind.
-    FreshBlock const* fresh(std::string const& foundryName, std::string const& kind);
+    /// A new block for the caller with the defaults of the rule, or null for an unknown kind.
+    vrl::BB* create(std::string const& foundryName, ComponentRule const& rule);
+    /// Such a block that nobody changes, or null for an unknown kind.
+    FreshBlock const* fresh(std::string const& foundryName, ComponentRule const& rule);
 
 private:
     vrl::Foundry* foundry(std::string const& name);
 
     std::map<std::string, vrl::Foundry*> foundries;
-    std::map<std::pair<std::string, std::string>, FreshBlock> freshBlocks;
+    std::map<std::array<std::string, 3>, FreshBlock> freshBlocks;  ///< by foundry, component and key
 };
 
 /// The keys of all blocks or foundries.
@@ -61,18 +59,18 @@ std::vector<std::string> factoryKeys() {
 std::vector<std::string> portNames(vrl::BB& block);
 
 /**@{*/
-/// A note: what an import keeps beside the circuit and an export writes back. It is an annotation, a line of JSON, of a
-/// block or of the netlist. Setting null sets nothing; without a note its value is null.
+/// A note: what an import keeps beside the circuit and an export writes back. It is an annotation, one line, of a block
+/// or of the netlist; without one its value is null.
 ///
-/// Blocks have "component", "settings", "info", "placement" and "members" (all others) as the instance had them, and
-/// "array": {"of", "columns", "rows", "array"}. The netlist has "name", "members" and "placements" (of no instance);
-/// "connections", true if nets came as such; "ports": [name, element, port], or [name, port] for those left out; "nets"
-/// with further members: [[element, port], [element, port], members]; and "leftOut" in the shape of a netlist.
-void setNote(vrl::Annotations& target, std::string const& key, Node const& value);
-Node note(vrl::Annotations const& source, std::string const& key);
+/// A block has its instance as it was given. The netlist has a map: "members" (all that are no instances, nets or outer
+/// ports); "connections", true if nets came as such; "ports" (outer name to "element,port", or to a list with the port
+/// that was left out); "nets" with further members (both ports, in order of their names, to the net); and "leftOut" in
+/// the shape of a netlist.
+void setNote(vrl::Annotations& target, Node const& value);
+Node note(vrl::Annotations const& source);
 /**@}*/
 
-/// A list of the boundary: its name in the member "boundary" of "vrl", how outer ports on it are called, and its nodes.
+/// A list of the boundary: its name in the member "boundary" of "vrl", the names of outer ports on it, and its nodes.
 struct Side {
     char const* word;
     char const* head;
@@ -87,20 +85,12 @@ extern std::array<Side, 3> const kSides;
 /// none; DC for all others.
 std::size_t sideOf(std::string const& port, vrl::EnumList::Domain domain);
 
-/// The port of a node that shows best on which list it is.
-PortPlace const& portFor(Circuit const& circuit, unsigned node, std::size_t side);
-
-/// Outer ports for the nodes of the boundary except those that have one, by names that are not yet taken: "in0",
-/// "out0", "dc0" and so on.
-std::vector<std::pair<std::string, PortPlace>> derivedPorts(Circuit const& circuit, std::set<unsigned> withPort,
-                                                            std::set<std::string> names);
-
 /// The value of a netlist for a parameter: numbers are multiplied by the factor, and an Int has to stay whole. Without
-/// a value, `why` gets the reason: "is a text, where a number belongs".
+/// a value, `why` gets the reason: "is a string, where a number belongs".
 std::optional<ParameterValue> valueFor(Parameter const& parameter, Node const& node, double factor, std::string& why);
 
 /// Stores a value of a netlist as the owner of the parameter would, through its gate. Returns why it cannot be; empty
-/// if it is stored. A value of a type of a plug-in is stored as a text.
+/// if it is stored. A value of a type of a plug-in is stored as a string.
 std::string storeValue(vrl::Attribute& attribute, Node const& node, double factor = 1);
 
 /// The value of a parameter: {"re", "im"} for a complex one. With a factor, the number whose product with it is the
@@ -111,14 +101,6 @@ Node nodeOfValue(Parameter const& parameter, double factor = 1);
 /// Whether two parameters of the same type, or a value of a netlist taken for the first one, are equal to the last bit.
 bool sameValue(Parameter const& a, Parameter const& b);
 bool isValueOf(Parameter const& taker, Node const& node, double factor, Parameter const& parameter);
-/**@}*/
-
-/**@{*/
-/// A whole parameter: {"type", "value", "unit", "description", "expression"}; such a map of parameters into a list,
-/// which gets those that it has not; and whether a parameter of that type can be made.
-Node nodeOfParameter(Parameter const& parameter);
-void applyParameters(vrl::Attributes& list, Node const& parameters, std::string const& path, Findings& findings);
-bool canMake(std::string const& type);
 /**@}*/
 
 }  // namespace vrltool::exchange

@@ -5,8 +5,10 @@
 #include <cmath>
 #include <set>
 
+#include "exchange/library.h"
 #include "text/failure.h"
 #include "text/near_names.h"
+#include "text/phrases.h"
 #include "text/table.h"
 
 namespace vrltool::exchange {
@@ -22,8 +24,8 @@ struct MapFile {
     }
 
     void check(Node const& node, std::string const& what, std::string_view kinds) const {
-        bool const empty = isText(node) && node.Scalar().empty();
-        std::string const wrong = empty ? wrongKind(what, node, "a text") : misfit(what, node, kinds);
+        bool const empty = isString(node) && node.Scalar().empty();
+        std::string const wrong = empty ? wrongKind(what, node, "a string") : misfit(what, node, kinds);
         if (!wrong.empty()) fail(node.Mark(), wrong);
     }
 
@@ -39,6 +41,9 @@ struct MapFile {
         }
     }
 };
+
+/// The name of ours that an entry of `ports` or `parameters` leads to; empty for null.
+std::string ourName(Node const& entry) { return isMap(entry) ? member(entry, "to").Scalar() : entry.Scalar(); }
 
 double factorOf(Node const& entry) {
     std::string const text = member(entry, "factor").Scalar();
@@ -56,54 +61,34 @@ void checkParameter(MapFile const& file, Node const& entry, std::string const& w
         file.fail(entry.Mark(), what + " has no 'to'", "name the parameter of ours that it sets");
 }
 
-/// Checks the ports or parameters of a component. Two names of theirs for one of ours would have no way back.
-void checkRules(MapFile const& file, Node const& rules, bool ports, std::string const& of) {
-    std::set<std::string> taken;
-    for (auto const& entry : rules) {
-        std::string const what = (ports ? "port '" : "parameter '") + printable(entry.first.Scalar()) + "'" + of;
+/// The names of the ports or parameters of a component. Two names of theirs for one of ours would have no way back.
+NameRules readRules(MapFile const& file, Node const& node, bool ports, std::string const& of) {
+    NameRules rules;
+    for (auto const& entry : node) {
+        std::string const name = entry.first.Scalar(), things = ports ? "two ports" : "two settings";
+        std::string const what = (ports ? "port '" : "parameter '") + printable(name) + "'" + of;
         ports ? file.check(entry.second, what, "t") : checkParameter(file, entry.second, what);
-        std::string const ours = ourName(entry.second), things = ports ? "two ports" : "two settings";
-        if (!ours.empty() && !taken.insert(ours).second)
+        std::string const ours = ourName(entry.second);
+        if (!ours.empty() && !rules.theirs.emplace(ours, name).second)
             file.fail(entry.second.Mark(), things + of + " lead to '" + printable(ours) + "'");
+        rules.ours[name] = {ours, factorOf(entry.second), entry.second.Mark()};
     }
+    return rules;
 }
 
-void readComponent(MapFile const& file, Node const& node, ComponentRule& rule) {
+void readComponent(MapFile const& file, Node const& node, ComponentRule& rule, bool sameNames) {
     static std::vector<Shape> const shapes{
         {"key", "nt"}, {"sameNames", "b"}, {"ports", "nm"}, {"parameters", "nm"}, {"defaults", "nm"}};
     std::string const name = "'" + printable(rule.component) + "'";
-    if (!isText(node) && !isNull(node)) file.check(node, "component " + name, " of " + name, shapes);
+    if (!isString(node) && !isNull(node)) file.check(node, "component " + name, " of " + name, shapes);
     Node const key = isMap(node) ? member(node, "key") : node;  // the short form is the key alone, or null for none yet
     rule.key = key.Scalar();
     if (!isNull(key)) rule.keyMark = key.Mark();
-    Node const same = member(node, "sameNames");
-    if (same.IsDefined()) rule.sameNames = same.Scalar() == "true";
-    rule.ports.reset(member(node, "ports"));
-    rule.parameters.reset(member(node, "parameters"));
+    rule.ports = readRules(file, member(node, "ports"), true, " of " + name);
+    rule.parameters = readRules(file, member(node, "parameters"), false, " of " + name);
     rule.defaults.reset(member(node, "defaults"));
-    checkRules(file, rule.ports, true, " of " + name);
-    checkRules(file, rule.parameters, false, " of " + name);
-}
-
-/// The name of theirs that leads to one of ours; empty if there is none.
-std::string leadingTo(Node const& rules, std::string const& ours) {
-    for (auto const& entry : rules)
-        if (!ours.empty() && ourName(entry.second) == ours) return entry.first.Scalar();
-    return {};
-}
-
-template <class Exists>
-MappedName toOurs(Node const& rules, bool sameNames, std::string const& theirs, Exists const& exists) {
-    Node const rule = member(rules, theirs);
-    bool const same = !rule.IsDefined() && sameNames && leadingTo(rules, theirs).empty();
-    std::string const ours = same ? theirs : ourName(rule);
-    return exists(ours) ? MappedName{ours, factorOf(rule)} : MappedName();
-}
-
-MappedName toTheirs(Node const& rules, bool sameNames, std::string const& ours) {
-    std::string const theirs = leadingTo(rules, ours);
-    if (!theirs.empty()) return {theirs, factorOf(member(rules, theirs))};
-    return {sameNames && !member(rules, ours).IsDefined() ? ours : ""};
+    Node const same = member(node, "sameNames");
+    rule.ports.sameNames = rule.parameters.sameNames = same.IsDefined() ? same.Scalar() == "true" : sameNames;
 }
 
 using Names = std::vector<std::string>;
@@ -119,9 +104,10 @@ std::map<std::string, Used> usedComponents(Document const& document) {
     std::map<std::string, Used> components;
     std::map<std::string, Used*> ofInstance;
     for (Instance const& instance : document.instances) {
-        Used& used = *(ofInstance[instance.name.Scalar()] = &components[instance.component.Scalar()]);
+        if (!instance.good) continue;
+        Used& used = *(ofInstance[instance.name.Scalar()] = &components[componentOf(instance.given).Scalar()]);
         ++used.instances;
-        for (auto const& setting : instance.settings) {
+        for (auto const& setting : member(instance.given, "settings")) {
             Node& value = used.settings.emplace(setting.first.Scalar(), setting.second).first->second;
             if (isNull(value)) value.reset(setting.second);
         }
@@ -173,14 +159,10 @@ std::string yaml(Node const& node) {
     return text.substr(0, text.size() - 1);
 }
 
-std::string yaml(std::string const& name) { return yaml(textNode(name)); }
+std::string yaml(std::string const& name) { return yaml(stringNode(name)); }
 
 /// A list of names for a comment.
-std::string listed(Names const& names) {
-    std::string text;
-    for (std::string const& name : names) text += (text.empty() ? "" : ", ") + printable(name);
-    return text;
-}
+std::string listed(Names const& names) { return printable(listText(names, names.size())); }
 
 bool contains(Names const& names, std::string const& name) {
     return std::find(names.begin(), names.end(), name) != names.end();
@@ -190,7 +172,7 @@ bool contains(Names const& names, std::string const& name) {
 std::string keysByPorts(Kinds& kinds, std::size_t count) {
     Names fitting;
     for (std::string const& key : factoryKeys<vrl::BB>()) {
-        FreshBlock const* const fresh = kinds.fresh("", key);
+        FreshBlock const* const fresh = kinds.fresh("", ComponentRule(key));
         if (fresh && portNames(*fresh->block).size() == count) fitting.push_back(key);
     }
     if (fitting.empty()) return "one of " + listed(factoryKeys<vrl::BB>());
@@ -229,20 +211,27 @@ std::string parameterLines(Used const& used, FreshBlock const* fresh) {
 
 }  // namespace
 
-std::string ourName(Node const& entry) { return isMap(entry) ? member(entry, "to").Scalar() : entry.Scalar(); }
-
-std::string ComponentRule::ourPort(vrl::BB& block, std::string const& theirs) const {
-    return toOurs(ports, sameNames, theirs, [&](std::string const& name) { return block.getPort(name) != nullptr; })
-        .name;
+MappedName NameRules::toOurs(std::string const& name) const {
+    auto const found = ours.find(name);
+    if (found != ours.end()) return found->second;
+    return {sameNames && theirs.count(name) == 0 ? name : ""};
 }
 
-std::string ComponentRule::theirPort(std::string const& ours) const { return toTheirs(ports, sameNames, ours).name; }
-
-MappedName ComponentRule::ourParameter(vrl::BB& block, std::string const& theirs) const {
-    return toOurs(parameters, sameNames, theirs, [&](std::string const& name) { return block.find(name); });
+MappedName NameRules::toTheirs(std::string const& name) const {
+    auto const found = theirs.find(name);
+    if (found != theirs.end()) return {found->second, ours.at(found->second).factor};
+    return {sameNames && ours.count(name) == 0 ? name : ""};
 }
 
-MappedName ComponentRule::theirSetting(std::string const& ours) const { return toTheirs(parameters, sameNames, ours); }
+std::string ComponentRule::ourPort(vrl::BB& block, std::string const& name) const {
+    std::string const ours = ports.toOurs(name).name;
+    return block.getPort(ours) ? ours : "";
+}
+
+MappedName ComponentRule::ourParameter(vrl::BB& block, std::string const& name) const {
+    MappedName const ours = parameters.toOurs(name);
+    return block.find(ours.name) ? ours : MappedName();
+}
 
 ComponentRule const* NameMap::find(std::string const& component) const {
     auto const found = components.find(component);
@@ -272,8 +261,7 @@ NameMap readNameMap(std::string const& path) {
         std::string const name = entry.first.Scalar();
         ComponentRule rule(name);
         rule.mark = rule.keyMark = entry.first.Mark();
-        rule.sameNames = map.sameNames;
-        readComponent(file, entry.second, rule);
+        readComponent(file, entry.second, rule, map.sameNames);
         map.components.emplace(name, rule);
     }
     return map;
@@ -293,7 +281,7 @@ std::string mapTemplate(Document const& document) {
                       (components.empty() ? "\ncomponents: {}\n" : "\ncomponents:\n");
     for (auto const& [name, used] : components) {
         Names const keys = proposals(name, factoryKeys<vrl::BB>());
-        FreshBlock const* const fresh = keys.empty() ? nullptr : kinds.fresh("", keys.front());
+        FreshBlock const* const fresh = keys.empty() ? nullptr : kinds.fresh("", ComponentRule(keys.front()));
         out += "  " + yaml(name) + ":  # " + counted(used.instances, "instance") +
                "\n    key: " + (fresh ? yaml(keys.front()) : "null");
         if (keys.empty()) out += "  # " + keysByPorts(kinds, used.ports.size());

@@ -4,8 +4,8 @@
 #include <string>
 
 #include "exchange/document.h"
-#include "exchange/library.h"
 #include "exchange/node.h"
+#include "vrllib/vrllib.h"
 
 // A map leads from the names of another tool to ours, and back. Same names: what no rule names, and what is called like
 // one of ours that no rule leads to, is taken for it.
@@ -16,6 +16,17 @@ namespace vrltool::exchange {
 struct MappedName {
     std::string name;
     double factor = 1;
+    Mark mark = Mark::null_mark();
+};
+
+/// The names of ports or parameters of one component, both ways.
+struct NameRules {
+    std::map<std::string, MappedName> ours;  ///< by theirs; an empty one is known to have none
+    std::map<std::string, std::string> theirs;
+    bool sameNames = true;
+
+    MappedName toOurs(std::string const& name) const;
+    MappedName toTheirs(std::string const& name) const;
 };
 
 /// What the map says of one component of theirs.
@@ -24,25 +35,18 @@ struct ComponentRule {
     std::string key;  ///< of ours; empty if it has none yet
     Mark mark = Mark::null_mark();
     Mark keyMark = mark;
-    bool sameNames = true;
-    Node ports = {};       ///< theirs to ours; a map, or null
-    Node parameters = {};  ///< settings of theirs to ours, or to {"to", "factor"}, or to null: known to have none
-    Node defaults = {};    ///< parameters of ours that settings do not give
+    NameRules ports = {}, parameters = {};
+    Node defaults = {};  ///< parameters of ours that settings do not give
 
     /// Our kind by its own names, until more is known.
     explicit ComponentRule(std::string const& name) : component(name), key(name) {}
 
     /**@{*/
-    /// The port or parameter of ours for a name of theirs, and the other way round.
-    std::string ourPort(vrl::BB& block, std::string const& theirs) const;
-    std::string theirPort(std::string const& ours) const;
-    MappedName ourParameter(vrl::BB& block, std::string const& theirs) const;
-    MappedName theirSetting(std::string const& ours) const;
+    /// The port or parameter of a block for a name of theirs; empty unless the block has it.
+    std::string ourPort(vrl::BB& block, std::string const& name) const;
+    MappedName ourParameter(vrl::BB& block, std::string const& name) const;
     /**@}*/
 };
-
-/// The name of ours that an entry of `ports` or `parameters` leads to; empty for null.
-std::string ourName(Node const& entry);
 
 /// A map file. Without a file each of our names is mapped to itself.
 struct NameMap {

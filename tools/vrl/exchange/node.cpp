@@ -1,50 +1,16 @@
 #include "exchange/node.h"
 
 #include <algorithm>
-#include <locale>
-#include <nlohmann/json.hpp>
 #include <set>
 
-#include "text/failure.h"
 #include "text/near_names.h"
-
-namespace {
-
-struct Origin {
-    YAML::Node const& other;
-    YAML::NodeType::value type;
-    YAML::Mark const& mark;
-};
-
-}  // namespace
-
-// yaml-cpp has no call that sets the place of a node or chooses its memory; its constructor is a template, which has
-// room for one of ours.
-template <>
-YAML::Node::Node(Origin const& origin)
-    : m_isValid(true), m_invalidKey(), m_pMemory(origin.other.m_pMemory), m_pNode(&m_pMemory->create_node()) {
-    m_pNode->set_type(origin.type);
-    m_pNode->set_mark(origin.mark);
-}
 
 namespace vrltool::exchange {
 
 namespace {
 
-char const* const kNumber = "vrl::number";
-
-bool isLeaf(Node const& node) { return node.size() == 0; }
-
-/// A text in double quotes that both languages read: JSON, in which a delete character is no control character.
-std::string quoted(std::string const& text) {
-    std::string result = nlohmann::json(text).dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
-    for (auto at = result.find('\x7F'); at != std::string::npos; at = result.find('\x7F', at))
-        result.replace(at, 1, "\\u007f");
-    return result;
-}
-
-/// Whether every reader of YAML takes the text, written plainly, for this very text. It begins with a letter, since all
-/// else may be a number of some version of YAML; and some words are truth values in version 1.1.
+/// Whether every reader of YAML takes the string, written plainly, for this very string. It begins with a letter, since
+/// all else may be a number of some version of YAML; and some words are truth values in version 1.1.
 bool isPlain(std::string const& text) {
     static std::set<std::string> const words{"y", "n", "yes", "no", "on", "off", "true", "false", "null"};
     static std::string const letters = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ_";
@@ -55,71 +21,36 @@ bool isPlain(std::string const& text) {
     return words.count(small) == 0;
 }
 
-std::string textWritten(std::string const& text, Format format) {
-    return format == Format::kYaml && isPlain(text) ? text : quoted(text);
-}
-
-/// Readers of YAML 1.1 take "1e-09" for a text: they want a point and a sign.
+/// Readers of YAML 1.1 take "1e-09" for a string: they want a point and a sign. JSON has no number for ".inf".
 std::string numberWritten(std::string const& text, Format format) {
     auto const odd = text.find_first_of("in"), exponent = text.find_first_of("eE");  // "-.inf", ".nan"
-    if (odd != std::string::npos && format == Format::kLine)
-        return std::string("{\"") + kNumber + "\":\"" + text + "\"}";
     if (odd != std::string::npos && format == Format::kJson)
-        return quoted((text[0] == '-' ? "-" : "") + text.substr(odd));
+        return '"' + std::string(text[0] == '-' ? "-" : "") + text.substr(odd) + '"';
     if (format != Format::kYaml || odd != std::string::npos || exponent == std::string::npos) return text;
     std::string const point = text.find('.') == std::string::npos ? ".0" : "";
     std::string const sign = text[exponent + 1] == '-' || text[exponent + 1] == '+' ? "" : "+";
     return text.substr(0, exponent) + point + "e" + sign + text.substr(exponent + 1);
 }
 
-std::string leafWritten(Node const& node, Format format) {
-    if (node.IsMap()) return "{}";
-    if (node.IsSequence()) return "[]";
-    if (isText(node)) return textWritten(node.Scalar(), format);
-    if (isNull(node)) return "null";
-    return kindOf(node) == Kind::kNumber ? numberWritten(node.Scalar(), format) : node.Scalar();
+void writeString(YAML::Emitter& out, std::string const& text, Format format) {
+    out << (format == Format::kYaml && isPlain(text) ? YAML::Auto : YAML::DoubleQuoted) << text;
 }
 
-/// Writes a value behind what has been written; `indent` is that of the line.
-void writeJson(std::string& out, Node const& node, Format format, std::size_t indent) {
-    if (isLeaf(node)) {
-        out += leafWritten(node, format);
-        return;
-    }
-    bool const map = node.IsMap(), line = format == Format::kLine;
-    auto const start = [&](std::size_t column) { return line ? "" : '\n' + std::string(column, ' '); };
-    char separator = map ? '{' : '[';
+void write(YAML::Emitter& out, Node const& node, Format format) {
+    Kind const kind = kindOf(node);
+    if (kind == Kind::kNull) out << YAML::LowerNull << YAML::Null;
+    if (kind == Kind::kBool) out << node.Scalar();
+    if (kind == Kind::kNumber) out << numberWritten(node.Scalar(), format);
+    if (kind == Kind::kString) writeString(out, node.Scalar(), format);
+    if (kind < Kind::kList) return;
+    if (format != Format::kYaml || node.size() == 0) out << YAML::Flow;
+    node.IsMap() ? out << YAML::BeginMap : out << YAML::BeginSeq;
     for (auto const& part : node) {
-        out += separator + start(indent + 2);
-        if (map) out += quoted(part.first.Scalar()) + (line ? ":" : ": ");
-        writeJson(out, map ? part.second : part, format, indent + 2);
-        separator = ',';
+        if (node.IsMap()) writeString(out << YAML::Key, part.first.Scalar(), format);
+        if (node.IsMap()) out << YAML::Value;
+        write(out, node.IsMap() ? part.second : part, format);
     }
-    out += start(indent) + (map ? '}' : ']');
-}
-
-/// Writes a value in lines; the cursor is at the start of a line, or behind "- ".
-void writeYaml(std::string& out, Node const& node, std::size_t indent) {
-    if (isLeaf(node)) out += leafWritten(node, Format::kYaml) + '\n';
-    std::string start;
-    for (auto const& part : node) {
-        bool const map = node.IsMap();
-        Node const& value = map ? part.second : part;
-        std::size_t const column = map && value.IsSequence() ? indent : indent + 2;
-        out += start + (map ? textWritten(part.first.Scalar(), Format::kYaml) + ":" : "-");
-        out += !map || isLeaf(value) ? " " : '\n' + std::string(column, ' ');
-        writeYaml(out, value, column);
-        start = std::string(indent, ' ');
-    }
-}
-
-Node withNumbers(Node const& node) {
-    Node const number = member(node, kNumber);
-    if (number.IsDefined() && node.size() == 1) return plainNode(number.Scalar());
-    Node result(node.Type());
-    for (auto const& part : node)
-        node.IsMap() ? result.force_insert(part.first, withNumbers(part.second)) : result.push_back(withNumbers(part));
-    return isLeaf(node) ? node : result;
+    node.IsMap() ? out << YAML::EndMap : out << YAML::EndSeq;
 }
 
 }  // namespace
@@ -128,12 +59,12 @@ Kind kindOf(Node const& node) {
     if (node.IsMap()) return Kind::kMap;
     if (node.IsSequence()) return Kind::kList;
     if (!node.IsScalar()) return Kind::kNull;
-    if (node.Tag() == "!") return Kind::kText;
+    if (node.Tag() == "!") return Kind::kString;
     return node.Scalar() == "true" || node.Scalar() == "false" ? Kind::kBool : Kind::kNumber;
 }
 
 char const* kindWord(Kind kind) {
-    static char const* const words[] = {"null", "a truth value", "a number", "a text", "a list", "a map"};
+    static char const* const words[] = {"null", "a truth value", "a number", "a string", "a list", "a map"};
     return words[static_cast<int>(kind)];
 }
 
@@ -159,7 +90,7 @@ std::string nearName(std::vector<Shape> const& shapes, std::string const& wrong)
     return didYouMean(wrong, names);
 }
 
-Node textNode(std::string const& text) {
+Node stringNode(std::string const& text) {
     Node node(text);
     node.SetTag("!");
     return node;
@@ -178,10 +109,6 @@ Node newMap(std::initializer_list<std::pair<char const*, Node>> members) {
     return map;
 }
 
-Node newBeside(Node const& other, YAML::NodeType::value type, Mark const& mark) {
-    return Node(Origin{other, type, mark});
-}
-
 Node member(Node const& map, std::string_view name) {
     static Node const none(YAML::NodeType::Undefined);
     if (map.IsMap())
@@ -191,10 +118,8 @@ Node member(Node const& map, std::string_view name) {
 }
 
 void append(Node& target, Node const& source) {
-    if (target.Type() != source.Type()) return;
-    for (auto const& part : source)
-        target.IsMap() ? target.force_insert(part.first, part.second)
-                       : target.push_back(static_cast<Node const&>(part));
+    if (!isMap(source)) return;
+    for (auto const& part : source) target.force_insert(part.first, part.second);
 }
 
 std::string placeText(std::string const& path, Mark const& mark) {
@@ -202,31 +127,14 @@ std::string placeText(std::string const& path, Mark const& mark) {
     return path + ":" + std::to_string(mark.line + 1) + ":" + std::to_string(mark.column + 1);
 }
 
-std::size_t utf8Length(std::string const& text) {
-    auto const& utf8 = std::use_facet<std::codecvt<char32_t, char, std::mbstate_t>>(std::locale::classic());
-    std::mbstate_t state{};
-    auto const end = static_cast<std::size_t>(utf8.length(state, text.data(), text.data() + text.size(), text.size()));
-    for (auto at = text.find('\xED'); at < end; at = text.find('\xED', at + 1))
-        if (static_cast<unsigned char>(text[at + 1]) >= 0xA0) return at;  // a surrogate, which the facet takes
-    return end;
-}
-
 std::string written(Node const& node, Format format) {
-    std::string out;
-    if (format == Format::kYaml)
-        writeYaml(out, node, 0);
-    else
-        writeJson(out, node, format, 0);
-    return format == Format::kJson ? out + '\n' : out;
-}
-
-Node valueOfLine(std::string const& line) {
-    try {
-        Node const value = readJson("", line);
-        return line.find(kNumber) == std::string::npos ? value : withNumbers(value);
-    } catch (Failure const&) {
-        return {};
-    }
+    YAML::Emitter out;
+    out.SetOutputCharset(YAML::EscapeAsJson);
+    write(out, node, format);
+    std::string text = out.c_str();
+    for (auto at = text.find('\x7F'); at != std::string::npos; at = text.find('\x7F', at))
+        text.replace(at, 1, "\\u007f");  // which is no printable character in YAML
+    return format == Format::kLine ? text : text + '\n';
 }
 
 }  // namespace vrltool::exchange

@@ -10,23 +10,25 @@
 
 // The values of netlists and maps, in JSON and YAML alike: nodes of yaml-cpp, resolved by the core schema of YAML 1.2.
 //
-// A scalar with the tag "!" is a text. Any other scalar is a truth value or a number in the spelling of JSON (or
-// ".inf",
-// "-.inf", ".nan", which only YAML has), so that no digit of it is lost. Members keep their order, and their names are
-// unique. Nodes are references: what was read is shared, and never changed. A node that is not defined counts as null.
+// A scalar with the tag "!" is a string. Any other scalar is a truth value or a number in the spelling of JSON (or
+// ".inf", "-.inf", ".nan", which only YAML has), so that no digit of it is lost. Members keep their order, and their
+// names are unique. Nodes are references: what was read is shared, and never changed. An undefined node counts as null.
+//
+// Adding a node to another merges the memory of both, in time that grows with that of the added one, unless it is one
+// already. So what takes many parts of a document is first put beside its root in one list.
 
 namespace vrltool::exchange {
 
 using YAML::Mark;
 using YAML::Node;
 
-enum class Kind { kNull, kBool, kNumber, kText, kList, kMap };
+enum class Kind { kNull, kBool, kNumber, kString, kList, kMap };
 
 Kind kindOf(Node const& node);
 inline bool isNull(Node const& node) { return kindOf(node) == Kind::kNull; }
-inline bool isText(Node const& node) { return kindOf(node) == Kind::kText; }
+inline bool isString(Node const& node) { return kindOf(node) == Kind::kString; }
 inline bool isMap(Node const& node) { return kindOf(node) == Kind::kMap; }
-/// "a number", "a text", "a list", ... for people.
+/// "a number", "a string", "a list", ... for people.
 char const* kindWord(Kind kind);
 /// "WHAT is a number, where WANTED belongs".
 std::string wrongKind(std::string const& what, Node const& node, std::string const& wanted);
@@ -48,48 +50,39 @@ std::string nearName(std::vector<Shape> const& shapes, std::string const& wrong)
 
 /**@{*/
 /// New nodes without a place. A plain one is a truth value or a number; a map leaves out the members that are null.
-Node textNode(std::string const& text);
+Node stringNode(std::string const& text);
 inline Node plainNode(std::string const& text) { return Node(text); }
 Node newList(std::vector<Node> const& items = {});
 Node newMap(std::initializer_list<std::pair<char const*, Node>> members = {});
 /**@}*/
 
-/// A new node at a place, in the memory of another. What takes parts of a large document goes beside it: otherwise
-/// yaml-cpp merges the memory of both, in time that grows with the document.
-Node newBeside(Node const& other, YAML::NodeType::value type, Mark const& mark = Mark::null_mark());
-
-/// The value of a member; a node that is not defined if there is none, or no map.
+/// The value of a member; an undefined node if it is missing, or for what is no map.
 Node member(Node const& map, std::string_view name);
 /// The node, or null for an empty list or map.
 inline Node unlessEmpty(Node const& node) { return node.size() == 0 && !node.IsScalar() ? Node() : node; }
-/// Adds the parts of a list or map to another of the same type; nothing to one of another type.
+/// Adds the members of a map to another; nothing of what is no map.
 void append(Node& target, Node const& source);
 
 /// "PATH:LINE:COLUMN", or the path alone without a place.
 std::string placeText(std::string const& path, Mark const& mark);
 
-/// The bytes from the start that are UTF-8; all of them in a good text.
-std::size_t utf8Length(std::string const& text);
-
-/// Reads a file of JSON or YAML; its ending says which, and without one of theirs its first character.
+/// Reads a file of JSON or YAML. JSON is read as YAML, of which it is a part.
 ///
 /// Size, nesting and aliases are bounded. A Failure names the file with line and column: what cannot be read, is no
-/// UTF-8, breaks the language, names a member twice, or is nested too deeply.
+/// UTF-8, breaks the language, names a member twice, or is nested too deeply. What an alias leads to has the place
+/// where it is written.
 Node readFile(std::string const& path);
-/// Reads a text of JSON in the same way; `path` is for messages.
-Node readJson(std::string const& path, std::string const& text);
 
-/// The languages of netlists and maps, and JSON in one line, for notes.
+/// The languages of netlists and maps; JSON is in one line. That of notes lacks the line feed, and has numbers of YAML.
 enum class Format { kJson, kYaml, kLine };
 
-/// A value as text, in lines that end in line feeds or in the format of one line without. Texts have to be UTF-8.
+/// A value as lines that end in line feeds. Strings have to be UTF-8.
 ///
-/// YAML is quoted so that readers of its older versions understand the same, and has lists in the column of the name
-/// before them, as other tools write it; the emitter of yaml-cpp does neither, and has JSON in one line only. JSON has
-/// no number for ".inf": it becomes the text "inf", and {"vrl::number": ".inf"} in one line.
+/// YAML is quoted so that readers of its older versions understand the same. JSON has no number for ".inf": it becomes
+/// the string "inf".
 std::string written(Node const& node, Format format);
 
-/// The value of a text in the format of one line; null for a text that someone else wrote.
+/// The value of one line; null for what someone else wrote.
 Node valueOfLine(std::string const& line);
 
 }  // namespace vrltool::exchange
