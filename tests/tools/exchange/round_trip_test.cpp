@@ -32,7 +32,7 @@ using Json = nlohmann::ordered_json;
 Json portrait(Tool const& tool, std::string const& file) {
     Json design = Json::parse(tool.run("show", {file, "--json"}).out);
     std::map<int, Json> ports;
-    for (Json const& node : design["circuit"]["nodes"]) ports[node["node"]] = node["ends"];
+    for (Json const& node : design["circuit"]["nodes"]) ports[node["node"]] = node["ports"];
     for (Json& element : design["circuit"]["elements"]) {
         element.erase("number");
         element.erase("inside");

@@ -83,7 +83,7 @@ Json circuitJson(Circuit const& circuit) {
     for (auto const& node : circuit.nodes) {
         Json ports = Json::array();
         for (PortPlace const& port : node.second) ports.push_back(circuit.portText(port));
-        json["nodes"].push_back(Json{{"node", node.first}, {"ends", ports}});
+        json["nodes"].push_back(Json{{"node", node.first}, {"ports", ports}});
     }
     json["inputs"] = circuit.inputs;
     json["outputs"] = circuit.outputs;
