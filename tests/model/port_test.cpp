@@ -1,7 +1,10 @@
 #include "vrllib/model/building_block.h"
 
+#include <algorithm>
 #include <new>
+#include <random>
 #include <sstream>
+#include <string>
 #include <type_traits>
 #include <utility>
 
@@ -163,6 +166,53 @@ TEST(Port, SavesItselfUnderItsFullNameWithItsNameAsTheComment) {
     EXPECT_EQ(port.getSerTypeName(), "BB::Port");
     EXPECT_EQ(port.getSerVerNo(), 1);
     EXPECT_EQ(port.getSerDoc(), "in0");
+}
+
+/// A block with ports of the test's making.
+class ManyPorts : public BB {
+public:
+    ManyPorts() = default;
+    ~ManyPorts() override = default;
+    std::string getName() const override { return "manyPorts"; }
+};
+
+TEST(PortSearch, FindsTheFirstOfANameAfterEveryChange) {
+    std::mt19937 random(9);
+    auto const nameOf = [&] { return "p" + std::to_string(random() % 40); };
+    ManyPorts block;
+    for (int step = 0; step < 3000; ++step) {
+        std::string const name = nameOf();
+        auto const ports = static_cast<std::size_t>(block.endPort() - block.beginPort());
+        if (step % 20 == 0) block.addPort(name, EnumList::Optics);
+        auto const some = block.beginPort() + static_cast<std::ptrdiff_t>(random() % (ports + 1));
+        if (step % 7 == 0 && some != block.endPort()) *some = BB::Port(nameOf(), &block, EnumList::DC);
+        if (step % 11 == 0 && some != block.endPort()) {
+            BB::Port const other(nameOf(), &block, EnumList::DC);
+            *some = other;
+        }
+        if (step % 13 == 0 && some != block.endPort()) BB::Port const moved(std::move(*some));
+        auto const expected = std::find_if(block.beginPort(), block.endPort(),
+                                           [&](BB::Port const& p) { return p.getName().getName() == name; });
+        ASSERT_EQ(block.getPort(name), expected == block.endPort() ? nullptr : &*expected) << step;
+    }
+}
+
+TEST(PortSearch, ReadsManyPortsEachIntoTheFirstOfItsName) {
+    ManyPorts source, target;
+    for (int i = 0; i < 60; ++i) source.addPort("p" + std::to_string(i % 45), EnumList::Optics);
+    for (int i = 0; i < 60; ++i) (source.beginPort() + i)->setCS(sample::choiceOf("cs" + std::to_string(i), ""));
+    for (int i = 10; i < 60; ++i) target.addPort("p" + std::to_string(i % 45), EnumList::Optics);
+    std::stringstream stream;
+    BinaryStreamSerialiser writer(stream);
+    ASSERT_TRUE(source.BB::write(&writer));
+    BinaryStreamDeSerialiser reader(stream);
+    ASSERT_TRUE(target.BB::read(&reader));
+    // A name that is there twice has the choice of its last port; nothing is appended, since no name is missing.
+    ASSERT_EQ(target.endPort() - target.beginPort(), 50);
+    for (int i = 0; i < 45; ++i)
+        EXPECT_EQ(target.getPort("p" + std::to_string(i))->getCS().getCSName(),
+                  "cs" + std::to_string(i < 15 ? i + 45 : i));
+    EXPECT_EQ((target.beginPort() + 49)->getCS().getCSName(), "");
 }
 
 }  // namespace

@@ -13,6 +13,8 @@ struct AnnotationBag::Content {
     bool isShared = false;  // found by its content, and never changed; otherwise it has one user
     std::size_t users = 1;
     std::size_t hash = 0;
+    bool hasZero = false;                                 // in a key or a text
+    std::map<unsigned int, std::string> savedBytes = {};  // by depth
 
     using Pool = std::unordered_multimap<std::size_t, Content*>;
 
@@ -40,6 +42,8 @@ struct AnnotationBag::Content {
             return found->second;
         }
         auto* const content = new Content{make(), true, 1, hash};
+        for (auto const& [key, text] : content->map)
+            content->hasZero |= key.find('\0') != key.npos || text.find('\0') != text.npos;
         pool().emplace(hash, content);
         return content;
     }
@@ -109,6 +113,10 @@ void AnnotationBag::assign(Map&& annotations) {
             Content::shared(Content::hashOf(annotations, textOf), isEqual, [&] { return std::move(annotations); });
     }
     release(std::exchange(content, replaced));
+}
+
+std::string* AnnotationBag::keptBytes(unsigned int depth) const {
+    return content && content->isShared && !content->hasZero ? &content->savedBytes[depth] : nullptr;
 }
 
 }  // namespace Vorlane_v1_0::detail

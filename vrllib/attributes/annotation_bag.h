@@ -39,9 +39,19 @@ public:
     /// Replaces all annotations.
     void assign(Map&& annotations);
 
+    /// The bytes that `make` makes of the annotations for a place of that depth in a stream. They are kept with shared
+    /// annotations; null for others, and where they do not read back as they are, since a string ends at a zero byte.
+    template <class Make>
+    std::string const* savedBytes(unsigned int depth, Make make) const {
+        std::string* const kept = keptBytes(depth);
+        if (kept && kept->empty()) *kept = make();
+        return kept;
+    }
+
 private:
     struct Content;
     static void release(Content* content);
+    std::string* keptBytes(unsigned int depth) const;
 
     Content* content = nullptr;  // null if empty
 };

@@ -1,6 +1,6 @@
 #include "vrllib/attributes/annotations.h"
 
-#include <ostream>
+#include <sstream>
 
 #include "vrllib/core/messages.h"
 #include "vrllib/serialisation/containers.h"
@@ -17,15 +17,43 @@ class SerialisableAnnotations {
 public:
     using WalkOf = SerialisableAnnotations;
 
+    static bool writeTo(detail::BinaryWriter s, AnnotationBag const& bag, std::string const& name) {
+        std::string const* const bytes = savedBytes(bag, s.depth());
+        if (!bytes) return writeEntries(s, bag, name);
+        s.writeBytes(*bytes);
+        return true;
+    }
+    static bool writeTo(detail::AnyWriter s, AnnotationBag const& bag, std::string const& name) {
+        return writeEntries(s, bag, name);
+    }
+
+    static bool readFrom(detail::BinaryReader d, AnnotationBag& bag) {
+        std::string const* const bytes = savedBytes(bag, d.depth());
+        return (bytes && d.skipBytes(*bytes)) || readEntries(d, bag);
+    }
+    static bool readFrom(detail::AnyReader d, AnnotationBag& bag) { return readEntries(d, bag); }
+
+private:
+    /// What is written of the annotations of parameters: the same bytes in all blocks of a kind. Null if there are none
+    /// to keep.
+    static std::string const* savedBytes(AnnotationBag const& bag, unsigned int depth) {
+        std::string const* const bytes = bag.savedBytes(depth, [&] {
+            std::ostringstream out;
+            BinaryStreamSerialiser writer(out, depth);
+            return writeEntries(detail::BinaryWriter(&writer), bag, "") ? out.str() : std::string();
+        });
+        return bytes && !bytes->empty() ? bytes : nullptr;
+    }
+
     template <class Writer>
-    static bool writeTo(Writer s, AnnotationBag const& bag, std::string const& name) {
+    static bool writeEntries(Writer s, AnnotationBag const& bag, std::string const& name) {
         return detail::writeContainer(s, "Map", name, bag.view(), [s](auto const& entry) {
             return detail::writeItem(s, entry.first) && detail::writeItem(s, entry.second);
         });
     }
 
     template <class Reader>
-    static bool readFrom(Reader d, AnnotationBag& bag) {
+    static bool readEntries(Reader d, AnnotationBag& bag) {
         if (!d.beginCompound("Map", 1)) {
             bag.assign({});
             return false;
@@ -36,7 +64,7 @@ public:
         while (left > 0 && same != present.end() && d.skipAttributes(same->first, same->second)) ++same, --left;
         if (left > 0 || same != present.end()) {
             AnnotationBag::Map read(present.begin(), same);
-            bool const good = readEntries(d, left, read);
+            bool const good = readRest(d, left, read);
             bag.assign(std::move(read));
             if (!good) return false;
         }
@@ -44,9 +72,8 @@ public:
         return true;
     }
 
-private:
     template <class Reader>
-    static bool readEntries(Reader d, unsigned int count, AnnotationBag::Map& map) {
+    static bool readRest(Reader d, unsigned int count, AnnotationBag::Map& map) {
         for (; count > 0; --count) {
             std::string key;
             if (!detail::readItem(d, key)) return false;

@@ -10,15 +10,39 @@
 
 namespace Vorlane_v1_0 {
 
+namespace {
+
+/// Counts the ports of the process that got another name: whoever has a port may assign another one to it.
+std::size_t renamings = 0;
+
+}  // namespace
+
+struct BB::PortIndex {
+    detail::PortSearch<Port> search;
+    std::size_t renamingsBefore;
+};
+
 BB::Port::Port() : name("-none-"), domain(EnumList::Unknown), object(nullptr), currCS(nullptr) {}
 BB::Port::Port(PortLabel const& label, BB const* owner, EnumList::Domain const& d)
     : name(label), domain(d), object(owner), currCS(nullptr) {}
 BB::Port::Port(Port const& other) = default;
-BB::Port& BB::Port::operator=(Port const& other) = default;
+BB::Port& BB::Port::operator=(Port const& other) {
+    renamings += name != other.name;
+    name = other.name;
+    domain = other.domain;
+    object = other.object;
+    currCS = other.currCS;
+    serRegister = other.serRegister;
+    serDone = other.serDone;
+    return *this;
+}
 BB::Port::Port(Port&& other) noexcept
-    : name(std::move(other.name)), domain(other.domain), object(other.object), currCS(std::move(other.currCS)) {}
+    : name(std::move(other.name)), domain(other.domain), object(other.object), currCS(std::move(other.currCS)) {
+    ++renamings;  // the source has lost its name
+}
 BB::Port& BB::Port::operator=(Port&& other) noexcept {
     if (this == &other) return *this;
+    renamings += name != other.name;
     name = std::move(other.name);
     domain = other.domain;
     object = other.object;
@@ -138,9 +162,10 @@ void BB::pin(std::size_t const& inputs, std::size_t const& outputs) {
 }
 
 BB::Port* BB::getPort(std::string const& name) {
-    auto const found =
-        std::find_if(ports.begin(), ports.end(), [&](Port const& port) { return port.getName().getName() == name; });
-    return found == ports.end() ? nullptr : &*found;
+    using Search = detail::PortSearch<Port>;
+    if (ports.size() <= Search::kFewPorts) return Search::findAmongFew(ports, name);
+    if (!portIndex || portIndex->renamingsBefore != renamings) portIndex.reset(new PortIndex{{}, renamings});
+    return portIndex->search.find(ports, name);
 }
 
 bool BB::chkDomain(EnumList::Domain const& d) const {

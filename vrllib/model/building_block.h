@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <iosfwd>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -131,6 +132,7 @@ public:
     /// Appends the optical ports "in0", "in1", ... and "out0", "out1", ...
     void pin(std::size_t const& inputs, std::size_t const& outputs);
     /// The first port of that name, or null; valid until the next port is added.
+    /// Cost: constant, after one walk over the ports.
     Port* getPort(std::string const& name);
     /**@{*/
     /// The ports in the order of their declaration.
@@ -168,8 +170,10 @@ protected:
 
 private:
     friend class ::FactoryFunctions<BB>;
+    struct PortIndex;
 
     Ports ports;
+    std::unique_ptr<PortIndex> portIndex;  // of a block with many ports that was asked for one
     Foundry::CSInfo defaultCS;
     std::string foundryName;
     SerRegister serRegister;

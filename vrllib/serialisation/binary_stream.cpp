@@ -68,6 +68,7 @@ std::size_t sizeOf(T const&) {
     return kSize<T>;
 }
 std::size_t sizeOf(std::string_view value) { return 4 + value.size(); }
+std::size_t sizeOf(std::string const&) = delete;  // it would be that of the object
 
 template <class Bits>
 Bits bitsAt(char const* at) {
@@ -96,6 +97,16 @@ std::string_view untilZero(std::string_view text) { return text.substr(0, text.f
 /// What a value is while nobody knows yet whether it can be kept.
 template <class T>
 using Found = std::conditional_t<std::is_same_v<T, std::string>, std::string_view, T>;
+template <class T>
+void keep(T const& found, T& value) {
+    value = found;
+}
+void keep(std::string_view found, std::string& value) {
+    if (found.empty())
+        value.clear();  // most strings of a design are empty, and this is much faster
+    else
+        value = found;
+}
 
 /// A look at the bytes that the stream holds in memory. Each operation is false if they do not suffice; nothing is read
 /// before accept().
@@ -114,6 +125,11 @@ public:
         char const* const at = see(count) ? take(count) : nullptr;
         if (at) text = untilZero({at, count});
         return at;
+    }
+    /// False for other bytes, too.
+    bool seeBytes(std::string_view bytes) {
+        char const* const at = take(bytes.size());
+        return at && std::memcmp(at, bytes.data(), bytes.size()) == 0;
     }
     /// False for another string, too, and for one with a zero byte, which ends before it when it is read.
     bool seeThis(std::string_view text) {
@@ -152,7 +168,9 @@ private:
 
 }  // namespace
 
-BinaryStreamSerialiser::BinaryStreamSerialiser(std::ostream& os) : stream(&os) {}
+BinaryStreamSerialiser::BinaryStreamSerialiser(std::ostream& os) : BinaryStreamSerialiser(os, 0) {}
+BinaryStreamSerialiser::BinaryStreamSerialiser(std::ostream& os, unsigned int startDepth)
+    : depth(startDepth), stream(&os) {}
 
 /// Writes values one after the other: into the buffer of the stream itself if there is room for all.
 template <class... T>
@@ -213,7 +231,20 @@ void BinaryStreamSerialiser::endCompAttribute() {
 
 void BinaryStreamSerialiser::writeNumberAttributes(unsigned int count) { write(count); }
 void BinaryStreamSerialiser::writeSerialisationId(std::string id) { write(id); }
-void BinaryStreamSerialiser::writeId(std::string const& id) { writeAll(std::string_view(id)); }
+std::string BinaryStreamSerialiser::bytesOf(std::string_view value) {
+    std::string bytes(sizeOf(value), '\0');
+    store(bytes.data(), value);
+    return bytes;
+}
+
+void BinaryStreamSerialiser::writeBytes(std::string const& bytes) {
+    if (char* const at = BufferArea::room(*stream, bytes.size())) {
+        std::memcpy(at, bytes.data(), bytes.size());
+        BufferArea::stored(*stream, bytes.size());
+    } else {
+        stream->write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    }
+}
 
 void BinaryStreamSerialiser::write(std::string const& value) { writeAll(std::string_view(value)); }
 void BinaryStreamSerialiser::write(std::complex<double> const& value) { writeAll(value); }
@@ -279,7 +310,7 @@ bool BinaryStreamDeSerialiser::readAttributeOf(T& value) {
     Ahead ahead(*stream);
     Found<T> found{};
     if (ahead.seeMarker() && ahead.see(found) && ahead.seeMarker()) {
-        value = found;
+        keep(found, value);
         ahead.accept();
         return true;
     }
@@ -342,16 +373,16 @@ void BinaryStreamDeSerialiser::endCompAttribute() {
 
 void BinaryStreamDeSerialiser::readNumberAttributes(unsigned int& count) { read(count); }
 bool BinaryStreamDeSerialiser::readSerialisationId(std::string& id) { return read(id); }
-bool BinaryStreamDeSerialiser::skipId(std::string const& id) {
-    Ahead ahead(*stream);
-    if (!ahead.seeThis(id)) return false;
-    ahead.accept();
-    return true;
-}
 bool BinaryStreamDeSerialiser::skipAttributes(std::string const& first, std::string const& second) {
     Ahead ahead(*stream);
     for (std::string const* const expected : {&first, &second})
         if (!ahead.seeMarker() || !ahead.seeThis(*expected) || !ahead.seeMarker()) return false;
+    ahead.accept();
+    return true;
+}
+bool BinaryStreamDeSerialiser::skipBytes(std::string const& bytes) {
+    Ahead ahead(*stream);
+    if (!ahead.seeBytes(bytes)) return false;
     ahead.accept();
     return true;
 }

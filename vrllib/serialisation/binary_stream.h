@@ -31,8 +31,9 @@ namespace Vorlane_v1_0 {
 /// object or a container that lies in more than 255 others is false, since it would not read back.
 class VRL_API BinaryStreamSerialiser final : public SerialiserBase {
 public:
-    /// Writes to that stream, from depth 0.
+    /// Writes to that stream, from depth 0 or another one.
     explicit BinaryStreamSerialiser(std::ostream& os);
+    BinaryStreamSerialiser(std::ostream& os, unsigned int startDepth);
 
     void beginAttribute() override;
     void endAttribute(std::string name) override;
@@ -52,8 +53,8 @@ public:
     bool liesTooDeep() const;
 
     /**@{*/
-    /// The same bytes as the operations above, in one step and without copies of the strings: a whole attribute, the
-    /// begin of a compound, and an id. `type` is left out if it is empty, `version` if it is negative.
+    /// The same bytes as the operations above, in one step and without copies of the strings: a whole attribute, and
+    /// the begin of a compound. `type` is left out if it is empty, `version` if it is negative.
     void writeAttribute(std::string const& value);
     void writeAttribute(std::complex<double> const& value);
     void writeAttribute(double value);
@@ -61,8 +62,13 @@ public:
     void writeAttribute(unsigned int value);
     void writeAttribute(bool value);
     void beginCompound(std::string_view type, int version);
-    void writeId(std::string const& id);
     /**@}*/
+    /// The number of compounds that were begun and have not ended.
+    unsigned int getDepth() const { return depth; }
+    /// Bytes as another writer made them at the same depth.
+    void writeBytes(std::string const& bytes);
+    /// The bytes of a string, or of an id.
+    static std::string bytesOf(std::string_view value);
 
 private:
     template <class... T>
@@ -72,7 +78,7 @@ private:
     template <class T>
     void writeAttributeOf(T const& value);
 
-    unsigned int depth = 0;
+    unsigned int depth;
     std::ostream* stream;
 };
 
@@ -118,11 +124,13 @@ public:
     bool beginCompound(std::string_view type, int version);
     /**@}*/
     /**@{*/
-    /// Steps over that id, or over the attributes of those two strings, if they come next. False without reading
+    /// Steps over the attributes of those two strings, or over those bytes, if they come next. False without reading
     /// anything if something else comes, or if that cannot be seen yet.
-    bool skipId(std::string const& id);
     bool skipAttributes(std::string const& first, std::string const& second);
+    bool skipBytes(std::string const& bytes);
     /**@}*/
+    /// The number of compounds that were begun and have not ended.
+    unsigned int getDepth() const { return depth; }
 
 private:
     template <class T>

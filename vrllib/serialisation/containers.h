@@ -3,6 +3,7 @@
 #include <iostream>
 #include <map>
 #include <string>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -61,6 +62,40 @@ bool readItem(Reader d, T& item) {
 }
 /**@}*/
 
+/// Reads a key, which is of no use after a failure: a pair is read in place.
+template <class Reader, class K>
+bool readKey(Reader d, K& key) {
+    if constexpr (kIsPair<K>)
+        return readItem(d, key.first) && readItem(d, key.second);
+    else
+        return readItem(d, key);
+}
+
+/// Finds the first port of a name. Ports may be appended in between, and keep their names.
+/// Cost: constant, after one walk over the ports of a list with many.
+template <class T>
+class PortSearch {
+public:
+    static constexpr std::size_t kFewPorts = 16;  // are found as fast by looking at each
+
+    static T* findAmongFew(std::vector<T>& ports, std::string const& name) {
+        for (T& port : ports)
+            if (port.getName().getName() == name) return &port;
+        return nullptr;
+    }
+
+    T* find(std::vector<T>& ports, std::string const& name) {
+        if (ports.size() <= kFewPorts) return findAmongFew(ports, name);
+        for (; known < ports.size(); ++known) places.emplace(ports[known].getName().getName(), known);
+        auto const found = places.find(name);
+        return found == places.end() ? nullptr : &ports[found->second];
+    }
+
+private:
+    std::unordered_map<std::string, std::size_t> places;
+    std::size_t known = 0;
+};
+
 }  // namespace detail
 
 /// A map of values. Reading empties the map first; of a key that comes twice the last value stays.
@@ -112,7 +147,7 @@ bool SerialisableMap<K, V>::readFrom(Reader d, std::map<K, V>& map) {
     map.clear();
     return detail::readContainer(d, "Map", [&map, d] {
         K key{};
-        if (!detail::readItem(d, key)) return false;
+        if (!detail::readKey(d, key)) return false;
         // Keys come in order, so the end is the place to look first.
         return detail::readItem(d, map.try_emplace(map.end(), std::move(key))->second);
     });
@@ -229,10 +264,10 @@ template <class T>
 template <class Reader>
 bool SerialisablePortVec<T>::readFrom(Reader d, std::vector<T>& ports) {
     std::string name;
-    return detail::readContainer(d, "Vector", [&ports, &name, d] {
+    detail::PortSearch<T> search;
+    return detail::readContainer(d, "Vector", [&ports, &name, &search, d] {
         if (!detail::readItem(d, name)) return false;
-        for (T& port : ports)
-            if (port.getName().getName() == name) return detail::readItem(d, port);
+        if (T* const known = search.find(ports, name)) return detail::readItem(d, *known);
         T port;
         if (!detail::readItem(d, port)) return false;
         ports.push_back(std::move(port));

@@ -107,7 +107,7 @@ public:
     /// The id of the member of that name. Throws (`char*`) if there is none.
     std::string const& getId(std::string const& memberName) const {
         for (auto const& member : table->members)
-            if (member->name == memberName) return member->id;
+            if (member->name == memberName) return member->id.text;
         detail::throwNoSuchMember();
     }
 
@@ -185,7 +185,8 @@ private:
 
     void add(std::unique_ptr<Member> member) {
         for (auto const& present : table->members)
-            if (present->id == member->id) table->fault = "SerFormat - two members have the id " + member->id + "\n";
+            if (present->id.text == member->id.text)
+                table->fault = "SerFormat - two members have the id " + member->id.text + "\n";
         table->members.push_back(std::move(member));
     }
 

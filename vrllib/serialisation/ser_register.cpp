@@ -73,9 +73,9 @@ public:
 }  // namespace
 
 void SerLayout::add(Row const& row) {
-    auto const before = [](Row const& a, Row const& b) { return a.member->id < b.member->id; };
+    auto const before = [](Row const& a, Row const& b) { return a.member->id.text < b.member->id.text; };
     auto const at = std::lower_bound(rows.begin(), rows.end(), row, before);
-    if (at != rows.end() && at->member->id == row.member->id)
+    if (at != rows.end() && at->member->id.text == row.member->id.text)
         twins.emplace_back(*at, row);
     else
         rows.insert(at, row);
@@ -157,17 +157,17 @@ public:
 
     /// The place of the first row whose id does not sort before `id`. A walk in order of the ids finds it at once.
     std::size_t place(std::string const& id) const {
-        if (count == 0 || member(count - 1).id < id) return count;
+        if (count == 0 || member(count - 1).id.text < id) return count;
         std::size_t first = 0, length = count;
         while (length > 0) {
             std::size_t const half = length / 2;
-            bool const before = member(first + half).id < id;
+            bool const before = member(first + half).id.text < id;
             if (before) first += half + 1;
             length = before ? length - half - 1 : half;
         }
         return first;
     }
-    bool has(std::size_t at, std::string const& id) const { return at < count && member(at).id == id; }
+    bool has(std::size_t at, std::string const& id) const { return at < count && member(at).id.text == id; }
 
 private:
     detail::SerLayout const* layout = nullptr;
@@ -232,8 +232,8 @@ SerRegister::Table& SerRegister::ownTable() {
 
 void SerRegister::enter(detail::SerMember const& member, void* target) {
     auto& entries = ownTable().entries;
-    std::size_t const at = Rows(*this).place(member.id);
-    if (at == entries.size() || entries[at].member->id != member.id) {
+    std::size_t const at = Rows(*this).place(member.id.text);
+    if (at == entries.size() || entries[at].member->id.text != member.id.text) {
         entries.insert(entries.begin() + static_cast<std::ptrdiff_t>(at), Entry{&member, target});
     } else if (entries[at].target != target) {
         static char text[] = "SerRegister::registerSerialisable - a serialisation ID is being used by two or more "

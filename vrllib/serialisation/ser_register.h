@@ -64,7 +64,7 @@ public:
     virtual bool read(void* target, BinaryReader d) const = 0;
     /**@}*/
 
-    std::string const id;
+    SavedId const id;
     std::string const name;
 };
 

@@ -2,6 +2,7 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "vrllib/base/export.h"
 #include "vrllib/serialisation/binary_stream.h"
@@ -12,6 +13,16 @@
 // comments. The bytes are the same on both ways.
 
 namespace Vorlane_v1_0::detail {
+
+/// A serialisation id, and its bytes in the binary stream.
+struct SavedId {
+    explicit SavedId(std::string id)
+        : text(std::move(id)), bytes(BinaryStreamSerialiser::bytesOf(text)), readsBack(text.find('\0') == text.npos) {}
+
+    std::string const text;
+    std::string const bytes;
+    bool const readsBack;  // a string ends at a zero byte when it is read
+};
 
 /// A writer by its virtual operations.
 class AnyWriter {
@@ -32,7 +43,7 @@ public:
     }
     void endCompound() const { stream->endCompAttribute(); }
     void writeCount(unsigned int count) const { stream->writeNumberAttributes(count); }
-    void writeId(std::string const& id) const { stream->writeSerialisationId(id); }
+    void writeId(SavedId const& id) const { stream->writeSerialisationId(id.text); }
     /// A format that bounds its depth has a writer of its own.
     bool liesTooDeep() const { return false; }
 
@@ -57,8 +68,11 @@ public:
     }
     void endCompound() const { stream->endCompAttribute(); }
     void writeCount(unsigned int count) const { stream->writeNumberAttributes(count); }
-    void writeId(std::string const& id) const { stream->writeId(id); }
+    void writeId(SavedId const& id) const { stream->writeBytes(id.bytes); }
     bool liesTooDeep() const { return stream->liesTooDeep(); }
+    unsigned int depth() const { return stream->getDepth(); }
+    /// Bytes that were written before, at the same depth.
+    void writeBytes(std::string const& bytes) const { stream->writeBytes(bytes); }
 
 private:
     BinaryStreamSerialiser* stream;
@@ -94,7 +108,7 @@ public:
     }
     /**@{*/
     /// Reads that id, or the attributes of those two strings, if it can be seen that they come next.
-    bool skipId(std::string const&) const { return false; }
+    bool skipId(SavedId const&) const { return false; }
     bool skipAttributes(std::string const&, std::string const&) const { return false; }
     /**@}*/
     bool readId(std::string& id) const { return stream->readSerialisationId(id); }
@@ -119,7 +133,10 @@ public:
         return stream->readAttribute(value);
     }
     bool beginCompound(std::string_view type, int version) const { return stream->beginCompound(type, version); }
-    bool skipId(std::string const& id) const { return stream->skipId(id); }
+    unsigned int depth() const { return stream->getDepth(); }
+    bool skipId(SavedId const& id) const { return id.readsBack && stream->skipBytes(id.bytes); }
+    /// Reads those bytes if it can be seen that they come next.
+    bool skipBytes(std::string const& bytes) const { return stream->skipBytes(bytes); }
     bool skipAttributes(std::string const& first, std::string const& second) const {
         return stream->skipAttributes(first, second);
     }
