@@ -101,7 +101,8 @@ TEST(Reader, ProposesTheNameNearestToInstances) {
     EXPECT_EQ(tool.run("import", {"a.yml"}).err, "vrl: a.yml: has no 'instances'\n  is 'instance' meant for it?\n");
     tool.write("a.yml", "top:\n  instances: {}\n");
     EXPECT_EQ(tool.run("import", {"a.yml"}).err,
-              "vrl: a.yml: holds netlists by name: 'top'\n  give each of them a file of its own\n");
+              "vrl: a.yml: has no 'instances'\n"
+              "  a netlist is a map with 'instances', 'nets' or 'connections', and 'ports'\n");
 }
 
 TEST(Reader, TakesTheEscapesOfJson) {
@@ -134,8 +135,8 @@ TEST(Reader, TakesPlainScalarsByTheCoreSchema) {
                                                  "      - true\n"
                                                  "      - \"true\"\n"
                                                  "      - \"yes\"\n"
-                                                 "      - 31\n"
-                                                 "      - 15\n"
+                                                 "      - \"0x1F\"\n"
+                                                 "      - \"0o17\"\n"
                                                  "      - 10\n"
                                                  "      - 1.50\n"
                                                  "      - 0.5\n"
@@ -152,6 +153,22 @@ TEST(Reader, TakesPlainScalarsByTheCoreSchema) {
                                                  "      - \"é\"\n"
                                                  "nets: []\n"
                                                  "ports: {}\n");
+}
+
+TEST(Reader, TakesLongNamesOfJsonAndReturnsThem) {
+    Tool const tool;
+    std::string const name(5000, 'x');
+    tool.write("a.json", "{\"instances\" \n:{\"" + name + "\" : \"sfBend\", \"" + name +
+                             "b\": \"sfBend\"}, \"nets\": [{\"p1\": \"" + name + ",in0\", \"p2\": \"" + name +
+                             "b,in0\", \"route\": 1}], \"" + name + "\": 1}");
+    auto const imported = tool.run("import", {"a.json", "-o", "a.vrl"});
+    EXPECT_EQ(imported.err, "");
+    EXPECT_EQ(imported.status, 0);
+    tool.run("export", {"a.vrl", "-o", "b.yml"});
+    EXPECT_NE(tool.read("b.yml").find("route: 1"), std::string::npos);
+    EXPECT_EQ(tool.run("import", {"b.yml", "-o", "b.vrl"}).err, "");
+    tool.run("export", {"b.vrl", "-o", "c.yml"});
+    EXPECT_EQ(tool.read("b.yml"), tool.read("c.yml"));
 }
 
 }  // namespace
