@@ -33,8 +33,8 @@ bool checkFoundry(Import& import, Instance const& instance) {
 }
 
 /// Whether there is the kind of a rule. What the rule names and the kind lacks is reported once.
-bool checkKind(Import& import, ComponentRule const& rule, std::string const& foundry) {
-    FreshBlock const* const fresh = import.kinds.fresh(foundry, rule);
+bool checkKind(Import& import, ComponentRule const& rule, Instance const& instance) {
+    FreshBlock const* const fresh = import.kinds.fresh(foundryOf(import, instance).Scalar(), rule);
     if (!import.checkedComponents.insert(rule.component).second) return fresh != nullptr;
     auto const error = [&](Mark const& mark, std::string const& text, std::string const& hint = "") {
         import.findings.add(Severity::kError, import.map.path, mark, text, hint);
@@ -73,10 +73,8 @@ ComponentRule const* ruleFor(Import& import, Instance const& instance) {
     ComponentRule const* rule = map.find(component);
     if (!rule && map.sameNames && FactoryLoader<vrl::BB>::factory().find(component))
         rule = &import.sameNames.try_emplace(component, component).first->second;
-    if (rule && !rule->key.Scalar().empty()) {
-        std::string const foundry = foundryOf(import, instance).Scalar();
-        return checkFoundry(import, instance) && checkKind(import, *rule, foundry) ? rule : nullptr;
-    }
+    if (rule && !rule->key.Scalar().empty())
+        return checkFoundry(import, instance) && checkKind(import, *rule, instance) ? rule : nullptr;
     std::vector<std::string> names = map.sameNames ? factoryKeys<vrl::BB>() : std::vector<std::string>();
     for (auto const& known : map.components) names.push_back(known.first);
     std::string const where = map.path.empty() ? " is no key of ours, and there is no map" : " is not in the map";
