@@ -139,23 +139,72 @@ TEST(Export, ReportsWhatTheNetlistDoesNotHold) {
     EXPECT_EQ(tool.run("import", {"a.yml"}).status, 0);
 }
 
+TEST(Export, ReportsNamesWithoutABlock) {
+    Tool const tool;
+    SampleCircuit circuit;
+    circuit.add("bend", "sfBend").add("ghost", "sfBend").save(tool.path("a.vrl"));
+    std::string bytes = tool.read("a.vrl");
+    std::string const marker("=@\x02\0\0\0", 6);
+    auto const at = bytes.find("ghost" + marker + marker + std::string("\x02\0\0\0", 4));
+    ASSERT_NE(at, std::string::npos);
+    bytes[at + 5 + 2 * marker.size()] = 9;  // the number of an element that is missing
+    tool.write("a.vrl", bytes);
+    auto const exported = tool.run("export", {"a.vrl", "-o", "a.yml"});
+    EXPECT_EQ(exported.out, "a.vrl: warning: the netlist does not hold blocks without a name: '#2'\n"
+                            "a.vrl: warning: the netlist does not hold names without a block: 'ghost'\n"
+                            "a.yml: 1 instance, 0 nets, 0 outer ports written\n");
+    EXPECT_EQ(exported.status, 1);
+}
+
+class OtherNetlist : public vrl::Netlist {
+public:
+    std::string getName() const override { return "otherNetlist"; }
+
+protected:
+    std::string getSerTypeName() override { return "otherNetlist"; }
+};
+
+TEST(Export, ReportsTheKindOfTheDesign) {
+    Tool const tool;
+    OtherNetlist netlist;
+    std::ofstream file(tool.path("a.vrl"), std::ios::binary);
+    vrl::BinaryStreamSerialiser writer(file);
+    ASSERT_TRUE(netlist.write(&writer));
+    file.close();
+    auto const exported = tool.run("export", {"a.vrl", "-o", "a.yml"});
+    EXPECT_EQ(exported.out, "a.vrl: warning: the netlist does not hold the kind of the design: 'otherNetlist'\n"
+                            "a.yml: 0 instances, 0 nets, 0 outer ports written\n");
+    EXPECT_EQ(exported.status, 1);
+}
+
+TEST(Export, ReportsArraysWhoseElementsDiffer) {
+    Tool const tool;
+    SampleCircuit circuit;
+    circuit.add("a<0.0>", "sfBend").add("a<1.0>", "sfBend").set("a<1.0>", "radius", 20);
+    for (std::string const name : {"a<0.0>", "a<1.0>"})
+        circuit.netlist().getBB(name)->setAnnotation(
+            "vrl::import", "{\"component\": \"sfBend\", \"array\": {\"columns\": 2, \"rows\": 1}}");
+    circuit.save(tool.path("a.vrl"));
+    auto const exported = tool.run("export", {"a.vrl", "-o", "a.yml"});
+    EXPECT_EQ(exported.out,
+              "a.vrl: warning: the netlist does not hold arrays whose elements differ or are missing: 'a'\n"
+              "a.yml: 2 instances, 0 nets, 0 outer ports written\n");
+    EXPECT_EQ(exported.status, 1);
+}
+
 TEST(Export, ReportsCompositesAndInsidesThatWereChanged) {
     Tool const tool;
     SampleCircuit circuit;
     circuit.add("arms", "sfPushPullArms").save(tool.path("a.vrl"));
     EXPECT_EQ(tool.run("export", {"a.vrl", "-o", "a.yml"}).out,
-              "a.vrl: note: 1 composite of kind 'sfPushPullArms': exported as one instance; the inside belongs to the "
-              "kind\n"
+              "a.vrl: note: the netlist does not hold insides of composites, which belong to their kinds: 'arms'\n"
               "a.yml: 1 instance, 0 nets, 0 outer ports written\n");
     auto* const arms = dynamic_cast<vrl::CBB*>(circuit.netlist().getBB("arms"));
     arms->getAsNetlist()->getBB("trim")->setDouble("length", 21);
     circuit.save(tool.path("a.vrl"));
     auto const changed = tool.run("export", {"a.vrl", "-o", "a.yml"});
-    EXPECT_EQ(changed.out,
-              "a.vrl: warning: the netlist does not hold changed insides of composites: 'arms'\n"
-              "a.vrl: note: 1 composite of kind 'sfPushPullArms': exported as one instance; the inside belongs to the "
-              "kind\n"
-              "a.yml: 1 instance, 0 nets, 0 outer ports written\n");
+    EXPECT_EQ(changed.out, "a.vrl: warning: the netlist does not hold changed insides of composites: 'arms'\n"
+                           "a.yml: 1 instance, 0 nets, 0 outer ports written\n");
     EXPECT_EQ(changed.status, 1);
 }
 

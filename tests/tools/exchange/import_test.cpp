@@ -22,9 +22,10 @@ TEST(Import, MakesADesignOfANetlistByAMap) {
     tool.write("mzi.yml", sampleNetlist());
     tool.write("map.yml", sampleMap());
     auto const imported = tool.run("import", {"mzi.yml", "--map", "map.yml", "-o", "mzi.vrl"});
-    EXPECT_EQ(imported.out, "mzi.yml:7:7: note: 'straight': settings without a parameter, kept as notes (1 instance): "
-                            "cross_section and npoints\n"
-                            "mzi.yml: note: kept as notes: 'name', 'placements', 'warnings' and 'info' of 1 instance\n"
+    EXPECT_EQ(imported.out, "mzi.yml:7:7: note: 'straight': settings without a parameter, kept as notes: "
+                            "'cross_section' and 'npoints'\n"
+                            "mzi.yml: note: kept as notes: 'name', 'placements' and 'warnings'\n"
+                            "mzi.yml: note: kept as notes of instances: 'info'\n"
                             "mzi.yml: 3 elements, 2 nets, 4 outer ports, 6 settings (2 to parameters)\n"
                             "mzi.vrl: written\n");
     EXPECT_EQ(imported.err, "");
@@ -125,7 +126,7 @@ TEST(Import, LeavesOutInPartWhatCannotBeCarriedOverAndReturnsIt) {
                             "ports:\n"
                             "  far: odd,o2\n"
                             "  near: a,in0\n");
-    EXPECT_EQ(exported.err, "a.vrl: note: what its import left out is returned: 1 instance, 1 net, 1 outer port\n");
+    EXPECT_EQ(exported.err, "a.vrl: note: what its import left out is returned\n");
     EXPECT_EQ(exported.status, 0);
 }
 
@@ -151,10 +152,8 @@ TEST(Import, WarnsOfAnOpticalPortThatIsUsedTwice) {
                                    "  also: b,in0\n"
                                    "  bias: m,anode\n");
     EXPECT_EQ(looked.out, "a.yml:4:10: warning: 'a,out0' is used 2 times; all that it connects becomes one node\n"
-                          "a.yml:8:7: warning: 'b,in0' is used 2 times; all that it connects becomes one node\n"
-                          "a.yml:9:3: warning: outer port 'also' leads to the port of 'in', too\n"
-                          "a.yml: note: 1 electrical port is used more than once\n"
-                          "a.yml: note: 1 net is duplicated\n"
+                          "a.yml:8:7: warning: 'b,in0' is used 3 times; all that it connects becomes one node\n"
+                          "a.yml:6:18: note: the net is duplicated\n"
                           "a.yml: 5 elements, 4 nets, 3 outer ports, 0 settings (0 to parameters)\n");
     EXPECT_EQ(looked.status, 1);
 }
@@ -172,7 +171,7 @@ TEST(Import, TakesArraysForTheirElements) {
                         "- p1: a,in0\n"
                         "  p2: a<2.0>,in0\n");
     auto const imported = tool.run("import", {"a.yml", "--partial", "-o", "a.vrl"});
-    EXPECT_EQ(imported.out, "a.yml:9:7: error: 'a' is an array: name one of 'a<0.0>' to 'a<1.0>'\n"
+    EXPECT_EQ(imported.out, "a.yml:9:7: error: 'a' is an array; name one of its elements, as 'a<0.0>'\n"
                             "a.yml:10:7: error: there is no instance 'a<2.0>'; did you mean 'a'?\n"
                             "a.yml: 2 elements, 1 net, 0 outer ports, 2 settings (2 to parameters); 1 left out\n"
                             "a.vrl: written\n");
@@ -254,8 +253,7 @@ TEST(Import, NamesAFoundryThatIsMissing) {
     std::string const config = tool.writeConfig("bare.ini", {"vrlDemoDll"});
     auto const imported = tool.run("import", {"--config", config, "mzi.yml", "--map", "map.yml", "-o", "a.vrl"});
     EXPECT_EQ(imported.out, "map.yml:1:10: error: no loaded plug-in brings the foundry 'SampleFab'\n"
-                            "mzi.yml: note: kept as notes: 'name', 'placements', 'warnings' and 'info' of 1 "
-                            "instance\n"
+                            "mzi.yml: note: kept as notes: 'name', 'placements' and 'warnings'\n"
                             "mzi.yml: 0 elements, 0 nets, 0 outer ports, 0 settings (0 to parameters); 9 left out\n"
                             "a.vrl: not written, for 1 error; --partial imports the rest\n");
     EXPECT_EQ(imported.status, 1);
@@ -287,11 +285,11 @@ TEST(Import, NamesPartsOfTheWrongShape) {
               "a.yml:4:3: error: array of instance 'c': a count is a whole number from 1\n"
               "a.yml:5:32: warning: 'vrl' has no member 'foundri'; it is left out; did you mean 'foundry'?\n"
               "a.yml:5:74: error: 'ports' of 'vrl' is a list, where a map belongs\n"
-              "a.yml:6:8: error: a net is a number, where a map of 'p1' and 'p2' belongs\n"
+              "a.yml:6:8: error: a net has 0 ports and needs two\n"
               "a.yml:6:11: error: a net has 1 port and needs two\n"
-              "a.yml:6:27: error: 'p1' is 'b', where \"instance,port\" belongs\n"
+              "a.yml:6:27: error: a port of a net is 'b', where \"instance,port\" belongs\n"
               "a.yml:7:12: error: outer port 'x' is a number, where \"instance,port\" belongs\n"
-              "a.yml:8:13: error: 'placements' is a number, where a map belongs\n"
+              "a.yml:8:13: error: 'placements' of the netlist is a number, where a map belongs\n"
               "a.yml:9:17: error: 'boundary' of 'vrl' is a number, where a map belongs\n"
               "a.yml: note: kept as notes: 'placements'\n"
               "a.yml: 0 elements, 0 nets, 0 outer ports, 0 settings (0 to parameters); 7 left out\n");
@@ -300,7 +298,6 @@ TEST(Import, NamesPartsOfTheWrongShape) {
 struct Lossy {
     char const* name;
     char const* netlist;
-    char const* left;  ///< what the export says of it
     char const* counts;
 };
 
@@ -314,8 +311,7 @@ TEST_P(Partial, KeepsWhatItLeavesOut) {
     EXPECT_EQ(imported.out.substr(counts), GetParam().counts + std::string("\na.vrl: written\n"));
     auto const exported = tool.run("export", {"a.vrl"});
     EXPECT_EQ(exported.out, GetParam().netlist);
-    EXPECT_EQ(exported.err,
-              "a.vrl: note: what its import left out is returned: " + std::string(GetParam().left) + "\n");
+    EXPECT_EQ(exported.err, "a.vrl: note: what its import left out is returned\n");
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -324,27 +320,22 @@ INSTANTIATE_TEST_SUITE_P(
         Lossy{"NetFromAPortToItself",
               "instances:\n  p:\n    component: sfStraight\n    settings:\n      length: 100\n      width: 0.45\n"
               "nets:\n  - p1: p,in0\n    p2: p,in0\nports: {}\n",
-              "0 instances, 1 net, 0 outer ports",
               "a.yml: 1 element, 0 nets, 0 outer ports, 2 settings (2 to parameters); 1 left out"},
         Lossy{"NetThatIsNoMap", "instances: {}\nnets:\n  - 3\n  - p1: b\n    p2: c\nports: {}\n",
-              "0 instances, 2 nets, 0 outer ports",
               "a.yml: 0 elements, 0 nets, 0 outer ports, 0 settings (0 to parameters); 2 left out"},
         Lossy{"ArrayThatIsTooLarge",
               "instances:\n  a:\n    component: sfBend\n    array:\n      columns: 2000\n      rows: 2000\n"
               "nets:\n  - p1: a<0.0>,out0\n    p2: a<1.0>,in0\nports: {}\n",
-              "1 instance, 1 net, 0 outer ports",
               "a.yml: 0 elements, 0 nets, 0 outer ports, 0 settings (0 to parameters); 2 left out"},
         Lossy{"InstancesOfTheWrongShape",
               "instances:\n  a: 3\n  b:\n    component: sfBend\n    settings: 3\n  c:\n    info: {}\n"
               "nets: []\nports: {}\n",
-              "3 instances, 0 nets, 0 outer ports",
               "a.yml: 0 elements, 0 nets, 0 outer ports, 0 settings (0 to parameters); 3 left out"},
         Lossy{"DuplicatedElement",
               "instances:\n  a:\n    component: sfBend\n    settings:\n      radius: 10\n      angle: 90\n      width: "
               "0.45\n    array:\n      columns: 2\n"
               "      rows: 1\n  a<1.0>:\n    component: sfBend\n    settings:\n      radius: 30\n"
               "nets: []\nports: {}\n",
-              "1 instance, 0 nets, 0 outer ports",
               "a.yml: 2 elements, 0 nets, 0 outer ports, 6 settings (6 to parameters); 1 left out"}),
     [](auto const& given) { return given.param.name; });
 

@@ -35,13 +35,16 @@ INSTANTIATE_TEST_SUITE_P(
         BadMap{"UnknownMember", "component: {}\n",
                "vrl: map.yml:1:1: the map has no member 'component'\n  did you mean 'components'?\n"},
         BadMap{"UnknownPart", "components:\n  a: {key: sfBend, port: {}}\n",
-               "vrl: map.yml:2:20: component 'a' has no member 'port'\n  did you mean 'ports'?\n"},
+               "vrl: map.yml:2:20: 'a' has no member 'port'\n  did you mean 'ports'?\n"},
         BadMap{"NumberForAKey", "components: {a: {key: 3}}\n",
                "vrl: map.yml:1:23: 'key' of 'a' is a number, where a string belongs\n"},
+        BadMap{"List", "- foundry\n", "vrl: map.yml:1:1: the map is a list, where a map belongs\n"},
+        BadMap{"FactorThatIsInfinite", "components: {a: {parameters: {r: {to: radius, factor: .inf}}}}\n",
+               "vrl: map.yml:1:55: 'factor' of 'r' is 0 or no number\n"},
         BadMap{"FactorOfNothing", "components: {a: {key: sfBend, parameters: {r: {to: radius, factor: 0}}}}\n",
-               "vrl: map.yml:1:68: 'factor' of parameter 'r' of 'a' is 0 or no number\n"},
+               "vrl: map.yml:1:68: 'factor' of 'r' is 0 or no number\n"},
         BadMap{"RuleWithoutAim", "components: {a: {key: sfBend, parameters: {r: {factor: 2}}}}\n",
-               "vrl: map.yml:1:47: parameter 'r' of 'a' has no 'to'\n  name the parameter of ours that it sets\n"},
+               "vrl: map.yml:1:47: 'r' has no 'to'\n  name the parameter of ours that it sets\n"},
         BadMap{"TwoSettingsForOne", "components: {a: {key: sfBend, parameters: {r: radius, s: radius}}}\n",
                "vrl: map.yml:1:58: two settings of 'a' lead to 'radius'\n"},
         BadMap{"TwoPortsForOne", "components: {a: {key: sfBend, ports: {o1: in0, o2: in0}}}\n",
@@ -61,7 +64,7 @@ TEST(NameMap, NamesWhatTheKindLacks) {
                           "  two: {key: sfBent}\n"
                           "  three: null\n");
     auto const imported = tool.run("import", {"a.yml", "--map", "map.yml"});
-    EXPECT_EQ(imported.out, "a.yml:1:40: error: component 'three' has no key in the map (map.yml:9)\n"
+    EXPECT_EQ(imported.out, "a.yml:1:40: error: component 'three' has no key in the map, see map.yml:9:3\n"
                             "map.yml:5:17: error: 'sfBend' has no port 'in1'; did you mean 'in0'?\n"
                             "map.yml:6:21: error: 'sfBend' has no parameter 'radus'; did you mean 'radius'?\n"
                             "map.yml:7:23: error: the default of 'width' is a string, where a number belongs\n"
@@ -79,8 +82,8 @@ TEST(NameMap, TakesNoSameNamesWhereItSaysSo) {
     auto const imported = tool.run("import", {"a.yml", "--map", "map.yml"});
     EXPECT_EQ(imported.out, "a.yml:1:61: error: component 'sfBend' is not in the map\n"
                             "a.yml:2:12: error: 'a' (one) has no port 'in0'; there are none\n"
-                            "a.yml:1:44: note: 'one': settings without a parameter, kept as notes (1 instance): "
-                            "radius\n"
+                            "a.yml:1:44: note: 'one': settings without a parameter, kept as notes: "
+                            "'radius'\n"
                             "a.yml: 1 element, 0 nets, 0 outer ports, 1 setting (0 to parameters); 2 left out\n");
 }
 
@@ -94,11 +97,13 @@ TEST(NameMap, BeginsWithATemplate) {
                         "foundry: SampleFab\n"
                         "components:\n"
                         "  mmi1x2:  # 1 instance\n"
-                        "    key: null  # of 3 ports: sfCombiner, sfPhotodiode and sfSplitter\n"
+                        "    key: null  # one of demoDelayLine, sfBend, sfCombiner, sfCoupler2x2, sfEdgeCoupler, "
+                        "sfGrating, sfPhaseModulator, sfPhotodiode, sfPushPullArms, sfSplitter, sfStraight and "
+                        "sfTaper\n"
                         "    ports:\n"
-                        "      # o1: ?\n"
-                        "      # o2: ?\n"
-                        "      # o3: ?\n"
+                        "      o1: null\n"
+                        "      o2: null\n"
+                        "      o3: null\n"
                         "    parameters:\n"
                         "      length_mmi: null  # such as 16\n"
                         "      taper: null  # such as a map\n"

@@ -101,7 +101,8 @@ TEST(Reader, ProposesTheNameNearestToInstances) {
     EXPECT_EQ(tool.run("import", {"a.yml"}).err, "vrl: a.yml: has no 'instances'\n  is 'instance' meant for it?\n");
     tool.write("a.yml", "top:\n  instances: {}\n");
     EXPECT_EQ(tool.run("import", {"a.yml"}).err,
-              "vrl: a.yml: holds netlists by name: 'top'\n  give each of them a file of its own\n");
+              "vrl: a.yml: has no 'instances'\n"
+              "  a netlist is a map with 'instances', 'nets' or 'connections', and 'ports'\n");
 }
 
 TEST(Reader, TakesTheEscapesOfJson) {
@@ -134,8 +135,8 @@ TEST(Reader, TakesPlainScalarsByTheCoreSchema) {
                                                  "      - true\n"
                                                  "      - \"true\"\n"
                                                  "      - \"yes\"\n"
-                                                 "      - 31\n"
-                                                 "      - 15\n"
+                                                 "      - \"0x1F\"\n"
+                                                 "      - \"0o17\"\n"
                                                  "      - 10\n"
                                                  "      - 1.50\n"
                                                  "      - 0.5\n"
@@ -152,6 +153,14 @@ TEST(Reader, TakesPlainScalarsByTheCoreSchema) {
                                                  "      - \"é\"\n"
                                                  "nets: []\n"
                                                  "ports: {}\n");
+}
+
+TEST(Reader, TakesAColonInTheNextLineOfJsonAndRefusesLongNames) {
+    Tool const tool;
+    tool.write("a.json", "{\"instances\" \n : {\"" + std::string(400, 'x') + "\": \"sfBend\"}}");
+    EXPECT_EQ(tool.run("import", {"a.json"}).status, 0);
+    tool.write("a.json", "{\"instances\": {\n \"" + std::string(5000, 'x') + "\": \"sfBend\"}}");
+    EXPECT_EQ(tool.run("import", {"a.json"}).err, "vrl: a.json:2:4: a name is longer than 400 bytes\n  shorten it\n");
 }
 
 }  // namespace

@@ -45,11 +45,11 @@ Json reportJson(Options const& options, Document const& document, Import const& 
     json["name"] = document.name().empty() ? Json(nullptr) : Json(document.name());
     json["counts"] = Json{{"instances", document.instances.size()},
                           {"elements", import.netlist->sizeElements()},
-                          {"nets", import.nets},
+                          {"nets", import.nets()},
                           {"ports", import.portCount},
                           {"settings", import.settings},
                           {"parameters", import.parameters},
-                          {"leftOut", import.leftOut}};
+                          {"leftOut", import.leftOut()}};
     json["findings"] = findings.json();
     return json;
 }
@@ -57,9 +57,9 @@ Json reportJson(Options const& options, Document const& document, Import const& 
 void writeReport(Options const& options, Import const& import, Findings const& findings, bool written) {
     findings.write(std::cout);
     std::cout << options.netlist << ": " << counted(import.netlist->sizeElements(), "element") << ", "
-              << counted(import.nets, "net") << ", " << counted(import.portCount, "outer port") << ", "
+              << counted(import.nets(), "net") << ", " << counted(import.portCount, "outer port") << ", "
               << counted(import.settings, "setting") << " (" << import.parameters << " to parameters)";
-    if (import.leftOut > 0) std::cout << "; " << import.leftOut << " left out";
+    if (import.leftOut() > 0) std::cout << "; " << import.leftOut() << " left out";
     std::cout << '\n';
     if (written)
         std::cout << options.output << ": written\n";

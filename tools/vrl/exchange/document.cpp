@@ -1,7 +1,5 @@
 #include "exchange/document.h"
 
-#include <charconv>
-
 #include "text/failure.h"
 #include "text/near_names.h"
 #include "text/table.h"
@@ -10,19 +8,18 @@ namespace vrltool::exchange {
 
 namespace {
 
-using Shapes = std::vector<Shape>;
-
 constexpr std::size_t kMostElements = 100000;  // of all arrays: a short line must not fill the memory
 char const* const kHint = "a netlist is a map with 'instances', 'nets' or 'connections', and 'ports'";
 std::pair<char const*, char const*> const kSizes[] = {{"columns", "rows"}, {"num_a", "num_b"}, {"na", "nb"}};
 
 // The members of a netlist, of an instance, and of "vrl" in both.
 Shapes const kNetlist{{"name", "n#t"}, {"instances", "nm"},  {"nets", "nl"}, {"connections", "nm"},
-                      {"ports", "nm"}, {"placements", "nm"}, {"vrl", "nm"}};
-Shapes const kInstance{{"component", "t"}, {"settings", "nm"}, {"array", "nm"}, {"vrl", "m"}};
-Shapes const kOfNetlist{{"boundary", "m", "l"}};
-Shapes const kOfInstance{{"foundry", "t"}, {"origin", "m"},     {"crossSection", "t"},
-                         {"flow", "t"},    {"ports", "m", "m"}, {"values", "m"}};
+                      {"ports", "nm"}, {"placements", "nm"}, {"vrl", "nm"},  {"*", ""}};
+Shapes const kInstance{{"component", "t"}, {"settings", "nm"}, {"array", "nm"}, {"vrl", "m"}, {"*", ""}};
+Shapes const kOfNetlist{{"boundary", "m", {{"*", "l"}}}};
+Shapes const kOfInstance{
+    {"foundry", "t"}, {"origin", "m"}, {"crossSection", "t"}, {"flow", "t"}, {"ports", "m", {{"*", "m"}}},
+    {"values", "m"}};
 
 /// A document that is being read.
 struct Reading {
@@ -35,35 +32,15 @@ struct Reading {
         return false;
     }
 
-    /// Whether a node is of one of the kinds; otherwise it is an error.
-    bool check(Node const& node, std::string const& what, std::string_view kinds) {
-        std::string const wrong = misfit(what, node, kinds);
-        return wrong.empty() || error(node, wrong);
-    }
-
-    /// Whether the members of a map have their shapes.
-    bool check(Node const& map, std::string const& of, Shapes const& shapes) {
+    /// Whether a map has its shape. Members that it does not know are only reported.
+    bool check(Node const& map, std::string const& what, Shapes const& shapes) {
         bool good = true;
-        for (auto const& entry : map) {
-            std::string const what = "'" + entry.first.Scalar() + "'" + of;
-            Shape const* const shape = find(shapes, entry.first.Scalar());
-            bool fits = !shape || check(entry.second, what, shape->kinds);
-            if (shape && !shape->parts.empty())
-                for (auto const& part : entry.second)
-                    fits = fits && check(entry.second.IsMap() ? part.second : part, "a part of " + what, shape->parts);
-            good = good && fits;
+        for (Misfit const& misfit : misfits(map, what, shapes)) {
+            good = good && misfit.unknown;
+            findings.add(misfit.unknown ? Severity::kWarning : Severity::kError, document.path, misfit.mark,
+                         misfit.text + (misfit.unknown ? "; it is left out" : ""), misfit.hint);
         }
         return good;
-    }
-
-    /// The same for "vrl", in which nothing else is known.
-    bool checkExtension(Node const& extension, Shapes const& shapes) {
-        for (auto const& entry : extension)
-            if (!find(shapes, entry.first.Scalar()))
-                findings.add(Severity::kWarning, document.path, entry.first.Mark(),
-                             "'vrl' has no member '" + entry.first.Scalar() + "'; it is left out",
-                             nearName(shapes, entry.first.Scalar()));
-        return check(extension, " of 'vrl'", shapes);
     }
 };
 
@@ -80,14 +57,13 @@ bool readSize(Reading& reading, Instance& instance) {
 }
 
 bool readInstance(Reading& reading, Instance& instance) {
-    Node const& given = instance.given;
     std::string const what = "instance '" + instance.name.Scalar() + "'";
     if (instance.name.Scalar().empty()) return reading.error(instance.name, "an instance has an empty name");
-    if (!isString(given) && !isMap(given))
-        return reading.error(given, wrongKind(what, given, "a map with 'component'"));
-    if (!reading.check(given, " of " + what, kInstance)) return false;
-    if (componentOf(given).Scalar().empty()) return reading.error(instance.name, what + " names no component");
-    return reading.checkExtension(member(given, "vrl"), kOfInstance) && readSize(reading, instance);
+    if (!isString(instance.given) && !isMap(instance.given))
+        return reading.error(instance.given, wrongKind(what, instance.given, "a map with 'component'"));
+    if (!reading.check(instance.given, what, kInstance)) return false;
+    if (componentOf(instance.given).Scalar().empty()) return reading.error(instance.name, what + " names no component");
+    return reading.check(member(instance.given, "vrl"), "'vrl'", kOfInstance) && readSize(reading, instance);
 }
 
 bool checkPort(Reading& reading, Node const& node, std::string const& what) {
@@ -96,56 +72,48 @@ bool checkPort(Reading& reading, Node const& node, std::string const& what) {
            reading.error(node, what + " is " + is + ", where \"instance,port\" belongs");
 }
 
-bool readNet(Reading& reading, Net& net) {
-    bool const map = isMap(net.given);
-    if (!map && !net.given.IsSequence())
-        return reading.error(net.given, wrongKind("a net", net.given, "a map of 'p1' and 'p2'"));
+void readNet(Reading& reading, Node const& given) {
+    Net net{given};
     bool good = true;
-    for (auto const& part : net.given) {
-        std::string const name = map ? part.first.Scalar() : "";
-        if (map && name != "p1" && name != "p2") continue;
-        net.ports.push_back(map ? part.second : part);
-        good = checkPort(reading, net.ports.back(), map ? "'" + name + "'" : "a port of a net") && good;
+    for (auto const& part : given) {
+        if (isMap(given) && part.first.Scalar() != "p1" && part.first.Scalar() != "p2") continue;
+        net.ports.push_back(isMap(given) ? part.second : part);
+        good = checkPort(reading, net.ports.back(), "a port of a net") && good;
     }
-    return good && (net.ports.size() >= 2 ||
-                    reading.error(net.given, "a net has " + counted(net.ports.size(), "port") + " and needs two"));
+    if (good && net.ports.size() < 2)
+        good = reading.error(given, "a net has " + counted(net.ports.size(), "port") + " and needs two");
+    if (!good) net.ports.clear();
+    reading.document.nets.push_back(net);
 }
 
-void readNets(Reading& reading, Node const& nets) {
-    if (nets.size() > 0) reading.document.asConnections = false;
-    for (Node const& item : nets) {
-        Net net{item, {}, false};
-        net.good = readNet(reading, net);
-        reading.document.nets.push_back(net);
-    }
-}
-
+/// Reads connections as nets.
 void readConnections(Reading& reading, Node const& connections) {
-    if (isMap(connections)) reading.document.asConnections = reading.document.nets.empty();
+    Node pairs = newList({reading.document.root});  // one memory for all, see node.h
     for (auto const& entry : connections) {
-        Node const none(YAML::NodeType::Undefined);
-        bool const good = checkPort(reading, entry.first, "a port") && checkPort(reading, entry.second, "a port");
-        reading.document.nets.push_back({none, {entry.first, entry.second}, good});
+        Node pair = newMap();
+        pairs.push_back(pair);
+        pair.force_insert("p1", entry.first);
+        pair.force_insert("p2", entry.second);
+        readNet(reading, pair);
     }
 }
 
 void readParts(Reading& reading) {
     Document& document = reading.document;
-    reading.check(document.root, "", kNetlist);
+    reading.check(document.root, "the netlist", kNetlist);
     Node const extension = member(document.root, "vrl");
-    if (reading.checkExtension(extension, kOfNetlist)) document.extension.reset(extension);
-    for (auto const& entry : member(document.root, "instances")) {
+    if (reading.check(extension, "'vrl'", kOfNetlist)) document.extension.reset(extension);
+    for (auto const& entry : mapOf(member(document.root, "instances"))) {
         Instance instance{entry.first, entry.second};
         instance.good = readInstance(reading, instance);
         document.instances.push_back(instance);
     }
     for (auto const& entry : document.root) {  // in the order of the file
-        if (entry.first.Scalar() == "connections" && isMap(entry.second)) readConnections(reading, entry.second);
-        if (entry.first.Scalar() == "nets" && entry.second.IsSequence()) readNets(reading, entry.second);
+        if (entry.first.Scalar() == "connections") readConnections(reading, mapOf(entry.second));
+        if (entry.first.Scalar() == "nets")
+            for (Node const& net : listOf(entry.second)) readNet(reading, net);
     }
-    Node const ports = member(document.root, "ports");
-    if (!isMap(ports)) return;
-    for (auto const& entry : ports)
+    for (auto const& entry : mapOf(member(document.root, "ports")))
         if (checkPort(reading, entry.second, "outer port '" + entry.first.Scalar() + "'"))
             document.ports.emplace_back(entry.first, entry.second);
 }
@@ -153,30 +121,14 @@ void readParts(Reading& reading) {
 /// Fails for a file that holds no netlist, or several under names.
 void refuseOtherShapes(Node const& root, std::string const& path) {
     if (!isMap(root)) throw Failure(path, std::string("holds ") + kindWord(kindOf(root)) + " and no netlist", kHint);
-    Node const instances = member(root, "instances");
-    if (instances.IsDefined() && !isMap(instances) && !isNull(instances))
-        throw Failure(placeText(path, instances.Mark()), wrongKind("'instances'", instances, "a map of names"), kHint);
-    if (instances.IsDefined()) return;
-    std::string inner;
+    if (member(root, "instances").IsDefined()) return;
     std::vector<std::string> names;
-    for (auto const& entry : root) {
-        names.push_back(entry.first.Scalar());
-        if (member(entry.second, "instances").IsDefined())
-            inner += (inner.empty() ? "'" : ", '") + printable(names.back()) + "'";
-    }
-    if (!inner.empty()) throw Failure(path, "holds netlists by name: " + inner, "give each of them a file of its own");
+    for (auto const& entry : root) names.push_back(entry.first.Scalar());
     auto const near = nearNames("instances", names);
     throw Failure(path, "has no 'instances'", near.empty() ? kHint : "is '" + near.front() + "' meant for it?");
 }
 
-/// A count of an array: 1 for null, and 0 for what is no whole number.
-std::size_t countOf(Node const& node) {
-    std::string const& text = node.Scalar();
-    std::size_t count = 0;
-    auto const end = std::from_chars(text.data(), text.data() + text.size(), count).ptr;
-    if (isNull(node)) return 1;
-    return kindOf(node) == Kind::kNumber && end == text.data() + text.size() ? count : 0;
-}
+std::size_t countOf(Node const& node) { return isNull(node) ? 1 : node.as<std::size_t>(0); }
 
 }  // namespace
 
@@ -189,11 +141,9 @@ ArraySize arraySizeOf(Node const& instance) {
 }
 
 bool isArray(Node const& instance) {
-    bool array = false;
-    if (isMap(instance))
-        for (auto const& entry : instance)
-            array = array || (instancePart(entry.first.Scalar()) == InstancePart::kArray && !isNull(entry.second));
-    return array;
+    for (auto const& entry : mapOf(instance))
+        if (instancePart(entry.first.Scalar()) == InstancePart::kArray && !isNull(entry.second)) return true;
+    return false;
 }
 
 std::vector<std::string> elementNames(std::string const& name, ArraySize const& size) {
@@ -205,10 +155,9 @@ std::vector<std::string> elementNames(std::string const& name, ArraySize const& 
 }
 
 InstancePart instancePart(std::string const& name) {
-    bool array = name == "array";
-    for (auto const& [columns, rows] : kSizes) array = array || name == columns || name == rows;
-    if (array) return InstancePart::kArray;
-    return find(kInstance, name) ? InstancePart::kOwn : InstancePart::kKept;
+    for (auto const& [columns, rows] : kSizes)
+        if (name == "array" || name == columns || name == rows) return InstancePart::kArray;
+    return find(kInstance, name)->kinds.empty() ? InstancePart::kKept : InstancePart::kOwn;
 }
 
 Document readDocument(std::string const& path, Findings& findings) {

@@ -27,6 +27,9 @@ bool isArray(Node const& instance);
 /// The names of the elements of an array: "NAME<COLUMN.ROW>", column by column; the plain name for a single one.
 std::vector<std::string> elementNames(std::string const& name, ArraySize const& size);
 
+/// The name of the array that has an element of that name; the name itself if it is none.
+inline std::string arrayOf(std::string const& element) { return element.substr(0, element.rfind('<')); }
+
 /// What the members of an instance are to us: read, the size of an array, or kept as they are.
 enum class InstancePart { kOwn, kArray, kKept };
 InstancePart instancePart(std::string const& name);
@@ -42,11 +45,10 @@ struct Instance {
 /// The component of an instance, a string.
 inline Node componentOf(Node const& instance) { return isMap(instance) ? member(instance, "component") : instance; }
 
-/// Two ports or more, each a string "instance,port", that are connected.
+/// Two ports or more, each a string "instance,port", that are connected. One without ports has not the shape.
 struct Net {
-    Node given;  ///< undefined for an entry of "connections"
-    std::vector<Node> ports;
-    bool good;  ///< as of an instance
+    Node given;  ///< an entry of "connections" is a map of "p1" and "p2", too
+    std::vector<Node> ports = {};
 };
 
 /// A netlist of another tool as it was read: its shape is checked, its names are not.
@@ -55,9 +57,8 @@ struct Document {
     Node root;
     std::vector<Instance> instances;
     std::vector<Net> nets;
-    std::vector<std::pair<Node, Node>> ports;          ///< outer names with "instance,port"
-    bool asConnections = false;                        ///< whether all nets came as "connections"
-    Node extension = Node(YAML::NodeType::Undefined);  ///< the member "vrl", if it has the shape
+    std::vector<std::pair<Node, Node>> ports;  ///< outer names with "instance,port"
+    Node extension = {};                       ///< the member "vrl", if it has the shape
 
     std::string name() const { return member(root, "name").Scalar(); }
 };

@@ -15,6 +15,8 @@ namespace {
 
 using Choice = vrl::Foundry::CSInfo;
 
+char const* const kReturned = "what its import left out is returned";
+
 /// One export: what it reads, what it has made so far, and what it has yet to report. All its steps work on it.
 struct Export {
     vrl::Netlist& netlist;
@@ -27,10 +29,6 @@ struct Export {
 
     std::vector<ComponentRule const*> rules = {};         ///< by the places of the elements; null for what is left out
     std::map<std::string, ComponentRule> sameNames = {};  ///< rules of kinds that the map does not name
-    std::set<std::string> unmapped = {};
-    std::map<std::string, std::size_t> composites = {};
-    /// What the netlist does not hold: of which sort, and the names.
-    std::map<std::pair<Severity, std::string>, std::vector<std::string>> losses = {};
 
     std::map<std::string, Node> instances = {};
     std::map<unsigned, std::string> outerPorts = {};    ///< the first one of each node
@@ -42,7 +40,7 @@ struct Export {
     }
     void report(Severity severity, std::string const& text) { findings.add(severity, path, Mark::null_mark(), text); }
     void lose(std::string const& sort, std::string const& name, Severity severity = Severity::kWarning) {
-        losses[{severity, sort}].push_back(inQuotes(name));
+        findings.addName(severity, path, Mark::null_mark(), "the netlist does not hold " + sort, name);
     }
 };
 
@@ -56,10 +54,12 @@ Node originOf(Node const& given) {
 ComponentRule const* ruleFor(Export& context, Element const& element, Node const& given) {
     for (Node const& source : {originOf(given), given}) {
         ComponentRule const* const own = context.map.find(componentOf(source).Scalar());
-        if (own && own->key == element.kind) return own;
+        if (own && own->key.Scalar() == element.kind) return own;
     }
     if (ComponentRule const* const first = context.map.forKey(element.kind)) return first;
-    if (!context.map.path.empty()) context.unmapped.insert(element.kind);
+    if (!context.map.path.empty())
+        context.report(Severity::kWarning, "kind '" + element.kind + "' has no component in " + context.map.path +
+                                               "; it keeps its own names");
     return &context.sameNames.try_emplace(element.kind, element.kind).first->second;
 }
 
@@ -87,9 +87,9 @@ void addSettings(Export& context, std::string const& element, Source const& sour
             Parameter const now = parameterOf(*source.block.getAttribute(target.name));
             std::string why;
             bool const good = valueFor(now, value, target.factor, why).has_value();
-            bool const same = good ? isValueOf(now, value, target.factor, now) : source.isDefault(now);
+            bool const same = good ? isValueOf(now, value, target.factor) : source.isDefault(now);
             if (!same) value.reset(nodeOfValue(now, target.factor));
-            if (same || isValueOf(now, value, target.factor, now)) said.insert(target.name);
+            if (same || isValueOf(now, value, target.factor)) said.insert(target.name);
         }
         settings.force_insert(setting.first, value);
     }
@@ -105,7 +105,7 @@ void addSettings(Export& context, std::string const& element, Source const& sour
         bool const free = !setting.name.empty() && !member(settings, setting.name).IsDefined();
         Node const value = nodeOfValue(parameter, setting.factor);
         if (free) settings.force_insert(setting.name, value);
-        if (!isDefault && !(free && isValueOf(parameter, value, setting.factor, parameter)))
+        if (!isDefault && !(free && isValueOf(parameter, value, setting.factor)))
             values.force_insert(parameter.name, nodeOfValue(parameter));
     }
 }
@@ -140,8 +140,9 @@ void compareInside(Export& context, Element const& element, FreshBlock const& fr
         Node const exported = exportNetlist(inside, context.path, NameMap(), context.kinds, aside);
         return written(exported, Format::kLine) + aside.json().dump();
     };
-    ++context.composites[element.kind];
-    if (text(*element.block) != text(*fresh.block)) context.lose("changed insides of composites", element.name);
+    bool const same = text(*element.block) == text(*fresh.block);
+    if (same) context.lose("insides of composites, which belong to their kinds", element.name, Severity::kNote);
+    if (!same) context.lose("changed insides of composites", element.name);
 }
 
 /// The instance of an element; of an array, without its size.
@@ -151,12 +152,11 @@ Node instanceOf(Export& context, Element const& element, Node const& given, Comp
     Source const source{block, rule, fresh};
     Node const origin = originOf(given);
     auto const isOf = [&](Node const& before) { return componentOf(before).Scalar() == rule.component; };
-    Node before;  // null for an instance that no import brought
-    if (isOf(origin) || isOf(given)) before.reset(member(isOf(origin) ? origin : given, "settings"));
-    if ((isOf(origin) || isOf(given)) && !isMap(before)) before.reset(newMap());
+    Node const imported = isOf(origin) ? origin : isOf(given) ? given : Node();
+    Node const before = isNull(imported) ? imported : mapOf(member(imported, "settings"));  // null without an import
     Node settings = newMap(), values = newMap(), extension = newMap();
     addSettings(context, element.name, source, before, settings, values);
-    if (element.foundry != context.map.foundry) extension.force_insert("foundry", stringNode(element.foundry));
+    if (element.foundry != context.map.foundry.Scalar()) extension.force_insert("foundry", stringNode(element.foundry));
     append(extension, newMap({{"values", unlessEmpty(values)}}));
     addChoices(extension, source);
     if (isString(componentOf(origin)) && !isOf(origin))
@@ -164,10 +164,8 @@ Node instanceOf(Export& context, Element const& element, Node const& given, Comp
                                newMap({{"component", componentOf(origin)}, {"settings", member(origin, "settings")}}));
     if (fresh && dynamic_cast<vrl::CBB*>(&block)) compareInside(context, element, *fresh);
     Node instance = newMap({{"component", stringNode(rule.component)}, {"settings", settings}});
-    if (isMap(given))
-        for (auto const& entry : given)
-            if (instancePart(entry.first.Scalar()) == InstancePart::kKept)
-                instance.force_insert(entry.first, entry.second);
+    for (auto const& entry : mapOf(given))
+        if (instancePart(entry.first.Scalar()) == InstancePart::kKept) instance.force_insert(entry.first, entry.second);
     append(instance, newMap({{"vrl", unlessEmpty(extension)}}));
     return instance;
 }
@@ -203,7 +201,7 @@ void addInstances(Export& context) {
         context.instances.emplace(element.name, instanceOf(context, element, given, *context.rules.back()));
         if (!isArray(given)) continue;
         bool const single = arraySizeOf(given).count() == 1;
-        std::string const array = single ? element.name : element.name.substr(0, element.name.rfind('<'));
+        std::string const array = single ? element.name : arrayOf(element.name);
         arrays[array].emplace(element.name, given);
     }
     for (auto const& array : arrays) collapse(context, array.first, array.second);
@@ -232,14 +230,10 @@ std::string portText(Export const& context, PortPlace const& place) {
     return context.circuit.elements[place.element].name + "," + (theirs.empty() ? ours : theirs);
 }
 
-/// The node if it is of a type, or an empty one of it: anyone may have written a note.
-Node only(YAML::NodeType::value type, Node const& node) { return node.Type() == type ? node : Node(type); }
-
 /// Adds the connections of all nodes. A node of many ports becomes a chain, which connects the same.
 void addNets(Export& context) {
     std::map<std::string, Node> given;
-    for (auto const& entry : only(YAML::NodeType::Map, member(context.kept, "nets")))
-        given.emplace(entry.first.Scalar(), entry.second);
+    for (auto const& entry : mapOf(member(context.kept, "nets"))) given.emplace(entry.first.Scalar(), entry.second);
     std::set<std::array<std::size_t, 4>> connections;  // in order of the elements
     for (auto const& [node, places] : context.circuit.nodes)
         for (std::size_t i = 1; i < places.size(); ++i)
@@ -274,10 +268,11 @@ void addPorts(Export& context) {
             if (circuit.nodes.count(node) > 0)
                 for (PortPlace const& place : circuit.nodes.at(node)) known.emplace(circuit.portText(place), place);
     std::set<std::string> names;
-    for (auto const& entry : only(YAML::NodeType::Map, member(context.kept, "ports"))) {
+    for (auto const& entry : mapOf(member(context.kept, "ports"))) {
         auto const found = known.find(entry.second.Scalar());
         bool const leftOut = entry.second.IsSequence() && entry.second.size() == 1;
         if (leftOut) context.ports.force_insert(entry.first, entry.second[0]);
+        if (leftOut) context.report(Severity::kNote, kReturned);
         if (found != known.end()) addPort(context, entry.first.Scalar(), found->second);
         if (leftOut || found != known.end()) names.insert(entry.first.Scalar());
     }
@@ -318,19 +313,13 @@ Node boundaryOf(Export& context) {
     return same ? Node() : boundary;
 }
 
-/// Writes back what a partial import left out.
+/// Writes back what a partial import left out, but for outer ports, which have their places.
 void addLeftOut(Export& context) {
     Node const left = member(context.kept, "leftOut");
-    Node const instances = only(YAML::NodeType::Map, member(left, "instances"));
-    Node const nets = only(YAML::NodeType::Sequence, member(left, "nets"));
-    for (auto const& entry : instances) context.instances.emplace(entry.first.Scalar(), entry.second);
-    for (Node const& net : nets) context.nets.push_back(net);
-    std::size_t ports = 0;
-    for (auto const& port : only(YAML::NodeType::Map, member(context.kept, "ports"))) ports += port.second.IsSequence();
-    if (instances.size() + nets.size() + ports > 0)
-        context.report(Severity::kNote,
-                       "what its import left out is returned: " + counted(instances.size(), "instance") + ", " +
-                           counted(nets.size(), "net") + ", " + counted(ports, "outer port"));
+    for (auto const& entry : mapOf(member(left, "instances")))
+        context.instances.emplace(entry.first.Scalar(), entry.second);
+    for (Node const& net : listOf(member(left, "nets"))) context.nets.push_back(net);
+    if (!isNull(left)) context.report(Severity::kNote, kReturned);
 }
 
 /// The nets as a map from one port to the other; null unless each of them can be in it.
@@ -349,7 +338,7 @@ Node connectionsOf(Node const& nets) {
 /// Puts the parts together in their usual order.
 Node assembled(Export& context) {
     static std::set<std::string> const own{"name", "instances", "connections", "nets", "placements", "ports", "vrl"};
-    Node const members = only(YAML::NodeType::Map, member(context.kept, "members"));
+    Node const members = mapOf(member(context.kept, "members"));
     bool const wanted = member(context.kept, "connections").IsDefined();
     Node const map = wanted ? connectionsOf(context.nets) : Node();
     Node instances = newMap();
@@ -367,23 +356,12 @@ Node assembled(Export& context) {
     return result;
 }
 
-/// Reports what the netlist holds in another way, or not at all.
-void report(Export& context) {
+/// Reports what the netlist does not hold of the design as a whole.
+void reportDesign(Export& context) {
     vrl::Netlist& netlist = context.netlist;
-    bool const composite = dynamic_cast<vrl::CBB*>(&netlist) != nullptr;  // its parameters are those of the block
-    if (!composite && netlist.getName() != "Netlist") context.lose("the kind of the design", netlist.getName());
-    if (!composite)
-        for (Parameter const& parameter : parametersOf(netlist))
-            context.lose("parameters of the design", parameter.name);
-    for (auto const& [kind, count] : context.composites)
-        context.report(Severity::kNote, counted(count, "composite") + " of kind '" + kind +
-                                            "': exported as one instance" + (count == 1 ? "" : " each") +
-                                            "; the inside belongs to the kind");
-    for (std::string const& kind : context.unmapped)
-        context.report(Severity::kWarning,
-                       "kind '" + kind + "' has no component in " + context.map.path + "; it keeps its own names");
-    for (auto const& [sort, names] : context.losses)
-        context.report(sort.first, "the netlist does not hold " + sort.second + ": " + listText(names));
+    if (dynamic_cast<vrl::CBB*>(&netlist)) return;  // its parameters are those of the block
+    if (netlist.getName() != "Netlist") context.lose("the kind of the design", netlist.getName());
+    for (Parameter const& parameter : parametersOf(netlist)) context.lose("parameters of the design", parameter.name);
 }
 
 }  // namespace
@@ -398,7 +376,7 @@ Node exportNetlist(vrl::Netlist& netlist, std::string const& path, NameMap const
     addPorts(context);
     addLeftOut(context);
     Node const result = assembled(context);
-    report(context);
+    reportDesign(context);
     return result;
 }
 

@@ -1,58 +1,47 @@
 #include "exchange/findings.h"
 
-#include <algorithm>
 #include <nlohmann/json.hpp>
 #include <ostream>
-#include <tuple>
 
 #include "text/table.h"
 #include "text/utf8.h"
 
 namespace vrltool::exchange {
 
-bool PlacedFinding::operator<(PlacedFinding const& other) const {
-    auto const key = [](PlacedFinding const& f) {
-        return std::tuple<bool, bool, std::string const&, int, int, std::string const&>(
-            f.severity == Severity::kNote, f.mark.is_null(), f.path, f.mark.line, f.mark.column, f.text);
-    };
-    return key(*this) < key(other);
-}
+namespace {
 
-void Findings::add(Severity severity, std::string const& path, Mark const& mark, std::string const& text,
-                   std::string const& hint) {
-    std::string shown = hint.empty() ? text : text + "; " + hint;
-    if (shown.size() > 2000) {
-        shown.resize(2000);
-        shown.resize(firstStrayByte(shown));
-        shown += "...";
+/// The text with its names; a very long one is cut.
+std::string shown(std::string text, std::set<std::string> const& names) {
+    if (!names.empty()) text += ": " + listText({names.begin(), names.end()}, 20);
+    if (text.size() > 2000) {
+        text.resize(2000);
+        text.resize(firstStrayByte(text));
+        text += "...";
     }
-    all.insert({severity, path, mark, printable(shown)});
+    return printable(text);
 }
 
-std::size_t Findings::errors() const {
-    return static_cast<std::size_t>(
-        std::count_if(all.begin(), all.end(), [](PlacedFinding const& f) { return f.severity == Severity::kError; }));
-}
+}  // namespace
 
 Outcome Findings::outcome() const {
-    return all.empty() || all.begin()->severity == Severity::kNote ? Outcome::kFine : Outcome::kFindings;
+    return all.empty() || all.begin()->first.severity == Severity::kNote ? Outcome::kFine : Outcome::kFindings;
 }
 
 void Findings::write(std::ostream& os) const {
-    for (PlacedFinding const& finding : all)
-        os << placeText(finding.path, finding.mark) << ": " << severityWord(finding.severity) << ": " << finding.text
-           << '\n';
+    for (auto const& [finding, names] : all)
+        os << placeText(finding.path, finding.mark) << ": " << severityWord(finding.severity) << ": "
+           << shown(finding.text, names) << '\n';
 }
 
 Json Findings::json() const {
     Json list = Json::array();
-    for (PlacedFinding const& finding : all) {
+    for (auto const& [finding, names] : all) {
         Json json{{"severity", severityWord(finding.severity)}, {"file", finding.path}};
         if (!finding.mark.is_null()) {
             json["line"] = finding.mark.line + 1;
             json["column"] = finding.mark.column + 1;
         }
-        json["text"] = finding.text;
+        json["text"] = shown(finding.text, names);
         list.push_back(std::move(json));
     }
     return list;

@@ -1,13 +1,16 @@
 #pragma once
 
 #include <iosfwd>
+#include <map>
 #include <set>
 #include <string>
+#include <tuple>
 
 #include "exchange/node.h"
 #include "text/failure.h"
 #include "text/finding.h"
 #include "text/json.h"
+#include "text/phrases.h"
 
 namespace vrltool::exchange {
 
@@ -19,7 +22,12 @@ struct PlacedFinding {
     std::string text;  ///< what there is to say, and a hint
 
     /// Errors and warnings first, by their places, those without a place last; then the notes in the same way.
-    bool operator<(PlacedFinding const& other) const;
+    bool operator<(PlacedFinding const& other) const { return key() < other.key(); }
+
+private:
+    std::tuple<bool, bool, std::string, int, int, std::string> key() const {
+        return {severity == Severity::kNote, mark.is_null(), path, mark.line, mark.column, text};
+    }
 };
 
 /// What an import or export has to report, each thing once: the elements of an array share their places.
@@ -30,9 +38,17 @@ class Findings {
 public:
     /// Adds a finding about a place in a file, or about the file. A hint such as "did you mean 'a'?" may follow.
     void add(Severity severity, std::string const& path, Mark const& mark, std::string const& text,
-             std::string const& hint = "");
+             std::string const& hint = "") {
+        auto const added = all.try_emplace({severity, path, mark, hint.empty() ? text : text + "; " + hint});
+        errorCount += added.second && severity == Severity::kError;
+    }
+    /// Adds a name to the finding of that text, which lists all of them: "TEXT: 'a' and 'b'".
+    void addName(Severity severity, std::string const& path, Mark const& mark, std::string const& text,
+                 std::string const& name) {
+        all[{severity, path, mark, text}].insert(inQuotes(name));
+    }
 
-    std::size_t errors() const;
+    std::size_t errors() const { return errorCount; }
     /// kFindings for errors and warnings; notes do not count.
     Outcome outcome() const;
 
@@ -42,7 +58,8 @@ public:
     Json json() const;
 
 private:
-    std::set<PlacedFinding> all;
+    std::map<PlacedFinding, std::set<std::string>> all;  ///< with their names
+    std::size_t errorCount = 0;
 };
 
 }  // namespace vrltool::exchange

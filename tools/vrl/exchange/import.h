@@ -44,13 +44,6 @@ struct Import {
         unsigned node = 0;
     };
 
-    /// The settings of one component that are kept as notes only.
-    struct KeptSettings {
-        Mark mark;
-        std::set<std::string> names;
-        std::size_t instances = 0;
-    };
-
     Document const& document;
     NameMap const& map;
     Kinds& kinds;
@@ -59,16 +52,13 @@ struct Import {
     std::unique_ptr<vrl::Netlist, NetlistDeleter> netlist = nullptr;
     std::size_t settings = 0;    ///< of all instances
     std::size_t parameters = 0;  ///< set by settings
-    std::size_t nets = 0;        ///< carried over
-    std::size_t portCount = 0;   ///< outer ports, likewise
-    std::size_t leftOut = 0;     ///< instances, nets and outer ports that were not
+    std::size_t portCount = 0;   ///< outer ports that were carried over
 
     std::map<std::string, ComponentRule> sameNames = {};  ///< rules of kinds that the map does not name
     std::set<std::string> checkedComponents = {};
-    std::map<std::string, KeptSettings> keptSettings = {};
+    std::map<std::string, Mark> keptSettings = {};  ///< the first of each component that is kept as a note only
     std::vector<Element> elements = {};
     std::unordered_map<std::string, std::size_t> byName = {};
-    std::map<std::string, Instance const*> arrays = {};
     std::vector<UsedPort> ports = {};  ///< in order of mention
     std::map<Port, std::size_t> places = {};
     std::set<std::pair<std::size_t, std::size_t>> connections = {};
@@ -78,13 +68,19 @@ struct Import {
     std::set<std::string> leftOutNames = {};
     Node members = newMap(), portNotes = newMap(), netNotes = newMap();  ///< parts of the note of the netlist
     Node leftInstances = newMap(), leftNets = newList();
-    std::size_t repeatedNets = 0;
-    std::size_t hints = 0;  ///< given; looking for near names among many takes its time
+
+    /// How many nets were carried over, and how many instances, nets and outer ports were not.
+    std::size_t nets() const { return document.nets.size() - leftNets.size(); }
+    std::size_t leftOut() const { return leftInstances.size() + leftNets.size() + document.ports.size() - portCount; }
 
     /// Reports something about a part of the netlist, or about all of it. Returns false.
     bool report(Severity severity, Mark const& mark, std::string const& text, std::string const& hint = "") {
         findings.add(severity, document.path, mark, text, hint);
         return false;
+    }
+    /// Reports something that the circuit does not hold, and a note does.
+    void keep(std::string const& sort, std::string const& name, Mark const& mark = Mark::null_mark()) {
+        findings.addName(Severity::kNote, document.path, mark, sort, name);
     }
     bool error(Node const& node, std::string const& text, std::string const& hint = "") {
         return report(Severity::kError, node.Mark(), text, hint);

@@ -1,7 +1,6 @@
 #include "exchange/library.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <limits>
 
@@ -19,14 +18,9 @@ char const* const kNote = "vrl::import";
 
 /// The number of a node. JSON has strings for those that are not finite.
 std::optional<double> numberOf(Node const& node) {
-    std::string const& text = node.Scalar();
-    if (text == ".inf" || text == "inf") return INFINITY;
-    if (text == "-.inf" || text == "-inf") return -INFINITY;
-    if (text == ".nan" || text == "nan") return NAN;
-    if (kindOf(node) != Kind::kNumber) return {};
-    double result = 0;  // stays so for what is too small for a double
-    std::from_chars(text.data(), text.data() + text.size(), result);
-    return result;
+    double number = 0;
+    bool const read = YAML::convert<double>::decode(node, number);
+    return read && (!isString(node) || !std::isfinite(number)) ? std::optional(number) : std::nullopt;
 }
 
 Value wholeNumber(Node const& node, double factor, std::string& why) {
@@ -45,12 +39,6 @@ Value complexNumber(Node const& node, double factor) {
     return factor == 1 ? number : Complex(number.real() * factor, number.imag() * factor);
 }
 
-Node nodeOfNumber(double number) {
-    std::string const text = numberText(number);
-    if (!std::isfinite(number)) return plainNode(text[0] == '-' ? "-.inf" : "." + text);
-    return plainNode(text == "-0" ? "-0.0" : text);  // there is no whole number -0
-}
-
 /// The quotient, or the neighbour of it that the factor leads back to exactly.
 double quotient(double value, double factor) {
     if (factor == 1) return value;
@@ -63,24 +51,17 @@ double quotient(double value, double factor) {
     return middle;
 }
 
-struct AsNode {
-    double factor;
-
-    Node operator()(std::monostate) const { return {}; }
-    Node operator()(bool v) const { return plainNode(v ? "true" : "false"); }
-    Node operator()(int v) const {
-        return factor == 1 ? plainNode(std::to_string(v)) : (*this)(static_cast<double>(v));
-    }
-    Node operator()(double v) const { return nodeOfNumber(quotient(v, factor)); }
-    Node operator()(Complex const& v) const { return newMap({{"re", (*this)(v.real())}, {"im", (*this)(v.imag())}}); }
-    Node operator()(std::string const& v) const { return stringNode(v); }
-};
-
 }  // namespace
 
 Parameter const* FreshBlock::find(std::string const& name) const {
     auto const found = parameters.find(name);
     return found == parameters.end() ? nullptr : &found->second;
+}
+
+std::vector<std::string> FreshBlock::parameterNames() const {
+    std::vector<std::string> names;
+    for (auto const& entry : parameters) names.push_back(entry.first);
+    return names;
 }
 
 Kinds::~Kinds() {
@@ -98,14 +79,15 @@ vrl::Foundry* Kinds::foundry(std::string const& name) {
 }
 
 vrl::BB* Kinds::create(std::string const& foundryName, ComponentRule const& rule) {
-    vrl::BB* const block = rule.key.empty() ? nullptr : vrl::BB::create(foundry(foundryName), rule.key);
+    vrl::BB* const block =
+        rule.key.Scalar().empty() ? nullptr : vrl::BB::create(foundry(foundryName), rule.key.Scalar());
     for (auto const& entry : block ? rule.defaults : Node())
         if (block->find(entry.first.Scalar())) storeValue(*block->getAttribute(entry.first.Scalar()), entry.second);
     return block;
 }
 
 FreshBlock const* Kinds::fresh(std::string const& foundryName, ComponentRule const& rule) {
-    auto const made = freshBlocks.try_emplace({foundryName, rule.component, rule.key});
+    auto const made = freshBlocks.try_emplace({foundryName, rule.component, rule.key.Scalar()});
     FreshBlock& entry = made.first->second;
     if (made.second && (entry.block = create(foundryName, rule)))
         for (Parameter& parameter : parametersOf(*entry.block))
@@ -168,19 +150,29 @@ std::string storeValue(vrl::Attribute& attribute, Node const& node, double facto
 }
 
 Node nodeOfValue(Parameter const& parameter, double factor) {
-    if (std::holds_alternative<std::monostate>(parameter.value)) return stringNode(parameter.text);
-    return std::visit(AsNode{factor}, parameter.value);
+    auto const theirs = [&](double ours) {
+        std::string const text = numberText(quotient(ours, factor));
+        if (text == "nan" || text == "inf" || text == "-0") return plainNode(text == "-0" ? "-0.0" : "." + text);
+        return plainNode(text == "-inf" ? "-.inf" : text);
+    };
+    auto const* const whole = std::get_if<int>(&parameter.value);
+    if (auto const* const v = std::get_if<double>(&parameter.value)) return theirs(*v);
+    if (auto const* const v = std::get_if<Complex>(&parameter.value))
+        return newMap({{"re", theirs(v->real())}, {"im", theirs(v->imag())}});
+    if (whole && factor != 1) return theirs(*whole);
+    bool const plain = whole || std::holds_alternative<bool>(parameter.value);
+    return plain ? plainNode(parameter.text) : stringNode(parameter.text);
 }
 
 bool sameValue(Parameter const& a, Parameter const& b) {
     return written(nodeOfValue(a), Format::kLine) == written(nodeOfValue(b), Format::kLine);
 }
 
-bool isValueOf(Parameter const& taker, Node const& node, double factor, Parameter const& parameter) {
+bool isValueOf(Parameter const& parameter, Node const& node, double factor) {
     std::string why;
-    Value const value = valueFor(taker, node, factor, why);
+    Value const value = valueFor(parameter, node, factor, why);
     Parameter taken;
-    if (value) taken.value = *value;
+    if (value) taken.text = valueText(taken.value = *value);
     return value && sameValue(taken, parameter);
 }
 

@@ -22,6 +22,7 @@ struct FreshBlock {
 
     /// The parameter of that name, or null.
     Parameter const* find(std::string const& name) const;
+    std::vector<std::string> parameterNames() const;
 };
 
 /// The kinds of blocks that plug-ins bring. It makes each foundry once, and outlives the blocks.
@@ -98,9 +99,9 @@ std::string storeValue(vrl::Attribute& attribute, Node const& node, double facto
 Node nodeOfValue(Parameter const& parameter, double factor = 1);
 
 /**@{*/
-/// Whether two parameters of the same type, or a value of a netlist taken for the first one, are equal to the last bit.
+/// Whether two parameters of the same type, or a parameter and a value of a netlist, are equal to the last bit.
 bool sameValue(Parameter const& a, Parameter const& b);
-bool isValueOf(Parameter const& taker, Node const& node, double factor, Parameter const& parameter);
+bool isValueOf(Parameter const& parameter, Node const& node, double factor);
 /**@}*/
 
 }  // namespace vrltool::exchange

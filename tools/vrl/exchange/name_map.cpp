@@ -1,9 +1,8 @@
 #include "exchange/name_map.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
-#include <set>
+#include <regex>
 
 #include "exchange/library.h"
 #include "text/failure.h"
@@ -15,80 +14,44 @@ namespace vrltool::exchange {
 
 namespace {
 
-/// A map file that is being checked; each failure names a place in it.
-struct MapFile {
-    std::string const& path;
-
-    [[noreturn]] void fail(Mark const& mark, std::string const& what, std::string const& hint = "") const {
-        throw Failure(placeText(path, mark), what, hint);
-    }
-
-    void check(Node const& node, std::string const& what, std::string_view kinds) const {
-        bool const empty = isString(node) && node.Scalar().empty();
-        std::string const wrong = empty ? wrongKind(what, node, "a string") : misfit(what, node, kinds);
-        if (!wrong.empty()) fail(node.Mark(), wrong);
-    }
-
-    void check(Node const& node, std::string const& what, std::string const& of,
-               std::vector<Shape> const& shapes) const {
-        check(node, what, "m");
-        for (auto const& entry : node) {
-            std::string const name = entry.first.Scalar();
-            Shape const* const shape = find(shapes, name);
-            if (!shape)
-                fail(entry.first.Mark(), what + " has no member '" + printable(name) + "'", nearName(shapes, name));
-            check(entry.second, "'" + name + "'" + of, shape->kinds);
-        }
-    }
-};
-
-/// The name of ours that an entry of `ports` or `parameters` leads to; empty for null.
-std::string ourName(Node const& entry) { return isMap(entry) ? member(entry, "to").Scalar() : entry.Scalar(); }
-
-double factorOf(Node const& entry) {
-    std::string const text = member(entry, "factor").Scalar();
-    double number = text.empty();
-    std::from_chars(text.data(), text.data() + text.size(), number);
-    return number;
-}
-
-void checkParameter(MapFile const& file, Node const& entry, std::string const& what) {
-    if (!isMap(entry)) return file.check(entry, what, "ntm");
-    file.check(entry, what, " of " + what, {{"to", "t"}, {"factor", "#"}});
-    if (factorOf(entry) == 0 || !std::isfinite(factorOf(entry)))
-        file.fail(member(entry, "factor").Mark(), "'factor' of " + what + " is 0 or no number");
-    if (ourName(entry).empty())
-        file.fail(entry.Mark(), what + " has no 'to'", "name the parameter of ours that it sets");
-}
+Shapes const kParameter{{"to", "t"}, {"factor", "#"}};
+Shapes const kComponent{{"key", "nt"},
+                        {"sameNames", "b"},
+                        {"ports", "nm", {{"*", "nt"}}},
+                        {"parameters", "nm", {{"*", "ntm", kParameter}}},
+                        {"defaults", "nm"}};
+Shapes const kMap{{"foundry", "nt"}, {"sameNames", "b"}, {"components", "m", {{"*", "ntm", kComponent}}}};
 
 /// The names of the ports or parameters of a component. Two names of theirs for one of ours would have no way back.
-NameRules readRules(MapFile const& file, Node const& node, bool ports, std::string const& of) {
+NameRules readRules(std::string const& path, Node const& node, std::string const& things, bool sameNames) {
     NameRules rules;
+    rules.sameNames = sameNames;
     for (auto const& entry : node) {
-        std::string const name = entry.first.Scalar(), things = ports ? "two ports" : "two settings";
-        std::string const what = (ports ? "port '" : "parameter '") + printable(name) + "'" + of;
-        ports ? file.check(entry.second, what, "t") : checkParameter(file, entry.second, what);
-        std::string const ours = ourName(entry.second);
-        if (!ours.empty() && !rules.theirs.emplace(ours, name).second)
-            file.fail(entry.second.Mark(), things + of + " lead to '" + printable(ours) + "'");
-        rules.ours[name] = {ours, factorOf(entry.second), entry.second.Mark()};
+        std::string const name = printable(entry.first.Scalar());
+        bool const map = isMap(entry.second);
+        Node const to = map ? member(entry.second, "to") : entry.second, factor = member(entry.second, "factor");
+        MappedName const ours{to.Scalar(), factor.as<double>(1), to.Mark()};
+        if (map && ours.name.empty())
+            fail(path, entry.second.Mark(), "'" + name + "' has no 'to'", "name the parameter of ours that it sets");
+        if (ours.factor == 0 || !std::isfinite(ours.factor))
+            fail(path, factor.Mark(), "'factor' of '" + name + "' is 0 or no number");
+        if (!ours.name.empty() && !rules.theirs.emplace(ours.name, entry.first.Scalar()).second)
+            fail(path, to.Mark(), "two " + things + " lead to '" + printable(ours.name) + "'");
+        rules.ours[entry.first.Scalar()] = ours;
     }
     return rules;
 }
 
-void readComponent(MapFile const& file, Node const& node, ComponentRule& rule, bool sameNames) {
-    static std::vector<Shape> const shapes{
-        {"key", "nt"}, {"sameNames", "b"}, {"ports", "nm"}, {"parameters", "nm"}, {"defaults", "nm"}};
-    std::string const name = "'" + printable(rule.component) + "'";
-    if (!isString(node) && !isNull(node)) file.check(node, "component " + name, " of " + name, shapes);
-    Node const key = isMap(node) ? member(node, "key") : node;  // the short form is the key alone, or null for none yet
-    rule.key = key.Scalar();
-    if (!isNull(key)) rule.keyMark = key.Mark();
-    rule.ports = readRules(file, member(node, "ports"), true, " of " + name);
-    rule.parameters = readRules(file, member(node, "parameters"), false, " of " + name);
+ComponentRule readComponent(std::string const& path, Node const& name, Node const& node, bool sameNames) {
+    ComponentRule rule(name.Scalar());
+    std::string const of = " of '" + printable(rule.component) + "'";
+    rule.mark = name.Mark();
+    rule.key.reset(isMap(node) ? member(node, "key") : node);  // the short form is the key alone
+    bool const same = member(node, "sameNames").as<bool>(sameNames);
+    rule.ports = readRules(path, member(node, "ports"), "ports" + of, same);
+    rule.parameters = readRules(path, member(node, "parameters"), "settings" + of, same);
     rule.defaults.reset(member(node, "defaults"));
-    Node const same = member(node, "sameNames");
-    rule.ports.sameNames = rule.parameters.sameNames = same.IsDefined() ? same.Scalar() == "true" : sameNames;
+    return rule;
 }
 
 using Names = std::vector<std::string>;
@@ -96,8 +59,7 @@ using Names = std::vector<std::string>;
 /// What a netlist uses of one component.
 struct Used {
     std::size_t instances = 0;
-    std::set<std::string> ports;
-    std::map<std::string, Node> settings;  ///< with the first value that is not null
+    std::map<std::string, Node> ports, settings;  ///< settings with the first value that is not null
 };
 
 std::map<std::string, Used> usedComponents(Document const& document) {
@@ -105,7 +67,7 @@ std::map<std::string, Used> usedComponents(Document const& document) {
     std::map<std::string, Used*> ofInstance;
     for (Instance const& instance : document.instances) {
         if (!instance.good) continue;
-        Used& used = *(ofInstance[instance.name.Scalar()] = &components[componentOf(instance.given).Scalar()]);
+        Used& used = *(ofInstance[arrayOf(instance.name.Scalar())] = &components[componentOf(instance.given).Scalar()]);
         ++used.instances;
         for (auto const& setting : member(instance.given, "settings")) {
             Node& value = used.settings.emplace(setting.first.Scalar(), setting.second).first->second;
@@ -114,10 +76,8 @@ std::map<std::string, Used> usedComponents(Document const& document) {
     }
     auto const addPort = [&](std::string const& port) {
         auto const comma = port.rfind(',');
-        std::string const name = port.substr(0, comma);
-        auto found = ofInstance.find(name);
-        if (found == ofInstance.end()) found = ofInstance.find(name.substr(0, name.rfind('<')));
-        if (found != ofInstance.end()) found->second->ports.insert(port.substr(comma + 1));
+        auto const found = ofInstance.find(arrayOf(port.substr(0, comma)));
+        if (found != ofInstance.end()) found->second->ports[port.substr(comma + 1)];
     };
     for (Net const& net : document.nets)
         for (Node const& port : net.ports) addPort(port.Scalar());
@@ -125,27 +85,14 @@ std::map<std::string, Used> usedComponents(Document const& document) {
     return components;
 }
 
-/// The words of a name in small letters: "sfEdgeCoupler" and "sf_edge_coupler" have the same.
-std::set<std::string> wordsOf(std::string const& name) {
-    std::set<std::string> words;
-    std::string word;
-    for (char const c : name + ' ') {
-        bool const large = c >= 'A' && c <= 'Z';
-        bool const small = (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9');
-        if (!small && word.size() > 1) words.insert(word);
-        if (!small) word.clear();
-        if (large || small) word += large ? static_cast<char>(c + 32) : c;
-    }
-    return words;
-}
-
-/// Up to three names that share words with a name, most of them first; without any, those that are spelt alike.
+/// Up to three names that have words of a name in them, most of them first; without any, those that are spelt alike.
 Names proposals(std::string const& name, Names const& known) {
-    std::set<std::string> const words = wordsOf(name);
-    std::set<std::pair<int, std::string>> shared;
+    static std::regex const word("[A-Za-z][a-z]{2,15}");  // bounded, as its stack is
+    std::multimap<int, std::string> shared;
     for (std::string const& candidate : known) {
         int count = 0;
-        for (std::string const& word : wordsOf(candidate)) count -= static_cast<int>(words.count(word));
+        for (std::sregex_iterator at(name.begin(), name.end(), word), end; at != end; ++at)
+            count -= std::regex_search(candidate, std::regex(at->str(), std::regex::icase));
         if (count < 0) shared.emplace(count, candidate);
     }
     Names names;
@@ -159,54 +106,30 @@ std::string yaml(Node const& node) {
     return text.substr(0, text.size() - 1);
 }
 
-std::string yaml(std::string const& name) { return yaml(stringNode(name)); }
-
 /// A list of names for a comment.
 std::string listed(Names const& names) { return printable(listText(names, names.size())); }
 
-bool contains(Names const& names, std::string const& name) {
-    return std::find(names.begin(), names.end(), name) != names.end();
-}
-
-/// Without a near name, the keys of blocks with as many ports are what to choose from.
-std::string keysByPorts(Kinds& kinds, std::size_t count) {
-    Names fitting;
-    for (std::string const& key : factoryKeys<vrl::BB>()) {
-        FreshBlock const* const fresh = kinds.fresh("", ComponentRule(key));
-        if (fresh && portNames(*fresh->block).size() == count) fitting.push_back(key);
-    }
-    if (fitting.empty()) return "one of " + listed(factoryKeys<vrl::BB>());
-    return "of " + counted(count, "port") + ": " + listed(fitting);
-}
-
-/// Ports are taken in order: theirs as they are named, ours as they are declared.
-std::string portLines(Used const& used, FreshBlock const* fresh) {
-    Names const ours = fresh ? portNames(*fresh->block) : Names();
-    bool const same = std::all_of(used.ports.begin(), used.ports.end(),
-                                  [&](std::string const& port) { return contains(ours, port); });
-    std::string lines = "    ports:" + (fresh ? "  # ours: " + listed(ours) : "") + "\n";
+/// The rules to begin with for ports or settings, with examples of the values of settings. Ports that are not called
+/// as ours are taken in order: theirs as they are named, ours as they are declared.
+std::string ruleLines(bool ports, std::map<std::string, Node> const& used, Names const& ours) {
+    std::string lines = std::string(ports ? "    ports:" : "    parameters:") +
+                        (ours.empty() ? "" : "  # ours: " + listed(ours)) + '\n';
+    auto const known = [&](auto const& entry) {
+        return std::find(ours.begin(), ours.end(), entry.first) != ours.end();
+    };
+    bool const allKnown = std::all_of(used.begin(), used.end(), known);
     std::size_t next = 0;
-    for (std::string const& port : used.ports) {
-        std::string const target = same ? port : next < ours.size() ? ours[next++] : "";
-        lines +=
-            (target.empty() ? "      # " : "      ") + yaml(port) + ": " + (target.empty() ? "?" : yaml(target)) + '\n';
+    for (auto const& entry : used) {
+        std::string const name = yaml(stringNode(entry.first));
+        bool const same = ports ? allKnown : known(entry), inOrder = ports && !same && next < ours.size();
+        lines += "      " + name + ": " + (same ? name : inOrder ? yaml(stringNode(ours[next++])) : "null");
+        Names const near = ports || same ? Names() : proposals(entry.first, ours);
+        if (!ports)
+            lines += "  # such as " + (kindOf(entry.second) < Kind::kList ? printable(yaml(entry.second))
+                                                                          : kindWord(kindOf(entry.second)));
+        lines += (near.empty() ? "" : "; perhaps " + listed(near)) + '\n';
     }
-    return used.ports.empty() ? "" : lines;
-}
-
-std::string parameterLines(Used const& used, FreshBlock const* fresh) {
-    Names ours;
-    if (fresh)
-        for (auto const& entry : fresh->parameters) ours.push_back(entry.first);
-    std::string lines = "    parameters:" + (fresh ? "  # ours: " + listed(ours) : "") + "\n";
-    for (auto const& [name, value] : used.settings) {
-        bool const same = contains(ours, name);
-        Names const near = same ? Names() : proposals(name, ours);
-        lines += "      " + yaml(name) + ": " + (same ? yaml(name) : "null") + "  # such as " +
-                 (value.IsMap() || value.IsSequence() ? kindWord(kindOf(value)) : printable(yaml(value))) +
-                 (near.empty() ? "" : "; perhaps " + listed(near)) + '\n';
-    }
-    return used.settings.empty() ? "" : lines;
+    return used.empty() ? "" : lines;
 }
 
 }  // namespace
@@ -240,7 +163,7 @@ ComponentRule const* NameMap::find(std::string const& component) const {
 
 ComponentRule const* NameMap::forKey(std::string const& key) const {
     for (auto const& entry : components)
-        if (!key.empty() && entry.second.key == key) return &entry.second;
+        if (!key.empty() && entry.second.key.Scalar() == key) return &entry.second;
     return nullptr;
 }
 
@@ -248,22 +171,15 @@ NameMap readNameMap(std::string const& path) {
     NameMap map;
     map.path = path;
     if (path.empty()) return map;
-    MapFile const file{path};
-    Node const root = readFile(path);
-    file.check(root, "the map", "", {{"foundry", "nt"}, {"sameNames", "b"}, {"components", "m"}});
-    Node const components = member(root, "components"), foundry = member(root, "foundry");
+    Node const root = readFile(path), components = member(root, "components");
+    if (!isMap(root)) fail(path, root.Mark(), wrongKind("the map", root, "a map"));
+    for (Misfit const& misfit : misfits(root, "the map", kMap)) fail(path, misfit.mark, misfit.text, misfit.hint);
     if (!components.IsDefined())
-        file.fail(root.Mark(), "has no 'components'", "each component of the netlist has an entry there");
-    map.foundry = foundry.Scalar();
-    map.foundryMark = foundry.Mark();
-    map.sameNames = member(root, "sameNames").Scalar() != "false";
-    for (auto const& entry : components) {
-        std::string const name = entry.first.Scalar();
-        ComponentRule rule(name);
-        rule.mark = rule.keyMark = entry.first.Mark();
-        readComponent(file, entry.second, rule, map.sameNames);
-        map.components.emplace(name, rule);
-    }
+        fail(path, root.Mark(), "has no 'components'", "each component of the netlist has an entry there");
+    map.foundry.reset(member(root, "foundry"));
+    map.sameNames = member(root, "sameNames").as<bool>(true);
+    for (auto const& entry : components)
+        map.components.emplace(entry.first.Scalar(), readComponent(path, entry.first, entry.second, map.sameNames));
     return map;
 }
 
@@ -276,17 +192,18 @@ std::string mapTemplate(Document const& document) {
                       "# or may stay so: a setting that is null is kept as a note.\n"
                       "# Parameters may convert: {to: length, factor: 1000}.\n"
                       "foundry: " +
-                      (foundries.empty() ? "null" : yaml(foundries.front())) +
+                      (foundries.empty() ? "null" : yaml(stringNode(foundries.front()))) +
                       (foundries.size() > 1 ? "  # " + listed(foundries) : "") +
                       (components.empty() ? "\ncomponents: {}\n" : "\ncomponents:\n");
     for (auto const& [name, used] : components) {
         Names const keys = proposals(name, factoryKeys<vrl::BB>());
         FreshBlock const* const fresh = keys.empty() ? nullptr : kinds.fresh("", ComponentRule(keys.front()));
-        out += "  " + yaml(name) + ":  # " + counted(used.instances, "instance") +
-               "\n    key: " + (fresh ? yaml(keys.front()) : "null");
-        if (keys.empty()) out += "  # " + keysByPorts(kinds, used.ports.size());
+        out += "  " + yaml(stringNode(name)) + ":  # " + counted(used.instances, "instance") +
+               "\n    key: " + (fresh ? yaml(stringNode(keys.front())) : "null");
+        if (keys.empty()) out += "  # one of " + listed(factoryKeys<vrl::BB>());
         if (keys.size() > 1) out += "  # or " + listed({keys.begin() + 1, keys.end()});
-        out += '\n' + portLines(used, fresh) + parameterLines(used, fresh);
+        out += '\n' + ruleLines(true, used.ports, fresh ? portNames(*fresh->block) : Names()) +
+               ruleLines(false, used.settings, fresh ? fresh->parameterNames() : Names());
     }
     return out;
 }

@@ -32,14 +32,13 @@ struct NameRules {
 /// What the map says of one component of theirs.
 struct ComponentRule {
     std::string component;
-    std::string key;  ///< of ours; empty if it has none yet
+    Node key;  ///< of ours; null if it has none yet
     Mark mark = Mark::null_mark();
-    Mark keyMark = mark;
     NameRules ports = {}, parameters = {};
     Node defaults = {};  ///< parameters of ours that settings do not give
 
     /// Our kind by its own names, until more is known.
-    explicit ComponentRule(std::string const& name) : component(name), key(name) {}
+    explicit ComponentRule(std::string const& name) : component(name), key(stringNode(name)) {}
 
     /**@{*/
     /// The port or parameter of a block for a name of theirs; empty unless the block has it.
@@ -50,9 +49,8 @@ struct ComponentRule {
 
 /// A map file. Without a file each of our names is mapped to itself.
 struct NameMap {
-    std::string path;     ///< empty without a file
-    std::string foundry;  ///< blocks are made for it; empty: for none
-    Mark foundryMark;
+    std::string path;   ///< empty without a file
+    Node foundry = {};  ///< the name of that for which blocks are made; null: for none
     bool sameNames = true;
     std::map<std::string, ComponentRule> components;
 

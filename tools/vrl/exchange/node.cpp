@@ -3,7 +3,10 @@
 #include <algorithm>
 #include <set>
 
+#include "text/failure.h"
 #include "text/near_names.h"
+#include "text/phrases.h"
+#include "text/table.h"
 
 namespace vrltool::exchange {
 
@@ -24,8 +27,7 @@ bool isPlain(std::string const& text) {
 /// Readers of YAML 1.1 take "1e-09" for a string: they want a point and a sign. JSON has no number for ".inf".
 std::string numberWritten(std::string const& text, Format format) {
     auto const odd = text.find_first_of("in"), exponent = text.find_first_of("eE");  // "-.inf", ".nan"
-    if (odd != std::string::npos && format == Format::kJson)
-        return '"' + std::string(text[0] == '-' ? "-" : "") + text.substr(odd) + '"';
+    if (odd != std::string::npos && format == Format::kJson) return '"' + text + '"';
     if (format != Format::kYaml || odd != std::string::npos || exponent == std::string::npos) return text;
     std::string const point = text.find('.') == std::string::npos ? ".0" : "";
     std::string const sign = text[exponent + 1] == '-' || text[exponent + 1] == '+' ? "" : "+";
@@ -72,22 +74,34 @@ std::string wrongKind(std::string const& what, Node const& node, std::string con
     return what + " is " + kindWord(kindOf(node)) + ", where " + wanted + " belongs";
 }
 
-Shape const* find(std::vector<Shape> const& shapes, std::string const& name) {
-    auto const found = std::find_if(shapes.begin(), shapes.end(), [&](Shape const& s) { return s.name == name; });
+Shape const* find(Shapes const& shapes, std::string const& name) {
+    auto const fits = [&](Shape const& shape) { return shape.name == name || shape.name == "*"; };
+    auto const found = std::find_if(shapes.begin(), shapes.end(), fits);
     return found == shapes.end() ? nullptr : &*found;
 }
 
-std::string misfit(std::string const& what, Node const& node, std::string_view kinds) {
+std::vector<Misfit> misfits(Node const& whole, std::string const& what, Shapes const& shapes) {
     static std::string const letters = "nb#tlm";
-    if (kinds.empty() || kinds.find(letters[static_cast<std::size_t>(kindOf(node))]) != kinds.npos) return {};
-    auto const wanted = static_cast<Kind>(letters.find(kinds.back()));
-    return wrongKind(what, node, wanted == Kind::kBool ? "true or false" : kindWord(wanted));
-}
-
-std::string nearName(std::vector<Shape> const& shapes, std::string const& wrong) {
-    std::vector<std::string> names;
-    for (Shape const& shape : shapes) names.push_back(shape.name);
-    return didYouMean(wrong, names);
+    std::vector<Misfit> list;
+    for (auto const& part : whole) {
+        std::string const name = whole.IsMap() ? part.first.Scalar() : "";
+        std::string const shown = whole.IsMap() ? inQuotes(printable(name)) : "a part";
+        Node const value = whole.IsMap() ? part.second : part;
+        Shape const* const shape = find(shapes, name);
+        if (!shape) {
+            std::vector<std::string> names;
+            for (Shape const& known : shapes) names.push_back(known.name);
+            list.push_back({part.first.Mark(), what + " has no member " + shown, didYouMean(name, names), true});
+        } else if (shape->kinds.find(letters[static_cast<std::size_t>(kindOf(value))]) != std::string::npos) {
+            auto const inner = shape->parts.empty() ? std::vector<Misfit>() : misfits(value, shown, shape->parts);
+            list.insert(list.end(), inner.begin(), inner.end());
+        } else if (!shape->kinds.empty()) {
+            auto const wanted = static_cast<Kind>(letters.find(shape->kinds.back()));
+            std::string const word = wanted == Kind::kBool ? "true or false" : kindWord(wanted);
+            list.push_back({value.Mark(), wrongKind(shown + " of " + what, value, word), "", false});
+        }
+    }
+    return list;
 }
 
 Node stringNode(std::string const& text) {
@@ -118,13 +132,16 @@ Node member(Node const& map, std::string_view name) {
 }
 
 void append(Node& target, Node const& source) {
-    if (!isMap(source)) return;
-    for (auto const& part : source) target.force_insert(part.first, part.second);
+    for (auto const& part : mapOf(source)) target.force_insert(part.first, part.second);
 }
 
 std::string placeText(std::string const& path, Mark const& mark) {
     if (mark.is_null()) return path;
     return path + ":" + std::to_string(mark.line + 1) + ":" + std::to_string(mark.column + 1);
+}
+
+void fail(std::string const& path, Mark const& mark, std::string const& what, std::string const& hint) {
+    throw Failure(placeText(path, mark), what, hint);
 }
 
 std::string written(Node const& node, Format format) {

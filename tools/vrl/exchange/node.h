@@ -33,20 +33,28 @@ char const* kindWord(Kind kind);
 /// "WHAT is a number, where WANTED belongs".
 std::string wrongKind(std::string const& what, Node const& node, std::string const& wanted);
 
-/// A member of a map, and what it and its parts may be: letters of "nb#tlm", in the order of the kinds; empty:
-/// anything.
+struct Shape;
+using Shapes = std::vector<Shape>;
+
+/// What a part of a value may be, and its own parts; without shapes for them, these may be anything.
 struct Shape {
-    char const* name;
-    std::string_view kinds;
-    std::string_view parts = "";
+    std::string name;        ///< of the member; "*": of all others, and of the parts of a list
+    std::string_view kinds;  ///< letters of "nb#tlm", in the order of the kinds, the usual one last; empty: any
+    Shapes parts = {};
 };
 
-/// The shape of that name, or null.
-Shape const* find(std::vector<Shape> const& shapes, std::string const& name);
-/// "WHAT is a number, where a map belongs", or empty for a node that is one of the kinds. The last of them is named.
-std::string misfit(std::string const& what, Node const& node, std::string_view kinds);
-/// "did you mean 'a'?" for a name that none of the shapes has.
-std::string nearName(std::vector<Shape> const& shapes, std::string const& wrong);
+/// The shape of a part of that name, or null.
+Shape const* find(Shapes const& shapes, std::string const& name);
+
+/// A part of a value that is not of its shape: of another kind, or a member that it does not know.
+struct Misfit {
+    Mark mark;
+    std::string text, hint;
+    bool unknown;
+};
+
+/// All misfits in a map or list: "'PART' of WHAT is a number, where a map belongs", or "WHAT has no member 'PART'".
+std::vector<Misfit> misfits(Node const& whole, std::string const& what, Shapes const& shapes);
 
 /**@{*/
 /// New nodes without a place. A plain one is a truth value or a number; a map leaves out the members that are null.
@@ -60,11 +68,19 @@ Node newMap(std::initializer_list<std::pair<char const*, Node>> members = {});
 Node member(Node const& map, std::string_view name);
 /// The node, or null for an empty list or map.
 inline Node unlessEmpty(Node const& node) { return node.size() == 0 && !node.IsScalar() ? Node() : node; }
+/**@{*/
+/// The node, or an empty one of that kind for anything else.
+inline Node mapOf(Node const& node) { return isMap(node) ? node : Node(YAML::NodeType::Map); }
+inline Node listOf(Node const& node) { return node.IsSequence() ? node : Node(YAML::NodeType::Sequence); }
+/**@}*/
 /// Adds the members of a map to another; nothing of what is no map.
 void append(Node& target, Node const& source);
 
 /// "PATH:LINE:COLUMN", or the path alone without a place.
 std::string placeText(std::string const& path, Mark const& mark);
+/// Throws a Failure about that place.
+[[noreturn]] void fail(std::string const& path, Mark const& mark, std::string const& what,
+                       std::string const& hint = "");
 
 /// Reads a file of JSON or YAML. JSON is read as YAML, of which it is a part.
 ///
@@ -78,8 +94,8 @@ enum class Format { kJson, kYaml, kLine };
 
 /// A value as lines that end in line feeds. Strings have to be UTF-8.
 ///
-/// YAML is quoted so that readers of its older versions understand the same. JSON has no number for ".inf": it becomes
-/// the string "inf".
+/// YAML is quoted so that readers of its older versions understand the same. JSON has no number for .inf: it becomes
+/// the string ".inf".
 std::string written(Node const& node, Format format);
 
 /// The value of one line; null for what someone else wrote.

@@ -8,10 +8,12 @@
 #include <filesystem>
 #include <fstream>
 #include <map>
+#include <nlohmann/json.hpp>
 #include <set>
 
 #include "exchange/node.h"
 #include "text/failure.h"
+#include "text/json.h"
 #include "text/table.h"
 #include "text/utf8.h"
 
@@ -41,7 +43,7 @@ std::string decimal(std::string const& text) {
     return (text[0] == '-' ? "-" : "") + digits;
 }
 
-/// A plain scalar by the core schema of YAML; empty for a string.
+/// A plain scalar by the core schema of YAML; empty for a string, and hexadecimal and octal numbers are taken for such.
 std::string resolved(std::string const& text) {
     static std::map<std::string, std::string> const words{
         {"true", "true"},   {"True", "true"},   {"TRUE", "true"},   {"false", "false"}, {"False", "false"},
@@ -50,12 +52,7 @@ std::string resolved(std::string const& text) {
         {"-.inf", "-.inf"}, {"-.Inf", "-.inf"}, {"-.INF", "-.inf"},
     };
     auto const word = words.find(text);
-    if (word != words.end()) return word->second;
-    if (text.compare(0, 2, "0x") != 0 && text.compare(0, 2, "0o") != 0) return decimal(text);
-    std::uint64_t value = 0;
-    char const* const end = text.data() + text.size();
-    auto const read = std::from_chars(text.data() + 2, end, value, text[1] == 'x' ? 16 : 8);
-    return text.size() > 2 && read.ptr == end && read.ec == std::errc() ? std::to_string(value) : std::string();
+    return word == words.end() ? decimal(text) : word->second;
 }
 
 /// The walk over a file that was read. It refuses what is nested too deeply, too large or ambiguous, and resolves the
@@ -65,18 +62,15 @@ struct Check {
     Mark last = {};  ///< the furthest place so far: a node before it comes from an alias
     std::size_t copied = 0;
 
-    [[noreturn]] void fail(Mark const& mark, std::string const& what, std::string const& hint = "") const {
-        throw Failure(placeText(path, mark), what, hint);
-    }
     [[noreturn]] void failDeep(Mark const& mark) const {
-        fail(mark, "is nested deeper than " + std::to_string(kDeepest) + " levels");
+        fail(path, mark, "is nested deeper than " + std::to_string(kDeepest) + " levels");
     }
 
     void value(Node node, std::size_t depth) {
         if (node.Mark().pos >= last.pos)
             last = node.Mark();
         else if (++copied > kMostCopied)
-            fail(last, "its aliases make more than " + std::to_string(kMostCopied) + " values", "write them out");
+            fail(path, last, "its aliases make more than " + std::to_string(kMostCopied) + " values", "write them out");
         bool const plain = isPlainTag(node);
         if (node.IsScalar()) return scalar(node, plain);
         if (depth > kDeepest && !node.IsNull()) failDeep(node.Mark());
@@ -89,35 +83,35 @@ struct Check {
 
     /// Whether the value is written plainly, so that the schema decides what it is.
     bool isPlainTag(Node const& node) const {
-        static std::string const standard = "tag:yaml.org,2002:";
-        static std::set<std::string> const plain{
-            "", "?", standard + "int", standard + "float", standard + "bool", standard + "seq", standard + "map"};
         std::string const& tag = node.Tag();
-        if (plain.count(tag)) return true;
-        if (tag != "!" && tag != standard + "str")
-            fail(node.Mark(), "the tag '" + printable(tag) + "' is not known here", "write a plain value");
-        return false;
+        bool const standard = tag.compare(0, 18, "tag:yaml.org,2002:") == 0, plain = tag.empty() || tag == "?";
+        if (!standard && !plain && tag != "!")
+            fail(path, node.Mark(), "the tag '" + printable(tag) + "' is not known here", "write a plain value");
+        return plain || (standard && tag != "tag:yaml.org,2002:str");
     }
 
     void scalar(Node& node, bool plain) const {
         std::string const text = node.Scalar();
         if (text.find('\0') != std::string::npos)  // by an escape; names in the library end there
-            fail(node.Mark(), "a string holds a zero byte", "remove it");
+            fail(path, node.Mark(), "a string holds a zero byte", "remove it");
         std::string const spelling = plain ? resolved(text) : "";
         node.SetTag(spelling.empty() ? "!" : "");
         if (spelling.empty()) return;
         if (std::isinf(std::strtod(spelling.c_str(), nullptr)))
-            fail(node.Mark(), "the number " + printable(text) + " is too large", "no number of a program holds it");
+            fail(path, node.Mark(), "the number " + printable(text) + " is too large",
+                 "no number of a program holds it");
         node = spelling;
     }
 
     void name(Node node, std::map<std::string, int>& lines) const {
         if (!node.IsScalar())
-            fail(node.Mark(), std::string("the name of a member is ") + kindWord(kindOf(node)), "names are strings");
+            fail(path, node.Mark(), std::string("the name of a member is ") + kindWord(kindOf(node)),
+                 "names are strings");
         scalar(node, false);
+        if (node.Scalar().size() > 400) fail(path, node.Mark(), "a name is longer than 400 bytes", "shorten it");
         auto const twin = lines.emplace(node.Scalar(), node.Mark().line + 1);
         if (twin.second) return;
-        fail(node.Mark(),  // one of the two values would be lost
+        fail(path, node.Mark(),  // one of the two values would be lost
              "'" + printable(node.Scalar()) + "' is duplicated; the first is in line " +
                  std::to_string(twin.first->second),
              "rename or remove one of them");
@@ -129,34 +123,33 @@ Node parsed(std::string const& path, std::string const& text) {
     try {
         std::vector<Node> const documents = YAML::LoadAll(text);
         if (documents.size() > 1)
-            check.fail(documents[1].Mark(), "a second document begins here", "keep one document in a file");
+            fail(path, documents[1].Mark(), "a second document begins here", "keep one document in a file");
         if (documents.empty()) return {};
         check.value(documents[0], 1);
         return documents[0];
     } catch (YAML::DeepRecursion const& error) {
         check.failDeep(error.mark);
     } catch (YAML::Exception const& error) {
-        check.fail(error.mark, error.msg);
+        fail(path, error.mark, error.msg);
     }
 }
 
-/// JSON with the pairs of escapes for characters beyond 16 bits written out, since YAML has other escapes for them.
-std::string withoutPairs(std::string const& json) {
+/// JSON as YAML that means the same. YAML has no pairs of escapes for characters beyond 16 bits, and looks for the
+/// colon after a name in its line only, and not far, unless the name is marked.
+std::string asYaml(std::string const& json) {
     std::string result;
     std::size_t done = 0;
-    auto const unit = [&](std::size_t at) {
-        unsigned number = 0;
-        if (at + 6 <= json.size() && json.compare(at, 2, "\\u") == 0)
-            std::from_chars(json.data() + at + 2, json.data() + at + 6, number, 16);
-        return number;
-    };
-    for (auto at = json.find('\\'); at != std::string::npos; at = json.find('\\', at + 2)) {
-        unsigned const high = unit(at), low = unit(at + 6);
-        if (high >> 10 != 0x36 || low >> 10 != 0x37) continue;
-        result.append(json, done, at - done);
-        result += utf8(0x10000 + ((high & 0x3FF) << 10) + (low & 0x3FF));
-        done = at + 12;
-        at += 10;
+    for (auto begin = json.find('"'); begin != std::string::npos; begin = json.find('"', done)) {
+        std::size_t end = begin + 1;
+        while (end < json.size() && json[end] != '"') end += json[end] == '\\' ? 2 : 1;
+        auto const colon = json.find_first_not_of(" \t\r\n", end + 1);
+        bool const name = colon != std::string::npos && json[colon] == ':';
+        result.append(json, done, begin - done);
+        if (name && (end - begin > 1000 || json.find_first_of("\n:", end) != colon)) result += "? ";
+        done = std::min(end + 1, json.size());
+        std::string const text = json.substr(begin, done - begin);
+        Json const string = text.find("\\ud") == std::string::npos ? Json() : Json::parse(text, nullptr, false);
+        result += string.is_string() ? string.dump() : text;
     }
     return result.append(json, done);
 }
@@ -193,7 +186,7 @@ Node readFile(std::string const& path) {
         throw Failure(placeOf(path, text, stray), "is no UTF-8", "save it as UTF-8, for names with accents");
     std::string const ending = std::filesystem::path(path).extension();
     bool const json = text[begin] == '{' && ending != ".yml" && ending != ".yaml";
-    return parsed(path, json ? withoutPairs(text) : text);
+    return parsed(path, json ? asYaml(text) : text);
 }
 
 Node valueOfLine(std::string const& line) {
