@@ -37,9 +37,11 @@ void members(Archive& archive, Circuit<Ownership>& circuit) {
     X(Ownership, 1)                                                                                                    \
     X(Ownership, 2)                                                                                                    \
     X(Ownership, 3)                                                                                                    \
-    X(Ownership, 4) X(Ownership, 5) X(Ownership, 6) X(Ownership, 7) X(Ownership, 8) X(Ownership, 9) X(Ownership, 10)   \
-        X(Ownership, 11) X(Ownership, 12) X(Ownership, 13) X(Ownership, 14) X(Ownership, 15) X(Ownership, 16)          \
-            X(Ownership, 17) X(Ownership, 18) X(Ownership, 19)
+    X(Ownership, 4)                                                                                                    \
+    X(Ownership, 5)                                                                                                    \
+    X(Ownership, 6) X(Ownership, 7) X(Ownership, 8) X(Ownership, 9) X(Ownership, 10) X(Ownership, 11) X(Ownership, 12) \
+        X(Ownership, 13) X(Ownership, 14) X(Ownership, 15) X(Ownership, 16) X(Ownership, 17) X(Ownership, 18)          \
+            X(Ownership, 19)
 #define BENCH_FOR_PARAMETERS(X) X(double) X(int) X(bool) X(std::string)
 
 #define BENCH_NAME_KIND(Ownership, Kind) using Ownership##Kind = KindBlock<Ownership, Kind>;

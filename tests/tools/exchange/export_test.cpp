@@ -279,6 +279,20 @@ TEST(Export, RefusesBytesThatNetlistsCannotHold) {
     EXPECT_EQ(exported.status, 2);
 }
 
+TEST(Export, RefusesNamesThatNetlistsCannotHold) {
+    Tool const tool;
+    SampleCircuit circuit;
+    circuit.add(std::string(401, 'a'), "sfBend").save(tool.path("a.vrl"));
+    auto const exported = tool.run("export", {"a.vrl", "-o", "a.json"});
+    EXPECT_EQ(exported.err, "vrl: a.vrl: the name '" + std::string(60, 'a') +
+                                "...' is longer than 400 bytes, and has no place in a netlist\n  shorten it\n");
+    EXPECT_EQ(exported.status, 2);
+    SampleCircuit shorter;
+    shorter.add(std::string(400, 'a'), "sfBend").save(tool.path("b.vrl"));
+    ASSERT_EQ(tool.run("export", {"b.vrl", "-o", "b.json"}).status, 0);
+    EXPECT_EQ(tool.run("import", {"b.json"}).status, 0);
+}
+
 TEST(Export, TakesADashForStandardOutput) {
     Tool const tool;
     SampleCircuit().save(tool.path("a.vrl"));

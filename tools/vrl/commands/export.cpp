@@ -35,15 +35,20 @@ Format formatOf(Options const& options) {
     return json ? Format::kJson : Format::kYaml;
 }
 
-/// JSON and YAML are UTF-8: other bytes would come back as others.
-void refuseOtherBytes(Node const& node, std::string const& path) {
+/// Refuses what would not come back: JSON and YAML are UTF-8, and readers of YAML bound the length of names.
+void refuseOtherStrings(Node const& node, std::string const& path) {
     std::string const& text = node.Scalar();
     if (firstStrayByte(text) < text.size())
         throw Failure(path, "the string '" + printable(text) + "' is no UTF-8, and has no place in a netlist",
                       "rename it or set it anew");
     for (auto const& part : node) {
-        if (node.IsMap()) refuseOtherBytes(part.first, path);
-        refuseOtherBytes(node.IsMap() ? part.second : part, path);
+        if (node.IsMap() && part.first.Scalar().size() > kLongestName)
+            throw Failure(path,
+                          "the name '" + printable(part.first.Scalar().substr(0, 60)) + "...' is longer than " +
+                              std::to_string(kLongestName) + " bytes, and has no place in a netlist",
+                          "shorten it");
+        if (node.IsMap()) refuseOtherStrings(part.first, path);
+        refuseOtherStrings(node.IsMap() ? part.second : part, path);
     }
 }
 
@@ -96,7 +101,7 @@ Outcome exportDesign(Options options, Common const& common) {
         QuietOutput const quiet;
         return exportNetlist(circuit, options.file, map, kinds, findings);
     }();
-    refuseOtherBytes(netlist, options.file);
+    refuseOtherStrings(netlist, options.file);
     std::string const text = written(netlist, formatOf(options));
     if (!options.output.empty()) saveFile(options.output, text);
     if (common.json)

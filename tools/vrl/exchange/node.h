@@ -92,6 +92,8 @@ Node readFile(std::string const& path);
 /// The languages of netlists and maps; JSON is in one line. That of notes lacks the line feed, and has numbers of YAML.
 enum class Format { kJson, kYaml, kLine };
 
+constexpr std::size_t kLongestName = 400;  // bytes; yaml-cpp bounds keys, and a net is kept under two names together
+
 /// A value as lines that end in line feeds. Strings have to be UTF-8.
 ///
 /// YAML is quoted so that readers of its older versions understand the same. JSON has no number for .inf: it becomes

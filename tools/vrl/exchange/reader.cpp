@@ -108,7 +108,8 @@ struct Check {
             fail(path, node.Mark(), std::string("the name of a member is ") + kindWord(kindOf(node)),
                  "names are strings");
         scalar(node, false);
-        if (node.Scalar().size() > 400) fail(path, node.Mark(), "a name is longer than 400 bytes", "shorten it");
+        if (node.Scalar().size() > kLongestName)
+            fail(path, node.Mark(), "a name is longer than 400 bytes", "shorten it");
         auto const twin = lines.emplace(node.Scalar(), node.Mark().line + 1);
         if (twin.second) return;
         fail(path, node.Mark(),  // one of the two values would be lost
