@@ -32,16 +32,9 @@ void members(Archive& archive, Circuit<Ownership>& circuit) {
 
 // X(OWNERSHIP, KIND) for every kind of block, and X(TYPE) for every type of parameter: archives know derived classes by
 // name, and take no commas.
-#define BENCH_FOR_KINDS(X, Ownership)                                                                                  \
-    X(Ownership, 0)                                                                                                    \
-    X(Ownership, 1)                                                                                                    \
-    X(Ownership, 2)                                                                                                    \
-    X(Ownership, 3)                                                                                                    \
-    X(Ownership, 4)                                                                                                    \
-    X(Ownership, 5)                                                                                                    \
-    X(Ownership, 6) X(Ownership, 7) X(Ownership, 8) X(Ownership, 9) X(Ownership, 10) X(Ownership, 11) X(Ownership, 12) \
-        X(Ownership, 13) X(Ownership, 14) X(Ownership, 15) X(Ownership, 16) X(Ownership, 17) X(Ownership, 18)          \
-            X(Ownership, 19)
+#define BENCH_FIRST_KINDS(X, O) X(O, 0) X(O, 1) X(O, 2) X(O, 3) X(O, 4) X(O, 5) X(O, 6) X(O, 7) X(O, 8) X(O, 9)
+#define BENCH_LAST_KINDS(X, O) X(O, 10) X(O, 11) X(O, 12) X(O, 13) X(O, 14) X(O, 15) X(O, 16) X(O, 17) X(O, 18) X(O, 19)
+#define BENCH_FOR_KINDS(X, O) BENCH_FIRST_KINDS(X, O) BENCH_LAST_KINDS(X, O)
 #define BENCH_FOR_PARAMETERS(X) X(double) X(int) X(bool) X(std::string)
 
 #define BENCH_NAME_KIND(Ownership, Kind) using Ownership##Kind = KindBlock<Ownership, Kind>;
