@@ -61,10 +61,10 @@ TEST(SharedAnnotations, OfACopyAreItsOwn) {
     EXPECT_EQ(copy.getDescr(), "d");
     EXPECT_EQ(a.getDescr(), "changed");
     Number target("n", 1, "d", "u");
-    auto const own = target.beginAnnotation();
+    target.beginAnnotation()->second = "own";
     target = copy;
-    EXPECT_EQ(own->second, "d");
-    own->second = "own";
+    EXPECT_EQ(target.getDescr(), "d");
+    target.beginAnnotation()->second = "own";
     EXPECT_EQ(copy.getDescr(), "d");
 }
 
@@ -147,6 +147,47 @@ TEST(SharedAnnotations, AreReplacedByWhatWasReadUntilAFailure) {
     std::string wrongShape = bytes;
     wrongShape[bytes.find("Map")] = 'N';
     EXPECT_EQ(readOver(wrongShape, false), Map());
+}
+
+TEST(SharedAnnotations, HaveWhatWasReadUntilAnException) {
+    Number source("n", 0, "other", "u");
+    std::ostringstream out;
+    BinaryStreamSerialiser writer(out);
+    ASSERT_TRUE(source.write(&writer));
+    std::string const bytes = out.str();
+    auto const readArmed = [&](std::size_t length) {
+        std::istringstream stream(bytes.substr(0, length));
+        stream.exceptions(std::ios::failbit);
+        BinaryStreamDeSerialiser reader(stream);
+        Number target("n", 0, "d", "u");
+        EXPECT_THROW(target.read(&reader), std::ios::failure);
+        return annotationsOf(target);
+    };
+    EXPECT_EQ(readArmed(bytes.find("vrl::attrName") + 5), (Map{{"vrl::attrDescr", "other"}}));
+    EXPECT_EQ(readArmed(bytes.find("Map") - 2), Map());
+}
+
+TEST(SharedAnnotations, AreWrittenAsTheyAreNow) {
+    Number a("n", 0, "d", "u");
+    auto const saved = [&] {
+        std::ostringstream out;
+        BinaryStreamSerialiser writer(out);
+        EXPECT_TRUE(a.write(&writer));
+        return out.str();
+    };
+    std::string const first = saved();
+    EXPECT_EQ(saved(), first);
+    a.setAnnotation("vrl::attrDescr", "e");
+    std::string changed = first;
+    changed[first.find("vrl::attrDescr") + 14 + 6 + 6 + 4] = 'e';
+    EXPECT_EQ(saved(), changed);
+    a.setAnnotation("vrl::attrDescr", "d");
+    EXPECT_EQ(saved(), first);
+    Number within("n", 0, std::string("d\0", 2), "u");
+    std::ostringstream out;
+    BinaryStreamSerialiser writer(out);
+    ASSERT_TRUE(within.write(&writer));
+    EXPECT_EQ(readOver(out.str(), true), annotationsOf(Number("n", 0, "d", "u")));
 }
 
 }  // namespace

@@ -286,4 +286,13 @@ TEST_F(NetlistBoundary, MayBeChangedThroughItsIterators) {
     EXPECT_THAT(directs(), ElementsAre(6));
 }
 
+TEST_F(NetlistNodes, TheNameOfAPortMayBeTheStringThatGetsTheElement) {
+    Netlist netlist;
+    netlist.addBB(new sample::Mmi, "m1");
+    netlist.addNode("m1", "in0", 7);
+    std::string text = "in0";
+    EXPECT_FALSE(netlist.findNamedNode(7, text, &text));  // it is emptied first
+    EXPECT_EQ(text, "");
+}
+
 }  // namespace

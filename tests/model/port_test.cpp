@@ -197,6 +197,15 @@ TEST(PortSearch, FindsTheFirstOfANameAfterEveryChange) {
     }
 }
 
+TEST(PortSearch, FindsTheNextOfANameWhenTheFirstWasMovedAway) {
+    ManyPorts block;
+    for (int i = 0; i < 20; ++i) block.addPort(i == 0 || i == 5 ? "x" : "y", EnumList::Optics);
+    EXPECT_EQ(block.getPort("x"), &*block.beginPort());
+    Port outside("x", &block, EnumList::DC);
+    outside = std::move(*block.beginPort());
+    EXPECT_EQ(block.getPort("x"), &*(block.beginPort() + 5));
+}
+
 TEST(PortSearch, ReadsManyPortsEachIntoTheFirstOfItsName) {
     ManyPorts source, target;
     for (int i = 0; i < 60; ++i) source.addPort("p" + std::to_string(i % 45), EnumList::Optics);

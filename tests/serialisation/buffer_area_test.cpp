@@ -1,5 +1,4 @@
-#include <cstring>
-#include <memory>
+#include <fstream>
 #include <random>
 #include <sstream>
 #include <string>
@@ -204,21 +203,65 @@ TEST_F(BufferArea, IsUpToDateAfterEachOperation) {
     EXPECT_EQ(in.tellg(), 47);
 }
 
+/// Counts how often it is flushed.
+class FlushCounter final : public std::stringbuf {
+public:
+    int flushes = 0;
+
+private:
+    int sync() override { return ++flushes, 0; }
+};
+
 TEST_F(BufferArea, IsLeftAloneWhereTheStreamFlushesAfterEachCall) {
-    PieceWriter buffer(1000, 100);
-    std::ostream out(&buffer);
+    FlushCounter buffer, tied;
+    std::ostream out(&buffer), waiting(&tied);
     out << std::unitbuf;
     BinaryStreamSerialiser writer(out);
     writer.write(7U);
-    EXPECT_EQ(buffer.written(), std::string("\7\0\0\0", 4));
-    std::ostringstream tied;
-    tied << "waits";
-    std::istringstream in(buffer.written());
-    in.tie(&tied);
+    EXPECT_EQ(buffer.flushes, 1);
+    writer.writeAttribute(8U);
+    EXPECT_EQ(buffer.flushes, 4);  // the markers count, too
+    std::istringstream in(buffer.str());
+    in.tie(&waiting);
     BinaryStreamDeSerialiser reader(in);
     unsigned number = 0;
     EXPECT_TRUE(reader.read(number));
     EXPECT_EQ(number, 7U);
+    EXPECT_EQ(tied.flushes, 1);
+    out << std::nounitbuf;
+    out.tie(&waiting);
+    writer.write(9U);
+    EXPECT_EQ(tied.flushes, 2);
+    EXPECT_EQ(buffer.flushes, 4);
+}
+
+TEST_F(BufferArea, OfAFileReportsALargePieceThatCannotBeWrittenAtOnce) {
+    std::ofstream full("/dev/full", std::ios::binary);
+    full << 'x';
+    BinaryStreamSerialiser writer(full);
+    writer.write(std::string(1023, 'a'));
+    EXPECT_TRUE(full.good());
+    writer.write(std::string(2000, 'a'));
+    EXPECT_TRUE(full.bad());
+}
+
+/// Tells its position and does not change it.
+class TellingBuffer final : public std::stringbuf {
+public:
+    using std::stringbuf::stringbuf;
+
+private:
+    pos_type seekpos(pos_type, std::ios::openmode) override { return pos_type(off_type(-1)); }
+};
+
+TEST_F(BufferArea, MakesNoStreamSeekable) {
+    TellingBuffer buffer(circuitBytes(), std::ios::in);
+    std::istream in(&buffer);
+    BinaryStreamDeSerialiser reader(in);
+    Netlist circuit;
+    EXPECT_FALSE(circuit.read(&reader));
+    EXPECT_TRUE(in.fail());
+    EXPECT_EQ(circuit.sizeElements(), 0U);
 }
 
 TEST_F(BufferArea, OfAStringWithAZeroByteDoesNotPassForTheWholeString) {

@@ -13,7 +13,7 @@ struct AnnotationBag::Content {
     bool isShared = false;  // found by its content, and never changed; otherwise it has one user
     std::size_t users = 1;
     std::size_t hash = 0;
-    bool hasZero = false;                                 // in a key or a text
+    bool keepsBytes = true;
     std::map<unsigned int, std::string> savedBytes = {};  // by depth
 
     using Pool = std::unordered_multimap<std::size_t, Content*>;
@@ -42,8 +42,11 @@ struct AnnotationBag::Content {
             return found->second;
         }
         auto* const content = new Content{make(), true, 1, hash};
-        for (auto const& [key, text] : content->map)
-            content->hasZero |= key.find('\0') != key.npos || text.find('\0') != text.npos;
+        std::size_t size = 0;
+        for (auto const& [key, text] : content->map) {
+            size += key.size() + text.size();
+            content->keepsBytes &= size < 4096 && key.find('\0') == key.npos && text.find('\0') == text.npos;
+        }
         pool().emplace(hash, content);
         return content;
     }
@@ -69,13 +72,15 @@ AnnotationBag::AnnotationBag(AnnotationBag const& other) {
 
 AnnotationBag& AnnotationBag::operator=(AnnotationBag const& other) {
     if (this == &other) return *this;
-    bool const canShare = other.content && other.content->isShared && !(content && !content->isShared);
-    if (!canShare) {
+    bool const isOwn = content && !content->isShared;
+    if (isOwn) {
+        content->map = other.view();
+    } else if (other.content && !other.content->isShared) {
         assign(Map(other.view()));
-        return *this;
+    } else {
+        if (other.content) ++other.content->users;
+        release(std::exchange(content, other.content));
     }
-    ++other.content->users;
-    release(std::exchange(content, other.content));
     return *this;
 }
 
@@ -116,7 +121,9 @@ void AnnotationBag::assign(Map&& annotations) {
 }
 
 std::string* AnnotationBag::keptBytes(unsigned int depth) const {
-    return content && content->isShared && !content->hasZero ? &content->savedBytes[depth] : nullptr;
+    constexpr unsigned int kDeepest = 256;  // nothing is saved below
+    bool const keeps = content && content->isShared && content->keepsBytes && depth < kDeepest;
+    return keeps ? &content->savedBytes[depth] : nullptr;
 }
 
 }  // namespace Vorlane_v1_0::detail

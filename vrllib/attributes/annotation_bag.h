@@ -12,6 +12,7 @@ namespace Vorlane_v1_0::detail {
 ///
 /// The name, description and unit of a parameter are the same in all blocks of a kind, so equal bags share one map that
 /// nothing changes. A bag gets a map of its own before it changes or hands out iterators, and keeps that one.
+/// Threads: all objects with annotations belong to one thread, since they share without a lock.
 /// Cost: one pointer; a shared map is found by its content, in the time of reading it once.
 class VRL_API AnnotationBag {
 public:
@@ -40,7 +41,8 @@ public:
     void assign(Map&& annotations);
 
     /// The bytes that `make` makes of the annotations for a place of that depth in a stream. They are kept with shared
-    /// annotations; null for others, and where they do not read back as they are, since a string ends at a zero byte.
+    /// annotations. Null for others, for long ones, and where they do not read back as they are, since a string ends at
+    /// a zero byte.
     template <class Make>
     std::string const* savedBytes(unsigned int depth, Make make) const {
         std::string* const kept = keptBytes(depth);

@@ -52,22 +52,30 @@ private:
         });
     }
 
+    /// Whatever a reader throws, the object has what was read until then.
     template <class Reader>
     static bool readEntries(Reader d, AnnotationBag& bag) {
-        if (!d.beginCompound("Map", 1)) {
-            bag.assign({});
-            return false;
+        AnnotationBag::Map read;
+        bool unchanged = false;
+        try {
+            bool const good = readInto(d, bag.view(), read, unchanged);
+            if (!unchanged) bag.assign(std::move(read));
+            return good;
+        } catch (...) {
+            if (!unchanged) bag.assign(std::move(read));
+            throw;
         }
-        AnnotationBag::Map const& present = bag.view();
+    }
+
+    template <class Reader>
+    static bool readInto(Reader d, AnnotationBag::Map const& present, AnnotationBag::Map& read, bool& unchanged) {
+        if (!d.beginCompound("Map", 1)) return false;
         unsigned int left = d.readCount();
         auto same = present.begin();
         while (left > 0 && same != present.end() && d.skipAttributes(same->first, same->second)) ++same, --left;
-        if (left > 0 || same != present.end()) {
-            AnnotationBag::Map read(present.begin(), same);
-            bool const good = readRest(d, left, read);
-            bag.assign(std::move(read));
-            if (!good) return false;
-        }
+        unchanged = left == 0 && same == present.end();
+        if (!unchanged) read.insert(present.begin(), same);
+        if (!readRest(d, left, read)) return false;
         d.endCompound();
         return true;
     }

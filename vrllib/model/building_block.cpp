@@ -42,7 +42,7 @@ BB::Port::Port(Port&& other) noexcept
 }
 BB::Port& BB::Port::operator=(Port&& other) noexcept {
     if (this == &other) return *this;
-    renamings += name != other.name;
+    ++renamings;  // the source loses its name
     name = std::move(other.name);
     domain = other.domain;
     object = other.object;

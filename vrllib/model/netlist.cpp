@@ -182,6 +182,7 @@ unsigned int Netlist::findNode(std::string const& element, std::string const& po
     return found == portToNode.map().end() ? 0 : found->second;
 }
 bool Netlist::findNamedNode(unsigned int const& node, std::string const& port, std::string* element) const {
+    assignIfWanted(element, "");  // first: it may be the port's own string
     auto const* const found = portToNode.find(node, [&](auto const& names) { return names.second == port; });
     assignIfWanted(element, found ? found->first.first : "");
     return found;

@@ -13,6 +13,19 @@
 
 namespace Vorlane_v1_0::detail {
 
+/// Forgets the index of a table now, and what a question during the lifetime of this object made of it.
+template <class Table>
+class ForgottenIndex {
+public:
+    explicit ForgottenIndex(Table& t) : table(t) { table.forgetIndex(); }
+    ForgottenIndex(ForgottenIndex const&) = delete;
+    ForgottenIndex& operator=(ForgottenIndex const&) = delete;
+    ~ForgottenIndex() { table.forgetIndex(); }
+
+private:
+    Table& table;
+};
+
 /// Numbers by names, and the names of a number. Entries are added and never changed.
 template <class Key>
 class NumberTable {
@@ -55,12 +68,14 @@ public:
     }
     template <class Reader>
     static bool readFrom(Reader d, NumberTable& table) {
-        table.forgetIndex();
+        ForgottenIndex<NumberTable> const whileItChanges(table);
         return SerialisableMap<Key, unsigned int>::readFrom(d, table.numbers);
     }
     /**@}*/
 
 private:
+    friend class ForgottenIndex<NumberTable>;
+
     struct ByNumber {
         using is_transparent = void;
         bool operator()(Entry const* a, Entry const* b) const {
@@ -118,12 +133,14 @@ public:
     }
     template <class Reader>
     static bool readFrom(Reader d, NodeList& nodes) {
-        nodes.forgetIndex();
+        ForgottenIndex<NodeList> const whileItChanges(nodes);
         return SerialisableVec<unsigned int>::readFrom(d, nodes.list);
     }
     /**@}*/
 
 private:
+    friend class ForgottenIndex<NodeList>;
+
     void forgetIndex() {
         index.clear();
         indexed = false;

@@ -323,14 +323,8 @@ bool BinaryStreamDeSerialiser::readAttributeOf(T& value) {
 void BinaryStreamDeSerialiser::beginAttribute() { readMarker(); }
 void BinaryStreamDeSerialiser::endAttribute() { readMarker(); }
 
-/// A look at the buffer needs no positions, but a stream without them has to fail wherever its buffer ends.
-bool BinaryStreamDeSerialiser::isSeekable() {
-    if (!seekable && stream->good()) seekable = stream->tellg() != std::istream::pos_type(-1);
-    return seekable;
-}
-
 void BinaryStreamDeSerialiser::previewType(std::string& type) {
-    if (isSeekable()) {
+    if (seekable) {
         Ahead ahead(*stream);
         std::string_view found;
         if (ahead.seeMarker() && ahead.see(found)) {
@@ -342,6 +336,8 @@ void BinaryStreamDeSerialiser::previewType(std::string& type) {
     readMarker();
     read(type);
     stream->seekg(position);
+    // A look at the buffer needs no positions, but a stream without them has to fail wherever its buffer ends.
+    seekable = position != std::istream::pos_type(-1) && stream->good();
 }
 
 void BinaryStreamDeSerialiser::beginCompAttribute(std::string* type, int* version, std::string*) {

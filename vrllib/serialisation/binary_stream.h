@@ -26,7 +26,8 @@ namespace Vorlane_v1_0 {
 
 /// Writes the binary stream. The stream belongs to the caller and outlives this object. A copy shares the stream.
 ///
-/// The bytes go into the buffer of the stream as they come, so its position is right after every operation.
+/// The bytes go into the put area of the stream's buffer as they come, so its position is right after every operation;
+/// a class of buffers that overrides `xsputn` sees only what that area does not hold, and one with `xsgetn` likewise.
 /// Names of members, docs and comments are dropped; an empty type and a negative version are left out. The write of an
 /// object or a container that lies in more than 255 others is false, since it would not read back.
 class VRL_API BinaryStreamSerialiser final : public SerialiserBase {
@@ -139,10 +140,9 @@ private:
     bool readValue(T& value);
     bool readMarker();
     bool readBytes(char* bytes, std::size_t count);
-    bool isSeekable();
 
     unsigned int depth = 0;
-    bool seekable = false;  // as far as anyone asked
+    bool seekable = false;  // as far as is known
     std::istream* stream;
 };
 

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <istream>
+#include <limits>
 #include <ostream>
 #include <streambuf>
 #include <utility>
@@ -13,14 +15,16 @@ namespace Vorlane_v1_0::detail {
 
 /// Access to the areas, which are protected. Nothing is ever an object of this class.
 class BufferArea : std::streambuf {
+    static constexpr std::size_t kWrittenThrough = 1024;
+
 public:
-    /// Room for so many bytes in the put area. Null if it has less, or if the ordinary call does more than store them:
-    /// it may fail, or flush this stream or the one that is tied to it.
+    /// Room for so many bytes in the put area. Null if it has no more, or if the ordinary call does more than store
+    /// them: it may fail, flush this stream or the one that is tied to it, or write a large piece through to its file.
     static char* room(std::ostream& os, std::size_t count) {
-        if (!os.good() || os.tie() || (os.flags() & std::ios_base::unitbuf)) return nullptr;
+        if (count >= kWrittenThrough || !os.good() || os.tie() || (os.flags() & std::ios_base::unitbuf)) return nullptr;
         std::streambuf const& buffer = *os.rdbuf();
         char* const next = (buffer.*&BufferArea::pptr)();
-        return static_cast<std::size_t>((buffer.*&BufferArea::epptr)() - next) < count ? nullptr : next;
+        return static_cast<std::size_t>((buffer.*&BufferArea::epptr)() - next) <= count ? nullptr : next;
     }
     /// So many bytes were stored.
     static void stored(std::ostream& os, std::size_t count) {
@@ -31,7 +35,9 @@ public:
     static std::pair<char const*, char const*> ahead(std::istream& is) {
         if (!is.good() || is.tie()) return {nullptr, nullptr};
         std::streambuf const& buffer = *is.rdbuf();
-        return {(buffer.*&BufferArea::gptr)(), (buffer.*&BufferArea::egptr)()};
+        char const* const next = (buffer.*&BufferArea::gptr)();
+        std::ptrdiff_t const size = (buffer.*&BufferArea::egptr)() - next;
+        return {next, next + std::min<std::ptrdiff_t>(size, std::numeric_limits<int>::max())};
     }
     /// So many bytes were taken.
     static void taken(std::istream& is, std::size_t count) {

@@ -51,14 +51,25 @@ bool readContainer(Reader d, char const* shape, Element element) {
 }
 
 /**@{*/
-/// Streams one value without a name.
+/// Streams one value without a name. An object is copied where it is constant, since its operations are not.
 template <class Writer, class T>
 bool writeItem(Writer s, T& item) {
-    return Serialisable<std::remove_const_t<T>>::writeTo(s, item, {});
+    using Item = std::remove_const_t<T>;
+    if constexpr (std::is_const_v<T> && !kIsPlain<Item> && !kIsPair<Item>) {
+        Item copy(item);
+        return writeItem(s, copy);
+    } else if constexpr (kWalks<Serialisable<Item>>) {
+        return Serialisable<Item>::writeTo(s, item, {});
+    } else {
+        return Serialisable<Item>(item, "").write(s.base());
+    }
 }
 template <class Reader, class T>
 bool readItem(Reader d, T& item) {
-    return Serialisable<T>::readFrom(d, item);
+    if constexpr (kWalks<Serialisable<T>>)
+        return Serialisable<T>::readFrom(d, item);
+    else
+        return Serialisable<T>(item, "").read(d.base());
 }
 /**@}*/
 
@@ -88,7 +99,9 @@ public:
         if (ports.size() <= kFewPorts) return findAmongFew(ports, name);
         for (; known < ports.size(); ++known) places.emplace(ports[known].getName().getName(), known);
         auto const found = places.find(name);
-        return found == places.end() ? nullptr : &ports[found->second];
+        if (found == places.end()) return nullptr;
+        T& port = ports[found->second];
+        return port.getName().getName() == name ? &port : findAmongFew(ports, name);
     }
 
 private:
@@ -256,7 +269,8 @@ template <class T>
 template <class Writer>
 bool SerialisablePortVec<T>::writeTo(Writer s, std::vector<T>& ports, std::string const& name) {
     return detail::writeContainer(s, "Vector", name, ports, [s](T& port) {
-        return detail::writeItem(s, port.getName().getName()) && detail::writeItem(s, port);
+        std::string const& portName = port.getName().getName();
+        return detail::writeItem(s, portName) && detail::writeItem(s, port);
     });
 }
 
@@ -326,8 +340,8 @@ bool SerialisablePtrMap<K, T>::writeTo(Writer s, Objects& objects, std::string c
 template <class K, class T>
 template <class Reader>
 bool SerialisablePtrMap<K, T>::readFrom(Reader d, Objects& objects) {
-    K key{};
-    return detail::readContainer(d, "PtrMap", [&objects, &key, d] {
+    return detail::readContainer(d, "PtrMap", [&objects, d] {
+        K key{};
         if (!detail::readItem(d, key)) return false;
         auto const found = objects.find(key);
         if (found == objects.end()) return true;
@@ -368,8 +382,8 @@ bool SerialisableAttrMap<K, T>::read(DeSerialiserBase* d) {
 template <class K, class T>
 template <class Reader>
 bool SerialisableAttrMap<K, T>::readFrom(Reader d, std::map<K, shared_ptr<T>>& objects, bool refuseNew) {
-    K key{};
-    return detail::readContainer(d, "PtrMap", [&objects, &key, refuseNew, d] {
+    return detail::readContainer(d, "PtrMap", [&objects, refuseNew, d] {
+        K key{};
         if (!detail::readItem(d, key)) return false;
         auto const found = objects.find(key);
         if (found != objects.end()) return found->second && detail::readItem(d, *found->second);
@@ -381,7 +395,7 @@ bool SerialisableAttrMap<K, T>::readFrom(Reader d, std::map<K, shared_ptr<T>>& o
             return false;
         }
         if (!detail::readItem(d, *object)) return false;
-        objects.emplace(key, object);
+        objects.emplace(std::move(key), object);
         return true;
     });
 }

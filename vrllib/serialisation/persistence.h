@@ -201,9 +201,8 @@ inline constexpr bool kHasLayout = false;
 template <class C>
 inline constexpr bool kHasLayout<C, std::void_t<typename C::SerSelf>> = std::is_same_v<typename C::SerSelf, C>;
 
-template <class C, class Base>
-void addBase(SerLayout& layout) {
-    auto const convert = [](void* object) -> void* { return static_cast<Base*>(static_cast<C*>(object)); };
+template <class Base>
+void addBase(SerLayout& layout, SerLayout::Convert convert) {
     if (SerLayout const* const base = Base::getSerLayout())
         layout.addBase(*base, convert);
     else
@@ -211,11 +210,11 @@ void addBase(SerLayout& layout) {
 }
 
 /// The layout of a class with those persistent bases, made once; null if one of them has none.
-template <class C, class... Bases>
-SerLayout const* newLayout([[maybe_unused]] SerFormat<C> const& format) {
+template <class... Bases, class Format, class... Converts>
+SerLayout const* newLayout([[maybe_unused]] Format const& format, [[maybe_unused]] Converts... converts) {
     if constexpr ((kHasLayout<Bases> && ...)) {
         auto* const layout = new SerLayout;
-        (addBase<C, Bases>(*layout), ...);
+        (addBase<Bases>(*layout, converts), ...);
         format.enter(*layout);
         return layout;
     } else {
@@ -271,9 +270,13 @@ private:                                                                        
     void registerBases([[maybe_unused]] ::Vorlane_v1_0::SerRegister& reg) {                                            \
         (this->Bases::doRegisterSerialisables(reg), ...);                                                              \
     }                                                                                                                  \
+    template <class Base>                                                                                              \
+    static void* toSerBase(void* object) {                                                                             \
+        return static_cast<Base*>(static_cast<SerSelf*>(object));                                                      \
+    }                                                                                                                  \
     template <class... Bases>                                                                                          \
     static ::Vorlane_v1_0::detail::SerLayout const* newSerLayout() {                                                   \
-        return ::Vorlane_v1_0::detail::newLayout<SerSelf, Bases...>(serFormat());                                      \
+        return ::Vorlane_v1_0::detail::newLayout<Bases...>(serFormat(), &toSerBase<Bases>...);                         \
     }
 
 /// Declares the persistence operations of a class whose bases have none; the four virtual ones come first.

@@ -135,8 +135,8 @@ struct SerRegister::Table : detail::SerRows {
 /// The rows of a register, in order of the ids, with the addresses in its object.
 class SerRegister::Rows {
 public:
-    explicit Rows(SerRegister const& reg) {
-        if (!reg.rows) return;
+    explicit Rows(SerRegister const& reg) : source(reg.rows) {
+        if (!source) return;
         if (reg.rows->isLayout) {
             layout = static_cast<detail::SerLayout const*>(reg.rows);
             objects = layout->partsOf(reg.object());
@@ -145,6 +145,11 @@ public:
             table = static_cast<Table const*>(reg.rows);
             count = table->entries.size();
         }
+    }
+
+    /// Whether the register has still these rows: reading a member may enter others.
+    bool areOf(SerRegister const& reg) const {
+        return reg.rows == source && (!table || table->entries.size() == count);
     }
 
     std::size_t size() const { return count; }
@@ -170,6 +175,7 @@ public:
     bool has(std::size_t at, std::string const& id) const { return at < count && member(at).id.text == id; }
 
 private:
+    detail::SerRows const* source;
     detail::SerLayout const* layout = nullptr;
     Table const* table = nullptr;
     std::size_t count = 0;
@@ -270,7 +276,7 @@ bool SerRegister::write(SerialiserBase* s) {
 
 template <class Reader>
 bool SerRegister::readFrom(Reader d) const {
-    Rows const all(*this);
+    Rows all(*this);
     std::string id;
     std::size_t at = 0;  // of the row that comes next, if the stream is in order
     for (unsigned int left = d.readCount(); left > 0; --left, ++at) {
@@ -284,6 +290,7 @@ bool SerRegister::readFrom(Reader d) const {
             }
         }
         if (!all.member(at).read(all.target(at), d)) return false;
+        if (!all.areOf(*this)) all = Rows(*this);
     }
     return true;
 }
