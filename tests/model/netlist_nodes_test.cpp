@@ -287,7 +287,6 @@ TEST_F(NetlistBoundary, MayBeChangedThroughItsIterators) {
 }
 
 TEST_F(NetlistNodes, TheNameOfAPortMayBeTheStringThatGetsTheElement) {
-    Netlist netlist;
     netlist.addBB(new sample::Mmi, "m1");
     netlist.addNode("m1", "in0", 7);
     std::string text = "in0";
