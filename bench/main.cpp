@@ -7,6 +7,7 @@
 #include <iostream>
 #include <iterator>
 #include <sstream>
+#include <stdexcept>
 #include <string>
 
 #include "bench/measured.h"
@@ -34,10 +35,10 @@ double liveHeap() {
     return static_cast<double>(info.uordblks + info.hblkhd);
 }
 
-/// The saved circuit, as a run of "save" left it.
+/// The saved circuit, as a run of "save" left it in the folder BENCH_FOLDER; empty, and nothing is kept, without one.
 std::string fileOf(std::string const& peer, std::size_t blocks) {
     char const* const folder = std::getenv("BENCH_FOLDER");
-    return std::string(folder ? folder : ".") + "/" + peer + "-" + std::to_string(blocks) + ".bin";
+    return folder ? std::string(folder) + "/" + peer + "-" + std::to_string(blocks) + ".bin" : "";
 }
 
 std::string bytesOf(std::string const& path) {
@@ -69,7 +70,8 @@ public:
     }
     void save() {
         peer->build(blocks);
-        std::ofstream(fileOf(entry.name, blocks), std::ios::binary) << measureSave();
+        std::string const bytes = measureSave(), path = fileOf(entry.name, blocks);
+        if (!path.empty()) std::ofstream(path, std::ios::binary) << bytes;
     }
     void saveAgain() {
         peer->build(blocks);
@@ -108,7 +110,8 @@ public:
 private:
     std::string saved() {
         std::string bytes = bytesOf(fileOf(entry.name, blocks));
-        if (bytes.empty()) state.SkipWithError("no saved circuit; run the operation 'save' first");
+        if (bytes.empty())
+            throw std::runtime_error("no saved circuit; set BENCH_FOLDER, and run the operation 'save' first");
         state.counters["bytes"] = static_cast<double>(bytes.size()) / static_cast<double>(blocks);
         return bytes;
     }
@@ -136,7 +139,8 @@ private:
     void checkSum() {
         std::unique_ptr<Peer> const model = handWritten();
         model->build(blocks);
-        if (model->checksum() != peer->checksum()) state.SkipWithError("the circuit is not the one that was built");
+        if (model->checksum() != peer->checksum())
+            throw std::runtime_error("the circuit is not the one that was built");
     }
 
     Entry const& entry;
@@ -165,8 +169,12 @@ void registerAll() {
                 benchmark::RegisterBenchmark(
                     (std::string(entry.name) + "/" + operation.name + "/" + std::to_string(blocks)).c_str(),
                     [&entry, &operation, blocks](benchmark::State& state) {
-                        Run run(entry, blocks, state);
-                        (run.*operation.run)();
+                        try {
+                            Run run(entry, blocks, state);
+                            (run.*operation.run)();
+                        } catch (std::exception const& error) {
+                            state.SkipWithError(error.what());
+                        }
                     })
                     ->Iterations(1)
                     ->Unit(benchmark::kMicrosecond);
