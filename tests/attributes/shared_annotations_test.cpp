@@ -19,9 +19,15 @@ using namespace Vorlane_v1_0;
 using Map = std::map<std::string, std::string>;
 using Number = Value<double>;
 
+/// Some of it is done for annotations that many objects share.
+class SharedAnnotations : public testing::Test {
+protected:
+    std::vector<Number> const others = std::vector<Number>(8, Number("n", 0, "d", "u"));
+};
+
 Map annotationsOf(Annotations const& object) { return {object.beginAnnotation(), object.endAnnotation()}; }
 
-TEST(SharedAnnotations, AreLeftAloneByTheChangeOfOneObject) {
+TEST_F(SharedAnnotations, AreLeftAloneByTheChangeOfOneObject) {
     Number a("n", 1, "d", "u"), b("n", 2, "d", "u"), c(a);
     a.setAnnotation("vrl::attrUnitName", "mm");
     b.addAnnotation("key", "text");
@@ -33,7 +39,7 @@ TEST(SharedAnnotations, AreLeftAloneByTheChangeOfOneObject) {
     EXPECT_EQ(Number("n", 3, "d", "u").getUnits(), "u");
 }
 
-TEST(SharedAnnotations, KeepIteratorsAndMapsThatWereHandedOut) {
+TEST_F(SharedAnnotations, KeepIteratorsAndMapsThatWereHandedOut) {
     Number a("n", 1, "d", "u");
     Number const& constant = a;
     Map const& list = constant.list();
@@ -53,7 +59,7 @@ TEST(SharedAnnotations, KeepIteratorsAndMapsThatWereHandedOut) {
     EXPECT_EQ(list, (Map{{"k", "t"}}));
 }
 
-TEST(SharedAnnotations, OfACopyAreItsOwn) {
+TEST_F(SharedAnnotations, OfACopyAreItsOwn) {
     Number a("n", 1, "d", "u");
     auto const kept = a.beginAnnotation();
     Number const copy(a);
@@ -68,7 +74,7 @@ TEST(SharedAnnotations, OfACopyAreItsOwn) {
     EXPECT_EQ(copy.getDescr(), "d");
 }
 
-TEST(SharedAnnotations, AgreeWithPlainMapsAfterEveryChange) {
+TEST_F(SharedAnnotations, AgreeWithPlainMapsAfterEveryChange) {
     std::mt19937 random(11);
     auto const below = [&](std::size_t limit) { return static_cast<std::size_t>(random() % limit); };
     std::vector<std::unique_ptr<Number>> objects;
@@ -132,7 +138,7 @@ Map readOver(std::string const& bytes, bool expected) {
     return annotationsOf(target);
 }
 
-TEST(SharedAnnotations, AreReplacedByWhatWasReadUntilAFailure) {
+TEST_F(SharedAnnotations, AreReplacedByWhatWasReadUntilAFailure) {
     Number source("n", 0, "other", "u");
     std::ostringstream out;
     BinaryStreamSerialiser writer(out);
@@ -149,7 +155,7 @@ TEST(SharedAnnotations, AreReplacedByWhatWasReadUntilAFailure) {
     EXPECT_EQ(readOver(wrongShape, false), Map());
 }
 
-TEST(SharedAnnotations, HaveWhatWasReadUntilAnException) {
+TEST_F(SharedAnnotations, HaveWhatWasReadUntilAnException) {
     Number source("n", 0, "other", "u");
     std::ostringstream out;
     BinaryStreamSerialiser writer(out);
@@ -167,7 +173,7 @@ TEST(SharedAnnotations, HaveWhatWasReadUntilAnException) {
     EXPECT_EQ(readArmed(bytes.find("Map") - 2), Map());
 }
 
-TEST(SharedAnnotations, AreWrittenAsTheyAreNow) {
+TEST_F(SharedAnnotations, AreWrittenAsTheyAreNow) {
     Number a("n", 0, "d", "u");
     auto const saved = [&] {
         std::ostringstream out;

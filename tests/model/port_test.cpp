@@ -114,6 +114,57 @@ TEST(Port, CopiesAndAssignsTheRegisterAsItIs) {
     EXPECT_EQ(saved(target), before);
 }
 
+TEST(Port, KeepsTheChoiceThatItHandedOutWhateverItBecomes) {
+    Fab const fab;
+    Port port("in0", nullptr, EnumList::Optics), other("in1", nullptr, EnumList::Optics);
+    CSInfo& choice = port.getCS();
+    EXPECT_EQ(&static_cast<Port const&>(port).getCS(), &choice);
+    EXPECT_EQ(choice.getFoundry(), nullptr);
+    CSInfo chosen = choiceOf("strip", "flow");
+    chosen.setFoundry(&fab);
+    port.setCS(chosen);
+    EXPECT_EQ(choice, chosen);
+    EXPECT_EQ(choice.getFoundry(), &fab);
+    port = other;
+    EXPECT_EQ(choice, CSInfo(nullptr));
+    EXPECT_EQ(choice.getFoundry(), nullptr);
+    other.setCS(chosen);
+    port = other;
+    EXPECT_EQ(choice, chosen);
+    port = Port("in2", nullptr, EnumList::DC);
+    EXPECT_EQ(choice, CSInfo(nullptr));
+    EXPECT_EQ(choice.getFoundry(), nullptr);
+    port = std::move(other);
+    EXPECT_EQ(choice, chosen);
+    EXPECT_EQ(choice.getFoundry(), &fab);
+    EXPECT_EQ(&port.getCS(), &choice);
+}
+
+TEST(Port, KeepsAChoiceThatIsReadOver) {
+    Port port("in0", nullptr, EnumList::Optics), empty;
+    std::stringstream stream(saved(empty));
+    CSInfo& choice = port.getCS();
+    choice.setCS("strip");
+    BinaryStreamDeSerialiser reader(stream);
+    ASSERT_TRUE(port.read(&reader));
+    EXPECT_EQ(choice.getCSName(), "");
+    EXPECT_EQ(&port.getCS(), &choice);
+}
+
+/// The choice alone, as the register of its own saves it.
+std::string savedChoice(Port& port) { return saved(port.getCS()); }
+
+TEST(Port, HasAChoiceThatSavesThatOfTheSavedSourceOfACopy) {
+    Port source("in0", nullptr, EnumList::Optics), fresh("in0", nullptr, EnumList::Optics);
+    saved(source);
+    Port savedCopy(source), freshCopy(fresh), another(source), moved(std::move(another));
+    for (Port* const port : {&source, &fresh}) port->getCS().setCS("source");
+    for (Port* const port : {&savedCopy, &freshCopy, &moved}) port->getCS().setCS("copy");
+    EXPECT_EQ(savedChoice(savedCopy), savedChoice(source));
+    EXPECT_NE(savedChoice(freshCopy), savedChoice(fresh));
+    EXPECT_EQ(savedChoice(freshCopy), savedChoice(moved));
+}
+
 TEST(Port, StartsWithAFreshRegisterWhenMoved) {
     Pad const block;
     Port source("dc", &block, EnumList::DC);

@@ -18,7 +18,7 @@ namespace sample {
 /// Hands everything on to a writer of binary streams, so that the library does not see that it writes one.
 class ForwardingWriter : public SerialiserBase {
 public:
-    explicit ForwardingWriter(std::ostream& os) : inner(os) {}
+    explicit ForwardingWriter(std::ostream& os, unsigned int depth = 0) : inner(os, depth) {}
     virtual ~ForwardingWriter() = default;
     void beginAttribute() override { inner.beginAttribute(); }
     void endAttribute(std::string name) override { inner.endAttribute(name); }
@@ -38,6 +38,31 @@ public:
 
 protected:
     BinaryStreamSerialiser inner;
+};
+
+/// Likewise a reader.
+class ForwardingReader final : public DeSerialiserBase {
+public:
+    explicit ForwardingReader(std::istream& is) : inner(is) {}
+    void beginAttribute() override { inner.beginAttribute(); }
+    void endAttribute() override { inner.endAttribute(); }
+    void previewType(std::string& type) override { inner.previewType(type); }
+    void beginCompAttribute(std::string* type, int* version, std::string* doc) override {
+        inner.beginCompAttribute(type, version, doc);
+    }
+    void endCompAttribute() override { inner.endCompAttribute(); }
+    void readNumberAttributes(unsigned int& count) override { inner.readNumberAttributes(count); }
+    bool readSerialisationId(std::string& id) override { return inner.readSerialisationId(id); }
+    bool skipAttribute() override { return inner.skipAttribute(); }
+    bool read(std::string& value) override { return inner.read(value); }
+    bool read(std::complex<double>& value) override { return inner.read(value); }
+    bool read(double& value) override { return inner.read(value); }
+    bool read(int& value) override { return inner.read(value); }
+    bool read(unsigned int& value) override { return inner.read(value); }
+    bool read(bool& value) override { return inner.read(value); }
+
+private:
+    BinaryStreamDeSerialiser inner;
 };
 
 /// A writer that notes each call in a line of its own.

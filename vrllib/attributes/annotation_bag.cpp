@@ -3,18 +3,39 @@
 #include <algorithm>
 #include <cstddef>
 #include <functional>
+#include <memory>
 #include <unordered_map>
 #include <utility>
+
+#include "vrllib/serialisation/saved_bytes.h"
 
 namespace Vorlane_v1_0::detail {
 
 struct AnnotationBag::Content {
+    /// A shared content, as long as none of them has been destroyed since.
+    class Guess {
+    public:
+        Content* get() const { return destroyedBefore == destroyed ? content : nullptr; }
+        void set(Content* c) {
+            content = c;
+            destroyedBefore = destroyed;
+        }
+
+    private:
+        Content* content = nullptr;
+        std::size_t destroyedBefore = 0;
+    };
+
     Map map;
-    bool isShared = false;  // found by its content, and never changed; otherwise it has one user
     std::size_t users = 1;
-    std::size_t hash = 0;
+    bool isShared = false;  // found by its content, and never changed; otherwise it has one user
     bool keepsBytes = true;
-    std::map<unsigned int, std::string> savedBytes = {};  // by depth
+    std::size_t hash = 0;
+    std::unique_ptr<SavedBytes> savedBytes = nullptr;
+    Guess next = {};  // that was found after this one
+
+    static Guess last;             // that was found
+    static std::size_t destroyed;  // shared contents so far
 
     using Pool = std::unordered_multimap<std::size_t, Content*>;
 
@@ -32,16 +53,27 @@ struct AnnotationBag::Content {
         return hash;
     }
 
-    /// The shared content that is equal, with one more user; a new one from `make` if there is none.
-    template <class Equal, class Make>
-    static Content* shared(std::size_t hash, Equal isEqual, Make make) {
-        auto const [first, last] = pool().equal_range(hash);
-        auto const found = std::find_if(first, last, [&](auto const& entry) { return isEqual(entry.second->map); });
-        if (found != last) {
-            ++found->second->users;
-            return found->second;
+    /// The shared content of those entries, with one more user; a new one from `make` if there is none. The blocks of a
+    /// kind make the same annotations in the same order, so the first look is at what came next the last time.
+    template <class Entries, class TextOf, class Equal, class Make>
+    static Content* shared(Entries const& entries, TextOf textOf, Equal isEqual, Make make) {
+        Content* const before = last.get();
+        Content* found = before ? before->next.get() : nullptr;
+        if (!found || !isEqual(found->map)) {
+            found = foundOrNew(hashOf(entries, textOf), isEqual, make);
+            if (before) before->next.set(found);
         }
-        auto* const content = new Content{make(), true, 1, hash};
+        last.set(found);
+        ++found->users;
+        return found;
+    }
+
+    template <class Equal, class Make>
+    static Content* foundOrNew(std::size_t hash, Equal isEqual, Make make) {
+        auto const [first, end] = pool().equal_range(hash);
+        auto const found = std::find_if(first, end, [&](auto const& entry) { return isEqual(entry.second->map); });
+        if (found != end) return found->second;
+        auto* const content = new Content{make(), 0, true, true, hash};
         std::size_t size = 0;
         for (auto const& [key, text] : content->map) {
             size += key.size() + text.size();
@@ -51,6 +83,8 @@ struct AnnotationBag::Content {
         return content;
     }
 };
+AnnotationBag::Content::Guess AnnotationBag::Content::last;
+std::size_t AnnotationBag::Content::destroyed = 0;
 
 AnnotationBag::AnnotationBag(std::initializer_list<Entry> entries) {
     auto const isEqual = [&](Map const& map) {
@@ -63,7 +97,7 @@ AnnotationBag::AnnotationBag(std::initializer_list<Entry> entries) {
         return map;
     };
     auto const textOf = [](Entry const& entry) -> std::string const& { return entry.text; };
-    content = Content::shared(Content::hashOf(entries, textOf), isEqual, make);
+    content = Content::shared(entries, textOf, isEqual, make);
 }
 
 AnnotationBag::AnnotationBag(AnnotationBag const& other) {
@@ -91,6 +125,7 @@ void AnnotationBag::release(Content* content) {
     if (content->isShared) {
         auto const [first, last] = Content::pool().equal_range(content->hash);
         Content::pool().erase(std::find_if(first, last, [&](auto const& entry) { return entry.second == content; }));
+        ++Content::destroyed;
     }
     delete content;
 }
@@ -98,6 +133,17 @@ void AnnotationBag::release(Content* content) {
 AnnotationBag::Map const& AnnotationBag::view() const {
     static auto const& none = *new Map;
     return content ? content->map : none;
+}
+
+std::string const* AnnotationBag::find(std::string const& key) const {
+    constexpr std::size_t kFew = 4;
+    Map const& map = view();
+    auto found = map.begin();
+    if (map.size() > kFew)
+        found = map.find(key);
+    else
+        while (found != map.end() && found->first != key) ++found;  // the keys of parameters differ in length
+    return found == map.end() ? nullptr : &found->second;
 }
 
 AnnotationBag::Map& AnnotationBag::own() {
@@ -114,16 +160,16 @@ void AnnotationBag::assign(Map&& annotations) {
     if (!annotations.empty()) {
         auto const textOf = [](auto const& entry) -> std::string const& { return entry.second; };
         auto const isEqual = [&](Map const& map) { return map == annotations; };
-        replaced =
-            Content::shared(Content::hashOf(annotations, textOf), isEqual, [&] { return std::move(annotations); });
+        replaced = Content::shared(annotations, textOf, isEqual, [&] { return std::move(annotations); });
     }
     release(std::exchange(content, replaced));
 }
 
-std::string* AnnotationBag::keptBytes(unsigned int depth) const {
-    constexpr unsigned int kDeepest = 256;  // nothing is saved below
-    bool const keeps = content && content->isShared && content->keepsBytes && depth < kDeepest;
-    return keeps ? &content->savedBytes[depth] : nullptr;
+SavedBytes* AnnotationBag::savedBytes() const {
+    constexpr std::size_t kManyUsers = 8;  // so that what is kept is little beside what they need
+    if (!content || !content->isShared || !content->keepsBytes) return nullptr;
+    if (!content->savedBytes && content->users >= kManyUsers) content->savedBytes = std::make_unique<SavedBytes>();
+    return content->savedBytes.get();
 }
 
 }  // namespace Vorlane_v1_0::detail

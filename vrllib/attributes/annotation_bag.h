@@ -3,10 +3,13 @@
 #include <initializer_list>
 #include <map>
 #include <string>
+#include <utility>
 
 #include "vrllib/base/export.h"
 
 namespace Vorlane_v1_0::detail {
+
+class SavedBytes;
 
 /// The annotations of one object, by key.
 ///
@@ -31,29 +34,26 @@ public:
     AnnotationBag(AnnotationBag const& other);
     AnnotationBag& operator=(AnnotationBag const& other);
     /**@}*/
+    /// Takes the annotations over; the source is empty.
+    AnnotationBag(AnnotationBag&& other) noexcept : content(std::exchange(other.content, nullptr)) {}
     ~AnnotationBag();
 
     /// The annotations for a look: valid until the bag changes.
     Map const& view() const;
+    /// The text of a key; null without one, valid until the bag changes.
+    std::string const* find(std::string const& key) const;
     /// A map that belongs to this bag alone, valid as long as the bag.
     Map& own();
     /// Replaces all annotations.
     void assign(Map&& annotations);
 
-    /// The bytes that `make` makes of the annotations for a place of that depth in a stream. They are kept with shared
-    /// annotations. Null for others, for long ones, and where they do not read back as they are, since a string ends at
-    /// a zero byte.
-    template <class Make>
-    std::string const* savedBytes(unsigned int depth, Make make) const {
-        std::string* const kept = keptBytes(depth);
-        if (kept && kept->empty()) *kept = make();
-        return kept;
-    }
+    /// Where the bytes of annotations are kept that many bags share. Null for others, for long ones, and where they do
+    /// not read back as they are, since a string ends at a zero byte.
+    SavedBytes* savedBytes() const;
 
 private:
     struct Content;
     static void release(Content* content);
-    std::string* keptBytes(unsigned int depth) const;
 
     Content* content = nullptr;  // null if empty
 };

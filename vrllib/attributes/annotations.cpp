@@ -1,9 +1,10 @@
 #include "vrllib/attributes/annotations.h"
 
-#include <sstream>
+#include <utility>
 
 #include "vrllib/core/messages.h"
 #include "vrllib/serialisation/containers.h"
+#include "vrllib/serialisation/saved_bytes.h"
 
 namespace Vorlane_v1_0 {
 
@@ -37,12 +38,11 @@ private:
     /// What is written of the annotations of parameters: the same bytes in all blocks of a kind. Null if there are none
     /// to keep.
     static std::string const* savedBytes(AnnotationBag const& bag, unsigned int depth) {
-        std::string const* const bytes = bag.savedBytes(depth, [&] {
-            std::ostringstream out;
-            BinaryStreamSerialiser writer(out, depth);
-            return writeEntries(detail::BinaryWriter(&writer), bag, "") ? out.str() : std::string();
-        });
-        return bytes && !bytes->empty() ? bytes : nullptr;
+        detail::SavedBytes* const kept = bag.savedBytes();
+        auto const make = [&] {
+            return detail::SavedBytes::written(depth, [&](detail::BinaryWriter s) { return writeEntries(s, bag, ""); });
+        };
+        return kept ? kept->at(depth, 1, nullptr, make) : nullptr;
     }
 
     template <class Writer>
@@ -72,7 +72,7 @@ private:
         if (!d.beginCompound("Map", 1)) return false;
         unsigned int left = d.readCount();
         auto same = present.begin();
-        while (left > 0 && same != present.end() && d.skipAttributes(same->first, same->second)) ++same, --left;
+        while (left > 0 && same != present.end() && d.skipAttributes({same->first, same->second})) ++same, --left;
         unchanged = left == 0 && same == present.end();
         if (!unchanged) read.insert(present.begin(), same);
         if (!readRest(d, left, read)) return false;
@@ -94,7 +94,7 @@ private:
 }  // namespace
 
 Annotations::Annotations() = default;
-Annotations::Annotations(AnnotationBag const& bag) : annotations(bag) {}
+Annotations::Annotations(AnnotationBag&& bag) : annotations(std::move(bag)) {}
 Annotations::Annotations(Annotations const& other) = default;
 Annotations& Annotations::operator=(Annotations const& other) = default;
 Annotations::~Annotations() = default;
@@ -109,7 +109,7 @@ SerFormat<Annotations> const& Annotations::serFormat() {
 }
 
 Annotations& Annotations::addAnnotation(std::string const& key, std::string const& text) {
-    if (!find(key)) annotations.own().emplace(key, text);
+    if (!annotations.find(key)) annotations.own().emplace(key, text);
     return *this;
 }
 
@@ -119,7 +119,7 @@ Annotations& Annotations::setAnnotation(std::string const& key, std::string cons
 }
 
 Annotations& Annotations::delAnnotation(std::string const& key) {
-    if (find(key)) annotations.own().erase(key);
+    if (annotations.find(key)) annotations.own().erase(key);
     return *this;
 }
 
@@ -128,14 +128,8 @@ Annotations& Annotations::clear() {
     return *this;
 }
 
-std::string const* Annotations::find(std::string const& key) const {
-    AnnotationMap const& map = annotations.view();
-    auto const found = map.find(key);
-    return found == map.end() ? nullptr : &found->second;
-}
-
 std::string Annotations::getAnnotation(std::string const& key, bool mustExist) const {
-    if (std::string const* const text = find(key)) return *text;
+    if (std::string const* const text = annotations.find(key)) return *text;
     if (!mustExist) return {};
     std::string const text = "annotation '" + key + "' not found\n";
     vrlbreaker();
@@ -143,7 +137,7 @@ std::string Annotations::getAnnotation(std::string const& key, bool mustExist) c
 }
 
 std::string Annotations::getAnnotationDefault(std::string const& key, std::string const& defaultText) const {
-    std::string const* const text = find(key);
+    std::string const* const text = annotations.find(key);
     return text && !text->empty() ? *text : defaultText;
 }
 

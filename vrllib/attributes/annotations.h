@@ -18,6 +18,10 @@
 
 namespace Vorlane_v1_0 {
 
+namespace detail {
+class SavedParameter;
+}
+
 /// A bag of free text notes under unique keys, ordered by key.
 class VRL_API Annotations {
 public:
@@ -73,10 +77,10 @@ public:
 
 protected:
     /// Those annotations.
-    explicit Annotations(detail::AnnotationBag const& bag);
+    explicit Annotations(detail::AnnotationBag&& bag);
 
 private:
-    std::string const* find(std::string const& key) const;
+    friend class detail::SavedParameter;
 
     mutable detail::AnnotationBag annotations;  // what it hands out stays valid, so even a look may make its own map
     SerRegister serRegister;

@@ -114,6 +114,16 @@ private:
     SerrDoneFlag serDone;
 };
 
+/// @cond
+// Of most parameters only the value differs from others.
+template <>
+template <>
+VRL_API bool Serialisable<Attribute>::writeTo(detail::BinaryWriter s, Attribute& parameter, std::string const& name);
+template <>
+template <>
+VRL_API bool Serialisable<Attribute>::readFrom(detail::BinaryReader d, Attribute& parameter);
+/// @endcond
+
 extern template class VRL_INSTANCE Serialisable<Attribute>;
 extern template class VRL_INSTANCE Serialisable<AttributeWithExpr>;
 

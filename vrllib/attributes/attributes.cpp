@@ -97,10 +97,11 @@ bool Attributes::inSpec(std::ostream& os) const {
 Attribute* Attributes::add(Attribute* a) {
     if (!a) return nullptr;
     versionInfo.update();
-    std::string const name = a->getName();
+    std::string name = a->getName();
     if (attrOrder.empty()) attrOrder.reserve(4);  // as most kinds have at least
     attrOrder.push_back(name);
-    attributes.emplace(name, shared_ptr<Attribute>(a));  // a taken name stays, and the handle made here deletes `a`
+    attributes.try_emplace(std::move(name),
+                           shared_ptr<Attribute>(a));  // a taken name stays, and the handle made here deletes `a`
     return a;
 }
 

@@ -114,16 +114,18 @@ protected:
     virtual T do_setValue(T const& value);
 
 private:
+    friend class detail::SavedParameter;
+
     T val;
     SerRegister serRegister;
     SerrDoneFlag serDone;
 };
 
 template <class T>
-Value<T>::Value(std::string const& name) : AttributeWithExpr(name, "", "", ""), val() {}
+Value<T>::Value(std::string const& name) : AttributeWithExpr(name), val() {}
 template <class T>
 Value<T>::Value(std::string const& name, T const& value, std::string const& descr, std::string const& units)
-    : AttributeWithExpr(name, "", descr, units), val(value) {}
+    : AttributeWithExpr(name, {}, descr, units), val(value) {}
 template <class T>
 Value<T>::Value(std::string const& name, T const& value, std::string const& expression, std::string const& descr,
                 std::string const& units)

@@ -3,10 +3,12 @@
 #include <algorithm>
 #include <cstdarg>
 #include <ostream>
+#include <typeinfo>
 #include <utility>
 
 #include "vrllib/core/type_factory.h"
 #include "vrllib/doc/texstream.h"
+#include "vrllib/serialisation/saved_bytes.h"
 
 namespace Vorlane_v1_0 {
 
@@ -22,9 +24,9 @@ struct BB::PortIndex {
     std::size_t renamingsBefore;
 };
 
-BB::Port::Port() : name("-none-"), domain(EnumList::Unknown), object(nullptr), currCS(nullptr) {}
+BB::Port::Port() : name("-none-"), domain(EnumList::Unknown), object(nullptr) {}
 BB::Port::Port(PortLabel const& label, BB const* owner, EnumList::Domain const& d)
-    : name(label), domain(d), object(owner), currCS(nullptr) {}
+    : name(label), domain(d), object(owner) {}
 BB::Port::Port(Port const& other) = default;
 BB::Port& BB::Port::operator=(Port const& other) {
     renamings += name != other.name;
@@ -59,8 +61,40 @@ SerFormat<BB::Port> const& BB::Port::serFormat() {
     static auto const format = SerFormat<Port>("Port", 1)
                                    .type("BB::Port")
                                    .doc([](Port& port) { return port.name.getName(); })
-                                   .member(1, "currCS", &Port::currCS);
+                                   .member<detail::PortChoice>(1, "currCS", &Port::currCS);
     return format;
+}
+
+/// The port in a binary stream, if all that is saved of it is a choice that nobody made; otherwise null.
+std::string const* BB::Port::savedBytes(unsigned int depth) {
+    if (!currCS.isUnmade() || typeid(*this) != typeid(Port) || !getSerRegister()->isBound()) return nullptr;
+    static auto& kept = *new detail::SavedBytes;  // objects with static storage may be saved to the very end
+    return kept.at(depth, 2, nullptr, [depth] {
+        return detail::SavedBytes::written(depth, [](detail::BinaryWriter s) {
+            Port port;
+            port.currCS.get();
+            return Serialisable<Port>::writeTo(s, port, "");
+        });
+    });
+}
+
+template <>
+template <>
+bool Serialisable<BB::Port>::writeTo(detail::BinaryWriter s, BB::Port& port, std::string const& name) {
+    std::string const* const bytes = port.savedBytes(s.depth());
+    if (!bytes) return writeObject(s, port, name);
+    s.writeBytes(*bytes);
+    port.currCS.streamedUnmade();
+    return true;
+}
+
+template <>
+template <>
+bool Serialisable<BB::Port>::readFrom(detail::BinaryReader d, BB::Port& port) {
+    std::string const* const bytes = port.savedBytes(d.depth());
+    if (!bytes || !d.skipBytes(*bytes)) return readObject(d, port);
+    port.currCS.streamedUnmade();
+    return true;
 }
 
 std::ostream& BB::Port::operator<<(std::ostream& os) const { return os << name.getName(); }

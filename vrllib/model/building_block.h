@@ -10,6 +10,7 @@
 #include "vrllib/core/labels.h"
 #include "vrllib/model/component.h"
 #include "vrllib/model/foundry.h"
+#include "vrllib/model/port_choice.h"
 #include "vrllib/serialisation/containers.h"
 
 namespace Vorlane_v1_0 {
@@ -51,11 +52,11 @@ public:
         BB const* getObject() const { return object; }
         /**@{*/
         /// The port's own choice of cross section.
-        Foundry::CSInfo& getCS() { return currCS; }
-        Foundry::CSInfo const& getCS() const { return currCS; }
+        Foundry::CSInfo& getCS() { return currCS.get(); }
+        Foundry::CSInfo const& getCS() const { return currCS.get(); }
         /**@}*/
         /// Replaces the whole choice, its foundry included.
-        void setCS(Foundry::CSInfo const& cs) { currCS = cs; }
+        void setCS(Foundry::CSInfo const& cs) { currCS.get() = cs; }
 
         /**@{*/
         /// Compares the names; domain and block do not count.
@@ -69,10 +70,12 @@ public:
         texstream& toTex(texstream& tex) const;
 
     private:
+        std::string const* savedBytes(unsigned int depth);
+
         PortLabel name;
         EnumList::Domain domain;
         BB const* object;
-        Foundry::CSInfo currCS;
+        detail::PortChoice currCS;
         SerRegister serRegister;
         SerrDoneFlag serDone;
     };
@@ -182,6 +185,16 @@ private:
 
 /// Writes the block by its operator<<.
 VRL_API std::ostream& operator<<(std::ostream& os, BB const& block);
+
+/// @cond
+// A port without a choice is the same bytes everywhere.
+template <>
+template <>
+VRL_API bool Serialisable<BB::Port>::writeTo(detail::BinaryWriter s, BB::Port& port, std::string const& name);
+template <>
+template <>
+VRL_API bool Serialisable<BB::Port>::readFrom(detail::BinaryReader d, BB::Port& port);
+/// @endcond
 
 extern template class VRL_INSTANCE Serialisable<BB::Port>;
 extern template class VRL_INSTANCE Serialisable<BB>;

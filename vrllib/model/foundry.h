@@ -7,6 +7,10 @@
 
 namespace Vorlane_v1_0 {
 
+namespace detail {
+class PortChoice;
+}
+
 /// One fabrication house: it names the process flows and the cross sections that exist there, and makes them.
 ///
 /// Concrete foundries come from plug-ins, which fill the two factories in their constructor. First in key order is the
@@ -66,6 +70,8 @@ public:
         CrossSection* createCS(double const& width, double radius) const;
 
     private:
+        friend class detail::PortChoice;
+
         std::string csName;
         std::string flowName;
         Foundry const* foundry;

@@ -138,7 +138,7 @@ std::string Netlist::addBB(shared_ptr<BB> const& block, std::string const& name,
     unsigned int const n = number != 0 ? number : numBB;
     std::string const used = name.empty() ? "elm#" + std::to_string(n) : name;
     nameToBB.add(used, n);
-    BBList.emplace(n, block);
+    BBList.emplace_hint(BBList.end(), n, block);
     if (number == 0) ++numBB;
     return used;
 }
@@ -160,7 +160,7 @@ BB* Netlist::getBB(std::string const& name) {
 unsigned int Netlist::createNode() { return nodeCount++; }
 
 unsigned int Netlist::addNode(std::string const& element, std::string const& port, unsigned int const& node) {
-    if (nameToBB.map().count(element) == 0) return 0;
+    if (!nameToBB.has(element)) return 0;
     unsigned int const n = node != 0 ? node : createNode();
     if (port.empty()) {
         static char text[] = "Port name is empty.";

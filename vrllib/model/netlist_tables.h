@@ -1,5 +1,6 @@
 #pragma once
 
+#include <iterator>
 #include <map>
 #include <set>
 #include <string>
@@ -43,10 +44,15 @@ public:
 
     Map const& map() const { return numbers; }
 
-    /// A taken key keeps its number.
+    /// Whether there is an entry of that key. Cost: constant for the entry that was added last, otherwise logarithmic.
+    bool has(Key const& key) const { return (last != numbers.end() && last->first == key) || numbers.count(key) > 0; }
+
+    /// A taken key keeps its number. Cost: constant next to the entry that was added last, otherwise logarithmic.
     void add(Key key, unsigned int number) {
-        auto const added = numbers.emplace(std::move(key), number);
-        if (added.second && indexed) index.insert(&*added.first);
+        std::size_t const before = numbers.size();
+        auto const after = last == numbers.end() ? last : std::next(last);
+        last = numbers.try_emplace(after, std::move(key), number);
+        if (indexed && numbers.size() > before) index.insert(&*last);
     }
 
     /// The first entry of that number, in order of the keys, that passes a test; null without one.
@@ -92,9 +98,11 @@ private:
     void forgetIndex() {
         index.clear();
         indexed = false;
+        last = numbers.end();
     }
 
     Map numbers;
+    typename Map::const_iterator last = numbers.end();
     mutable std::set<Entry const*, ByNumber> index;
     mutable bool indexed = false;
 };

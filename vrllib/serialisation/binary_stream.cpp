@@ -18,13 +18,18 @@ using detail::BufferArea;
 
 static_assert(std::numeric_limits<double>::is_iec559 && sizeof(double) == 8 && sizeof(int) == 4);
 
-constexpr unsigned int kDeepestCompound = 256;  // compounds in each other
+constexpr unsigned int kDeepestCompound = BinaryStreamSerialiser::kDeepestCompound;
 constexpr std::size_t kStringPiece = 64 * 1024;
 
 /// A marker of some depth.
 struct Marker {
     static constexpr char kHead[] = {'=', '@'};
     unsigned int depth;
+};
+
+/// Bytes as they are.
+struct Bytes {
+    std::string_view all;
 };
 
 // The bytes of a value: how many, stored at a place, and taken from a place. Both return the place after them.
@@ -51,6 +56,10 @@ char* store(char* at, std::string_view value) {
     std::memcpy(at, value.data(), value.size());
     return at + value.size();
 }
+char* store(char* at, Bytes bytes) {
+    std::memcpy(at, bytes.all.data(), bytes.all.size());
+    return at + bytes.all.size();
+}
 char* store(char* at, Marker marker) {
     std::memcpy(at, Marker::kHead, sizeof Marker::kHead);
     return store(at + sizeof Marker::kHead, marker.depth);
@@ -68,7 +77,15 @@ std::size_t sizeOf(T const&) {
     return kSize<T>;
 }
 std::size_t sizeOf(std::string_view value) { return 4 + value.size(); }
+std::size_t sizeOf(Bytes bytes) { return bytes.all.size(); }
 std::size_t sizeOf(std::string const&) = delete;  // it would be that of the object
+
+/// What stands for a value in the functions above.
+template <class T>
+T const& inStream(T const& value) {
+    return value;
+}
+std::string_view inStream(std::string const& value) { return value; }
 
 template <class Bits>
 Bits bitsAt(char const* at) {
@@ -197,9 +214,18 @@ void BinaryStreamSerialiser::writeOne(std::string_view const& value) {
     stream->write(value.data(), static_cast<std::streamsize>(value.size()));
 }
 template <>
+void BinaryStreamSerialiser::writeOne(Bytes const& bytes) {
+    stream->write(bytes.all.data(), static_cast<std::streamsize>(bytes.all.size()));
+}
+template <>
 void BinaryStreamSerialiser::writeOne(std::complex<double> const& value) {
     write(value.real());
     write(value.imag());
+}
+
+template <class T>
+void BinaryStreamSerialiser::writeCompound(std::string const& head, T const& value) {
+    writeAll(Bytes{head}, inStream(value), Marker{depth + 1}, Marker{depth});
 }
 
 template <class T>
@@ -237,14 +263,7 @@ std::string BinaryStreamSerialiser::bytesOf(std::string_view value) {
     return bytes;
 }
 
-void BinaryStreamSerialiser::writeBytes(std::string const& bytes) {
-    if (char* const at = BufferArea::room(*stream, bytes.size())) {
-        std::memcpy(at, bytes.data(), bytes.size());
-        BufferArea::stored(*stream, bytes.size());
-    } else {
-        stream->write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-    }
-}
+void BinaryStreamSerialiser::writeBytes(std::string const& bytes) { writeAll(Bytes{bytes}); }
 
 void BinaryStreamSerialiser::write(std::string const& value) { writeAll(std::string_view(value)); }
 void BinaryStreamSerialiser::write(std::complex<double> const& value) { writeAll(value); }
@@ -369,10 +388,10 @@ void BinaryStreamDeSerialiser::endCompAttribute() {
 
 void BinaryStreamDeSerialiser::readNumberAttributes(unsigned int& count) { read(count); }
 bool BinaryStreamDeSerialiser::readSerialisationId(std::string& id) { return read(id); }
-bool BinaryStreamDeSerialiser::skipAttributes(std::string const& first, std::string const& second) {
+bool BinaryStreamDeSerialiser::skipAttributes(std::initializer_list<std::string_view> texts) {
     Ahead ahead(*stream);
-    for (std::string const* const expected : {&first, &second})
-        if (!ahead.seeMarker() || !ahead.seeThis(*expected) || !ahead.seeMarker()) return false;
+    for (std::string_view const expected : texts)
+        if (!ahead.seeMarker() || !ahead.seeThis(expected) || !ahead.seeMarker()) return false;
     ahead.accept();
     return true;
 }
@@ -382,6 +401,26 @@ bool BinaryStreamDeSerialiser::skipBytes(std::string const& bytes) {
     ahead.accept();
     return true;
 }
+
+template <class T>
+bool BinaryStreamDeSerialiser::readCompound(std::string const& head, T& value) {
+    Ahead ahead(*stream);
+    Found<T> found{};
+    if (!ahead.seeBytes(head) || !ahead.see(found) || !ahead.seeMarker() || !ahead.seeMarker()) return false;
+    keep(found, value);
+    ahead.accept();
+    return true;
+}
+
+#define VRL_COMPOUND_(T)                                                                                               \
+    template VRL_API void BinaryStreamSerialiser::writeCompound(std::string const& head, T const& value);              \
+    template VRL_API bool BinaryStreamDeSerialiser::readCompound(std::string const& head, T& value);
+VRL_COMPOUND_(bool)
+VRL_COMPOUND_(int)
+VRL_COMPOUND_(double)
+VRL_COMPOUND_(std::complex<double>)
+VRL_COMPOUND_(std::string)
+#undef VRL_COMPOUND_
 
 bool BinaryStreamDeSerialiser::skipAttribute() {
     if (!readMarker()) return false;

@@ -2,6 +2,7 @@
 
 #include <complex>
 #include <cstddef>
+#include <initializer_list>
 #include <iosfwd>
 #include <string>
 #include <string_view>
@@ -32,6 +33,9 @@ namespace Vorlane_v1_0 {
 /// object or a container that lies in more than 255 others is false, since it would not read back.
 class VRL_API BinaryStreamSerialiser final : public SerialiserBase {
 public:
+    /// So many compounds in each other can be read.
+    static constexpr unsigned int kDeepestCompound = 256;
+
     /// Writes to that stream, from depth 0 or another one.
     explicit BinaryStreamSerialiser(std::ostream& os);
     BinaryStreamSerialiser(std::ostream& os, unsigned int startDepth);
@@ -68,6 +72,9 @@ public:
     unsigned int getDepth() const { return depth; }
     /// Bytes as another writer made them at the same depth.
     void writeBytes(std::string const& bytes);
+    /// A compound that ends with an attribute: bytes as another writer made them until then, its value, and the rest.
+    template <class T>
+    void writeCompound(std::string const& head, T const& value);
     /// The bytes of a string, or of an id.
     static std::string bytesOf(std::string_view value);
 
@@ -125,10 +132,13 @@ public:
     bool beginCompound(std::string_view type, int version);
     /**@}*/
     /**@{*/
-    /// Steps over the attributes of those two strings, or over those bytes, if they come next. False without reading
+    /// Steps over the attributes of those strings, or over those bytes, if they come next. False without reading
     /// anything if something else comes, or if that cannot be seen yet.
-    bool skipAttributes(std::string const& first, std::string const& second);
+    bool skipAttributes(std::initializer_list<std::string_view> texts);
     bool skipBytes(std::string const& bytes);
+    /// Likewise a compound that ends with an attribute, of which it reads the value.
+    template <class T>
+    bool readCompound(std::string const& head, T& value);
     /**@}*/
     /// The number of compounds that were begun and have not ended.
     unsigned int getDepth() const { return depth; }

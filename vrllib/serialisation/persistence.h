@@ -17,17 +17,18 @@
 ///    VRL_DEFINE_PERSISTENCE_ROOT(Class) without any.
 /// 3. Beside it, the saved format at one glance:
 ///
-///        SerFormat<Port> const& Port::serFormat() {
-///            static auto const format = SerFormat<Port>("Port", 1)
-///                                           .type("BB::Port")
-///                                           .member(1, "currCS", &Port::currCS);
+///        SerFormat<Foundry::CSInfo> const& Foundry::CSInfo::serFormat() {
+///            static auto const format = SerFormat<CSInfo>("CSInfo", 1)
+///                                           .type("Foundry::CSInfo")
+///                                           .member(1, "default CS name", &CSInfo::csName)
+///                                           .member(2, "default Flow name", &CSInfo::flowName);
 ///            return format;
 ///        }
 ///
-/// A row is the number, the name and the member: the one above is saved under the id "Port::1", which
-/// getSerId("currCS") returns. A new member takes a number that no member has ever had, and leaves older files
-/// readable; a member that goes leaves a gap. The version is another matter: a new one makes all older files of the
-/// class unreadable.
+/// A row is the number, the name and the member: the first one above is saved under the id "CSInfo::1",
+/// which getSerId("default CS name") returns. A new member takes a number that no member has ever had, and leaves older
+/// files readable; a member that goes leaves a gap. The version is another matter: a new one makes all older files of
+/// the class unreadable.
 ///
 /// A member type without a wrapper does not compile. A number that is in the table twice makes every save and read of
 /// the class fail, with a line on std::cerr.

@@ -150,6 +150,9 @@ public:
     /// them one by one.
     bool bind(detail::SerLayout const& layout, void* object);
 
+    /// Whether these are the members of its own object and nothing else: no copy, and nothing entered one by one.
+    bool isBound() const { return rows && rows->isLayout; }
+
     /// Writes the number of entries and each entry in the order of the ids. False if an entry fails, which ends it.
     bool write(SerialiserBase* s);
 

@@ -46,7 +46,7 @@ bool writeMembersTo(Writer s, SerRegister* members, std::string const& type) {
 }
 
 template <class Reader>
-bool readObjectFrom(Reader d, SerRegister* members, std::string const& type, int version) {
+bool readMembersFrom(Reader d, SerRegister* members, std::string const& type, int version) {
     if (!members) return noRegister(type);
     if (!d.beginCompound(type, version)) return false;
     if (!members->read(d)) {
@@ -65,11 +65,11 @@ bool writeMembers(AnyWriter s, SerRegister* members, std::string const& type) {
 bool writeMembers(BinaryWriter s, SerRegister* members, std::string const& type) {
     return writeMembersTo(s, members, type);
 }
-bool readObject(AnyReader d, SerRegister* members, std::string const& type, int version) {
-    return readObjectFrom(d, members, type, version);
+bool readMembers(AnyReader d, SerRegister* members, std::string const& type, int version) {
+    return readMembersFrom(d, members, type, version);
 }
-bool readObject(BinaryReader d, SerRegister* members, std::string const& type, int version) {
-    return readObjectFrom(d, members, type, version);
+bool readMembers(BinaryReader d, SerRegister* members, std::string const& type, int version) {
+    return readMembersFrom(d, members, type, version);
 }
 
 }  // namespace detail

@@ -30,8 +30,8 @@ VRL_API bool writeMembers(BinaryWriter s, SerRegister* members, std::string cons
 
 /**@{*/
 /// Reads a whole object of exactly this type and version.
-VRL_API bool readObject(AnyReader d, SerRegister* members, std::string const& type, int version);
-VRL_API bool readObject(BinaryReader d, SerRegister* members, std::string const& type, int version);
+VRL_API bool readMembers(AnyReader d, SerRegister* members, std::string const& type, int version);
+VRL_API bool readMembers(BinaryReader d, SerRegister* members, std::string const& type, int version);
 /**@}*/
 
 /// Whether a wrapper is one of those below and in containers.h, whose walks need no object of the wrapper. A class that
@@ -71,6 +71,11 @@ public:
     /**@}*/
 
 private:
+    template <class Writer>
+    static bool writeObject(Writer s, T& value, std::string const& name);
+    template <class Reader>
+    static bool readObject(Reader d, T& value);
+
     T& value;
 };
 
@@ -100,11 +105,17 @@ bool Serialisable<T>::writeTo(Writer s, Item& value, std::string const& name) {
         return Serialisable<typename T::first_type>::writeTo(s, value.first, "") &&
                Serialisable<typename T::second_type>::writeTo(s, value.second, "");
     } else {
-        std::string const comment = Writer::kWantsComments ? value.getSerDoc() + name : std::string();
-        std::string const type = value.getSerTypeName();
-        s.beginCompound(type, value.getSerVerNo(), comment);
-        return detail::writeMembers(s, value.getSerRegister(), type);
+        return writeObject(s, value, name);
     }
+}
+
+template <class T>
+template <class Writer>
+bool Serialisable<T>::writeObject(Writer s, T& value, std::string const& name) {
+    std::string const comment = Writer::kWantsComments ? value.getSerDoc() + name : std::string();
+    std::string const type = value.getSerTypeName();
+    s.beginCompound(type, value.getSerVerNo(), comment);
+    return detail::writeMembers(s, value.getSerRegister(), type);
 }
 
 template <class T>
@@ -127,10 +138,16 @@ bool Serialisable<T>::readFrom(Reader d, T& value) {
         value = std::move(whole);
         return true;
     } else {
-        SerRegister* const members = value.getSerRegister();
-        std::string const type = value.getSerTypeName();
-        return detail::readObject(d, members, type, value.getSerVerNo());
+        return readObject(d, value);
     }
+}
+
+template <class T>
+template <class Reader>
+bool Serialisable<T>::readObject(Reader d, T& value) {
+    SerRegister* const members = value.getSerRegister();
+    std::string const type = value.getSerTypeName();
+    return detail::readMembers(d, members, type, value.getSerVerNo());
 }
 
 extern template class VRL_INSTANCE Serialisable<unsigned int>;

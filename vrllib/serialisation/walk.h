@@ -1,5 +1,6 @@
 #pragma once
 
+#include <initializer_list>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -71,8 +72,14 @@ public:
     void writeId(SavedId const& id) const { stream->writeBytes(id.bytes); }
     bool liesTooDeep() const { return stream->liesTooDeep(); }
     unsigned int depth() const { return stream->getDepth(); }
-    /// Bytes that were written before, at the same depth.
+    /**@{*/
+    /// Bytes that were written before, at the same depth: whole, or of a compound until its last value.
     void writeBytes(std::string const& bytes) const { stream->writeBytes(bytes); }
+    template <class T>
+    void writeCompound(std::string const& head, T const& value) const {
+        stream->writeCompound(head, value);
+    }
+    /**@}*/
 
 private:
     BinaryStreamSerialiser* stream;
@@ -107,9 +114,9 @@ public:
         return count;
     }
     /**@{*/
-    /// Reads that id, or the attributes of those two strings, if it can be seen that they come next.
+    /// Reads that id, or the attributes of those strings, if it can be seen that they come next.
     bool skipId(SavedId const&) const { return false; }
-    bool skipAttributes(std::string const&, std::string const&) const { return false; }
+    bool skipAttributes(std::initializer_list<std::string_view>) const { return false; }
     /**@}*/
     bool readId(std::string& id) const { return stream->readSerialisationId(id); }
     void skipAttribute() const { stream->skipAttribute(); }
@@ -137,9 +144,12 @@ public:
     bool skipId(SavedId const& id) const { return id.readsBack && stream->skipBytes(id.bytes); }
     /// Reads those bytes if it can be seen that they come next.
     bool skipBytes(std::string const& bytes) const { return stream->skipBytes(bytes); }
-    bool skipAttributes(std::string const& first, std::string const& second) const {
-        return stream->skipAttributes(first, second);
+    /// Reads a compound that begins with those bytes and ends with that value, likewise.
+    template <class T>
+    bool readCompound(std::string const& head, T& value) const {
+        return stream->readCompound(head, value);
     }
+    bool skipAttributes(std::initializer_list<std::string_view> texts) const { return stream->skipAttributes(texts); }
 
 private:
     BinaryStreamDeSerialiser* stream;

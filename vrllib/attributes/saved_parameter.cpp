@@ -1,0 +1,92 @@
+#include <type_traits>
+#include <typeinfo>
+
+#include "vrllib/attributes/value_range.h"
+#include "vrllib/serialisation/saved_bytes.h"
+
+// Most parameters of a design are plain values without an expression, and in all blocks of a kind they have the same
+// name, description and unit: all that differs is the value, which is saved last. So the bytes before it are kept with
+// the annotations, and such a parameter is written and read in one step.
+
+namespace Vorlane_v1_0 {
+
+namespace {
+
+using detail::SavedBytes;
+
+template <class T>
+using Ranged = ValueRange<T, Value<T>>;
+
+/// Calls `use` with the value that the parameter is and returns its result; false if it is one of another class, which
+/// may be saved in its own way.
+template <class Use>
+bool withValue(Attribute& parameter, Use use) {
+    std::type_info const* const type = &typeid(parameter);
+#define VRL_IF_(T, Class)                                                                                              \
+    if constexpr (std::is_same_v<detail::StoredAs<T>::Item, T>)                                                        \
+        if (type == &typeid(Class)) return use(static_cast<Value<T>&>(parameter));
+#define VRL_IF_VALUE_(T, Word, Name) VRL_IF_(T, Value<T>)
+#define VRL_IF_RANGED_(T) VRL_IF_(T, Ranged<T>)
+    VRL_FOR_VALUE_TYPES(VRL_IF_VALUE_)
+    VRL_FOR_RANGED_TYPES(VRL_IF_RANGED_)
+#undef VRL_IF_RANGED_
+#undef VRL_IF_VALUE_
+#undef VRL_IF_
+    return false;
+}
+
+/// The bytes of a saved value before the value itself; empty if there are none.
+template <class T>
+std::string headOf(Value<T>& parameter, unsigned int depth) {
+    using detail::BinaryWriter;
+    auto const whole = [&](BinaryWriter s) { return Serialisable<Value<T>>::writeTo(s, parameter, ""); };
+    auto const rest = [&](BinaryWriter s) { return s.writeCompound("", parameter.getValue()), true; };
+    std::string bytes = SavedBytes::written(depth, whole);
+    std::string const tail = SavedBytes::written(depth, rest);
+    bool const endsSo = bytes.size() > tail.size() && bytes.compare(bytes.size() - tail.size(), tail.npos, tail) == 0;
+    bytes.resize(endsSo ? bytes.size() - tail.size() : 0);
+    return bytes;
+}
+
+}  // namespace
+
+class detail::SavedParameter {
+public:
+    /// What is saved before the value. Null if it is not the same for all parameters with these annotations.
+    template <class T>
+    static std::string const* head(Value<T>& parameter, unsigned int depth) {
+        if (!parameter.getExpression().empty() || parameter.isCalculated()) return nullptr;
+        Annotations& annotated = parameter;
+        SerRegister const* const members = annotated.getSerRegister();
+        SavedBytes* const kept = members && members->isBound() ? annotated.annotations.savedBytes() : nullptr;
+        return kept ? kept->at(depth, 2, &typeid(T), [&] { return headOf(parameter, depth); }) : nullptr;
+    }
+
+    template <class T>
+    static T& value(Value<T>& parameter) {
+        return parameter.val;
+    }
+};
+
+template <>
+template <>
+bool Serialisable<Attribute>::writeTo(detail::BinaryWriter s, Attribute& parameter, std::string const& name) {
+    bool const written = withValue(parameter, [s](auto& value) {
+        std::string const* const head = detail::SavedParameter::head(value, s.depth());
+        if (head) s.writeCompound(*head, value.getValue());
+        return head != nullptr;
+    });
+    return written || writeObject(s, parameter, name);
+}
+
+template <>
+template <>
+bool Serialisable<Attribute>::readFrom(detail::BinaryReader d, Attribute& parameter) {
+    bool const read = withValue(parameter, [d](auto& value) {
+        std::string const* const head = detail::SavedParameter::head(value, d.depth());
+        return head && d.readCompound(*head, detail::SavedParameter::value(value));
+    });
+    return read || readObject(d, parameter);
+}
+
+}  // namespace Vorlane_v1_0
