@@ -2,46 +2,12 @@
 
 #include <utility>
 
-#include "bench/circuit.h"
+#include "bench/kinds.h"
 #include "bench/peer.h"
 
 namespace bench {
 
 namespace {
-
-/// As the kinds of a foundry: the constructor declares ports and parameters, two of them with a range.
-template <std::size_t Kind>
-class LibraryBlock final : public vrl::BB {
-public:
-    explicit LibraryBlock(vrl::Foundry const* foundry) : BB(foundry) {
-        for (char const* const name : kPorts) addPort(name, vrl::EnumList::Optics);
-        range(kLength, 1, 20000);
-        range(kWidth, 0.2, 5);
-        addInteger(kCount.name, kCount.value, kCount.description, kCount.unit);
-        addBool(kHeated.name, kHeated.value, kHeated.description, kHeated.unit);
-        addString(kModel.name, kModel.value, kModel.description, kModel.unit);
-    }
-    std::string getName() const override { return kindName(Kind); }
-
-private:
-    void range(ParameterSpec<double> const& spec, double min, double max) {
-        addAttribute(
-            new ValueRange<double, vrl::Value<double>>(spec.name, spec.value, min, max, spec.description, spec.unit));
-    }
-};
-
-class BenchFoundry final : public vrl::Foundry {
-public:
-    BenchFoundry() { setCS(kCrossSection); }
-    std::string getName() const override { return kFoundry; }
-    std::string describe() const override { return kFoundry; }
-};
-
-template <std::size_t... Kinds>
-void registerKinds(std::index_sequence<Kinds...>) {
-    auto& factory = FactoryLoader<vrl::BB>::factory();
-    (factory.Register<LibraryBlock<Kinds>>(kindName(Kinds)), ...);
-}
 
 double numberOf(vrl::Attribute const& attribute) {
     if (auto const* const number = dynamic_cast<vrl::Value<double> const*>(&attribute)) return number->getValue();
@@ -88,10 +54,7 @@ private:
 
 }  // namespace
 
-void registerKinds() {
-    static bool const done = (registerKinds(std::make_index_sequence<kKinds>()), true);
-    static_cast<void>(done);
-}
+void registerKinds() { registerKinds(FactoryLoader<vrl::BB>::factory()); }
 
 NetlistPtr buildNetlist(std::size_t blocks) {
     static BenchFoundry const foundry;

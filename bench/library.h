@@ -12,7 +12,7 @@ struct NetlistDeleter {
 };
 using NetlistPtr = std::unique_ptr<vrl::Netlist, NetlistDeleter>;
 
-/// Registers the 20 kinds of blocks and their foundry; only the first call does something.
+/// Registers the 20 kinds of blocks.
 void registerKinds();
 
 /// The circuit of circuit.h in the library, numbered from 1.

@@ -12,6 +12,8 @@
 
 #include "bench/measured.h"
 #include "bench/peer.h"
+#include "bench/queries.h"
+#include "bench/sink.h"
 
 // Each benchmark is one operation on a circuit, "PEER/OPERATION/BLOCKS", and runs once: scripts/bench starts a process
 // for each run, since a used heap alone makes a load several times slower.
@@ -46,19 +48,6 @@ std::string bytesOf(std::string const& path) {
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
-/// Takes all bytes and keeps none.
-class Sink final : public std::streambuf {
-public:
-    std::size_t size = 0;
-
-private:
-    int_type overflow(int_type c) override { return ++size, traits_type::not_eof(c); }
-    std::streamsize xsputn(char const*, std::streamsize count) override {
-        size += static_cast<std::size_t>(count);
-        return count;
-    }
-};
-
 /// One run: what is prepared before, what is measured, and what becomes of the heap.
 class Run {
 public:
@@ -79,6 +68,24 @@ public:
         std::ostream first(&sink);
         peer->save(first);
         measureSave();
+    }
+    /// Over what was saved before, so that no memory for the bytes is needed.
+    void saveOver() {
+        peer->build(blocks);
+        std::ostringstream out;
+        peer->save(out);
+        out.seekp(0);
+        for (auto _ : state) measured([&] { peer->save(out); });
+    }
+    void saveFile() {
+        peer->build(blocks);
+        std::string const path = fileOf(entry.name, blocks) + ".save";
+        for (auto _ : state)
+            measured([&] {
+                std::ofstream out(path, std::ios::binary);
+                peer->save(out);
+            });
+        std::remove(path.c_str());
     }
     void saveLoaded() {
         std::istringstream in(saved());
@@ -153,31 +160,46 @@ struct Operation {
     char const* name;
     void (Run::*run)();
 };
-constexpr Operation kOperations[] = {{"build", &Run::build},
-                                     {"save", &Run::save},
-                                     {"save-again", &Run::saveAgain},
-                                     {"save-loaded", &Run::saveLoaded},
-                                     {"load", &Run::load},
-                                     {"load-file", &Run::loadFile},
-                                     {"free", &Run::free},
-                                     {"copy-bytes", &Run::copyBytes}};
+constexpr Operation kOperations[] = {
+    {"build", &Run::build},         {"save", &Run::save},          {"save-again", &Run::saveAgain},
+    {"save-over", &Run::saveOver},  {"save-file", &Run::saveFile}, {"save-loaded", &Run::saveLoaded},
+    {"load", &Run::load},           {"load-file", &Run::loadFile}, {"free", &Run::free},
+    {"copy-bytes", &Run::copyBytes}};
+
+/// A benchmark that runs once and fails with the text of what it throws.
+template <class Once>
+void registerOnce(std::string const& name, std::size_t blocks, Once once) {
+    benchmark::RegisterBenchmark((name + "/" + std::to_string(blocks)).c_str(),
+                                 [once, blocks](benchmark::State& state) {
+                                     try {
+                                         once(state, blocks);
+                                     } catch (std::exception const& error) {
+                                         state.SkipWithError(error.what());
+                                     }
+                                 })
+        ->Iterations(1)
+        ->Unit(benchmark::kMicrosecond);
+}
+
+void registerQuery(std::string const& name, std::size_t blocks, std::function<void()> (*prepare)(std::size_t)) {
+    registerOnce(name, blocks, [prepare](benchmark::State& state, std::size_t count) {
+        std::function<void()> const work = prepare(count);
+        for (auto _ : state) measured(work);
+    });
+}
 
 void registerAll() {
-    for (std::size_t const blocks : {500, 1000, 10000, 100000, 1000000})
+    for (std::size_t const blocks : {500, 1000, 10000, 100000, 1000000}) {
         for (Entry const& entry : kPeers)
             for (Operation const& operation : kOperations)
-                benchmark::RegisterBenchmark(
-                    (std::string(entry.name) + "/" + operation.name + "/" + std::to_string(blocks)).c_str(),
-                    [&entry, &operation, blocks](benchmark::State& state) {
-                        try {
-                            Run run(entry, blocks, state);
-                            (run.*operation.run)();
-                        } catch (std::exception const& error) {
-                            state.SkipWithError(error.what());
-                        }
-                    })
-                    ->Iterations(1)
-                    ->Unit(benchmark::kMicrosecond);
+                registerOnce(std::string(entry.name) + "/" + operation.name, blocks,
+                             [&entry, &operation](benchmark::State& state, std::size_t count) {
+                                 Run run(entry, count, state);
+                                 (run.*operation.run)();
+                             });
+        for (Query const& query : queries()) registerQuery(query.name, blocks, query.prepare);
+    }
+    for (std::size_t const files : {1, 10, 100}) registerQuery("library/start-up", files, startUp);
 }
 
 }  // namespace

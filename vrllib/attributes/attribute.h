@@ -62,8 +62,8 @@ public:
     virtual bool inSpec(std::ostream& os) const;
 
 private:
+    SerrDoneFlag serDone;  // first, where the base leaves room
     SerRegister serRegister;
-    SerrDoneFlag serDone;
 };
 
 /// Writes the attribute by its virtual operator<<.
@@ -109,8 +109,8 @@ protected:
 
 private:
     std::string expr;
-    bool calc = false;
     SerRegister serRegister;
+    bool calc = false;
     SerrDoneFlag serDone;
 };
 

@@ -5,6 +5,7 @@
 #include <sstream>
 #include <type_traits>
 
+#include "vrllib/attributes/plain_value.h"
 #include "vrllib/core/messages.h"
 #include "vrllib/core/type_factory.h"
 
@@ -153,22 +154,24 @@ std::string Attributes::getUnits(std::string const& name) const { return get(nam
 
 void Attributes::allowDoubleAsComplex() { doubleAsComplex = true; }
 
-/// The parameter if it is of that class, null if it is of another one.
+/// The parameter if it is a value of that type, null if it is not.
 template <class T>
-T const* Attributes::valueOf(std::string const& name) const {
-    return dynamic_cast<T const*>(get(name));
+Value<T>* Attributes::valueOf(std::string const& name) const {
+    Attribute* const attribute = _find(name)->second.get();
+    Value<T>* const plain = detail::asPlainValue<T>(attribute);
+    return plain ? plain : dynamic_cast<Value<T>*>(attribute);
 }
 
 /// The value of a parameter of type T, or what can be taken for one.
 template <class T>
 T Attributes::converted(std::string const& name) const {
-    if (auto const* const value = valueOf<Value<T>>(name)) return value->getValue();
+    if (auto const* const value = valueOf<T>(name)) return value->getValue();
     if constexpr (std::is_same_v<T, bool>) {
         return getInteger(name) != 0;
     } else if constexpr (std::is_same_v<T, int>) {
-        if (auto const* const number = valueOf<Value<double>>(name)) return truncate(number->getValue());
+        if (auto const* const number = valueOf<double>(name)) return truncate(number->getValue());
     } else if constexpr (std::is_same_v<T, double>) {
-        if (auto const* const number = valueOf<Value<int>>(name)) return number->getValue();
+        if (auto const* const number = valueOf<int>(name)) return number->getValue();
     } else if constexpr (std::is_same_v<T, std::complex<double>>) {
         return getDouble(name);
     }
@@ -178,13 +181,13 @@ T Attributes::converted(std::string const& name) const {
 #define VRL_TYPED_ACCESS_(T, Word, Name)                                                                               \
     template <>                                                                                                        \
     T Attributes::get<T>(std::string const& name) const {                                                              \
-        auto const* const value = valueOf<Value<T>>(name);                                                             \
+        auto const* const value = valueOf<T>(name);                                                                    \
         if (!value) typerr(name);                                                                                      \
         return value->getValue();                                                                                      \
     }                                                                                                                  \
     template <>                                                                                                        \
     void Attributes::set<T>(std::string const& name, T const& value) {                                                 \
-        auto* const target = dynamic_cast<Value<T>*>(get(name));                                                       \
+        Value<T>* const target = valueOf<T>(name);                                                                     \
         if (!target) typerr(name);                                                                                     \
         target->setValue(value);                                                                                       \
     }                                                                                                                  \

@@ -180,7 +180,7 @@ private:
     AttributeMap::iterator _find(std::string const& name);
     AttributeMap::const_iterator _find(std::string const& name) const;
     template <class T>
-    T const* valueOf(std::string const& name) const;
+    Value<T>* valueOf(std::string const& name) const;
     template <class T>
     Attribute* addValue(std::string const& name, T const& value, std::string const& descr, std::string const& units);
     template <class T>
@@ -189,9 +189,9 @@ private:
     AttributeMap attributes;
     Version versionInfo;
     bool doubleAsComplex = false;
+    SerrDoneFlag serDone;
     Order attrOrder;
     SerRegister serRegister;
-    SerrDoneFlag serDone;
 };
 
 /// Writes the parameters by their list's operator<<.

@@ -1,7 +1,6 @@
 #include <type_traits>
-#include <typeinfo>
 
-#include "vrllib/attributes/value_range.h"
+#include "vrllib/attributes/plain_value.h"
 #include "vrllib/serialisation/saved_bytes.h"
 
 // Most parameters of a design are plain values without an expression, and in all blocks of a kind they have the same
@@ -14,24 +13,15 @@ namespace {
 
 using detail::SavedBytes;
 
-template <class T>
-using Ranged = ValueRange<T, Value<T>>;
-
 /// Calls `use` with the value that the parameter is and returns its result; false if it is one of another class, which
 /// may be saved in its own way.
 template <class Use>
 bool withValue(Attribute& parameter, Use use) {
-    std::type_info const* const type = &typeid(parameter);
-#define VRL_IF_(T, Class)                                                                                              \
+#define VRL_IF_VALUE_(T, Word, Name)                                                                                   \
     if constexpr (std::is_same_v<detail::StoredAs<T>::Item, T>)                                                        \
-        if (type == &typeid(Class)) return use(static_cast<Value<T>&>(parameter));
-#define VRL_IF_VALUE_(T, Word, Name) VRL_IF_(T, Value<T>)
-#define VRL_IF_RANGED_(T) VRL_IF_(T, Ranged<T>)
+        if (Value<T>* const value = detail::asPlainValue<T>(&parameter)) return use(*value);
     VRL_FOR_VALUE_TYPES(VRL_IF_VALUE_)
-    VRL_FOR_RANGED_TYPES(VRL_IF_RANGED_)
-#undef VRL_IF_RANGED_
 #undef VRL_IF_VALUE_
-#undef VRL_IF_
     return false;
 }
 

@@ -74,10 +74,10 @@ public:
 
         PortLabel name;
         EnumList::Domain domain;
+        SerrDoneFlag serDone;
         BB const* object;
         detail::PortChoice currCS;
         SerRegister serRegister;
-        SerrDoneFlag serDone;
     };
 
     /// The ports in the order of their declaration.
