@@ -1,65 +1,53 @@
-"""Runs the benchmarks, each in a process of its own, and prints ratios with what they are to reach."""
+"""Prints the benchmarks as tables, and ratios with what they are to reach."""
 
 import argparse
 import json
-import os
 import pathlib
-import re
-import statistics
-import subprocess
 import sys
 
-OPERATIONS = ["build", "save", "save-again", "load", "save-loaded", "load-file", "free"]
-PEERS = ["library", "cereal-unique", "cereal-shared", "boost", "protobuf", "json", "hand-written"]
-SIZES = [1000, 10000, 100000, 1000000]
+import plots
+from runs import Bench, Figures, Progress, TOOL_COMMANDS
 
-# What, the figure of the library, of the peer, and the ratio to reach; "built" and "loaded" are live heap.
+OPERATIONS = ["build", "save", "save-over", "save-again", "save-file", "load", "save-loaded", "load-file", "free"]
+PEERS = ["library", "cereal-unique", "cereal-shared", "boost", "protobuf", "json", "hand-written"]
+COUNTED_PEERS = ["library", "cereal-unique", "cereal-shared", "boost", "hand-written"]
+COUNTED_OPERATIONS = ["build", "save", "save-again", "load", "save-loaded", "load-file", "free"]
+SIZES = [1000, 10000, 100000, 1000000]
+FILES = [1, 10, 100]
+
+# What, the figure of the library, of what it is compared with, and the ratio to reach.
 TARGETS = [
-    ("save, to cereal with unique pointers", "save", ("cereal-unique", "save"), 1.0),
-    ("save again, to the same", "save-again", ("cereal-unique", "save-again"), 1.0),
-    ("load, to the same", "load", ("cereal-unique", "load"), 1.0),
-    ("save, to cereal with shared pointers", "save", ("cereal-shared", "save"), 0.7),
-    ("load, to the same", "load", ("cereal-shared", "load"), 0.7),
-    ("build, to plain objects", "build", ("hand-written", "build"), 1.0),
-    ("load from a file, to load from memory", "load-file", ("library", "load"), 1.15),
+    ("save into memory that is there, to cereal with unique pointers", "library/save-over", "cereal-unique/save-over", 1.0),
+    ("save into a string that grows, to the same", "library/save", "cereal-unique/save", 1.0),
+    ("save to a file, to the same", "library/save-file", "cereal-unique/save-file", 1.0),
+    ("load, to the same", "library/load", "cereal-unique/load", 1.0),
+    ("save into memory that is there, to cereal with shared pointers", "library/save-over", "cereal-shared/save-over", 0.7),
+    ("save into a string that grows, to the same", "library/save", "cereal-shared/save", 0.7),
+    ("load, to the same", "library/load", "cereal-shared/load", 0.7),
+    ("build, to plain objects", "library/build", "hand-written/build", 1.0),
+    ("load from a file, to load from memory", "library/load-file", "library/load", 1.15),
+    ("node to element and port, to the other way", "library/find-port", "library/find-node", 2.0),
+    ("element number to name, to name to element", "library/find-name", "library/find-block", 2.0),
+    ("parameter by name, of one block, to a plain map", "library/read-one-parameter", "hand-written/read-one-parameter", 1.2),
+    ("parameter by name, of random blocks, to the same", "library/read-parameter", "hand-written/read-parameter", 1.2),
 ]
 HEAP_TARGETS = [
-    ("heap of a built circuit, to plain objects", "build", ("hand-written", "build"), 1.0),
-    ("heap of a loaded circuit, to plain objects", "load", ("hand-written", "build"), 1.0),
+    ("heap of a built circuit, to plain objects", "library/build", "hand-written/build", 1.0),
+    ("heap of a loaded circuit, to plain objects", "library/load", "hand-written/build", 1.0),
 ]
-
-
-class Bench:
-    def __init__(self, folder):
-        self.program = folder / "bin" / "vrl_bench"
-        self.results = folder / "results"
-        self.results.mkdir(exist_ok=True)
-        self.environment = dict(os.environ, BENCH_FOLDER=str(self.results))
-
-    def command(self, peer, operation, blocks):
-        return [str(self.program), f"--benchmark_filter=^{peer}/{operation}/{blocks}/"]
-
-    def run(self, peer, operation, blocks):
-        """Microseconds, bytes and live heap per block of one run."""
-        done = subprocess.run(self.command(peer, operation, blocks) + ["--benchmark_format=json"],
-                              env=self.environment, capture_output=True, text=True, check=True)
-        result = json.loads(done.stdout)["benchmarks"][0]
-        if result.get("error_occurred"):
-            sys.exit(f"bench: {peer}/{operation}/{blocks}: {result['error_message']}")
-        return {"time": result["real_time"] / blocks, "bytes": result.get("bytes"), "heap": result["heap"]}
-
-    def instructions(self, peer, operation):
-        """Instructions per block: what the second 500 of 1,000 blocks cost, so that what is done once does not count."""
-        counts = []
-        for blocks in (500, 1000):
-            if operation in ("load", "save-loaded", "load-file"):
-                self.run(peer, "save", blocks)
-            done = subprocess.run(["valgrind", "--tool=callgrind", "--callgrind-out-file=/dev/null",
-                                   "--collect-atstart=no", "--toggle-collect=bench_measured"]
-                                  + self.command(peer, operation, blocks),
-                                  env=self.environment, capture_output=True, text=True, check=True)
-            counts.append(int(re.search(r"Collected : (\d+)", done.stderr).group(1)))
-        return (counts[1] - counts[0]) // 500
+COUNTED_TARGETS = [
+    ("save, to cereal with unique pointers", "library/save", "cereal-unique/save", 1.0),
+    ("save again, to the same", "library/save-again", "cereal-unique/save-again", 1.0),
+    ("load, to the same", "library/load", "cereal-unique/load", 1.0),
+    ("save, to cereal with shared pointers", "library/save", "cereal-shared/save", 0.7),
+    ("load, to the same", "library/load", "cereal-shared/load", 0.7),
+    ("build, to plain objects", "library/build", "hand-written/build", 1.0),
+    ("load from a file, to load from memory", "library/load-file", "library/load", 1.15),
+    ("parameter by name, of one block, to a plain map", "library/read-one-parameter", "hand-written/read-one-parameter", 1.2),
+]
+GROWTH = {"build": 1.2, "save": 1.2, "save-over": 1.2, "load": 1.2, "free": 1.2}  # beside that of plain objects
+TOOL_TARGETS = {"show": 2.0, "check": 2.0, "export": 2.0, "import": 2.0, "diff": 4.0}
+RATIO_HEAD = ["ratio", "to reach", "now", "reached"]
 
 
 def print_rows(head, rows):
@@ -71,66 +59,117 @@ def print_rows(head, rows):
     print()
 
 
-def reached_rows(targets, figure):
-    rows = []
-    for what, operation, (peer, peer_operation), target in targets:
-        ratio = figure("library", operation) / figure(peer, peer_operation)
-        rows.append((what, f"{target:.2f}", f"{ratio:.2f}", "yes" if ratio <= target else "no"))
-    return rows
+def ratio_row(what, target, ratio):
+    return (what, f"{target:.2f}", f"{ratio:.2f}", "yes" if ratio <= target else "no")
 
 
-def measure_times(bench, sizes, repetitions):
-    runs = {}
-    total = len(sizes) * repetitions * len(OPERATIONS) * len(PEERS)
-    done = 0
-    for blocks in sizes:
+def ratio_rows(targets, figure):
+    return [ratio_row(what, target, figure(ours) / figure(other)) for what, ours, other, target in targets]
+
+
+def measure(bench, sizes, repetitions):
+    names = [f"{peer}/{operation}" for operation in OPERATIONS for peer in PEERS]
+    names += [name for name in bench.names() if name.split("/")[1] not in [*OPERATIONS, "copy-bytes", "start-up"]]
+    figures = Figures()
+    progress = Progress(repetitions * (len(sizes) * len(names) + len(FILES)))
+    for count in sizes:
+        bench.prepare(names, count)
         for _ in range(repetitions):  # interleaved, so that a slow moment of the machine falls on all
-            for operation in OPERATIONS:
-                for peer in PEERS:
-                    runs.setdefault((blocks, peer, operation), []).append(bench.run(peer, operation, blocks))
-                    done += 1
-                    if sys.stderr.isatty():
-                        print(f"\r{done} of {total} runs", end="", file=sys.stderr)
-    if sys.stderr.isatty():
-        print(file=sys.stderr)
-    return runs
+            for name in names:
+                figures.add(name, count, bench.run(name, count))
+                progress.step()
+    for _ in range(repetitions):
+        for count in FILES:
+            figures.add("library/start-up", count, bench.run("library/start-up", count))
+            progress.step()
+    return figures
+
+
+def print_peers(figures, count):
+    rows = []
+    for peer in PEERS:
+        row = [peer]
+        for operation in OPERATIONS:
+            name = f"{peer}/{operation}"
+            row.append(f"{figures.median(name, count):.2f} ±{100 * figures.spread(name, count):.0f}%")
+        row.append(f"{figures.median(f'{peer}/save', count, 'bytes'):.0f}")
+        row += [f"{figures.median(f'{peer}/{operation}', count, 'heap'):.0f}" for operation in ("build", "load")]
+        rows.append(row)
+    print_rows(["", *OPERATIONS, "bytes", "heap built", "heap loaded"], rows)
+
+
+def print_queries(figures, sizes):
+    names = sorted({name for name, _ in figures.runs if name.split("/")[1] not in [*OPERATIONS, "start-up"]},
+                   key=lambda name: name.split("/")[1])
+    print("what a host asks, microseconds of each\n")
+    print_rows(["", *sizes], [[name, *(f"{figures.median(name, count):.3f}" for count in sizes)] for name in names])
+
+
+def print_growth(figures, first, last):
+    rows = []
+    for operation, target in GROWTH.items():
+        ours, plain = (figures.median(f"{peer}/{operation}", last) / figures.median(f"{peer}/{operation}", first)
+                       for peer in ("library", "hand-written"))
+        rows.append((operation, f"{ours:.2f}", f"{plain:.2f}", *ratio_row("", target, ours / plain)[1:]))
+    print(f"growth of the time per block from {first} to {last} blocks\n")
+    print_rows(["", "library", "plain objects", *RATIO_HEAD[1:]], rows)
+
+
+def print_start(figures):
+    first, last = FILES[-2:]
+    ratio = figures.median("library/start-up", last) / figures.median("library/start-up", first)
+    print("start-up, microseconds per plug-in file\n")
+    print_rows(["", *FILES], [["", *(f"{figures.median('library/start-up', count):.0f}" for count in FILES)]])
+    print_rows(RATIO_HEAD, [ratio_row(f"start-up per file, {last} files to {first}", 1.3, ratio)])
+
+
+def print_tool(figures, tool, count):
+    seconds = figures.median("library/load-file", count) * count / 1e6
+    megabytes = figures.median("library/load", count, "heap") * count / 2**20
+    print(f"the tool on {count} blocks, to the library's own load of them ({seconds:.2f} s, {megabytes:.0f} MB)\n")
+    rows = []
+    for command in TOOL_COMMANDS:
+        used, target = tool[command], TOOL_TARGETS[command]
+        time, memory = (ratio_row("", target, ratio)
+                        for ratio in (used["seconds"] / seconds, used["megabytes"] / megabytes))
+        rows.append((f"vrl {command}", f"{used['seconds']:.2f}", f"{used['megabytes']:.0f}", time[1], time[2], memory[2],
+                     "yes" if time[3] == memory[3] == "yes" else "no"))
+    print_rows(["", "s", "MB", "to reach", "time", "memory", "reached"], rows)
 
 
 def report_times(bench, sizes, repetitions):
-    runs = measure_times(bench, sizes, repetitions)
-
-    def median(blocks, peer, operation, what):
-        return statistics.median(run[what] for run in runs[blocks, peer, operation])
-
-    for blocks in sizes:
-        print(f"{blocks} blocks, microseconds per block (median of {repetitions}, and the largest difference from it)\n")
-        rows = []
-        for peer in PEERS:
-            row = [peer]
-            for operation in OPERATIONS:
-                middle = median(blocks, peer, operation, "time")
-                spread = max(abs(run["time"] - middle) for run in runs[blocks, peer, operation])
-                row.append(f"{middle:.2f} ±{100 * spread / middle:.0f}%")
-            row.append(f"{median(blocks, peer, 'save', 'bytes'):.0f}")
-            row.append(f"{median(blocks, peer, 'build', 'heap'):.0f}")
-            row.append(f"{median(blocks, peer, 'load', 'heap'):.0f}")
-            rows.append(row)
-        print_rows(["", *OPERATIONS, "bytes", "heap built", "heap loaded"], rows)
-        rows = reached_rows(TARGETS, lambda peer, operation: median(blocks, peer, operation, "time"))
-        rows += reached_rows(HEAP_TARGETS, lambda peer, operation: median(blocks, peer, operation, "heap"))
-        print_rows(["ratio", "to reach", "now", "reached"], rows)
-    raw = [{"blocks": key[0], "peer": key[1], "operation": key[2], "runs": value} for key, value in runs.items()]
-    return raw
+    figures = measure(bench, sizes, repetitions)
+    tool_count = max([count for count in sizes if count <= 100000], default=None)
+    tool = bench.tool(tool_count) if tool_count else {}
+    for count in sizes:
+        print(f"{count} blocks, microseconds per block (median of {repetitions}, and the largest difference from it)\n")
+        print_peers(figures, count)
+        rows = ratio_rows(TARGETS, lambda name: figures.median(name, count))
+        rows += ratio_rows(HEAP_TARGETS, lambda name: figures.median(name, count, "heap"))
+        print_rows(RATIO_HEAD, rows)
+    print_queries(figures, sizes)
+    if len(sizes) > 1:
+        print_growth(figures, max(sizes[0], 10000) if sizes[-1] > 10000 else sizes[0], sizes[-1])
+    print_start(figures)
+    if tool:
+        print_tool(figures, tool, tool_count)
+    return {"runs": figures.raw(), "tool": {"blocks": tool_count, **tool}}
 
 
 def report_instructions(bench):
-    peers = ["library", "cereal-unique", "cereal-shared", "boost", "hand-written"]
-    counts = {(peer, operation): bench.instructions(peer, operation) for peer in peers for operation in OPERATIONS}
+    names = [f"{peer}/{operation}" for peer in COUNTED_PEERS for operation in COUNTED_OPERATIONS]
+    names += [name for _, ours, other, _ in COUNTED_TARGETS for name in (ours, other)]
+    names = list(dict.fromkeys(names))
+    progress = Progress(len(names))
+    counts = {}
+    for name in names:
+        counts[name] = bench.instructions(name)
+        progress.step()
     print("instructions per block\n")
-    print_rows(["", *OPERATIONS], [[peer, *(counts[peer, operation] for operation in OPERATIONS)] for peer in peers])
-    rows = reached_rows(TARGETS, lambda peer, operation: counts[peer, operation])
-    print_rows(["ratio", "to reach", "now", "reached"], rows)
-    return [{"peer": key[0], "operation": key[1], "instructions": value} for key, value in counts.items()]
+    print_rows(["", *COUNTED_OPERATIONS], [[peer, *(counts[f"{peer}/{operation}"] for operation in COUNTED_OPERATIONS)]
+                                           for peer in COUNTED_PEERS])
+    print_rows(RATIO_HEAD, ratio_rows(COUNTED_TARGETS, counts.get))
+    return counts
 
 
 def main():
@@ -139,11 +178,15 @@ def main():
     parser.add_argument("--instructions", action="store_true")
     parser.add_argument("--sizes", default="1000,10000,100000")
     parser.add_argument("--repetitions", type=int, default=5)
+    parser.add_argument("--plots", type=pathlib.Path)
     options = parser.parse_args()
-    sizes = [int(size) for size in options.sizes.split(",")]
+    bench = Bench(options.folder)
+    if options.plots:
+        plots.draw(Figures.of(json.loads((bench.results / "times.json").read_text())["runs"]), options.plots)
+        return
+    sizes = sorted({int(size) for size in options.sizes.split(",")})
     if not set(sizes) <= set(SIZES) or options.repetitions < 1:
         sys.exit(f"bench: sizes are of {SIZES}, and repetitions at least 1")
-    bench = Bench(options.folder)
     raw = report_instructions(bench) if options.instructions else report_times(bench, sizes, options.repetitions)
     path = bench.results / ("instructions.json" if options.instructions else "times.json")
     path.write_text(json.dumps(raw, indent=1) + "\n")

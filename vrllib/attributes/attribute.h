@@ -114,6 +114,9 @@ private:
     SerrDoneFlag serDone;
 };
 
+extern template class VRL_INSTANCE Serialisable<Attribute>;
+extern template class VRL_INSTANCE Serialisable<AttributeWithExpr>;
+
 /// @cond
 // Of most parameters only the value differs from others.
 template <>
@@ -123,9 +126,6 @@ template <>
 template <>
 VRL_API bool Serialisable<Attribute>::readFrom(detail::BinaryReader d, Attribute& parameter);
 /// @endcond
-
-extern template class VRL_INSTANCE Serialisable<Attribute>;
-extern template class VRL_INSTANCE Serialisable<AttributeWithExpr>;
 
 namespace detail {
 

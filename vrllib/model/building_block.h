@@ -186,6 +186,13 @@ private:
 /// Writes the block by its operator<<.
 VRL_API std::ostream& operator<<(std::ostream& os, BB const& block);
 
+extern template class VRL_INSTANCE Serialisable<BB::Port>;
+extern template class VRL_INSTANCE Serialisable<BB>;
+extern template class VRL_INSTANCE SerialisableVec<BB::Port>;
+extern template class VRL_INSTANCE SerialisablePortVec<BB::Port>;
+extern template class VRL_INSTANCE SerialisablePtrMap<unsigned int, BB>;
+extern template class VRL_INSTANCE SerialisableBBMap<unsigned int, BB>;
+
 /// @cond
 // A port without a choice is the same bytes everywhere.
 template <>
@@ -195,12 +202,5 @@ template <>
 template <>
 VRL_API bool Serialisable<BB::Port>::readFrom(detail::BinaryReader d, BB::Port& port);
 /// @endcond
-
-extern template class VRL_INSTANCE Serialisable<BB::Port>;
-extern template class VRL_INSTANCE Serialisable<BB>;
-extern template class VRL_INSTANCE SerialisableVec<BB::Port>;
-extern template class VRL_INSTANCE SerialisablePortVec<BB::Port>;
-extern template class VRL_INSTANCE SerialisablePtrMap<unsigned int, BB>;
-extern template class VRL_INSTANCE SerialisableBBMap<unsigned int, BB>;
 
 }  // namespace Vorlane_v1_0
