@@ -140,6 +140,25 @@ TEST(Port, KeepsTheChoiceThatItHandedOutWhateverItBecomes) {
     EXPECT_EQ(&port.getCS(), &choice);
 }
 
+TEST(Port, KeepsTheChoiceThatItHandedOutWhenItIsMovedAway) {
+    Fab const fab;
+    Port port("in0", nullptr, EnumList::Optics), other("in1", nullptr, EnumList::Optics);
+    CSInfo& choice = port.getCS();
+    CSInfo& ofOther = other.getCS();
+    choice.setFoundry(&fab);
+    choice.setCS("strip");
+    ofOther.setCS("rib");
+    { Port const moved(std::move(port)); }
+    EXPECT_EQ(choice.getFoundry(), &fab);
+    choice.setCS("strip");
+    EXPECT_EQ(&port.getCS(), &choice);
+    std::swap(port, other);
+    EXPECT_EQ(choice.getCSName(), "rib");
+    EXPECT_EQ(ofOther.getCSName(), "strip");
+    EXPECT_EQ(&port.getCS(), &choice);
+    EXPECT_EQ(&other.getCS(), &ofOther);
+}
+
 TEST(Port, KeepsAChoiceThatIsReadOver) {
     Port port("in0", nullptr, EnumList::Optics), empty;
     std::stringstream stream(saved(empty));
@@ -163,6 +182,20 @@ TEST(Port, HasAChoiceThatSavesThatOfTheSavedSourceOfACopy) {
     EXPECT_EQ(savedChoice(savedCopy), savedChoice(source));
     EXPECT_NE(savedChoice(freshCopy), savedChoice(fresh));
     EXPECT_EQ(savedChoice(freshCopy), savedChoice(moved));
+}
+
+TEST(Port, HasAChoiceOfItsOwnAfterAFreshOneWasAssigned) {
+    Port assigned("in0", nullptr, EnumList::Optics), moved("in0", nullptr, EnumList::Optics);
+    for (Port* const port : {&assigned, &moved}) saved(*port);
+    Port const fresh("in0", nullptr, EnumList::Optics);
+    assigned = fresh;
+    moved = Port(fresh);
+    for (Port* const port : {&assigned, &moved}) {
+        Port copy(*port);
+        port->getCS().setCS("source");
+        copy.getCS().setCS("copy");
+        EXPECT_NE(savedChoice(copy), savedChoice(*port));
+    }
 }
 
 TEST(Port, StartsWithAFreshRegisterWhenMoved) {

@@ -97,6 +97,7 @@ protected:
     }
 
     KindsWithComposite const kinds;
+    std::vector<Mmi> const others = std::vector<Mmi>(8);  // so that the bytes of their parameters are kept
     Caught const errors;
 };
 

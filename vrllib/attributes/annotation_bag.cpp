@@ -7,44 +7,65 @@
 #include <unordered_map>
 #include <utility>
 
-#include "vrllib/serialisation/saved_bytes.h"
+#include "vrllib/serialisation/kept_bytes.h"
 
 namespace Vorlane_v1_0::detail {
 
+/// A shared content, as long as none of them has been destroyed since.
+class AnnotationBag::Guess {
+public:
+    Content* get(std::size_t destroyed) const { return destroyed == destroyedBefore ? content : nullptr; }
+    void set(Content* c, std::size_t destroyed) {
+        content = c;
+        destroyedBefore = destroyed;
+    }
+
+private:
+    Content* content = nullptr;
+    std::size_t destroyedBefore = 0;
+};
+
 struct AnnotationBag::Content {
-    /// A shared content, as long as none of them has been destroyed since.
-    class Guess {
-    public:
-        Content* get() const { return destroyedBefore == destroyed ? content : nullptr; }
-        void set(Content* c) {
-            content = c;
-            destroyedBefore = destroyed;
-        }
-
-    private:
-        Content* content = nullptr;
-        std::size_t destroyedBefore = 0;
-    };
-
     Map map;
     std::size_t users = 1;
     bool isShared = false;  // found by its content, and never changed; otherwise it has one user
     bool keepsBytes = true;
     std::size_t hash = 0;
-    std::unique_ptr<SavedBytes> savedBytes = nullptr;
+    std::unique_ptr<KeptBytes> keptBytes = nullptr;
     Guess next = {};  // that was found after this one
+};
 
-    static Guess last;             // that was found
-    static std::size_t destroyed;  // shared contents so far
-
-    using Pool = std::unordered_multimap<std::size_t, Content*>;
-
-    /// The shared contents by their hashes. Never destroyed: objects with static storage may be used to the very end.
-    static Pool& pool() {
-        static auto& all = *new Pool;
-        return all;
+/// The shared contents.
+class AnnotationBag::Pool {
+public:
+    /// Never destroyed: objects with static storage may be used to the very end.
+    static Pool& instance() {
+        static auto& pool = *new Pool;
+        return pool;
     }
 
+    /// The content of those entries, with one more user; a new one from `make` if there is none. The blocks of a kind
+    /// make the same annotations in the same order, so the first look is at what came next the last time.
+    template <class Entries, class TextOf, class Equal, class Make>
+    Content* shared(Entries const& entries, TextOf textOf, Equal isEqual, Make make) {
+        Content* const before = last.get(destroyed);
+        Content* found = before ? before->next.get(destroyed) : nullptr;
+        if (!found || !isEqual(found->map)) {
+            found = foundOrNew(hashOf(entries, textOf), isEqual, make);
+            if (before) before->next.set(found, destroyed);
+        }
+        last.set(found, destroyed);
+        ++found->users;
+        return found;
+    }
+
+    void remove(Content* content) {
+        auto const [first, end] = contents.equal_range(content->hash);
+        contents.erase(std::find_if(first, end, [&](auto const& entry) { return entry.second == content; }));
+        ++destroyed;
+    }
+
+private:
     /// Keys count only when contents are compared: they are the same nearly always.
     template <class Entries, class TextOf>
     static std::size_t hashOf(Entries const& entries, TextOf textOf) {
@@ -53,38 +74,28 @@ struct AnnotationBag::Content {
         return hash;
     }
 
-    /// The shared content of those entries, with one more user; a new one from `make` if there is none. The blocks of a
-    /// kind make the same annotations in the same order, so the first look is at what came next the last time.
-    template <class Entries, class TextOf, class Equal, class Make>
-    static Content* shared(Entries const& entries, TextOf textOf, Equal isEqual, Make make) {
-        Content* const before = last.get();
-        Content* found = before ? before->next.get() : nullptr;
-        if (!found || !isEqual(found->map)) {
-            found = foundOrNew(hashOf(entries, textOf), isEqual, make);
-            if (before) before->next.set(found);
-        }
-        last.set(found);
-        ++found->users;
-        return found;
-    }
-
     template <class Equal, class Make>
-    static Content* foundOrNew(std::size_t hash, Equal isEqual, Make make) {
-        auto const [first, end] = pool().equal_range(hash);
+    Content* foundOrNew(std::size_t hash, Equal isEqual, Make make) {
+        auto const [first, end] = contents.equal_range(hash);
         auto const found = std::find_if(first, end, [&](auto const& entry) { return isEqual(entry.second->map); });
         if (found != end) return found->second;
-        auto* const content = new Content{make(), 0, true, true, hash};
+        auto* const content = new Content{make()};
+        content->users = 0;
+        content->isShared = true;
+        content->hash = hash;
         std::size_t size = 0;
         for (auto const& [key, text] : content->map) {
             size += key.size() + text.size();
             content->keepsBytes &= size < 4096 && key.find('\0') == key.npos && text.find('\0') == text.npos;
         }
-        pool().emplace(hash, content);
+        contents.emplace(hash, content);
         return content;
     }
+
+    std::unordered_multimap<std::size_t, Content*> contents;  // by hash
+    Guess last;                                               // that was found
+    std::size_t destroyed = 0;                                // so far
 };
-AnnotationBag::Content::Guess AnnotationBag::Content::last;
-std::size_t AnnotationBag::Content::destroyed = 0;
 
 AnnotationBag::AnnotationBag(std::initializer_list<Entry> entries) {
     auto const isEqual = [&](Map const& map) {
@@ -97,7 +108,7 @@ AnnotationBag::AnnotationBag(std::initializer_list<Entry> entries) {
         return map;
     };
     auto const textOf = [](Entry const& entry) -> std::string const& { return entry.text; };
-    content = Content::shared(entries, textOf, isEqual, make);
+    content = Pool::instance().shared(entries, textOf, isEqual, make);
 }
 
 AnnotationBag::AnnotationBag(AnnotationBag const& other) {
@@ -122,11 +133,7 @@ AnnotationBag::~AnnotationBag() { release(content); }
 
 void AnnotationBag::release(Content* content) {
     if (!content || --content->users > 0) return;
-    if (content->isShared) {
-        auto const [first, last] = Content::pool().equal_range(content->hash);
-        Content::pool().erase(std::find_if(first, last, [&](auto const& entry) { return entry.second == content; }));
-        ++Content::destroyed;
-    }
+    if (content->isShared) Pool::instance().remove(content);
     delete content;
 }
 
@@ -142,7 +149,8 @@ std::string const* AnnotationBag::find(std::string const& key) const {
     if (map.size() > kFew)
         found = map.find(key);
     else
-        while (found != map.end() && found->first != key) ++found;  // the keys of parameters differ in length
+        while (found != map.end() && found->first != key)
+            ++found;  // lengths are compared first: those of a parameter's keys differ
     return found == map.end() ? nullptr : &found->second;
 }
 
@@ -160,16 +168,16 @@ void AnnotationBag::assign(Map&& annotations) {
     if (!annotations.empty()) {
         auto const textOf = [](auto const& entry) -> std::string const& { return entry.second; };
         auto const isEqual = [&](Map const& map) { return map == annotations; };
-        replaced = Content::shared(annotations, textOf, isEqual, [&] { return std::move(annotations); });
+        replaced = Pool::instance().shared(annotations, textOf, isEqual, [&] { return std::move(annotations); });
     }
     release(std::exchange(content, replaced));
 }
 
-SavedBytes* AnnotationBag::savedBytes() const {
+KeptBytes* AnnotationBag::keptBytes() const {
     constexpr std::size_t kManyUsers = 8;  // so that what is kept is little beside what they need
     if (!content || !content->isShared || !content->keepsBytes) return nullptr;
-    if (!content->savedBytes && content->users >= kManyUsers) content->savedBytes = std::make_unique<SavedBytes>();
-    return content->savedBytes.get();
+    if (!content->keptBytes && content->users >= kManyUsers) content->keptBytes = std::make_unique<KeptBytes>();
+    return content->keptBytes.get();
 }
 
 }  // namespace Vorlane_v1_0::detail

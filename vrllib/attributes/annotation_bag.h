@@ -9,7 +9,7 @@
 
 namespace Vorlane_v1_0::detail {
 
-class SavedBytes;
+class KeptBytes;
 
 /// The annotations of one object, by key.
 ///
@@ -49,10 +49,12 @@ public:
 
     /// Where the bytes of annotations are kept that many bags share. Null for others, for long ones, and where they do
     /// not read back as they are, since a string ends at a zero byte.
-    SavedBytes* savedBytes() const;
+    KeptBytes* keptBytes() const;
 
 private:
+    class Guess;
     struct Content;
+    class Pool;
     static void release(Content* content);
 
     Content* content = nullptr;  // null if empty

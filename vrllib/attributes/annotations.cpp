@@ -1,10 +1,11 @@
 #include "vrllib/attributes/annotations.h"
 
+#include <typeinfo>
 #include <utility>
 
 #include "vrllib/core/messages.h"
 #include "vrllib/serialisation/containers.h"
-#include "vrllib/serialisation/saved_bytes.h"
+#include "vrllib/serialisation/kept_bytes.h"
 
 namespace Vorlane_v1_0 {
 
@@ -19,7 +20,7 @@ public:
     using WalkOf = SerialisableAnnotations;
 
     static bool writeTo(detail::BinaryWriter s, AnnotationBag const& bag, std::string const& name) {
-        std::string const* const bytes = savedBytes(bag, s.depth());
+        std::string const* const bytes = keptBytes(bag, s.depth());
         if (!bytes) return writeEntries(s, bag, name);
         s.writeBytes(*bytes);
         return true;
@@ -29,7 +30,7 @@ public:
     }
 
     static bool readFrom(detail::BinaryReader d, AnnotationBag& bag) {
-        std::string const* const bytes = savedBytes(bag, d.depth());
+        std::string const* const bytes = keptBytes(bag, d.depth());
         return (bytes && d.skipBytes(*bytes)) || readEntries(d, bag);
     }
     static bool readFrom(detail::AnyReader d, AnnotationBag& bag) { return readEntries(d, bag); }
@@ -37,12 +38,12 @@ public:
 private:
     /// What is written of the annotations of parameters: the same bytes in all blocks of a kind. Null if there are none
     /// to keep.
-    static std::string const* savedBytes(AnnotationBag const& bag, unsigned int depth) {
-        detail::SavedBytes* const kept = bag.savedBytes();
-        auto const make = [&] {
-            return detail::SavedBytes::written(depth, [&](detail::BinaryWriter s) { return writeEntries(s, bag, ""); });
-        };
-        return kept ? kept->at(depth, 1, nullptr, make) : nullptr;
+    static std::string const* keptBytes(AnnotationBag const& bag, unsigned int depth) {
+        using detail::KeptBytes;
+        KeptBytes* const kept = bag.keptBytes();
+        auto const write = [&](detail::BinaryWriter s) { return writeEntries(s, bag, ""); };
+        auto const make = [&] { return KeptBytes::written(depth, write); };
+        return kept ? kept->at(depth, 1, typeid(AnnotationBag), make) : nullptr;
     }
 
     template <class Writer>
@@ -72,7 +73,7 @@ private:
         if (!d.beginCompound("Map", 1)) return false;
         unsigned int left = d.readCount();
         auto same = present.begin();
-        while (left > 0 && same != present.end() && d.skipAttributes({same->first, same->second})) ++same, --left;
+        while (left > 0 && same != present.end() && d.skipAttributes(same->first, same->second)) ++same, --left;
         unchanged = left == 0 && same == present.end();
         if (!unchanged) read.insert(present.begin(), same);
         if (!readRest(d, left, read)) return false;

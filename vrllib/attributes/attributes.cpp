@@ -101,8 +101,8 @@ Attribute* Attributes::add(Attribute* a) {
     std::string name = a->getName();
     if (attrOrder.empty()) attrOrder.reserve(4);  // as most kinds have at least
     attrOrder.push_back(name);
-    attributes.try_emplace(std::move(name),
-                           shared_ptr<Attribute>(a));  // a taken name stays, and the handle made here deletes `a`
+    // A taken name stays, and the handle made here deletes `a`.
+    attributes.try_emplace(std::move(name), shared_ptr<Attribute>(a));
     return a;
 }
 

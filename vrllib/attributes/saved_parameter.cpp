@@ -1,7 +1,8 @@
 #include <type_traits>
+#include <typeinfo>
 
 #include "vrllib/attributes/plain_value.h"
-#include "vrllib/serialisation/saved_bytes.h"
+#include "vrllib/serialisation/kept_bytes.h"
 
 // Most parameters of a design are plain values without an expression, and in all blocks of a kind they have the same
 // name, description and unit: all that differs is the value, which is saved last. So the bytes before it are kept with
@@ -11,7 +12,7 @@ namespace Vorlane_v1_0 {
 
 namespace {
 
-using detail::SavedBytes;
+using detail::KeptBytes;
 
 /// Calls `use` with the value that the parameter is and returns its result; false if it is one of another class, which
 /// may be saved in its own way.
@@ -31,10 +32,9 @@ std::string headOf(Value<T>& parameter, unsigned int depth) {
     using detail::BinaryWriter;
     auto const whole = [&](BinaryWriter s) { return Serialisable<Value<T>>::writeTo(s, parameter, ""); };
     auto const rest = [&](BinaryWriter s) { return s.writeCompound("", parameter.getValue()), true; };
-    std::string bytes = SavedBytes::written(depth, whole);
-    std::string const tail = SavedBytes::written(depth, rest);
-    bool const endsSo = bytes.size() > tail.size() && bytes.compare(bytes.size() - tail.size(), tail.npos, tail) == 0;
-    bytes.resize(endsSo ? bytes.size() - tail.size() : 0);
+    std::string bytes = KeptBytes::written(depth, whole);
+    std::string const tail = KeptBytes::written(depth, rest);
+    bytes.resize(bytes.empty() ? 0 : bytes.size() - tail.size());
     return bytes;
 }
 
@@ -48,8 +48,8 @@ public:
         if (!parameter.getExpression().empty() || parameter.isCalculated()) return nullptr;
         Annotations& annotated = parameter;
         SerRegister const* const members = annotated.getSerRegister();
-        SavedBytes* const kept = members && members->isBound() ? annotated.annotations.savedBytes() : nullptr;
-        return kept ? kept->at(depth, 2, &typeid(T), [&] { return headOf(parameter, depth); }) : nullptr;
+        KeptBytes* const kept = members && members->isBound() ? annotated.annotations.keptBytes() : nullptr;
+        return kept ? kept->at(depth, 2, typeid(T), [&] { return headOf(parameter, depth); }) : nullptr;
     }
 
     template <class T>

@@ -93,7 +93,7 @@ public:
     /// no Value<T>.
     void setValue(Attribute const* other) override;
     /// The value; valid as long as this object.
-    T const& getValue() const { return val; }
+    T const& getValue() const;
     /// Parses and stores the text. A string that is no number stores 0, but leaves a complex value as it is.
     bool setStringValue(std::string const& text) override;
     /// The text that setStringValue reads.
@@ -162,6 +162,10 @@ void Value<T>::setValue(Attribute const* other) {
     auto const* const source = dynamic_cast<Value<T> const*>(other);
     if (!source) detail::throwValueMismatch();
     val = source->val;
+}
+template <class T>
+T const& Value<T>::getValue() const {
+    return val;
 }
 template <class T>
 bool Value<T>::setStringValue(std::string const& text) {

@@ -8,7 +8,7 @@
 
 #include "vrllib/core/type_factory.h"
 #include "vrllib/doc/texstream.h"
-#include "vrllib/serialisation/saved_bytes.h"
+#include "vrllib/serialisation/kept_bytes.h"
 
 namespace Vorlane_v1_0 {
 
@@ -61,39 +61,40 @@ SerFormat<BB::Port> const& BB::Port::serFormat() {
     static auto const format = SerFormat<Port>("Port", 1)
                                    .type("BB::Port")
                                    .doc([](Port& port) { return port.name.getName(); })
-                                   .member<detail::PortChoice>(1, "currCS", &Port::currCS);
+                                   .member(1, "currCS", [](Port& port) -> Foundry::CSInfo& { return port.getCS(); });
     return format;
 }
 
 /// The port in a binary stream, if all that is saved of it is a choice that nobody made; otherwise null.
-std::string const* BB::Port::savedBytes(unsigned int depth) {
-    if (!currCS.isUnmade() || typeid(*this) != typeid(Port) || !getSerRegister()->isBound()) return nullptr;
-    static auto& kept = *new detail::SavedBytes;  // objects with static storage may be saved to the very end
-    return kept.at(depth, 2, nullptr, [depth] {
-        return detail::SavedBytes::written(depth, [](detail::BinaryWriter s) {
-            Port port;
-            port.currCS.get();
-            return Serialisable<Port>::writeTo(s, port, "");
-        });
+std::string const* BB::Port::bytesWithoutChoice(unsigned int depth) {
+    using detail::KeptBytes;
+    if (!currCS.isUnmade() || typeid(*this) != typeid(Port)) return nullptr;
+    SerRegister const* const members = getSerRegister();
+    if (!members || !members->isBound()) return nullptr;
+    static auto& kept = *new KeptBytes;  // objects with static storage may be saved to the very end
+    return kept.at(depth, 2, typeid(Port), [depth] {
+        Port port;
+        port.getCS();
+        return KeptBytes::written(depth, [&](auto s) { return Serialisable<Port>::writeTo(s, port, ""); });
     });
 }
 
 template <>
 template <>
 bool Serialisable<BB::Port>::writeTo(detail::BinaryWriter s, BB::Port& port, std::string const& name) {
-    std::string const* const bytes = port.savedBytes(s.depth());
+    std::string const* const bytes = port.bytesWithoutChoice(s.depth());
     if (!bytes) return writeObject(s, port, name);
+    port.currCS.fillRegister();
     s.writeBytes(*bytes);
-    port.currCS.streamedUnmade();
     return true;
 }
 
 template <>
 template <>
 bool Serialisable<BB::Port>::readFrom(detail::BinaryReader d, BB::Port& port) {
-    std::string const* const bytes = port.savedBytes(d.depth());
+    std::string const* const bytes = port.bytesWithoutChoice(d.depth());
     if (!bytes || !d.skipBytes(*bytes)) return readObject(d, port);
-    port.currCS.streamedUnmade();
+    port.currCS.fillRegister();
     return true;
 }
 

@@ -70,7 +70,7 @@ public:
         texstream& toTex(texstream& tex) const;
 
     private:
-        std::string const* savedBytes(unsigned int depth);
+        std::string const* bytesWithoutChoice(unsigned int depth);
 
         PortLabel name;
         EnumList::Domain domain;

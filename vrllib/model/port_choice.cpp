@@ -8,21 +8,23 @@ using CSInfo = Foundry::CSInfo;
 
 PortChoice::PortChoice(PortChoice const& other) { *this = other; }
 PortChoice& PortChoice::operator=(PortChoice const& other) {
-    if (!other.isFresh())
+    if (other.made || other.registerFilled) {
         get() = other.get();
-    else if (!isFresh())
-        get() = CSInfo(nullptr);
+    } else {
+        if (made) *made = CSInfo(nullptr);
+        registerFilled = false;
+    }
     return *this;
 }
 
+// A moved choice starts with an empty register.
 PortChoice::PortChoice(PortChoice&& other) noexcept { *this = std::move(other); }
-// A choice that is made stays at its place, where references may lead. Its register is emptied on each way.
 PortChoice& PortChoice::operator=(PortChoice&& other) noexcept {
-    if (made)
-        *made = other.made ? std::move(*other.made) : CSInfo(nullptr);
-    else if ((made = std::move(other.made)))
-        *made = CSInfo(std::move(*made));
-    wasStreamed = false;
+    if (other.made)
+        get() = std::move(*other.made);
+    else if (made)
+        *made = CSInfo(nullptr);
+    registerFilled = false;
     return *this;
 }
 
@@ -31,7 +33,7 @@ PortChoice::~PortChoice() = default;
 CSInfo& PortChoice::get() const {
     if (!made) {
         made = std::make_unique<CSInfo>(nullptr);
-        if (wasStreamed) made->getSerRegister();
+        if (registerFilled) made->getSerRegister();
     }
     return *made;
 }

@@ -15,10 +15,10 @@ namespace Vorlane_v1_0 {
 namespace {
 
 using detail::BufferArea;
+using detail::kDeepestCompound;
 
 static_assert(std::numeric_limits<double>::is_iec559 && sizeof(double) == 8 && sizeof(int) == 4);
 
-constexpr unsigned int kDeepestCompound = BinaryStreamSerialiser::kDeepestCompound;
 constexpr std::size_t kStringPiece = 64 * 1024;
 
 /// A marker of some depth.
@@ -388,10 +388,10 @@ void BinaryStreamDeSerialiser::endCompAttribute() {
 
 void BinaryStreamDeSerialiser::readNumberAttributes(unsigned int& count) { read(count); }
 bool BinaryStreamDeSerialiser::readSerialisationId(std::string& id) { return read(id); }
-bool BinaryStreamDeSerialiser::skipAttributes(std::initializer_list<std::string_view> texts) {
+bool BinaryStreamDeSerialiser::skipAttributes(std::string const& first, std::string const& second) {
     Ahead ahead(*stream);
-    for (std::string_view const expected : texts)
-        if (!ahead.seeMarker() || !ahead.seeThis(expected) || !ahead.seeMarker()) return false;
+    for (std::string const* const expected : {&first, &second})
+        if (!ahead.seeMarker() || !ahead.seeThis(*expected) || !ahead.seeMarker()) return false;
     ahead.accept();
     return true;
 }
@@ -412,6 +412,7 @@ bool BinaryStreamDeSerialiser::readCompound(std::string const& head, T& value) {
     return true;
 }
 
+// The types that streams have operations for.
 #define VRL_COMPOUND_(T)                                                                                               \
     template VRL_API void BinaryStreamSerialiser::writeCompound(std::string const& head, T const& value);              \
     template VRL_API bool BinaryStreamDeSerialiser::readCompound(std::string const& head, T& value);

@@ -2,7 +2,6 @@
 
 #include <complex>
 #include <cstddef>
-#include <initializer_list>
 #include <iosfwd>
 #include <string>
 #include <string_view>
@@ -25,6 +24,11 @@
 
 namespace Vorlane_v1_0 {
 
+namespace detail {
+/// So many compounds in each other are read.
+constexpr unsigned int kDeepestCompound = 256;
+}  // namespace detail
+
 /// Writes the binary stream. The stream belongs to the caller and outlives this object. A copy shares the stream.
 ///
 /// The bytes go into the put area of the stream's buffer as they come, so its position is right after every operation;
@@ -33,9 +37,6 @@ namespace Vorlane_v1_0 {
 /// object or a container that lies in more than 255 others is false, since it would not read back.
 class VRL_API BinaryStreamSerialiser final : public SerialiserBase {
 public:
-    /// So many compounds in each other can be read.
-    static constexpr unsigned int kDeepestCompound = 256;
-
     /// Writes to that stream, from depth 0 or another one.
     explicit BinaryStreamSerialiser(std::ostream& os);
     BinaryStreamSerialiser(std::ostream& os, unsigned int startDepth);
@@ -70,9 +71,9 @@ public:
     /**@}*/
     /// The number of compounds that were begun and have not ended.
     unsigned int getDepth() const { return depth; }
-    /// Bytes as another writer made them at the same depth.
+    /// For the walks of the library: bytes as another writer made them at the same depth.
     void writeBytes(std::string const& bytes);
-    /// A compound that ends with an attribute: bytes as another writer made them until then, its value, and the rest.
+    /// Likewise a compound that ends with an attribute: the bytes until then, its value, and the rest.
     template <class T>
     void writeCompound(std::string const& head, T const& value);
     /// The bytes of a string, or of an id.
@@ -132,9 +133,9 @@ public:
     bool beginCompound(std::string_view type, int version);
     /**@}*/
     /**@{*/
-    /// Steps over the attributes of those strings, or over those bytes, if they come next. False without reading
+    /// Steps over the attributes of those two strings, or over those bytes, if they come next. False without reading
     /// anything if something else comes, or if that cannot be seen yet.
-    bool skipAttributes(std::initializer_list<std::string_view> texts);
+    bool skipAttributes(std::string const& first, std::string const& second);
     bool skipBytes(std::string const& bytes);
     /// Likewise a compound that ends with an attribute, of which it reads the value.
     template <class T>

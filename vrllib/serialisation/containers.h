@@ -1,7 +1,6 @@
 #pragma once
 
 #include <iostream>
-#include <iterator>
 #include <map>
 #include <string>
 #include <unordered_map>
@@ -81,15 +80,6 @@ bool readKey(Reader d, K& key) {
         return readItem(d, key.first) && readItem(d, key.second);
     else
         return readItem(d, key);
-}
-
-/// Reads a key if it can be seen that it comes next.
-template <class Reader, class K>
-bool skipKey(Reader d, K const& key) {
-    if constexpr (std::is_same_v<K, std::string>)
-        return d.skipAttributes({key});
-    else
-        return false;
 }
 
 /// Finds the first port of a name. Ports may be appended in between, and keep their names.
@@ -392,18 +382,11 @@ bool SerialisableAttrMap<K, T>::read(DeSerialiserBase* d) {
 template <class K, class T>
 template <class Reader>
 bool SerialisableAttrMap<K, T>::readFrom(Reader d, std::map<K, shared_ptr<T>>& objects, bool refuseNew) {
-    auto next = objects.begin();  // keys come in order, so this is the place to look first
-    return detail::readContainer(d, "PtrMap", [&objects, &next, refuseNew, d] {
-        auto found = next;
+    return detail::readContainer(d, "PtrMap", [&objects, refuseNew, d] {
         K key{};
-        if (next == objects.end() || !detail::skipKey(d, next->first)) {
-            if (!detail::readItem(d, key)) return false;
-            found = objects.find(key);
-        }
-        if (found != objects.end()) {
-            next = std::next(found);
-            return found->second && detail::readItem(d, *found->second);
-        }
+        if (!detail::readItem(d, key)) return false;
+        auto const found = objects.find(key);
+        if (found != objects.end()) return found->second && detail::readItem(d, *found->second);
         if (refuseNew) return false;
         shared_ptr<T> const object(detail::createStored<T>(d.previewType()));
         if (!object) {

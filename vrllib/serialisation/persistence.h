@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <type_traits>
@@ -80,12 +81,14 @@ public:
         return std::move(*this);
     }
 
-    /// A member, streamed by its Serialisable or by the wrapper W that is named.
-    template <class W = void, class M>
-    SerFormat&& member(unsigned int number, char const* name, M C::*field) && {
+    /// A member, streamed by its Serialisable or by the wrapper W that is named. `get` is a pointer to it, or a
+    /// function that returns it of an object.
+    template <class W = void, class Get>
+    SerFormat&& member(unsigned int number, char const* name, Get get) && {
+        using M = std::remove_reference_t<std::invoke_result_t<Get, C&>>;
         using Wrapper = std::conditional_t<std::is_void_v<W>, Serialisable<M>, W>;
         static_assert(!std::is_void_v<W> || detail::kHasWrapper<M>, "The type of this member needs a wrapper.");
-        add(std::make_unique<Field<M, Wrapper>>(idOf(number), name, field));
+        add(std::make_unique<Field<M, Wrapper, Get>>(idOf(number), name, get));
         return std::move(*this);
     }
 
@@ -126,11 +129,10 @@ public:
 private:
     using Member = detail::SerMember;
 
-    template <class M, class Wrapper>
+    template <class M, class Wrapper, class Get>
     struct Field final : Member {
-        Field(std::string memberId, char const* memberName, M C::*f)
-            : Member(std::move(memberId), memberName), field(f) {}
-        void* address(void* object) const override { return &(static_cast<C*>(object)->*field); }
+        Field(std::string memberId, char const* memberName, Get g) : Member(std::move(memberId), memberName), get(g) {}
+        void* address(void* object) const override { return &std::invoke(get, *static_cast<C*>(object)); }
         bool write(void* target, detail::AnyWriter s) const override { return writeTo(s, target); }
         bool write(void* target, detail::BinaryWriter s) const override { return writeTo(s, target); }
         bool read(void* target, detail::AnyReader d) const override { return readFrom(d, target); }
@@ -154,7 +156,7 @@ private:
                 return Wrapper(member, this->name).read(d.base());
         }
 
-        M C::*field;
+        Get get;
     };
 
     template <class M>

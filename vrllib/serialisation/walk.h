@@ -1,6 +1,5 @@
 #pragma once
 
-#include <initializer_list>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -114,9 +113,9 @@ public:
         return count;
     }
     /**@{*/
-    /// Reads that id, or the attributes of those strings, if it can be seen that they come next.
+    /// Reads that id, or the attributes of those two strings, if it can be seen that they come next.
     bool skipId(SavedId const&) const { return false; }
-    bool skipAttributes(std::initializer_list<std::string_view>) const { return false; }
+    bool skipAttributes(std::string const&, std::string const&) const { return false; }
     /**@}*/
     bool readId(std::string& id) const { return stream->readSerialisationId(id); }
     void skipAttribute() const { stream->skipAttribute(); }
@@ -149,7 +148,9 @@ public:
     bool readCompound(std::string const& head, T& value) const {
         return stream->readCompound(head, value);
     }
-    bool skipAttributes(std::initializer_list<std::string_view> texts) const { return stream->skipAttributes(texts); }
+    bool skipAttributes(std::string const& first, std::string const& second) const {
+        return stream->skipAttributes(first, second);
+    }
 
 private:
     BinaryStreamDeSerialiser* stream;
