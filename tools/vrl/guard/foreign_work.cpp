@@ -8,6 +8,8 @@
 #include <cstring>
 #include <utility>
 
+#include "guard/second_try.h"
+
 namespace vrltool {
 
 namespace {
@@ -35,6 +37,7 @@ constexpr char kHint[] =
 
 // Only what is safe in a handler of signals.
 void onCrash(int number) {
+    SecondTry::handOver();
     char const* const what = atWork;
     if (what) {
         say("vrl: ");
@@ -53,6 +56,7 @@ void onCrash(int number) {
 bool leftToParent = false;
 
 void onExit() {
+    SecondTry::handOver();
     char const* const what = atWork;
     if (!what || leftToParent) return;
     say("vrl: ");

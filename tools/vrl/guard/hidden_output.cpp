@@ -4,7 +4,7 @@
 
 namespace vrltool {
 
-HiddenOutput::HiddenOutput() : out(std::cout.rdbuf(dropped.rdbuf())), err(std::cerr.rdbuf(dropped.rdbuf())) {}
+HiddenOutput::HiddenOutput() : out(std::cout.rdbuf(&dropped)), err(std::cerr.rdbuf(&dropped)) {}
 
 HiddenOutput::~HiddenOutput() {
     std::cout.rdbuf(out);

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <sstream>
 #include <streambuf>
 
 namespace vrltool {
@@ -15,7 +14,14 @@ public:
     ~HiddenOutput();
 
 private:
-    std::ostringstream dropped;
+    /// Takes everything and keeps nothing.
+    class Dropped : public std::streambuf {
+    protected:
+        int_type overflow(int_type c) override { return traits_type::not_eof(c); }
+        std::streamsize xsputn(char const*, std::streamsize count) override { return count; }
+    };
+
+    Dropped dropped;
     std::streambuf* out;
     std::streambuf* err;
 };
