@@ -1,6 +1,7 @@
 #include <map>
 #include <numeric>
 #include <set>
+#include <unordered_map>
 
 #include "check/findings.h"
 #include "text/phrases.h"
@@ -41,12 +42,12 @@ void lostName(Scope const& scope, Findings& findings) {
 }
 
 void doubledName(Scope const& scope, Findings& findings) {
-    std::map<unsigned, std::string> first;
+    std::unordered_map<unsigned, CheckedElement const*> first;
     for (CheckedElement const& checked : scope.checkedElements) {
         if (!checked.element->block || checked.element->name.empty()) continue;
-        auto const known = first.emplace(checked.element->number, checked.path);
+        auto const known = first.emplace(checked.element->number, &checked);
         if (known.second) continue;
-        findings.add({checked.path, "", "", 0}, "leads to the same block as " + inQuotes(known.first->second),
+        findings.add({checked.path, "", "", 0}, "leads to the same block as " + inQuotes(known.first->second->path),
                      "add a block of its own with a free number: one that comes with a taken number is dropped");
     }
 }

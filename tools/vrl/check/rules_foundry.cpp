@@ -1,5 +1,7 @@
 #include <algorithm>
+#include <map>
 #include <memory>
+#include <utility>
 
 #include "check/findings.h"
 #include "guard/thrown.h"
@@ -54,8 +56,38 @@ bool makesSection(vrl::Foundry const& foundry, std::string const& name) {
     return section != nullptr;
 }
 
+/// What foundries have; each is asked for each name only once.
+class Offers {
+public:
+    bool hasSection(vrl::Foundry const& foundry, std::string const& name) {
+        return known(sections, foundry, name,
+                     [&] { return has(sectionNames(foundry), name) || makesSection(foundry, name); });
+    }
+    bool hasFlow(vrl::Foundry const& foundry, std::string const& name) {
+        return known(flows, foundry, name, [&] { return has(flowNames(foundry), name); });
+    }
+    static std::vector<std::string> sectionNames(vrl::Foundry const& foundry) {
+        return keys(foundry.beginCrossSection(), foundry.endCrossSection());
+    }
+    static std::vector<std::string> flowNames(vrl::Foundry const& foundry) {
+        return keys(foundry.beginFlow(), foundry.endFlow());
+    }
+
+private:
+    using Answers = std::map<std::pair<vrl::Foundry const*, std::string>, bool>;
+
+    template <class Ask>
+    static bool known(Answers& answers, vrl::Foundry const& foundry, std::string const& name, Ask const& ask) {
+        auto const [entry, isNew] = answers.try_emplace({&foundry, name});
+        if (isNew) entry->second = ask();
+        return entry->second;
+    }
+
+    Answers sections, flows;
+};
+
 void checkChoice(CheckedElement const& checked, std::string const& port, vrl::Foundry::CSInfo const& choice,
-                 Findings& findings) {
+                 Offers& offers, Findings& findings) {
     vrl::Foundry const& foundry = *checked.foundry;
     auto const add = [&](std::string const& what, std::string const& name, std::vector<std::string> const& names,
                          std::string const& things) {
@@ -63,22 +95,22 @@ void checkChoice(CheckedElement const& checked, std::string const& port, vrl::Fo
                      "the foundry " + inQuotes(checked.element->foundry) + " has no " + what + " " + inQuotes(name),
                      namesHint(name, names, things));
     };
-    auto const sections = keys(foundry.beginCrossSection(), foundry.endCrossSection());
-    auto const flows = keys(foundry.beginFlow(), foundry.endFlow());
     std::string const& cs = choice.getCSName();
     std::string const& flow = choice.getFlowName();
-    if (!cs.empty() && !has(sections, cs) && !makesSection(foundry, cs))
-        add("cross section", cs, sections, "its cross sections");
-    if (!flow.empty() && !has(flows, flow)) add("process flow", flow, flows, "its process flows");
+    if (!cs.empty() && !offers.hasSection(foundry, cs))
+        add("cross section", cs, Offers::sectionNames(foundry), "its cross sections");
+    if (!flow.empty() && !offers.hasFlow(foundry, flow))
+        add("process flow", flow, Offers::flowNames(foundry), "its process flows");
 }
 
 void unknownChoice(Scope const& scope, Findings& findings) {
+    Offers offers;
     for (CheckedElement const& checked : scope.checkedElements) {
         if (!findings.covers(checked) || !checked.foundry) continue;
         vrl::BB const& block = *checked.element->block;
-        checkChoice(checked, "", block.vrl::BB::getCS(), findings);
+        checkChoice(checked, "", block.vrl::BB::getCS(), offers, findings);
         for (auto port = block.beginPort(); port != block.endPort(); ++port)
-            checkChoice(checked, port->getName(), port->getCS(), findings);
+            checkChoice(checked, port->getName(), port->getCS(), offers, findings);
     }
 }
 
@@ -87,7 +119,7 @@ void choiceNotAllowed(Scope const& scope, Findings& findings) {
         if (!findings.covers(checked)) continue;
         vrl::BB const& block = *checked.element->block;
         vrl::Foundry::CSInfo const& choice = block.vrl::BB::getCS();
-        if (choice == vrl::Foundry::CSInfo(nullptr)) continue;
+        if (choice.getCSName().empty() && choice.getFlowName().empty()) continue;
         bool allowed = true;
         quietlyThrownBy([&] { allowed = block.isAllowed(choice); });
         if (!allowed)

@@ -81,6 +81,9 @@ std::map<Domain, PortPlace> domainsOf(Scope const& scope, std::vector<PortPlace>
 /// The nodes with several domains, all of which are metal or not.
 void reportMixture(Scope const& scope, Findings& findings, bool metal, std::string const& hint) {
     eachNode(scope, findings, [&](unsigned node, std::vector<PortPlace> const& ports) {
+        Domain const first = scope.portOf(ports.front()).domain;
+        auto const isFirst = [&](PortPlace const& port) { return scope.portOf(port).domain == first; };
+        if (std::all_of(ports.begin(), ports.end(), isFirst)) return;
         auto const domains = domainsOf(scope, ports);
         bool const allMetal =
             std::all_of(domains.begin(), domains.end(), [](auto const& entry) { return isElectrical(entry.first); });

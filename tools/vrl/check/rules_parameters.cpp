@@ -12,13 +12,16 @@ namespace vrltool::check {
 
 namespace {
 
-/// Shows each parameter of a scope to a function.
+/// Shows each parameter of a scope to a function; of elements without any of those oddities none, if there are any.
 template <class Function>
-void eachParameter(Scope const& scope, Findings& findings, Function visit) {
-    for (Parameter const& parameter : scope.own.parameters) visit(scope.own, parameter);
+void eachParameter(Scope const& scope, Findings& findings, unsigned oddities, Function visit) {
+    auto const visitAll = [&](CheckedElement const& checked) {
+        if (!checked.list || (oddities && !(checked.oddities & oddities))) return;
+        for (Parameter const& parameter : parametersOf(*checked.list)) visit(checked, parameter);
+    };
+    visitAll(scope.own);
     for (CheckedElement const& checked : scope.checkedElements)
-        if (findings.covers(checked))
-            for (Parameter const& parameter : checked.parameters) visit(checked, parameter);
+        if (findings.covers(checked)) visitAll(checked);
 }
 
 Place placeOf(CheckedElement const& checked, Parameter const& parameter) {
@@ -55,7 +58,7 @@ std::string complaintOf(Parameter const& parameter) {
 }
 
 void valueOutOfRange(Scope const& scope, Findings& findings) {
-    eachParameter(scope, findings, [&](CheckedElement const& checked, Parameter const& parameter) {
+    eachParameter(scope, findings, kNotInRange, [&](CheckedElement const& checked, Parameter const& parameter) {
         if (parameter.inRange) return;
         std::string const value = valueSentence(parameter);
         std::string const range = withUnit(rangeText(parameter), parameter.unit);
@@ -83,7 +86,7 @@ Finite finiteness(ParameterValue const& value) {
 
 // Bounds that let infinity in are intended; those of a stand-in are not known.
 void valueNotFinite(Scope const& scope, Findings& findings) {
-    eachParameter(scope, findings, [&](CheckedElement const& checked, Parameter const& parameter) {
+    eachParameter(scope, findings, kMayBeInfinite, [&](CheckedElement const& checked, Parameter const& parameter) {
         Finite const finite = finiteness(parameter.value);
         if (finite == Finite::kNotANumber || (finite == Finite::kInfinite && !parameter.hasRange && !checked.standIn))
             findings.add(placeOf(checked, parameter), valueSentence(parameter) + ", which is no finite number",
@@ -96,7 +99,7 @@ void unknownParameterType(Scope const& scope, Findings& findings) {
     for (MissingKind const& kind : scope.design->missing)
         if (kind.what == MissingKind::What::kParameter) missing.insert(kind.name);
     if (missing.empty()) return;
-    eachParameter(scope, findings, [&](CheckedElement const& checked, Parameter const& parameter) {
+    eachParameter(scope, findings, 0, [&](CheckedElement const& checked, Parameter const& parameter) {
         if (missing.count(parameter.type))
             findings.add(placeOf(checked, parameter),
                          "parameter " + inQuotes(parameter.name) + " is of the type " + inQuotes(parameter.type) +
@@ -107,21 +110,19 @@ void unknownParameterType(Scope const& scope, Findings& findings) {
 
 void undeclaredParameter(Scope const& scope, Findings& findings) {
     for (CheckedElement const& checked : scope.checkedElements) {
-        if (!findings.covers(checked)) continue;
-        vrl::Attributes const& list = *checked.element->block;
-        std::vector<std::string> const declared(list.beginAttribute(), list.endAttribute());
-        std::set<std::string> const known(declared.begin(), declared.end());
-        for (Parameter const& parameter : checked.parameters)
-            if (!known.count(parameter.name))
-                findings.add(placeOf(checked, parameter),
-                             "parameter " + inQuotes(parameter.name) + " came with the file; the kind " +
+        if (!findings.covers(checked) || !(checked.oddities & kHasUndeclared)) continue;
+        std::vector<std::string> const declared(checked.list->beginAttribute(), checked.list->endAttribute());
+        for (ListedParameter const& listed : listedParameters(*checked.list))
+            if (!listed.declared)
+                findings.add({checked.path, "", listed.name, 0},
+                             "parameter " + inQuotes(listed.name) + " came with the file; the kind " +
                                  inQuotes(checked.element->kind) + " does not have it",
-                             namesHint(parameter.name, declared, "its parameters"));
+                             namesHint(listed.name, declared, "its parameters"));
     }
 }
 
 void expressionNotCalculated(Scope const& scope, Findings& findings) {
-    eachParameter(scope, findings, [&](CheckedElement const& checked, Parameter const& parameter) {
+    eachParameter(scope, findings, kHasExpression, [&](CheckedElement const& checked, Parameter const& parameter) {
         auto const* const holder = dynamic_cast<vrl::AttributeWithExpr const*>(parameter.attribute);
         if (parameter.expression.empty() || !holder || holder->isCalculated()) return;
         findings.add(placeOf(checked, parameter),
@@ -131,19 +132,14 @@ void expressionNotCalculated(Scope const& scope, Findings& findings) {
     });
 }
 
-bool allInRange(CheckedElement const& checked) {
-    for (Parameter const& parameter : checked.parameters)
-        if (!parameter.inRange) return false;
-    return true;
-}
-
 // The check of a composite hands on what the blocks inside say, and those are asked by themselves.
 void ownCheck(Scope const& scope, Findings& findings) {
+    std::ostringstream complaint;
     for (CheckedElement const& checked : scope.checkedElements) {
-        if (!findings.covers(checked) || !allInRange(checked)) continue;
+        if (!findings.covers(checked) || (checked.oddities & kNotInRange)) continue;
         if (dynamic_cast<vrl::CBB const*>(checked.element->block)) continue;
         vrl::Attributes const& list = *checked.element->block;
-        std::ostringstream complaint;
+        if (complaint.tellp() > 0) complaint = std::ostringstream();
         bool good = true;
         std::string const thrown = quietlyThrownBy([&] { good = list.inSpec(complaint); });
         if (!thrown.empty()) complaint << "it threw " << thrown;

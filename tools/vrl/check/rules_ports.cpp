@@ -1,8 +1,10 @@
+#include <algorithm>
 #include <map>
 #include <set>
 
 #include "check/findings.h"
 #include "text/phrases.h"
+#include "text/repeated.h"
 
 // Rules that look at the ports of elements.
 
@@ -15,8 +17,10 @@ constexpr char const kNameless[] = "-none-";  // what a port that a file brought
 void undeclaredPort(Scope const& scope, Findings& findings) {
     for (CheckedElement const& checked : scope.checkedElements) {
         if (!findings.covers(checked)) continue;
+        auto const& ports = checked.element->ports;
+        if (ports.empty() || ports.back().declared) continue;  // what is connected only comes last
         std::vector<std::string> declared;
-        for (ElementPort const& port : checked.element->ports) {
+        for (ElementPort const& port : ports) {
             if (port.declared)
                 declared.push_back(port.name);
             else
@@ -30,8 +34,10 @@ void undeclaredPort(Scope const& scope, Findings& findings) {
 void openPort(Scope const& scope, Findings& findings) {
     for (CheckedElement const& checked : scope.checkedElements) {
         if (!findings.covers(checked)) continue;
+        auto const& ports = checked.element->ports;
+        if (std::all_of(ports.begin(), ports.end(), [](ElementPort const& port) { return port.node != 0; })) continue;
         std::set<std::string> seen{kNameless};
-        for (ElementPort const& port : checked.element->ports) {
+        for (ElementPort const& port : ports) {
             if (!seen.insert(port.name).second || port.node != 0) continue;
             bool const optical = port.domain == vrl::EnumList::Optics;
             findings.add({checked.path, port.name, "", 0}, optical ? "the optical port is open" : "the port is open",
@@ -44,8 +50,12 @@ void openPort(Scope const& scope, Findings& findings) {
 void duplicatePort(Scope const& scope, Findings& findings) {
     for (CheckedElement const& checked : scope.checkedElements) {
         if (!findings.covers(checked)) continue;
+        auto const& ports = checked.element->ports;
+        if (!anyNameRepeated(
+                ports.begin(), ports.end(), [](ElementPort const& port) -> auto& { return port.name; }))
+            continue;
         std::map<std::string, std::size_t> counts;
-        for (ElementPort const& port : checked.element->ports) ++counts[port.name];
+        for (ElementPort const& port : ports) ++counts[port.name];
         counts.erase(kNameless);
         for (auto const& count : counts)
             if (count.second > 1)

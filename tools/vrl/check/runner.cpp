@@ -1,6 +1,8 @@
 #include "check/runner.h"
 
 #include <algorithm>
+#include <map>
+#include <utility>
 
 #include "design/foundries.h"
 #include "design/missing_text.h"
@@ -49,8 +51,23 @@ LeaveReason const* reasonToLeaveOut(Rule const& rule, CheckedElement const& chec
     return (rule.needs & kKind) && checked.standIn ? &kNoKind : &kNoFoundry;
 }
 
+/// The elements, equal ones for reasonToLeaveOut together: one of each sort, and how many.
+std::vector<std::pair<CheckedElement const*, std::size_t>> sortsOf(Scopes const& scopes) {
+    std::map<std::pair<bool, bool>, std::pair<CheckedElement const*, std::size_t>> sorts;
+    for (Scope const& scope : scopes.all()) {
+        for (CheckedElement const& checked : scope.checkedElements) {
+            auto& sort = sorts[{checked.standIn, checked.foundryUnknown}];
+            sort = {&checked, sort.second + 1};
+        }
+    }
+    std::vector<std::pair<CheckedElement const*, std::size_t>> list;
+    for (auto const& entry : sorts) list.push_back(entry.second);
+    return list;
+}
+
 std::vector<LeftOut> leftOutOf(Scopes const& scopes, std::vector<ChosenRule> const& rules) {
     bool const alone = scopes.all().size() == 1 && scopes.all().front().singleBlock;
+    auto const sorts = sortsOf(scopes);
     std::vector<LeftOut> list;
     for (ChosenRule const& chosen : rules) {
         if (!chosen.runs()) continue;
@@ -61,9 +78,8 @@ std::vector<LeftOut> leftOutOf(Scopes const& scopes, std::vector<ChosenRule> con
         }
         for (LeaveReason const* const reason : {&kNoKind, &kNoFoundry}) {
             std::size_t count = 0;
-            for (Scope const& scope : scopes.all())
-                for (CheckedElement const& checked : scope.checkedElements)
-                    count += reasonToLeaveOut(rule, checked) == reason;
+            for (auto const& [checked, howMany] : sorts)
+                if (reasonToLeaveOut(rule, *checked) == reason) count += howMany;
             if (count > 0) list.push_back({&rule, count, reason});
         }
     }

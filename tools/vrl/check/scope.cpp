@@ -1,5 +1,9 @@
 #include "check/scope.h"
 
+#include <cmath>
+#include <ostream>
+#include <type_traits>
+
 #include "text/progress.h"
 
 namespace vrltool::check {
@@ -13,12 +17,43 @@ Circuit rootOf(Design const& design) {
     return alone;
 }
 
+/// A stream that keeps nothing, and is made only once, which is most of its cost.
+std::ostream& nowhere() {
+    static std::ostream stream(nullptr);
+    return stream;
+}
+
+template <class T>
+unsigned odditiesOf(vrl::Value<T> const& parameter) {
+    unsigned odd = 0;
+    if (!parameter.inSpec(nowhere())) odd |= kNotInRange;
+    if constexpr (std::is_same_v<T, double>)
+        if (!std::isfinite(parameter.getValue())) odd |= kMayBeInfinite;
+    if constexpr (std::is_same_v<T, std::complex<double>>)
+        if (!std::isfinite(parameter.getValue().real()) || !std::isfinite(parameter.getValue().imag()))
+            odd |= kMayBeInfinite;
+    if (!parameter.getExpression().empty()) odd |= kHasExpression;
+    return odd;
+}
+
+unsigned odditiesOf(vrl::Attributes& list) {
+    unsigned odd = 0;
+    for (ListedParameter const& listed : listedParameters(list)) {
+        if (!listed.declared) odd |= kHasUndeclared;
+        if (withPlainValue(*listed.attribute, [&](auto const& value) { odd |= odditiesOf(value); })) continue;
+        odd |= kMayBeInfinite | kHasExpression;  // only its plug-in knows
+        if (!parameterOf(*listed.attribute).inRange) odd |= kNotInRange;
+    }
+    return odd;
+}
+
 CheckedElement checkedOf(Element const& element, std::string const& path) {
     CheckedElement checked;
     checked.path = path + element.label();
     checked.element = &element;
     if (!element.block) return checked;
-    checked.parameters = parametersOf(*element.block);
+    checked.list = element.block;
+    checked.oddities = odditiesOf(*element.block);
     checked.standIn = isStandIn(*element.block);
     checked.foundry = element.block->getFoundry();
     checked.foundryUnknown = !element.foundry.empty() && !checked.foundry;
@@ -52,7 +87,8 @@ Scopes::Scopes(Design const& d) : design(d), root(rootOf(d)) {
     top.top = true;
     top.singleBlock = design.object.block() != nullptr;
     if (design.object.block()) return;
-    top.own.parameters = parametersOf(*design.object.netlist());
+    top.own.list = design.object.netlist();
+    top.own.oddities = odditiesOf(*top.own.list);
 }
 
 void Scopes::addScope(Circuit const& circuit, std::string const& path, Progress& progress) {
@@ -63,6 +99,7 @@ void Scopes::addScope(Circuit const& circuit, std::string const& path, Progress&
     scope.sections = &sections;
     scope.own.path = path;
     std::string const prefix = path.empty() ? "" : path + "/";
+    scope.checkedElements.reserve(circuit.elements.size());
     for (Element const& element : circuit.elements) {
         scope.checkedElements.push_back(checkedOf(element, prefix));
         progress.step();

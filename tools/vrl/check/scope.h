@@ -19,11 +19,20 @@
 
 namespace vrltool::check {
 
+/// Why a rule looks at the parameters of an element; most elements have none of it.
+enum Oddity : unsigned {
+    kNotInRange = 1,     ///< one is outside its range
+    kMayBeInfinite = 2,  ///< or not a number
+    kHasExpression = 4,  ///< that may not be calculated
+    kHasUndeclared = 8   ///< one came with the file only
+};
+
 /// An element with what the rules ask of it.
 struct CheckedElement {
     std::string path;
-    Element const* element = nullptr;   ///< null for the parameters of a netlist itself
-    std::vector<Parameter> parameters;  ///< as parametersOf returns them
+    Element const* element = nullptr;  ///< null for the parameters of a netlist itself
+    vrl::Attributes* list = nullptr;   ///< the parameters; null without a block
+    unsigned oddities = 0;             ///< those of its parameters
     bool standIn = false;
     bool foundryUnknown = false;  ///< its foundry has a name, and no loaded plug-in has it
     vrl::Foundry const* foundry = nullptr;

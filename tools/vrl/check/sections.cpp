@@ -16,24 +16,23 @@ namespace {
 
 /// The number of a parameter. False if the element has none of that name that is a finite number.
 bool numberOf(CheckedElement const& checked, std::string const& name, double& number, std::string* unit) {
-    auto const found = std::find_if(checked.parameters.begin(), checked.parameters.end(),
-                                    [&](Parameter const& parameter) { return parameter.name == name; });
-    if (found == checked.parameters.end()) return false;
-    if (auto const* const real = std::get_if<double>(&found->value))
-        number = *real;
-    else if (auto const* const whole = std::get_if<int>(&found->value))
-        number = *whole;
+    if (!checked.list->find(name)) return false;
+    vrl::Attribute const* const parameter = checked.list->getAttribute(name);
+    if (auto const* const real = dynamic_cast<vrl::Value<double> const*>(parameter))
+        number = real->getValue();
+    else if (auto const* const whole = dynamic_cast<vrl::Value<int> const*>(parameter))
+        number = whole->getValue();
     else
         return false;
-    if (unit) *unit = found->unit;
+    if (unit) *unit = unitOf(*parameter);
     return std::isfinite(number);
 }
 
 double widthAt(CheckedElement const& checked, std::string const& port, std::string& unit) {
-    static char const* const byDirection[] = {"width", "widthIn", "widthOut"};
+    static std::string const byDirection[] = {"width", "widthIn", "widthOut"};
     double width = 0;
-    for (char const* const name : {"width", byDirection[static_cast<int>(directionOf(port))]})
-        if (numberOf(checked, name, width, &unit)) return width;
+    if (numberOf(checked, byDirection[0], width, &unit)) return width;
+    if (numberOf(checked, byDirection[static_cast<int>(directionOf(port))], width, &unit)) return width;
     unit.clear();
     return -1.0;
 }
@@ -80,23 +79,19 @@ std::string choiceText(vrl::Foundry::CSInfo const& choice) {
     return cs + (cs.empty() || flow.empty() ? "" : " by ") + flow;
 }
 
-vrl::Foundry::CSInfo choiceOf(CheckedElement const& checked, vrl::BB::Port const& port) {
-    vrl::Foundry::CSInfo choice = port.getCS();
-    vrl::BB const& block = *checked.element->block;
-    if (choice == vrl::Foundry::CSInfo(nullptr)) quietlyThrownBy([&] { choice = block.getCS(port); });
-    if (!choice.getFoundry()) choice.setFoundry(checked.foundry);
-    return choice;
-}
-
 Section Sections::at(CheckedElement const& checked, vrl::BB::Port const& port) {
-    vrl::Foundry::CSInfo const choice = choiceOf(checked, port);
+    vrl::BB const& block = *checked.element->block;
+    vrl::Foundry::CSInfo const* choice = &port.getCS();
+    if (choice->getCSName().empty() && choice->getFlowName().empty())
+        quietlyThrownBy([&] { choice = &block.getCS(port); });
+    vrl::Foundry const* const foundry = choice->getFoundry() ? choice->getFoundry() : checked.foundry;
     Section section;
     double const width = widthAt(checked, port.getName(), section.unit);
+    section.csName = choice->getCSName();
+    section.flowName = choice->getFlowName();
+    if (!foundry) return section;
     double radius = 0;
     if (!numberOf(checked, "radius", radius, nullptr)) radius = 0;
-    section.csName = choice.getCSName();
-    section.flowName = choice.getFlowName();
-    if (!choice.getFoundry()) return section;
     Key const key{checked.element->foundry, section.csName, section.flowName, width, radius};
     auto const found = made.find(key);
     if (found != made.end()) {
@@ -104,7 +99,9 @@ Section Sections::at(CheckedElement const& checked, vrl::BB::Port const& port) {
         known.unit = section.unit;  // of the block that asks; other blocks with this section may use another
         return known;
     }
-    make(section, choice, width, radius);
+    vrl::Foundry::CSInfo asked = *choice;
+    asked.setFoundry(foundry);
+    make(section, asked, width, radius);
     return made.emplace(key, section).first->second;
 }
 

@@ -34,14 +34,12 @@ std::string sectionText(Section const& section, std::string const& unit);
 /// "cross section 'strip' by process flow 'active'"; empty if both names are.
 std::string choiceText(vrl::Foundry::CSInfo const& choice);
 
-/// The choice for a port with the foundry to ask: its own if it has one, otherwise that of its block for this port.
-vrl::Foundry::CSInfo choiceOf(CheckedElement const& checked, vrl::BB::Port const& port);
-
 /// Makes the cross sections of ports; asks for each only once.
 ///
-/// Width and radius are the parameters 'width' and 'radius' of the block. Without 'width', a port that is an input has
-/// the parameter 'widthIn', and an output 'widthOut'. What no parameter says is left to the foundry: the width -1,
-/// which asks for the standard width, and the radius 0.
+/// The choice for a port is its own if it has one, otherwise that of its block for this port. Width and radius are the
+/// parameters 'width' and 'radius' of the block. Without 'width', a port that is an input has the parameter 'widthIn',
+/// and an output 'widthOut'. What no parameter says is left to the foundry: the width -1, which asks for the standard
+/// width, and the radius 0.
 class Sections {
 public:
     /// The section at a port of the checked.

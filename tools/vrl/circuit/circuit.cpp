@@ -1,7 +1,7 @@
 #include "circuit/circuit.h"
 
 #include <algorithm>
-#include <set>
+#include <unordered_set>
 
 namespace vrltool {
 
@@ -9,6 +9,7 @@ namespace {
 
 std::vector<ElementPort> declaredPorts(vrl::BB const& block) {
     std::vector<ElementPort> ports;
+    ports.reserve(static_cast<std::size_t>(block.endPort() - block.beginPort()));
     for (auto port = block.beginPort(); port != block.endPort(); ++port)
         ports.push_back({port->getName().getName(), port->getDomain(), 0, true});
     return ports;
@@ -20,7 +21,8 @@ vrl::BB* blockOf(vrl::Netlist& netlist, unsigned number) {
 }
 
 void addElements(Circuit& circuit, vrl::Netlist& netlist, int depth) {
-    std::set<unsigned> named;
+    circuit.elements.reserve(netlist.sizeElements());
+    std::unordered_set<unsigned> named(netlist.sizeElements());
     for (auto name = netlist.beginElementName(); name != netlist.endElementName(); ++name) {
         if (name->first.empty()) continue;  // only a damaged file has one: it counts as nameless
         // Under a second name a block has no inside, or its elements would count twice.
@@ -42,11 +44,34 @@ void connect(Element& element, std::string const& port, unsigned node) {
         found->node = node;
 }
 
+/// Both the connected ports and the elements with a name are sorted by it.
+void connectAll(Circuit& circuit, vrl::Netlist const& netlist) {
+    auto element = circuit.elements.begin();
+    auto const end = std::find_if(element, circuit.elements.end(), [](Element const& e) { return e.name.empty(); });
+    for (auto entry = netlist.beginElementPort(); entry != netlist.endElementPort(); ++entry) {
+        auto const& [name, port] = entry->first;
+        while (element != end && element->name < name) ++element;
+        if (element != end && element->name == name)
+            connect(*element, port, entry->second);
+        else
+            circuit.danglingConnections.push_back(entry->first);
+    }
+}
+
 void addNodes(Circuit& circuit) {
+    std::vector<std::pair<unsigned, PortPlace>> connected;
     for (std::size_t e = 0; e < circuit.elements.size(); ++e) {
         auto const& ports = circuit.elements[e].ports;
         for (std::size_t p = 0; p < ports.size(); ++p)
-            if (ports[p].node != 0) circuit.nodes[ports[p].node].push_back({e, p});
+            if (ports[p].node != 0) connected.push_back({ports[p].node, {e, p}});
+    }
+    std::stable_sort(connected.begin(), connected.end(),
+                     [](auto const& a, auto const& b) { return a.first < b.first; });
+    auto node = circuit.nodes.end();
+    for (auto const& [number, place] : connected) {
+        if (node == circuit.nodes.end() || node->first != number)
+            node = circuit.nodes.try_emplace(circuit.nodes.end(), number);
+        node->second.push_back(place);
     }
 }
 
@@ -90,13 +115,7 @@ Element elementOf(std::string const& name, unsigned number, vrl::BB* block, int 
 Circuit circuitFrom(vrl::Netlist& netlist, int depth) {
     Circuit circuit;
     addElements(circuit, netlist, depth);
-    for (auto entry = netlist.beginElementPort(); entry != netlist.endElementPort(); ++entry) {
-        std::size_t const place = circuit.find(entry->first.first);
-        if (place == circuit.elements.size())
-            circuit.danglingConnections.push_back(entry->first);
-        else
-            connect(circuit.elements[place], entry->first.second, entry->second);
-    }
+    connectAll(circuit, netlist);
     addNodes(circuit);
     circuit.inputs.assign(netlist.beginInputNodes(), netlist.endInputNodes());
     circuit.outputs.assign(netlist.beginOutputNodes(), netlist.endOutputNodes());

@@ -4,24 +4,22 @@
 #include <nlohmann/json.hpp>
 #include <set>
 #include <sstream>
+#include <string_view>
+#include <utility>
 
 #include "text/number.h"
+#include "text/repeated.h"
 
 namespace vrltool {
 
 namespace {
-
-#define VRL_OR_IS_(Type) || std::is_same_v<T, Type>
-template <class T>
-constexpr bool kCanHaveRange = false VRL_FOR_RANGED_TYPES(VRL_OR_IS_);
-#undef VRL_OR_IS_
 
 template <class T>
 bool takeValue(vrl::Attribute const& attribute, Parameter& parameter) {
     auto const* const plain = dynamic_cast<vrl::Value<T> const*>(&attribute);
     if (!plain) return false;
     parameter.value = plain->getValue();
-    if constexpr (kCanHaveRange<T>) {
+    if constexpr (detail::kCanHaveRange<T>) {
         if (auto const* const ranged = dynamic_cast<ValueRange<T, vrl::Value<T>> const*>(&attribute)) {
             parameter.hasRange = true;
             parameter.min = ranged->getMinValue();
@@ -69,6 +67,25 @@ private:
     bool own = false;
 };
 
+/// Whether a list may have parameters that came with a file only. They are made by the factory, and others are not.
+bool mayBeStored = true;
+
+std::vector<std::string> storedNames(vrl::Attributes& list) {
+    if (!mayBeStored) return {};
+    NameCollector collector;
+    list.write(&collector);
+    return std::move(collector.names);
+}
+
+/// The parameter of that name in the list; null without one.
+vrl::Attribute* named(vrl::Attributes& list, std::string const& name) {
+    try {
+        return list.getAttribute(name);
+    } catch (std::string const&) {
+        return nullptr;
+    }
+}
+
 /// A type that is not named here has the string that the library returns.
 struct Text {
     std::string operator()(std::monostate) const { return {}; }
@@ -100,11 +117,15 @@ struct AsJson {
 
 }  // namespace
 
+std::string unitOf(vrl::Attribute const& attribute) {
+    return asked([&] { return attribute.getUnits(); });
+}
+
 Parameter parameterOf(vrl::Attribute& attribute) {
     Parameter parameter;
     parameter.attribute = &attribute;
     parameter.name = asked([&] { return attribute.getName(); });
-    parameter.unit = asked([&] { return attribute.getUnits(); });
+    parameter.unit = unitOf(attribute);
     parameter.description = asked([&] { return attribute.getDescr(); });
     parameter.type = attribute.getType();
 #define VRL_OR_TAKES_(T, Word, Name) || takeValue<T>(attribute, parameter)
@@ -118,20 +139,38 @@ Parameter parameterOf(vrl::Attribute& attribute) {
     return parameter;
 }
 
+void watchStoredParameters() {
+    static bool watched = false;
+    if (std::exchange(watched, true)) return;
+    FactoryLoader<vrl::Attribute>::factory().registerOnCreate([](vrl::Attribute*) { mayBeStored = true; });
+    mayBeStored = false;
+}
+
 // A list keeps the order of adding; what was made while reading has no place in it and shows only in the walk of
 // writing.
+std::vector<ListedParameter> listedParameters(vrl::Attributes& list) {
+    std::vector<std::string> const stored = storedNames(list);
+    bool const eachOnce = stored.empty() && !anyNameRepeated(
+                                                list.beginAttribute(), list.endAttribute(),
+                                                [](std::string const& name) -> auto& { return name; });
+    std::vector<ListedParameter> parameters;
+    parameters.reserve(list.size());
+    std::set<std::string_view> seen;
+    auto const take = [&](std::string const& name, bool declared) {
+        if (!eachOnce && !seen.insert(name).second) return;
+        if (vrl::Attribute* const attribute = named(list, name)) parameters.push_back({name, attribute, declared});
+    };
+    for (auto name = list.beginAttribute(); name != list.endAttribute(); ++name) take(*name, true);
+    for (std::string const& name : stored) take(name, false);
+    return parameters;
+}
+
 std::vector<Parameter> parametersOf(vrl::Attributes& list) {
     std::vector<Parameter> parameters;
-    std::set<std::string> seen;
-    auto const take = [&](std::string const& name) {
-        if (!seen.insert(name).second || !list.find(name)) return;
-        parameters.push_back(parameterOf(*list.getAttribute(name)));
-        parameters.back().name = name;
-    };
-    for (auto name = list.beginAttribute(); name != list.endAttribute(); ++name) take(*name);
-    NameCollector collector;
-    list.write(&collector);
-    for (std::string const& name : collector.names) take(name);
+    for (ListedParameter& listed : listedParameters(list)) {
+        parameters.push_back(parameterOf(*listed.attribute));
+        parameters.back().name = std::move(listed.name);
+    }
     return parameters;
 }
 

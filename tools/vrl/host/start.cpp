@@ -10,6 +10,7 @@
 #include <sstream>
 #include <vector>
 
+#include "circuit/parameters.h"
 #include "guard/foreign_work.h"
 #include "guard/quiet_output.h"
 #include "guard/thrown.h"
@@ -90,6 +91,7 @@ private:
 
 void start(StartObserver& observer, std::string const& config) {
     if (!config.empty()) vrlConfigFile(config.c_str());
+    watchStoredParameters();
     vrlSetLoadObserver(&observer);
     QuietOutput const quiet;
     std::string const thrown = thrownBy([] { vrlInit_vrllib(false, true); });
