@@ -115,22 +115,24 @@ void compareBoundaries(Wiring const& a, Wiring const& b, CommonPorts& common, st
                        std::vector<Change>& changes) {
     static constexpr Topic topics[] = {Topic::kInput, Topic::kOutput, Topic::kDc};
     static constexpr char const* words[] = {"input ", "output ", "DC "};
-    CommonPorts const ports = common;  // without the places that are added here
+    std::vector<CommonPorts::Port> places;  // are added last: nothing is compared with them here
     for (std::size_t list = 0; list < Wiring::kBoundaries; ++list) {
         Places const& listA = a.boundary[list];
         Places const& listB = b.boundary[list];
-        auto const pairs = pairsOf(netsOf(listA, ports.ofA), netsOf(listB, ports.ofB), ports);
+        auto const pairs = pairsOf(netsOf(listA, common.ofA), netsOf(listB, common.ofB), common);
         auto const kept = keptOrder(pairs);
         for (PlacePair const& pair : pairs) {
             if (pair.same)
-                common.addPlace(words[list] + std::to_string(pair.inB + 1), listA[pair.inA], listB[pair.inB]);
+                places.push_back(
+                    {nullptr, words[list] + std::to_string(pair.inB + 1), listA[pair.inA], listB[pair.inB]});
             if (pair.same && kept.count(pair.inB)) continue;
             Change change{topics[list], verbOf(pair), path, "", "", {}, {}, {}};
-            if (pair.inA != kNone) change.from = BoundaryPlace{pair.inA + 1, ports.texts(ports.ofA[listA[pair.inA]])};
-            if (pair.inB != kNone) change.to = BoundaryPlace{pair.inB + 1, ports.texts(ports.ofB[listB[pair.inB]])};
+            if (pair.inA != kNone) change.from = BoundaryPlace{pair.inA + 1, common.texts(common.ofA[listA[pair.inA]])};
+            if (pair.inB != kNone) change.to = BoundaryPlace{pair.inB + 1, common.texts(common.ofB[listB[pair.inB]])};
             changes.push_back(std::move(change));
         }
     }
+    for (CommonPorts::Port& place : places) common.add(std::move(place));
 }
 
 }  // namespace vrltool::diff

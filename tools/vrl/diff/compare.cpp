@@ -1,7 +1,6 @@
 #include "diff/compare.h"
 
 #include <algorithm>
-#include <tuple>
 
 #include "diff/boundary.h"
 #include "diff/connections.h"
@@ -16,22 +15,26 @@ namespace {
 
 /// A part of A, a part of B, or both.
 struct Entry {
-    std::string label;
+    std::string const* label;
     Wiring::Part const* inA;
     Wiring::Part const* inB;
 };
 
 std::vector<Entry> entriesOf(Wiring const& a, Wiring const& b, Matching const& matching) {
     std::vector<Entry> entries;
+    entries.reserve(a.parts.size());
     for (std::size_t part = 0; part < a.parts.size(); ++part) {
         Wiring::Part const* const other = matching.toB[part] == kNone ? nullptr : &b.parts[matching.toB[part]];
-        entries.push_back({(other ? other : &a.parts[part])->label, &a.parts[part], other});
+        entries.push_back({&(other ? other : &a.parts[part])->label, &a.parts[part], other});
     }
     for (std::size_t part = 0; part < b.parts.size(); ++part)
-        if (matching.toA[part] == kNone) entries.push_back({b.parts[part].label, nullptr, &b.parts[part]});
-    std::stable_sort(entries.begin(), entries.end(), [](Entry const& x, Entry const& y) {
-        return std::tuple(x.label, x.inA == nullptr) < std::tuple(y.label, y.inA == nullptr);
-    });
+        if (matching.toA[part] == kNone) entries.push_back({&b.parts[part].label, nullptr, &b.parts[part]});
+    auto const isLess = [](Entry const& x, Entry const& y) {
+        int const order = x.label->compare(*y.label);
+        return order < 0 || (order == 0 && x.inA && !y.inA);
+    };
+    if (!std::is_sorted(entries.begin(), entries.end(), isLess))
+        std::stable_sort(entries.begin(), entries.end(), isLess);
     return entries;
 }
 
@@ -92,7 +95,7 @@ private:
         progress.step();
         Element const* const inA = elementOf(entry.inA);
         Element const* const inB = elementOf(entry.inB);
-        std::string const below = pathBelow(path, entry.label);
+        std::string const below = pathBelow(path, *entry.label);
         if (inA && inB)
             compareElements(*inA, *inB, below);
         else if (inB)

@@ -9,7 +9,8 @@
 
 namespace vrltool::diff {
 
-/// Two designs compared: what differs, and the names of the parameters that were met, bare and with their paths.
+/// Two designs compared: what differs, and the names of the parameters that were met, bare and with their
+/// paths, if any are to be ignored.
 struct Comparison {
     Differences differences;
     std::set<std::string> parameters;

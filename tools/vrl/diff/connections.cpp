@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <map>
 #include <tuple>
+#include <utility>
 
 namespace vrltool::diff {
 
@@ -14,30 +15,30 @@ CommonPorts::CommonPorts(Wiring const& a, Wiring const& b, Matching const& match
         if (matching.toA[part] == kNone) add(nullptr, &b.parts[part]);
 }
 
+// The connections of both parts are sorted by their ports.
 void CommonPorts::add(Wiring::Part const* inA, Wiring::Part const* inB) {
-    std::map<std::string, std::pair<std::size_t, std::size_t>> nets;
-    if (inA)
-        for (Wiring::Connection const& connection : inA->connections) nets[connection.port] = {connection.net, kNone};
-    if (inB)
-        for (Wiring::Connection const& connection : inB->connections)
-            nets.emplace(connection.port, std::pair(kNone, kNone)).first->second.second = connection.net;
-    std::string const& label = (inB ? inB : inA)->label;
-    for (auto const& [port, net] : nets) addPort(label + "," + port, net.first, net.second, false);
+    static std::vector<Wiring::Connection> const none;
+    auto const& listA = inA ? inA->connections : none;
+    auto const& listB = inB ? inB->connections : none;
+    std::string const* const label = &(inB ? inB : inA)->label;
+    for (auto a = listA.begin(), b = listB.begin(); a != listA.end() || b != listB.end();) {
+        int const order = a == listA.end() ? 1 : b == listB.end() ? -1 : a->port.compare(b->port);
+        Port port{label, order <= 0 ? a->port : b->port};
+        if (order <= 0) port.netA = (a++)->net;
+        if (order >= 0) port.netB = (b++)->net;
+        add(std::move(port));
+    }
 }
 
-void CommonPorts::addPort(std::string const& text, std::size_t netA, std::size_t netB, bool ofBoundary) {
-    if (netA != kNone) ofA[netA].push_back(ports.size());
-    if (netB != kNone) ofB[netB].push_back(ports.size());
-    ports.push_back({text, netA, netB, ofBoundary});
-}
-
-void CommonPorts::addPlace(std::string const& text, std::size_t netA, std::size_t netB) {
-    addPort(text, netA, netB, true);
+void CommonPorts::add(Port port) {
+    if (port.netA != kNone) ofA[port.netA].push_back(ports.size());
+    if (port.netB != kNone) ofB[port.netB].push_back(ports.size());
+    ports.push_back(std::move(port));
 }
 
 std::vector<std::string> CommonPorts::texts(std::vector<std::size_t> const& some) const {
     std::vector<std::tuple<bool, std::string>> sorted;
-    for (std::size_t const port : some) sorted.emplace_back(ports[port].ofBoundary, ports[port].text);
+    for (std::size_t const port : some) sorted.emplace_back(!ports[port].part, ports[port].text());
     std::sort(sorted.begin(), sorted.end());
     std::vector<std::string> result;
     for (auto& entry : sorted) result.push_back(std::move(std::get<1>(entry)));
@@ -64,14 +65,23 @@ Groups groupsOf(CommonPorts const& common, std::vector<std::size_t> const& net, 
     return groups;
 }
 
+/// Whether the ports of a net are one group.
+bool isOneGroup(CommonPorts const& common, std::vector<std::size_t> const& net, std::size_t CommonPorts::Port::*other) {
+    if (net.size() <= 1) return true;
+    std::size_t const there = common.ports[net.front()].*other;
+    return there != kNone &&
+           std::all_of(net.begin(), net.end(), [&](std::size_t port) { return common.ports[port].*other == there; });
+}
+
 }  // namespace
 
 void compareConnections(CommonPorts const& common, std::string const& path, std::vector<Change>& changes) {
     std::vector<std::tuple<std::string, Verb, Groups>> lines;
     auto const collect = [&](Verb verb, auto const& nets, std::size_t CommonPorts::Port::*other) {
         for (auto const& net : nets) {
+            if (isOneGroup(common, net, other)) continue;
             Groups groups = groupsOf(common, net, other);
-            if (groups.size() > 1) lines.emplace_back(groups[0][0], verb, std::move(groups));
+            lines.emplace_back(groups[0][0], verb, std::move(groups));
         }
     };
     collect(Verb::kDisconnected, common.ofA, &CommonPorts::Port::netB);

@@ -15,23 +15,24 @@ namespace vrltool::diff {
 struct CommonPorts {
     /// A port with the nets on which A and B have it, kNone where it is not connected.
     struct Port {
-        std::string text;
+        std::string const* part;  ///< its label; null for a place of a boundary list, which belongs to its net too
+        std::string name;
         std::size_t netA = kNone;
         std::size_t netB = kNone;
-        bool ofBoundary = false;  ///< a place of a boundary list, which belongs to its net as a port does
+
+        std::string text() const { return part ? *part + "," + name : name; }
     };
     std::vector<Port> ports;
     std::vector<std::vector<std::size_t>> ofA, ofB;  ///< by net
 
+    /// Both wirings outlive the ports.
     CommonPorts(Wiring const& a, Wiring const& b, Matching const& matching);
-    /// Adds a place of the boundary that both have.
-    void addPlace(std::string const& text, std::size_t netA, std::size_t netB);
+    void add(Port port);
     /// The names of some ports, sorted, those of the boundary last.
     std::vector<std::string> texts(std::vector<std::size_t> const& some) const;
 
 private:
     void add(Wiring::Part const* inA, Wiring::Part const* inB);
-    void addPort(std::string const& text, std::size_t netA, std::size_t netB, bool ofBoundary);
 };
 
 /// Compares what is connected. Each net of A whose ports B has on several nets is one change, and so is each net of B

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <map>
 #include <string>
+#include <string_view>
+#include <unordered_map>
 #include <utility>
 
 #include "diff/content.h"
@@ -14,7 +16,7 @@ namespace vrltool::diff {
 namespace {
 
 void matchNames(Wiring const& a, Wiring const& b, Matching& matching) {
-    std::map<std::string, std::size_t> inB;
+    std::unordered_map<std::string_view, std::size_t> inB;
     for (std::size_t part = 0; part < b.parts.size(); ++part)
         if (!b.parts[part].name.empty()) inB.emplace(b.parts[part].name, part);
     for (std::size_t part = 0; part < a.parts.size(); ++part) {
@@ -153,9 +155,10 @@ Matching matchParts(Wiring const& a, Wiring const& b, bool renames) {
     matchNames(a, b, matching);
     matchNameless(a, b, matching, true);
     if (renames) {
+        auto const bothOpen = [&] { return anyOpen(a, matching.toB) && anyOpen(b, matching.toA); };
         for (Colouring const colouring : {Colouring::kContent, Colouring::kKind, Colouring::kKindAnyOrder})
-            if (anyOpen(a, matching.toB) && anyOpen(b, matching.toA)) OpenGraph(a, b, matching, colouring).match();
-        matchByKeptConnections(a, b, matching);
+            if (bothOpen()) OpenGraph(a, b, matching, colouring).match();
+        if (bothOpen()) matchByKeptConnections(a, b, matching);
     }
     matchNameless(a, b, matching, false);  // last: connections are better evidence than an equal kind
     return matching;

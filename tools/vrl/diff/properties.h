@@ -37,7 +37,7 @@ public:
     void compareTexts(Topic topic, std::string const& a, std::string const& b, std::string const& path,
                       std::string const& name = "");
 
-    /// The names of all parameters that were met.
+    /// The names of all parameters that were met, if any are to be ignored.
     std::set<std::string> const& met() const { return names; }
 
 private:

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <map>
+#include <unordered_map>
 
 namespace vrltool::diff {
 
@@ -11,6 +12,7 @@ bool byPort(Wiring::Connection const& a, Wiring::Connection const& b) { return a
 
 Wiring::Part partOf(Element const& element) {
     Wiring::Part part{element.name, element.label(), &element, {}};
+    part.connections.reserve(element.ports.size());
     for (ElementPort const& port : element.ports)
         if (port.node != 0) part.connections.push_back({port.name, port.node});
     std::sort(part.connections.begin(), part.connections.end(), byPort);
@@ -41,7 +43,7 @@ public:
 
 private:
     Wiring& wiring;
-    std::map<std::size_t, std::size_t> places;
+    std::unordered_map<std::size_t, std::size_t> places;
 };
 
 }  // namespace
@@ -54,6 +56,7 @@ std::size_t Wiring::netOf(std::size_t part, std::string const& port) const {
 
 Wiring wiringOf(Circuit const& circuit, vrl::Netlist const& netlist) {
     Wiring wiring;
+    wiring.parts.reserve(circuit.elements.size());
     for (Element const& element : circuit.elements) wiring.parts.push_back(partOf(element));
     addBareNames(wiring, circuit, netlist);
     NetNumbers numbers(wiring);
