@@ -10,9 +10,11 @@ std::vector<RuleFinding> Findings::take() {
     auto const place = [](RuleFinding const& finding) {
         return std::tie(finding.place.element, finding.place.port, finding.place.parameter);
     };
-    std::stable_sort(list.begin(), list.end(), [&](RuleFinding const& a, RuleFinding const& b) {
+    auto const isLess = [&](RuleFinding const& a, RuleFinding const& b) {
         return place(a) != place(b) ? place(a) < place(b) : a.severity > b.severity;
-    });
+    };
+    // Those of one rule come in order, mostly.
+    if (!std::is_sorted(list.begin(), list.end(), isLess)) std::stable_sort(list.begin(), list.end(), isLess);
     return std::exchange(list, {});
 }
 

@@ -119,16 +119,21 @@ void sameDirection(Scope const& scope, Findings& findings) {
 void crossSectionMismatch(Scope const& scope, Findings& findings) {
     eachOpticalNode(scope, findings, [&](unsigned node, std::vector<PortPlace> const& ports) {
         if (ports.size() < 2) return;
-        auto const sectionAt = [&](PortPlace const& port) {
+        auto const sectionAt = [&](PortPlace const& port) -> Section const& {
             return scope.sections->at(scope.checkedOf(port), scope.declaredPortOf(port));
         };
-        Section const first = sectionAt(ports.front());
+        auto const unitAt = [&](PortPlace const& port, PortPlace const& otherwise) {
+            std::string const unit = widthUnitAt(scope.checkedOf(port), scope.portOf(port).name);
+            return unit.empty() ? widthUnitAt(scope.checkedOf(otherwise), scope.portOf(otherwise).name) : unit;
+        };
+        Section const& first = sectionAt(ports.front());
         for (std::size_t i = 1; i < ports.size(); ++i) {
-            Section const other = sectionAt(ports[i]);
+            Section const& other = sectionAt(ports[i]);
             if (!differ(first, other)) continue;
             findings.add(placeOf(scope, ports.front()),
-                         "is " + sectionText(first, other.unit) + ", and " + scope.portText(ports[i]) + " at " +
-                             nodeText(node) + " is " + sectionText(other, first.unit),
+                         "is " + sectionText(first, unitAt(ports.front(), ports[i])) + ", and " +
+                             scope.portText(ports[i]) + " at " + nodeText(node) + " is " +
+                             sectionText(other, unitAt(ports[i], ports.front())),
                          "put a taper or a transition between them, or choose one cross section for both");
         }
     });

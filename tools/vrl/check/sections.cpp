@@ -14,27 +14,24 @@ namespace vrltool::check {
 
 namespace {
 
-/// The number of a parameter. False if the element has none of that name that is a finite number.
-bool numberOf(CheckedElement const& checked, std::string const& name, double& number, std::string* unit) {
-    if (!checked.list->find(name)) return false;
+/// The parameter of that name, and its number. Null if the element has none that is a finite number.
+vrl::Attribute const* numberOf(CheckedElement const& checked, std::string const& name, double& number) {
+    if (!checked.list->find(name)) return nullptr;
     vrl::Attribute const* const parameter = checked.list->getAttribute(name);
     if (auto const* const real = dynamic_cast<vrl::Value<double> const*>(parameter))
         number = real->getValue();
     else if (auto const* const whole = dynamic_cast<vrl::Value<int> const*>(parameter))
         number = whole->getValue();
     else
-        return false;
-    if (unit) *unit = unitOf(*parameter);
-    return std::isfinite(number);
+        return nullptr;
+    return std::isfinite(number) ? parameter : nullptr;
 }
 
-double widthAt(CheckedElement const& checked, std::string const& port, std::string& unit) {
+/// The parameter that says the width at a port, or null.
+vrl::Attribute const* widthAt(CheckedElement const& checked, std::string const& port, double& width) {
     static std::string const byDirection[] = {"width", "widthIn", "widthOut"};
-    double width = 0;
-    if (numberOf(checked, byDirection[0], width, &unit)) return width;
-    if (numberOf(checked, byDirection[static_cast<int>(directionOf(port))], width, &unit)) return width;
-    unit.clear();
-    return -1.0;
+    if (auto const* const found = numberOf(checked, byDirection[0], width)) return found;
+    return numberOf(checked, byDirection[static_cast<int>(directionOf(port))], width);
 }
 
 // A foundry that throws makes no section: the names of the choices are compared then.
@@ -63,14 +60,11 @@ bool differ(Section const& a, Section const& b) {
 }
 
 std::string sectionText(Section const& section, std::string const& unit) {
-    if (!section.made) {
-        vrl::Foundry::CSInfo choice(nullptr);
-        choice.setCS(section.csName);
-        choice.setFlow(section.flowName);
-        return choiceText(choice);
-    }
-    std::string const& named = section.unit.empty() ? unit : section.unit;
-    return section.kind + " of width " + numberText(section.width) + (named.empty() ? "" : " " + named);
+    if (section.made) return section.kind + " of width " + numberText(section.width) + (unit.empty() ? "" : " " + unit);
+    vrl::Foundry::CSInfo choice(nullptr);
+    choice.setCS(section.csName);
+    choice.setFlow(section.flowName);
+    return choiceText(choice);
 }
 
 std::string choiceText(vrl::Foundry::CSInfo const& choice) {
@@ -79,30 +73,33 @@ std::string choiceText(vrl::Foundry::CSInfo const& choice) {
     return cs + (cs.empty() || flow.empty() ? "" : " by ") + flow;
 }
 
-Section Sections::at(CheckedElement const& checked, vrl::BB::Port const& port) {
+std::string widthUnitAt(CheckedElement const& checked, std::string const& port) {
+    double width = 0;
+    auto const* const parameter = widthAt(checked, port, width);
+    return parameter ? unitOf(*parameter) : std::string();
+}
+
+Section const& Sections::at(CheckedElement const& checked, vrl::BB::Port const& port) {
     vrl::BB const& block = *checked.element->block;
     vrl::Foundry::CSInfo const* choice = &port.getCS();
     if (choice->getCSName().empty() && choice->getFlowName().empty())
         quietlyThrownBy([&] { choice = &block.getCS(port); });
     vrl::Foundry const* const foundry = choice->getFoundry() ? choice->getFoundry() : checked.foundry;
-    Section section;
-    double const width = widthAt(checked, port.getName(), section.unit);
+    double width = 0;
+    double radius = 0;
+    if (foundry && !widthAt(checked, port.getName(), width)) width = -1.0;
+    if (foundry && !numberOf(checked, "radius", radius)) radius = 0;
+    auto const [entry, isNew] = made.try_emplace(
+        {width, radius, foundry != nullptr, choice->getCSName(), choice->getFlowName(), checked.element->foundry});
+    Section& section = entry->second;
+    if (!isNew) return section;
     section.csName = choice->getCSName();
     section.flowName = choice->getFlowName();
     if (!foundry) return section;
-    double radius = 0;
-    if (!numberOf(checked, "radius", radius, nullptr)) radius = 0;
-    Key const key{checked.element->foundry, section.csName, section.flowName, width, radius};
-    auto const found = made.find(key);
-    if (found != made.end()) {
-        Section known = found->second;
-        known.unit = section.unit;  // of the block that asks; other blocks with this section may use another
-        return known;
-    }
     vrl::Foundry::CSInfo asked = *choice;
     asked.setFoundry(foundry);
     make(section, asked, width, radius);
-    return made.emplace(key, section).first->second;
+    return section;
 }
 
 }  // namespace vrltool::check

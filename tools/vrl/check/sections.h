@@ -19,7 +19,6 @@ struct Section {
     bool made = false;  ///< whether the foundry made it; if not, there are the names only
     std::string kind;
     double width = 0;
-    std::string unit;  ///< of the width, if it comes from a parameter
     std::string csName, flowName;
 };
 
@@ -27,12 +26,15 @@ struct Section {
 /// that both have.
 bool differ(Section const& a, Section const& b);
 
-/// "strip of width 0.45 um"; of one that was not made, what was chosen: "cross section 'strip'". `unit` is for one that
-/// has none of its own.
+/// "strip of width 0.45 um"; of one that was not made, what was chosen: "cross section 'strip'". `unit` is that of the
+/// width, or empty.
 std::string sectionText(Section const& section, std::string const& unit);
 
 /// "cross section 'strip' by process flow 'active'"; empty if both names are.
 std::string choiceText(vrl::Foundry::CSInfo const& choice);
+
+/// The unit of the width at a port; empty if no parameter says the width.
+std::string widthUnitAt(CheckedElement const& checked, std::string const& port);
 
 /// Makes the cross sections of ports; asks for each only once.
 ///
@@ -42,11 +44,11 @@ std::string choiceText(vrl::Foundry::CSInfo const& choice);
 /// width, and the radius 0.
 class Sections {
 public:
-    /// The section at a port of the checked.
-    Section at(CheckedElement const& checked, vrl::BB::Port const& port);
+    /// The section at a port of the checked; valid as long as this object.
+    Section const& at(CheckedElement const& checked, vrl::BB::Port const& port);
 
 private:
-    using Key = std::tuple<std::string, std::string, std::string, double, double>;
+    using Key = std::tuple<double, double, bool, std::string, std::string, std::string>;
     std::map<Key, Section> made;
 };
 

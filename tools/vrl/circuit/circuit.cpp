@@ -67,11 +67,11 @@ void addNodes(Circuit& circuit) {
     }
     std::stable_sort(connected.begin(), connected.end(),
                      [](auto const& a, auto const& b) { return a.first < b.first; });
-    auto node = circuit.nodes.end();
-    for (auto const& [number, place] : connected) {
-        if (node == circuit.nodes.end() || node->first != number)
-            node = circuit.nodes.try_emplace(circuit.nodes.end(), number);
-        node->second.push_back(place);
+    for (auto first = connected.begin(); first != connected.end();) {
+        auto const last = std::find_if(first, connected.end(), [&](auto const& c) { return c.first != first->first; });
+        auto& ports = circuit.nodes.try_emplace(circuit.nodes.end(), first->first)->second;
+        ports.reserve(static_cast<std::size_t>(last - first));
+        for (; first != last; ++first) ports.push_back(first->second);
     }
 }
 

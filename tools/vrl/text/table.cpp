@@ -41,10 +41,12 @@ void Table::write(std::ostream& os, std::size_t indent) const {
 
 std::string printable(std::string const& text) {
     static char const digits[] = "0123456789ABCDEF";
+    auto const isControl = [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; };
+    if (std::none_of(text.begin(), text.end(), isControl)) return text;
     std::string result;
     for (char const c : text) {
         auto const byte = static_cast<unsigned char>(c);
-        if (byte < 0x20 || byte == 0x7F)
+        if (isControl(c))
             result += std::string("\\x") + digits[byte >> 4] + digits[byte & 15];
         else
             result += c;
