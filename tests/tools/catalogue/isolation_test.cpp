@@ -88,6 +88,13 @@ TEST(Isolation, NamesTheBlockThatCrashesWhileADesignIsRead) {
               "status 2\n");
 }
 
+TEST(Isolation, NamesTheBlockThatEndsTheProgramWhileADesignIsRead) {
+    EXPECT_EQ(shownWith("ExitingBlock"),
+              "vrl: making the block 'ExitingBlock': the plug-in ended the program\n"
+              "  take it out of the configuration until it is mended; 'vrl plugins' and 'vrl validate' show more\n"
+              "status 2\n");
+}
+
 TEST(Isolation, NamesTheTypeOfWhatABlockThrows) {
     EXPECT_EQ(shownWith("NumberBlock"), "vrl: a plug-in threw a value of type int\nstatus 2\n");
 }
