@@ -37,18 +37,18 @@ Format formatOf(Options const& options) {
 
 /// Refuses what would not come back: JSON and YAML are UTF-8, and readers of YAML bound the length of names.
 void refuseOtherStrings(Node const& node, std::string const& path) {
-    std::string const& text = node.Scalar();
+    std::string const& text = node.text;
     if (firstStrayByte(text) < text.size())
         throw Failure(path, "the string '" + printable(text) + "' is no UTF-8, and has no place in a netlist",
                       "rename it or set it anew");
     for (auto const& part : node) {
-        if (node.IsMap() && part.first.Scalar().size() > kLongestName)
+        if (part.first.text.size() > kLongestName)
             throw Failure(path,
-                          "the name '" + printable(part.first.Scalar().substr(0, 60)) + "...' is longer than " +
+                          "the name '" + printable(part.first.text.substr(0, 60)) + "...' is longer than " +
                               std::to_string(kLongestName) + " bytes, and has no place in a netlist",
                           "shorten it");
-        if (node.IsMap()) refuseOtherStrings(part.first, path);
-        refuseOtherStrings(node.IsMap() ? part.second : part, path);
+        refuseOtherStrings(part.first, path);
+        refuseOtherStrings(part.second, path);
     }
 }
 
@@ -102,7 +102,7 @@ Outcome exportDesign(Options options, Common const& common) {
         return exportNetlist(circuit, options.file, map, kinds, findings);
     }();
     refuseOtherStrings(netlist, options.file);
-    std::string const text = written(netlist, formatOf(options));
+    std::string const text = written(netlist, formatOf(options)) + '\n';
     if (!options.output.empty()) saveFile(options.output, text);
     if (common.json)
         writeJson(std::cout, reportJson(options, netlist, findings, text));

@@ -28,7 +28,7 @@ struct Reading {
     std::size_t elements = 0;  ///< of all arrays
 
     bool error(Node const& node, std::string const& text) {
-        findings.add(Severity::kError, document.path, node.Mark(), text);
+        findings.add(Severity::kError, document.path, node.mark, text);
         return false;
     }
 
@@ -46,7 +46,7 @@ struct Reading {
 
 /// Reads the size of an array, which is bounded before any element is made.
 bool readSize(Reading& reading, Instance& instance) {
-    std::string const name = "'" + instance.name.Scalar() + "'";
+    std::string const name = "'" + instance.name.text + "'";
     ArraySize const size = instance.size = arraySizeOf(instance.given);
     if (size.columns == 0 || size.rows == 0)
         return reading.error(instance.name, "array of instance " + name + ": a count is a whole number from 1");
@@ -57,27 +57,27 @@ bool readSize(Reading& reading, Instance& instance) {
 }
 
 bool readInstance(Reading& reading, Instance& instance) {
-    std::string const what = "instance '" + instance.name.Scalar() + "'";
-    if (instance.name.Scalar().empty()) return reading.error(instance.name, "an instance has an empty name");
+    std::string const what = "instance '" + instance.name.text + "'";
+    if (instance.name.text.empty()) return reading.error(instance.name, "an instance has an empty name");
     if (!isString(instance.given) && !isMap(instance.given))
         return reading.error(instance.given, wrongKind(what, instance.given, "a map with 'component'"));
     if (!reading.check(instance.given, what, kInstance)) return false;
-    if (componentOf(instance.given).Scalar().empty()) return reading.error(instance.name, what + " names no component");
+    if (componentOf(instance.given).text.empty()) return reading.error(instance.name, what + " names no component");
     return reading.check(member(instance.given, "vrl"), "'vrl'", kOfInstance) && readSize(reading, instance);
 }
 
 bool checkPort(Reading& reading, Node const& node, std::string const& what) {
-    std::string const is = isString(node) ? "'" + node.Scalar() + "'" : kindWord(kindOf(node));
-    return (isString(node) && node.Scalar().find(',') != std::string::npos) ||
+    std::string const is = isString(node) ? "'" + node.text + "'" : kindWord(node.kind);
+    return (isString(node) && node.text.find(',') != std::string::npos) ||
            reading.error(node, what + " is " + is + ", where \"instance,port\" belongs");
 }
 
 void readNet(Reading& reading, Node const& given) {
     Net net{given};
     bool good = true;
-    for (auto const& part : given) {
-        if (isMap(given) && part.first.Scalar() != "p1" && part.first.Scalar() != "p2") continue;
-        net.ports.push_back(isMap(given) ? part.second : part);
+    for (auto const& [name, port] : given) {
+        if (isMap(given) && name.text != "p1" && name.text != "p2") continue;
+        net.ports.push_back(port);
         good = checkPort(reading, net.ports.back(), "a port of a net") && good;
     }
     if (good && net.ports.size() < 2)
@@ -88,12 +88,9 @@ void readNet(Reading& reading, Node const& given) {
 
 /// Reads connections as nets.
 void readConnections(Reading& reading, Node const& connections) {
-    Node pairs = newList({reading.document.root});  // one memory for all, see node.h
-    for (auto const& entry : connections) {
-        Node pair = newMap();
-        pairs.push_back(pair);
-        pair.force_insert("p1", entry.first);
-        pair.force_insert("p2", entry.second);
+    for (auto const& [first, second] : connections) {
+        Node pair = newMap({{"p1", first}});
+        pair.add("p2", second);
         readNet(reading, pair);
     }
 }
@@ -102,47 +99,47 @@ void readParts(Reading& reading) {
     Document& document = reading.document;
     reading.check(document.root, "the netlist", kNetlist);
     Node const extension = member(document.root, "vrl");
-    if (reading.check(extension, "'vrl'", kOfNetlist)) document.extension.reset(extension);
+    if (reading.check(extension, "'vrl'", kOfNetlist)) document.extension = extension;
     for (auto const& entry : mapOf(member(document.root, "instances"))) {
         Instance instance{entry.first, entry.second};
         instance.good = readInstance(reading, instance);
         document.instances.push_back(instance);
     }
     for (auto const& entry : document.root) {  // in the order of the file
-        if (entry.first.Scalar() == "connections") readConnections(reading, mapOf(entry.second));
-        if (entry.first.Scalar() == "nets")
-            for (Node const& net : listOf(entry.second)) readNet(reading, net);
+        if (entry.first.text == "connections") readConnections(reading, mapOf(entry.second));
+        if (entry.first.text == "nets")
+            for (auto const& net : listOf(entry.second)) readNet(reading, net.second);
     }
     for (auto const& entry : mapOf(member(document.root, "ports")))
-        if (checkPort(reading, entry.second, "outer port '" + entry.first.Scalar() + "'"))
+        if (checkPort(reading, entry.second, "outer port '" + entry.first.text + "'"))
             document.ports.emplace_back(entry.first, entry.second);
 }
 
 /// Fails for a file that holds no netlist, or several under names.
 void refuseOtherShapes(Node const& root, std::string const& path) {
-    if (!isMap(root)) throw Failure(path, std::string("holds ") + kindWord(kindOf(root)) + " and no netlist", kHint);
-    if (member(root, "instances").IsDefined()) return;
+    if (!isMap(root)) throw Failure(path, std::string("holds ") + kindWord(root.kind) + " and no netlist", kHint);
+    if (member(root, "instances").isDefined()) return;
     std::vector<std::string> names;
-    for (auto const& entry : root) names.push_back(entry.first.Scalar());
+    for (auto const& entry : root) names.push_back(entry.first.text);
     auto const near = nearNames("instances", names);
     throw Failure(path, "has no 'instances'", near.empty() ? kHint : "is '" + near.front() + "' meant for it?");
 }
 
-std::size_t countOf(Node const& node) { return isNull(node) ? 1 : node.as<std::size_t>(0); }
+std::size_t countOf(Node const& node) { return isNull(node) ? 1 : YAML::Node(node.text).as<std::size_t>(0); }
 
 }  // namespace
 
 ArraySize arraySizeOf(Node const& instance) {
     for (Node const& source : {member(instance, "array"), instance})
         for (auto const& [columns, rows] : kSizes)
-            if (member(source, columns).IsDefined() || member(source, rows).IsDefined())
+            if (member(source, columns).isDefined() || member(source, rows).isDefined())
                 return {countOf(member(source, columns)), countOf(member(source, rows))};
     return {};
 }
 
 bool isArray(Node const& instance) {
     for (auto const& entry : mapOf(instance))
-        if (instancePart(entry.first.Scalar()) == InstancePart::kArray && !isNull(entry.second)) return true;
+        if (instancePart(entry.first.text) == InstancePart::kArray && !isNull(entry.second)) return true;
     return false;
 }
 
@@ -163,7 +160,7 @@ InstancePart instancePart(std::string const& name) {
 Document readDocument(std::string const& path, Findings& findings) {
     Document document;
     document.path = path;
-    document.root.reset(readFile(path));
+    document.root = readFile(path);
     refuseOtherShapes(document.root, path);
     Reading reading{document, findings};
     readParts(reading);

@@ -17,12 +17,10 @@ struct ArraySize {
     std::size_t count() const { return columns * rows; }
 };
 
-/**@{*/
 /// The size of an array, under one of the pairs of names that are in use; 1 by 1 for what is no array, and 0 for a
 /// count that is no whole number from 1.
 ArraySize arraySizeOf(Node const& instance);
 bool isArray(Node const& instance);
-/**@}*/
 
 /// The names of the elements of an array: "NAME<COLUMN.ROW>", column by column; the plain name for a single one.
 std::vector<std::string> elementNames(std::string const& name, ArraySize const& size);
@@ -60,7 +58,7 @@ struct Document {
     std::vector<std::pair<Node, Node>> ports;  ///< outer names with "instance,port"
     Node extension = {};                       ///< the member "vrl", if it has the shape
 
-    std::string name() const { return member(root, "name").Scalar(); }
+    std::string name() const { return member(root, "name").text; }
 };
 
 /// Reads a netlist from a file. A Failure says what is no netlist at all: without a map of instances.

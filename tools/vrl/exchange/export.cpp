@@ -33,7 +33,7 @@ struct Export {
     std::map<std::string, Node> instances = {};
     std::map<unsigned, std::string> outerPorts = {};    ///< the first one of each node
     std::array<std::vector<unsigned>, 3> derived = {};  ///< the lists that an import would make of the outer ports
-    Node nets = newList(), ports = newMap();
+    Node nets{Kind::kList}, ports = Node{Kind::kMap};
 
     ElementPort const& portOf(PortPlace const& place) const {
         return circuit.elements[place.element].ports[place.port];
@@ -53,8 +53,8 @@ Node originOf(Node const& given) {
 /// The rule for an element: that of the component that it came from, or the first for its kind, or its own names.
 ComponentRule const* ruleFor(Export& context, Element const& element, Node const& given) {
     for (Node const& source : {originOf(given), given}) {
-        ComponentRule const* const own = context.map.find(componentOf(source).Scalar());
-        if (own && own->key.Scalar() == element.kind) return own;
+        ComponentRule const* const own = context.map.find(componentOf(source).text);
+        if (own && own->key.text == element.kind) return own;
     }
     if (ComponentRule const* const first = context.map.forKey(element.kind)) return first;
     if (!context.map.path.empty())
@@ -81,17 +81,17 @@ void addSettings(Export& context, std::string const& element, Source const& sour
                  Node& values) {
     std::set<std::string> said;
     for (auto const& setting : before) {
-        MappedName const target = source.rule.ourParameter(source.block, setting.first.Scalar());
+        MappedName const target = source.rule.ourParameter(source.block, setting.first.text);
         Node value = setting.second;
         if (!target.name.empty()) {
             Parameter const now = parameterOf(*source.block.getAttribute(target.name));
             std::string why;
             bool const good = valueFor(now, value, target.factor, why).has_value();
             bool const same = good ? isValueOf(now, value, target.factor) : source.isDefault(now);
-            if (!same) value.reset(nodeOfValue(now, target.factor));
+            if (!same) value = nodeOfValue(now, target.factor);
             if (same || isValueOf(now, value, target.factor)) said.insert(target.name);
         }
-        settings.force_insert(setting.first, value);
+        settings.add(setting.first, value);
     }
     for (Parameter const& parameter : parametersOf(source.block)) {
         Parameter const* const plain = source.before(parameter.name);
@@ -102,34 +102,34 @@ void addSettings(Export& context, std::string const& element, Source const& sour
         bool const isDefault = source.isDefault(parameter);
         if (isMap(before) && isDefault) continue;  // never given
         MappedName const setting = source.rule.parameters.toTheirs(parameter.name);
-        bool const free = !setting.name.empty() && !member(settings, setting.name).IsDefined();
+        bool const free = !setting.name.empty() && !member(settings, setting.name).isDefined();
         Node const value = nodeOfValue(parameter, setting.factor);
-        if (free) settings.force_insert(setting.name, value);
+        if (free) settings.add(setting.name, value);
         if (!isDefault && !(free && isValueOf(parameter, value, setting.factor)))
-            values.force_insert(parameter.name, nodeOfValue(parameter));
+            values.add(parameter.name, nodeOfValue(parameter));
     }
 }
 
 /// Adds a choice of cross section, unless it is that of before.
 void addChoice(Node& target, Choice const& choice, Choice const& before) {
     if (choice == before) return;
-    target.force_insert("crossSection", stringNode(choice.getCSName()));
-    target.force_insert("flow", stringNode(choice.getFlowName()));
+    target.add("crossSection", stringNode(choice.getCSName()));
+    target.add("flow", stringNode(choice.getFlowName()));
 }
 
 /// What "vrl" has of the choices of a block: all in which they differ from those of its kind.
 void addChoices(Node& extension, Source const& source) {
     FreshBlock const* const fresh = source.fresh;
     addChoice(extension, source.block.vrl::BB::getCS(), fresh ? fresh->block->vrl::BB::getCS() : Choice(nullptr));
-    Node ports = newMap();
+    Node ports{Kind::kMap};
     for (auto port = source.block.beginPort(); port != source.block.endPort(); ++port) {
         std::string const name = port->getName().getName();
         vrl::BB::Port* const before = fresh ? fresh->block->getPort(name) : nullptr;
-        Node choice = newMap();
+        Node choice{Kind::kMap};
         addChoice(choice, port->getCS(), before ? before->getCS() : Choice(nullptr));
-        if (choice.size() > 0 && !member(ports, name).IsDefined()) ports.force_insert(name, choice);
+        if (choice.size() > 0 && !member(ports, name).isDefined()) ports.add(name, choice);
     }
-    append(extension, newMap({{"ports", unlessEmpty(ports)}}));
+    if (ports.size() > 0) extension.add("ports", ports);
 }
 
 /// The inside of a composite comes with its kind; what was changed in there has no place in a netlist.
@@ -151,22 +151,21 @@ Node instanceOf(Export& context, Element const& element, Node const& given, Comp
     FreshBlock const* const fresh = isStandIn(block) ? nullptr : context.kinds.fresh(element.foundry, rule);
     Source const source{block, rule, fresh};
     Node const origin = originOf(given);
-    auto const isOf = [&](Node const& before) { return componentOf(before).Scalar() == rule.component; };
+    auto const isOf = [&](Node const& before) { return componentOf(before).text == rule.component; };
     Node const imported = isOf(origin) ? origin : isOf(given) ? given : Node();
     Node const before = isNull(imported) ? imported : mapOf(member(imported, "settings"));  // null without an import
-    Node settings = newMap(), values = newMap(), extension = newMap();
+    Node settings{Kind::kMap}, values = Node{Kind::kMap}, extension = Node{Kind::kMap};
     addSettings(context, element.name, source, before, settings, values);
-    if (element.foundry != context.map.foundry.Scalar()) extension.force_insert("foundry", stringNode(element.foundry));
-    append(extension, newMap({{"values", unlessEmpty(values)}}));
+    if (element.foundry != context.map.foundry.text) extension.add("foundry", stringNode(element.foundry));
+    if (values.size() > 0) extension.add("values", values);
     addChoices(extension, source);
     if (isString(componentOf(origin)) && !isOf(origin))
-        extension.force_insert("origin",
-                               newMap({{"component", componentOf(origin)}, {"settings", member(origin, "settings")}}));
+        extension.add("origin", newMap({{"component", componentOf(origin)}, {"settings", member(origin, "settings")}}));
     if (fresh && dynamic_cast<vrl::CBB*>(&block)) compareInside(context, element, *fresh);
     Node instance = newMap({{"component", stringNode(rule.component)}, {"settings", settings}});
     for (auto const& entry : mapOf(given))
-        if (instancePart(entry.first.Scalar()) == InstancePart::kKept) instance.force_insert(entry.first, entry.second);
-    append(instance, newMap({{"vrl", unlessEmpty(extension)}}));
+        if (instancePart(entry.first.text) == InstancePart::kKept) instance.add(entry.first, entry.second);
+    if (extension.size() > 0) instance.add("vrl", extension);
     return instance;
 }
 
@@ -182,7 +181,7 @@ void collapse(Export& context, std::string const& name, std::map<std::string, No
     if (!whole) return context.lose("arrays whose elements differ or are missing", name);
     for (auto const& element : elements) context.instances.erase(element.first);
     for (auto const& part : given)
-        if (instancePart(part.first.Scalar()) == InstancePart::kArray) first.force_insert(part.first, part.second);
+        if (instancePart(part.first.text) == InstancePart::kArray) first.add(part.first, part.second);
     context.instances.emplace(name, first);
 }
 
@@ -233,7 +232,7 @@ std::string portText(Export const& context, PortPlace const& place) {
 /// Adds the connections of all nodes. A node of many ports becomes a chain, which connects the same.
 void addNets(Export& context) {
     std::map<std::string, Node> given;
-    for (auto const& entry : mapOf(member(context.kept, "nets"))) given.emplace(entry.first.Scalar(), entry.second);
+    for (auto const& entry : mapOf(member(context.kept, "nets"))) given.emplace(entry.first.text, entry.second);
     std::set<std::array<std::size_t, 4>> connections;  // in order of the elements
     for (auto const& [node, places] : context.circuit.nodes)
         for (std::size_t i = 1; i < places.size(); ++i)
@@ -241,18 +240,18 @@ void addNets(Export& context) {
     for (auto const& [element1, port1, element2, port2] : connections) {
         PortPlace const a{element1, port1}, b{element2, port2};
         Node net = newMap({{"p1", stringNode(portText(context, a))}, {"p2", stringNode(portText(context, b))}});
-        context.nets.push_back(net);
+        context.nets.add(net);
         auto const [first, second] = std::minmax({context.circuit.portText(a), context.circuit.portText(b)});
         auto const found = given.find(first + " " + second);
         if (found == given.end() || !isMap(found->second)) continue;
         for (auto const& part : found->second)
-            if (part.first.Scalar() != "p1" && part.first.Scalar() != "p2") net.force_insert(part.first, part.second);
+            if (part.first.text != "p1" && part.first.text != "p2") net.add(part.first, part.second);
     }
 }
 
 void addPort(Export& context, std::string const& name, PortPlace const& place) {
     ElementPort const& port = context.portOf(place);
-    context.ports.force_insert(name, stringNode(portText(context, place)));
+    context.ports.add(name, stringNode(portText(context, place)));
     context.outerPorts.emplace(port.node, name);
     auto& list = context.derived[sideOf(port.name, port.domain)];
     if (std::find(list.begin(), list.end(), port.node) == list.end()) list.push_back(port.node);
@@ -269,12 +268,12 @@ void addPorts(Export& context) {
                 for (PortPlace const& place : circuit.nodes.at(node)) known.emplace(circuit.portText(place), place);
     std::set<std::string> names;
     for (auto const& entry : mapOf(member(context.kept, "ports"))) {
-        auto const found = known.find(entry.second.Scalar());
-        bool const leftOut = entry.second.IsSequence() && entry.second.size() == 1;
-        if (leftOut) context.ports.force_insert(entry.first, entry.second[0]);
+        auto const found = known.find(entry.second.text);
+        bool const leftOut = isList(entry.second) && entry.second.size() == 1;
+        if (leftOut) context.ports.add(entry.first, entry.second.begin()->second);
         if (leftOut) context.report(Severity::kNote, kReturned);
-        if (found != known.end()) addPort(context, entry.first.Scalar(), found->second);
-        if (leftOut || found != known.end()) names.insert(entry.first.Scalar());
+        if (found != known.end()) addPort(context, entry.first.text, found->second);
+        if (leftOut || found != known.end()) names.insert(entry.first.text);
     }
     for (std::size_t side = 0; side < kSides.size(); ++side) {
         std::size_t number = 0;
@@ -293,11 +292,11 @@ void addPorts(Export& context) {
 
 /// The lists of the boundary by outer ports; null if an import of these makes the same lists without it.
 Node boundaryOf(Export& context) {
-    Node boundary = newMap();
+    Node boundary{Kind::kMap};
     bool same = true;
     for (std::size_t side = 0; side < kSides.size(); ++side) {
         std::vector<unsigned> nodes;
-        Node list = newList();
+        Node list{Kind::kList};
         for (unsigned const node : context.circuit.*kSides[side].nodes) {
             auto const port = context.outerPorts.find(node);
             if (port == context.outerPorts.end()) {
@@ -305,10 +304,10 @@ Node boundaryOf(Export& context) {
                 continue;
             }
             nodes.push_back(node);
-            list.push_back(stringNode(port->second));
+            list.add(stringNode(port->second));
         }
         same = same && nodes == context.derived[side];
-        boundary.force_insert(std::string(kSides[side].word), list);
+        boundary.add(std::string(kSides[side].word), list);
     }
     return same ? Node() : boundary;
 }
@@ -317,20 +316,20 @@ Node boundaryOf(Export& context) {
 void addLeftOut(Export& context) {
     Node const left = member(context.kept, "leftOut");
     for (auto const& entry : mapOf(member(left, "instances")))
-        context.instances.emplace(entry.first.Scalar(), entry.second);
-    for (Node const& net : listOf(member(left, "nets"))) context.nets.push_back(net);
+        context.instances.emplace(entry.first.text, entry.second);
+    for (auto const& net : listOf(member(left, "nets"))) context.nets.add(net.second);
     if (!isNull(left)) context.report(Severity::kNote, kReturned);
 }
 
 /// The nets as a map from one port to the other; null unless each of them can be in it.
 Node connectionsOf(Node const& nets) {
-    Node map = newMap();
+    Node map{Kind::kMap};
     std::set<std::string> first;
-    for (auto const& net : nets) {
+    for (auto const& [none, net] : nets) {
         Node const p1 = member(net, "p1"), p2 = member(net, "p2");
         bool const pair = net.size() == 2 && isString(p1) && isString(p2);
-        if (!pair || !first.insert(p1.Scalar()).second) return {};
-        map.force_insert(p1, p2);
+        if (!pair || !first.insert(p1.text).second) return {};
+        map.add(p1, p2);
     }
     return map;
 }
@@ -339,10 +338,10 @@ Node connectionsOf(Node const& nets) {
 Node assembled(Export& context) {
     static std::set<std::string> const own{"name", "instances", "connections", "nets", "placements", "ports", "vrl"};
     Node const members = mapOf(member(context.kept, "members"));
-    bool const wanted = member(context.kept, "connections").IsDefined();
+    bool const wanted = member(context.kept, "connections").isDefined();
     Node const map = wanted ? connectionsOf(context.nets) : Node();
-    Node instances = newMap();
-    for (auto const& instance : context.instances) instances.force_insert(instance.first, instance.second);
+    Node instances{Kind::kMap};
+    for (auto const& instance : context.instances) instances.add(instance.first, instance.second);
     Node result = newMap({{"name", member(members, "name")},
                           {"instances", instances},
                           {"connections", map},
@@ -350,9 +349,9 @@ Node assembled(Export& context) {
                           {"placements", unlessEmpty(member(members, "placements"))},
                           {"ports", context.ports}});
     for (auto const& entry : members)
-        if (own.count(entry.first.Scalar()) == 0) result.force_insert(entry.first, entry.second);
+        if (own.count(entry.first.text) == 0) result.add(entry.first, entry.second);
     Node const boundary = boundaryOf(context);
-    if (!isNull(boundary)) result.force_insert("vrl", newMap({{"boundary", boundary}}));
+    if (!isNull(boundary)) result.add("vrl", newMap({{"boundary", boundary}}));
     return result;
 }
 
@@ -369,7 +368,6 @@ void reportDesign(Export& context) {
 Node exportNetlist(vrl::Netlist& netlist, std::string const& path, NameMap const& map, Kinds& kinds,
                    Findings& findings) {
     Export context{netlist, path, map, kinds, findings, circuitFrom(netlist, 0), note(netlist)};
-    newList({context.kept, context.nets, context.ports});  // one memory for all of them, see node.h
     leaveOutPorts(context);
     addInstances(context);
     addNets(context);

@@ -31,7 +31,6 @@ private:
 };
 
 /// What an import or export has to report, each thing once: the elements of an array share their places.
-///
 /// Errors are what cannot be carried over; warnings are carried over and look wrong, or are lost; notes say what is
 /// kept beside the circuit.
 class Findings {

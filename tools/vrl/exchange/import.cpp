@@ -1,6 +1,7 @@
 #include "exchange/import.h"
 
 #include <algorithm>
+#include <ostream>
 
 #include "text/near_names.h"
 #include "text/phrases.h"
@@ -19,29 +20,30 @@ using Choice = vrl::Foundry::CSInfo;
 /// The name of the foundry of an instance: its own, or that of the map.
 Node foundryOf(Import const& import, Instance const& instance) {
     Node const own = member(member(instance.given, "vrl"), "foundry");
-    return own.IsDefined() ? own : import.map.foundry;
+    return own.isDefined() ? own : import.map.foundry;
 }
 
 /// Whether there is the foundry of an instance.
 bool checkFoundry(Import& import, Instance const& instance) {
     Node const foundry = foundryOf(import, instance);
-    if (import.kinds.hasFoundry(foundry.Scalar())) return true;
-    import.findings.add(Severity::kError, foundry.is(import.map.foundry) ? import.map.path : import.document.path,
-                        foundry.Mark(), "no loaded plug-in brings the foundry '" + foundry.Scalar() + "'",
-                        didYouMean(foundry.Scalar(), factoryKeys<vrl::Foundry>()));
+    bool const own = member(member(instance.given, "vrl"), "foundry").isDefined();
+    if (import.kinds.hasFoundry(foundry.text)) return true;
+    import.findings.add(Severity::kError, own ? import.document.path : import.map.path, foundry.mark,
+                        "no loaded plug-in brings the foundry '" + foundry.text + "'",
+                        didYouMean(foundry.text, factoryKeys<vrl::Foundry>()));
     return false;
 }
 
 /// Whether there is the kind of a rule. What the rule names and the kind lacks is reported once.
 bool checkKind(Import& import, ComponentRule const& rule, Instance const& instance) {
-    FreshBlock const* const fresh = import.kinds.fresh(foundryOf(import, instance).Scalar(), rule);
+    FreshBlock const* const fresh = import.kinds.fresh(foundryOf(import, instance).text, rule);
     if (!import.checkedComponents.insert(rule.component).second) return fresh != nullptr;
     auto const error = [&](Mark const& mark, std::string const& text, std::string const& hint = "") {
         import.findings.add(Severity::kError, import.map.path, mark, text, hint);
     };
-    std::string const key = rule.key.Scalar();
+    std::string const key = rule.key.text;
     if (!fresh) {
-        error(rule.key.Mark(), "no loaded plug-in brings the kind '" + key + "'",
+        error(rule.key.mark, "no loaded plug-in brings the kind '" + key + "'",
               didYouMean(key, factoryKeys<vrl::BB>()));
         return false;
     }
@@ -55,12 +57,12 @@ bool checkKind(Import& import, ComponentRule const& rule, Instance const& instan
     for (auto const& [theirs, ours] : rule.parameters.ours)
         if (!ours.name.empty() && !fresh->block->find(ours.name)) lacks(ours.mark, "parameter", ours.name, parameters);
     for (auto const& entry : rule.defaults) {
-        std::string const name = entry.first.Scalar();
+        std::string const name = entry.first.text;
         Parameter const* const parameter = fresh->find(name);
         std::string why;
-        if (!parameter) lacks(entry.first.Mark(), "parameter", name, parameters);
+        if (!parameter) lacks(entry.first.mark, "parameter", name, parameters);
         if (parameter && !valueFor(*parameter, entry.second, 1, why))
-            error(entry.second.Mark(), "the default of '" + name + "' " + why);
+            error(entry.second.mark, "the default of '" + name + "' " + why);
     }
     return true;
 }
@@ -69,11 +71,11 @@ bool checkKind(Import& import, ComponentRule const& rule, Instance const& instan
 ComponentRule const* ruleFor(Import& import, Instance const& instance) {
     NameMap const& map = import.map;
     Node const given = componentOf(instance.given);
-    std::string const component = given.Scalar();
+    std::string const component = given.text;
     ComponentRule const* rule = map.find(component);
     if (!rule && map.sameNames && FactoryLoader<vrl::BB>::factory().find(component))
         rule = &import.sameNames.try_emplace(component, component).first->second;
-    if (rule && !rule->key.Scalar().empty())
+    if (rule && !rule->key.text.empty())
         return checkFoundry(import, instance) && checkKind(import, *rule, instance) ? rule : nullptr;
     std::vector<std::string> names = map.sameNames ? factoryKeys<vrl::BB>() : std::vector<std::string>();
     for (auto const& known : map.components) names.push_back(known.first);
@@ -90,12 +92,12 @@ bool setParameter(Import& import, vrl::Attribute& attribute, std::string const& 
                   MappedName const& target) {
     std::string const why = storeValue(attribute, value, target.factor);
     if (!why.empty()) return import.error(value, what + " " + why);
+    static std::ostream nowhere(nullptr);
+    if (attribute.inSpec(nowhere)) return true;
     Parameter const now = parameterOf(attribute);
     std::string const unit = now.unit.empty() || now.unit == "1" ? "" : " " + now.unit;
-    if (!now.inRange)
-        import.report(Severity::kWarning, value.Mark(),
-                      what + ": " + now.text + " is out of the range of '" + target.name + "', " + rangeText(now) +
-                          unit);
+    import.report(Severity::kWarning, value.mark,
+                  what + ": " + now.text + " is out of the range of '" + target.name + "', " + rangeText(now) + unit);
     return true;
 }
 
@@ -103,14 +105,13 @@ bool setParameter(Import& import, vrl::Attribute& attribute, std::string const& 
 std::size_t setParameters(Import& import, vrl::BB& block, Instance const& instance, ComponentRule const& rule) {
     std::size_t taken = 0;
     for (auto const& setting : member(instance.given, "settings")) {
-        std::string const name = setting.first.Scalar();
+        std::string const name = setting.first.text;
         MappedName const target = rule.ourParameter(block, name);
         if (!target.name.empty() && !isNull(setting.second))
-            taken +=
-                setParameter(import, *block.getAttribute(target.name),
-                             "'" + name + "' of instance '" + instance.name.Scalar() + "'", setting.second, target);
+            taken += setParameter(import, *block.getAttribute(target.name),
+                                  "'" + name + "' of instance '" + instance.name.text + "'", setting.second, target);
         if (!target.name.empty() || rule.parameters.ours.count(name) > 0) continue;
-        Mark const& first = import.keptSettings.emplace(rule.component, setting.first.Mark()).first->second;
+        Mark const& first = import.keptSettings.emplace(rule.component, setting.first.mark).first->second;
         import.keep("'" + rule.component + "': settings without a parameter, kept as notes", name, first);
     }
     return taken;
@@ -120,40 +121,40 @@ std::size_t setParameters(Import& import, vrl::BB& block, Instance const& instan
 bool keepMembers(Import& import, Node const& instance) {
     bool any = false;
     for (auto const& entry : mapOf(instance)) {
-        if (instancePart(entry.first.Scalar()) != InstancePart::kKept) continue;
-        import.keep("kept as notes of instances", entry.first.Scalar());
+        if (instancePart(entry.first.text) != InstancePart::kKept) continue;
+        import.keep("kept as notes of instances", entry.first.text);
         any = true;
     }
     return any;
 }
 
 Choice choiceOf(Node const& node, Choice choice) {
-    choice.setCS(member(node, "crossSection").Scalar());
-    choice.setFlow(member(node, "flow").Scalar());
+    choice.setCS(member(node, "crossSection").text);
+    choice.setFlow(member(node, "flow").text);
     return choice;
 }
 
 /// Sets what an export found besides the settings.
 void applyExtension(Import& import, vrl::BB& block, Node const& extension) {
     for (auto const& entry : member(extension, "values")) {
-        std::string const name = entry.first.Scalar();
+        std::string const name = entry.first.text;
         std::string const why = block.find(name) ? storeValue(*block.getAttribute(name), entry.second) : "";
         if (!block.find(name)) import.error(entry.first, "'" + block.getName() + "' has no parameter '" + name + "'");
         if (!why.empty()) import.error(entry.second, "value of '" + name + "' " + why);
     }
-    if (member(extension, "crossSection").IsDefined())
+    if (member(extension, "crossSection").isDefined())
         block.vrl::BB::setCS(choiceOf(extension, block.vrl::BB::getCS()));
     for (auto const& entry : member(extension, "ports")) {
-        if (vrl::BB::Port* const port = block.getPort(entry.first.Scalar()))
+        if (vrl::BB::Port* const port = block.getPort(entry.first.text))
             port->setCS(choiceOf(entry.second, port->getCS()));
         else
-            import.error(entry.first, "'" + block.getName() + "' has no port '" + entry.first.Scalar() + "'");
+            import.error(entry.first, "'" + block.getName() + "' has no port '" + entry.first.text + "'");
     }
 }
 
 /// A block for an instance, for the caller.
 vrl::BB* makeBlock(Import& import, Instance const& instance, ComponentRule const& rule) {
-    vrl::BB& block = *import.kinds.create(foundryOf(import, instance).Scalar(), rule);
+    vrl::BB& block = *import.kinds.create(foundryOf(import, instance).text, rule);
     Node const extension = member(instance.given, "vrl");
     std::size_t const settings = member(instance.given, "settings").size(),
                       taken = setParameters(import, block, instance, rule);
@@ -162,25 +163,25 @@ vrl::BB* makeBlock(Import& import, Instance const& instance, ComponentRule const
     import.parameters += taken;
     // An export makes the same of all others without a note.
     if (keepMembers(import, instance.given) || taken < settings || import.map.find(rule.component) ||
-        isArray(instance.given) || member(extension, "origin").IsDefined())
+        isArray(instance.given) || member(extension, "origin").isDefined())
         setNote(block, instance.given);
     return &block;
 }
 
 void leaveOut(Import& import, Instance const& instance) {
-    import.leftInstances.force_insert(instance.name, instance.given);
-    import.leftOutNames.insert(instance.name.Scalar());
+    import.leftInstances.add(instance.name, instance.given);
+    import.leftOutNames.insert(instance.name.text);
 }
 
 /// Adds the elements of an instance, unless there is one of such a name.
 void addInstance(Import& import, Instance const& instance, ComponentRule const& rule) {
-    auto const names = elementNames(instance.name.Scalar(), instance.size);
+    auto const names = elementNames(instance.name.text, instance.size);
     for (std::string const& name : names) {
         if (import.byName.count(name) == 0) continue;
         import.error(instance.name, "'" + name + "' is duplicated: by itself and in an array");
         return leaveOut(import, instance);
     }
-    std::string const name = instance.name.Scalar();
+    std::string const name = instance.name.text;
     if (isArray(instance.given) && names.size() == 1) import.byName.emplace(name + "<0.0>", import.elements.size());
     for (std::string const& element : names) {
         vrl::BB* const block = makeBlock(import, instance, rule);
@@ -221,15 +222,15 @@ void reportUnknown(Import& import, Node const& node, std::string const& name, st
         import.error(node, "'" + name + "' is an array", "name one of its elements, as '" + name + "<0.0>'");
     } else {
         if (import.findings.errors() < kMostHints)
-            for (Instance const& instance : import.document.instances) names.push_back(instance.name.Scalar());
+            for (Instance const& instance : import.document.instances) names.push_back(instance.name.text);
         import.error(node, "there is no instance '" + name + "'", didYouMean(name, names));
     }
 }
 
 /// Follows an "instance,port"; what leads nowhere and was not left out is reported.
 std::optional<Import::Port> follow(Import& import, Node const& node) {
-    auto const comma = node.Scalar().rfind(',');
-    std::string const name = node.Scalar().substr(0, comma), theirs = node.Scalar().substr(comma + 1);
+    auto const comma = node.text.rfind(',');
+    std::string const name = node.text.substr(0, comma), theirs = node.text.substr(comma + 1);
     Import::Element const* const element = elementOf(import, name);
     std::string const port = element ? element->rule->ourPort(*element->block, theirs) : "";
     if (!port.empty()) return Import::Port(element - import.elements.data(), port);
@@ -267,26 +268,26 @@ std::vector<Import::Port> portsOf(Import& import, Net const& net) {
     bool good = ports.size() == net.ports.size();
     for (std::size_t i = 1; good && i < ports.size(); ++i)
         good = ports[i - 1] != ports[i] ||
-               import.error(net.ports[i], "'" + net.ports[i].Scalar() + "' is connected with itself");
+               import.error(net.ports[i], "'" + net.ports[i].text + "' is connected with itself");
     return good ? ports : std::vector<Import::Port>();
 }
 
 void connectNet(Import& import, Net const& net) {
     std::vector<Import::Port> const ports = portsOf(import, net);
-    if (ports.empty()) return import.leftNets.push_back(net.given);
+    if (ports.empty()) return import.leftNets.add(net.given);
     for (std::size_t i = 1; i < ports.size(); ++i) {
         std::size_t const a = placeOf(import, ports[i - 1]), b = placeOf(import, ports[i]);
         if (!import.connections.insert(std::minmax(a, b)).second) {
-            import.report(Severity::kNote, net.ports[i].Mark(), "the net is duplicated");
+            import.report(Severity::kNote, net.ports[i].mark, "the net is duplicated");
             continue;
         }
         auto const [first, later] = std::minmax({rootOf(import.ports, a), rootOf(import.ports, b)});
         import.ports[later].parent = first;
-        use(import, a, net.ports[i - 1].Mark());
-        use(import, b, net.ports[i].Mark());
+        use(import, a, net.ports[i - 1].mark);
+        use(import, b, net.ports[i].mark);
         if (isMap(net.given) && net.given.size() > 2) {
             auto const names = std::minmax({portText(import, ports[0]), portText(import, ports[1])});
-            import.netNotes.force_insert(names.first + " " + names.second, net.given);
+            import.netNotes.add(names.first + " " + names.second, net.given);
         }
     }
 }
@@ -294,16 +295,18 @@ void connectNet(Import& import, Net const& net) {
 void followOuterPorts(Import& import) {
     for (auto const& [outer, leadsTo] : import.document.ports) {
         auto const port = follow(import, leadsTo);
-        std::string const name = outer.Scalar();
+        std::string const name = outer.text;
         if (!port) {
-            import.portNotes.force_insert(outer, newList({stringNode(leadsTo.Scalar())}));
+            Node left{Kind::kList};
+            left.add(stringNode(leadsTo.text));
+            import.portNotes.add(outer, left);
             import.outerPorts[name];
             continue;
         }
-        import.portNotes.force_insert(outer, stringNode(portText(import, *port)));
+        import.portNotes.add(outer, stringNode(portText(import, *port)));
         std::size_t const place = placeOf(import, *port);
         import.outerPorts[name] = place;
-        use(import, place, leadsTo.Mark());
+        use(import, place, leadsTo.mark);
         ++import.portCount;
     }
 }
@@ -326,22 +329,22 @@ void reportSharedPorts(Import& import) {
 
 /// Puts the node of an outer port on a list of the boundary; nothing if the port was left out.
 void addToBoundary(Import& import, std::size_t side, Node const& name) {
-    auto const outer = import.outerPorts.find(name.Scalar());
-    if (outer == import.outerPorts.end()) import.error(name, "there is no outer port '" + name.Scalar() + "'");
+    auto const outer = import.outerPorts.find(name.text);
+    if (outer == import.outerPorts.end()) import.error(name, "there is no outer port '" + name.text + "'");
     if (outer == import.outerPorts.end() || !outer->second) return;
     unsigned const node = import.ports[*outer->second].node;
     ((*import.netlist).*kSides[side].add)(node, nullptr);
-    if (import.boundaryNodes.insert(node).second) import.boundary[side].push_back(name.Scalar());
+    if (import.boundaryNodes.insert(node).second) import.boundary[side].push_back(name.text);
 }
 
 /// Sets the lists of the boundary: as they are given, by outer ports, or by the ports of ours that those lead to.
 void setBoundary(Import& import) {
     Node const boundary = member(import.document.extension, "boundary");
     for (std::size_t side = 0; side < kSides.size(); ++side)
-        for (Node const& name : member(boundary, kSides[side].word)) addToBoundary(import, side, name);
-    if (boundary.IsDefined()) return;
+        for (auto const& name : member(boundary, kSides[side].word)) addToBoundary(import, side, name.second);
+    if (boundary.isDefined()) return;
     for (auto const& [name, leadsTo] : import.document.ports) {
-        auto const& place = import.outerPorts.at(name.Scalar());
+        auto const& place = import.outerPorts.at(name.text);
         if (!place) continue;
         Import::Port const& port = import.ports[*place].port;
         addToBoundary(import, sideOf(port.second, domainOf(import, port)), name);
@@ -367,7 +370,7 @@ bool portsAreDerived(Import const& import) {
     for (std::size_t side = 0; side < kSides.size(); ++side)
         for (std::size_t i = 0; i < import.boundary[side].size(); ++i)
             same = same && import.boundary[side][i] == kSides[side].head + std::to_string(i) &&
-                   given != import.document.ports.end() && given++->first.Scalar() == import.boundary[side][i];
+                   given != import.document.ports.end() && given++->first.text == import.boundary[side][i];
     return same && given == import.document.ports.end();
 }
 
@@ -376,9 +379,9 @@ void keepNotes(Import& import) {
     Node const& root = import.document.root;
     bool const onlyConnections = isMap(member(root, "connections")) && member(root, "nets").size() == 0;
     for (auto const& entry : root)
-        if (others.count(entry.first.Scalar()) == 0) {
-            import.members.force_insert(entry.first, entry.second);
-            import.keep("kept as notes", entry.first.Scalar());
+        if (others.count(entry.first.text) == 0) {
+            import.members.add(entry.first, entry.second);
+            import.keep("kept as notes", entry.first.text);
         }
     Node const left =
         newMap({{"instances", unlessEmpty(import.leftInstances)}, {"nets", unlessEmpty(import.leftNets)}});
@@ -393,9 +396,6 @@ void keepNotes(Import& import) {
 }  // namespace
 
 void importDocument(Import& import) {
-    // One memory for all of them, see node.h.
-    newList({import.document.root, import.members, import.portNotes, import.netNotes, import.leftInstances,
-             import.leftNets});
     import.netlist.reset(vrl::Netlist::create(""));
     addElements(import);
     connectPorts(import);

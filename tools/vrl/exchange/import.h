@@ -66,8 +66,9 @@ struct Import {
     std::array<std::vector<std::string>, 3> boundary = {};              ///< by outer ports, each node once
     std::set<unsigned> boundaryNodes = {};
     std::set<std::string> leftOutNames = {};
-    Node members = newMap(), portNotes = newMap(), netNotes = newMap();  ///< parts of the note of the netlist
-    Node leftInstances = newMap(), leftNets = newList();
+    Node members{Kind::kMap}, portNotes = Node{Kind::kMap},
+                              netNotes = Node{Kind::kMap};  ///< parts of the note of the netlist
+    Node leftInstances{Kind::kMap}, leftNets = Node{Kind::kList};
 
     /// How many nets were carried over, and how many instances, nets and outer ports were not.
     std::size_t nets() const { return document.nets.size() - leftNets.size(); }
@@ -83,7 +84,7 @@ struct Import {
         findings.addName(Severity::kNote, document.path, mark, sort, name);
     }
     bool error(Node const& node, std::string const& text, std::string const& hint = "") {
-        return report(Severity::kError, node.Mark(), text, hint);
+        return report(Severity::kError, node.mark, text, hint);
     }
 };
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
 #include <limits>
 
 #include "circuit/direction.h"
@@ -18,13 +19,15 @@ char const* const kNote = "vrl::import";
 
 /// The number of a node. JSON has strings for those that are not finite.
 std::optional<double> numberOf(Node const& node) {
-    double number = 0;
-    bool const read = YAML::convert<double>::decode(node, number);
-    return read && (!isString(node) || !std::isfinite(number)) ? std::optional(number) : std::nullopt;
+    std::string const text = isString(node) ? resolved(node.text) : node.text;
+    bool const plain = !text.empty() && text.find_first_of("in") == std::string::npos;
+    if (node.kind == Kind::kNumber && plain) return std::strtod(text.c_str(), nullptr);
+    if (text == ".inf" || text == "-.inf") return text[0] == '-' ? -INFINITY : INFINITY;
+    return text == ".nan" ? std::optional(std::nan("")) : std::nullopt;
 }
 
 Value wholeNumber(Node const& node, double factor, std::string& why) {
-    if (kindOf(node) != Kind::kNumber) return {};
+    if (node.kind != Kind::kNumber) return {};
     double const number = *numberOf(node) * factor, nearest = std::round(number);
     why = "is " + numberText(number) + ", which is no whole number of 32 bits";
     bool const fits = nearest >= std::numeric_limits<int>::min() && nearest <= std::numeric_limits<int>::max();
@@ -79,15 +82,14 @@ vrl::Foundry* Kinds::foundry(std::string const& name) {
 }
 
 vrl::BB* Kinds::create(std::string const& foundryName, ComponentRule const& rule) {
-    vrl::BB* const block =
-        rule.key.Scalar().empty() ? nullptr : vrl::BB::create(foundry(foundryName), rule.key.Scalar());
+    vrl::BB* const block = rule.key.text.empty() ? nullptr : vrl::BB::create(foundry(foundryName), rule.key.text);
     for (auto const& entry : block ? rule.defaults : Node())
-        if (block->find(entry.first.Scalar())) storeValue(*block->getAttribute(entry.first.Scalar()), entry.second);
+        if (block->find(entry.first.text)) storeValue(*block->getAttribute(entry.first.text), entry.second);
     return block;
 }
 
 FreshBlock const* Kinds::fresh(std::string const& foundryName, ComponentRule const& rule) {
-    auto const made = freshBlocks.try_emplace({foundryName, rule.component, rule.key.Scalar()});
+    auto const made = freshBlocks.try_emplace({foundryName, rule.component, rule.key.text});
     FreshBlock& entry = made.first->second;
     if (made.second && (entry.block = create(foundryName, rule)))
         for (Parameter& parameter : parametersOf(*entry.block))
@@ -123,7 +125,7 @@ Value valueFor(Parameter const& parameter, Node const& node, double factor, std:
     auto const number = numberOf(node);
     switch (parameter.value.index()) {
     case 1:
-        return kindOf(node) == Kind::kBool ? Value(node.Scalar() == "true") : Value();
+        return node.kind == Kind::kBool ? Value(node.text == "true") : Value();
     case 2:
         return wholeNumber(node, factor, why);
     case 3:
@@ -131,7 +133,7 @@ Value valueFor(Parameter const& parameter, Node const& node, double factor, std:
     case 4:
         return complexNumber(node, factor);
     default:
-        return isString(node) ? Value(node.Scalar()) : Value();
+        return isString(node) ? Value(node.text) : Value();
     }
 }
 
@@ -165,7 +167,8 @@ Node nodeOfValue(Parameter const& parameter, double factor) {
 }
 
 bool sameValue(Parameter const& a, Parameter const& b) {
-    return written(nodeOfValue(a), Format::kLine) == written(nodeOfValue(b), Format::kLine);
+    bool const byText = a.value.index() == b.value.index() && !std::holds_alternative<Complex>(a.value);
+    return byText ? a.text == b.text : written(nodeOfValue(a), Format::kLine) == written(nodeOfValue(b), Format::kLine);
 }
 
 bool isValueOf(Parameter const& parameter, Node const& node, double factor) {

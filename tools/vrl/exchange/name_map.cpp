@@ -27,30 +27,30 @@ NameRules readRules(std::string const& path, Node const& node, std::string const
     NameRules rules;
     rules.sameNames = sameNames;
     for (auto const& entry : node) {
-        std::string const name = printable(entry.first.Scalar());
+        std::string const name = printable(entry.first.text);
         bool const map = isMap(entry.second);
         Node const to = map ? member(entry.second, "to") : entry.second, factor = member(entry.second, "factor");
-        MappedName const ours{to.Scalar(), factor.as<double>(1), to.Mark()};
+        MappedName const ours{to.text, YAML::Node(factor.text).as<double>(1), to.mark};
         if (map && ours.name.empty())
-            fail(path, entry.second.Mark(), "'" + name + "' has no 'to'", "name the parameter of ours that it sets");
+            fail(path, entry.second.mark, "'" + name + "' has no 'to'", "name the parameter of ours that it sets");
         if (ours.factor == 0 || !std::isfinite(ours.factor))
-            fail(path, factor.Mark(), "'factor' of '" + name + "' is 0 or no number");
-        if (!ours.name.empty() && !rules.theirs.emplace(ours.name, entry.first.Scalar()).second)
-            fail(path, to.Mark(), "two " + things + " lead to '" + printable(ours.name) + "'");
-        rules.ours[entry.first.Scalar()] = ours;
+            fail(path, factor.mark, "'factor' of '" + name + "' is 0 or no number");
+        if (!ours.name.empty() && !rules.theirs.emplace(ours.name, entry.first.text).second)
+            fail(path, to.mark, "two " + things + " lead to '" + printable(ours.name) + "'");
+        rules.ours[entry.first.text] = ours;
     }
     return rules;
 }
 
 ComponentRule readComponent(std::string const& path, Node const& name, Node const& node, bool sameNames) {
-    ComponentRule rule(name.Scalar());
+    ComponentRule rule(name.text);
     std::string const of = " of '" + printable(rule.component) + "'";
-    rule.mark = name.Mark();
-    rule.key.reset(isMap(node) ? member(node, "key") : node);  // the short form is the key alone
-    bool const same = member(node, "sameNames").as<bool>(sameNames);
+    rule.mark = name.mark;
+    rule.key = isMap(node) ? member(node, "key") : node;  // the short form is the key alone
+    bool const same = YAML::Node(member(node, "sameNames").text).as<bool>(sameNames);
     rule.ports = readRules(path, member(node, "ports"), "ports" + of, same);
     rule.parameters = readRules(path, member(node, "parameters"), "settings" + of, same);
-    rule.defaults.reset(member(node, "defaults"));
+    rule.defaults = member(node, "defaults");
     return rule;
 }
 
@@ -67,11 +67,11 @@ std::map<std::string, Used> usedComponents(Document const& document) {
     std::map<std::string, Used*> ofInstance;
     for (Instance const& instance : document.instances) {
         if (!instance.good) continue;
-        Used& used = *(ofInstance[arrayOf(instance.name.Scalar())] = &components[componentOf(instance.given).Scalar()]);
+        Used& used = *(ofInstance[arrayOf(instance.name.text)] = &components[componentOf(instance.given).text]);
         ++used.instances;
         for (auto const& setting : member(instance.given, "settings")) {
-            Node& value = used.settings.emplace(setting.first.Scalar(), setting.second).first->second;
-            if (isNull(value)) value.reset(setting.second);
+            Node& value = used.settings.emplace(setting.first.text, setting.second).first->second;
+            if (isNull(value)) value = setting.second;
         }
     }
     auto const addPort = [&](std::string const& port) {
@@ -80,8 +80,8 @@ std::map<std::string, Used> usedComponents(Document const& document) {
         if (found != ofInstance.end()) found->second->ports[port.substr(comma + 1)];
     };
     for (Net const& net : document.nets)
-        for (Node const& port : net.ports) addPort(port.Scalar());
-    for (auto const& outer : document.ports) addPort(outer.second.Scalar());
+        for (Node const& port : net.ports) addPort(port.text);
+    for (auto const& outer : document.ports) addPort(outer.second.text);
     return components;
 }
 
@@ -101,10 +101,7 @@ Names proposals(std::string const& name, Names const& known) {
     return names.empty() ? nearNames(name, known) : names;
 }
 
-std::string yaml(Node const& node) {
-    std::string const text = written(node, Format::kYaml);
-    return text.substr(0, text.size() - 1);
-}
+std::string yaml(Node const& node) { return written(node, Format::kYaml); }
 
 /// A list of names for a comment.
 std::string listed(Names const& names) { return printable(listText(names, names.size())); }
@@ -125,8 +122,8 @@ std::string ruleLines(bool ports, std::map<std::string, Node> const& used, Names
         lines += "      " + name + ": " + (same ? name : inOrder ? yaml(stringNode(ours[next++])) : "null");
         Names const near = ports || same ? Names() : proposals(entry.first, ours);
         if (!ports)
-            lines += "  # such as " + (kindOf(entry.second) < Kind::kList ? printable(yaml(entry.second))
-                                                                          : kindWord(kindOf(entry.second)));
+            lines += "  # such as " +
+                     (entry.second.kind < Kind::kList ? printable(yaml(entry.second)) : kindWord(entry.second.kind));
         lines += (near.empty() ? "" : "; perhaps " + listed(near)) + '\n';
     }
     return used.empty() ? "" : lines;
@@ -163,7 +160,7 @@ ComponentRule const* NameMap::find(std::string const& component) const {
 
 ComponentRule const* NameMap::forKey(std::string const& key) const {
     for (auto const& entry : components)
-        if (!key.empty() && entry.second.key.Scalar() == key) return &entry.second;
+        if (!key.empty() && entry.second.key.text == key) return &entry.second;
     return nullptr;
 }
 
@@ -172,14 +169,14 @@ NameMap readNameMap(std::string const& path) {
     map.path = path;
     if (path.empty()) return map;
     Node const root = readFile(path), components = member(root, "components");
-    if (!isMap(root)) fail(path, root.Mark(), wrongKind("the map", root, "a map"));
+    if (!isMap(root)) fail(path, root.mark, wrongKind("the map", root, "a map"));
     for (Misfit const& misfit : misfits(root, "the map", kMap)) fail(path, misfit.mark, misfit.text, misfit.hint);
-    if (!components.IsDefined())
-        fail(path, root.Mark(), "has no 'components'", "each component of the netlist has an entry there");
-    map.foundry.reset(member(root, "foundry"));
-    map.sameNames = member(root, "sameNames").as<bool>(true);
+    if (!components.isDefined())
+        fail(path, root.mark, "has no 'components'", "each component of the netlist has an entry there");
+    map.foundry = member(root, "foundry");
+    map.sameNames = YAML::Node(member(root, "sameNames").text).as<bool>(true);
     for (auto const& entry : components)
-        map.components.emplace(entry.first.Scalar(), readComponent(path, entry.first, entry.second, map.sameNames));
+        map.components.emplace(entry.first.text, readComponent(path, entry.first, entry.second, map.sameNames));
     return map;
 }
 

@@ -40,11 +40,9 @@ struct ComponentRule {
     /// Our kind by its own names, until more is known.
     explicit ComponentRule(std::string const& name) : component(name), key(stringNode(name)) {}
 
-    /**@{*/
     /// The port or parameter of a block for a name of theirs; empty unless the block has it.
     std::string ourPort(vrl::BB& block, std::string const& name) const;
     MappedName ourParameter(vrl::BB& block, std::string const& name) const;
-    /**@}*/
 };
 
 /// A map file. Without a file each of our names is mapped to itself.

@@ -1,6 +1,7 @@
 #include "exchange/node.h"
 
 #include <algorithm>
+#include <cstdio>
 #include <set>
 
 #include "text/failure.h"
@@ -16,9 +17,10 @@ namespace {
 /// all else may be a number of some version of YAML; and some words are truth values in version 1.1.
 bool isPlain(std::string const& text) {
     static std::set<std::string> const words{"y", "n", "yes", "no", "on", "off", "true", "false", "null"};
-    static std::string const letters = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ_";
+    static std::string const letters = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ_",
+                             all = letters + "0123456789/.,<>()+-";
     if (text.empty() || letters.find(text[0]) == std::string::npos) return false;
-    if (text.find_first_not_of(letters + "0123456789/.,<>()+-") != std::string::npos) return false;
+    if (text.find_first_not_of(all) != std::string::npos) return false;
     std::string small = text.substr(0, 6);
     for (char& c : small) c = c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
     return words.count(small) == 0;
@@ -34,35 +36,55 @@ std::string numberWritten(std::string const& text, Format format) {
     return text.substr(0, exponent) + point + "e" + sign + text.substr(exponent + 1);
 }
 
-void writeString(YAML::Emitter& out, std::string const& text, Format format) {
-    out << (format == Format::kYaml && isPlain(text) ? YAML::Auto : YAML::DoubleQuoted) << text;
+/// Escapes what JSON does, and what is no printable character in YAML.
+void writeString(std::string& out, std::string const& text, Format format) {
+    static std::string const special = "\"\\\b\f\n\r\t", letters = "\"\\bfnrt";
+    bool const plain = format == Format::kYaml && isPlain(text);
+    if (plain) out += text;
+    if (plain) return;
+    out += '"';
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        auto const c = static_cast<unsigned char>(text[i]), next = static_cast<unsigned char>(text.c_str()[i + 1]);
+        bool const pair = c == 0xC2 && next <= 0xA0, byteOrder = c == 0xEF && text.compare(i, 3, "\xEF\xBB\xBF") == 0;
+        auto const letter = c < 0x5D ? special.find(text[i]) : std::string::npos;
+        char code[8] = {text[i]};
+        if (letter != std::string::npos)
+            std::snprintf(code, sizeof code, "\\%c", letters[letter]);
+        else if (c < 0x20 || c == 0x7F || pair || byteOrder)
+            std::snprintf(code, sizeof code, "\\u%04x", byteOrder ? 0xFEFFU : pair ? next : c);
+        out += code;
+        i += byteOrder ? 2 : pair;
+    }
+    out += '"';
 }
 
-void write(YAML::Emitter& out, Node const& node, Format format) {
-    Kind const kind = kindOf(node);
-    if (kind == Kind::kNull) out << YAML::LowerNull << YAML::Null;
-    if (kind == Kind::kBool) out << node.Scalar();
-    if (kind == Kind::kNumber) out << numberWritten(node.Scalar(), format);
-    if (kind == Kind::kString) writeString(out, node.Scalar(), format);
+/// Writes a value. A block, with the lines of its parts at an indent, begins in the line only at the top and in lists.
+void write(std::string& out, Node const& node, Format format, std::size_t indent = 0, bool inLine = true) {
+    Kind const kind = node.kind;
+    if (kind == Kind::kNull) out += "null";
+    if (kind == Kind::kBool) out += node.text;
+    if (kind == Kind::kNumber) out += numberWritten(node.text, format);
+    if (kind == Kind::kString) writeString(out, node.text, format);
     if (kind < Kind::kList) return;
-    if (format != Format::kYaml || node.size() == 0) out << YAML::Flow;
-    node.IsMap() ? out << YAML::BeginMap : out << YAML::BeginSeq;
-    for (auto const& part : node) {
-        if (node.IsMap()) writeString(out << YAML::Key, part.first.Scalar(), format);
-        if (node.IsMap()) out << YAML::Value;
-        write(out, node.IsMap() ? part.second : part, format);
+    bool const map = isMap(node), block = format == Format::kYaml && node.size() > 0;
+    if (!block) out += map ? '{' : '[';
+    for (auto part = node.begin(); part != node.end(); ++part) {
+        bool const first = part == node.begin(), compact = !map && isMap(part->second);
+        if (!block && !first) out += ", ";
+        if (block && !(first && inLine)) out.append(1, '\n').append(indent, ' ');
+        if (map) writeString(out, part->first.text, format);
+        if (map || block) out += map ? ':' : '-';
+        if (map || block) out.append(!block || compact || part->second.size() == 0, ' ');
+        write(out, part->second, format, indent + 2, compact);
     }
-    node.IsMap() ? out << YAML::EndMap : out << YAML::EndSeq;
+    if (!block) out += map ? '}' : ']';
 }
 
 }  // namespace
 
-Kind kindOf(Node const& node) {
-    if (node.IsMap()) return Kind::kMap;
-    if (node.IsSequence()) return Kind::kList;
-    if (!node.IsScalar()) return Kind::kNull;
-    if (node.Tag() == "!") return Kind::kString;
-    return node.Scalar() == "true" || node.Scalar() == "false" ? Kind::kBool : Kind::kNumber;
+void Node::add(Node name, Node value) {
+    if (!parts) parts = std::make_shared<std::vector<Part>>();
+    parts->emplace_back(std::move(name), std::move(value));
 }
 
 char const* kindWord(Kind kind) {
@@ -71,7 +93,7 @@ char const* kindWord(Kind kind) {
 }
 
 std::string wrongKind(std::string const& what, Node const& node, std::string const& wanted) {
-    return what + " is " + kindWord(kindOf(node)) + ", where " + wanted + " belongs";
+    return what + " is " + kindWord(node.kind) + ", where " + wanted + " belongs";
 }
 
 Shape const* find(Shapes const& shapes, std::string const& name) {
@@ -83,56 +105,41 @@ Shape const* find(Shapes const& shapes, std::string const& name) {
 std::vector<Misfit> misfits(Node const& whole, std::string const& what, Shapes const& shapes) {
     static std::string const letters = "nb#tlm";
     std::vector<Misfit> list;
-    for (auto const& part : whole) {
-        std::string const name = whole.IsMap() ? part.first.Scalar() : "";
-        std::string const shown = whole.IsMap() ? inQuotes(printable(name)) : "a part";
-        Node const value = whole.IsMap() ? part.second : part;
-        Shape const* const shape = find(shapes, name);
-        if (!shape) {
-            std::vector<std::string> names;
-            for (Shape const& known : shapes) names.push_back(known.name);
-            list.push_back({part.first.Mark(), what + " has no member " + shown, didYouMean(name, names), true});
-        } else if (shape->kinds.find(letters[static_cast<std::size_t>(kindOf(value))]) != std::string::npos) {
-            auto const inner = shape->parts.empty() ? std::vector<Misfit>() : misfits(value, shown, shape->parts);
+    for (auto const& [key, value] : whole) {
+        Shape const* const shape = find(shapes, key.text);
+        char const letter = letters[static_cast<std::size_t>(value.kind)];
+        bool const fits = shape && (shape->kinds.empty() || shape->kinds.find(letter) != std::string::npos);
+        if (fits && shape->parts.empty()) continue;
+        std::string const shown = isMap(whole) ? inQuotes(printable(key.text)) : "a part";
+        if (fits) {
+            auto const inner = misfits(value, shown, shape->parts);
             list.insert(list.end(), inner.begin(), inner.end());
-        } else if (!shape->kinds.empty()) {
+        } else if (shape) {
             auto const wanted = static_cast<Kind>(letters.find(shape->kinds.back()));
             std::string const word = wanted == Kind::kBool ? "true or false" : kindWord(wanted);
-            list.push_back({value.Mark(), wrongKind(shown + " of " + what, value, word), "", false});
+            list.push_back({value.mark, wrongKind(shown + " of " + what, value, word), "", false});
+        } else {
+            std::vector<std::string> names;
+            for (Shape const& known : shapes) names.push_back(known.name);
+            list.push_back({key.mark, what + " has no member " + shown, didYouMean(key.text, names), true});
         }
     }
     return list;
 }
 
-Node stringNode(std::string const& text) {
-    Node node(text);
-    node.SetTag("!");
-    return node;
-}
-
-Node newList(std::vector<Node> const& items) {
-    Node list(YAML::NodeType::Sequence);
-    for (Node const& item : items) list.push_back(item);
-    return list;
-}
-
 Node newMap(std::initializer_list<std::pair<char const*, Node>> members) {
-    Node map(YAML::NodeType::Map);
+    Node map{Kind::kMap};
     for (auto const& entry : members)
-        if (!isNull(entry.second)) map.force_insert(std::string(entry.first), entry.second);
+        if (!isNull(entry.second)) map.add(stringNode(entry.first), entry.second);
     return map;
 }
 
-Node member(Node const& map, std::string_view name) {
-    static Node const none(YAML::NodeType::Undefined);
-    if (map.IsMap())
+Node const& member(Node const& map, std::string_view name) {
+    static Node const none;
+    if (isMap(map))
         for (auto const& entry : map)
-            if (entry.first.Scalar() == name) return entry.second;
+            if (entry.first.text == name) return entry.second;
     return none;
-}
-
-void append(Node& target, Node const& source) {
-    for (auto const& part : mapOf(source)) target.force_insert(part.first, part.second);
 }
 
 std::string placeText(std::string const& path, Mark const& mark) {
@@ -145,13 +152,9 @@ void fail(std::string const& path, Mark const& mark, std::string const& what, st
 }
 
 std::string written(Node const& node, Format format) {
-    YAML::Emitter out;
-    out.SetOutputCharset(YAML::EscapeAsJson);
-    write(out, node, format);
-    std::string text = out.c_str();
-    for (auto at = text.find('\x7F'); at != std::string::npos; at = text.find('\x7F', at))
-        text.replace(at, 1, "\\u007f");  // which is no printable character in YAML
-    return format == Format::kLine ? text : text + '\n';
+    std::string text;
+    write(text, node, format);
+    return text;
 }
 
 }  // namespace vrltool::exchange

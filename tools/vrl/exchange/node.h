@@ -3,31 +3,44 @@
 #include <yaml-cpp/yaml.h>
 
 #include <initializer_list>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
 
-// The values of netlists and maps, in JSON and YAML alike: nodes of yaml-cpp, resolved by the core schema of YAML 1.2.
-//
-// A scalar with the tag "!" is a string. Any other scalar is a truth value or a number in the spelling of JSON (or
-// ".inf", "-.inf", ".nan", which only YAML has), so that no digit of it is lost. Members keep their order, and their
-// names are unique. Nodes are references: what was read is shared, and never changed. An undefined node counts as null.
-//
-// Adding a node to another merges the memory of both, in time that grows with that of the added one, unless it is one
-// already. So what takes many parts of a document is first put beside its root in one list.
+// The values of netlists and maps, in JSON and YAML alike, resolved by the core schema of YAML 1.2.
 
 namespace vrltool::exchange {
 
 using YAML::Mark;
-using YAML::Node;
 
 enum class Kind { kNull, kBool, kNumber, kString, kList, kMap };
 
-Kind kindOf(Node const& node);
-inline bool isNull(Node const& node) { return kindOf(node) == Kind::kNull; }
-inline bool isString(Node const& node) { return kindOf(node) == Kind::kString; }
-inline bool isMap(Node const& node) { return kindOf(node) == Kind::kMap; }
+/// A value with the place where it was read. A number has the spelling of JSON (or ".inf", "-.inf", ".nan", which only
+/// YAML has), so that no digit of it is lost. Members keep their order, and their names are unique.
+struct Node {
+    using Part = std::pair<Node, Node>;  ///< of a map: name and value; of a list: nothing and value
+
+    Kind kind = Kind::kNull;
+    std::string text = {};  ///< of a scalar
+    Mark mark = Mark::null_mark();
+    std::shared_ptr<std::vector<Part>> parts = {};  ///< copies share them
+
+    /// False for a null that was not read, as that of a missing member.
+    bool isDefined() const { return kind != Kind::kNull || !mark.is_null(); }
+    std::size_t size() const { return parts ? parts->size() : 0; }
+    Part const* begin() const { return parts ? parts->data() : nullptr; }
+    Part const* end() const { return begin() + size(); }
+    void add(Node name, Node value);
+    void add(std::string const& name, Node value) { add(Node{Kind::kString, name}, std::move(value)); }
+    void add(Node value) { add(Node(), std::move(value)); }
+};
+
+inline bool isNull(Node const& node) { return node.kind == Kind::kNull; }
+inline bool isString(Node const& node) { return node.kind == Kind::kString; }
+inline bool isList(Node const& node) { return node.kind == Kind::kList; }
+inline bool isMap(Node const& node) { return node.kind == Kind::kMap; }
 /// "a number", "a string", "a list", ... for people.
 char const* kindWord(Kind kind);
 /// "WHAT is a number, where WANTED belongs".
@@ -56,25 +69,22 @@ struct Misfit {
 /// All misfits in a map or list: "'PART' of WHAT is a number, where a map belongs", or "WHAT has no member 'PART'".
 std::vector<Misfit> misfits(Node const& whole, std::string const& what, Shapes const& shapes);
 
-/**@{*/
 /// New nodes without a place. A plain one is a truth value or a number; a map leaves out the members that are null.
-Node stringNode(std::string const& text);
-inline Node plainNode(std::string const& text) { return Node(text); }
-Node newList(std::vector<Node> const& items = {});
-Node newMap(std::initializer_list<std::pair<char const*, Node>> members = {});
-/**@}*/
+inline Node stringNode(std::string const& text, Mark const& mark = Mark::null_mark()) {
+    return {Kind::kString, text, mark};
+}
+inline Node plainNode(std::string const& text, Mark const& mark = Mark::null_mark()) {
+    return {text == "true" || text == "false" ? Kind::kBool : Kind::kNumber, text, mark};
+}
+Node newMap(std::initializer_list<std::pair<char const*, Node>> members);
 
 /// The value of a member; an undefined node if it is missing, or for what is no map.
-Node member(Node const& map, std::string_view name);
+Node const& member(Node const& map, std::string_view name);
 /// The node, or null for an empty list or map.
-inline Node unlessEmpty(Node const& node) { return node.size() == 0 && !node.IsScalar() ? Node() : node; }
-/**@{*/
+inline Node unlessEmpty(Node const& node) { return node.size() == 0 && node.kind >= Kind::kList ? Node() : node; }
 /// The node, or an empty one of that kind for anything else.
-inline Node mapOf(Node const& node) { return isMap(node) ? node : Node(YAML::NodeType::Map); }
-inline Node listOf(Node const& node) { return node.IsSequence() ? node : Node(YAML::NodeType::Sequence); }
-/**@}*/
-/// Adds the members of a map to another; nothing of what is no map.
-void append(Node& target, Node const& source);
+inline Node mapOf(Node const& node) { return isMap(node) ? node : Node{Kind::kMap}; }
+inline Node listOf(Node const& node) { return isList(node) ? node : Node{Kind::kList}; }
 
 /// "PATH:LINE:COLUMN", or the path alone without a place.
 std::string placeText(std::string const& path, Mark const& mark);
@@ -83,22 +93,24 @@ std::string placeText(std::string const& path, Mark const& mark);
                        std::string const& hint = "");
 
 /// Reads a file of JSON or YAML. JSON is read as YAML, of which it is a part.
-///
 /// Size, nesting and aliases are bounded. A Failure names the file with line and column: what cannot be read, is no
 /// UTF-8, breaks the language, names a member twice, or is nested too deeply. What an alias leads to has the place
 /// where it is written.
 Node readFile(std::string const& path);
 
-/// The languages of netlists and maps; JSON is in one line. That of notes lacks the line feed, and has numbers of YAML.
+/// The languages of netlists and maps; JSON is in one line. That of notes has the numbers of YAML.
 enum class Format { kJson, kYaml, kLine };
 
+constexpr std::size_t kDeepest = 100;      // far beyond what netlists need, far below what stacks hold
 constexpr std::size_t kLongestName = 400;  // bytes; yaml-cpp bounds keys, and a net is kept under two names together
 
-/// A value as lines that end in line feeds. Strings have to be UTF-8.
-///
+/// A value without a line feed at its end. Strings have to be UTF-8.
 /// YAML is quoted so that readers of its older versions understand the same. JSON has no number for .inf: it becomes
 /// the string ".inf".
 std::string written(Node const& node, Format format);
+
+/// A plain scalar by the core schema of YAML; empty for a string. Hexadecimal and octal numbers are taken for such.
+std::string resolved(std::string const& text);
 
 /// The value of one line; null for what someone else wrote.
 Node valueOfLine(std::string const& line);

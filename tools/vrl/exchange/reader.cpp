@@ -9,7 +9,6 @@
 #include <fstream>
 #include <map>
 #include <nlohmann/json.hpp>
-#include <set>
 
 #include "exchange/node.h"
 #include "text/failure.h"
@@ -22,7 +21,6 @@ namespace vrltool::exchange {
 namespace {
 
 constexpr std::uintmax_t kLargest = 512 * 1024 * 1024;
-constexpr std::size_t kDeepest = 100;         // far beyond what netlists need, far below what stacks hold
 constexpr std::size_t kMostCopied = 1000000;  // values that aliases may make
 char const* const kHint = "give the path of a file of JSON or YAML";
 
@@ -43,20 +41,8 @@ std::string decimal(std::string const& text) {
     return (text[0] == '-' ? "-" : "") + digits;
 }
 
-/// A plain scalar by the core schema of YAML; empty for a string, and hexadecimal and octal numbers are taken for such.
-std::string resolved(std::string const& text) {
-    static std::map<std::string, std::string> const words{
-        {"true", "true"},   {"True", "true"},   {"TRUE", "true"},   {"false", "false"}, {"False", "false"},
-        {"FALSE", "false"}, {".nan", ".nan"},   {".NaN", ".nan"},   {".NAN", ".nan"},   {".inf", ".inf"},
-        {".Inf", ".inf"},   {".INF", ".inf"},   {"+.inf", ".inf"},  {"+.Inf", ".inf"},  {"+.INF", ".inf"},
-        {"-.inf", "-.inf"}, {"-.Inf", "-.inf"}, {"-.INF", "-.inf"},
-    };
-    auto const word = words.find(text);
-    return word == words.end() ? decimal(text) : word->second;
-}
-
-/// The walk over a file that was read. It refuses what is nested too deeply, too large or ambiguous, and resolves the
-/// plain scalars.
+/// The walk over what yaml-cpp read, which makes our values of it. It refuses what is nested too deeply, too large or
+/// ambiguous, and resolves the plain scalars.
 struct Check {
     std::string const& path;
     Mark last = {};  ///< the furthest place so far: a node before it comes from an alias
@@ -66,23 +52,26 @@ struct Check {
         fail(path, mark, "is nested deeper than " + std::to_string(kDeepest) + " levels");
     }
 
-    void value(Node node, std::size_t depth) {
+    Node value(YAML::Node const& node, std::size_t depth) {
         if (node.Mark().pos >= last.pos)
             last = node.Mark();
         else if (++copied > kMostCopied)
             fail(path, last, "its aliases make more than " + std::to_string(kMostCopied) + " values", "write them out");
         bool const plain = isPlainTag(node);
         if (node.IsScalar()) return scalar(node, plain);
-        if (depth > kDeepest && !node.IsNull()) failDeep(node.Mark());
+        if (node.IsNull()) return Node{Kind::kNull, "", node.Mark()};
+        if (depth > kDeepest) failDeep(node.Mark());
+        Node result{node.IsMap() ? Kind::kMap : Kind::kList, "", node.Mark()};
         std::map<std::string, int> lines;
         for (auto const& part : node) {
-            if (node.IsMap()) name(part.first, lines);
-            value(node.IsMap() ? part.second : part, depth + 1);
+            Node const key = node.IsMap() ? name(part.first, lines) : Node();
+            result.add(key, value(node.IsMap() ? part.second : part, depth + 1));
         }
+        return result;
     }
 
     /// Whether the value is written plainly, so that the schema decides what it is.
-    bool isPlainTag(Node const& node) const {
+    bool isPlainTag(YAML::Node const& node) const {
         std::string const& tag = node.Tag();
         bool const standard = tag.compare(0, 18, "tag:yaml.org,2002:") == 0, plain = tag.empty() || tag == "?";
         if (!standard && !plain && tag != "!")
@@ -90,28 +79,27 @@ struct Check {
         return plain || (standard && tag != "tag:yaml.org,2002:str");
     }
 
-    void scalar(Node& node, bool plain) const {
-        std::string const text = node.Scalar();
+    Node scalar(YAML::Node const& node, bool plain) const {
+        std::string const& text = node.Scalar();
         if (text.find('\0') != std::string::npos)  // by an escape; names in the library end there
             fail(path, node.Mark(), "a string holds a zero byte", "remove it");
         std::string const spelling = plain ? resolved(text) : "";
-        node.SetTag(spelling.empty() ? "!" : "");
-        if (spelling.empty()) return;
+        if (spelling.empty()) return stringNode(text, node.Mark());
         if (std::isinf(std::strtod(spelling.c_str(), nullptr)))
             fail(path, node.Mark(), "the number " + printable(text) + " is too large",
                  "no number of a program holds it");
-        node = spelling;
+        return plainNode(spelling, node.Mark());
     }
 
-    void name(Node node, std::map<std::string, int>& lines) const {
+    Node name(YAML::Node const& node, std::map<std::string, int>& lines) const {
+        Kind const kind = node.IsMap() ? Kind::kMap : node.IsSequence() ? Kind::kList : Kind::kNull;
         if (!node.IsScalar())
-            fail(path, node.Mark(), std::string("the name of a member is ") + kindWord(kindOf(node)),
-                 "names are strings");
-        scalar(node, false);
+            fail(path, node.Mark(), std::string("the name of a member is ") + kindWord(kind), "names are strings");
+        Node const name = scalar(node, false);
         if (node.Scalar().size() > kLongestName)
             fail(path, node.Mark(), "a name is longer than 400 bytes", "shorten it");
         auto const twin = lines.emplace(node.Scalar(), node.Mark().line + 1);
-        if (twin.second) return;
+        if (twin.second) return name;
         fail(path, node.Mark(),  // one of the two values would be lost
              "'" + printable(node.Scalar()) + "' is duplicated; the first is in line " +
                  std::to_string(twin.first->second),
@@ -122,12 +110,11 @@ struct Check {
 Node parsed(std::string const& path, std::string const& text) {
     Check check{path};
     try {
-        std::vector<Node> const documents = YAML::LoadAll(text);
+        std::vector<YAML::Node> const documents = YAML::LoadAll(text);
         if (documents.size() > 1)
             fail(path, documents[1].Mark(), "a second document begins here", "keep one document in a file");
         if (documents.empty()) return {};
-        check.value(documents[0], 1);
-        return documents[0];
+        return check.value(documents[0], 1);
     } catch (YAML::DeepRecursion const& error) {
         check.failDeep(error.mark);
     } catch (YAML::Exception const& error) {
@@ -178,6 +165,17 @@ std::string placeOf(std::string const& path, std::string const& text, std::size_
 
 }  // namespace
 
+std::string resolved(std::string const& text) {
+    static std::map<std::string, std::string> const words{
+        {"true", "true"},   {"True", "true"},   {"TRUE", "true"},   {"false", "false"}, {"False", "false"},
+        {"FALSE", "false"}, {".nan", ".nan"},   {".NaN", ".nan"},   {".NAN", ".nan"},   {".inf", ".inf"},
+        {".Inf", ".inf"},   {".INF", ".inf"},   {"+.inf", ".inf"},  {"+.Inf", ".inf"},  {"+.INF", ".inf"},
+        {"-.inf", "-.inf"}, {"-.Inf", "-.inf"}, {"-.INF", "-.inf"},
+    };
+    auto const word = words.find(text);
+    return word == words.end() ? decimal(text) : word->second;
+}
+
 Node readFile(std::string const& path) {
     std::string const text = readText(path);
     std::size_t const begin = text.find_first_not_of(" \t\r\n"), zero = text.find('\0'), stray = firstStrayByte(text);
@@ -191,6 +189,7 @@ Node readFile(std::string const& path) {
 }
 
 Node valueOfLine(std::string const& line) {
+    if (line.empty()) return {};
     try {
         return parsed("", line);
     } catch (Failure const&) {
