@@ -4,7 +4,6 @@
 
 #include <filesystem>
 #include <fstream>
-#include <sstream>
 
 #include "circuit/parameters.h"
 #include "design/design.h"
@@ -22,7 +21,7 @@ void refuse(std::string const& path, std::string const& kind) {
 }
 
 void refuseParameters(vrl::Attributes& list, std::string const& path) {
-    for (Parameter const& parameter : parametersOf(list))
+    for (ListedParameter const& parameter : listedParameters(list))
         if (losesBySaving(*parameter.attribute)) refuse(path, parameter.name);
 }
 
@@ -51,9 +50,25 @@ bool isSavedDesign(std::string const& path) {
     return file.read(head, sizeof head) && head[0] == '\x3D' && head[1] == '\x40';
 }
 
+/// The process-wide numbers of netlists, which reading sets and saving writes, as they were.
+class KeptNumbers : vrl::Netlist_Vars {
+public:
+    KeptNumbers() : elements(numBB), nodes(nodeCount) {}
+    KeptNumbers(KeptNumbers const&) = delete;
+    KeptNumbers& operator=(KeptNumbers const&) = delete;
+    ~KeptNumbers() {
+        numBB = elements;
+        nodeCount = nodes;
+    }
+
+private:
+    unsigned int elements, nodes;
+};
+
 /// An existing file may keep kinds that are missing here, or more than can be read of it: it is not replaced then.
 void refuseOver(std::string const& path) {
     if (!isSavedDesign(path)) return;
+    KeptNumbers const numbers;
     Design before;
     try {
         before = readDesign(path);
@@ -86,11 +101,11 @@ void saveFile(std::string const& path, std::string const& bytes) {
 
 void saveDesign(vrl::Netlist& netlist, std::string const& path) {
     refuseStandIns(netlist, path);
-    std::ostringstream bytes;
-    vrl::BinaryStreamSerialiser writer(bytes);
-    if (!netlist.write(&writer) || !bytes) throw Failure(path, "the design cannot be written", "");
-    refuseOver(path);  // reading sets the process-wide numbers, which are part of the bytes
-    replaceFile(path, bytes.str());
+    refuseOver(path);
+    replaceFile(path, [&](std::ostream& out) {
+        vrl::BinaryStreamSerialiser writer(out);
+        if (!netlist.write(&writer)) throw Failure(path, "the design cannot be written", "");
+    });
 }
 
 }  // namespace vrltool

@@ -9,6 +9,9 @@
 #include <cstring>
 #include <filesystem>
 #include <map>
+#include <ostream>
+#include <streambuf>
+#include <vector>
 
 #include "text/failure.h"
 
@@ -80,9 +83,9 @@ public:
             failSave(place, "cannot set its mode");
     }
 
-    void write(std::string const& bytes) {
-        for (std::size_t done = 0; done < bytes.size();) {
-            ssize_t const count = ::write(descriptor, bytes.data() + done, bytes.size() - done);
+    void write(char const* bytes, std::size_t size) {
+        for (std::size_t done = 0; done < size;) {
+            ssize_t const count = ::write(descriptor, bytes + done, size - done);
             if (count < 0 && errno != EINTR) failSave(place, "cannot be written");
             if (count > 0) done += static_cast<std::size_t>(count);
         }
@@ -114,13 +117,43 @@ private:
     int descriptor;
 };
 
+/// Hands what is written to a stream on to a new file, in large pieces.
+class IntoFile final : public std::streambuf {
+public:
+    explicit IntoFile(Replacement& f) : file(f), piece(1 << 16) { restart(); }
+
+private:
+    int_type overflow(int_type c) override {
+        sync();
+        return traits_type::eq_int_type(c, traits_type::eof()) ? traits_type::not_eof(c)
+                                                               : sputc(traits_type::to_char_type(c));
+    }
+    int sync() override {
+        file.write(pbase(), static_cast<std::size_t>(pptr() - pbase()));
+        restart();
+        return 0;
+    }
+    void restart() { setp(piece.data(), piece.data() + piece.size()); }
+
+    Replacement& file;
+    std::vector<char> piece;
+};
+
 }  // namespace
 
-void replaceFile(std::string const& path, std::string const& bytes) {
+void replaceFile(std::string const& path, std::function<void(std::ostream&)> const& fill) {
     Replacement file(target(path));
     file.takeMode();
-    file.write(bytes);
+    IntoFile buffer(file);
+    std::ostream out(&buffer);
+    out.exceptions(std::ios::badbit);  // so that a Failure gets through the stream
+    fill(out);
+    out.flush();
     file.putInPlace();
+}
+
+void replaceFile(std::string const& path, std::string const& bytes) {
+    replaceFile(path, [&](std::ostream& out) { out.write(bytes.data(), static_cast<std::streamsize>(bytes.size())); });
 }
 
 }  // namespace vrltool
