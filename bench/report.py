@@ -8,7 +8,8 @@ import sys
 import plots
 from runs import Bench, Figures, Progress, TOOL_COMMANDS
 
-OPERATIONS = ["build", "save", "save-over", "save-again", "save-file", "load", "save-loaded", "load-file", "free"]
+OPERATIONS = ["build", "save", "save-over", "save-again", "save-file", "load", "save-loaded", "load-file", "free",
+              "copy-bytes"]
 PEERS = ["library", "cereal-unique", "cereal-shared", "boost", "protobuf", "json", "hand-written"]
 COUNTED_PEERS = ["library", "cereal-unique", "cereal-shared", "boost", "hand-written"]
 COUNTED_OPERATIONS = ["build", "save", "save-again", "load", "save-loaded", "load-file", "free"]
@@ -69,7 +70,7 @@ def ratio_rows(targets, figure):
 
 def measure(bench, sizes, repetitions):
     names = [f"{peer}/{operation}" for operation in OPERATIONS for peer in PEERS]
-    names += [name for name in bench.names() if name.split("/")[1] not in [*OPERATIONS, "copy-bytes", "start-up"]]
+    names += [name for name in bench.names() if name.split("/")[1] not in [*OPERATIONS, "start-up"]]
     figures = Figures()
     progress = Progress(repetitions * (len(sizes) * len(names) + len(FILES)))
     for count in sizes:

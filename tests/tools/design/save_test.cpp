@@ -221,8 +221,31 @@ TEST(SaveDesign, WritesTheSameBytesOverADesign) {
     SampleCircuit circuit;
     vrl_test::addInterferometer(circuit);
     std::string const before = readFile(circuit.save(folder / "design.vrl"));
+    circuit.netlist().createNode();  // the process-wide numbers, which are saved, are not those of the file any more
+    saveDesign(circuit.netlist(), folder / "new.vrl");
     saveDesign(circuit.netlist(), folder / "design.vrl");
-    EXPECT_EQ(readFile(folder / "design.vrl"), before);
+    EXPECT_EQ(readFile(folder / "design.vrl"), readFile(folder / "new.vrl"));
+    EXPECT_NE(readFile(folder / "design.vrl"), before);
+}
+
+TEST(SaveDesign, LeavesTheOldFileIfThereIsNoRoom) {
+    TemporaryFolder const folder;
+    SampleCircuit circuit;
+    circuit.netlist().setAnnotation("note", std::string(200000, 'x'));
+    std::string const path = writeFile(folder / "file", "before");
+    int const status = inChild([&] {
+        rlimit const most{4096, 4096};
+        std::signal(SIGXFSZ, SIG_IGN);
+        setrlimit(RLIMIT_FSIZE, &most);
+        return outcomeOf([&] { saveDesign(circuit.netlist(), path); }) ==
+                       path + ": cannot be written: File too large; raise the limit of the size of files; the file "
+                              "is as it was before"
+                   ? 0
+                   : 1;
+    });
+    EXPECT_EQ(status, 0);
+    EXPECT_EQ(readFile(path), "before");
+    EXPECT_EQ(namesIn(folder.path()), std::vector<std::string>{"file"});
 }
 
 std::string refusal(std::string const& path, std::string const& kind) {
