@@ -45,40 +45,59 @@ std::string aliasBomb() {
 
 INSTANTIATE_TEST_SUITE_P(
     Reader, BadNetlist,
-    testing::Values(
-        Bad{"Empty", "a.yml", "", "vrl: a.yml: is empty\n  give the path of a file of JSON or YAML\n"},
-        Bad{"ZeroByte", "a.yml", std::string("instances:\n  a: \0b", 17),
-            "vrl: a.yml:2:6: holds a zero byte\n  give the path of a file of JSON or YAML\n"},
-        Bad{"ZeroByteByAnEscapeInJson", "a.json", "{\"instances\":\n {\"a\\u0000b\": \"sfBend\"}}",
-            "vrl: a.json:2:3: a string holds a zero byte\n  remove it\n"},
-        Bad{"ZeroByteByAnEscapeInYaml", "a.yml", "instances: {a: \"sfBend\\0\"}\n",
-            "vrl: a.yml:1:16: a string holds a zero byte\n  remove it\n"},
-        Bad{"OtherBytes", "a.yml", "instances:\n  caf\xE9: sfBend\n",
-            "vrl: a.yml:2:6: is no UTF-8\n  save it as UTF-8, for names with accents\n"},
-        Bad{"DeepJson", "a.json", repeated("[", 100000), "vrl: a.json:1:1: is nested deeper than 100 levels\n"},
-        Bad{"DeepYaml", "a.yml", "instances: " + repeated("{a: ", 200) + "1" + repeated("}", 200),
-            "vrl: a.yml:1:408: is nested deeper than 100 levels\n"},
-        Bad{"AliasBomb", "a.yml", aliasBomb(),
-            "vrl: a.yml:6:5: its aliases make more than 1000000 values\n  write them out\n"},
-        Bad{"AliasOfItself", "a.yml", "instances: &x {a: *x}\n", "vrl: a.yml:1:12: is nested deeper than 100 levels\n"},
-        Bad{"DuplicatedNameInYaml", "a.yml", "instances:\n  a: sfBend\n  b: sfBend\n  a: sfBend\n",
-            "vrl: a.yml:4:3: 'a' is duplicated; the first is in line 2\n  rename or remove one of them\n"},
-        Bad{"DuplicatedNameInJson", "a.json", "{\"instances\":\n {\"a\": 1,\n  \"a\": 2}}",
-            "vrl: a.json:3:3: 'a' is duplicated; the first is in line 2\n  rename or remove one of them\n"},
-        Bad{"HugeNumberInYaml", "a.yml", "instances: {a: 1e999}\n",
-            "vrl: a.yml:1:16: the number 1e999 is too large\n  no number of a program holds it\n"},
-        Bad{"HugeNumberInJson", "a.json", "{\"instances\": 1e999}",
-            "vrl: a.json:1:15: the number 1e999 is too large\n  no number of a program holds it\n"},
-        Bad{"CutShort", "a.json", "{\"instances\": {", "vrl: a.json:1:1: end of map flow not found\n"},
-        Bad{"UnknownTag", "a.yml", "instances: {a: !odd sfBend}\n",
-            "vrl: a.yml:1:16: the tag '!odd' is not known here\n  write a plain value\n"},
-        Bad{"MapForAName", "a.yml", "instances: {{a: b}: c}\n",
-            "vrl: a.yml:1:13: the name of a member is a map\n  names are strings\n"},
-        Bad{"SecondDocument", "a.yml", "instances: {}\n---\nx: 1\n",
-            "vrl: a.yml:3:1: a second document begins here\n  keep one document in a file\n"},
-        Bad{"List", "a.yml", "- a\n",
-            "vrl: a.yml: holds a list and no netlist\n"
-            "  a netlist is a map with 'instances', 'nets' or 'connections', and 'ports'\n"}),
+    testing::Values(Bad{"Empty", "a.yml", "", "vrl: a.yml: is empty\n  give the path of a file of JSON or YAML\n"},
+                    Bad{"ZeroByte", "a.yml", std::string("instances:\n  a: \0b", 17),
+                        "vrl: a.yml:2:6: holds a zero byte\n  give the path of a file of JSON or YAML\n"},
+                    Bad{"ZeroByteByAnEscapeInJson", "a.json", "{\"instances\":\n {\"a\\u0000b\": \"sfBend\"}}",
+                        "vrl: a.json:2:3: a string holds a zero byte\n  remove it\n"},
+                    Bad{"ZeroByteByAnEscapeInYaml", "a.yml", "instances: {a: \"sfBend\\0\"}\n",
+                        "vrl: a.yml:1:16: a string holds a zero byte\n  remove it\n"},
+                    Bad{"OtherBytes", "a.yml", "instances:\n  caf\xE9: sfBend\n",
+                        "vrl: a.yml:2:6: is no UTF-8\n  save it as UTF-8, for names with accents\n"},
+                    Bad{"DeepJson", "a.json", repeated("[", 100000),
+                        "vrl: a.json:1:101: is nested deeper than 100 levels\n"},
+                    Bad{"DeepYaml", "a.yml", "instances: " + repeated("{a: ", 200) + "1" + repeated("}", 200),
+                        "vrl: a.yml:1:408: is nested deeper than 100 levels\n"},
+                    Bad{"AliasBomb", "a.yml", aliasBomb(),
+                        "vrl: a.yml:6:38: its aliases make more than 1000000 values\n  write them out\n"},
+                    Bad{"AliasOfItself", "a.yml", "instances: &x {a: *x}\n",
+                        "vrl: a.yml:1:19: '*x' leads to nothing that ends before it\n"},
+                    Bad{"DuplicatedNameInYaml", "a.yml", "instances:\n  a: sfBend\n  b: sfBend\n  a: sfBend\n",
+                        "vrl: a.yml:4:3: 'a' is duplicated; the first is in line 2\n  rename or remove one of them\n"},
+                    Bad{"DuplicatedNameInJson", "a.json", "{\"instances\":\n {\"a\": 1,\n  \"a\": 2}}",
+                        "vrl: a.json:3:3: 'a' is duplicated; the first is in line 2\n  rename or remove one of them\n"},
+                    Bad{"HugeNumberInYaml", "a.yml", "instances: {a: 1e999}\n",
+                        "vrl: a.yml:1:16: the number 1e999 is too large\n  no number of a program holds it\n"},
+                    Bad{"HugeNumberInJson", "a.json", "{\"instances\": 1e999}",
+                        "vrl: a.json:1:15: the number 1e999 is too large\n  no number of a program holds it\n"},
+                    Bad{"CutShort", "a.json", "{\"instances\": {",
+                        "vrl: a.json:2:1: did not find expected node content while parsing a flow node\n"},
+                    Bad{"OpenQuote", "a.yml", "instances: {}\nx: \"y\n",
+                        "vrl: a.yml:3:1: found unexpected end of stream while scanning a quoted scalar\n"},
+                    Bad{"ControlCharacter", "a.yml", "instances:\n  \xC3\xA9\x7F: sfBend\n",
+                        "vrl: a.yml:2:4: control characters are not allowed\n"},
+                    Bad{"SeparatorOfLines", "a.yml", "instances:\n  \xC3\xA9: \"a\xE2\x80\xA8\"\n",
+                        "vrl: a.yml:2:8: holds an end of a line that only YAML 1.1 knows\n  write it as an escape\n"},
+                    Bad{"UnknownAlias", "a.yml", "instances: {a: *b}\n",
+                        "vrl: a.yml:1:16: '*b' leads to nothing that ends before it\n"},
+                    Bad{"AliasesNestedDeeply", "a.yml",
+                        "x: &x " + repeated("[", 60) + repeated("]", 60) + "\ny: " + repeated("[", 41) + "*x",
+                        "vrl: a.yml:2:45: is nested deeper than 100 levels\n"},
+                    Bad{"DeepNames", "a.yml", repeated("? ", 100000),
+                        "vrl: a.yml:1:3: the name of a member is a map\n  names are strings\n"},
+                    Bad{"NumberForANameByAnAlias", "a.yml", "x: &x 010\ninstances: {*x : sfBend}\n",
+                        "vrl: a.yml:2:13: the name of a member is a number\n  names are strings\n"},
+                    Bad{"NothingForAName", "a.yml", "instances: {~: sfBend}\n",
+                        "vrl: a.yml:1:13: the name of a member is null\n  names are strings\n"},
+                    Bad{"UnknownTag", "a.yml", "instances: {a: !odd sfBend}\n",
+                        "vrl: a.yml:1:16: the tag '!odd' is not known here\n  write a plain value\n"},
+                    Bad{"MapForAName", "a.yml", "instances: {{a: b}: c}\n",
+                        "vrl: a.yml:1:13: the name of a member is a map\n  names are strings\n"},
+                    Bad{"SecondDocument", "a.yml", "instances: {}\n---\nx: 1\n",
+                        "vrl: a.yml:2:1: a second document begins here\n  keep one document in a file\n"},
+                    Bad{"List", "a.yml", "- a\n",
+                        "vrl: a.yml: holds a list and no netlist\n"
+                        "  a netlist is a map with 'instances', 'nets' or 'connections', and 'ports'\n"}),
     [](auto const& given) { return given.param.name; });
 
 TEST(Reader, RefusesWhatIsNoRegularFile) {
@@ -153,6 +172,35 @@ TEST(Reader, TakesPlainScalarsByTheCoreSchema) {
                                                  "      - \"é\"\n"
                                                  "nets: []\n"
                                                  "ports: {}\n");
+}
+
+TEST(Reader, TakesWhatAliasesLeadToAsIfItStoodThere) {
+    Tool const tool;
+    tool.write("a.yml", "instances:\n"
+                        "  &a a: &bend {component: sfBend, info: &info [1, &x 010]}\n"
+                        "  b: *bend\n"
+                        "x: [*info, *x, &x !!str 010, *x, *a]\n"
+                        "y: {*a : &n 1, &n 2: 3, 4: *n}\n");
+    ASSERT_EQ(tool.run("import", {"a.yml", "-o", "a.vrl"}).status, 0);
+    EXPECT_EQ(tool.run("export", {"a.vrl", "--format", "json"}).out,
+              "{\"instances\": {\"a\": {\"component\": \"sfBend\", \"settings\": {}, \"info\": [1, 10]}, "
+              "\"b\": {\"component\": \"sfBend\", \"settings\": {}, \"info\": [1, 10]}}, \"nets\": [], \"ports\": {}, "
+              "\"x\": [[1, 10], 10, \"010\", \"010\", \"a\"], \"y\": {\"a\": 1, \"2\": 3, \"4\": 2}}\n");
+}
+
+// Readers of YAML 1.1 fold some of them like line ends, and refuse others.
+TEST(Reader, TakesCharactersThatYamlDoesNotPrintFromJsonAndWritesThemAsEscapes) {
+    Tool const tool;
+    tool.write(
+        "a.json",
+        "{\"instances\": {}, \"a \x7F\": \"b\xC2\x85\xC2\xA0 \xE2\x80\xA8\xE2\x80\xA9 \xEF\xBB\xBF\xEF\xBF\xBF\"}");
+    ASSERT_EQ(tool.run("import", {"a.json", "-o", "a.vrl"}).err, "");
+    std::string const escaped = "\"a \\u007f\": \"b\\u0085\\u00a0 \\u2028\\u2029 \\ufeff\\uffff\"";
+    EXPECT_EQ(tool.run("export", {"a.vrl"}).out, "instances: {}\nnets: []\nports: {}\n" + escaped + "\n");
+    tool.write("b.yml", "instances: {}\n" + escaped + "\n");
+    ASSERT_EQ(tool.run("import", {"b.yml", "-o", "b.vrl"}).err, "");
+    EXPECT_EQ(tool.run("export", {"b.vrl", "--format", "json"}).out,
+              "{\"instances\": {}, \"nets\": [], \"ports\": {}, " + escaped + "}\n");
 }
 
 TEST(Reader, TakesAColonInTheNextLineOfJsonAndRefusesLongNames) {

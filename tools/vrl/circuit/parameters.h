@@ -38,6 +38,10 @@ struct Parameter {
 template <class Use>
 bool withPlainValue(vrl::Attribute& parameter, Use const& use);
 
+/// The same for the values that classes of plug-ins derive, too.
+template <class Use>
+bool withValue(vrl::Attribute& parameter, Use const& use);
+
 /// What is to be reported of one parameter.
 Parameter parameterOf(vrl::Attribute& attribute);
 
@@ -97,6 +101,16 @@ template <class Use>
 bool withPlainValue(vrl::Attribute& parameter, Use const& use) {
 #define VRL_USE_(T, Word, Name)                                                                                        \
     if (auto* const value = detail::plainValue<T>(parameter)) return use(*value), true;
+    VRL_FOR_VALUE_TYPES(VRL_USE_)
+#undef VRL_USE_
+    return false;
+}
+
+template <class Use>
+bool withValue(vrl::Attribute& parameter, Use const& use) {
+    if (withPlainValue(parameter, use)) return true;
+#define VRL_USE_(T, Word, Name)                                                                                        \
+    if (auto* const value = dynamic_cast<vrl::Value<T>*>(&parameter)) return use(*value), true;
     VRL_FOR_VALUE_TYPES(VRL_USE_)
 #undef VRL_USE_
     return false;

@@ -93,7 +93,7 @@ Outcome exportDesign(Options options, Common const& common) {
     vrl::Netlist& circuit = circuitOf(design);
     Findings findings;
     if (design.object.block())
-        findings.add(Severity::kWarning, options.file, Mark::null_mark(),
+        findings.add(Severity::kWarning, options.file, {},
                      "holds the composite '" + design.type +
                          "': its inside is exported, not its own ports and parameters");
     Kinds kinds;

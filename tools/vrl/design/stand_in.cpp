@@ -1,6 +1,7 @@
 #include "design/stand_in.h"
 
 #include <algorithm>
+#include <typeinfo>
 
 #include "text/table.h"
 
@@ -20,7 +21,7 @@ Making& making() {
 }
 
 /// A parameter of a type of which nothing is known: name, unit, description and expression are all that is read.
-class UnknownAttribute : public vrl::AttributeWithExpr {
+class UnknownAttribute final : public vrl::AttributeWithExpr {
 public:
     explicit UnknownAttribute(std::string const& name) : AttributeWithExpr(name), type(making().kind) {}
     std::string getType() const override { return type; }
@@ -38,7 +39,7 @@ private:
 /// A ranged value with the flag is saved under a type that no factory has: its block declares it. Without its block it
 /// is read as the plain value; its bounds were never in the file.
 template <class T>
-class FlaggedValue : public vrl::Value<T> {
+class FlaggedValue final : public vrl::Value<T> {
 public:
     explicit FlaggedValue(std::string const& name) : vrl::Value<T>(name), type(making().kind) {}
 
@@ -98,9 +99,9 @@ bool isStandIn(vrl::BB const& block) { return dynamic_cast<StandInBlock const*>(
 bool isStandIn(vrl::Attribute const& parameter) { return dynamic_cast<UnknownAttribute const*>(&parameter) != nullptr; }
 
 bool losesBySaving(vrl::Attribute const& parameter) {
-    return isStandIn(parameter) || dynamic_cast<FlaggedValue<int> const*>(&parameter) ||
-           dynamic_cast<FlaggedValue<double> const*>(&parameter) ||
-           dynamic_cast<FlaggedValue<std::complex<double>> const*>(&parameter);
+    std::type_info const& type = typeid(parameter);
+    return type == typeid(UnknownAttribute) || type == typeid(FlaggedValue<int>) ||
+           type == typeid(FlaggedValue<double>) || type == typeid(FlaggedValue<std::complex<double>>);
 }
 
 StandInReader::StandInReader(std::istream& stream, Progress& counter) : inner(stream), progress(counter) {}

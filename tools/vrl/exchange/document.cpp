@@ -1,5 +1,7 @@
 #include "exchange/document.h"
 
+#include <charconv>
+
 #include "text/failure.h"
 #include "text/near_names.h"
 #include "text/table.h"
@@ -125,7 +127,13 @@ void refuseOtherShapes(Node const& root, std::string const& path) {
     throw Failure(path, "has no 'instances'", near.empty() ? kHint : "is '" + near.front() + "' meant for it?");
 }
 
-std::size_t countOf(Node const& node) { return isNull(node) ? 1 : YAML::Node(node.text).as<std::size_t>(0); }
+/// 0 for what is no whole number.
+std::size_t countOf(Node const& node) {
+    std::size_t count = 0;
+    char const *const begin = node.text.data(), *const end = begin + node.text.size();
+    if (isNull(node)) return 1;
+    return std::from_chars(begin, end, count).ptr == end ? count : 0;
+}
 
 }  // namespace
 

@@ -38,9 +38,9 @@ struct Export {
     ElementPort const& portOf(PortPlace const& place) const {
         return circuit.elements[place.element].ports[place.port];
     }
-    void report(Severity severity, std::string const& text) { findings.add(severity, path, Mark::null_mark(), text); }
+    void report(Severity severity, std::string const& text) { findings.add(severity, path, {}, text); }
     void lose(std::string const& sort, std::string const& name, Severity severity = Severity::kWarning) {
-        findings.addName(severity, path, Mark::null_mark(), "the netlist does not hold " + sort, name);
+        findings.addName(severity, path, {}, "the netlist does not hold " + sort, name);
     }
 };
 
@@ -86,7 +86,7 @@ void addSettings(Export& context, std::string const& element, Source const& sour
         if (!target.name.empty()) {
             Parameter const now = parameterOf(*source.block.getAttribute(target.name));
             std::string why;
-            bool const good = valueFor(now, value, target.factor, why).has_value();
+            bool const good = valueFor(now.value, value, target.factor, why).has_value();
             bool const same = good ? isValueOf(now, value, target.factor) : source.isDefault(now);
             if (!same) value = nodeOfValue(now, target.factor);
             if (same || isValueOf(now, value, target.factor)) said.insert(target.name);

@@ -37,9 +37,9 @@ Json Findings::json() const {
     Json list = Json::array();
     for (auto const& [finding, names] : all) {
         Json json{{"severity", severityWord(finding.severity)}, {"file", finding.path}};
-        if (!finding.mark.is_null()) {
-            json["line"] = finding.mark.line + 1;
-            json["column"] = finding.mark.column + 1;
+        if (!finding.mark.isNull()) {
+            json["line"] = finding.mark.line;
+            json["column"] = finding.mark.column;
         }
         json["text"] = shown(finding.text, names);
         list.push_back(std::move(json));

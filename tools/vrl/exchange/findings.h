@@ -26,7 +26,7 @@ struct PlacedFinding {
 
 private:
     std::tuple<bool, bool, std::string, int, int, std::string> key() const {
-        return {severity == Severity::kNote, mark.is_null(), path, mark.line, mark.column, text};
+        return {severity == Severity::kNote, mark.isNull(), path, mark.line, mark.column, text};
     }
 };
 

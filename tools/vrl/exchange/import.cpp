@@ -61,7 +61,7 @@ bool checkKind(Import& import, ComponentRule const& rule, Instance const& instan
         Parameter const* const parameter = fresh->find(name);
         std::string why;
         if (!parameter) lacks(entry.first.mark, "parameter", name, parameters);
-        if (parameter && !valueFor(*parameter, entry.second, 1, why))
+        if (parameter && !valueFor(parameter->value, entry.second, 1, why))
             error(entry.second.mark, "the default of '" + name + "' " + why);
     }
     return true;

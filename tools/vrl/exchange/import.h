@@ -40,7 +40,7 @@ struct Import {
         Port port;
         std::size_t parent;
         std::size_t uses = 0;  ///< by nets and outer ports
-        Mark secondUse = Mark::null_mark();
+        Mark secondUse = {};
         unsigned node = 0;
     };
 
@@ -80,7 +80,7 @@ struct Import {
         return false;
     }
     /// Reports something that the circuit does not hold, and a note does.
-    void keep(std::string const& sort, std::string const& name, Mark const& mark = Mark::null_mark()) {
+    void keep(std::string const& sort, std::string const& name, Mark const& mark = {}) {
         findings.addName(Severity::kNote, document.path, mark, sort, name);
     }
     bool error(Node const& node, std::string const& text, std::string const& hint = "") {

@@ -29,10 +29,10 @@ std::optional<double> numberOf(Node const& node) {
 Value wholeNumber(Node const& node, double factor, std::string& why) {
     if (node.kind != Kind::kNumber) return {};
     double const number = *numberOf(node) * factor, nearest = std::round(number);
-    why = "is " + numberText(number) + ", which is no whole number of 32 bits";
     bool const fits = nearest >= std::numeric_limits<int>::min() && nearest <= std::numeric_limits<int>::max();
-    if (!fits || std::abs(number - nearest) > 1e-9 * std::abs(nearest)) return {};
-    return static_cast<int>(nearest);
+    if (fits && std::abs(number - nearest) <= 1e-9 * std::abs(nearest)) return static_cast<int>(nearest);
+    why = "is " + numberText(number) + ", which is no whole number of 32 bits";
+    return {};
 }
 
 Value complexNumber(Node const& node, double factor) {
@@ -118,37 +118,36 @@ std::size_t sideOf(std::string const& port, vrl::EnumList::Domain domain) {
     return directionOf(port) == Direction::kOutput ? 1 : 0;
 }
 
-Value valueFor(Parameter const& parameter, Node const& node, double factor, std::string& why) {
+Value valueFor(ParameterValue const& current, Node const& node, double factor, std::string& why) {
     static char const* const wanted[] = {
         "a string", "true or false", "a whole number", "a number", "a number, or a map of 're' and 'im',", "a string"};
-    why = wrongKind("", node, wanted[parameter.value.index()]).substr(1);
-    auto const number = numberOf(node);
-    switch (parameter.value.index()) {
-    case 1:
-        return node.kind == Kind::kBool ? Value(node.text == "true") : Value();
-    case 2:
-        return wholeNumber(node, factor, why);
-    case 3:
-        return number ? Value(*number * factor) : Value();
-    case 4:
-        return complexNumber(node, factor);
-    default:
-        return isString(node) ? Value(node.text) : Value();
+    Value value;
+    why.clear();
+    if (std::holds_alternative<bool>(current)) {
+        if (node.kind == Kind::kBool) value = node.text == "true";
+    } else if (std::holds_alternative<int>(current)) {
+        value = wholeNumber(node, factor, why);
+    } else if (std::holds_alternative<double>(current)) {
+        if (auto const number = numberOf(node)) value = *number * factor;
+    } else if (std::holds_alternative<Complex>(current)) {
+        value = complexNumber(node, factor);
+    } else if (isString(node)) {
+        value = node.text;
     }
+    if (!value && why.empty()) why = wrongKind("", node, wanted[current.index()]).substr(1);
+    return value;
 }
 
 std::string storeValue(vrl::Attribute& attribute, Node const& node, double factor) {
     std::string why;
-    Value const value = valueFor(parameterOf(attribute), node, factor, why);
-    if (!value) return why;
-    auto const store = [&](auto const& typed) {
-        using T = std::decay_t<decltype(typed)>;
-        if constexpr (!std::is_same_v<T, std::monostate>)
-            if (auto* const plain = dynamic_cast<vrl::Value<T>*>(&attribute)) return plain->setValue(typed), true;
-        return false;
+    auto const store = [&](auto& plain) {
+        using T = std::decay_t<decltype(plain.getValue())>;
+        if (Value const value = valueFor(T(), node, factor, why)) plain.setValue(std::get<T>(*value));
     };
-    if (!std::visit(store, *value)) attribute.setStringValue(valueText(*value));
-    return {};
+    if (withValue(attribute, store)) return why;
+    Value const value = valueFor(std::monostate(), node, factor, why);
+    if (value) attribute.setStringValue(valueText(*value));
+    return why;
 }
 
 Node nodeOfValue(Parameter const& parameter, double factor) {
@@ -173,7 +172,7 @@ bool sameValue(Parameter const& a, Parameter const& b) {
 
 bool isValueOf(Parameter const& parameter, Node const& node, double factor) {
     std::string why;
-    Value const value = valueFor(parameter, node, factor, why);
+    Value const value = valueFor(parameter.value, node, factor, why);
     Parameter taken;
     if (value) taken.text = valueText(taken.value = *value);
     return value && sameValue(taken, parameter);

@@ -83,9 +83,10 @@ extern std::array<Side, 3> const kSides;
 /// none; DC for all others.
 std::size_t sideOf(std::string const& port, vrl::EnumList::Domain domain);
 
-/// The value of a netlist for a parameter: numbers are multiplied by the factor, and an Int has to stay whole. Without
-/// a value, `why` gets the reason: "is a string, where a number belongs".
-std::optional<ParameterValue> valueFor(Parameter const& parameter, Node const& node, double factor, std::string& why);
+/// The value of a netlist for a parameter that has some value of its type: numbers are multiplied by the factor, and an
+/// Int has to stay whole. Without a value, `why` gets the reason: "is a string, where a number belongs".
+std::optional<ParameterValue> valueFor(ParameterValue const& current, Node const& node, double factor,
+                                       std::string& why);
 
 /// Stores a value of a netlist as the owner of the parameter would, through its gate. Returns why it cannot be; empty
 /// if it is stored. A value of a type of a plug-in is stored as a string.

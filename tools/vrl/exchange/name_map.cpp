@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
 #include <regex>
 
 #include "exchange/library.h"
@@ -22,6 +23,8 @@ Shapes const kComponent{{"key", "nt"},
                         {"defaults", "nm"}};
 Shapes const kMap{{"foundry", "nt"}, {"sameNames", "b"}, {"components", "m", {{"*", "ntm", kComponent}}}};
 
+bool isTrue(Node const& node, bool unlessGiven) { return isNull(node) ? unlessGiven : node.text == "true"; }
+
 /// The names of the ports or parameters of a component. Two names of theirs for one of ours would have no way back.
 NameRules readRules(std::string const& path, Node const& node, std::string const& things, bool sameNames) {
     NameRules rules;
@@ -30,7 +33,7 @@ NameRules readRules(std::string const& path, Node const& node, std::string const
         std::string const name = printable(entry.first.text);
         bool const map = isMap(entry.second);
         Node const to = map ? member(entry.second, "to") : entry.second, factor = member(entry.second, "factor");
-        MappedName const ours{to.text, YAML::Node(factor.text).as<double>(1), to.mark};
+        MappedName const ours{to.text, isNull(factor) ? 1 : std::strtod(factor.text.c_str(), nullptr), to.mark};
         if (map && ours.name.empty())
             fail(path, entry.second.mark, "'" + name + "' has no 'to'", "name the parameter of ours that it sets");
         if (ours.factor == 0 || !std::isfinite(ours.factor))
@@ -47,7 +50,7 @@ ComponentRule readComponent(std::string const& path, Node const& name, Node cons
     std::string const of = " of '" + printable(rule.component) + "'";
     rule.mark = name.mark;
     rule.key = isMap(node) ? member(node, "key") : node;  // the short form is the key alone
-    bool const same = YAML::Node(member(node, "sameNames").text).as<bool>(sameNames);
+    bool const same = isTrue(member(node, "sameNames"), sameNames);
     rule.ports = readRules(path, member(node, "ports"), "ports" + of, same);
     rule.parameters = readRules(path, member(node, "parameters"), "settings" + of, same);
     rule.defaults = member(node, "defaults");
@@ -174,7 +177,7 @@ NameMap readNameMap(std::string const& path) {
     if (!components.isDefined())
         fail(path, root.mark, "has no 'components'", "each component of the netlist has an entry there");
     map.foundry = member(root, "foundry");
-    map.sameNames = YAML::Node(member(root, "sameNames").text).as<bool>(true);
+    map.sameNames = isTrue(member(root, "sameNames"), true);
     for (auto const& entry : components)
         map.components.emplace(entry.first.text, readComponent(path, entry.first, entry.second, map.sameNames));
     return map;

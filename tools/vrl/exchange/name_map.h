@@ -16,7 +16,7 @@ namespace vrltool::exchange {
 struct MappedName {
     std::string name;
     double factor = 1;
-    Mark mark = Mark::null_mark();
+    Mark mark = {};
 };
 
 /// The names of ports or parameters of one component, both ways.
@@ -33,7 +33,7 @@ struct NameRules {
 struct ComponentRule {
     std::string component;
     Node key;  ///< of ours; null if it has none yet
-    Mark mark = Mark::null_mark();
+    Mark mark = {};
     NameRules ports = {}, parameters = {};
     Node defaults = {};  ///< parameters of ours that settings do not give
 

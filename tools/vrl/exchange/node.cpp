@@ -8,6 +8,7 @@
 #include "text/near_names.h"
 #include "text/phrases.h"
 #include "text/table.h"
+#include "text/utf8.h"
 
 namespace vrltool::exchange {
 
@@ -36,26 +37,32 @@ std::string numberWritten(std::string const& text, Format format) {
     return text.substr(0, exponent) + point + "e" + sign + text.substr(exponent + 1);
 }
 
-/// Escapes what JSON does, and what is no printable character in YAML.
-void writeString(std::string& out, std::string const& text, Format format) {
+/// Whether a character stands for itself between double quotes, in JSON and in all versions of YAML.
+bool isPrinted(char32_t c) {
+    bool const control = c < 0x20 || (c >= 0x7F && c <= 0xA0), separator = c == 0x2028 || c == 0x2029;
+    return !control && !separator && c != U'"' && c != U'\\' && c != 0xFEFF && c != 0xFFFE && c != 0xFFFF;
+}
+
+/// One character in double quotes.
+std::string quoted(Character const& character) {
     static std::string const special = "\"\\\b\f\n\r\t", letters = "\"\\bfnrt";
+    if (!character.valid || isPrinted(character.number)) return character.bytes;
+    auto const letter = special.find(character.bytes);
+    if (letter != std::string::npos) return {'\\', letters[letter]};
+    char code[8] = {};
+    std::snprintf(code, sizeof code, "\\u%04x", static_cast<unsigned>(character.number) & 0xFFFF);
+    return code;
+}
+
+void writeString(std::string& out, std::string const& text, Format format) {
+    auto const usual = [](unsigned char c) { return c < 0x7F && isPrinted(c); };
     bool const plain = format == Format::kYaml && isPlain(text);
-    if (plain) out += text;
-    if (plain) return;
-    out += '"';
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        auto const c = static_cast<unsigned char>(text[i]), next = static_cast<unsigned char>(text.c_str()[i + 1]);
-        bool const pair = c == 0xC2 && next <= 0xA0, byteOrder = c == 0xEF && text.compare(i, 3, "\xEF\xBB\xBF") == 0;
-        auto const letter = c < 0x5D ? special.find(text[i]) : std::string::npos;
-        char code[8] = {text[i]};
-        if (letter != std::string::npos)
-            std::snprintf(code, sizeof code, "\\%c", letters[letter]);
-        else if (c < 0x20 || c == 0x7F || pair || byteOrder)
-            std::snprintf(code, sizeof code, "\\u%04x", byteOrder ? 0xFEFFU : pair ? next : c);
-        out += code;
-        i += byteOrder ? 2 : pair;
-    }
-    out += '"';
+    if (!plain) out += '"';
+    if (std::all_of(text.begin(), text.end(), usual))
+        out += text;
+    else
+        for (Character const& character : charactersOf(text)) out += quoted(character);
+    if (!plain) out += '"';
 }
 
 /// Writes a value. A block, with the lines of its parts at an indent, begins in the line only at the top and in lists.
@@ -143,8 +150,8 @@ Node const& member(Node const& map, std::string_view name) {
 }
 
 std::string placeText(std::string const& path, Mark const& mark) {
-    if (mark.is_null()) return path;
-    return path + ":" + std::to_string(mark.line + 1) + ":" + std::to_string(mark.column + 1);
+    if (mark.isNull()) return path;
+    return path + ":" + std::to_string(mark.line) + ":" + std::to_string(mark.column);
 }
 
 void fail(std::string const& path, Mark const& mark, std::string const& what, std::string const& hint) {

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <yaml-cpp/yaml.h>
-
 #include <initializer_list>
 #include <memory>
 #include <string>
@@ -13,7 +11,12 @@
 
 namespace vrltool::exchange {
 
-using YAML::Mark;
+/// A place in a file: line and column, from 1; 0 for no place.
+struct Mark {
+    int line = 0, column = 0;
+
+    bool isNull() const { return line == 0; }
+};
 
 enum class Kind { kNull, kBool, kNumber, kString, kList, kMap };
 
@@ -24,11 +27,11 @@ struct Node {
 
     Kind kind = Kind::kNull;
     std::string text = {};  ///< of a scalar
-    Mark mark = Mark::null_mark();
+    Mark mark = {};
     std::shared_ptr<std::vector<Part>> parts = {};  ///< copies share them
 
     /// False for a null that was not read, as that of a missing member.
-    bool isDefined() const { return kind != Kind::kNull || !mark.is_null(); }
+    bool isDefined() const { return kind != Kind::kNull || !mark.isNull(); }
     std::size_t size() const { return parts ? parts->size() : 0; }
     Part const* begin() const { return parts ? parts->data() : nullptr; }
     Part const* end() const { return begin() + size(); }
@@ -70,10 +73,8 @@ struct Misfit {
 std::vector<Misfit> misfits(Node const& whole, std::string const& what, Shapes const& shapes);
 
 /// New nodes without a place. A plain one is a truth value or a number; a map leaves out the members that are null.
-inline Node stringNode(std::string const& text, Mark const& mark = Mark::null_mark()) {
-    return {Kind::kString, text, mark};
-}
-inline Node plainNode(std::string const& text, Mark const& mark = Mark::null_mark()) {
+inline Node stringNode(std::string const& text, Mark const& mark = {}) { return {Kind::kString, text, mark}; }
+inline Node plainNode(std::string const& text, Mark const& mark = {}) {
     return {text == "true" || text == "false" ? Kind::kBool : Kind::kNumber, text, mark};
 }
 Node newMap(std::initializer_list<std::pair<char const*, Node>> members);
@@ -102,7 +103,7 @@ Node readFile(std::string const& path);
 enum class Format { kJson, kYaml, kLine };
 
 constexpr std::size_t kDeepest = 100;      // far beyond what netlists need, far below what stacks hold
-constexpr std::size_t kLongestName = 400;  // bytes; yaml-cpp bounds keys, and a net is kept under two names together
+constexpr std::size_t kLongestName = 400;  // bytes; libyaml bounds keys, and a net is kept under two names together
 
 /// A value without a line feed at its end. Strings have to be UTF-8.
 /// YAML is quoted so that readers of its older versions understand the same. JSON has no number for .inf: it becomes

@@ -1,4 +1,4 @@
-#include <yaml-cpp/depthguard.h>
+#include <yaml.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -8,7 +8,9 @@
 #include <filesystem>
 #include <fstream>
 #include <map>
+#include <new>
 #include <nlohmann/json.hpp>
+#include <unordered_map>
 
 #include "exchange/node.h"
 #include "text/failure.h"
@@ -41,103 +43,205 @@ std::string decimal(std::string const& text) {
     return (text[0] == '-' ? "-" : "") + digits;
 }
 
-/// The walk over what yaml-cpp read, which makes our values of it. It refuses what is nested too deeply, too large or
-/// ambiguous, and resolves the plain scalars.
-struct Check {
-    std::string const& path;
-    Mark last = {};  ///< the furthest place so far: a node before it comes from an alias
-    std::size_t copied = 0;
+/// The place of a byte, with the columns of characters.
+Mark markOf(std::string const& text, std::size_t at) {
+    std::size_t const before = text.substr(0, at).rfind('\n'), start = before + 1;
+    auto const begin = text.begin(), line = begin + static_cast<std::ptrdiff_t>(start),
+               end = begin + static_cast<std::ptrdiff_t>(at);
+    auto const beginsOne = [](char byte) { return (byte & 0xC0) != 0x80; };
+    return {static_cast<int>(std::count(begin, line, '\n')) + 1,
+            static_cast<int>(std::count_if(line, end, beginsOne)) + 1};
+}
 
-    [[noreturn]] void failDeep(Mark const& mark) const {
-        fail(path, mark, "is nested deeper than " + std::to_string(kDeepest) + " levels");
+Mark markOf(yaml_mark_t const& mark) { return {static_cast<int>(mark.line) + 1, static_cast<int>(mark.column) + 1}; }
+
+char const* charsOf(yaml_char_t const* text) { return text ? reinterpret_cast<char const*>(text) : ""; }
+
+/// What an anchor names.
+struct Anchored {
+    Node node;
+    std::size_t values, levels;  ///< in it, with those of its aliases
+};
+
+/// The walk over the events of libyaml, which makes our values of them. It refuses what is nested too deeply, too large
+/// or ambiguous, and resolves the plain scalars.
+class Reading {
+public:
+    Reading(std::string const& path, std::string const& text) : path_(path), text_(text) {
+        if (yaml_parser_initialize(&parser_) == 0) throw std::bad_alloc();
+        yaml_parser_set_encoding(&parser_, YAML_UTF8_ENCODING);
+        yaml_parser_set_input_string(&parser_, reinterpret_cast<yaml_char_t const*>(text.data()), text.size());
+    }
+    Reading(Reading const&) = delete;
+    Reading& operator=(Reading const&) = delete;
+    ~Reading() {
+        yaml_event_delete(&event_);
+        yaml_parser_delete(&parser_);
     }
 
-    Node value(YAML::Node const& node, std::size_t depth) {
-        if (node.Mark().pos >= last.pos)
-            last = node.Mark();
-        else if (++copied > kMostCopied)
-            fail(path, last, "its aliases make more than " + std::to_string(kMostCopied) + " values", "write them out");
-        bool const plain = isPlainTag(node);
-        if (node.IsScalar()) return scalar(node, plain);
-        if (node.IsNull()) return Node{Kind::kNull, "", node.Mark()};
-        if (depth > kDeepest) failDeep(node.Mark());
-        Node result{node.IsMap() ? Kind::kMap : Kind::kList, "", node.Mark()};
-        std::map<std::string, int> lines;
-        for (auto const& part : node) {
-            Node const key = node.IsMap() ? name(part.first, lines) : Node();
-            result.add(key, value(node.IsMap() ? part.second : part, depth + 1));
+    /// The value of the only document; null without one.
+    Node document() {
+        next();  // the stream begins
+        next();
+        if (event_.type == YAML_STREAM_END_EVENT) return {};
+        next();
+        Node const result = value(1);
+        next();  // the document ends
+        next();
+        if (event_.type == YAML_STREAM_END_EVENT) return result;
+        fail(path_, mark(), "a second document begins here", "keep one document in a file");
+    }
+
+private:
+    void next() {
+        yaml_event_delete(&event_);
+        if (yaml_parser_parse(&parser_, &event_) != 0) return;
+        bool const unread = parser_.error == YAML_READER_ERROR;  // then there is no mark
+        std::string const context = parser_.context && !unread ? std::string(" ") + parser_.context : "",
+                          problem = parser_.problem ? parser_.problem : "needs more memory than there is";
+        fail(path_, unread ? markOf(text_, parser_.problem_offset) : markOf(parser_.problem_mark), problem + context);
+    }
+
+    Mark mark() const { return markOf(event_.start_mark); }
+    bool isMapBegin() const { return event_.type == YAML_MAPPING_START_EVENT; }
+
+    Node value(std::size_t depth) {
+        if (event_.type == YAML_ALIAS_EVENT) return aliased(depth);
+        std::string const anchor = anchorName();
+        std::size_t const outer = std::exchange(deepest_, depth), before = values_++;
+        Node node = event_.type == YAML_SCALAR_EVENT ? scalar(true) : collection(depth);
+        if (!anchor.empty()) anchors_[anchor] = {node, values_ - before, deepest_ - depth};
+        deepest_ = std::max(deepest_, outer);
+        return node;
+    }
+
+    std::string anchorName() const {
+        auto const& data = event_.data;
+        if (event_.type == YAML_SCALAR_EVENT) return charsOf(data.scalar.anchor);
+        return charsOf(isMapBegin() ? data.mapping_start.anchor : data.sequence_start.anchor);
+    }
+
+    Node aliased(std::size_t depth) {
+        std::string const name = charsOf(event_.data.alias.anchor);
+        auto const found = anchors_.find(name);
+        if (found == anchors_.end())
+            fail(path_, mark(), "'*" + printable(name) + "' leads to nothing that ends before it");
+        Anchored const& anchored = found->second;
+        deepest_ = std::max(deepest_, depth + anchored.levels);
+        if (deepest_ > kDeepest) failDeep();
+        values_ += anchored.values;
+        if ((copied_ += anchored.values) <= kMostCopied) return anchored.node;
+        fail(path_, mark(), "its aliases make more than " + std::to_string(kMostCopied) + " values", "write them out");
+    }
+
+    [[noreturn]] void failDeep() const {
+        fail(path_, mark(), "is nested deeper than " + std::to_string(kDeepest) + " levels");
+    }
+
+    Node collection(std::size_t depth) {
+        if (depth > kDeepest) failDeep();
+        bool const map = isMapBegin();
+        isPlainTag(map ? event_.data.mapping_start.tag : event_.data.sequence_start.tag);
+        Node result{map ? Kind::kMap : Kind::kList, "", mark()};
+        for (next(); event_.type != YAML_MAPPING_END_EVENT && event_.type != YAML_SEQUENCE_END_EVENT; next()) {
+            Node key = map ? name() : Node();
+            if (map) next();
+            result.add(std::move(key), value(depth + 1));
         }
+        if (map) refuseTwins(result);
+        if (result.parts) result.parts->shrink_to_fit();
         return result;
     }
 
-    /// Whether the value is written plainly, so that the schema decides what it is.
-    bool isPlainTag(YAML::Node const& node) const {
-        std::string const& tag = node.Tag();
-        bool const standard = tag.compare(0, 18, "tag:yaml.org,2002:") == 0, plain = tag.empty() || tag == "?";
-        if (!standard && !plain && tag != "!")
-            fail(path, node.Mark(), "the tag '" + printable(tag) + "' is not known here", "write a plain value");
-        return plain || (standard && tag != "tag:yaml.org,2002:str");
+    /// Whether a value with that tag is what the schema makes of it, and no string anyway.
+    bool isPlainTag(yaml_char_t const* tag) const {
+        if (!tag) return false;
+        std::string const text = charsOf(tag);
+        bool const standard = text.compare(0, 18, "tag:yaml.org,2002:") == 0;
+        if (!standard && text != "!")
+            fail(path_, mark(), "the tag '" + printable(text) + "' is not known here", "write a plain value");
+        return standard && text != "tag:yaml.org,2002:str";
     }
 
-    Node scalar(YAML::Node const& node, bool plain) const {
-        std::string const& text = node.Scalar();
+    /// A scalar; as a string in any case, unless it is to be resolved or null.
+    Node scalar(bool resolve) const {
+        auto const& given = event_.data.scalar;
+        bool const untagged = !given.tag && given.style == YAML_PLAIN_SCALAR_STYLE;
+        bool const plain = isPlainTag(given.tag) || untagged;
+        std::string text(charsOf(given.value), given.length);
         if (text.find('\0') != std::string::npos)  // by an escape; names in the library end there
-            fail(path, node.Mark(), "a string holds a zero byte", "remove it");
-        std::string const spelling = plain ? resolved(text) : "";
-        if (spelling.empty()) return stringNode(text, node.Mark());
+            fail(path_, mark(), "a string holds a zero byte", "remove it");
+        static std::string_view const nulls[] = {"", "~", "null", "Null", "NULL"};
+        if (untagged && std::find(std::begin(nulls), std::end(nulls), text) != std::end(nulls))
+            return {Kind::kNull, "", mark()};
+        std::string const spelling = plain && resolve ? resolved(text) : "";
+        if (spelling.empty()) return stringNode(text, mark());
         if (std::isinf(std::strtod(spelling.c_str(), nullptr)))
-            fail(path, node.Mark(), "the number " + printable(text) + " is too large",
-                 "no number of a program holds it");
-        return plainNode(spelling, node.Mark());
+            fail(path_, mark(), "the number " + printable(text) + " is too large", "no number of a program holds it");
+        return plainNode(spelling, mark());
     }
 
-    Node name(YAML::Node const& node, std::map<std::string, int>& lines) const {
-        Kind const kind = node.IsMap() ? Kind::kMap : node.IsSequence() ? Kind::kList : Kind::kNull;
-        if (!node.IsScalar())
-            fail(path, node.Mark(), std::string("the name of a member is ") + kindWord(kind), "names are strings");
-        Node const name = scalar(node, false);
-        if (node.Scalar().size() > kLongestName)
-            fail(path, node.Mark(), "a name is longer than 400 bytes", "shorten it");
-        auto const twin = lines.emplace(node.Scalar(), node.Mark().line + 1);
-        if (twin.second) return name;
-        fail(path, node.Mark(),  // one of the two values would be lost
-             "'" + printable(node.Scalar()) + "' is duplicated; the first is in line " +
-                 std::to_string(twin.first->second),
+    /// The name of a member, which is a string also where a value that is written so would be none.
+    Node name() {
+        bool const written = event_.type == YAML_SCALAR_EVENT, alias = event_.type == YAML_ALIAS_EVENT;
+        Node const name = written ? scalar(false) : alias ? aliased(0) : Node{isMapBegin() ? Kind::kMap : Kind::kList};
+        if (!isString(name))
+            fail(path_, mark(), std::string("the name of a member is ") + kindWord(name.kind), "names are strings");
+        if (name.text.size() > kLongestName)
+            fail(path_, mark(), "a name is longer than " + std::to_string(kLongestName) + " bytes", "shorten it");
+        std::string const anchor = written ? anchorName() : "";
+        if (!anchor.empty()) anchors_[anchor] = {scalar(true), 1, 0};
+        return name;
+    }
+
+    /// Fails for a map with two members of one name: one of the values would be lost.
+    void refuseTwins(Node const& map) {
+        sorted_.clear();
+        for (auto const& part : map) sorted_.push_back(&part);
+        auto const before = [](Node::Part const* a, Node::Part const* b) {
+            int const order = a->first.text.compare(b->first.text);
+            return order != 0 ? order < 0 : a < b;
+        };
+        auto const equal = [](Node::Part const* a, Node::Part const* b) { return a->first.text == b->first.text; };
+        std::sort(sorted_.begin(), sorted_.end(), before);
+        auto const twins = std::adjacent_find(sorted_.begin(), sorted_.end(), equal);
+        if (twins == sorted_.end()) return;
+        Node const &first = (*twins)->first, &second = (*(twins + 1))->first;
+        fail(path_, second.mark,
+             "'" + printable(first.text) + "' is duplicated; the first is in line " + std::to_string(first.mark.line),
              "rename or remove one of them");
     }
+
+    std::string const& path_;
+    std::string const& text_;
+    yaml_parser_t parser_ = {};
+    yaml_event_t event_ = {};
+    std::unordered_map<std::string, Anchored> anchors_ = {};
+    std::size_t values_ = 0, copied_ = 0;  ///< so far; those that aliases made
+    std::size_t deepest_ = 0;              ///< level within the value that is read
+    std::vector<Node::Part const*> sorted_ = {};
 };
 
-Node parsed(std::string const& path, std::string const& text) {
-    Check check{path};
-    try {
-        std::vector<YAML::Node> const documents = YAML::LoadAll(text);
-        if (documents.size() > 1)
-            fail(path, documents[1].Mark(), "a second document begins here", "keep one document in a file");
-        if (documents.empty()) return {};
-        return check.value(documents[0], 1);
-    } catch (YAML::DeepRecursion const& error) {
-        check.failDeep(error.mark);
-    } catch (YAML::Exception const& error) {
-        fail(path, error.mark, error.msg);
-    }
-}
-
-/// JSON as YAML that means the same. YAML has no pairs of escapes for characters beyond 16 bits, and looks for the
-/// colon after a name in its line only, and not far, unless the name is marked.
+/// JSON as YAML that means the same. YAML has no pairs of escapes for characters beyond 16 bits, some that have to be
+/// escaped, and looks for the colon after a name in its line only, and not far, unless the name is marked.
 std::string asYaml(std::string const& json) {
     std::string result;
     std::size_t done = 0;
     for (auto begin = json.find('"'); begin != std::string::npos; begin = json.find('"', done)) {
         std::size_t end = begin + 1;
-        while (end < json.size() && json[end] != '"') end += json[end] == '\\' ? 2 : 1;
+        bool odd = false;
+        for (; end < json.size() && json[end] != '"'; ++end) {
+            odd = odd || static_cast<unsigned char>(json[end]) >= 0x7F || json.compare(end, 3, "\\ud") == 0;
+            end += json[end] == '\\';
+        }
         auto const colon = json.find_first_not_of(" \t\r\n", end + 1);
         bool const name = colon != std::string::npos && json[colon] == ':';
-        result.append(json, done, begin - done);
-        if (name && (end - begin > 1000 || json.find_first_of("\n:", end) != colon)) result += "? ";
+        bool const marked = name && (end - begin > 1000 || json.find_first_of("\n:", end) != colon);
+        result.append(json, done, begin - done).append(marked ? "? " : "");
         done = std::min(end + 1, json.size());
         std::string const text = json.substr(begin, done - begin);
-        Json const string = text.find("\\ud") == std::string::npos ? Json() : Json::parse(text, nullptr, false);
-        result += string.is_string() ? string.dump() : text;
+        Json const string = odd ? Json::parse(text, nullptr, false) : Json();
+        result += string.is_string() ? written(stringNode(string), Format::kJson) : text;
     }
     return result.append(json, done);
 }
@@ -147,20 +251,26 @@ std::string readText(std::string const& path) {
     auto const status = std::filesystem::status(path, problem);
     if (!std::filesystem::exists(status)) throw Failure(path, "cannot be read: " + problem.message(), kHint);
     if (!std::filesystem::is_regular_file(status)) throw Failure(path, "is not a regular file", kHint);
-    if (std::filesystem::file_size(path, problem) > kLargest)
-        throw Failure(path, "is larger than 512 MiB", "split it into smaller ones");
+    auto const size = std::filesystem::file_size(path, problem);
+    if (size > kLargest) throw Failure(path, "is larger than 512 MiB", "split it into smaller ones");
     std::ifstream file(path, std::ios::binary);
     if (!file) throw Failure(path, "cannot be read: " + std::generic_category().message(errno), kHint);
-    std::string text((std::istreambuf_iterator<char>(file)), {});
-    if (file.bad()) throw Failure(path, "cannot be read to its end", kHint);
+    std::string text(size, ' ');
+    if (!file.read(text.data(), static_cast<std::streamsize>(size)))
+        throw Failure(path, "cannot be read to its end", kHint);
     return text.compare(0, 3, "\xEF\xBB\xBF") == 0 ? text.substr(3) : text;
 }
 
-/// The place of a byte that the parser does not get to see.
-std::string placeOf(std::string const& path, std::string const& text, std::size_t at) {
-    auto const line = std::count(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(at), '\n');
-    auto const start = at == 0 ? std::string::npos : text.rfind('\n', at - 1);
-    return path + ":" + std::to_string(line + 1) + ":" + std::to_string(at - (start + 1) + 1);
+/// Fails for a text with bytes that no value can have.
+void checkBytes(std::string const& path, std::string const& text, bool json) {
+    auto const check = [&](std::size_t at, char const* what, char const* hint) {
+        if (at < text.size()) fail(path, markOf(text, at), what, hint);
+    };
+    check(text.find('\0'), "holds a zero byte", kHint);
+    check(firstStrayByte(text), "is no UTF-8", "save it as UTF-8, for names with accents");
+    if (json) return;
+    for (char const* const end : {"\xC2\x85", "\xE2\x80\xA8", "\xE2\x80\xA9"})  // YAML 1.2 takes them for no line ends
+        check(text.find(end), "holds an end of a line that only YAML 1.1 knows", "write it as an escape");
 }
 
 }  // namespace
@@ -172,26 +282,25 @@ std::string resolved(std::string const& text) {
         {".Inf", ".inf"},   {".INF", ".inf"},   {"+.inf", ".inf"},  {"+.Inf", ".inf"},  {"+.INF", ".inf"},
         {"-.inf", "-.inf"}, {"-.Inf", "-.inf"}, {"-.INF", "-.inf"},
     };
+    if (text.find_first_of("tTfF.+-0123456789") != 0) return {};
     auto const word = words.find(text);
     return word == words.end() ? decimal(text) : word->second;
 }
 
 Node readFile(std::string const& path) {
     std::string const text = readText(path);
-    std::size_t const begin = text.find_first_not_of(" \t\r\n"), zero = text.find('\0'), stray = firstStrayByte(text);
+    std::size_t const begin = text.find_first_not_of(" \t\r\n");
     if (begin == std::string::npos) throw Failure(path, "is empty", kHint);
-    if (zero != std::string::npos) throw Failure(placeOf(path, text, zero), "holds a zero byte", kHint);
-    if (stray < text.size())
-        throw Failure(placeOf(path, text, stray), "is no UTF-8", "save it as UTF-8, for names with accents");
     std::string const ending = std::filesystem::path(path).extension();
     bool const json = text[begin] == '{' && ending != ".yml" && ending != ".yaml";
-    return parsed(path, json ? asYaml(text) : text);
+    checkBytes(path, text, json);
+    return json ? Reading(path, asYaml(text)).document() : Reading(path, text).document();
 }
 
 Node valueOfLine(std::string const& line) {
     if (line.empty()) return {};
     try {
-        return parsed("", line);
+        return Reading("", line).document();
     } catch (Failure const&) {
         return {};
     }
