@@ -15,18 +15,18 @@ namespace vrltool {
 namespace {
 
 template <class T>
-bool takeValue(vrl::Attribute const& attribute, Parameter& parameter) {
-    auto const* const plain = dynamic_cast<vrl::Value<T> const*>(&attribute);
-    if (!plain) return false;
-    parameter.value = plain->getValue();
+void takeValue(vrl::Value<T> const& value, Parameter& parameter) {
+    using Range = ValueRange<T, vrl::Value<T>>;
+    parameter.value = value.getValue();
+    parameter.expression = value.getExpression();
     if constexpr (detail::kCanHaveRange<T>) {
-        if (auto const* const ranged = dynamic_cast<ValueRange<T, vrl::Value<T>> const*>(&attribute)) {
+        if (typeid(value) == typeid(vrl::Value<T>)) return;
+        if (auto const* const ranged = dynamic_cast<Range const*>(&value)) {
             parameter.hasRange = true;
             parameter.min = ranged->getMinValue();
             parameter.max = ranged->getMaxValue();
         }
     }
-    return true;
 }
 
 /// A string of an attribute; empty if its annotation is gone.
@@ -119,13 +119,11 @@ Parameter parameterOf(vrl::Attribute& attribute) {
     parameter.unit = unitOf(attribute);
     parameter.description = asked([&] { return attribute.getDescr(); });
     parameter.type = attribute.getType();
-#define VRL_OR_TAKES_(T, Word, Name) || takeValue<T>(attribute, parameter)
-    bool const known = false VRL_FOR_VALUE_TYPES(VRL_OR_TAKES_);
-#undef VRL_OR_TAKES_
+    bool const known = withValue(attribute, [&](auto const& value) { takeValue(value, parameter); });
     parameter.text = known ? valueText(parameter.value) : attribute.getStringValue();
-    if (auto const* const withExpression = dynamic_cast<vrl::AttributeWithExpr const*>(&attribute))
-        parameter.expression = withExpression->getExpression();
-    std::ostream nowhere(nullptr);
+    auto const* const other = known ? nullptr : dynamic_cast<vrl::AttributeWithExpr const*>(&attribute);
+    if (other) parameter.expression = other->getExpression();
+    static std::ostream nowhere(nullptr);
     parameter.inRange = attribute.inSpec(nowhere);
     return parameter;
 }
@@ -158,6 +156,7 @@ std::vector<ListedParameter> listedParameters(vrl::Attributes& list) {
 
 std::vector<Parameter> parametersOf(vrl::Attributes& list) {
     std::vector<Parameter> parameters;
+    parameters.reserve(list.size());
     for (ListedParameter& listed : listedParameters(list)) {
         parameters.push_back(parameterOf(*listed.attribute));
         parameters.back().name = std::move(listed.name);

@@ -31,8 +31,9 @@ struct Export {
     std::map<std::string, ComponentRule> sameNames = {};  ///< rules of kinds that the map does not name
 
     std::map<std::string, Node> instances = {};
-    std::map<unsigned, std::string> outerPorts = {};    ///< the first one of each node
-    std::array<std::vector<unsigned>, 3> derived = {};  ///< the lists that an import would make of the outer ports
+    std::map<unsigned, std::string> outerPorts = {};         ///< the first one of each node
+    std::array<std::vector<unsigned>, 3> derived = {};       ///< the lists that an import would make of the outer ports
+    std::set<std::pair<std::size_t, unsigned>> listed = {};  ///< what these have: side and node
     Node nets{Kind::kList}, ports = Node{Kind::kMap};
 
     ElementPort const& portOf(PortPlace const& place) const {
@@ -95,10 +96,11 @@ void addSettings(Export& context, std::string const& element, Source const& sour
     }
     for (Parameter const& parameter : parametersOf(source.block)) {
         Parameter const* const plain = source.before(parameter.name);
-        std::string const name = element + "." + parameter.name;
-        if (parameter.expression != (plain ? plain->expression : "")) context.lose("expressions", name);
-        if (source.fresh && !plain) context.lose("parameters that their kinds lack", name);
-        if (said.count(parameter.name) || (source.fresh && !plain)) continue;
+        auto const lose = [&](char const* sort) { context.lose(sort, element + "." + parameter.name); };
+        bool const lacking = source.fresh && !plain;
+        if (parameter.expression != (plain ? plain->expression : "")) lose("expressions");
+        if (lacking) lose("parameters that their kinds lack");
+        if (lacking || said.count(parameter.name) > 0) continue;
         bool const isDefault = source.isDefault(parameter);
         if (isMap(before) && isDefault) continue;  // never given
         MappedName const setting = source.rule.parameters.toTheirs(parameter.name);
@@ -253,8 +255,8 @@ void addPort(Export& context, std::string const& name, PortPlace const& place) {
     ElementPort const& port = context.portOf(place);
     context.ports.add(name, stringNode(portText(context, place)));
     context.outerPorts.emplace(port.node, name);
-    auto& list = context.derived[sideOf(port.name, port.domain)];
-    if (std::find(list.begin(), list.end(), port.node) == list.end()) list.push_back(port.node);
+    std::size_t const side = sideOf(port.name, port.domain);
+    if (context.listed.emplace(side, port.node).second) context.derived[side].push_back(port.node);
 }
 
 /// Adds the outer ports: those that an import found, if they are still there, or left out; then one for each further

@@ -18,12 +18,15 @@ namespace {
 /// all else may be a number of some version of YAML; and some words are truth values in version 1.1.
 bool isPlain(std::string const& text) {
     static std::set<std::string> const words{"y", "n", "yes", "no", "on", "off", "true", "false", "null"};
-    static std::string const letters = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ_",
-                             all = letters + "0123456789/.,<>()+-";
-    if (text.empty() || letters.find(text[0]) == std::string::npos) return false;
-    if (text.find_first_not_of(all) != std::string::npos) return false;
-    std::string small = text.substr(0, 6);
-    for (char& c : small) c = c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
+    auto const lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; };
+    auto const isLetter = [&](char c) { return (lower(c) >= 'a' && lower(c) <= 'z') || c == '_'; };
+    auto const fits = [&](char c) {
+        return isLetter(c) || (c >= '+' && c <= '9') || c == '<' || c == '>' || c == '(' || c == ')';
+    };
+    if (text.empty() || !isLetter(text[0]) || !std::all_of(text.begin(), text.end(), fits)) return false;
+    if (text.size() > 5) return true;
+    std::string small = text;
+    std::transform(small.begin(), small.end(), small.begin(), lower);
     return words.count(small) == 0;
 }
 

@@ -2,6 +2,7 @@
 
 #include <utf8.h>
 
+#include <algorithm>
 #include <iterator>
 
 namespace vrltool {
@@ -23,7 +24,8 @@ std::vector<Character> charactersOf(std::string const& text) {
 }
 
 std::size_t firstStrayByte(std::string const& text) {
-    return static_cast<std::size_t>(utf8::find_invalid(text.begin(), text.end()) - text.begin());
+    auto const other = std::find_if(text.begin(), text.end(), [](char byte) { return (byte & 0x80) != 0; });
+    return static_cast<std::size_t>(utf8::find_invalid(other, text.end()) - text.begin());
 }
 
 std::string utf8(char32_t number) {
