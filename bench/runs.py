@@ -2,6 +2,7 @@
 
 import json
 import os
+import pathlib
 import re
 import statistics
 import subprocess
@@ -77,6 +78,8 @@ class Bench:
         netlist, copy = (str(self.results / name) for name in ("tool.yml", "tool.vrl"))
         arguments = {"show": [design], "check": [design], "export": [design, "-o", netlist],
                      "import": [netlist, "-o", copy], "diff": [design, copy]}
+        for written in (netlist, copy):  # or the tool would look at what it replaces
+            pathlib.Path(written).unlink(missing_ok=True)
         figures = {}
         for command in TOOL_COMMANDS:
             start = time.monotonic()

@@ -1,6 +1,7 @@
 #include "exchange/document.h"
 
 #include <charconv>
+#include <map>
 
 #include "text/failure.h"
 #include "text/near_names.h"
@@ -160,9 +161,16 @@ std::vector<std::string> elementNames(std::string const& name, ArraySize const& 
 }
 
 InstancePart instancePart(std::string const& name) {
-    for (auto const& [columns, rows] : kSizes)
-        if (name == "array" || name == columns || name == rows) return InstancePart::kArray;
-    return find(kInstance, name)->kinds.empty() ? InstancePart::kKept : InstancePart::kOwn;
+    static std::map<std::string_view, InstancePart> const known = [] {
+        std::map<std::string_view, InstancePart> parts;
+        for (Shape const& shape : kInstance)
+            if (!shape.kinds.empty()) parts[shape.name] = InstancePart::kOwn;
+        for (auto const& [columns, rows] : kSizes)
+            for (std::string_view const word : {"array", columns, rows}) parts[word] = InstancePart::kArray;
+        return parts;
+    }();
+    auto const found = known.find(name);
+    return found == known.end() ? InstancePart::kKept : found->second;
 }
 
 Document readDocument(std::string const& path, Findings& findings) {

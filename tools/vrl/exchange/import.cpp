@@ -88,12 +88,14 @@ ComponentRule const* ruleFor(Import& import, Instance const& instance) {
 }
 
 /// Whether a parameter took the value of a setting.
-bool setParameter(Import& import, vrl::Attribute& attribute, std::string const& what, Node const& value,
+bool setParameter(Import& import, vrl::Attribute& attribute, Instance const& instance, Node::Part const& setting,
                   MappedName const& target) {
+    Node const& value = setting.second;
     std::string const why = storeValue(attribute, value, target.factor);
-    if (!why.empty()) return import.error(value, what + " " + why);
     static std::ostream nowhere(nullptr);
-    if (attribute.inSpec(nowhere)) return true;
+    if (why.empty() && attribute.inSpec(nowhere)) return true;
+    std::string const what = "'" + setting.first.text + "' of instance '" + instance.name.text + "'";
+    if (!why.empty()) return import.error(value, what + " " + why);
     Parameter const now = parameterOf(attribute);
     std::string const unit = now.unit.empty() || now.unit == "1" ? "" : " " + now.unit;
     import.report(Severity::kWarning, value.mark,
@@ -108,8 +110,7 @@ std::size_t setParameters(Import& import, vrl::BB& block, Instance const& instan
         std::string const name = setting.first.text;
         MappedName const target = rule.ourParameter(block, name);
         if (!target.name.empty() && !isNull(setting.second))
-            taken += setParameter(import, *block.getAttribute(target.name),
-                                  "'" + name + "' of instance '" + instance.name.text + "'", setting.second, target);
+            taken += setParameter(import, *block.getAttribute(target.name), instance, setting, target);
         if (!target.name.empty() || rule.parameters.ours.count(name) > 0) continue;
         Mark const& first = import.keptSettings.emplace(rule.component, setting.first.mark).first->second;
         import.keep("'" + rule.component + "': settings without a parameter, kept as notes", name, first);

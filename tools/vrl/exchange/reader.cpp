@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <map>
 #include <new>
 #include <nlohmann/json.hpp>
@@ -143,13 +144,19 @@ private:
         bool const map = isMapBegin();
         isPlainTag(map ? event_.data.mapping_start.tag : event_.data.sequence_start.tag);
         Node result{map ? Kind::kMap : Kind::kList, "", mark()};
+        std::size_t const first = parts_.size();
         for (next(); event_.type != YAML_MAPPING_END_EVENT && event_.type != YAML_SEQUENCE_END_EVENT; next()) {
             Node key = map ? name() : Node();
             if (map) next();
-            result.add(std::move(key), value(depth + 1));
+            Node part = value(depth + 1);
+            parts_.emplace_back(std::move(key), std::move(part));
         }
+        auto const begin = parts_.begin() + static_cast<std::ptrdiff_t>(first);
+        if (begin != parts_.end())
+            result.parts = std::make_shared<std::vector<Node::Part>>(std::make_move_iterator(begin),
+                                                                     std::make_move_iterator(parts_.end()));
+        parts_.erase(begin, parts_.end());
         if (map) refuseTwins(result);
-        if (result.parts) result.parts->shrink_to_fit();
         return result;
     }
 
@@ -219,6 +226,7 @@ private:
     std::unordered_map<std::string, Anchored> anchors_ = {};
     std::size_t values_ = 0, copied_ = 0;  ///< so far; those that aliases made
     std::size_t deepest_ = 0;              ///< level within the value that is read
+    std::vector<Node::Part> parts_ = {};   ///< of all collections that have not ended, one after the other
     std::vector<Node::Part const*> sorted_ = {};
 };
 
