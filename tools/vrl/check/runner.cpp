@@ -99,7 +99,9 @@ std::vector<RuleFinding> findingsOf(Scopes const& scopes, std::vector<ChosenRule
 
 void readAndCheck(FileReport& report, std::vector<ChosenRule> const& rules) {
     QuietOutput const quiet;
+    keepOnly({});
     Design const design = readDesign(report.path);
+    keepOnly({design.object});
     report.type = design.type;
     report.missing = missingText(design);
     if (!design.object.block()) circuitOf(design);

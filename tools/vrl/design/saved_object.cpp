@@ -1,6 +1,7 @@
 #include "design/saved_object.h"
 
 #include <ostream>
+#include <utility>
 
 #include "design/stand_in.h"
 
@@ -76,5 +77,10 @@ bool SavedObject::write(vrl::SerialiserBase& serialiser) const { return std::vis
 bool SavedObject::read(vrl::DeSerialiserBase& deserialiser) const { return std::visit(Reader{deserialiser}, object); }
 
 void SavedObject::print(std::ostream& os) const { std::visit(Printer{os}, object); }
+
+void keepOnly(std::vector<SavedObject> objects) {
+    static auto& kept = *new std::vector<SavedObject>;
+    kept = std::move(objects);
+}
 
 }  // namespace vrltool
