@@ -50,6 +50,21 @@ TEST(Port, HasNoNameDomainOrBlockByDefault) {
     EXPECT_FALSE(port != Port());
 }
 
+TEST(Port, HasNoChoiceUntilSomebodyAsksForItOrSetsIt) {
+    Port const unasked;
+    Port asked;
+    Port set;
+
+    asked.getCS();
+    set.setCS(choiceOf("wg", "strip"));
+
+    EXPECT_FALSE(unasked.hasCS());
+    EXPECT_TRUE(asked.hasCS());
+    EXPECT_TRUE(set.hasCS());
+    EXPECT_FALSE(Port(unasked).hasCS());
+    EXPECT_TRUE(Port(set).hasCS());
+}
+
 TEST(Port, StoresItsNameBlockAndDomainAndStartsWithAnEmptyChoice) {
     Fab fab;
     fab.setCS("wg");

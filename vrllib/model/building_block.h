@@ -55,6 +55,9 @@ public:
         Foundry::CSInfo& getCS() { return currCS.get(); }
         Foundry::CSInfo const& getCS() const { return currCS.get(); }
         /**@}*/
+        /// Whether the port has an object for its choice. Without one the choice is empty, and getCS makes the object:
+        /// whoever looks at many ports asks here first.
+        bool hasCS() const { return !currCS.isUnmade(); }
         /// Replaces the whole choice, its foundry included.
         void setCS(Foundry::CSInfo const& cs) { currCS.get() = cs; }
 

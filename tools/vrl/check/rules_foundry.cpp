@@ -110,7 +110,7 @@ void unknownChoice(Scope const& scope, Findings& findings) {
         vrl::BB const& block = *checked.element->block;
         checkChoice(checked, "", block.vrl::BB::getCS(), offers, findings);
         for (auto port = block.beginPort(); port != block.endPort(); ++port)
-            checkChoice(checked, port->getName(), port->getCS(), offers, findings);
+            if (port->hasCS()) checkChoice(checked, port->getName(), port->getCS(), offers, findings);
     }
 }
 

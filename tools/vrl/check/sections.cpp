@@ -45,6 +45,10 @@ void make(Section& section, vrl::Foundry::CSInfo const& choice, double width, do
     });
 }
 
+bool isUnchosen(vrl::BB::Port const& port) {
+    return !port.hasCS() || (port.getCS().getCSName().empty() && port.getCS().getFlowName().empty());
+}
+
 bool bothAndDifferent(std::string const& a, std::string const& b) { return !a.empty() && !b.empty() && a != b; }
 
 bool sameWidth(double a, double b) {
@@ -81,9 +85,9 @@ std::string widthUnitAt(CheckedElement const& checked, std::string const& port) 
 
 Section const& Sections::at(CheckedElement const& checked, vrl::BB::Port const& port) {
     vrl::BB const& block = *checked.element->block;
-    vrl::Foundry::CSInfo const* choice = &port.getCS();
-    if (choice->getCSName().empty() && choice->getFlowName().empty())
-        quietlyThrownBy([&] { choice = &block.getCS(port); });
+    vrl::Foundry::CSInfo const* choice = nullptr;
+    if (isUnchosen(port)) quietlyThrownBy([&] { choice = &block.getCS(port); });
+    if (!choice) choice = &port.getCS();
     vrl::Foundry const* const foundry = choice->getFoundry() ? choice->getFoundry() : checked.foundry;
     double width = 0;
     double radius = 0;

@@ -132,9 +132,13 @@ bool surelySame(vrl::Attributes& a, vrl::Attributes& b) {
     });
 }
 
+bool sameChoices(vrl::BB::Port const& a, vrl::BB::Port const& b) {
+    return (!a.hasCS() && !b.hasCS()) || a.getCS() == b.getCS();
+}
+
 bool surelySamePorts(vrl::BB const& a, vrl::BB const& b) {
     return std::equal(a.beginPort(), a.endPort(), b.beginPort(), b.endPort(),
-                      [](auto const& x, auto const& y) { return x == y && x.getCS() == y.getCS(); });
+                      [](auto const& x, auto const& y) { return x == y && sameChoices(x, y); });
 }
 
 }  // namespace
@@ -228,9 +232,9 @@ void PropertyComparison::compareBlocks(vrl::BB* a, vrl::BB* b, std::string const
     bool const sameKind = a->getName() == b->getName();
     using Port = vrl::BB::Port const*;
     sideBySide(portsByName(a), portsByName(b), [&](std::string const& name, Port const* inA, Port const* inB) {
-        if (inA && inB)
-            compareChoices((*inA)->getCS(), (*inB)->getCS(), path, name);
-        else if (sameKind)
+        if (inA && inB) {
+            if (!sameChoices(**inA, **inB)) compareChoices((*inA)->getCS(), (*inB)->getCS(), path, name);
+        } else if (sameKind)
             found.changes.push_back({Topic::kPort, verbOf(inA, inB), path, name, "", {}, {}, {}});
     });
 }
