@@ -11,7 +11,8 @@ std::vector<RuleFinding> Findings::take() {
         return std::tie(finding.place.element, finding.place.port, finding.place.parameter);
     };
     auto const isLess = [&](RuleFinding const& a, RuleFinding const& b) {
-        return place(a) != place(b) ? place(a) < place(b) : a.severity > b.severity;
+        if (place(a) != place(b)) return place(a) < place(b);
+        return a.severity != b.severity ? a.severity > b.severity : a.rule < b.rule;  // as in the table of all rules
     };
     // Those of one rule come in order, mostly.
     if (!std::is_sorted(list.begin(), list.end(), isLess)) std::stable_sort(list.begin(), list.end(), isLess);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <variant>
 #include <vector>
 
 #include "text/finding.h"
@@ -8,6 +9,7 @@
 namespace vrltool::check {
 
 struct Scope;
+struct CheckedElement;
 class Findings;
 
 /// All four words, heaviest first.
@@ -31,13 +33,18 @@ struct Page {
     char const* hint;
 };
 
+/// Looks at one circuit, without the insides of its composites.
+using CircuitCheck = void (*)(Scope const&, Findings&);
+/// Looks at one element, which the rule covers.
+using ElementCheck = void (*)(CheckedElement const&, Findings&);
+
 /// One rule of 'vrl check', complete in one entry of the table of its family.
 struct Rule {
     char const* id;     ///< short words with "-" between them; stable, since people write them into scripts
     char const* title;  ///< one line without a full stop
     Severity severity;  ///< unless somebody sets another
     unsigned needs;     ///< of Needs
-    void (*check)(Scope const&, Findings&);  ///< looks at one circuit, without the insides of its composites
+    std::variant<CircuitCheck, ElementCheck> check;
     Page page;
 };
 

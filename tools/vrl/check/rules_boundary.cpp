@@ -81,24 +81,22 @@ Sides sidesOf(Element const& element) {
     return sides;
 }
 
-void compositePorts(Scope const& scope, Findings& findings) {
-    for (CheckedElement const& checked : scope.checkedElements) {
-        if (!findings.covers(checked) || !checked.element->inside) continue;
-        Sides const sides = sidesOf(*checked.element);
-        if (!sides.complete) continue;
-        Circuit const& inside = *checked.element->inside;
-        auto const compare = [&](std::vector<std::string> const& ports, std::size_t nodes, std::string const& port,
-                                 std::string const& list) {
-            if (ports.size() == nodes) return;
-            findings.add({checked.path, "", "", 0},
-                         "has " + counted(ports.size(), port) + (ports.empty() ? "" : " (" + listText(ports) + ")") +
-                             ", and the circuit inside has " + counted(nodes, list),
-                         "mend the composite in its plug-in: a boundary node inside for each port");
-        };
-        compare(sides.inputs, inside.inputs.size(), "optical input", "input node");
-        compare(sides.outputs, inside.outputs.size(), "optical output", "output node");
-        compare(sides.dc, inside.dc.size(), "electrical port", "DC node");
-    }
+void compositePorts(CheckedElement const& checked, Findings& findings) {
+    if (!checked.element->inside) return;
+    Sides const sides = sidesOf(*checked.element);
+    if (!sides.complete) return;
+    Circuit const& inside = *checked.element->inside;
+    auto const compare = [&](std::vector<std::string> const& ports, std::size_t nodes, std::string const& port,
+                             std::string const& list) {
+        if (ports.size() == nodes) return;
+        findings.add({checked.path, "", "", 0},
+                     "has " + counted(ports.size(), port) + (ports.empty() ? "" : " (" + listText(ports) + ")") +
+                         ", and the circuit inside has " + counted(nodes, list),
+                     "mend the composite in its plug-in: a boundary node inside for each port");
+    };
+    compare(sides.inputs, inside.inputs.size(), "optical input", "input node");
+    compare(sides.outputs, inside.outputs.size(), "optical output", "output node");
+    compare(sides.dc, inside.dc.size(), "electrical port", "DC node");
 }
 
 void trailingBytes(Scope const& scope, Findings& findings) {

@@ -20,22 +20,17 @@ std::vector<std::string> foundryNames() {
     return names;
 }
 
-void unknownFoundry(Scope const& scope, Findings& findings) {
-    auto const names = foundryNames();
-    for (CheckedElement const& checked : scope.checkedElements) {
-        if (!findings.covers(checked) || !checked.foundryUnknown) continue;
-        std::string const near = didYouMean(checked.element->foundry, names);
-        findings.add({checked.path, "", "", 0},
-                     "no loaded plug-in has its foundry " + inQuotes(checked.element->foundry),
-                     near.empty() ? "load the plug-in that brings it; 'vrl plugins' shows what is loaded" : near);
-    }
+void unknownFoundry(CheckedElement const& checked, Findings& findings) {
+    if (!checked.foundryUnknown) return;
+    std::string const near = didYouMean(checked.element->foundry, foundryNames());
+    findings.add({checked.path, "", "", 0}, "no loaded plug-in has its foundry " + inQuotes(checked.element->foundry),
+                 near.empty() ? "load the plug-in that brings it; 'vrl plugins' shows what is loaded" : near);
 }
 
-void noFoundry(Scope const& scope, Findings& findings) {
-    for (CheckedElement const& checked : scope.checkedElements)
-        if (findings.covers(checked) && checked.element->foundry.empty())
-            findings.add({checked.path, "", "", 0}, "the block is made for no foundry",
-                         "put a block in its place that is made for a foundry");
+void noFoundry(CheckedElement const& checked, Findings& findings) {
+    if (checked.element->foundry.empty())
+        findings.add({checked.path, "", "", 0}, "the block is made for no foundry",
+                     "put a block in its place that is made for a foundry");
 }
 
 template <class Iterator>
@@ -86,8 +81,14 @@ private:
     Answers sections, flows;
 };
 
+/// One for the process: foundries live as long as it does.
+Offers& offers() {
+    static auto& kept = *new Offers;
+    return kept;
+}
+
 void checkChoice(CheckedElement const& checked, std::string const& port, vrl::Foundry::CSInfo const& choice,
-                 Offers& offers, Findings& findings) {
+                 Findings& findings) {
     vrl::Foundry const& foundry = *checked.foundry;
     auto const add = [&](std::string const& what, std::string const& name, std::vector<std::string> const& names,
                          std::string const& things) {
@@ -97,36 +98,30 @@ void checkChoice(CheckedElement const& checked, std::string const& port, vrl::Fo
     };
     std::string const& cs = choice.getCSName();
     std::string const& flow = choice.getFlowName();
-    if (!cs.empty() && !offers.hasSection(foundry, cs))
+    if (!cs.empty() && !offers().hasSection(foundry, cs))
         add("cross section", cs, Offers::sectionNames(foundry), "its cross sections");
-    if (!flow.empty() && !offers.hasFlow(foundry, flow))
+    if (!flow.empty() && !offers().hasFlow(foundry, flow))
         add("process flow", flow, Offers::flowNames(foundry), "its process flows");
 }
 
-void unknownChoice(Scope const& scope, Findings& findings) {
-    Offers offers;
-    for (CheckedElement const& checked : scope.checkedElements) {
-        if (!findings.covers(checked) || !checked.foundry) continue;
-        vrl::BB const& block = *checked.element->block;
-        checkChoice(checked, "", block.vrl::BB::getCS(), offers, findings);
-        for (auto port = block.beginPort(); port != block.endPort(); ++port)
-            if (port->hasCS()) checkChoice(checked, port->getName(), port->getCS(), offers, findings);
-    }
+void unknownChoice(CheckedElement const& checked, Findings& findings) {
+    if (!checked.foundry) return;
+    vrl::BB const& block = *checked.element->block;
+    checkChoice(checked, "", block.vrl::BB::getCS(), findings);
+    for (auto port = block.beginPort(); port != block.endPort(); ++port)
+        if (port->hasCS()) checkChoice(checked, port->getName(), port->getCS(), findings);
 }
 
-void choiceNotAllowed(Scope const& scope, Findings& findings) {
-    for (CheckedElement const& checked : scope.checkedElements) {
-        if (!findings.covers(checked)) continue;
-        vrl::BB const& block = *checked.element->block;
-        vrl::Foundry::CSInfo const& choice = block.vrl::BB::getCS();
-        if (choice.getCSName().empty() && choice.getFlowName().empty()) continue;
-        bool allowed = true;
-        quietlyThrownBy([&] { allowed = block.isAllowed(choice); });
-        if (!allowed)
-            findings.add({checked.path, "", "", 0},
-                         "the kind " + inQuotes(checked.element->kind) + " may not be made with " + choiceText(choice),
-                         "choose another cross section or process flow; 'vrl describe' shows those of the foundry");
-    }
+void choiceNotAllowed(CheckedElement const& checked, Findings& findings) {
+    vrl::BB const& block = *checked.element->block;
+    vrl::Foundry::CSInfo const& choice = block.vrl::BB::getCS();
+    if (choice.getCSName().empty() && choice.getFlowName().empty()) return;
+    bool allowed = true;
+    quietlyThrownBy([&] { allowed = block.isAllowed(choice); });
+    if (!allowed)
+        findings.add({checked.path, "", "", 0},
+                     "the kind " + inQuotes(checked.element->kind) + " may not be made with " + choiceText(choice),
+                     "choose another cross section or process flow; 'vrl describe' shows those of the foundry");
 }
 
 }  // namespace

@@ -108,17 +108,15 @@ void unknownParameterType(Scope const& scope, Findings& findings) {
     });
 }
 
-void undeclaredParameter(Scope const& scope, Findings& findings) {
-    for (CheckedElement const& checked : scope.checkedElements) {
-        if (!findings.covers(checked) || !(checked.oddities & kHasUndeclared)) continue;
-        std::vector<std::string> const declared(checked.list->beginAttribute(), checked.list->endAttribute());
-        for (ListedParameter const& listed : listedParameters(*checked.list))
-            if (!listed.declared)
-                findings.add({checked.path, "", listed.name, 0},
-                             "parameter " + inQuotes(listed.name) + " came with the file; the kind " +
-                                 inQuotes(checked.element->kind) + " does not have it",
-                             namesHint(listed.name, declared, "its parameters"));
-    }
+void undeclaredParameter(CheckedElement const& checked, Findings& findings) {
+    if (!(checked.oddities & kHasUndeclared)) return;
+    std::vector<std::string> const declared(checked.list->beginAttribute(), checked.list->endAttribute());
+    for (ListedParameter const& listed : listedParameters(*checked.list))
+        if (!listed.declared)
+            findings.add({checked.path, "", listed.name, 0},
+                         "parameter " + inQuotes(listed.name) + " came with the file; the kind " +
+                             inQuotes(checked.element->kind) + " does not have it",
+                         namesHint(listed.name, declared, "its parameters"));
 }
 
 void expressionNotCalculated(Scope const& scope, Findings& findings) {
@@ -133,22 +131,19 @@ void expressionNotCalculated(Scope const& scope, Findings& findings) {
 }
 
 // The check of a composite hands on what the blocks inside say, and those are asked by themselves.
-void ownCheck(Scope const& scope, Findings& findings) {
-    std::ostringstream complaint;
-    for (CheckedElement const& checked : scope.checkedElements) {
-        if (!findings.covers(checked) || (checked.oddities & kNotInRange)) continue;
-        if (dynamic_cast<vrl::CBB const*>(checked.element->block)) continue;
-        vrl::Attributes const& list = *checked.element->block;
-        if (complaint.tellp() > 0) complaint = std::ostringstream();
-        bool good = true;
-        std::string const thrown = quietlyThrownBy([&] { good = list.inSpec(complaint); });
-        if (!thrown.empty()) complaint << "it threw " << thrown;
-        if (!good || !thrown.empty())
-            findings.add({checked.path, "", "", 0},
-                         "the check of the kind " + inQuotes(checked.element->kind) +
-                             " itself complains: " + firstLine(complaint.str()),
-                         "set the parameters so that they go together; 'vrl describe' shows them");
-    }
+void ownCheck(CheckedElement const& checked, Findings& findings) {
+    if ((checked.oddities & kNotInRange) || dynamic_cast<vrl::CBB const*>(checked.element->block)) return;
+    vrl::Attributes const& list = *checked.element->block;
+    static std::ostringstream complaint;  // made only once, which is most of its cost
+    if (complaint.tellp() > 0) complaint = std::ostringstream();
+    bool good = true;
+    std::string const thrown = quietlyThrownBy([&] { good = list.inSpec(complaint); });
+    if (!thrown.empty()) complaint << "it threw " << thrown;
+    if (!good || !thrown.empty())
+        findings.add({checked.path, "", "", 0},
+                     "the check of the kind " + inQuotes(checked.element->kind) +
+                         " itself complains: " + firstLine(complaint.str()),
+                     "set the parameters so that they go together; 'vrl describe' shows them");
 }
 
 }  // namespace

@@ -14,70 +14,58 @@ namespace {
 
 constexpr char const kNameless[] = "-none-";  // what a port that a file brought, and the block lacks, is called
 
-void undeclaredPort(Scope const& scope, Findings& findings) {
-    for (CheckedElement const& checked : scope.checkedElements) {
-        if (!findings.covers(checked)) continue;
-        auto const& ports = checked.element->ports;
-        if (ports.empty() || ports.back().declared) continue;  // what is connected only comes last
-        std::vector<std::string> declared;
-        for (ElementPort const& port : ports) {
-            if (port.declared)
-                declared.push_back(port.name);
-            else
-                findings.add({checked.path, port.name, "", port.node},
-                             "is connected, but the kind " + inQuotes(checked.element->kind) + " has no such port",
-                             namesHint(port.name, declared, "its ports"));
-        }
+void undeclaredPort(CheckedElement const& checked, Findings& findings) {
+    auto const& ports = checked.element->ports;
+    if (ports.empty() || ports.back().declared) return;  // what is connected only comes last
+    std::vector<std::string> declared;
+    for (ElementPort const& port : ports) {
+        if (port.declared)
+            declared.push_back(port.name);
+        else
+            findings.add({checked.path, port.name, "", port.node},
+                         "is connected, but the kind " + inQuotes(checked.element->kind) + " has no such port",
+                         namesHint(port.name, declared, "its ports"));
     }
 }
 
-void openPort(Scope const& scope, Findings& findings) {
-    for (CheckedElement const& checked : scope.checkedElements) {
-        if (!findings.covers(checked)) continue;
-        auto const& ports = checked.element->ports;
-        if (std::all_of(ports.begin(), ports.end(), [](ElementPort const& port) { return port.node != 0; })) continue;
-        std::set<std::string> seen{kNameless};
-        for (ElementPort const& port : ports) {
-            if (!seen.insert(port.name).second || port.node != 0) continue;
-            bool const optical = port.domain == vrl::EnumList::Optics;
-            findings.add({checked.path, port.name, "", 0}, optical ? "the optical port is open" : "the port is open",
-                         optical ? "connect it to another port or to the boundary, or end it in a terminator"
-                                 : "connect it to another port or to the boundary");
-        }
+void openPort(CheckedElement const& checked, Findings& findings) {
+    auto const& ports = checked.element->ports;
+    if (std::all_of(ports.begin(), ports.end(), [](ElementPort const& port) { return port.node != 0; })) return;
+    std::set<std::string> seen{kNameless};
+    for (ElementPort const& port : ports) {
+        if (!seen.insert(port.name).second || port.node != 0) continue;
+        bool const optical = port.domain == vrl::EnumList::Optics;
+        findings.add({checked.path, port.name, "", 0}, optical ? "the optical port is open" : "the port is open",
+                     optical ? "connect it to another port or to the boundary, or end it in a terminator"
+                             : "connect it to another port or to the boundary");
     }
 }
 
-void duplicatePort(Scope const& scope, Findings& findings) {
-    for (CheckedElement const& checked : scope.checkedElements) {
-        if (!findings.covers(checked)) continue;
-        auto const& ports = checked.element->ports;
-        if (!anyNameRepeated(
-                ports.begin(), ports.end(), [](ElementPort const& port) -> auto& { return port.name; }))
-            continue;
-        std::map<std::string, std::size_t> counts;
-        for (ElementPort const& port : ports) ++counts[port.name];
-        counts.erase(kNameless);
-        for (auto const& count : counts)
-            if (count.second > 1)
-                findings.add({checked.path, count.first, "", 0},
-                             "the block has " + std::to_string(count.second) +
-                                 " ports of this name, and only the first can be connected",
-                             "give each port a name of its own in the plug-in that brings the kind " +
-                                 inQuotes(checked.element->kind));
-    }
+void duplicatePort(CheckedElement const& checked, Findings& findings) {
+    auto const& ports = checked.element->ports;
+    if (!anyNameRepeated(
+            ports.begin(), ports.end(), [](ElementPort const& port) -> auto& { return port.name; }))
+        return;
+    std::map<std::string, std::size_t> counts;
+    for (ElementPort const& port : ports) ++counts[port.name];
+    counts.erase(kNameless);
+    for (auto const& count : counts)
+        if (count.second > 1)
+            findings.add({checked.path, count.first, "", 0},
+                         "the block has " + std::to_string(count.second) +
+                             " ports of this name, and only the first can be connected",
+                         "give each port a name of its own in the plug-in that brings the kind " +
+                             inQuotes(checked.element->kind));
 }
 
-void lostPort(Scope const& scope, Findings& findings) {
-    for (CheckedElement const& checked : scope.checkedElements) {
-        if (!findings.covers(checked)) continue;
-        std::size_t lost = 0;
-        for (ElementPort const& port : checked.element->ports) lost += port.declared && port.name == kNameless;
-        if (lost > 0)
-            findings.add({checked.path, "", "", 0},
-                         "the file has " + (lost == 1 ? std::string("a port") : std::to_string(lost) + " ports") +
-                             " that the kind " + inQuotes(checked.element->kind) + " does not have",
-                         "load the plug-in with which the design was saved, or replace the block");
-    }
+void lostPort(CheckedElement const& checked, Findings& findings) {
+    std::size_t lost = 0;
+    for (ElementPort const& port : checked.element->ports) lost += port.declared && port.name == kNameless;
+    if (lost > 0)
+        findings.add({checked.path, "", "", 0},
+                     "the file has " + (lost == 1 ? std::string("a port") : std::to_string(lost) + " ports") +
+                         " that the kind " + inQuotes(checked.element->kind) + " does not have",
+                     "load the plug-in with which the design was saved, or replace the block");
 }
 
 }  // namespace

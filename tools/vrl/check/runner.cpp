@@ -86,13 +86,41 @@ std::vector<LeftOut> leftOutOf(Scopes const& scopes, std::vector<ChosenRule> con
     return list;
 }
 
-std::vector<RuleFinding> findingsOf(Scopes const& scopes, std::vector<ChosenRule> const& rules) {
+/// The rules that run on a circuit and look at it in that way, with how they look.
+template <class Check>
+std::vector<std::pair<ChosenRule const*, Check>> runningOn(Scope const& scope, std::vector<ChosenRule> const& rules) {
+    std::vector<std::pair<ChosenRule const*, Check>> running;
+    for (ChosenRule const& chosen : rules)
+        if (auto const* const check = std::get_if<Check>(&chosen.rule->check))
+            if (chosen.runs() && !(scope.singleBlock && (chosen.rule->needs & kCircuit)))
+                running.emplace_back(&chosen, *check);
+    return running;
+}
+
+/// All rules look at one element before they look at the next one: then it is in the processor's cache.
+void checkElements(Scope& scope, std::vector<ChosenRule> const& rules, Findings& findings) {
+    auto const running = runningOn<ElementCheck>(scope, rules);
+    for (CheckedElement& checked : scope.checkedElements) {
+        checked.readParameters();
+        for (auto const& [chosen, check] : running) {
+            findings.begin(*chosen->rule, chosen->severity);
+            if (findings.covers(checked)) check(checked, findings);
+        }
+    }
+}
+
+void checkCircuit(Scope const& scope, std::vector<ChosenRule> const& rules, Findings& findings) {
+    for (auto const& [chosen, check] : runningOn<CircuitCheck>(scope, rules)) {
+        findings.begin(*chosen->rule, chosen->severity);
+        check(scope, findings);
+    }
+}
+
+std::vector<RuleFinding> findingsOf(Scopes& scopes, std::vector<ChosenRule> const& rules) {
     Findings findings;
-    for (ChosenRule const& chosen : rules) {
-        if (!chosen.runs()) continue;
-        findings.begin(*chosen.rule, chosen.severity);
-        for (Scope const& scope : scopes.all())
-            if (!(scope.singleBlock && (chosen.rule->needs & kCircuit))) chosen.rule->check(scope, findings);
+    for (Scope& scope : scopes.all()) {
+        checkElements(scope, rules, findings);
+        checkCircuit(scope, rules, findings);
     }
     return findings.take();
 }
@@ -106,7 +134,7 @@ void readAndCheck(FileReport& report, std::vector<ChosenRule> const& rules) {
     report.missing = missingText(design);
     if (!design.object.block()) circuitOf(design);
     prepareFoundries(design);
-    Scopes const scopes(design);
+    Scopes scopes(design);
     report.elements = scopes.elementCount();
     report.findings = findingsOf(scopes, rules);
     report.leftOut = leftOutOf(scopes, rules);

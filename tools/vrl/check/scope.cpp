@@ -36,24 +36,12 @@ unsigned odditiesOf(vrl::Value<T> const& parameter) {
     return odd;
 }
 
-unsigned odditiesOf(vrl::Attributes& list) {
-    unsigned odd = 0;
-    for (ListedParameter const& listed : listedParameters(list)) {
-        if (!listed.declared) odd |= kHasUndeclared;
-        if (withPlainValue(*listed.attribute, [&](auto const& value) { odd |= odditiesOf(value); })) continue;
-        odd |= kMayBeInfinite | kHasExpression;  // only its plug-in knows
-        if (!parameterOf(*listed.attribute).inRange) odd |= kNotInRange;
-    }
-    return odd;
-}
-
 CheckedElement checkedOf(Element const& element, std::string const& path) {
     CheckedElement checked;
     checked.path = path + element.label();
     checked.element = &element;
     if (!element.block) return checked;
     checked.list = element.block;
-    checked.oddities = odditiesOf(*element.block);
     checked.standIn = isStandIn(*element.block);
     checked.foundry = element.block->getFoundry();
     checked.foundryUnknown = !element.foundry.empty() && !checked.foundry;
@@ -75,6 +63,17 @@ void addBoundary(Scope& scope) {
 
 }  // namespace
 
+void CheckedElement::readParameters() {
+    if (!list) return;
+    for (ListedParameter const& listed : listedParameters(*list)) {
+        dimensions.take(listed.name, listed.attribute);
+        if (!listed.declared) oddities |= kHasUndeclared;
+        if (withPlainValue(*listed.attribute, [&](auto const& value) { oddities |= odditiesOf(value); })) continue;
+        oddities |= kMayBeInfinite | kHasExpression;  // only its plug-in knows
+        if (!parameterOf(*listed.attribute).inRange) oddities |= kNotInRange;
+    }
+}
+
 vrl::BB::Port const& Scope::declaredPortOf(PortPlace const& place) const {
     // Declared ports come first, in the order of the ports.
     return *(circuit->elements[place.element].block->beginPort() + static_cast<std::ptrdiff_t>(place.port));
@@ -88,7 +87,7 @@ Scopes::Scopes(Design const& d) : design(d), root(rootOf(d)) {
     top.singleBlock = design.object.block() != nullptr;
     if (design.object.block()) return;
     top.own.list = design.object.netlist();
-    top.own.oddities = odditiesOf(*top.own.list);
+    top.own.readParameters();
 }
 
 void Scopes::addScope(Circuit const& circuit, std::string const& path, Progress& progress) {

@@ -33,9 +33,13 @@ struct CheckedElement {
     Element const* element = nullptr;  ///< null for the parameters of a netlist itself
     vrl::Attributes* list = nullptr;   ///< the parameters; null without a block
     unsigned oddities = 0;             ///< those of its parameters
+    Dimensions dimensions;
     bool standIn = false;
     bool foundryUnknown = false;  ///< its foundry has a name, and no loaded plug-in has it
     vrl::Foundry const* foundry = nullptr;
+
+    /// Looks at all parameters, for oddities and dimensions. To be called before rules look at the element.
+    void readParameters();
 };
 
 /// One circuit of a design. It refers to the design and to the snapshot of its circuit.
@@ -69,6 +73,7 @@ public:
     Scopes& operator=(Scopes const&) = delete;
 
     std::deque<Scope> const& all() const { return scopes; }
+    std::deque<Scope>& all() { return scopes; }
     /// The elements of all circuits.
     std::size_t elementCount() const;
 

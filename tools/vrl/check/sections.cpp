@@ -14,24 +14,26 @@ namespace vrltool::check {
 
 namespace {
 
-/// The parameter of that name, and its number. Null if the element has none that is a finite number.
-vrl::Attribute const* numberOf(CheckedElement const& checked, std::string const& name, double& number) {
-    if (!checked.list->find(name)) return nullptr;
-    vrl::Attribute const* const parameter = checked.list->getAttribute(name);
+/// The number of a parameter. False if there is no parameter, or if it is no finite number.
+bool isNumber(vrl::Attribute const* parameter, double& number) {
     if (auto const* const real = dynamic_cast<vrl::Value<double> const*>(parameter))
         number = real->getValue();
     else if (auto const* const whole = dynamic_cast<vrl::Value<int> const*>(parameter))
         number = whole->getValue();
     else
-        return nullptr;
-    return std::isfinite(number) ? parameter : nullptr;
+        return false;
+    return std::isfinite(number);
 }
 
 /// The parameter that says the width at a port, or null.
 vrl::Attribute const* widthAt(CheckedElement const& checked, std::string const& port, double& width) {
-    static std::string const byDirection[] = {"width", "widthIn", "widthOut"};
-    if (auto const* const found = numberOf(checked, byDirection[0], width)) return found;
-    return numberOf(checked, byDirection[static_cast<int>(directionOf(port))], width);
+    Dimensions const& dimensions = checked.dimensions;
+    if (isNumber(dimensions.width, width)) return dimensions.width;
+    Direction const direction = directionOf(port);
+    auto const* const other = direction == Direction::kInput    ? dimensions.widthIn
+                              : direction == Direction::kOutput ? dimensions.widthOut
+                                                                : nullptr;
+    return isNumber(other, width) ? other : nullptr;
 }
 
 // A foundry that throws makes no section: the names of the choices are compared then.
@@ -57,6 +59,13 @@ bool sameWidth(double a, double b) {
 }
 
 }  // namespace
+
+void Dimensions::take(std::string const& name, vrl::Attribute const* parameter) {
+    if (name == "width") width = parameter;
+    if (name == "widthIn") widthIn = parameter;
+    if (name == "widthOut") widthOut = parameter;
+    if (name == "radius") radius = parameter;
+}
 
 bool differ(Section const& a, Section const& b) {
     if (a.made && b.made) return a.kind != b.kind || !sameWidth(a.width, b.width);
@@ -92,7 +101,7 @@ Section const& Sections::at(CheckedElement const& checked, vrl::BB::Port const& 
     double width = 0;
     double radius = 0;
     if (foundry && !widthAt(checked, port.getName(), width)) width = -1.0;
-    if (foundry && !numberOf(checked, "radius", radius)) radius = 0;
+    if (foundry && !isNumber(checked.dimensions.radius, radius)) radius = 0;
     auto const [entry, isNew] = made.try_emplace(
         {width, radius, foundry != nullptr, choice->getCSName(), choice->getFlowName(), checked.element->foundry});
     Section& section = entry->second;

@@ -14,6 +14,17 @@ namespace check {
 
 struct CheckedElement;
 
+/// The parameters of a block from which cross sections are made, by their names; null for one that is missing.
+struct Dimensions {
+    vrl::Attribute const* width = nullptr;
+    vrl::Attribute const* widthIn = nullptr;
+    vrl::Attribute const* widthOut = nullptr;
+    vrl::Attribute const* radius = nullptr;
+
+    /// Keeps a parameter that has one of the names.
+    void take(std::string const& name, vrl::Attribute const* parameter);
+};
+
 /// The cross section at a port: as its foundry makes it, and the names by which it was chosen.
 struct Section {
     bool made = false;  ///< whether the foundry made it; if not, there are the names only
