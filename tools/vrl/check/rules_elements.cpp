@@ -42,6 +42,9 @@ void lostName(Scope const& scope, Findings& findings) {
 }
 
 void doubledName(Scope const& scope, Findings& findings) {
+    auto const& elements = scope.circuit->elements;
+    if (std::none_of(elements.begin(), elements.end(), [](Element const& element) { return element.isSecondName; }))
+        return;
     std::unordered_map<unsigned, CheckedElement const*> first;
     for (CheckedElement const& checked : scope.checkedElements) {
         if (!checked.element->block || checked.element->name.empty()) continue;
@@ -72,6 +75,7 @@ private:
 };
 
 void danglingConnection(Scope const& scope, Findings& findings) {
+    if (scope.circuit->danglingConnections.empty()) return;
     NameHints hints(*scope.circuit);
     std::string const prefix = scope.path.empty() ? "" : scope.path + "/";
     for (auto const& connection : scope.circuit->danglingConnections)

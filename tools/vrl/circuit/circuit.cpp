@@ -1,7 +1,6 @@
 #include "circuit/circuit.h"
 
 #include <algorithm>
-#include <unordered_set>
 
 namespace vrltool {
 
@@ -15,24 +14,42 @@ std::vector<ElementPort> declaredPorts(vrl::BB const& block) {
     return ports;
 }
 
-vrl::BB* blockOf(vrl::Netlist& netlist, unsigned number) {
-    auto const found = netlist.findElement(number);
-    return found == netlist.endElements() ? nullptr : found->second.get();
+/// Adds what the block of an element has.
+void describeBlock(Element& element, vrl::BB* block, int depth) {
+    element.block = block;
+    if (!block) return;
+    element.kind = block->getName();
+    element.foundry = block->getFoundryName();
+    element.ports = declaredPorts(*block);
+    auto* const composite = depth == 0 ? nullptr : dynamic_cast<vrl::CBB*>(block);
+    if (composite) element.inside = std::make_unique<Circuit>(circuitFrom(*composite->getAsNetlist(), depth - 1));
 }
 
+/// The blocks are looked at in the order of their numbers, in which they are in memory, mostly.
 void addElements(Circuit& circuit, vrl::Netlist& netlist, int depth) {
-    circuit.elements.reserve(netlist.sizeElements());
-    std::unordered_set<unsigned> named(netlist.sizeElements());
+    auto& elements = circuit.elements;
+    elements.reserve(netlist.sizeElements());
+    std::vector<std::pair<unsigned, std::size_t>> named;  // the numbers, each with the place of an element
+    named.reserve(netlist.sizeElements());
     for (auto name = netlist.beginElementName(); name != netlist.endElementName(); ++name) {
         if (name->first.empty()) continue;  // only a damaged file has one: it counts as nameless
-        // Under a second name a block has no inside, or its elements would count twice.
-        bool const first = named.insert(name->second).second;
-        vrl::BB* const block = blockOf(netlist, name->second);
-        circuit.elements.push_back(elementOf(name->first, name->second, block, first ? depth : 0));
+        named.emplace_back(name->second, elements.size());
+        elements.push_back(elementOf(name->first, name->second, nullptr));
     }
-    for (auto entry = netlist.beginElements(); entry != netlist.endElements(); ++entry)
-        if (named.count(entry->first) == 0)
-            circuit.elements.push_back(elementOf("", entry->first, entry->second.get(), depth));
+    std::sort(named.begin(), named.end());
+    auto place = named.begin();
+    for (auto entry = netlist.beginElements(); entry != netlist.endElements(); ++entry) {
+        auto const& [number, block] = *entry;
+        while (place != named.end() && place->first < number) ++place;
+        if (place == named.end() || place->first != number)
+            elements.push_back(elementOf("", number, block.get(), depth));
+        for (bool isSecond = false; place != named.end() && place->first == number; ++place, isSecond = true) {
+            Element& element = elements[place->second];
+            element.isSecondName = isSecond;
+            // Under a second name a block has no inside, or its elements would count twice.
+            describeBlock(element, block.get(), isSecond ? 0 : depth);
+        }
+    }
 }
 
 void connect(Element& element, std::string const& port, unsigned node) {
@@ -59,7 +76,10 @@ void connectAll(Circuit& circuit, vrl::Netlist const& netlist) {
 }
 
 void addNodes(Circuit& circuit) {
+    std::size_t most = 0;
+    for (Element const& element : circuit.elements) most += element.ports.size();
     std::vector<std::pair<unsigned, PortPlace>> connected;
+    connected.reserve(most);
     for (std::size_t e = 0; e < circuit.elements.size(); ++e) {
         auto const& ports = circuit.elements[e].ports;
         for (std::size_t p = 0; p < ports.size(); ++p)
@@ -102,13 +122,7 @@ Element elementOf(std::string const& name, unsigned number, vrl::BB* block, int 
     Element element;
     element.name = name;
     element.number = number;
-    element.block = block;
-    if (!block) return element;
-    element.kind = block->getName();
-    element.foundry = block->getFoundryName();
-    element.ports = declaredPorts(*block);
-    auto* const composite = depth == 0 ? nullptr : dynamic_cast<vrl::CBB*>(block);
-    if (composite) element.inside = std::make_unique<Circuit>(circuitFrom(*composite->getAsNetlist(), depth - 1));
+    describeBlock(element, block, depth);
     return element;
 }
 
