@@ -89,6 +89,7 @@ Outcome exportDesign(Options options, Common const& common) {
     startLibrary({common.config, common.loadSeconds});
     NameMap const map = readNameMap(options.map);
     Design const design = readDesign(options.file);
+    keepOnly({design.object});
     std::cerr << missingText(design);
     vrl::Netlist& circuit = circuitOf(design);
     Findings findings;
