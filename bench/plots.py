@@ -7,6 +7,7 @@ matplotlib.rcParams["svg.hashsalt"] = "vrllib"  # equal figures make equal files
 matplotlib.rcParams["svg.fonttype"] = "none"
 
 import matplotlib.pyplot as pyplot  # noqa: E402
+import matplotlib.ticker as ticker  # noqa: E402
 
 PEERS = {"library": "this library", "cereal-unique": "cereal, unique pointers", "cereal-shared": "cereal, shared pointers",
          "boost": "Boost.Serialization", "protobuf": "protobuf", "json": "nlohmann-json", "hand-written": "by hand"}
@@ -16,14 +17,24 @@ QUESTIONS = {"find-node": "element and port to node", "find-port": "node to elem
              "find-block": "name to element", "find-name": "number to name", "read-parameter": "parameter by name"}
 
 
-def save(figure, path):
-    figure.tight_layout()
+def save(figure, path, below=0.0):
+    figure.tight_layout(rect=(0, below, 1, 1))
     figure.savefig(path, metadata={"Date": None})
     pyplot.close(figure)
 
 
 def sizes_of(figures):
     return sorted({count for name, count in figures.runs if name == "library/build"})
+
+
+def scale(axes):
+    """Both ways in powers, with times in plain numbers."""
+    axes.set_xscale("log")
+    axes.set_yscale("log")
+    axes.yaxis.set_major_locator(ticker.LogLocator(subs=(1, 2, 5)))
+    axes.yaxis.set_major_formatter(ticker.FuncFormatter(lambda value, place: f"{value:g}"))
+    axes.yaxis.set_minor_formatter(ticker.NullFormatter())
+    axes.grid(True, alpha=0.3)
 
 
 def draw_times(figures, path):
@@ -33,16 +44,14 @@ def draw_times(figures, path):
         for peer, label in PEERS.items():
             times = [figures.median(f"{peer}/{operation}", size) for size in sizes]
             axes.plot(sizes, times, marker=".", label=label, linewidth=2.5 if peer == "library" else 1)
-        axes.set_xscale("log")
-        axes.set_yscale("log")
+        scale(axes)
         axes.set_title(title)
-        axes.grid(True, which="both", alpha=0.3)
     for axes in all_axes[:, 0]:
         axes.set_ylabel("µs per block")
     for axes in all_axes[-1, :]:
         axes.set_xlabel("blocks")
-    all_axes[0, 0].legend(fontsize="x-small")
-    save(figure, path)
+    figure.legend(*all_axes[0, 0].get_legend_handles_labels(), loc="lower center", ncols=len(PEERS), fontsize="small")
+    save(figure, path, below=0.05)
 
 
 def draw_questions(figures, path):
@@ -50,11 +59,9 @@ def draw_questions(figures, path):
     figure, axes = pyplot.subplots(figsize=(6, 4))
     for question, label in QUESTIONS.items():
         axes.plot(sizes, [figures.median(f"library/{question}", size) for size in sizes], marker=".", label=label)
-    axes.set_xscale("log")
-    axes.set_yscale("log")
+    scale(axes)
     axes.set_xlabel("blocks")
     axes.set_ylabel("µs per question, random order")
-    axes.grid(True, which="both", alpha=0.3)
     axes.legend(fontsize="small")
     save(figure, path)
 
@@ -70,7 +77,7 @@ def draw_heap(figures, path):
     axes.set_yticks(range(len(peers)), [PEERS[peer] for peer in peers])
     axes.invert_yaxis()
     axes.set_xlabel(f"bytes of heap per block, {size} blocks")
-    axes.legend(fontsize="small")
+    axes.legend(fontsize="small", loc="lower center", bbox_to_anchor=(0.5, 1), ncols=2)
     save(figure, path)
 
 

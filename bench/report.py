@@ -68,14 +68,18 @@ def ratio_rows(targets, figure):
     return [ratio_row(what, target, figure(ours) / figure(other)) for what, ours, other, target in targets]
 
 
+def runs_of(count, repetitions):
+    return repetitions if count < SIZES[-1] else max(1, repetitions // 3)  # the largest ones take minutes each
+
+
 def measure(bench, sizes, repetitions):
     names = [f"{peer}/{operation}" for operation in OPERATIONS for peer in PEERS]
     names += [name for name in bench.names() if name.split("/")[1] not in [*OPERATIONS, "start-up"]]
     figures = Figures()
-    progress = Progress(repetitions * (len(sizes) * len(names) + len(FILES)))
+    progress = Progress(sum(runs_of(count, repetitions) for count in sizes) * len(names) + repetitions * len(FILES))
     for count in sizes:
         bench.prepare(names, count)
-        for _ in range(repetitions):  # interleaved, so that a slow moment of the machine falls on all
+        for _ in range(runs_of(count, repetitions)):  # interleaved, so that a slow moment of the machine falls on all
             for name in names:
                 figures.add(name, count, bench.run(name, count))
                 progress.step()
@@ -143,7 +147,8 @@ def report_times(bench, sizes, repetitions):
     tool_count = max([count for count in sizes if count <= 100000], default=None)
     tool = bench.tool(tool_count) if tool_count else {}
     for count in sizes:
-        print(f"{count} blocks, microseconds per block (median of {repetitions}, and the largest difference from it)\n")
+        print(f"{count} blocks, microseconds per block (median of {runs_of(count, repetitions)}, and the largest "
+              "difference from it)\n")
         print_peers(figures, count)
         rows = ratio_rows(TARGETS, lambda name: figures.median(name, count))
         rows += ratio_rows(HEAP_TARGETS, lambda name: figures.median(name, count, "heap"))

@@ -279,6 +279,19 @@ TEST(Export, RefusesBytesThatNetlistsCannotHold) {
     EXPECT_EQ(exported.status, 2);
 }
 
+TEST(Export, RefusesValuesThatNetlistsHaveNoLevelsFor) {
+    Tool const tool;
+    std::string deep;
+    for (int i = 0; i < 96; ++i) deep = "[" + deep + "]";
+    tool.write("a.yml", "instances: {a: {component: theirs, settings: {s: " + deep + "}}}\n");
+    tool.write("map.yml", "components: {theirs: {key: sfBend, parameters: {s: null}}}\n");
+    ASSERT_EQ(tool.run("import", {"a.yml", "--map", "map.yml", "-o", "a.vrl"}).err, "");
+    EXPECT_EQ(tool.run("export", {"a.vrl", "--map", "map.yml"}).status, 0);
+    auto const exported = tool.run("export", {"a.vrl"});
+    EXPECT_EQ(exported.err, "vrl: a.vrl: a value is nested deeper than 100 levels, and has no place in a netlist\n");
+    EXPECT_EQ(exported.status, 2);
+}
+
 TEST(Export, RefusesNamesThatNetlistsCannotHold) {
     Tool const tool;
     SampleCircuit circuit;

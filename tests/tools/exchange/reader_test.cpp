@@ -45,59 +45,76 @@ std::string aliasBomb() {
 
 INSTANTIATE_TEST_SUITE_P(
     Reader, BadNetlist,
-    testing::Values(Bad{"Empty", "a.yml", "", "vrl: a.yml: is empty\n  give the path of a file of JSON or YAML\n"},
-                    Bad{"ZeroByte", "a.yml", std::string("instances:\n  a: \0b", 17),
-                        "vrl: a.yml:2:6: holds a zero byte\n  give the path of a file of JSON or YAML\n"},
-                    Bad{"ZeroByteByAnEscapeInJson", "a.json", "{\"instances\":\n {\"a\\u0000b\": \"sfBend\"}}",
-                        "vrl: a.json:2:3: a string holds a zero byte\n  remove it\n"},
-                    Bad{"ZeroByteByAnEscapeInYaml", "a.yml", "instances: {a: \"sfBend\\0\"}\n",
-                        "vrl: a.yml:1:16: a string holds a zero byte\n  remove it\n"},
-                    Bad{"OtherBytes", "a.yml", "instances:\n  caf\xE9: sfBend\n",
-                        "vrl: a.yml:2:6: is no UTF-8\n  save it as UTF-8, for names with accents\n"},
-                    Bad{"DeepJson", "a.json", repeated("[", 100000),
-                        "vrl: a.json:1:101: is nested deeper than 100 levels\n"},
-                    Bad{"DeepYaml", "a.yml", "instances: " + repeated("{a: ", 200) + "1" + repeated("}", 200),
-                        "vrl: a.yml:1:408: is nested deeper than 100 levels\n"},
-                    Bad{"AliasBomb", "a.yml", aliasBomb(),
-                        "vrl: a.yml:6:38: its aliases make more than 1000000 values\n  write them out\n"},
-                    Bad{"AliasOfItself", "a.yml", "instances: &x {a: *x}\n",
-                        "vrl: a.yml:1:19: '*x' leads to nothing that ends before it\n"},
-                    Bad{"DuplicatedNameInYaml", "a.yml", "instances:\n  a: sfBend\n  b: sfBend\n  a: sfBend\n",
-                        "vrl: a.yml:4:3: 'a' is duplicated; the first is in line 2\n  rename or remove one of them\n"},
-                    Bad{"DuplicatedNameInJson", "a.json", "{\"instances\":\n {\"a\": 1,\n  \"a\": 2}}",
-                        "vrl: a.json:3:3: 'a' is duplicated; the first is in line 2\n  rename or remove one of them\n"},
-                    Bad{"HugeNumberInYaml", "a.yml", "instances: {a: 1e999}\n",
-                        "vrl: a.yml:1:16: the number 1e999 is too large\n  no number of a program holds it\n"},
-                    Bad{"HugeNumberInJson", "a.json", "{\"instances\": 1e999}",
-                        "vrl: a.json:1:15: the number 1e999 is too large\n  no number of a program holds it\n"},
-                    Bad{"CutShort", "a.json", "{\"instances\": {",
-                        "vrl: a.json:2:1: did not find expected node content while parsing a flow node\n"},
-                    Bad{"OpenQuote", "a.yml", "instances: {}\nx: \"y\n",
-                        "vrl: a.yml:3:1: found unexpected end of stream while scanning a quoted scalar\n"},
-                    Bad{"ControlCharacter", "a.yml", "instances:\n  \xC3\xA9\x7F: sfBend\n",
-                        "vrl: a.yml:2:4: control characters are not allowed\n"},
-                    Bad{"SeparatorOfLines", "a.yml", "instances:\n  \xC3\xA9: \"a\xE2\x80\xA8\"\n",
-                        "vrl: a.yml:2:8: holds an end of a line that only YAML 1.1 knows\n  write it as an escape\n"},
-                    Bad{"UnknownAlias", "a.yml", "instances: {a: *b}\n",
-                        "vrl: a.yml:1:16: '*b' leads to nothing that ends before it\n"},
-                    Bad{"AliasesNestedDeeply", "a.yml",
-                        "x: &x " + repeated("[", 60) + repeated("]", 60) + "\ny: " + repeated("[", 41) + "*x",
-                        "vrl: a.yml:2:45: is nested deeper than 100 levels\n"},
-                    Bad{"DeepNames", "a.yml", repeated("? ", 100000),
-                        "vrl: a.yml:1:3: the name of a member is a map\n  names are strings\n"},
-                    Bad{"NumberForANameByAnAlias", "a.yml", "x: &x 010\ninstances: {*x : sfBend}\n",
-                        "vrl: a.yml:2:13: the name of a member is a number\n  names are strings\n"},
-                    Bad{"NothingForAName", "a.yml", "instances: {~: sfBend}\n",
-                        "vrl: a.yml:1:13: the name of a member is null\n  names are strings\n"},
-                    Bad{"UnknownTag", "a.yml", "instances: {a: !odd sfBend}\n",
-                        "vrl: a.yml:1:16: the tag '!odd' is not known here\n  write a plain value\n"},
-                    Bad{"MapForAName", "a.yml", "instances: {{a: b}: c}\n",
-                        "vrl: a.yml:1:13: the name of a member is a map\n  names are strings\n"},
-                    Bad{"SecondDocument", "a.yml", "instances: {}\n---\nx: 1\n",
-                        "vrl: a.yml:2:1: a second document begins here\n  keep one document in a file\n"},
-                    Bad{"List", "a.yml", "- a\n",
-                        "vrl: a.yml: holds a list and no netlist\n"
-                        "  a netlist is a map with 'instances', 'nets' or 'connections', and 'ports'\n"}),
+    testing::Values(
+        Bad{"Empty", "a.yml", "", "vrl: a.yml: is empty\n  give the path of a file of JSON or YAML\n"},
+        Bad{"ZeroByte", "a.yml", std::string("instances:\n  a: \0b", 17),
+            "vrl: a.yml:2:6: holds a zero byte\n  give the path of a file of JSON or YAML\n"},
+        Bad{"ZeroByteByAnEscapeInJson", "a.json", "{\"instances\":\n {\"a\\u0000b\": \"sfBend\"}}",
+            "vrl: a.json:2:3: a string holds a zero byte\n  remove it\n"},
+        Bad{"ZeroByteByAnEscapeInYaml", "a.yml", "instances: {a: \"sfBend\\0\"}\n",
+            "vrl: a.yml:1:16: a string holds a zero byte\n  remove it\n"},
+        Bad{"OtherBytes", "a.yml", "instances:\n  caf\xE9: sfBend\n",
+            "vrl: a.yml:2:6: is no UTF-8\n  save it as UTF-8, for names with accents\n"},
+        Bad{"DeepJson", "a.json", repeated("[", 100000), "vrl: a.json:1:101: is nested deeper than 100 levels\n"},
+        Bad{"DeepYaml", "a.yml", "instances: " + repeated("{a: ", 200) + "1" + repeated("}", 200),
+            "vrl: a.yml:1:408: is nested deeper than 100 levels\n"},
+        Bad{"AliasBomb", "a.yml", aliasBomb(),
+            "vrl: a.yml:6:38: its aliases make more than 1000000 values\n  write them out\n"},
+        Bad{"AliasOfItself", "a.yml", "instances: &x {a: *x}\n",
+            "vrl: a.yml:1:19: '*x' leads to nothing that ends before it\n"},
+        Bad{"DuplicatedNameInYaml", "a.yml", "instances:\n  a: sfBend\n  b: sfBend\n  a: sfBend\n",
+            "vrl: a.yml:4:3: 'a' is duplicated; the first is in line 2\n  rename or remove one of them\n"},
+        Bad{"DuplicatedNameInJson", "a.json", "{\"instances\":\n {\"a\": 1,\n  \"a\": 2}}",
+            "vrl: a.json:3:3: 'a' is duplicated; the first is in line 2\n  rename or remove one of them\n"},
+        Bad{"HugeNumberInYaml", "a.yml", "instances: {a: 1e999}\n",
+            "vrl: a.yml:1:16: the number 1e999 is too large\n  no number of a program holds it\n"},
+        Bad{"HugeNumberInJson", "a.json", "{\"instances\": 1e999}",
+            "vrl: a.json:1:15: the number 1e999 is too large\n  no number of a program holds it\n"},
+        Bad{"CutShort", "a.json", "{\"instances\": {",
+            "vrl: a.json:2:1: did not find expected node content while parsing a flow node\n"},
+        Bad{"OpenQuote", "a.yml", "instances: {}\nx: \"y\n",
+            "vrl: a.yml:3:1: found unexpected end of stream while scanning a quoted scalar\n"},
+        Bad{"ControlCharacter", "a.yml", "instances:\n  \xC3\xA9\x7F: sfBend\n",
+            "vrl: a.yml:2:4: control characters are not allowed\n"},
+        Bad{"SeparatorOfLines", "a.yml", "instances:\n  \xC3\xA9: \"a\xE2\x80\xA8\"\n",
+            "vrl: a.yml:2:8: holds an end of a line that only YAML 1.1 knows\n  write it as an escape\n"},
+        Bad{"UnknownAlias", "a.yml", "instances: {a: *b}\n",
+            "vrl: a.yml:1:16: '*b' leads to nothing that ends before it\n"},
+        Bad{"AliasesNestedDeeply", "a.yml",
+            "x: &x " + repeated("[", 60) + repeated("]", 60) + "\ny: " + repeated("[", 41) + "*x",
+            "vrl: a.yml:2:45: is nested deeper than 100 levels\n"},
+        Bad{"AliasesOfALongString", "a.yml",
+            "x: &x " + std::string(10000, 'x') + "\ny: [" + repeated("*x, ", 7000) + "]",
+            "vrl: a.yml:2:25481: its aliases make more than 1000000 values\n  write them out\n"},
+        Bad{"AliasInItsOwnAnchorAgain", "a.yml", "x: &a 1\ny: &a [*a]\n",
+            "vrl: a.yml:2:8: '*a' leads to nothing that ends before it\n"},
+        Bad{"DuplicatedNameByAliases", "a.yml", "x: &k a\ninstances:\n  {*k : 1,\n   *k : 2}\n",
+            "vrl: a.yml:4:4: 'a' is duplicated; the first is in line 3\n  rename or remove one of them\n"},
+        Bad{"ZeroByteAfterAllEndsOfLines", "a.yml", std::string("a: 1\rb: 2\r\n\xC3\xA9: \0", 18),
+            "vrl: a.yml:3:4: holds a zero byte\n  give the path of a file of JSON or YAML\n"},
+        Bad{"NoNumberWithItsTag", "a.yml", "instances: !!int foo\n",
+            "vrl: a.yml:1:12: is a string with the tag of a number\n"},
+        Bad{"ListWithTheTagOfAMap", "a.yml", "instances: !!map []\n",
+            "vrl: a.yml:1:12: is a list with the tag of a map\n"},
+        Bad{"UnknownStandardTag", "a.yml", "instances: !!binary aGk=\n",
+            "vrl: a.yml:1:12: the tag 'tag:yaml.org,2002:binary' is not known here\n  write a plain value\n"},
+        Bad{"DuplicateAfterEscapesInJson", "a.json", R"({"x": "\ud83d\uDE00", "a": 1, "a": 2})",
+            "vrl: a.json:1:31: 'a' is duplicated; the first is in line 1\n  rename or remove one of them\n"},
+        Bad{"DeepNames", "a.yml", repeated("? ", 100000),
+            "vrl: a.yml:1:3: the name of a member is a map\n  names are strings\n"},
+        Bad{"NumberForANameByAnAlias", "a.yml", "x: &x 010\ninstances: {*x : sfBend}\n",
+            "vrl: a.yml:2:13: the name of a member is a number\n  names are strings\n"},
+        Bad{"NothingForAName", "a.yml", "instances: {~: sfBend}\n",
+            "vrl: a.yml:1:13: the name of a member is null\n  names are strings\n"},
+        Bad{"UnknownTag", "a.yml", "instances: {a: !odd sfBend}\n",
+            "vrl: a.yml:1:16: the tag '!odd' is not known here\n  write a plain value\n"},
+        Bad{"MapForAName", "a.yml", "instances: {{a: b}: c}\n",
+            "vrl: a.yml:1:13: the name of a member is a map\n  names are strings\n"},
+        Bad{"SecondDocument", "a.yml", "instances: {}\n---\nx: 1\n",
+            "vrl: a.yml:2:1: a second document begins here\n  keep one document in a file\n"},
+        Bad{"List", "a.yml", "- a\n",
+            "vrl: a.yml: holds a list and no netlist\n"
+            "  a netlist is a map with 'instances', 'nets' or 'connections', and 'ports'\n"}),
     [](auto const& given) { return given.param.name; });
 
 TEST(Reader, RefusesWhatIsNoRegularFile) {
@@ -133,7 +150,8 @@ TEST(Reader, TakesTheEscapesOfJson) {
               "{\"instances\": {}, \"nets\": [], \"ports\": {}, "
               "\"x\": \"\xF0\x9F\x98\x80 \xC3\xA9/\\b\\\\ud83d\\\\ude00\", \"y\": -1.5E+3}\n");
     tool.write("b.json", "{\"instances\": {\"a\": \"\\ud83d\"}}");
-    EXPECT_EQ(tool.run("import", {"b.json"}).status, 2);
+    EXPECT_EQ(tool.run("import", {"b.json"}).err,
+              "vrl: b.json:1:24: found invalid Unicode character escape code while parsing a quoted scalar\n");
 }
 
 TEST(Reader, TakesPlainScalarsByTheCoreSchema) {
@@ -174,7 +192,68 @@ TEST(Reader, TakesPlainScalarsByTheCoreSchema) {
                                                  "ports: {}\n");
 }
 
-TEST(Reader, TakesWhatAliasesLeadToAsIfItStoodThere) {
+TEST(Reader, TakesTabsAndEndsOfLinesOfJsonAnywhere) {
+    Tool const tool;
+    tool.write("a.json", "\t{\t\"instances\"\r:\t{\r\n\t}\r}\r\t\r");
+    EXPECT_EQ(tool.run("import", {"a.json"}).err, "");
+    tool.write("a.json", "{\"instances\": {}, \"" + repeated("\x7F", 400) + "\": \"\\uD83D\\uDE00\"}");
+    ASSERT_EQ(tool.run("import", {"a.json", "-o", "a.vrl"}).err, "");
+    std::string const exported = tool.run("export", {"a.vrl"}).out;
+    EXPECT_EQ(exported,
+              "instances: {}\nnets: []\nports: {}\n? \"" + repeated("\\u007f", 400) + "\"\n: \"\xF0\x9F\x98\x80\"\n");
+    tool.write("b.yml", exported);
+    ASSERT_EQ(tool.run("import", {"b.yml", "-o", "b.vrl"}).err, "");
+    EXPECT_EQ(tool.run("export", {"b.vrl"}).out, exported);
+}
+
+TEST(Reader, TakesForYamlWhatBeginsLikeJson) {
+    Tool const tool;
+    tool.write("a.json", "{instances: {}, x: 'say \"b\"\n : c', # of YAML\n y: [1,], z: a\xC2\x85}");
+    EXPECT_EQ(tool.run("import", {"a.json"}).err,
+              "vrl: a.json:3:15: holds an end of a line that only YAML 1.1 knows\n  write it as an escape\n");
+    tool.write("a.json", "{instances: {}, x: 'say \"b\"\n : c', # of YAML\n y: [1,]}");
+    ASSERT_EQ(tool.run("import", {"a.json", "-o", "a.vrl"}).err, "");
+    EXPECT_EQ(tool.run("export", {"a.vrl", "--format", "json"}).out,
+              "{\"instances\": {}, \"nets\": [], \"ports\": {}, \"x\": \"say \\\"b\\\" : c\", \"y\": [1]}\n");
+}
+
+TEST(Reader, TakesStandardTagsAndBlocksOfText) {
+    Tool const tool;
+    tool.write("a.yml", "\xEF\xBB\xBF%YAML 1.1\r\n---\r\ninstances: !!map {}\r\nx:\r\n- !!null ''\r\n- !!null ~\r\n"
+                        "- !!float 1\r\n- !!bool true\r\n- !!str 1\r\n- ! 1\r\n- !!seq []\r\n"
+                        "- |\r\n  a\r\n  b\r\n- >-\r\n  a\r\n  b\r\n? y\r\n: 1\r\n...\r\n");
+    ASSERT_EQ(tool.run("import", {"a.yml", "-o", "a.vrl"}).err, "");
+    EXPECT_EQ(tool.run("export", {"a.vrl", "--format", "json"}).out,
+              "{\"instances\": {}, \"nets\": [], \"ports\": {}, "
+              "\"x\": [null, null, 1, true, \"1\", \"1\", [], \"a\\nb\\n\", \"a b\"], \"y\": 1}\n");
+}
+
+TEST(Reader, CountsTheLevelsOfAliasesWhereTheyAre) {
+    Tool const tool;
+    std::string const deep = repeated("[", 98) + "*x" + repeated("]", 98);
+    tool.write("a.yml", "instances: {}\nx: &x [1]\ny: " + deep + "\nz: *x\n");
+    EXPECT_EQ(tool.run("import", {"a.yml", "-o", "a.vrl"}).err, "");
+    EXPECT_EQ(tool.run("export", {"a.vrl", "--format", "json"}).out,
+              "{\"instances\": {}, \"nets\": [], \"ports\": {}, \"x\": [1], \"y\": " + repeated("[", 98) + "[1]" +
+                  repeated("]", 98) + ", \"z\": [1]}\n");
+    tool.write("a.yml", "instances: {}\nx: &x [1]\ny: [" + deep + "]\n");
+    EXPECT_EQ(tool.run("import", {"a.yml"}).err, "vrl: a.yml:3:103: is nested deeper than 100 levels\n");
+}
+
+TEST(Reader, ReadsNotesOfTwoLongNamesAndOfDeepValues) {
+    Tool const tool;
+    std::string const a(200, 'a'), b(200, 'b'), odd = repeated("\\u0001", 180);
+    std::string const bend = R"({"component": "sfBend", "settings": {"radius": 10, "angle": 90, "width": 0.45}})";
+    std::string const netlist = "{\"instances\": {\"" + a + "\": " + bend + ", \"" + b + "\": " + bend +
+                                "}, \"nets\": [{\"p1\": \"" + a + ",out0\", \"p2\": \"" + b +
+                                ",in0\", \"width\": 5}], \"ports\": {\"" + odd + "\": \"" + a +
+                                ",in0\"}, \"x\": " + repeated("[", 99) + repeated("]", 99) + "}\n";
+    tool.write("a.json", netlist);
+    ASSERT_EQ(tool.run("import", {"a.json", "-o", "a.vrl"}).err, "");
+    EXPECT_EQ(tool.run("export", {"a.vrl", "--format", "json"}).out, netlist);
+}
+
+TEST(Reader, TakesWhatAliasesLeadTo) {
     Tool const tool;
     tool.write("a.yml", "instances:\n"
                         "  &a a: &bend {component: sfBend, info: &info [1, &x 010]}\n"

@@ -60,7 +60,7 @@ TEST(SecondTry, EndsTheCopyOfAProgramThatIsKilled) {
     close(ends[0]);
     int state = 0;
     EXPECT_EQ(waitpid(program, &state, 0), program);
-    EXPECT_TRUE(WIFSIGNALED(state));
+    EXPECT_TRUE(WIFSIGNALED(state) && WTERMSIG(state) == SIGKILL);
 }
 
 }  // namespace

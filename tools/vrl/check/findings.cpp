@@ -14,7 +14,6 @@ std::vector<RuleFinding> Findings::take() {
         if (place(a) != place(b)) return place(a) < place(b);
         return a.severity != b.severity ? a.severity > b.severity : a.rule < b.rule;  // as in the table of all rules
     };
-    // Those of one rule come in order, mostly.
     if (!std::is_sorted(list.begin(), list.end(), isLess)) std::stable_sort(list.begin(), list.end(), isLess);
     return std::exchange(list, {});
 }

@@ -81,14 +81,8 @@ private:
     Answers sections, flows;
 };
 
-/// One for the process: foundries live as long as it does.
-Offers& offers() {
-    static auto& kept = *new Offers;
-    return kept;
-}
-
 void checkChoice(CheckedElement const& checked, std::string const& port, vrl::Foundry::CSInfo const& choice,
-                 Findings& findings) {
+                 Offers& offers, Findings& findings) {
     vrl::Foundry const& foundry = *checked.foundry;
     auto const add = [&](std::string const& what, std::string const& name, std::vector<std::string> const& names,
                          std::string const& things) {
@@ -98,18 +92,21 @@ void checkChoice(CheckedElement const& checked, std::string const& port, vrl::Fo
     };
     std::string const& cs = choice.getCSName();
     std::string const& flow = choice.getFlowName();
-    if (!cs.empty() && !offers().hasSection(foundry, cs))
+    if (!cs.empty() && !offers.hasSection(foundry, cs))
         add("cross section", cs, Offers::sectionNames(foundry), "its cross sections");
-    if (!flow.empty() && !offers().hasFlow(foundry, flow))
+    if (!flow.empty() && !offers.hasFlow(foundry, flow))
         add("process flow", flow, Offers::flowNames(foundry), "its process flows");
 }
 
-void unknownChoice(CheckedElement const& checked, Findings& findings) {
-    if (!checked.foundry) return;
-    vrl::BB const& block = *checked.element->block;
-    checkChoice(checked, "", block.vrl::BB::getCS(), findings);
-    for (auto port = block.beginPort(); port != block.endPort(); ++port)
-        if (port->hasCS()) checkChoice(checked, port->getName(), port->getCS(), findings);
+void unknownChoice(Scope const& scope, Findings& findings) {
+    Offers offers;
+    for (CheckedElement const& checked : scope.checkedElements) {
+        if (!findings.covers(checked) || !checked.foundry) continue;
+        vrl::BB const& block = *checked.element->block;
+        checkChoice(checked, "", block.vrl::BB::getCS(), offers, findings);
+        for (auto port = block.beginPort(); port != block.endPort(); ++port)
+            if (port->hasCS()) checkChoice(checked, port->getName(), port->getCS(), offers, findings);
+    }
 }
 
 void choiceNotAllowed(CheckedElement const& checked, Findings& findings) {

@@ -135,7 +135,7 @@ void ownCheck(CheckedElement const& checked, Findings& findings) {
     if ((checked.oddities & kNotInRange) || dynamic_cast<vrl::CBB const*>(checked.element->block)) return;
     vrl::Attributes const& list = *checked.element->block;
     static std::ostringstream complaint;  // made only once, which is most of its cost
-    if (complaint.tellp() > 0) complaint = std::ostringstream();
+    if (complaint.tellp() != 0) complaint = std::ostringstream();
     bool good = true;
     std::string const thrown = quietlyThrownBy([&] { good = list.inSpec(complaint); });
     if (!thrown.empty()) complaint << "it threw " << thrown;

@@ -116,6 +116,7 @@ void checkCircuit(Scope const& scope, std::vector<ChosenRule> const& rules, Find
     }
 }
 
+/// The rules of elements come first, since they read the parameters, which the rules of circuits look at, too.
 std::vector<RuleFinding> findingsOf(Scopes& scopes, std::vector<ChosenRule> const& rules) {
     Findings findings;
     for (Scope& scope : scopes.all()) {
@@ -125,11 +126,10 @@ std::vector<RuleFinding> findingsOf(Scopes& scopes, std::vector<ChosenRule> cons
     return findings.take();
 }
 
-void readAndCheck(FileReport& report, std::vector<ChosenRule> const& rules) {
+void readAndCheck(FileReport& report, std::vector<ChosenRule> const& rules, bool isLast) {
     QuietOutput const quiet;
-    keepOnly({});
     Design const design = readDesign(report.path);
-    keepOnly({design.object});
+    if (isLast) leaveToTheEnd(design.object);
     report.type = design.type;
     report.missing = missingText(design);
     if (!design.object.block()) circuitOf(design);
@@ -189,11 +189,11 @@ std::vector<ChosenRule> asTheyRan(std::vector<ChosenRule> rules, std::vector<Fil
     return rules;
 }
 
-FileReport checkFile(std::string const& path, std::vector<ChosenRule> const& rules) {
+FileReport checkFile(std::string const& path, std::vector<ChosenRule> const& rules, bool isLast) {
     FileReport report;
     report.path = path;
     try {
-        readAndCheck(report, rules);
+        readAndCheck(report, rules, isLast);
     } catch (Failure const& failure) {
         report.failure = failure.what();
         report.hint = failure.hint();

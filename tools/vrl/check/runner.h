@@ -58,6 +58,7 @@ struct FileReport {
 std::vector<ChosenRule> asTheyRan(std::vector<ChosenRule> rules, std::vector<FileReport> const& files);
 
 /// Reads, prepares and checks one file; the library has been started. What cannot be read is reported in the report.
-FileReport checkFile(std::string const& path, std::vector<ChosenRule> const& rules);
+/// The design of the last file is left to the end of the process.
+FileReport checkFile(std::string const& path, std::vector<ChosenRule> const& rules, bool isLast);
 
 }  // namespace vrltool::check

@@ -27,7 +27,7 @@ struct Element {
     std::string kind;                 ///< empty if there is no block
     std::string foundry;              ///< the foundry's name; empty without one
     vrl::BB* block = nullptr;         ///< owned by the netlist; null for a name without a block
-    bool isSecondName = false;        ///< whether a name before it leads to the same number
+    bool isSecondName = false;        ///< whether a name before it leads to the same block
     std::vector<ElementPort> ports;   ///< in the order of declaration, then what is connected only, by name
     std::unique_ptr<Circuit> inside;  ///< of a composite
 

@@ -40,7 +40,7 @@ Outcome work(Options const& options, Common const& common) {
     startLibrary({common.config, common.loadSeconds});
     std::vector<FileReport> files;
     for (std::string const& path : options.files) {
-        files.push_back(checkFile(path, rules));
+        files.push_back(checkFile(path, rules, &path == &options.files.back()));
         reportTroubles(files.back());
     }
     if (common.json)

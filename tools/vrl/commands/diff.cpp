@@ -43,7 +43,8 @@ Outcome work(Options const& options, Common const& common) {
     startLibrary({common.config, common.loadSeconds});
     Design const a = readDesign(options.a);
     Design const b = readDesign(options.b);
-    keepOnly({a.object, b.object});
+    leaveToTheEnd(a.object);
+    leaveToTheEnd(b.object);
     std::cerr << missingText(a, b);
     Comparison const comparison = compareDesigns(a, b, settings);
     warnOfIdle(settings, comparison.parameters);

@@ -35,8 +35,11 @@ Format formatOf(Options const& options) {
     return json ? Format::kJson : Format::kYaml;
 }
 
-/// Refuses what would not come back: JSON and YAML are UTF-8, and readers of YAML bound the length of names.
-void refuseOtherStrings(Node const& node, std::string const& path) {
+/// Refuses what would not come back: JSON and YAML are UTF-8, and an import bounds the length of names and the levels.
+void refuseOthers(Node const& node, std::string const& path, std::size_t depth = 1) {
+    if (depth > kDeepest && node.kind >= Kind::kList)
+        throw Failure(path, "a value is nested deeper than " + std::to_string(kDeepest) +
+                                " levels, and has no place in a netlist");
     std::string const& text = node.text;
     if (firstStrayByte(text) < text.size())
         throw Failure(path, "the string '" + printable(text) + "' is no UTF-8, and has no place in a netlist",
@@ -47,8 +50,8 @@ void refuseOtherStrings(Node const& node, std::string const& path) {
                           "the name '" + printable(part.first.text.substr(0, 60)) + "...' is longer than " +
                               std::to_string(kLongestName) + " bytes, and has no place in a netlist",
                           "shorten it");
-        refuseOtherStrings(part.first, path);
-        refuseOtherStrings(part.second, path);
+        refuseOthers(part.first, path);
+        refuseOthers(part.second, path, depth + 1);
     }
 }
 
@@ -89,7 +92,7 @@ Outcome exportDesign(Options options, Common const& common) {
     startLibrary({common.config, common.loadSeconds});
     NameMap const map = readNameMap(options.map);
     Design const design = readDesign(options.file);
-    keepOnly({design.object});
+    leaveToTheEnd(design.object);
     std::cerr << missingText(design);
     vrl::Netlist& circuit = circuitOf(design);
     Findings findings;
@@ -102,7 +105,7 @@ Outcome exportDesign(Options options, Common const& common) {
         QuietOutput const quiet;
         return exportNetlist(circuit, options.file, map, kinds, findings);
     }();
-    refuseOtherStrings(netlist, options.file);
+    refuseOthers(netlist, options.file);
     std::string const text = written(netlist, formatOf(options)) + '\n';
     if (!options.output.empty()) saveFile(options.output, text);
     if (common.json)

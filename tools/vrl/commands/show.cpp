@@ -22,7 +22,7 @@ struct Options {
 Outcome show(Options const& options, Common const& common) {
     startLibrary({common.config, common.loadSeconds});
     Design const design = readDesign(options.file);
-    keepOnly({design.object});
+    leaveToTheEnd(design.object);
     std::cerr << missingText(design);
     if (common.json) {
         writeJson(std::cout, designJson(design));

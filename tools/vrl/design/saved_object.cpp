@@ -2,6 +2,7 @@
 
 #include <ostream>
 #include <utility>
+#include <vector>
 
 #include "design/stand_in.h"
 
@@ -78,9 +79,9 @@ bool SavedObject::read(vrl::DeSerialiserBase& deserialiser) const { return std::
 
 void SavedObject::print(std::ostream& os) const { std::visit(Printer{os}, object); }
 
-void keepOnly(std::vector<SavedObject> objects) {
-    static auto& kept = *new std::vector<SavedObject>;
-    kept = std::move(objects);
+void leaveToTheEnd(SavedObject object) {
+    static auto& left = *new std::vector<SavedObject>;
+    left.push_back(std::move(object));
 }
 
 }  // namespace vrltool

@@ -3,7 +3,6 @@
 #include <iosfwd>
 #include <memory>
 #include <variant>
-#include <vector>
 
 #include "vrllib/vrllib.h"
 
@@ -73,8 +72,8 @@ private:
     Pointer object;
 };
 
-/// Keeps these objects, and frees what it kept before. Those that are kept last stay as long as the process, whose end
-/// frees them at once: block by block that takes half as long as to read them.
-void keepOnly(std::vector<SavedObject> objects);
+/// Leaves an object to the end of the process, which frees it at once: block by block that takes half as long as to
+/// read it. For the last designs of a command.
+void leaveToTheEnd(SavedObject object);
 
 }  // namespace vrltool

@@ -134,6 +134,7 @@ Value valueFor(ParameterValue const& current, Node const& node, double factor, s
     } else if (isString(node)) {
         value = node.text;
     }
+    static_assert(std::variant_size_v<ParameterValue> == sizeof wanted / sizeof *wanted);
     if (!value && why.empty()) why = wrongKind("", node, wanted[current.index()]).substr(1);
     return value;
 }

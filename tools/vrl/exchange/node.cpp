@@ -40,7 +40,7 @@ std::string numberWritten(std::string const& text, Format format) {
     return text.substr(0, exponent) + point + "e" + sign + text.substr(exponent + 1);
 }
 
-/// Whether a character stands for itself between double quotes, in JSON and in all versions of YAML.
+/// Whether a character is itself between double quotes, in JSON and in all versions of YAML.
 bool isPrinted(char32_t c) {
     bool const control = c < 0x20 || (c >= 0x7F && c <= 0xA0), separator = c == 0x2028 || c == 0x2029;
     return !control && !separator && c != U'"' && c != U'\\' && c != 0xFEFF && c != 0xFFFE && c != 0xFFFF;
@@ -61,10 +61,12 @@ void writeString(std::string& out, std::string const& text, Format format) {
     auto const usual = [](unsigned char c) { return c < 0x7F && isPrinted(c); };
     bool const plain = format == Format::kYaml && isPlain(text);
     if (!plain) out += '"';
-    if (std::all_of(text.begin(), text.end(), usual))
-        out += text;
-    else
-        for (Character const& character : charactersOf(text)) out += quoted(character);
+    for (auto at = text.begin(); at != text.end();) {
+        auto const odd = std::find_if_not(at, text.end(), usual);
+        out.append(at, odd);
+        at = std::find_if(odd, text.end(), usual);
+        for (Character const& character : charactersOf({odd, at})) out += quoted(character);
+    }
     if (!plain) out += '"';
 }
 
@@ -82,7 +84,9 @@ void write(std::string& out, Node const& node, Format format, std::size_t indent
         bool const first = part == node.begin(), compact = !map && isMap(part->second);
         if (!block && !first) out += ", ";
         if (block && !(first && inLine)) out.append(1, '\n').append(indent, ' ');
+        std::size_t const begin = out.size();
         if (map) writeString(out, part->first.text, format);
+        if (block && out.size() - begin > kFarthestColon) out.insert(begin, "? ").append(1, '\n').append(indent, ' ');
         if (map || block) out += map ? ':' : '-';
         if (map || block) out.append(!block || compact || part->second.size() == 0, ' ');
         write(out, part->second, format, indent + 2, compact);

@@ -105,6 +105,9 @@ enum class Format { kJson, kYaml, kLine };
 constexpr std::size_t kDeepest = 100;      // far beyond what netlists need, far below what stacks hold
 constexpr std::size_t kLongestName = 400;  // bytes; libyaml bounds keys, and a net is kept under two names together
 
+/// Readers of YAML look no farther for the colon after a name, unless it is marked.
+constexpr std::size_t kFarthestColon = 1000;
+
 /// A value without a line feed at its end. Strings have to be UTF-8.
 /// YAML is quoted so that readers of its older versions understand the same. JSON has no number for .inf: it becomes
 /// the string ".inf".

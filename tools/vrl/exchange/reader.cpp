@@ -27,7 +27,12 @@ constexpr std::uintmax_t kLargest = 512 * 1024 * 1024;
 constexpr std::size_t kMostCopied = 1000000;  // values that aliases may make
 char const* const kHint = "give the path of a file of JSON or YAML";
 
+std::string const kStandard = "tag:yaml.org,2002:";
+
 bool isDigit(char c) { return c >= '0' && c <= '9'; }
+
+/// Whether a byte of UTF-8 is the first one of its character.
+bool beginsCharacter(char byte) { return (byte & 0xC0) != 0x80; }
 
 /// A decimal number of YAML in the spelling of JSON; empty for what is none.
 std::string decimal(std::string const& text) {
@@ -44,14 +49,15 @@ std::string decimal(std::string const& text) {
     return (text[0] == '-' ? "-" : "") + digits;
 }
 
-/// The place of a byte, with the columns of characters.
+/// The place of a byte, with the lines of YAML and the columns of characters.
 Mark markOf(std::string const& text, std::size_t at) {
-    std::size_t const before = text.substr(0, at).rfind('\n'), start = before + 1;
-    auto const begin = text.begin(), line = begin + static_cast<std::ptrdiff_t>(start),
-               end = begin + static_cast<std::ptrdiff_t>(at);
-    auto const beginsOne = [](char byte) { return (byte & 0xC0) != 0x80; };
-    return {static_cast<int>(std::count(begin, line, '\n')) + 1,
-            static_cast<int>(std::count_if(line, end, beginsOne)) + 1};
+    Mark mark{1, 1};
+    for (std::size_t i = 0; i < at; ++i) {
+        bool const ends = text[i] == '\n' || (text[i] == '\r' && text[i + 1] != '\n');
+        mark.line += ends;
+        mark.column = ends ? 1 : mark.column + beginsCharacter(text[i]);
+    }
+    return mark;
 }
 
 Mark markOf(yaml_mark_t const& mark) { return {static_cast<int>(mark.line) + 1, static_cast<int>(mark.column) + 1}; }
@@ -61,197 +67,234 @@ char const* charsOf(yaml_char_t const* text) { return text ? reinterpret_cast<ch
 /// What an anchor names.
 struct Anchored {
     Node node;
-    std::size_t values, levels;  ///< in it, with those of its aliases
+    std::size_t size;    ///< what a copy of it counts, with those of its aliases
+    std::size_t levels;  ///< of maps and lists
 };
 
 /// The walk over the events of libyaml, which makes our values of them. It refuses what is nested too deeply, too large
 /// or ambiguous, and resolves the plain scalars.
-class Reading {
+class EventReader {
 public:
-    Reading(std::string const& path, std::string const& text) : path_(path), text_(text) {
-        if (yaml_parser_initialize(&parser_) == 0) throw std::bad_alloc();
-        yaml_parser_set_encoding(&parser_, YAML_UTF8_ENCODING);
-        yaml_parser_set_input_string(&parser_, reinterpret_cast<yaml_char_t const*>(text.data()), text.size());
+    /// An empty path is that of a note. It has what was in a netlist some levels deeper, and two names as one.
+    EventReader(std::string const& file, std::string const& text)
+        : path(file), whole(text), levels(file.empty() ? kDeepest + 10 : kDeepest) {
+        if (yaml_parser_initialize(&parser) == 0) throw std::bad_alloc();
+        yaml_parser_set_encoding(&parser, YAML_UTF8_ENCODING);
+        yaml_parser_set_input_string(&parser, reinterpret_cast<yaml_char_t const*>(text.data()), text.size());
     }
-    Reading(Reading const&) = delete;
-    Reading& operator=(Reading const&) = delete;
-    ~Reading() {
-        yaml_event_delete(&event_);
-        yaml_parser_delete(&parser_);
+    EventReader(EventReader const&) = delete;
+    EventReader& operator=(EventReader const&) = delete;
+    ~EventReader() {
+        yaml_event_delete(&event);
+        yaml_parser_delete(&parser);
     }
 
     /// The value of the only document; null without one.
     Node document() {
         next();  // the stream begins
         next();
-        if (event_.type == YAML_STREAM_END_EVENT) return {};
+        if (event.type == YAML_STREAM_END_EVENT) return {};
         next();
         Node const result = value(1);
         next();  // the document ends
         next();
-        if (event_.type == YAML_STREAM_END_EVENT) return result;
-        fail(path_, mark(), "a second document begins here", "keep one document in a file");
+        if (event.type == YAML_STREAM_END_EVENT) return result;
+        failHere("a second document begins here", "keep one document in a file");
     }
 
 private:
     void next() {
-        yaml_event_delete(&event_);
-        if (yaml_parser_parse(&parser_, &event_) != 0) return;
-        bool const unread = parser_.error == YAML_READER_ERROR;  // then there is no mark
-        std::string const context = parser_.context && !unread ? std::string(" ") + parser_.context : "",
-                          problem = parser_.problem ? parser_.problem : "needs more memory than there is";
-        fail(path_, unread ? markOf(text_, parser_.problem_offset) : markOf(parser_.problem_mark), problem + context);
+        yaml_event_delete(&event);
+        if (yaml_parser_parse(&parser, &event) != 0) return;
+        if (parser.error == YAML_MEMORY_ERROR) throw std::bad_alloc();
+        bool const unread = parser.error == YAML_READER_ERROR;  // then there is no mark
+        std::string const context = parser.context && !unread ? std::string(" ") + parser.context : "";
+        fail(path, unread ? markOf(whole, parser.problem_offset) : markOf(parser.problem_mark),
+             parser.problem + context);
     }
 
-    Mark mark() const { return markOf(event_.start_mark); }
-    bool isMapBegin() const { return event_.type == YAML_MAPPING_START_EVENT; }
+    [[noreturn]] void failHere(std::string const& what, std::string const& hint = "") const {
+        fail(path, mark(), what, hint);
+    }
+
+    [[noreturn]] void failDeep() const { failHere("is nested deeper than " + std::to_string(kDeepest) + " levels"); }
+
+    Mark mark() const { return markOf(event.start_mark); }
+    bool isMapBegin() const { return event.type == YAML_MAPPING_START_EVENT; }
 
     Node value(std::size_t depth) {
-        if (event_.type == YAML_ALIAS_EVENT) return aliased(depth);
+        if (event.type == YAML_ALIAS_EVENT) return aliased(depth);
         std::string const anchor = anchorName();
-        std::size_t const outer = std::exchange(deepest_, depth), before = values_++;
-        Node node = event_.type == YAML_SCALAR_EVENT ? scalar(true) : collection(depth);
-        if (!anchor.empty()) anchors_[anchor] = {node, values_ - before, deepest_ - depth};
-        deepest_ = std::max(deepest_, outer);
+        if (!anchor.empty()) anchors.erase(anchor);  // until it has its value
+        std::size_t const outer = std::exchange(deepest, depth - 1), before = size;
+        Node node = event.type == YAML_SCALAR_EVENT ? scalar(true) : collection(depth);
+        size += 1 + node.text.size() / sizeof(Node);
+        if (!anchor.empty()) anchors[anchor] = {node, size - before, deepest - (depth - 1)};
+        deepest = std::max(deepest, outer);
         return node;
     }
 
     std::string anchorName() const {
-        auto const& data = event_.data;
-        if (event_.type == YAML_SCALAR_EVENT) return charsOf(data.scalar.anchor);
+        auto const& data = event.data;
+        if (event.type == YAML_SCALAR_EVENT) return charsOf(data.scalar.anchor);
         return charsOf(isMapBegin() ? data.mapping_start.anchor : data.sequence_start.anchor);
     }
 
     Node aliased(std::size_t depth) {
-        std::string const name = charsOf(event_.data.alias.anchor);
-        auto const found = anchors_.find(name);
-        if (found == anchors_.end())
-            fail(path_, mark(), "'*" + printable(name) + "' leads to nothing that ends before it");
+        std::string const name = charsOf(event.data.alias.anchor);
+        auto const found = anchors.find(name);
+        if (found == anchors.end()) failHere("'*" + printable(name) + "' leads to nothing that ends before it");
         Anchored const& anchored = found->second;
-        deepest_ = std::max(deepest_, depth + anchored.levels);
-        if (deepest_ > kDeepest) failDeep();
-        values_ += anchored.values;
-        if ((copied_ += anchored.values) <= kMostCopied) return anchored.node;
-        fail(path_, mark(), "its aliases make more than " + std::to_string(kMostCopied) + " values", "write them out");
-    }
-
-    [[noreturn]] void failDeep() const {
-        fail(path_, mark(), "is nested deeper than " + std::to_string(kDeepest) + " levels");
+        std::size_t const reached = depth - 1 + anchored.levels;
+        if (reached > levels) failDeep();
+        deepest = std::max(deepest, reached);
+        size += anchored.size;
+        if ((copied += anchored.size) <= kMostCopied) return anchored.node;
+        failHere("its aliases make more than " + std::to_string(kMostCopied) + " values", "write them out");
     }
 
     Node collection(std::size_t depth) {
-        if (depth > kDeepest) failDeep();
+        if (depth > levels) failDeep();
+        deepest = depth;
         bool const map = isMapBegin();
-        isPlainTag(map ? event_.data.mapping_start.tag : event_.data.sequence_start.tag);
         Node result{map ? Kind::kMap : Kind::kList, "", mark()};
-        std::size_t const first = parts_.size();
-        for (next(); event_.type != YAML_MAPPING_END_EVENT && event_.type != YAML_SEQUENCE_END_EVENT; next()) {
+        checkTag(map ? event.data.mapping_start.tag : event.data.sequence_start.tag, result);
+        std::size_t const first = parts.size();
+        for (next(); event.type != YAML_MAPPING_END_EVENT && event.type != YAML_SEQUENCE_END_EVENT; next()) {
             Node key = map ? name() : Node();
             if (map) next();
             Node part = value(depth + 1);
-            parts_.emplace_back(std::move(key), std::move(part));
+            parts.emplace_back(std::move(key), std::move(part));
         }
-        auto const begin = parts_.begin() + static_cast<std::ptrdiff_t>(first);
-        if (begin != parts_.end())
+        auto const begin = parts.begin() + static_cast<std::ptrdiff_t>(first);
+        if (begin != parts.end())
             result.parts = std::make_shared<std::vector<Node::Part>>(std::make_move_iterator(begin),
-                                                                     std::make_move_iterator(parts_.end()));
-        parts_.erase(begin, parts_.end());
+                                                                     std::make_move_iterator(parts.end()));
+        parts.erase(begin, parts.end());
         if (map) refuseTwins(result);
         return result;
     }
 
-    /// Whether a value with that tag is what the schema makes of it, and no string anyway.
-    bool isPlainTag(yaml_char_t const* tag) const {
-        if (!tag) return false;
-        std::string const text = charsOf(tag);
-        bool const standard = text.compare(0, 18, "tag:yaml.org,2002:") == 0;
-        if (!standard && text != "!")
-            fail(path_, mark(), "the tag '" + printable(text) + "' is not known here", "write a plain value");
-        return standard && text != "tag:yaml.org,2002:str";
+    /// Fails for a value that is not what its tag says, and for a tag of no kind of ours.
+    void checkTag(yaml_char_t const* given, Node const& node) const {
+        static std::map<std::string, Kind> const kinds{
+            {"null", Kind::kNull},  {"bool", Kind::kBool}, {"int", Kind::kNumber}, {"float", Kind::kNumber},
+            {"str", Kind::kString}, {"seq", Kind::kList},  {"map", Kind::kMap}};
+        std::string const tag = charsOf(given);
+        if (tag.empty() || tag == "!") return;
+        bool const standard = tag.compare(0, kStandard.size(), kStandard) == 0;
+        auto const kind = standard ? kinds.find(tag.substr(kStandard.size())) : kinds.end();
+        if (kind == kinds.end()) failHere("the tag '" + printable(tag) + "' is not known here", "write a plain value");
+        if (kind->second != node.kind)
+            failHere(std::string("is ") + kindWord(node.kind) + " with the tag of " + kindWord(kind->second));
     }
 
     /// A scalar; as a string in any case, unless it is to be resolved or null.
     Node scalar(bool resolve) const {
-        auto const& given = event_.data.scalar;
-        bool const untagged = !given.tag && given.style == YAML_PLAIN_SCALAR_STYLE;
-        bool const plain = isPlainTag(given.tag) || untagged;
-        std::string text(charsOf(given.value), given.length);
+        auto const& given = event.data.scalar;
+        std::string const text(charsOf(given.value), given.length), tag = charsOf(given.tag);
         if (text.find('\0') != std::string::npos)  // by an escape; names in the library end there
-            fail(path_, mark(), "a string holds a zero byte", "remove it");
+            failHere("a string holds a zero byte", "remove it");
+        bool const plain =
+            tag.empty() ? given.style == YAML_PLAIN_SCALAR_STYLE : tag != "!" && tag != kStandard + "str";
+        Node const node = plain ? schemaNode(text, resolve) : stringNode(text, mark());
+        if (resolve) checkTag(given.tag, node);
+        return node;
+    }
+
+    /// What the schema makes of a scalar.
+    Node schemaNode(std::string const& text, bool resolve) const {
         static std::string_view const nulls[] = {"", "~", "null", "Null", "NULL"};
-        if (untagged && std::find(std::begin(nulls), std::end(nulls), text) != std::end(nulls))
-            return {Kind::kNull, "", mark()};
-        std::string const spelling = plain && resolve ? resolved(text) : "";
+        if (std::find(std::begin(nulls), std::end(nulls), text) != std::end(nulls)) return {Kind::kNull, "", mark()};
+        std::string const spelling = resolve ? resolved(text) : "";
         if (spelling.empty()) return stringNode(text, mark());
         if (std::isinf(std::strtod(spelling.c_str(), nullptr)))
-            fail(path_, mark(), "the number " + printable(text) + " is too large", "no number of a program holds it");
+            failHere("the number " + printable(text) + " is too large", "no number of a program holds it");
         return plainNode(spelling, mark());
     }
 
     /// The name of a member, which is a string also where a value that is written so would be none.
     Node name() {
-        bool const written = event_.type == YAML_SCALAR_EVENT, alias = event_.type == YAML_ALIAS_EVENT;
-        Node const name = written ? scalar(false) : alias ? aliased(0) : Node{isMapBegin() ? Kind::kMap : Kind::kList};
+        bool const written = event.type == YAML_SCALAR_EVENT, alias = event.type == YAML_ALIAS_EVENT;
+        Node name = written ? scalar(false) : alias ? aliased(1) : Node{isMapBegin() ? Kind::kMap : Kind::kList};
+        name.mark = mark();
         if (!isString(name))
-            fail(path_, mark(), std::string("the name of a member is ") + kindWord(name.kind), "names are strings");
-        if (name.text.size() > kLongestName)
-            fail(path_, mark(), "a name is longer than " + std::to_string(kLongestName) + " bytes", "shorten it");
+            failHere(std::string("the name of a member is ") + kindWord(name.kind), "names are strings");
+        if (name.text.size() > kLongestName && !path.empty())
+            failHere("a name is longer than " + std::to_string(kLongestName) + " bytes", "shorten it");
         std::string const anchor = written ? anchorName() : "";
-        if (!anchor.empty()) anchors_[anchor] = {scalar(true), 1, 0};
+        if (!anchor.empty()) anchors[anchor] = {scalar(true), 1 + name.text.size() / sizeof(Node), 0};
         return name;
     }
 
     /// Fails for a map with two members of one name: one of the values would be lost.
     void refuseTwins(Node const& map) {
-        sorted_.clear();
-        for (auto const& part : map) sorted_.push_back(&part);
+        sorted.clear();
+        for (auto const& part : map) sorted.push_back(&part);
         auto const before = [](Node::Part const* a, Node::Part const* b) {
             int const order = a->first.text.compare(b->first.text);
             return order != 0 ? order < 0 : a < b;
         };
         auto const equal = [](Node::Part const* a, Node::Part const* b) { return a->first.text == b->first.text; };
-        std::sort(sorted_.begin(), sorted_.end(), before);
-        auto const twins = std::adjacent_find(sorted_.begin(), sorted_.end(), equal);
-        if (twins == sorted_.end()) return;
+        std::sort(sorted.begin(), sorted.end(), before);
+        auto const twins = std::adjacent_find(sorted.begin(), sorted.end(), equal);
+        if (twins == sorted.end()) return;
         Node const &first = (*twins)->first, &second = (*(twins + 1))->first;
-        fail(path_, second.mark,
+        fail(path, second.mark,
              "'" + printable(first.text) + "' is duplicated; the first is in line " + std::to_string(first.mark.line),
              "rename or remove one of them");
     }
 
-    std::string const& path_;
-    std::string const& text_;
-    yaml_parser_t parser_ = {};
-    yaml_event_t event_ = {};
-    std::unordered_map<std::string, Anchored> anchors_ = {};
-    std::size_t values_ = 0, copied_ = 0;  ///< so far; those that aliases made
-    std::size_t deepest_ = 0;              ///< level within the value that is read
-    std::vector<Node::Part> parts_ = {};   ///< of all collections that have not ended, one after the other
-    std::vector<Node::Part const*> sorted_ = {};
+    std::string const path;
+    std::string const& whole;
+    std::size_t const levels;  ///< how many there may be
+    yaml_parser_t parser = {};
+    yaml_event_t event = {};
+    std::unordered_map<std::string, Anchored> anchors = {};
+    std::size_t size = 0, copied = 0;    ///< of all values so far, in nodes; of those that aliases made
+    std::size_t deepest = 0;             ///< level of a map or list within the value that is read
+    std::vector<Node::Part> parts = {};  ///< of all collections that have not ended, one after the other
+    std::vector<Node::Part const*> sorted = {};
 };
 
+/// One string of JSON that YAML would not take as it is. What gets shorter is followed by blanks: columns stay.
+std::string yamlString(std::string const& text) {
+    Json const string = Json::parse(text, nullptr, false);
+    if (!string.is_string()) return text;
+    auto const columns = [](std::string const& of) { return std::count_if(of.begin(), of.end(), beginsCharacter); };
+    std::string result = written(stringNode(string), Format::kJson);
+    auto const less = columns(text) - columns(result);
+    return less > 0 ? result.append(static_cast<std::size_t>(less), ' ') : result;
+}
+
 /// JSON as YAML that means the same. YAML has no pairs of escapes for characters beyond 16 bits, some that have to be
-/// escaped, and looks for the colon after a name in its line only, and not far, unless the name is marked.
+/// escaped, tabs in fewer places, and looks for the colon after a name in its line only, and not far, unless the name
+/// is marked.
 std::string asYaml(std::string const& json) {
     std::string result;
     std::size_t done = 0;
+    auto const copyTo = [&](std::size_t end) {  // what is between strings
+        result.append(json, done, end - done);
+        std::replace(result.end() - static_cast<std::ptrdiff_t>(end - done), result.end(), '\t', ' ');
+    };
     for (auto begin = json.find('"'); begin != std::string::npos; begin = json.find('"', done)) {
         std::size_t end = begin + 1;
         bool odd = false;
         for (; end < json.size() && json[end] != '"'; ++end) {
-            odd = odd || static_cast<unsigned char>(json[end]) >= 0x7F || json.compare(end, 3, "\\ud") == 0;
+            auto const isPair = [&](char d) { return json[end] == '\\' && json[end + 1] == 'u' && json[end + 2] == d; };
+            odd = odd || static_cast<unsigned char>(json[end]) >= 0x7F || isPair('d') || isPair('D');
             end += json[end] == '\\';
         }
         auto const colon = json.find_first_not_of(" \t\r\n", end + 1);
         bool const name = colon != std::string::npos && json[colon] == ':';
-        bool const marked = name && (end - begin > 1000 || json.find_first_of("\n:", end) != colon);
-        result.append(json, done, begin - done).append(marked ? "? " : "");
+        copyTo(begin);
         done = std::min(end + 1, json.size());
-        std::string const text = json.substr(begin, done - begin);
-        Json const string = odd ? Json::parse(text, nullptr, false) : Json();
-        result += string.is_string() ? written(stringNode(string), Format::kJson) : text;
+        std::string const text = json.substr(begin, done - begin), string = odd ? yamlString(text) : text;
+        if (name && (string.size() > kFarthestColon || json.find_first_of("\r\n:", end) != colon)) result += "? ";
+        result += string;
     }
-    return result.append(json, done);
+    copyTo(json.size());
+    return result;
 }
 
 std::string readText(std::string const& path) {
@@ -300,15 +343,15 @@ Node readFile(std::string const& path) {
     std::size_t const begin = text.find_first_not_of(" \t\r\n");
     if (begin == std::string::npos) throw Failure(path, "is empty", kHint);
     std::string const ending = std::filesystem::path(path).extension();
-    bool const json = text[begin] == '{' && ending != ".yml" && ending != ".yaml";
+    bool const json = text[begin] == '{' && ending != ".yml" && ending != ".yaml" && Json::accept(text);
     checkBytes(path, text, json);
-    return json ? Reading(path, asYaml(text)).document() : Reading(path, text).document();
+    return EventReader(path, json ? asYaml(text) : text).document();
 }
 
 Node valueOfLine(std::string const& line) {
     if (line.empty()) return {};
     try {
-        return Reading("", line).document();
+        return EventReader("", asYaml(line)).document();
     } catch (Failure const&) {
         return {};
     }
