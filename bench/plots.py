@@ -11,14 +11,14 @@ import matplotlib.ticker as ticker  # noqa: E402
 
 PEERS = {"library": "this library", "cereal-unique": "cereal, unique pointers", "cereal-shared": "cereal, shared pointers",
          "boost": "Boost.Serialization", "protobuf": "protobuf", "json": "nlohmann-json", "hand-written": "by hand"}
-OPERATIONS = {"build": "build", "save-over": "save, into memory that is there", "save": "save, into a string that grows",
-              "load": "load", "load-file": "load from a file", "free": "free"}
+OPERATIONS = {"build": "build", "save-over": "save into a used buffer", "save": "save into a growing string",
+              "save-file": "save to a file", "load": "load", "load-file": "load from a file", "free": "free"}
 QUESTIONS = {"find-node": "element and port to node", "find-port": "node to element and port",
              "find-block": "name to element", "find-name": "number to name", "read-parameter": "parameter by name"}
 
 
-def save(figure, path, below=0.0):
-    figure.tight_layout(rect=(0, below, 1, 1))
+def save(figure, path):
+    figure.tight_layout()
     figure.savefig(path, metadata={"Date": None})
     pyplot.close(figure)
 
@@ -39,7 +39,7 @@ def scale(axes):
 
 def draw_times(figures, path):
     sizes = sizes_of(figures)
-    figure, all_axes = pyplot.subplots(2, 3, figsize=(11, 6.5), sharex=True)
+    figure, all_axes = pyplot.subplots(2, 4, figsize=(13, 6.5), sharex=True)
     for axes, (operation, title) in zip(all_axes.flat, OPERATIONS.items()):
         for peer, label in PEERS.items():
             times = [figures.median(f"{peer}/{operation}", size) for size in sizes]
@@ -48,10 +48,12 @@ def draw_times(figures, path):
         axes.set_title(title)
     for axes in all_axes[:, 0]:
         axes.set_ylabel("µs per block")
-    for axes in all_axes[-1, :]:
+    all_axes[0, -1].tick_params(labelbottom=True)
+    for axes in [*all_axes[-1, :-1], all_axes[0, -1]]:
         axes.set_xlabel("blocks")
-    figure.legend(*all_axes[0, 0].get_legend_handles_labels(), loc="lower center", ncols=len(PEERS), fontsize="small")
-    save(figure, path, below=0.05)
+    all_axes[-1, -1].axis("off")
+    all_axes[-1, -1].legend(*all_axes[0, 0].get_legend_handles_labels(), loc="center")
+    save(figure, path)
 
 
 def draw_questions(figures, path):
@@ -61,7 +63,7 @@ def draw_questions(figures, path):
         axes.plot(sizes, [figures.median(f"library/{question}", size) for size in sizes], marker=".", label=label)
     scale(axes)
     axes.set_xlabel("blocks")
-    axes.set_ylabel("µs per question, random order")
+    axes.set_ylabel("µs per look-up, random order")
     axes.legend(fontsize="small")
     save(figure, path)
 

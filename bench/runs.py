@@ -68,8 +68,13 @@ class Bench:
             counts.append(int(re.search(r"Collected : (\d+)", done.stderr).group(1)))
         return (counts[1] - counts[0]) // 500
 
-    def tool(self, count):
-        """Seconds and megabytes of each command of the tool on the circuit of so many blocks."""
+    def tool(self, count, repetitions):
+        """Median seconds and mebibytes of each command of the tool on the circuit of so many blocks."""
+        runs = [self.tool_once(count) for _ in range(repetitions)]
+        return {command: {what: statistics.median(run[command][what] for run in runs)
+                          for what in ("seconds", "megabytes")} for command in TOOL_COMMANDS}
+
+    def tool_once(self, count):
         configuration = self.results / "VRLConfig.ini"
         configuration.write_text(f"sodlldir_clear\nsodlldir_linux = {self.folder.resolve() / 'plugins'}\n"
                                  "sodllpostfix_linux = .so.${version}\nsodllfile = benchKinds\n")
@@ -107,6 +112,9 @@ class Figures:
 
     def median(self, name, count, what="time"):
         return statistics.median(run[what] for run in self.runs[name, count])
+
+    def runs_of(self, name, count):
+        return len(self.runs[name, count])
 
     def spread(self, name, count):
         """The largest difference from the median, as a part of it."""

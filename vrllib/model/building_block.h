@@ -138,7 +138,8 @@ public:
     /// Appends the optical ports "in0", "in1", ... and "out0", "out1", ...
     void pin(std::size_t const& inputs, std::size_t const& outputs);
     /// The first port of that name, or null; valid until the next port is added.
-    /// Cost: constant, after one walk over the ports.
+    /// Cost: constant, after one walk over the ports, which is done again once ports of any block were moved or
+    /// renamed.
     Port* getPort(std::string const& name);
     /**@{*/
     /// The ports in the order of their declaration.

@@ -40,7 +40,8 @@ protected:
 ///
 /// The netlist holds its blocks through handles. The on-create callbacks run at the end of its default constructor and
 /// the on-destroy callbacks first of all in its destructor.
-/// Cost: look-ups by name, number and node are logarithmic; the first one by node or from a number to a name is linear.
+/// Cost: look-ups by name, number and node are logarithmic; the first one by node or from a number to a name makes an
+/// index, n log n.
 class VRL_API Netlist : public Component, private Netlist_Vars {
 public:
     /// The blocks by element number.

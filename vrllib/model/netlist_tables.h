@@ -47,7 +47,8 @@ public:
     /// Whether there is an entry of that key. Cost: constant for the entry that was added last, otherwise logarithmic.
     bool has(Key const& key) const { return (last != numbers.end() && last->first == key) || numbers.count(key) > 0; }
 
-    /// A taken key keeps its number. Cost: constant next to the entry that was added last, otherwise logarithmic.
+    /// A taken key keeps its number. Cost: constant next to the entry that was added last and without an index,
+    /// otherwise logarithmic.
     void add(Key key, unsigned int number) {
         std::size_t const before = numbers.size();
         auto const after = last == numbers.end() ? last : std::next(last);

@@ -100,6 +100,8 @@ INSTANTIATE_TEST_SUITE_P(
             "vrl: a.yml:1:12: the tag 'tag:yaml.org,2002:binary' is not known here\n  write a plain value\n"},
         Bad{"DuplicateAfterEscapesInJson", "a.json", R"({"x": "\ud83d\uDE00", "a": 1, "a": 2})",
             "vrl: a.json:1:31: 'a' is duplicated; the first is in line 1\n  rename or remove one of them\n"},
+        Bad{"ManyDirectives", "a.yml", repeated("%TAG !a! tag:a\n", 101) + "---\ninstances: {}\n",
+            "vrl: a.yml:101:1: has more than 100 lines that begin with '%'\n  YAML needs none\n"},
         Bad{"DeepNames", "a.yml", repeated("? ", 100000),
             "vrl: a.yml:1:3: the name of a member is a map\n  names are strings\n"},
         Bad{"NumberForANameByAnAlias", "a.yml", "x: &x 010\ninstances: {*x : sfBend}\n",

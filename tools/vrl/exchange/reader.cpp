@@ -25,6 +25,7 @@ namespace {
 
 constexpr std::uintmax_t kLargest = 512 * 1024 * 1024;
 constexpr std::size_t kMostCopied = 1000000;  // values that aliases may make
+constexpr std::size_t kMostDirectives = 100;
 char const* const kHint = "give the path of a file of JSON or YAML";
 
 std::string const kStandard = "tag:yaml.org,2002:";
@@ -322,6 +323,10 @@ void checkBytes(std::string const& path, std::string const& text, bool json) {
     if (json) return;
     for (char const* const end : {"\xC2\x85", "\xE2\x80\xA8", "\xE2\x80\xA9"})  // YAML 1.2 takes them for no line ends
         check(text.find(end), "holds an end of a line that only YAML 1.1 knows", "write it as an escape");
+    std::size_t directives = 0;  // of which libyaml compares each with all
+    for (auto at = text.find('%'); at != std::string::npos; at = text.find('%', at + 1))
+        if ((at == 0 || text[at - 1] == '\n' || text[at - 1] == '\r') && ++directives > kMostDirectives)
+            check(at, "has more than 100 lines that begin with '%'", "YAML needs none");
 }
 
 }  // namespace
