@@ -90,7 +90,7 @@ INSTANTIATE_TEST_SUITE_P(
             "vrl: a.yml:2:8: '*a' leads to nothing that ends before it\n"},
         Bad{"DuplicatedNameByAliases", "a.yml", "x: &k a\ninstances:\n  {*k : 1,\n   *k : 2}\n",
             "vrl: a.yml:4:4: 'a' is duplicated; the first is in line 3\n  rename or remove one of them\n"},
-        Bad{"ZeroByteAfterAllEndsOfLines", "a.yml", std::string("a: 1\rb: 2\r\n\xC3\xA9: \0", 18),
+        Bad{"ZeroByteAfterAllEndsOfLines", "a.yml", std::string("a: 1\rb: 2\r\n\xC3\xA9: \0", 16),
             "vrl: a.yml:3:4: holds a zero byte\n  give the path of a file of JSON or YAML\n"},
         Bad{"NoNumberWithItsTag", "a.yml", "instances: !!int foo\n",
             "vrl: a.yml:1:12: is a string with the tag of a number\n"},
