@@ -157,14 +157,15 @@ TEST(SaveFile, LeavesTheOldFileWhereItsFolderMustNotBeWritten) {
     EXPECT_EQ(readFile(path), "before");
 }
 
-TEST(SaveFile, LeavesTheOldFileIfThereIsNoRoom) {
-    TemporaryFolder const folder;
+/// Writes over a file where 4,096 bytes are the most that a file may have.
+template <class Write>
+void expectTheOldFileWithoutRoom(TemporaryFolder const& folder, Write const& write) {
     std::string const path = writeFile(folder / "file", "before");
     int const status = inChild([&] {
         rlimit const most{4096, 4096};
         std::signal(SIGXFSZ, SIG_IGN);
         setrlimit(RLIMIT_FSIZE, &most);
-        return outcomeOf([&] { saveFile(path, std::string(100000, 'x')); }) ==
+        return outcomeOf([&] { write(path); }) ==
                        path + ": cannot be written: File too large; raise the limit of the size of files; the file "
                               "is as it was before"
                    ? 0
@@ -173,6 +174,11 @@ TEST(SaveFile, LeavesTheOldFileIfThereIsNoRoom) {
     EXPECT_EQ(status, 0);
     EXPECT_EQ(readFile(path), "before");
     EXPECT_EQ(namesIn(folder.path()), std::vector<std::string>{"file"});
+}
+
+TEST(SaveFile, LeavesTheOldFileIfThereIsNoRoom) {
+    TemporaryFolder const folder;
+    expectTheOldFileWithoutRoom(folder, [&](std::string const& path) { saveFile(path, std::string(100000, 'x')); });
 }
 
 TEST(SaveFile, LeavesTheOldFileIfTheProgramIsEndedMeanwhile) {
@@ -232,20 +238,7 @@ TEST(SaveDesign, LeavesTheOldFileIfThereIsNoRoom) {
     TemporaryFolder const folder;
     SampleCircuit circuit;
     circuit.netlist().setAnnotation("note", std::string(200000, 'x'));
-    std::string const path = writeFile(folder / "file", "before");
-    int const status = inChild([&] {
-        rlimit const most{4096, 4096};
-        std::signal(SIGXFSZ, SIG_IGN);
-        setrlimit(RLIMIT_FSIZE, &most);
-        return outcomeOf([&] { saveDesign(circuit.netlist(), path); }) ==
-                       path + ": cannot be written: File too large; raise the limit of the size of files; the file "
-                              "is as it was before"
-                   ? 0
-                   : 1;
-    });
-    EXPECT_EQ(status, 0);
-    EXPECT_EQ(readFile(path), "before");
-    EXPECT_EQ(namesIn(folder.path()), std::vector<std::string>{"file"});
+    expectTheOldFileWithoutRoom(folder, [&](std::string const& path) { saveDesign(circuit.netlist(), path); });
 }
 
 std::string refusal(std::string const& path, std::string const& kind) {

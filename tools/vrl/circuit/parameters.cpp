@@ -77,15 +77,6 @@ std::vector<std::string> storedNames(vrl::Attributes& list) {
     return std::move(collector.names);
 }
 
-/// The parameter of that name; null if there is none, which only a plug-in that edits the order of a list brings about.
-vrl::Attribute* named(vrl::Attributes const& list, std::string const& name) {
-    try {
-        return list.getAttribute(name);
-    } catch (std::string const&) {
-        return nullptr;
-    }
-}
-
 /// A type that is not named here has the string that the library returns.
 struct Text {
     std::string operator()(std::monostate) const { return {}; }
@@ -156,7 +147,8 @@ std::vector<ListedParameter> listedParameters(vrl::Attributes& list) {
     std::set<std::string_view> seen;
     auto const take = [&](std::string const& name, bool declared) {
         if (!eachOnce && !seen.insert(name).second) return;
-        if (vrl::Attribute* const attribute = named(list, name)) parameters.push_back({name, attribute, declared});
+        // Asked for before it is taken: a look-up that fails calls the breakpoint.
+        if (list.find(name)) parameters.push_back({name, list.getAttribute(name), declared});
     };
     for (auto name = list.beginAttribute(); name != list.endAttribute(); ++name) take(*name, true);
     for (std::string const& name : stored) take(name, false);
