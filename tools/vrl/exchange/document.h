@@ -37,7 +37,8 @@ struct Instance {
     Node name;
     Node given;  ///< the component alone, or a map
     ArraySize size = {};
-    bool good = false;  ///< whether it has the shape; if not, that is an error
+    bool good = false;    ///< whether it has the shape; if not, that is an error
+    bool inside = false;  ///< whether it is one of those that a composite was expanded to
 };
 
 /// The component of an instance, a string.
@@ -61,7 +62,13 @@ struct Document {
     std::string name() const { return member(root, "name").text; }
 };
 
+/// What a netlist may ask for.
+struct DocumentLimits {
+    std::size_t elements = 100000;  ///< of all arrays; one with a long instance counts for several
+    Limits values = {};
+};
+
 /// Reads a netlist from a file. A Failure says what is no netlist at all: without a map of instances.
-Document readDocument(std::string const& path, Findings& findings);
+Document readDocument(std::string const& path, Findings& findings, DocumentLimits const& limits = {});
 
 }  // namespace vrltool::exchange

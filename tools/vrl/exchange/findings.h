@@ -32,6 +32,11 @@ private:
     }
 };
 
+/// The text of the note about settings that no parameter has; their names follow.
+inline std::string keptSettings(std::string const& component) {
+    return inQuotes(component) + ": settings without a parameter, kept as notes";
+}
+
 /// What an import or export has to report, each thing once: the elements of an array share their places.
 /// Errors are what cannot be carried over; warnings are carried over and look wrong, or are lost; notes say what is
 /// kept beside the circuit.
