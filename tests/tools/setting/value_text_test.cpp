@@ -50,6 +50,8 @@ TEST(ValueText, OfANumberIsConverted) {
     EXPECT_EQ(read<double>("17 ps/nm/km", "ps/nm/m"), "0.017");
     EXPECT_EQ(read<double>("10 GHz", "MHz"), "10000");
     EXPECT_EQ(read<double>("2 1/s", "Hz"), "2");
+    EXPECT_EQ(read<double>("2 V cm", "V mm"), "20");
+    EXPECT_EQ(read<double>("2V*mm", "V mm"), "2");
     EXPECT_EQ(read<double>("20%", ""), "0.2");
     EXPECT_EQ(read<double>("50 %", "1"), "0.5");
     EXPECT_EQ(read<double>("1 eV", "meV"), "1000");

@@ -9,6 +9,7 @@
 #include "design/save.h"
 #include "host/start.h"
 #include "setting/report.h"
+#include "text/table.h"
 
 namespace vrltool {
 
@@ -44,7 +45,7 @@ Outcome set(Options const& options, Common const& common) {
     else if (allowed)
         writeSettings(std::cout, settings, ending);
     else
-        std::cerr << "vrl: " << options.file << ": not changed\n";
+        std::cerr << "vrl: " << printable(options.file) << ": not changed\n";
     return allowed ? Outcome::kFine : Outcome::kFailed;
 }
 

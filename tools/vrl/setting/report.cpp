@@ -56,11 +56,11 @@ void writeSettings(std::ostream& os, Settings const& settings, Ending const& end
            << printable(setting.text()) << '\n';
     std::size_t const changes = changeCount(settings);
     if (ending.dryRun)
-        os << ending.file << ": " << counted(changes, "change") << ", not written (--dry-run)\n";
+        os << printable(ending.file) << ": " << counted(changes, "change") << ", not written (--dry-run)\n";
     else if (!ending.output.empty())
-        os << ending.output << ": written, " << counted(changes, "change") << '\n';
+        os << printable(ending.output) << ": written, " << counted(changes, "change") << '\n';
     else
-        os << ending.file << ": nothing to change, not written\n";
+        os << printable(ending.file) << ": nothing to change, not written\n";
 }
 
 void writeFindings(std::ostream& os, Settings const& settings) {

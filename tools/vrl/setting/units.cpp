@@ -72,7 +72,7 @@ std::optional<Measure> measureOf(std::string const& unit) {
     Measure measure;
     int sign = 1;
     for (std::size_t at = 0;;) {
-        auto const end = unit.find_first_of("/*", at);
+        auto const end = unit.find_first_of("/* ", at);
         if (!addWord(unit.substr(at, end - at), sign, measure)) return {};
         if (end == std::string::npos) break;
         sign = unit[end] == '/' ? -1 : 1;

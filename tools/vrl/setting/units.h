@@ -14,7 +14,7 @@ struct Conversion {
 /// From one unit to another. None if they measure different things, or if one is not known and they differ.
 ///
 /// Known are m, g, s, Hz, A, V, W, ohm, F, H, J, eV, K, T, Pa, N and rad with their prefixes from f to T, deg, dB and
-/// dBm, and products and quotients of them with powers: "dB/cm", "ps/nm/km", "um^2".
+/// dBm, and products and quotients of them with powers: "dB/cm", "ps/nm/km", "V mm", "um^2".
 std::optional<Conversion> conversion(std::string const& from, std::string const& to);
 
 }  // namespace vrltool::setting
