@@ -5,7 +5,7 @@
 
 #include "circuit/parameters.h"
 #include "text/failure.h"
-#include "text/near_names.h"
+#include "text/pattern.h"
 #include "text/phrases.h"
 
 namespace vrltool::setting {
@@ -15,28 +15,6 @@ namespace {
 // The words for a choice.
 char const* const kCrossSection = "cs";
 char const* const kFlow = "flow";
-
-/// Whether a name fits a pattern, in which "*" is anything and "?" one character.
-bool fits(std::string const& name, std::string const& pattern) {
-    std::size_t n = 0, p = 0, star = std::string::npos, from = 0;
-    while (n < name.size()) {
-        if (p < pattern.size() && pattern[p] == '*') {
-            star = p++;
-            from = n;
-        } else if (p < pattern.size() && (pattern[p] == '?' || pattern[p] == name[n])) {
-            ++p;
-            ++n;
-        } else if (star != std::string::npos) {
-            p = star + 1;
-            n = ++from;
-        } else {
-            return false;
-        }
-    }
-    return pattern.find_first_not_of('*', p) == std::string::npos;
-}
-
-bool isPattern(std::string const& text) { return text.find_first_of("*?") != std::string::npos; }
 
 /// Those of the things whose name is the pattern, or, if there is none, those that it fits.
 template <class Thing, class NameOf>
