@@ -30,7 +30,7 @@ TEST(Import, MakesADesignOfANetlistByAMap) {
                             "mzi.vrl: written\n");
     EXPECT_EQ(imported.err, "");
     EXPECT_EQ(imported.status, 0);
-    EXPECT_EQ(tool.run("show", {"mzi.vrl"}).out,
+    EXPECT_EQ(tool.run("show", {"--native", "mzi.vrl"}).out,
               "Parameters{--}\n"
               "Port{N3 -> N4,N5}\n"
               "Building blocks{\n"
@@ -175,12 +175,12 @@ TEST(Import, TakesArraysForTheirElements) {
                             "a.yml:10:7: error: there is no instance 'a<2.0>'; did you mean 'a'?\n"
                             "a.yml: 2 elements, 1 net, 0 outer ports, 2 settings (2 to parameters); 1 left out\n"
                             "a.vrl: written\n");
-    EXPECT_EQ(tool.run("show", {"a.vrl"}).out, "Parameters{--}\n"
-                                               "Port{N -> N}\n"
-                                               "Building blocks{\n"
-                                               " a<0.0> = sfBend( mcs=>(\"strip\") out0=N1) cmpID=1\n"
-                                               " a<1.0> = sfBend(in0=N1) cmpID=2\n"
-                                               " }\n");
+    EXPECT_EQ(tool.run("show", {"--native", "a.vrl"}).out, "Parameters{--}\n"
+                                                           "Port{N -> N}\n"
+                                                           "Building blocks{\n"
+                                                           " a<0.0> = sfBend( mcs=>(\"strip\") out0=N1) cmpID=1\n"
+                                                           " a<1.0> = sfBend(in0=N1) cmpID=2\n"
+                                                           " }\n");
 }
 
 TEST(Import, BoundsTheElementsOfAllArraysBeforeItMakesAny) {

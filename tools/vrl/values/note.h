@@ -5,6 +5,9 @@
 
 namespace vrltool::values {
 
+/// The key of notes in the annotations.
+constexpr char kNote[] = "vrl::import";
+
 /// A note: what an import keeps beside the circuit and an export writes back. It is an annotation, one line, of a block
 /// or of the netlist; without one its value is null.
 /// A block has its instance as it was given. The netlist has a map: "members" (all that are no instances, nets or outer
