@@ -3,7 +3,6 @@
 #include <malloc.h>
 #include <sys/mman.h>
 
-#include <algorithm>
 #include <array>
 #include <atomic>
 #include <cstdint>
@@ -85,8 +84,9 @@ void removeAt(std::size_t hole) {
     watch.table[hole].address = nullptr;
 }
 
+// All of its bytes are those of the pattern if the first is, and each is as the one before it.
 bool isWhole(unsigned char const* border) {
-    return std::all_of(border, border + kBorder, [](unsigned char byte) { return byte == kPattern; });
+    return border[0] == kPattern && std::memcmp(border, border + 1, kBorder - 1) == 0;
 }
 
 /// Notes a block that is damaged, once.
