@@ -5,10 +5,12 @@
 #include <utility>
 #include <vector>
 
-#include "exchange/findings.h"
+#include "values/findings.h"
 #include "values/node.h"
 
 namespace vrltool::exchange {
+
+using namespace values;
 
 /// How many elements an instance is, in columns and rows.
 struct ArraySize {
@@ -27,6 +29,11 @@ std::vector<std::string> elementNames(std::string const& name, ArraySize const& 
 
 /// The name of the array that has an element of that name; the name itself if it is none.
 inline std::string arrayOf(std::string const& element) { return element.substr(0, element.rfind('<')); }
+
+/// The text of the note about settings that no parameter has; their names follow.
+inline std::string keptSettings(std::string const& component) {
+    return inQuotes(component) + ": settings without a parameter, kept as notes";
+}
 
 /// What the members of an instance are to us: read, the size of an array, or kept as they are.
 enum class InstancePart { kOwn, kArray, kKept };

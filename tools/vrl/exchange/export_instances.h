@@ -10,10 +10,10 @@
 
 #include "circuit/circuit.h"
 #include "exchange/composites.h"
-#include "exchange/findings.h"
 #include "exchange/kept_connections.h"
 #include "exchange/library.h"
 #include "exchange/name_map.h"
+#include "values/findings.h"
 #include "values/node.h"
 
 namespace vrltool::exchange {
