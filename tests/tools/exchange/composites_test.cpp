@@ -112,6 +112,30 @@ TEST_F(Composites, StayExpandedWithoutTheMap) {
     EXPECT_EQ(tool.run("import", {"b.yml", "-o", "b.vrl"}).status, 0);
 }
 
+TEST_F(Composites, GetTheNewValuesOfTheirSettings) {
+    import();
+    EXPECT_EQ(tool.run("set", {"a.vrl", "m.top.length=600", "m.bottom.length=600", "m.bottom.width=1"}).status, 0);
+    std::string expected = kNetlist;
+    expected.replace(expected.find("500"), 3, "600");
+    expected.replace(expected.find("1.5"), 3, "1");
+    EXPECT_EQ(tool.run("export", {"a.vrl", "--map", "map.yml"}).out, expected);
+}
+
+TEST_F(Composites, StayExpandedWithValuesThatTheirSettingsDoNotHave) {
+    import();
+    tool.run("set", {"a.vrl", "m.top.length=600", "n.join<1.0>.bodyWidth=5"});
+    auto const exported = tool.run("export", {"a.vrl", "--map", "map.yml", "-o", "b.yml"});
+    EXPECT_EQ(
+        exported.out,
+        "a.vrl: warning: the netlist does not hold arrays whose elements differ or are missing: 'n.join'\n"
+        "a.vrl: note: the netlist does not hold what leads to skipped ports of composites that are expanded: 'gone'\n"
+        "a.vrl: note: what its import left out is returned\n"
+        "a.vrl: note: written as the instances that it was expanded to: 'm' and 'n'\n"
+        "b.yml: 10 instances, 15 nets, 3 outer ports written\n");
+    EXPECT_EQ(tool.run("import", {"b.yml", "--map", "map.yml", "-o", "b.vrl"}).status, 0);
+    EXPECT_EQ(tool.run("diff", {"a.vrl", "b.vrl", "--quiet"}).out, "");
+}
+
 TEST_F(Composites, ReportAPortThatTheyDoNotHave) {
     import("instances: {m: mzi}\nports: {a: \"m,hat\", b: \"m,split\"}\n");
     EXPECT_EQ(imported.out, "a.yml:2:12: error: 'm' (mzi) has no port 'hat'; did you mean 'heat'?\n"

@@ -120,13 +120,13 @@ class Collapse {
 public:
     Collapse(ExportedParts exported, NameMap const& names) : parts(exported), map(names) {}
 
-    std::set<std::string> run(Node const& composites) {
+    StillExpanded run(Node const& composites) {
         for (auto const& [name, given] : composites) add(name.text, given);
         for (auto const& [none, net] : parts.nets) check(net);
         for (auto const& outer : parts.ports) checkPort(outer.second.text);
         for (auto const& entry : missing) failed.insert(entry.second);
         replace();
-        return failed;
+        return {failed, skipped};
     }
 
 private:
@@ -209,11 +209,17 @@ private:
             bool const inside = insideNets.count(pairOf(first, member(net, "p2").text)) > 0;
             if (inside && isCollapsed(ownerOf(first))) continue;
             Node const changed = ledNet(net);
-            if (changed.isDefined() || isNull(net)) nets.add(changed);
+            if (changed.isDefined() || isNull(net))
+                nets.add(changed);
+            else
+                skipped.insert(written(net, Format::kLine));
         }
         for (auto const& [outer, port] : parts.ports) {
             Node const changed = led(port);
-            if (!isNull(changed)) ports.add(outer, changed);
+            if (isNull(changed))
+                skipped.insert(outer.text);
+            else
+                ports.add(outer, changed);
         }
         parts.nets = nets;
         parts.ports = ports;
@@ -222,7 +228,7 @@ private:
     ExportedParts parts;
     NameMap const& map;
     ExpandedElements expanded;
-    std::set<std::string> failed;
+    std::set<std::string> failed, skipped;
     std::map<std::string, Node> current;              ///< the instances by their names
     std::map<std::string, std::string> owners;        ///< the composite of an instance inside
     std::map<std::string, std::string> outsidePorts;  ///< by the ports inside that they lead to
@@ -313,7 +319,7 @@ ExpandedElements expandedElements(Node const& composites, NameMap const& map) {
     return expanded;
 }
 
-std::set<std::string> collapseComposites(ExportedParts parts, NameMap const& map, Node const& composites) {
+StillExpanded collapseComposites(ExportedParts parts, NameMap const& map, Node const& composites) {
     if (composites.size() == 0) return {};
     return Collapse(parts, map).run(composites);
 }

@@ -48,8 +48,14 @@ struct ExportedParts {
     Node& ports;  ///< the outer ones
 };
 
-/// Puts one instance each in the place of those that composites were expanded to. Returns the names of composites that
-/// are not as the map makes them, and stay expanded: an instance is missing or differs, or has other connections.
-std::set<std::string> collapseComposites(ExportedParts parts, NameMap const& map, Node const& composites);
+/// What could not become an instance again.
+struct StillExpanded {
+    std::set<std::string> composites;  ///< their names
+    std::set<std::string> skipped;     ///< what leads to skipped ports of them, and is left out
+};
+
+/// Puts one instance each in the place of those that composites were expanded to. Composites that are not as the map
+/// makes them stay expanded: an instance is missing or differs, or has other connections.
+StillExpanded collapseComposites(ExportedParts parts, NameMap const& map, Node const& composites);
 
 }  // namespace vrltool::exchange

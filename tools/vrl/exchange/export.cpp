@@ -278,9 +278,12 @@ Node exportNetlist(vrl::Netlist& netlist, std::string const& path, NameMap const
     addPorts(context);
     addLeftOut(context);
     addSkipped(context);
-    for (std::string const& name :
-         collapseComposites({context.instances, context.nets, context.ports}, map, composites))
-        context.findings.addName(Severity::kNote, path, {}, "written as the instances that it was expanded to", name);
+    StillExpanded const expanded =
+        collapseComposites({context.instances, context.nets, context.ports}, map, composites);
+    for (std::string const& name : expanded.composites)
+        findings.addName(Severity::kNote, path, {}, "written as the instances that it was expanded to", name);
+    for (std::string const& text : expanded.skipped)
+        context.lose("what leads to skipped ports of composites that are expanded", text, Severity::kNote);
     Node const result = assembled(context);
     reportDesign(context);
     return result;
