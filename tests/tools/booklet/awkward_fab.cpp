@@ -60,6 +60,7 @@ private:
 class Awkward : public Named {
 public:
     explicit Awkward(vrl::Foundry const* foundry) : Named(foundry, "aw_kward{}$") {
+        setAnnotation("description", kTexCommands);
         addPort("in_0^{2}", vrl::EnumList::Optics);
         addPort("out%", vrl::EnumList::Optics);
         addPort("", vrl::EnumList::Acoustic);

@@ -4,6 +4,7 @@
 #include <ostream>
 
 #include "starter/table_values.h"
+#include "tests/demo/sample_plugins.h"
 #include "tests/support/kept_file.h"
 #include "tests/tools/tool.h"
 
@@ -31,6 +32,16 @@ TEST(BlockTable, IsOfAFoundryAsAWhole) {
                                                                   "  did you mean 'SampleFab'?\n");
     EXPECT_EQ(tool.run("describe", {"SampleFab", "radius", "--table"}).err, "vrl: --table: is for a whole foundry\n"
                                                                             "  name no parameters\n");
+}
+
+TEST(BlockTable, NamesWhatItCannotHold) {
+    Tool const tool;
+    std::string const config =
+        tool.write("plugins.ini", vrl_test::configText(VRL_TEST_PLUGINS, "sodllfile = awkwardFab\n"));
+    auto const shown = tool.run("describe", {"Awkward_Fab", "--table", "--config", config});
+    EXPECT_EQ(shown.err, vrl_test::kept(shown.err, VRL_STARTER_EXPECTED "/awkward_fab_left_out.txt"));
+    EXPECT_EQ(shown.out, vrl_test::kept(shown.out, VRL_STARTER_EXPECTED "/awkward_fab.yml"));
+    EXPECT_EQ(shown.status, 0);
 }
 
 constexpr char kSmall[] = "foundry: F\n"
@@ -72,6 +83,15 @@ TEST(BlockTable, NotesOpticalPortsWithoutADirection) {
               "t.yml:3:22: note: the optical port 'left' has no direction; begin inputs with \"in\" and outputs "
               "with \"out\", unless light goes both ways\n");
     EXPECT_EQ(shown.status, 0);
+}
+
+TEST(BlockTable, MayLeaveTheWidthOfASectionToTheHost) {
+    Tool const tool;
+    tool.write("t.yml", "foundry: F\ndescription: d\ncrossSections: {free: {description: any}}\nblocks: {b: {}}\n");
+    EXPECT_EQ(tool.run("new-plugin", {"small", "made", "--from", "t.yml"}).status, 0);
+    EXPECT_NE(
+        tool.read("made/src/foundry.cpp").find("    FreeSection(double w, double r) : CrossSection(w, r) {\n    }\n"),
+        std::string::npos);
 }
 
 /// A change of the small table, and all that is said of it but the last two lines.
@@ -184,6 +204,15 @@ TEST(BlockTable, ReportsAllMisfitsAtOnce) {
         "t.yml:3:39: error: the parameter 'x' is a number without a unit; that of a bare number is \"1\"\n"
         "vrl: t.yml: no plug-in is made of a table with 4 errors\n"
         "  mend the table; docs/plugin-guide.md describes it\n");
+}
+
+TEST(BlockTable, HasBlocks) {
+    Tool const tool;
+    tool.write("t.yml", "foundry: F\ndescription: d\nblocks: {}\n");
+    EXPECT_EQ(tool.run("new-plugin", {"small", "made", "--from", "t.yml"}).err,
+              "t.yml:3:9: error: a table without a block\n"
+              "vrl: t.yml: no plug-in is made of a table with 1 error\n"
+              "  mend the table; docs/plugin-guide.md describes it\n");
 }
 
 TEST(BlockTable, IsAMap) {

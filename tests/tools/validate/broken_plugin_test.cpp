@@ -197,6 +197,16 @@ TEST(PluginInOrder, MayNameAViewOtherwiseThanItsKind) {
     EXPECT_EQ(shown.status, 0);
 }
 
+TEST(PluginInOrder, MayRegisterAClassTwice) {
+    Tool const tool;
+    auto const shown = tool.run("validate", {"--only", "one-class-per-key", faultyPlugin("OneClassTwice")});
+    EXPECT_EQ(shown.out, faultyPlugin("OneClassTwice") + "\n"
+                                                         "  one-class-per-key  pass\n"
+                                                         "\n"
+                                                         "1 check: 1 passed, 0 failed, 0 warnings, 0 not run\n");
+    EXPECT_EQ(shown.status, 0);
+}
+
 TEST(PluginInOrder, MaySaveAKindOfNetlistAsAPlainOne) {
     Tool const tool;
     auto const shown =

@@ -163,6 +163,7 @@ void Writer::writeOverview() {
 }
 
 void Writer::writeChoice(BlockFacts const& block) {
+    if (!block.description.empty()) os() << texText(block.description) << "\n\n";
     std::string text;
     if (block.composite) text = "A composite of " + counted(block.elements.size(), "element") + ".";
     if (!block.section.empty())

@@ -155,6 +155,7 @@ BlockFacts blockFacts(vrl::Foundry const& foundry, std::string const& kind) {
     facts.kind = kind;
     auto const block = owned(vrl::BB::create(&foundry, kind));
     if (!block) throw Failure("block '" + printable(kind) + "'", "its plug-in makes none", "mend the plug-in");
+    facts.description = block->getAnnotation("description", false);
     facts.section = block->vrl::BB::getCS().getCSName();
     facts.flow = block->vrl::BB::getCS().getFlowName();
     for (auto port = block->beginPort(); port != block->endPort(); ++port)

@@ -49,8 +49,9 @@ struct ViewFacts {
 
 struct BlockFacts {
     std::string kind;
-    std::string section;  ///< the cross section of its choice; empty without one
-    std::string flow;     ///< likewise
+    std::string description;  ///< its annotation of that name; empty without one
+    std::string section;      ///< the cross section of its choice; empty without one
+    std::string flow;         ///< likewise
     std::vector<PortFacts> ports;
     std::vector<ParameterFacts> parameters;
     bool composite = false;

@@ -29,7 +29,7 @@ struct TableChoice {
 
 struct TableSection {
     std::string name, description;
-    Node width;  ///< where none is given
+    Node width;  ///< where a host gives none; undefined if there is no standard
     std::vector<TableParameter> parameters;
 };
 

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <memory>
+#include <set>
 
 #include "catalogue/kinds.h"
 #include "circuit/circuit.h"
@@ -11,6 +12,7 @@
 #include "text/near_names.h"
 #include "text/number.h"
 #include "text/phrases.h"
+#include "text/utf8.h"
 
 // The table of a foundry that is loaded.
 
@@ -52,9 +54,13 @@ public:
         auto const made = catalogue::makeFoundry(kind.key);
         if (!made) throw Failure(kind.key, "the plug-in " + kind.plugin() + " makes nothing of this key");
         vrl::Foundry& foundry = *made;
-        BlockTable table{
-            kind.key, foundry.describe(), choiceOf(foundry.getCSFlow()), parameters(foundry, "the foundry"), {}, {},
-            {}};
+        BlockTable table{kind.key,
+                         fitting(foundry.describe(), "the description of the foundry"),
+                         choiceOf(foundry.getCSFlow()),
+                         parameters(foundry, "the foundry"),
+                         {},
+                         {},
+                         {}};
         for (auto entry = foundry.beginCrossSection(); entry != foundry.endCrossSection(); ++entry)
             takeSection(table, foundry, entry->first);
         for (auto entry = foundry.beginFlow(); entry != foundry.endFlow(); ++entry)
@@ -74,12 +80,38 @@ private:
         return {choice.getCSName(), choice.getFlowName()};
     }
 
+    /// Whether a table can hold a string; if not, it is left out. Tables are UTF-8 without zero bytes.
+    bool fits(std::string const& text, std::string const& what) {
+        bool const good = text.find('\0') == std::string::npos && firstStrayByte(text) == text.size();
+        if (!good) leftOut.push_back(what + ", which is no UTF-8");
+        return good;
+    }
+
+    std::string fitting(std::string const& text, std::string const& what) {
+        return fits(text, what) ? text : std::string();
+    }
+
+    /// Whether a table can hold a thing of that name: names are there, and each once.
+    bool isNew(std::string const& name, std::set<std::string>& names, std::string const& what) {
+        if (!fits(name, what)) return false;
+        bool const good = !name.empty() && names.insert(name).second;
+        if (!good) leftOut.push_back(what + (name.empty() ? ", without a name" : ", a second one"));
+        return good;
+    }
+
     std::vector<TableParameter> parameters(vrl::Attributes& list, std::string const& of) {
         std::vector<TableParameter> table;
-        for (Parameter const& parameter : parametersOf(list)) {
+        for (auto note = list.beginAnnotation(); note != list.endAnnotation(); ++note)
+            if (note->first != "description") leftOut.push_back("annotation '" + note->first + "' of " + of);
+        for (Parameter parameter : parametersOf(list)) {
+            std::string const what = "parameter '" + parameter.name + "' of " + of;
+            auto const* const text = std::get_if<std::string>(&parameter.value);
             bool const plain = withPlainValue(*parameter.attribute, [](auto const&) {});
-            if (!plain) leftOut.push_back("parameter '" + parameter.name + "' of " + of);
-            if (!plain) continue;
+            if (!plain) leftOut.push_back(what);
+            if (!plain || !fits(parameter.name, what) || (text && !fits(*text, what))) continue;
+            if (!parameter.expression.empty()) leftOut.push_back("the expression of " + what);
+            parameter.unit = fitting(parameter.unit, "the unit of " + what);
+            parameter.description = fitting(parameter.description, "the description of " + what);
             TableParameter one{parameter.name,        parameter.type, nodeOf(parameter.value), {}, {}, parameter.unit,
                                parameter.description, std::nullopt};
             if (parameter.hasRange) {
@@ -96,8 +128,9 @@ private:
         std::unique_ptr<vrl::CrossSection> const section(foundry.createCS(name));
         std::string const what = "cross section '" + name + "'";
         if (!section) return leftOut.push_back(what);
-        table.sections.push_back(
-            {name, section->describe(), numberNode(section->getWidth()), parameters(*section, what)});
+        table.sections.push_back({name, fitting(section->describe(), "the description of " + what),
+                                  section->getWidth() > 0 ? numberNode(section->getWidth()) : Node(),
+                                  parameters(*section, what)});
     }
 
     void takeFlow(BlockTable& table, vrl::Foundry& foundry, std::string const& name) {
@@ -112,15 +145,18 @@ private:
     void takeBlock(BlockTable& table, std::string const& key) {
         auto const made = catalogue::makeBlock(nullptr, key);
         std::string const what = "block '" + key + "'";
+        if (!fits(key, what)) return;
         if (!made) return leftOut.push_back(what);
         vrl::BB const& block = *made;
         TableBlock one;
         one.kind = key;
-        one.description = made->getAnnotation("description", false);
+        one.description = fitting(made->getAnnotation("description", false), "the description of " + what);
         one.choice = choiceOf(block.vrl::BB::getCS());
+        std::set<std::string> names;
         for (auto port = block.beginPort(); port != block.endPort(); ++port)
-            one.ports.push_back({port->getName().getName(), domainOf(*port, what),
-                                 port->hasCS() ? choiceOf(port->getCS()) : TableChoice()});
+            if (isNew(port->getName().getName(), names, "port '" + port->getName().getName() + "' of " + what))
+                one.ports.push_back({port->getName().getName(), domainOf(*port, what),
+                                     port->hasCS() ? choiceOf(port->getCS()) : TableChoice()});
         one.parameters = parameters(*made, what);
         Element const element = elementOf(key, 0, made.get(), 1);
         if (element.inside) takeInside(one, *element.inside);

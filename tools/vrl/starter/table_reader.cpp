@@ -70,7 +70,8 @@ public:
             checkName(name, "a flow");
             table.flows.push_back({name.text, member(flow, "crossSection").text, parameters(flow)});
         }
-        needed(root, root.mark, "blocks", "the table");
+        Node const& blocks = needed(root, root.mark, "blocks", "the table");
+        if (blocks.isDefined() && blocks.size() == 0) error(blocks.mark, "a table without a block");
         for (auto const& [kind, block] : mapOf(member(root, "blocks"))) table.blocks.push_back(blockOf(kind, block));
         checkChoices(table, root);
         table.choice = choiceOf(root);
@@ -116,7 +117,7 @@ private:
     TableSection sectionOf(Node const& name, Node const& section) {
         checkName(name, "a cross section");
         std::string const what = "the cross section " + inQuotes(printable(name.text));
-        Node const& width = needed(section, name.mark, "width", what);
+        Node const& width = member(section, "width");
         if (width.isDefined() && !(numberOf(width) > 0.0 && std::isfinite(numberOf(width))))
             error(width.mark, "the width of " + what + " is not above 0");
         return {name.text, description(section, name.mark, what), width, parameters(section)};

@@ -33,10 +33,12 @@ std::string getName(std::string const& name) {
 }
 
 std::string sectionClass(TableSection const& section, std::string const& className) {
-    std::string text = "/// A negative width asks for the standard width.\nclass " + className +
-                       " : public vrl::CrossSection {\npublic:\n    " + className +
-                       "(double w, double r) : CrossSection(w < 0.0 ? " + cppValue(section.width, "Double") +
-                       " : w, r) {\n" + parametersText(8, section.parameters) + "    }\n";
+    bool const standard = section.width.isDefined();
+    std::string text = standard ? "/// A negative width asks for the standard width.\n" : "";
+    text += "class " + className + " : public vrl::CrossSection {\npublic:\n    " + className +
+            "(double w, double r) : CrossSection(" +
+            (standard ? "w < 0.0 ? " + cppValue(section.width, "Double") + " : w" : "w") + ", r) {\n" +
+            parametersText(8, section.parameters) + "    }\n";
     text += getName(section.name);
     return text + "    std::string describe() const override {\n        return " + cppString(section.description) +
            ";\n    }\n};\n\n";

@@ -131,16 +131,16 @@ void* takeWatched(std::size_t size, void const* caller) {
     return base + kBorder;
 }
 
-void callListener() {
+void callListener(std::size_t size) {
     if (!watch.listener || watch.listening) return;
     watch.listening = true;
-    watch.listener();
+    watch.listener(size);
     watch.listening = false;
 }
 
 void* take(std::size_t size, void const* caller) {
     if (!watching) return std::malloc(size != 0 ? size : 1);
-    callListener();
+    callListener(size);
     return takeWatched(size, caller);
 }
 

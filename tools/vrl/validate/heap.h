@@ -22,8 +22,9 @@ std::vector<Overrun> overrunsSoFar();
 /// The bytes in use, those of C included. Exact for what is taken with operator new.
 std::size_t heapInUse();
 
-/// Called before each block is taken, while it is not null; what it takes itself is not reported to it.
-using HeapListener = void (*)();
+/// Called with the size of each block before it is taken, while it is not null; what it takes itself is not reported to
+/// it.
+using HeapListener = void (*)(std::size_t size);
 void setHeapListener(HeapListener listener);
 
 }  // namespace vrltool::validate

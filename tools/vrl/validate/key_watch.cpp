@@ -6,6 +6,7 @@
 #include <memory>
 
 #include "validate/heap.h"
+#include "vrllib/vrllib.h"
 
 namespace vrltool::validate {
 
@@ -29,7 +30,9 @@ std::string madeClass(std::type_info const& creator) {
 KeyWatch::KeyWatch() {
     for (std::size_t i = 0; i < kTargetCount; ++i) before[i] = kTargets[i].creators();
     current = this;
-    setHeapListener(&look);
+    setHeapListener([](std::size_t size) {
+        if (size == sizeof(FactoryNoArg<std::string, vrl::Foundry>::cf)) look();  // as large as all creators
+    });
 }
 
 KeyWatch::~KeyWatch() {

@@ -13,8 +13,8 @@ struct ReplacedClass {
     std::string first, last;  ///< the classes, as people write them
 };
 
-/// Notes, from its making on, which keys get a second class. Registering takes memory, so a look at the factories each
-/// time that memory is taken sees each class. One at a time.
+/// Notes, from its making on, which keys get a second class. Registering takes memory for a creator first, so a look at
+/// the factories each time that so much is taken sees each class. One at a time.
 class KeyWatch {
 public:
     KeyWatch();

@@ -34,6 +34,7 @@ void misbehave(BlockFactory& factory) {
     if (kFault == Fault::kTalks) vrlPuts("ready");
     if (kFault == Fault::kChangesEnvironment) setenv("VRL_TEST_CHANGED", "yes", 1);
     if (kFault == Fault::kOneKeyTwice) factory.Register<broken::Pair>("brBlock");
+    if (kFault == Fault::kOneClassTwice) factory.Register<broken::Block>("brBlock");
     if (broken::hasComposite()) factory.Register<broken::Pair>("brPair");
     if (kFault == Fault::kEmptyKey) factory.Register<broken::Block>("");
 }

@@ -20,6 +20,7 @@ enum class Fault {
     kChangesEnvironment,
     kNeedsToBeFirst,
     kOneKeyTwice,
+    kOneClassTwice,
     // what it registers
     kConstructorCrashes,
     kConstructorHangs,
