@@ -28,6 +28,16 @@ TEST(Grammar, ReportsAnUnknownCommandWithNearOnes) {
                                        "status 2\n");
 }
 
+TEST(Grammar, HelpsWithNoUnknownCommand) {
+    Tool const tool;
+    EXPECT_EQ(whole(tool.run("chek", {"--help"})), "vrl: no command 'chek'\n"
+                                                   "  did you mean 'check'?\n"
+                                                   "  'vrl --help' shows the usage\n"
+                                                   "status 2\n");
+    EXPECT_EQ(tool.run("--help", {"check"}).status, 0);
+    EXPECT_EQ(tool.run("--help", {"chek"}).status, 2);
+}
+
 TEST(Grammar, NamesNoHiddenCommand) {
     Tool const tool;
     EXPECT_EQ(whole(tool.run("completio")), "vrl: no command 'completio'\n"

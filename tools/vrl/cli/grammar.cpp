@@ -1,6 +1,7 @@
 #include "cli/grammar.h"
 
 #include <CLI/CLI.hpp>
+#include <cstdlib>
 #include <iostream>
 #include <sstream>
 #include <utility>
@@ -88,6 +89,14 @@ void writeFailure(std::string const& text, std::string const& hint) {
     if (!hint.empty()) std::cerr << "  " << printableLines(hint) << '\n';
 }
 
+/// The library itself reads no variable; the tool does, for those who cannot name a file each time.
+void takeConfigOfEnvironment(Common& common) {
+    char const* const variable = std::getenv("VRL_CONFIG");
+    if (!variable || !*variable || !common.config.empty() || !common.plugins.empty()) return;
+    common.config = variable;
+    common.configNamed = false;
+}
+
 }  // namespace
 
 Grammar::Grammar() : root(std::make_unique<CLI::App>("Looks at, checks, compares and documents photonic designs")) {
@@ -103,7 +112,14 @@ Grammar::~Grammar() = default;
 
 CLI::App& Grammar::addCommand(std::string const& name, std::string const& summary, Run run) {
     CLI::App& command = *root->add_subcommand(name, summary);
-    command.add_option("--config", common.config, "the configuration file, instead of the one that is searched for")
+    command
+        .add_option("--config", common.config,
+                    "the configuration file, instead of VRL_CONFIG or the one that is searched for")
+        ->type_name("FILE");
+    command
+        .add_option("--plugin", common.plugins, "a plug-in to load; without --config only these; may be given again")
+        ->take_all()
+        ->expected(1)
         ->type_name("FILE");
     command.add_option("--load-seconds", common.loadSeconds, "how long the plug-ins may take to load; 60 if not given")
         ->type_name("N")
@@ -125,22 +141,27 @@ CLI::App& Grammar::addHidden(std::string const& name, std::string const& summary
     return command;
 }
 
+int Grammar::reportUsage(int argc, char const* const* argv, std::string const& otherwise) const {
+    std::string const unknown = unknownWord(*root, argc, argv);
+    CLI::App const& command = namedCommand(*root, argc, argv);
+    std::string const text = unknown.empty() ? otherwise : unknown;
+    auto const line = text.find('\n');
+    std::string const hint = line == std::string::npos ? "" : text.substr(line + 1);
+    writeFailure(text.substr(0, line), hint);
+    std::cerr << "  'vrl " << (&command == root.get() ? "" : command.get_name() + " ") << "--help' shows the usage\n";
+    return static_cast<int>(Outcome::kFailed);
+}
+
 int Grammar::run(int argc, char const* const* argv) {
     try {
         root->parse(argc, argv);
     } catch (CLI::Success const& asked) {  // --help or --version
-        return root->exit(asked);
+        bool const known = &namedCommand(*root, argc, argv) != root.get() || unknownWord(*root, argc, argv).empty();
+        return known ? root->exit(asked) : reportUsage(argc, argv, "");
     } catch (CLI::ParseError const& error) {
-        std::string const unknown = unknownWord(*root, argc, argv);
-        CLI::App const& command = namedCommand(*root, argc, argv);
-        std::string const text = unknown.empty() ? parserText(command, error) : unknown;
-        auto const line = text.find('\n');
-        std::string const hint = line == std::string::npos ? "" : text.substr(line + 1);
-        writeFailure(text.substr(0, line), hint);
-        std::cerr << "  'vrl " << (&command == root.get() ? "" : command.get_name() + " ")
-                  << "--help' shows the usage\n";
-        return static_cast<int>(Outcome::kFailed);
+        return reportUsage(argc, argv, parserText(namedCommand(*root, argc, argv), error));
     }
+    takeConfigOfEnvironment(common);
     try {
         Outcome const outcome = chosen(common);
         if (!std::cout.flush()) throw Failure("standard output", "cannot be written");

@@ -20,7 +20,7 @@ struct Options {
 };
 
 Outcome describe(Options const& options, Common const& common) {
-    startLibrary({common.config, common.loadSeconds});
+    startLibrary(common);
     return describeKey(options.key, options.parameters, common.json);
 }
 

@@ -89,7 +89,7 @@ void writeReport(Options const& options, Node const& netlist, Findings const& fi
 Outcome exportDesign(Options options, Common const& common) {
     if (options.output == "-") options.output.clear();
     refuseToReplace(options.output, {options.file, options.map});
-    startLibrary({common.config, common.loadSeconds});
+    startLibrary(common);
     NameMap const map = readNameMap(options.map);
     Design const design = readDesign(options.file);
     leaveToTheEnd(design.object);

@@ -76,7 +76,7 @@ void refuseOutput(Options const& options) {
 
 Outcome importNetlist(Options const& options, Common const& common) {
     refuseOutput(options);
-    startLibrary({common.config, common.loadSeconds});
+    startLibrary(common);
     Findings findings;
     Document const document = readDocument(options.netlist, findings);
     if (options.mapTemplate) return writeTemplate(options, document, findings);
