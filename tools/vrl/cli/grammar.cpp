@@ -1,8 +1,11 @@
 #include "cli/grammar.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <cstdlib>
+#include <cstring>
 #include <iostream>
+#include <nlohmann/json.hpp>
 #include <sstream>
 #include <utility>
 #include <vector>
@@ -10,6 +13,7 @@
 #include "vrllib/version.h"
 
 #include "guard/thrown.h"
+#include "text/json.h"
 #include "text/near_names.h"
 #include "text/table.h"
 
@@ -83,10 +87,20 @@ std::string printableLines(std::string const& text) {
     return result;
 }
 
-void writeFailure(std::string const& text, std::string const& hint) {
+/// On standard error, and as JSON on standard output for programs, which then have something to read in any case.
+void writeFailure(std::string const& text, std::string const& hint, bool json) {
     bool const nameless = text.compare(0, 2, ": ") == 0;
     std::cerr << "vrl: " << (nameless ? "''" : "") << printable(text) << '\n';
     if (!hint.empty()) std::cerr << "  " << printableLines(hint) << '\n';
+    if (!json) return;
+    Json failure = jsonHead("failure", 1);
+    failure["failure"] = text;
+    if (!hint.empty()) failure["hint"] = hint;
+    writeJson(std::cout, failure);
+}
+
+bool asksForJson(int argc, char const* const* argv) {
+    return std::any_of(argv, argv + argc, [](char const* word) { return std::strcmp(word, "--json") == 0; });
 }
 
 /// The library itself reads no variable; the tool does, for those who cannot name a file each time.
@@ -147,7 +161,7 @@ int Grammar::reportUsage(int argc, char const* const* argv, std::string const& o
     std::string const text = unknown.empty() ? otherwise : unknown;
     auto const line = text.find('\n');
     std::string const hint = line == std::string::npos ? "" : text.substr(line + 1);
-    writeFailure(text.substr(0, line), hint);
+    writeFailure(text.substr(0, line), hint, asksForJson(argc, argv));
     std::cerr << "  'vrl " << (&command == root.get() ? "" : command.get_name() + " ") << "--help' shows the usage\n";
     return static_cast<int>(Outcome::kFailed);
 }
@@ -167,9 +181,9 @@ int Grammar::run(int argc, char const* const* argv) {
         if (!std::cout.flush()) throw Failure("standard output", "cannot be written");
         return static_cast<int>(outcome);
     } catch (Failure const& failure) {
-        writeFailure(failure.what(), failure.hint());
+        writeFailure(failure.what(), failure.hint(), common.json);
     } catch (...) {  // plug-ins throw whatever they like, and the library throws strings
-        writeFailure(thrownMessage(), "");
+        writeFailure(thrownMessage(), "", common.json);
     }
     return static_cast<int>(Outcome::kFailed);
 }
