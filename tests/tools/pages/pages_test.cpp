@@ -90,9 +90,10 @@ std::vector<std::string> commandsOf(Page const& page) {
 
 TEST(Pages, OfTheExchangePrintWhatTheySay) {
     Page const page(VRL_DOCUMENTS "/docs/exchange.md");
-    EXPECT_EQ(commandsOf(page), (std::vector<std::string>{"vrl import --map-template mzi.yml",
-                                                          "vrl import mzi.yml --map map.yml -o mzi.vrl",
-                                                          "vrl export mzi.vrl --map map.yml"}));
+    EXPECT_EQ(commandsOf(page),
+              (std::vector<std::string>{
+                  "vrl import --map-template mzi.yml", "vrl import mzi.yml --map map.yml -o mzi.vrl",
+                  "vrl export mzi.vrl --map map.yml", "vrl import delay.yml --map gdsfactory-generic -o delay.vrl"}));
     Shell().play(page);
 }
 

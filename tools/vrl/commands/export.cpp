@@ -9,6 +9,7 @@
 #include "design/missing_text.h"
 #include "design/save.h"
 #include "exchange/export.h"
+#include "exchange/installed_maps.h"
 #include "guard/quiet_output.h"
 #include "host/start.h"
 #include "text/json.h"
@@ -88,7 +89,7 @@ void writeReport(Options const& options, Node const& netlist, Findings const& fi
 
 Outcome exportDesign(Options options, Common const& common) {
     if (options.output == "-") options.output.clear();
-    refuseToReplace(options.output, {options.file, options.map});
+    refuseToReplace(options.output, {options.file, pathOfMap(options.map)});
     startLibrary(common);
     NameMap const map = readNameMap(options.map);
     Design const design = readDesign(options.file);
@@ -130,7 +131,7 @@ void addExport(Grammar& grammar) {
     command.add_option("--format", options->format, "the language; without it that of the ending, or YAML")
         ->check(CLI::IsMember({"json", "yaml"}))
         ->type_name("json|yaml");
-    command.add_option("--map", options->map, "from the names of another tool to ours; it is used the other way round")
+    command.add_option("--map", options->map, "the file or installed map of an import; it is used the other way round")
         ->type_name("FILE");
 }
 
