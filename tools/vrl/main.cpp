@@ -5,7 +5,7 @@ int main(int argc, char** argv) {
     using namespace vrltool;
     Grammar grammar;
     for (auto const add : {addPlugins, addList, addDescribe, addShow, addSet, addCheck, addExplain, addDiff, addDraw,
-                           addDoc, addImport, addExport, addValidate, addNewPlugin, addPrinted})
+                           addDoc, addImport, addExport, addValidate, addNewPlugin, addConfig, addPrinted})
         add(grammar);
     return grammar.run(argc, argv);
 }

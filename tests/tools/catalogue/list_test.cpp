@@ -110,9 +110,16 @@ TEST(List, ContinuesAfterABlockThatThrows) {
 TEST(List, SaysThatLibrariesAreMissing) {
     Tool const tool;
     auto const list = tool.run("list", {"foundries", "--config", writeBrokenConfig(tool, {"gone"})});
-    EXPECT_EQ(list.out, "no foundries\n");
-    EXPECT_EQ(list.err, "vrl: 1 configured library not loaded; 'vrl plugins' shows why\n");
-    EXPECT_EQ(list.status, 0);
+    EXPECT_EQ(list.out, "");
+    EXPECT_EQ(list.err,
+              "vrl: vrl list foundries: no plug-in is loaded\n"
+              "  'vrl plugins' shows why; 'vrl config init PLUGIN...' writes a configuration, and --plugin FILE "
+              "does without one\n");
+    EXPECT_EQ(list.status, 2);
+    auto const some = tool.run("list", {"netlists", "--config", tool.writeConfig("some.ini", {"vrlDemoDll", "gone"})});
+    EXPECT_EQ(some.out, "no netlists\n");
+    EXPECT_EQ(some.err, "vrl: 1 configured library not loaded; 'vrl plugins' shows why\n");
+    EXPECT_EQ(some.status, 0);
 }
 
 TEST(List, OffersNearWords) {

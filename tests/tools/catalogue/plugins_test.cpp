@@ -64,7 +64,7 @@ TEST(Plugins, SaysWhichFileWasNamed) {
     auto const report = tool.run("plugins", {"--config", tool.write("empty.ini", "# nothing\n")});
     EXPECT_EQ(report.out, "configuration  empty.ini  (named with --config)\n"
                           "\n"
-                          "no library is configured\n");
+                          "no library is configured; 'vrl config init PLUGIN...' writes a configuration\n");
     EXPECT_EQ(report.status, 0);
 }
 

@@ -94,6 +94,29 @@ TEST_F(CheckExceptions, AreInTheJson) {
               "{\"errors\":0,\"warnings\":1,\"notes\":0,\"excepted\":1,\"checked\":1,\"failed\":0}");
 }
 
+using CheckFacts = vrl_test::CheckTest;
+
+TEST_F(CheckFacts, AreMembersOfTheJson) {
+    circuit.add("line", "sfStraight").add("mod", "sfPhaseModulator").add("tap", "sfStraight");
+    circuit.join("line,out0", "mod,in0").join("line,out0", "tap,in0").set("mod", "length", 1);
+    auto const json = nlohmann::ordered_json::parse(
+        check({save(), "--json", "--only", "cross-section-mismatch,node-crowded,value-out-of-range"}).out);
+    std::string text;
+    for (auto finding : json.at("files").at(0).at("findings")) {
+        finding.erase("what");
+        finding.erase("hint");
+        text += finding.dump() + "\n";
+    }
+    EXPECT_EQ(
+        text,
+        R"({"rule":"node-crowded","severity":"error","element":"line","port":"out0","node":1,"others":[{"element":"mod","port":"in0"},{"element":"tap","port":"in0"}]})"
+        "\n"
+        R"({"rule":"cross-section-mismatch","severity":"warning","element":"line","port":"out0","node":1,"others":[{"element":"mod","port":"in0"}]})"
+        "\n"
+        R"({"rule":"value-out-of-range","severity":"error","element":"mod","parameter":"length","value":1.0,"min":100.0,"max":6000.0,"unit":"um"})"
+        "\n");
+}
+
 TEST_F(CheckExceptions, NeedARuleAndAReason) {
     std::string const hint = "  each has a 'rule' and a 'reason', and may have 'element', 'port' and 'parameter'\n[2]";
     std::string const head = "vrl: a.vrl.exceptions.yml";

@@ -374,6 +374,10 @@ TEST_F(CheckReport, HasAJsonForm) {
           "severity": "error",
           "element": "bend",
           "parameter": "radius",
+          "value": 1.0,
+          "min": 5.0,
+          "max": 500.0,
+          "unit": "um",
           "what": "parameter 'radius' is 1 um, outside its range 5 to 500 um",
           "hint": "give it a value from 5 to 500 um"
         },

@@ -51,7 +51,7 @@ TEST(Completion, OffersCommands) {
     Shell const shell;
     EXPECT_EQ(shell.offer({"di"}), "diff");
     EXPECT_EQ(shell.offer({""}),
-              "check describe diff doc draw explain export import list new-plugin plugins set show validate");
+              "check config describe diff doc draw explain export import list new-plugin plugins set show validate");
     EXPECT_EQ(shell.offer({"comp"}), "") << "hidden ones stay hidden";
 }
 
@@ -59,7 +59,7 @@ TEST(Completion, OffersTheOptionsOfACommand) {
     Shell const shell;
     EXPECT_EQ(shell.offer({"--v"}), "--version");
     EXPECT_EQ(shell.offer({"diff", "a.vrl", "--"}),
-              "--absolute --config --help --ignore --json --load-seconds --no-notes --no-renames --tolerance");
+              "--absolute --config --help --ignore --json --load-seconds --no-notes --no-renames --plugin --tolerance");
     EXPECT_EQ(shell.offer({"diff", "--to"}), "--tolerance");
     EXPECT_EQ(shell.offer({"nonsense", "--"}), "");
 }

@@ -28,6 +28,16 @@ TEST(Grammar, ReportsAnUnknownCommandWithNearOnes) {
                                        "status 2\n");
 }
 
+TEST(Grammar, HelpsWithNoUnknownCommand) {
+    Tool const tool;
+    EXPECT_EQ(whole(tool.run("chek", {"--help"})), "vrl: no command 'chek'\n"
+                                                   "  did you mean 'check'?\n"
+                                                   "  'vrl --help' shows the usage\n"
+                                                   "status 2\n");
+    EXPECT_EQ(tool.run("--help", {"check"}).status, 0);
+    EXPECT_EQ(tool.run("--help", {"chek"}).status, 2);
+}
+
 TEST(Grammar, NamesNoHiddenCommand) {
     Tool const tool;
     EXPECT_EQ(whole(tool.run("completio")), "vrl: no command 'completio'\n"
@@ -72,6 +82,32 @@ TEST(Grammar, ShowsNoControlCharactersOfArguments) {
     EXPECT_EQ(whole(tool.run("show", {""})), "vrl: '': cannot be opened\n"
                                              "  give the path of a saved design\n"
                                              "status 2\n");
+}
+
+TEST(Grammar, PrintsFailuresAsJsonForPrograms) {
+    Tool const tool;
+    auto const missing = tool.run("show", {"--json", "none.vrl"});
+    EXPECT_EQ(missing.out, "{\n"
+                           "  \"format\": \"vrl-failure\",\n"
+                           "  \"version\": 1,\n"
+                           "  \"failure\": \"none.vrl: cannot be opened\",\n"
+                           "  \"hint\": \"give the path of a saved design\"\n"
+                           "}\n");
+    EXPECT_EQ(missing.err, "vrl: none.vrl: cannot be opened\n  give the path of a saved design\n");
+    EXPECT_EQ(missing.status, 2);
+    auto const wrong = tool.run("show", {"--sideways", "--json", "a\x1B"});
+    EXPECT_EQ(wrong.out, "{\n"
+                         "  \"format\": \"vrl-failure\",\n"
+                         "  \"version\": 1,\n"
+                         "  \"failure\": \"'show' has no option '--sideways'\"\n"
+                         "}\n");
+    EXPECT_EQ(wrong.status, 2);
+    EXPECT_EQ(tool.run("shwo", {"--json"}).out, "{\n"
+                                                "  \"format\": \"vrl-failure\",\n"
+                                                "  \"version\": 1,\n"
+                                                "  \"failure\": \"no command 'shwo'\",\n"
+                                                "  \"hint\": \"did you mean 'show'?\"\n"
+                                                "}\n");
 }
 
 TEST(Grammar, PrintsTheVersion) {

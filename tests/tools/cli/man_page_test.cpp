@@ -57,7 +57,10 @@ Display program version information and exit
 Print this help message and exit
 .TP
 \fB\-\-config\fR \fIFILE\fR
-the configuration file, instead of the one that is searched for
+the configuration file, instead of VRL_CONFIG or the one that is searched for
+.TP
+\fB\-\-plugin\fR \fIFILE\fR
+a plug\-in to load; without \-\-config only these; may be given again
 .TP
 \fB\-\-load\-seconds\fR \fIN\fR
 how long the plug\-ins may take to load; 60 if not given
@@ -119,7 +122,7 @@ vrl make x
 .PP
 And no more.
 .SH FILES
-The configuration names the plug\-ins to load. Without \-\-config, the first of these files is used:
+The configuration names the plug\-ins to load. Without \-\-config and VRL_CONFIG, the first of these files is used:
 .PP
 .nf
 .RS
@@ -131,6 +134,10 @@ The configuration names the plug\-ins to load. Without \-\-config, the first of 
 .fi
 .PP
 \fBvrl plugins\fR shows which one that is, and what became of its plug\-ins.
+.SH ENVIRONMENT
+.TP
+\fBVRL_CONFIG\fR
+The configuration file where no \-\-config names one. The library itself does not read it.
 .SH "EXIT STATUS"
 0 fine, 1 findings or differences, 2 could not be done.
 .SH NOTES
@@ -154,7 +161,7 @@ TEST(ManPage, NamesEveryCommandAndEveryOption) {
     std::string const page = formatted(tool.run("man").out);
     std::string const help = tool.run("--help").out;
     auto const commands = found(help.substr(help.find("Subcommands:")), "\n  ([a-z][a-z-]*) ");
-    EXPECT_EQ(commands.size(), 14U) << help;
+    EXPECT_EQ(commands.size(), 15U) << help;
     for (std::string const& command : commands) {
         EXPECT_NE(page.find("\n vrl " + command + " [options]"), std::string::npos) << command << page;
         std::string const words = tool.run(command, {"--help"}).out;

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <nlohmann/json.hpp>
+
 #include "tests/tools/tool.h"
 
 // An import keeps instances as they were given. What of them became parameters is no difference of its own.
@@ -61,7 +63,14 @@ TEST_F(DiffImported, OtherSettingsAreDifferencesOfTheNote) {
               "1 difference\n");
 }
 
-TEST_F(DiffImported, AnotherComponentIsOneDifference) {
+TEST_F(DiffImported, NotesAreJson) {
+    diff("component: wg, settings: {layer: M1}", "component: wg, settings: {layer: 2}");
+    auto const json = nlohmann::ordered_json::parse(tool.run("diff", {"--json", "a.vrl", "b.vrl"}).out);
+    EXPECT_EQ(json.at("changes").at(0).dump(), R"({"what":"note","change":"changed","path":"a","name":"vrl::import",)"
+                                               R"("from":{"settings":{"layer":"M1"}},"to":{"settings":{"layer":2}}})");
+}
+
+TEST_F(DiffImported, AnotherComponentIsNoDifferenceOfTheNote) {
     EXPECT_EQ(diff("component: wg", "component: bend"), "elements\n"
                                                         "  ~ element a: sfStraight -> sfBend\n"
                                                         "parameters\n"

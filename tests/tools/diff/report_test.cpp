@@ -70,7 +70,7 @@ TEST(DiffReport, WritesTheSameAsJson) {
         });
     EXPECT_EQ(pair.diff({"--json", "--tolerance", "1e-9", "--ignore", "angle"}), R"({
   "format": "vrl-diff",
-  "version": 1,
+  "version": 2,
   "a": {
     "file": "a.vrl",
     "type": "Netlist",
@@ -181,7 +181,10 @@ TEST(DiffReport, WritesTheSameAsJson) {
       "to": {
         "position": 1,
         "ports": [
-          "line,out0"
+          {
+            "element": "line",
+            "port": "out0"
+          }
         ]
       }
     },
@@ -192,7 +195,10 @@ TEST(DiffReport, WritesTheSameAsJson) {
       "from": {
         "position": 1,
         "ports": [
-          "bend,out0"
+          {
+            "element": "bend",
+            "port": "out0"
+          }
         ]
       },
       "to": null
@@ -205,7 +211,10 @@ TEST(DiffReport, WritesTheSameAsJson) {
       "to": {
         "position": 1,
         "ports": [
-          "bend,in0"
+          {
+            "element": "bend",
+            "port": "in0"
+          }
         ]
       }
     },
@@ -215,10 +224,16 @@ TEST(DiffReport, WritesTheSameAsJson) {
       "path": "",
       "groups": [
         [
-          "bend,in0"
+          {
+            "element": "bend",
+            "port": "in0"
+          }
         ],
         [
-          "line,out0"
+          {
+            "element": "line",
+            "port": "out0"
+          }
         ]
       ]
     }
@@ -233,7 +248,7 @@ TEST(DiffReport, WithoutDifferencesHasEveryMemberInJson) {
     Pair const pair(addModulator, addModulator);
     EXPECT_EQ(pair.diff({"--json"}), R"({
   "format": "vrl-diff",
-  "version": 1,
+  "version": 2,
   "a": {
     "file": "a.vrl",
     "type": "Netlist",

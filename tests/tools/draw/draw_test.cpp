@@ -145,7 +145,7 @@ TEST_F(Draw, ListsTheContentOfThePictureAsJson) {
 
 TEST_F(Draw, RefusesThePictureAndTheJsonOnOneOutput) {
     for (std::vector<std::string> const& where : {std::vector<std::string>{"-o", "-"}, {"--format", "dot"}})
-        EXPECT_EQ(refused({"a.vrl", "--json", where[0], where[1]}),
+        EXPECT_EQ(tool.run("draw", {"a.vrl", "--json", where[0], where[1]}).err,
                   "vrl: standard output: cannot take both the picture and the JSON that --json asks for\n"
                   "  name a file for the picture with '-o FILE.svg'\n");
 }

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <nlohmann/json.hpp>
+
 #include "tests/tools/design/saved_objects.h"
 #include "tests/tools/sample_circuit.h"
 #include "tests/tools/tool.h"
@@ -97,6 +99,42 @@ TEST(Overview, NamesTheBoundaryAsItsNetlistDid) {
                                                "  list    place  ports   name\n"
                                                "  input   1      a,in0   o1\n"
                                                "  output  1      b,out0  o2\n");
+}
+
+TEST(Overview, AsJsonHasNotesAsTheyWereGiven) {
+    Tool const tool;
+    tool.write("a.yml", "instances:\n"
+                        "  a: {component: sfStraight, settings: {length: 20}, info: [1, {b: .inf}]}\n"
+                        "  b: {component: sfStraight}\n"
+                        "connections: {\"a,out0\": \"b,in0\"}\n"
+                        "ports: {o1: \"a,in0\", o2: \"b,out0\"}\n");
+    EXPECT_EQ(tool.run("import", {"a.yml", "-o", "a.vrl"}).status, 0);
+    auto const json = nlohmann::ordered_json::parse(tool.run("show", {"--json", "a.vrl"}).out);
+    auto const& elements = json.at("circuit").at("elements");
+    EXPECT_EQ(elements.at(0).at("notes").dump(),
+              R"({"vrl::import":{"component":"sfStraight","settings":{"length":20},"info":[1,{"b":".inf"}]}})");
+    EXPECT_EQ(json.at("outerNames").dump(), R"([{"name":"o1","node":2},{"name":"o2","node":3}])");
+    EXPECT_EQ(json.at("circuit").at("nodes").at(0).dump(),
+              R"({"node":1,"ports":[{"element":"a","port":"out0"},{"element":"b","port":"in0"}]})");
+}
+
+TEST(Overview, AsJsonHasNotesThatAreNoValuesAsStrings) {
+    Tool const tool;
+    SampleCircuit circuit;
+    circuit.add("a", "sfBend").add("b", "sfBend").add("c", "sfBend");
+    circuit.netlist().getBB("a")->setAnnotation("vrl::import", "{\"info\": 1e999}");
+    circuit.netlist().getBB("b")->setAnnotation("vrl::import", "{ no value");
+    circuit.netlist().getBB("c")->setAnnotation("other", "{\"a\": 1}");
+    circuit.save(tool.path("a.vrl"));
+    auto const json = nlohmann::ordered_json::parse(tool.run("show", {"--json", "a.vrl"}).out);
+    std::string notes;
+    for (auto const& element : json.at("circuit").at("elements")) notes += element.at("notes").dump() + "\n";
+    EXPECT_EQ(notes, R"({"vrl::import":"{\"info\": 1e999}"})"
+                     "\n"
+                     R"({"vrl::import":"{ no value"})"
+                     "\n"
+                     R"({"other":"{\"a\": 1}"})"
+                     "\n");
 }
 
 TEST(Overview, OfNothingIsOneLine) {

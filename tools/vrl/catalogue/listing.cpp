@@ -150,6 +150,12 @@ void warnOfFailed() {
                   << " not loaded; 'vrl plugins' shows why\n";
 }
 
+bool anyLoaded() {
+    auto const loads = loadsSoFar();
+    return std::any_of(loads.begin(), loads.end(),
+                       [](Load const& load) { return load.result == Load::Result::kLoaded; });
+}
+
 std::string lowered(std::string text) {
     for (char& c : text) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
     return text;
@@ -184,6 +190,10 @@ Outcome listKinds(std::string const& word, Domain domain, bool json) {
     if (domain && what->targets.front() != kBlock)
         throw Failure("--domain", "only blocks have domains", "'vrl list blocks --domain D' lists them");
     auto const lines = linesOf(*what, domain);
+    if (lines.empty() && !anyLoaded())
+        throw Failure("vrl list " + word, "no plug-in is loaded",
+                      "'vrl plugins' shows why; 'vrl config init PLUGIN...' writes a configuration, and --plugin FILE "
+                      "does without one");
     if (json)
         writeJson(std::cout, listJson(*what, lines, domain));
     else

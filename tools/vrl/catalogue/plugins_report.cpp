@@ -30,6 +30,8 @@ struct Place {
 struct Report {
     std::string file;  ///< the configuration in use; empty if there is none
     bool named = false;
+    bool byVariable = false;  ///< named by VRL_CONFIG
+    bool without = false;     ///< plug-ins are named, and no configuration is read
     bool readable = false;
     std::vector<Place> places;
     std::vector<ConfiguredLibrary> libraries;
@@ -48,14 +50,17 @@ std::vector<Place> placesOf(Report const& report) {
     return places;
 }
 
-Report collect(std::string const& config) {
+Report collect(Common const& common) {
     Report report;
     report.loads = loadsSoFar();
     report.libraries = configuredLibraries(report.loads);
-    report.file = vrlConfigFile();
-    report.named = !config.empty();
+    report.named = !common.config.empty();
+    report.byVariable = !common.configNamed;
+    report.without = common.config.empty() && !common.plugins.empty();
+    if (!report.without) report.file = vrlConfigFile();
     std::error_code ignored;
-    report.readable = std::filesystem::is_regular_file(report.file, ignored) && std::ifstream(report.file).is_open();
+    report.readable = report.without ||
+                      (std::filesystem::is_regular_file(report.file, ignored) && std::ifstream(report.file).is_open());
     report.places = placesOf(report);
     std::vector<bool> configured(report.loads.size());
     for (ConfiguredLibrary const& library : report.libraries)
@@ -170,10 +175,15 @@ void writeLoad(std::ostream& os, Load const& load, std::string const& hint, Plug
 }
 
 void writeHead(std::ostream& os, Report const& report) {
+    if (report.without) {
+        os << "configuration  none, since plug-ins are named with --plugin\n";
+        return;
+    }
     if (report.file.empty())
         os << "configuration  none, and no place to write one\n";
     else if (report.named)
-        os << "configuration  " << report.file << "  (named with --config)\n";
+        os << "configuration  " << report.file
+           << (report.byVariable ? "  (named by VRL_CONFIG)\n" : "  (named with --config)\n");
     else if (searchedInVain(report))
         os << "configuration  " << report.file << "  (written, since none was found)\n";
     else
@@ -207,7 +217,8 @@ void writeText(std::ostream& os, Report const& report, PluginsOptions const& opt
         for (std::size_t const load : library.loads)
             writeLoad(os, report.loads[load], hintFor(report.loads[load], &library, report), options);
     }
-    for (std::size_t const load : options.all ? report.besides : std::vector<std::size_t>()) {
+    for (std::size_t const load : options.all || report.without ? report.besides : std::vector<std::size_t>()) {
+        if (!options.all && report.loads[load].path.find('/') == std::string::npos) continue;  // a standard plug-in
         bool const works = report.loads[load].result == Result::kLoaded;
         os << '\n'
            << printable(pluginName(report.loads[load].path)) << ", not configured: " << (works ? "" : "not ")
@@ -215,7 +226,8 @@ void writeText(std::ostream& os, Report const& report, PluginsOptions const& opt
         writeLoad(os, report.loads[load], hintFor(report.loads[load], nullptr, report), options);
     }
     if (report.libraries.empty())
-        os << "\nno library is configured\n";
+        os << "\nno library is configured"
+           << (report.without ? "\n" : "; 'vrl config init PLUGIN...' writes a configuration\n");
     else
         os << "\n"
            << counted(report.libraries.size(), "line names a library", "lines name libraries") << ": " << loaded
@@ -289,9 +301,9 @@ Json reportJson(Report const& report, PluginsOptions const& options) {
 
 }  // namespace
 
-Outcome writePluginsReport(std::ostream& os, PluginsOptions const& options, std::string const& config, bool json) {
-    Report const report = collect(config);
-    if (json)
+Outcome writePluginsReport(std::ostream& os, PluginsOptions const& options, Common const& common) {
+    Report const report = collect(common);
+    if (common.json)
         writeJson(os, reportJson(report, options));
     else
         writeText(os, report, options);

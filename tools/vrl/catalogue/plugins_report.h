@@ -3,6 +3,7 @@
 #include <iosfwd>
 #include <string>
 
+#include "text/common.h"
 #include "text/failure.h"
 
 namespace vrltool::catalogue {
@@ -13,8 +14,8 @@ struct PluginsOptions {
     bool all = false;    ///< also what the configuration does not name
 };
 
-/// Writes what became of the configured libraries; the library has been started. `config` is the configuration file
-/// that the user named, or empty. Returns findings if a configured library failed.
-Outcome writePluginsReport(std::ostream& os, PluginsOptions const& options, std::string const& config, bool json);
+/// Writes what became of the configured libraries; the library has been started. `common` is what it was
+/// started with. Returns findings if a configured library failed.
+Outcome writePluginsReport(std::ostream& os, PluginsOptions const& options, Common const& common);
 
 }  // namespace vrltool::catalogue

@@ -1,11 +1,13 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "check/rule.h"
 #include "check/scope.h"
+#include "circuit/parameters.h"
 #include "text/progress.h"
 
 namespace vrltool::check {
@@ -18,10 +20,17 @@ struct Place {
     unsigned node = 0;
 };
 
+/// What a finding is about, for programs, which should not have to read it from its text.
+struct Facts {
+    std::optional<Parameter> parameter = {};  ///< its value and its bounds
+    std::vector<Place> others = {};           ///< the other ports
+};
+
 /// What a rule found.
 struct RuleFinding : Finding {
     Rule const* rule;
     Place place;
+    Facts facts = {};
 };
 
 /// Takes the findings of one rule after the other.
@@ -33,8 +42,8 @@ public:
         severity = asSevere;
     }
     /// Adds a finding. Neither text ends in a full stop.
-    void add(Place place, std::string what, std::string hint) {
-        list.push_back({{severity, std::move(what), std::move(hint)}, rule, std::move(place)});
+    void add(Place place, std::string what, std::string hint, Facts facts = {}) {
+        list.push_back({{severity, std::move(what), std::move(hint)}, rule, std::move(place), std::move(facts)});
     }
     /// Whether the rule can look at the element: it has a block, and of the block is known what the rule needs.
     bool covers(CheckedElement const& checked) {

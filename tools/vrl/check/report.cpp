@@ -145,9 +145,21 @@ Json placeJson(Place const& place) {
     return json;
 }
 
+void addValue(Json& json, Parameter const& parameter) {
+    json["value"] = valueJson(parameter.value);
+    if (parameter.hasRange) {
+        json["min"] = valueJson(parameter.min);
+        json["max"] = valueJson(parameter.max);
+    }
+    if (!parameter.unit.empty()) json["unit"] = parameter.unit;
+}
+
 Json findingJson(RuleFinding const& finding) {
     Json json{{"rule", finding.rule->id}, {"severity", severityWord(finding.severity)}};
     json.update(placeJson(finding.place));
+    if (finding.facts.parameter) addValue(json, *finding.facts.parameter);
+    for (Place const& other : finding.facts.others)
+        json["others"].push_back(Json{{"element", other.element}, {"port", other.port}});
     json["what"] = finding.what;
     json["hint"] = finding.hint;
     return json;

@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <iterator>
 #include <map>
+#include <utility>
 
 #include "check/findings.h"
 #include "circuit/direction.h"
@@ -40,6 +41,14 @@ Place placeOf(Scope const& scope, PortPlace const& port) {
     return {scope.checkedOf(port).path, scope.portOf(port).name, "", scope.portOf(port).node};
 }
 
+std::vector<Place> placesOf(Scope const& scope, std::vector<PortPlace>::const_iterator first,
+                            std::vector<PortPlace>::const_iterator last) {
+    std::vector<Place> places;
+    std::transform(first, last, std::back_inserter(places),
+                   [&](PortPlace const& port) { return placeOf(scope, port); });
+    return places;
+}
+
 std::string nodeText(unsigned node) { return "node " + std::to_string(node); }
 
 std::vector<std::string> portTexts(Scope const& scope, std::vector<PortPlace>::const_iterator first,
@@ -66,7 +75,7 @@ void nodeCrowded(Scope const& scope, Findings& findings) {
         findings.add(placeOf(scope, ports.front()),
                      "is connected at " + nodeText(node) + " with " + listText(others) +
                          ": more than two optical ports",
-                     "put a splitter or a combiner there");
+                     "put a splitter or a combiner there", {{}, placesOf(scope, ports.begin() + 1, ports.end())});
     });
 }
 
@@ -89,9 +98,13 @@ void reportMixture(Scope const& scope, Findings& findings, bool metal, std::stri
             std::all_of(domains.begin(), domains.end(), [](auto const& entry) { return isElectrical(entry.first); });
         if (domains.size() < 2 || allMetal != metal) return;
         std::vector<std::string> texts;
-        for (auto const& entry : domains)
+        Facts facts;
+        for (auto const& entry : domains) {
+            if (!texts.empty()) facts.others.push_back(placeOf(scope, entry.second));
             texts.push_back(scope.portText(entry.second) + " (" + vrl::EnumList::getName(entry.first) + ")");
-        findings.add(placeOf(scope, domains.begin()->second), nodeText(node) + " connects " + listText(texts), hint);
+        }
+        findings.add(placeOf(scope, domains.begin()->second), nodeText(node) + " connects " + listText(texts), hint,
+                     std::move(facts));
     });
 }
 
@@ -112,7 +125,7 @@ void sameDirection(Scope const& scope, Findings& findings) {
         findings.add(placeOf(scope, ports[0]),
                      nodeText(node) + " connects it with " + scope.portText(ports[1]) + ": two " +
                          (direction == Direction::kInput ? "inputs" : "outputs"),
-                     "see whether one of the two blocks is the wrong way round");
+                     "see whether one of the two blocks is the wrong way round", {{}, {placeOf(scope, ports[1])}});
     });
 }
 
@@ -134,7 +147,8 @@ void crossSectionMismatch(Scope const& scope, Findings& findings) {
                          "is " + sectionText(first, unitAt(ports.front(), ports[i])) + ", and " +
                              scope.portText(ports[i]) + " at " + nodeText(node) + " is " +
                              sectionText(other, unitAt(ports[i], ports.front())),
-                         "put a taper or a transition between them, or choose one cross section for both");
+                         "put a taper or a transition between them, or choose one cross section for both",
+                         {{}, {placeOf(scope, ports[i])}});
         }
     });
 }

@@ -64,13 +64,13 @@ void valueOutOfRange(Scope const& scope, Findings& findings) {
         std::string const range = withUnit(rangeText(parameter), parameter.unit);
         if (!parameter.hasRange)
             findings.add(placeOf(checked, parameter), value + ", which its type refuses: " + complaintOf(parameter),
-                         "give it a value that its type accepts");
+                         "give it a value that its type accepts", {parameter});
         else if (emptyRange(parameter))
             findings.add(placeOf(checked, parameter), value + ", and its range " + range + " contains no value",
-                         "mend the range in the plug-in");
+                         "mend the range in the plug-in", {parameter});
         else
             findings.add(placeOf(checked, parameter), value + ", outside its range " + range,
-                         "give it a value from " + range);
+                         "give it a value from " + range, {parameter});
     });
 }
 
@@ -90,7 +90,7 @@ void valueNotFinite(Scope const& scope, Findings& findings) {
         Finite const finite = finiteness(parameter.value);
         if (finite == Finite::kNotANumber || (finite == Finite::kInfinite && !parameter.hasRange && !checked.standIn))
             findings.add(placeOf(checked, parameter), valueSentence(parameter) + ", which is no finite number",
-                         "give it a number");
+                         "give it a number", {parameter});
     });
 }
 
@@ -126,7 +126,7 @@ void expressionNotCalculated(Scope const& scope, Findings& findings) {
         findings.add(placeOf(checked, parameter),
                      valueSentence(parameter) + ", which was not calculated from its expression " +
                          inQuotes(parameter.expression),
-                     "let the host calculate it, or set the value, which takes the expression away");
+                     "let the host calculate it, or set the value, which takes the expression away", {parameter});
     });
 }
 

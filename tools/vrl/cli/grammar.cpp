@@ -1,7 +1,11 @@
 #include "cli/grammar.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
 #include <iostream>
+#include <nlohmann/json.hpp>
 #include <sstream>
 #include <utility>
 #include <vector>
@@ -9,6 +13,7 @@
 #include "vrllib/version.h"
 
 #include "guard/thrown.h"
+#include "text/json.h"
 #include "text/near_names.h"
 #include "text/table.h"
 
@@ -82,10 +87,28 @@ std::string printableLines(std::string const& text) {
     return result;
 }
 
-void writeFailure(std::string const& text, std::string const& hint) {
+/// On standard error, and as JSON on standard output for programs, which then have something to read in any case.
+void writeFailure(std::string const& text, std::string const& hint, bool json) {
     bool const nameless = text.compare(0, 2, ": ") == 0;
     std::cerr << "vrl: " << (nameless ? "''" : "") << printable(text) << '\n';
     if (!hint.empty()) std::cerr << "  " << printableLines(hint) << '\n';
+    if (!json) return;
+    Json failure = jsonHead("failure", 1);
+    failure["failure"] = text;
+    if (!hint.empty()) failure["hint"] = hint;
+    writeJson(std::cout, failure);
+}
+
+bool asksForJson(int argc, char const* const* argv) {
+    return std::any_of(argv, argv + argc, [](char const* word) { return std::strcmp(word, "--json") == 0; });
+}
+
+/// The library itself reads no variable; the tool does, for those who cannot name a file each time.
+void takeConfigOfEnvironment(Common& common) {
+    char const* const variable = std::getenv("VRL_CONFIG");
+    if (!variable || !*variable || !common.config.empty() || !common.plugins.empty()) return;
+    common.config = variable;
+    common.configNamed = false;
 }
 
 }  // namespace
@@ -103,7 +126,14 @@ Grammar::~Grammar() = default;
 
 CLI::App& Grammar::addCommand(std::string const& name, std::string const& summary, Run run) {
     CLI::App& command = *root->add_subcommand(name, summary);
-    command.add_option("--config", common.config, "the configuration file, instead of the one that is searched for")
+    command
+        .add_option("--config", common.config,
+                    "the configuration file, instead of VRL_CONFIG or the one that is searched for")
+        ->type_name("FILE");
+    command
+        .add_option("--plugin", common.plugins, "a plug-in to load; without --config only these; may be given again")
+        ->take_all()
+        ->expected(1)
         ->type_name("FILE");
     command.add_option("--load-seconds", common.loadSeconds, "how long the plug-ins may take to load; 60 if not given")
         ->type_name("N")
@@ -125,30 +155,35 @@ CLI::App& Grammar::addHidden(std::string const& name, std::string const& summary
     return command;
 }
 
+int Grammar::reportUsage(int argc, char const* const* argv, std::string const& otherwise) const {
+    std::string const unknown = unknownWord(*root, argc, argv);
+    CLI::App const& command = namedCommand(*root, argc, argv);
+    std::string const text = unknown.empty() ? otherwise : unknown;
+    auto const line = text.find('\n');
+    std::string const hint = line == std::string::npos ? "" : text.substr(line + 1);
+    writeFailure(text.substr(0, line), hint, asksForJson(argc, argv));
+    std::cerr << "  'vrl " << (&command == root.get() ? "" : command.get_name() + " ") << "--help' shows the usage\n";
+    return static_cast<int>(Outcome::kFailed);
+}
+
 int Grammar::run(int argc, char const* const* argv) {
     try {
         root->parse(argc, argv);
     } catch (CLI::Success const& asked) {  // --help or --version
-        return root->exit(asked);
+        bool const known = &namedCommand(*root, argc, argv) != root.get() || unknownWord(*root, argc, argv).empty();
+        return known ? root->exit(asked) : reportUsage(argc, argv, "");
     } catch (CLI::ParseError const& error) {
-        std::string const unknown = unknownWord(*root, argc, argv);
-        CLI::App const& command = namedCommand(*root, argc, argv);
-        std::string const text = unknown.empty() ? parserText(command, error) : unknown;
-        auto const line = text.find('\n');
-        std::string const hint = line == std::string::npos ? "" : text.substr(line + 1);
-        writeFailure(text.substr(0, line), hint);
-        std::cerr << "  'vrl " << (&command == root.get() ? "" : command.get_name() + " ")
-                  << "--help' shows the usage\n";
-        return static_cast<int>(Outcome::kFailed);
+        return reportUsage(argc, argv, parserText(namedCommand(*root, argc, argv), error));
     }
+    takeConfigOfEnvironment(common);
     try {
         Outcome const outcome = chosen(common);
         if (!std::cout.flush()) throw Failure("standard output", "cannot be written");
         return static_cast<int>(outcome);
     } catch (Failure const& failure) {
-        writeFailure(failure.what(), failure.hint());
+        writeFailure(failure.what(), failure.hint(), common.json);
     } catch (...) {  // plug-ins throw whatever they like, and the library throws strings
-        writeFailure(thrownMessage(), "");
+        writeFailure(thrownMessage(), "", common.json);
     }
     return static_cast<int>(Outcome::kFailed);
 }

@@ -43,6 +43,8 @@ public:
     CLI::App const& app() const { return *root; }
 
 private:
+    /// What is wrong with the command line, as its words show or as the parser says otherwise. Returns the exit status.
+    int reportUsage(int argc, char const* const* argv, std::string const& otherwise) const;
     CLI::App& addCommand(std::string const& name, std::string const& summary, Run run);
 
     std::unique_ptr<CLI::App> root;

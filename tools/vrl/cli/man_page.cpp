@@ -110,11 +110,18 @@ constexpr char const* kConfigPlaces[] = {"~/.config/vorlane/VRLConfig.ini", "/et
 
 void writeFiles(std::ostream& os) {
     os << ".SH FILES\n"
-       << plain("The configuration names the plug-ins to load. Without --config, the first of these files is used:\n");
+       << plain("The configuration names the plug-ins to load. Without --config and VRL_CONFIG, the first of these "
+                "files is used:\n");
     os << ".PP\n.nf\n.RS\n";
     for (char const* const place : kConfigPlaces) os << slanted(place) << '\n';
     os << ".RE\n.fi\n.PP\n"
        << bold("vrl plugins") << plain(" shows which one that is, and what became of its plug-ins.\n");
+}
+
+void writeEnvironment(std::ostream& os) {
+    os << ".SH ENVIRONMENT\n.TP\n"
+       << bold("VRL_CONFIG") << '\n'
+       << plain("The configuration file where no --config names one. The library itself does not read it.\n");
 }
 
 /// The help of the program ends with notes; that on the exit status has a section that readers look for.
@@ -159,6 +166,7 @@ void writeManPage(std::ostream& os, CLI::App const& root) {
     os << ".SH COMMANDS\n";
     for (GrammarCommand const& command : commands) writeCommand(os, command, common);
     writeFiles(os);
+    writeEnvironment(os);
     writeNotes(os, program.footer);
     os << ".SH \"SEE ALSO\"\n" << bold("dot") << "(1), " << bold("pdflatex") << "(1)\n";
 }

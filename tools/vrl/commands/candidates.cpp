@@ -136,7 +136,15 @@ std::string configIn(Words const& words) {
         if (words[i].compare(0, option.size() + 1, option + "=") == 0)
             return expanded(words[i].substr(option.size() + 1));
     }
-    return {};
+    char const* const variable = std::getenv("VRL_CONFIG");
+    return variable ? variable : "";
+}
+
+Words pluginsIn(Words const& words) {
+    Words plugins;
+    for (std::size_t i = 0; i + 1 < words.size(); ++i)
+        if (words[i] == "--plugin") plugins.push_back(expanded(words[i + 1]));
+    return plugins;
 }
 
 Names namesFor(CandidateRequest request) {
@@ -148,7 +156,12 @@ Names namesFor(CandidateRequest request) {
     auto const source = sources().find(request.type);
     if (source == sources().end()) return {};
     request.words.erase(std::remove(request.words.begin(), request.words.end(), ""), request.words.end());
-    startLibrary({configIn(request.words), 5, false});
+    StartOptions options;
+    options.config = configIn(request.words);
+    options.plugins = pluginsIn(request.words);
+    options.seconds = 5;
+    options.reportsSkipped = false;
+    startLibrary(options);
     for (std::string& word : request.words) word = expanded(word);
     return source->second(request);
 }

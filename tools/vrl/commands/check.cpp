@@ -39,7 +39,7 @@ Outcome outcomeOf(std::vector<FileReport> const& files) {
 
 Outcome work(Options const& options, Common const& common) {
     auto const rules = chooseRules(options.rules);
-    startLibrary({common.config, common.loadSeconds});
+    startLibrary(common);
     std::vector<FileReport> files;
     for (std::string const& path : options.files) {
         files.push_back(checkFile(path, rules, !options.noExceptions, &path == &options.files.back()));

@@ -19,6 +19,7 @@ void addImport(Grammar& grammar);
 void addExport(Grammar& grammar);
 void addValidate(Grammar& grammar);
 void addNewPlugin(Grammar& grammar);
+void addConfig(Grammar& grammar);
 void addPrinted(Grammar& grammar);  ///< man page and completion, for the build and the shell
 
 }  // namespace vrltool

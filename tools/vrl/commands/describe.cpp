@@ -35,7 +35,7 @@ Outcome describeTable(Options const& options, Common const& common) {
 }
 
 Outcome describe(Options const& options, Common const& common) {
-    startLibrary({common.config, common.loadSeconds});
+    startLibrary(common);
     if (options.table) return describeTable(options, common);
     return describeKey(options.key, options.parameters, common.json);
 }

@@ -40,7 +40,7 @@ Outcome work(Options const& options, Common const& common) {
     DiffSettings settings = options.settings;
     settings.notes = !options.noNotes;
     settings.renames = !options.noRenames;
-    startLibrary({common.config, common.loadSeconds});
+    startLibrary(common);
     Design const a = readDesign(options.a);
     Design const b = readDesign(options.b);
     leaveToTheEnd(a.object);

@@ -71,7 +71,7 @@ FoundryFacts askFoundry(Options const& options) {
 
 Outcome document(Options const& options, Common const& common) {
     Files const files = filesOf(options);
-    startLibrary({common.config, common.loadSeconds});
+    startLibrary(common);
     FoundryFacts const facts = askFoundry(options);
     std::string const tex = bookletTex(facts);
     std::string const pdf = files.pdf.empty() ? "" : typeset(tex);

@@ -78,7 +78,7 @@ Outcome work(Options const& options, Common const& common) {
     PictureFormat const format = formatOf(options);
     if (common.json) refuseTwoOutputs(options);
     refuseToReplace(options.output, {options.file});
-    startLibrary({common.config, common.loadSeconds});
+    startLibrary(common);
     Design const design = readDesign(options.file);
     std::cerr << missingText(design);
     Circuit const circuit = circuitFrom(circuitOf(design), static_cast<int>(options.depth));

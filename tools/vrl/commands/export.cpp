@@ -150,7 +150,7 @@ Outcome exportDesign(Options options, Common const& common) {
     if (options.output == "-") options.output.clear();
     checkOptions(options);
     refuseToReplace(options.output, {options.file, pathOfMap(options.map), options.models});
-    startLibrary({common.config, common.loadSeconds});
+    startLibrary(common);
     NameMap const map = readNameMap(options.map);
     Design const design = readDesign(options.file);
     leaveToTheEnd(design.object);

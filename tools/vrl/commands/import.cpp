@@ -85,7 +85,7 @@ void refuseOutput(Options const& options) {
 
 Outcome importNetlist(Options const& options, Common const& common) {
     refuseOutput(options);
-    startLibrary({common.config, common.loadSeconds});
+    startLibrary(common);
     Findings findings;
     Document document = readDocument(options.netlist, findings, options.limits);
     std::size_t const instances = document.instances.size();

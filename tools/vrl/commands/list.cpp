@@ -20,7 +20,7 @@ struct Options {
 
 Outcome list(Options const& options, Common const& common) {
     auto const domain = domainOf(options.domain);  // none for the empty name
-    startLibrary({common.config, common.loadSeconds});
+    startLibrary(common);
     return listKinds(options.word, domain, common.json);
 }
 

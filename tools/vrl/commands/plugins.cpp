@@ -14,8 +14,11 @@ using namespace catalogue;
 void addPlugins(Grammar& grammar) {
     auto const options = std::make_shared<PluginsOptions>();
     auto const run = [options](Common const& common) {
-        startLibrary({common.config, common.loadSeconds, false, static_cast<int>(Outcome::kFindings)});
-        return writePluginsReport(std::cout, *options, common.config, common.json);
+        StartOptions start(common);
+        start.reportsSkipped = false;
+        start.statusOfBadEnd = static_cast<int>(Outcome::kFindings);
+        startLibrary(start);
+        return writePluginsReport(std::cout, *options, common);
     };
     CLI::App& command = grammar.add("plugins", "reports the configured libraries and what became of each",
                                     "  vrl plugins                      # why is my plug-in missing?\n"

@@ -28,7 +28,7 @@ struct Options {
 Outcome set(Options const& options, Common const& common) {
     if (options.output == "-")
         throw Failure("-", "a design is written into a file, not to standard output", "give the file a name");
-    startLibrary({common.config, common.loadSeconds});
+    startLibrary(common);
     Design const design = readDesign(options.file);
     leaveToTheEnd(design.object);
     std::cerr << missingText(design);

@@ -23,7 +23,7 @@ struct Options {
 };
 
 Outcome show(Options const& options, Common const& common) {
-    startLibrary({common.config, common.loadSeconds});
+    startLibrary(common);
     Design const design = readDesign(options.file);
     leaveToTheEnd(design.object);
     std::cerr << missingText(design);

@@ -2,16 +2,23 @@
 
 #include <nlohmann/json.hpp>
 
+#include "circuit/direction.h"
+#include "circuit/outer_names.h"
 #include "circuit/parameters.h"
+#include "design/notes_json.h"
 
 namespace vrltool {
 
 namespace {
 
-Json notesJson(vrl::Annotations const& notes) {
-    Json json = Json::object();
-    for (auto note = notes.beginAnnotation(); note != notes.endAnnotation(); ++note) json[note->first] = note->second;
-    return json;
+Json portPlaceJson(std::string const& element, std::string const& port) {
+    return Json{{"element", element}, {"port", port}};
+}
+
+char const* directionWord(ElementPort const& port) {
+    if (isElectrical(port.domain)) return nullptr;
+    Direction const direction = directionOf(port.name);
+    return direction == Direction::kInput ? "input" : direction == Direction::kOutput ? "output" : nullptr;
 }
 
 /// The notes of a parameter but for the reserved ones, which are its name, description and unit.
@@ -45,6 +52,8 @@ Json circuitJson(Circuit const& circuit);
 Json portJson(ElementPort const& port, vrl::BB* block) {
     Json json{{"name", port.name}};
     json["domain"] = vrl::EnumList::getName(port.domain);
+    char const* const direction = directionWord(port);
+    json["direction"] = direction ? Json(direction) : Json(nullptr);
     json["node"] = port.node == 0 ? Json(nullptr) : Json(port.node);
     if (!port.declared) json["declared"] = false;
     vrl::BB::Port* const declared = block && port.declared ? block->getPort(port.name) : nullptr;
@@ -82,14 +91,25 @@ Json circuitJson(Circuit const& circuit) {
     for (Element const& element : circuit.elements) json["elements"].push_back(elementJson(element));
     for (auto const& node : circuit.nodes) {
         Json ports = Json::array();
-        for (PortPlace const& port : node.second) ports.push_back(circuit.portText(port));
+        for (PortPlace const& port : node.second) {
+            Element const& element = circuit.elements[port.element];
+            ports.push_back(portPlaceJson(element.label(), element.ports[port.port].name));
+        }
         json["nodes"].push_back(Json{{"node", node.first}, {"ports", ports}});
     }
     json["inputs"] = circuit.inputs;
     json["outputs"] = circuit.outputs;
     json["dc"] = circuit.dc;
     for (auto const& connection : circuit.danglingConnections)
-        json["danglingConnections"].push_back(connection.first + "," + connection.second);
+        json["danglingConnections"].push_back(portPlaceJson(connection.first, connection.second));
+    return json;
+}
+
+/// The names that the boundary had in the netlist of another tool.
+Json outerNamesJson(OuterNames const& names) {
+    Json json = Json::array();
+    for (auto const& [node, words] : names)
+        for (std::string const& word : words) json.push_back(Json{{"name", word}, {"node", node}});
     return json;
 }
 
@@ -104,14 +124,17 @@ Json missingJson(std::vector<MissingKind> const& missing) {
 }  // namespace
 
 Json designJson(Design const& design) {
-    Json json = jsonHead("show", 1);
+    Json json = jsonHead("show", 2);
     json["type"] = design.type;
     json["missing"] = missingJson(design.missing);
     if (design.object.block()) {
         json["block"] = blockJson(elementOf("", 0, design.object.block()));
     } else if (design.object.netlist()) {
         json["parameters"] = parametersJson(*design.object.netlist());
-        json["circuit"] = circuitJson(circuitFrom(*design.object.netlist()));
+        Circuit const circuit = circuitFrom(*design.object.netlist());
+        json["circuit"] = circuitJson(circuit);
+        OuterNames const names = outerNames(*design.object.netlist(), circuit);
+        if (!names.empty()) json["outerNames"] = outerNamesJson(names);
     } else if (design.object.parameter()) {
         json["parameter"] = wholeParameterJson(parameterOf(*design.object.parameter()));
     } else if (design.object.list()) {

@@ -2,6 +2,8 @@
 
 #include <nlohmann/json.hpp>
 
+#include "design/notes_json.h"
+
 namespace vrltool::diff {
 
 namespace {
@@ -28,12 +30,30 @@ Json stateJson(ParameterState const& state) {
     return json;
 }
 
+/// "element,port" as a pair, and "input 2" as a place; names of ports have no commas, those of elements may.
+Json portPlaceJson(std::string const& port) {
+    auto const comma = port.rfind(','), blank = port.rfind(' ');
+    if (comma == std::string::npos && blank != std::string::npos)
+        return Json{{"list", port.substr(0, blank)}, {"place", std::stoul(port.substr(blank + 1))}};
+    return Json{{"element", port.substr(0, comma)}, {"port", port.substr(comma + 1)}};
+}
+
+Json portsJson(std::vector<std::string> const& ports) {
+    Json json = Json::array();
+    for (std::string const& port : ports) json.push_back(portPlaceJson(port));
+    return json;
+}
+
 struct SideJson {
+    Change const& change;
+
     Json operator()(std::monostate) const { return nullptr; }
-    Json operator()(std::string const& text) const { return text; }
+    Json operator()(std::string const& text) const {
+        return change.topic == Topic::kNote ? noteJson(change.name, text) : Json(text);
+    }
     Json operator()(ParameterState const& state) const { return stateJson(state); }
     Json operator()(BoundaryPlace const& place) const {
-        return Json{{"position", place.position}, {"ports", place.ports}};
+        return Json{{"position", place.position}, {"ports", portsJson(place.ports)}};
     }
 };
 
@@ -64,10 +84,11 @@ Json changeJson(Change const& change) {
     Json json{{"what", word(change.topic)}, {"change", word(change.verb)}, {"path", change.path}};
     addNames(json, change);
     if (change.topic == Topic::kConnection) {
-        json["groups"] = change.groups;
+        json["groups"] = Json::array();
+        for (auto const& group : change.groups) json["groups"].push_back(portsJson(group));
     } else if (change.topic != Topic::kPort) {
-        json["from"] = std::visit(SideJson(), change.from);
-        json["to"] = std::visit(SideJson(), change.to);
+        json["from"] = std::visit(SideJson{change}, change.from);
+        json["to"] = std::visit(SideJson{change}, change.to);
     }
     return json;
 }
@@ -81,7 +102,7 @@ Json sideJson(Design const& design) {
 }  // namespace
 
 Json differencesJson(Differences const& differences, Design const& a, Design const& b, DiffSettings const& settings) {
-    Json json = jsonHead("diff", 1);
+    Json json = jsonHead("diff", 2);
     json["a"] = sideJson(a);
     json["b"] = sideJson(b);
     json["tolerance"] = Json{{"relative", settings.relative}, {"absolute", settings.absolute}};

@@ -22,6 +22,9 @@
 #include "text/table.h"
 #include "vrllib/vrllib.h"
 
+#include <sys/mman.h>
+#include <unistd.h>
+
 namespace vrltool {
 
 namespace {
@@ -38,6 +41,17 @@ void showWarnings(std::string const& messages, std::string const& configFile) {
     }
 }
 
+/// Text has no zero bytes, and a library begins with some.
+void refuseOtherThanText(std::string const& config) {
+    constexpr std::size_t kHead = 65536;
+    std::ifstream file(config);
+    std::string head(kHead, ' ');
+    file.read(head.data(), kHead);
+    if (head.find('\0') != std::string::npos)
+        throw Failure(config, "is no text, and so no configuration file",
+                      "it has lines such as 'sodllfile = myPlugin'; a plug-in is named with --plugin FILE");
+}
+
 }  // namespace
 
 void checkConfig(std::string const& config) {
@@ -49,6 +63,7 @@ void checkConfig(std::string const& config) {
     if (!file || file.peek() == std::ifstream::traits_type::eof())
         throw Failure(config, file.eof() ? "the configuration file is empty" : "cannot read this configuration file",
                       "give a readable file with --config FILE, or none");
+    refuseOtherThanText(config);
 }
 
 namespace {
@@ -89,18 +104,57 @@ private:
     std::vector<std::unique_ptr<ForeignWork>> work;  ///< the innermost call last: a plug-in may load others
 };
 
-void start(StartObserver& observer, std::string const& config) {
+/// The path of a configuration that names nothing, as long as the process lives.
+std::string emptyConfig() {
+    char const text[] = "sodlldir_clear\n";
+    int const file = memfd_create("VRLConfig.ini", 0);
+    if (file < 0 || write(file, text, sizeof text - 1) < 0) throw Failure("--plugin", "no file in memory can be made");
+    return "/proc/self/fd/" + std::to_string(file);
+}
+
+void checkPlugin(std::string const& path) {
+    std::error_code error;
+    if (!std::filesystem::is_regular_file(path, error))
+        throw Failure(path, std::filesystem::exists(path, error) ? "is not a regular file" : "there is no such file",
+                      "give the file of a plug-in with --plugin FILE");
+}
+
+/// The library takes a name without a folder for one to search for.
+std::string loadPathOf(std::string const& plugin) { return std::filesystem::absolute(plugin).string(); }
+
+/// Loads the plug-ins that the command line names, and lets all of them finish.
+void loadNamed(std::vector<std::string> const& plugins) {
+    for (std::string const& plugin : plugins)
+        for (TargetInfo const& target : kTargets) target.load(loadPathOf(plugin).c_str());
+    if (!plugins.empty()) soloader_PostLoad();
+}
+
+void needNamed(std::vector<std::string> const& plugins) {
+    auto const loads = loadsSoFar();
+    for (std::string const& plugin : plugins)
+        for (Load const& load : loads)
+            if (load.path == loadPathOf(plugin) && load.result != Load::Result::kLoaded)
+                throw Failure(plugin, "is not loaded: " + load.reason, "'vrl validate' checks plug-ins");
+}
+
+void start(StartObserver& observer, StartOptions const& options) {
+    bool const alone = options.config.empty() && !options.plugins.empty();
+    std::string const config = alone ? emptyConfig() : options.config;
     if (!config.empty()) vrlConfigFile(config.c_str());
     watchStoredParameters();
     vrlSetLoadObserver(&observer);
     QuietOutput const quiet;
-    std::string const thrown = thrownBy([] { vrlInit_vrllib(false, true); });
+    std::string const thrown = thrownBy([&] {
+        vrlInit_vrllib(false, true);
+        loadNamed(options.plugins);
+    });
     if (!thrown.empty())
         throw Failure(
             "the plug-ins", "initLibraryPostLoad threw " + thrown,
             "take it out of the configuration until it is mended; 'vrl plugins' and 'vrl validate' show more");
     std::string const messages = vrlGetCoutMsg();  // first, since the search for the file may write again
     showWarnings(messages, vrlConfigFile());
+    needNamed(options.plugins);
 }
 
 /// The call that a copy did not come back from.
@@ -154,7 +208,7 @@ void startIn(Supervised& copy, StartOptions const& options) {
     static StartObserver observer;
     observer.parent = &copy;
     leaveCrashesToParent();
-    start(observer, options.config);
+    start(observer, options);
     observer.parent = nullptr;
     reportCrashes();
     copy.beReady();
@@ -183,8 +237,21 @@ void watch(Supervised& copy, StartOptions const& options, std::string& errors) {
 
 }  // namespace
 
+namespace {
+
+/// What is searched for is tested like what is named, if there is any.
+void checkNamed(StartOptions const& options) {
+    for (std::string const& plugin : options.plugins) checkPlugin(plugin);
+    if (!options.config.empty()) return checkConfig(options.config);
+    std::error_code none;
+    for (std::string const& path : options.plugins.empty() ? vrlConfigFilePlaces() : std::vector<std::string>())
+        if (std::filesystem::exists(path, none)) return refuseOtherThanText(path);
+}
+
+}  // namespace
+
 void startLibrary(StartOptions const& options) {
-    if (!options.config.empty()) checkConfig(options.config);
+    checkNamed(options);
     std::string errors;
     for (;;) {
         static std::unique_ptr<Supervised> copy;  // the copy keeps it until its end
@@ -198,7 +265,9 @@ void startLibraryHere(std::string const& config) {
     static StartObserver observer;
     if (!config.empty()) checkConfig(config);
     reportCrashes();
-    start(observer, config);
+    StartOptions options;
+    options.config = config;
+    start(observer, options);
 }
 
 }  // namespace vrltool

@@ -4,7 +4,7 @@ namespace vrltool {
 
 bool isPattern(std::string const& text) { return text.find_first_of("*?") != std::string::npos; }
 
-/// Behind the last star, a run that does not fit begins one byte later; what earlier stars took need not be tried
+/// After the last star, a run that does not fit begins one byte later; what earlier stars took need not be tried
 /// again.
 bool fits(std::string const& name, std::string const& pattern) {
     std::size_t n = 0, p = 0, star = std::string::npos, from = 0;
