@@ -13,6 +13,7 @@ struct Picture {
     std::size_t max = 200;    ///< the most elements, those inside composites included; 0: no limit
     bool parameters = false;  ///< whether blocks show the values of their parameters
     bool legend = true;
+    int width = 1600;  ///< points, past which a picture is folded, as far as its blocks are not wider
 };
 
 }  // namespace vrltool::draw
