@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "exchange/findings.h"
-#include "exchange/node.h"
+#include "values/node.h"
 
 namespace vrltool::exchange {
 

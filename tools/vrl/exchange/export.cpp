@@ -8,6 +8,7 @@
 #include "text/phrases.h"
 #include "text/progress.h"
 #include "text/table.h"
+#include "values/note.h"
 
 namespace vrltool::exchange {
 

@@ -5,7 +5,7 @@
 #include "exchange/findings.h"
 #include "exchange/library.h"
 #include "exchange/name_map.h"
-#include "exchange/node.h"
+#include "values/node.h"
 
 namespace vrltool::exchange {
 

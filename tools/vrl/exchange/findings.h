@@ -6,13 +6,15 @@
 #include <string>
 #include <tuple>
 
-#include "exchange/node.h"
 #include "text/failure.h"
 #include "text/finding.h"
 #include "text/json.h"
 #include "text/phrases.h"
+#include "values/node.h"
 
 namespace vrltool::exchange {
+
+using namespace values;
 
 /// A finding with the place that it is about: a file, and unless it is about all of it, a mark in it.
 struct PlacedFinding {

@@ -7,6 +7,7 @@
 #include "text/phrases.h"
 #include "text/progress.h"
 #include "text/table.h"
+#include "values/note.h"
 
 // Instances become elements: their kinds are found by the map, their parameters are set, and the rest is kept as notes.
 

@@ -15,8 +15,6 @@ namespace {
 using Complex = std::complex<double>;
 using Value = std::optional<ParameterValue>;
 
-char const* const kNote = "vrl::import";
-
 /// The number of a node. JSON has strings for those that are not finite.
 std::optional<double> numberOf(Node const& node) {
     std::string const text = isString(node) ? resolved(node.text) : node.text;
@@ -102,12 +100,6 @@ std::vector<std::string> portNames(vrl::BB& block) {
     for (auto port = block.beginPort(); port != block.endPort(); ++port) names.push_back(port->getName().getName());
     return names;
 }
-
-void setNote(vrl::Annotations& target, Node const& value) {
-    target.setAnnotation(kNote, written(value, Format::kLine));
-}
-
-Node note(vrl::Annotations const& source) { return valueOfLine(source.getAnnotation(kNote, false)); }
 
 std::array<Side, 3> const kSides{{{"inputs", "in", &Circuit::inputs, &vrl::Netlist::setInputNode},
                                   {"outputs", "out", &Circuit::outputs, &vrl::Netlist::setOutputNode},

@@ -59,15 +59,6 @@ std::vector<std::string> factoryKeys() {
 /// The names of the ports of a block, in the order of declaration.
 std::vector<std::string> portNames(vrl::BB& block);
 
-/// A note: what an import keeps beside the circuit and an export writes back. It is an annotation, one line, of a block
-/// or of the netlist; without one its value is null.
-/// A block has its instance as it was given. The netlist has a map: "members" (all that are no instances, nets or outer
-/// ports); "connections", true if nets came as such; "ports" (outer name to "element,port", or to a list with the port
-/// that was left out); "nets" with further members (both ports, in order of their names, to the net); and "leftOut" in
-/// the shape of a netlist.
-void setNote(vrl::Annotations& target, Node const& value);
-Node note(vrl::Annotations const& source);
-
 /// A list of the boundary: its name in the member "boundary" of "vrl", the names of outer ports on it, and its nodes.
 struct Side {
     char const* word;

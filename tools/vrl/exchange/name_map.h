@@ -4,7 +4,7 @@
 #include <string>
 
 #include "exchange/document.h"
-#include "exchange/node.h"
+#include "values/node.h"
 #include "vrllib/vrllib.h"
 
 // A map leads from the names of another tool to ours, and back. Same names: what no rule names, and what is called like

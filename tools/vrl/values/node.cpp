@@ -1,4 +1,4 @@
-#include "exchange/node.h"
+#include "values/node.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -10,7 +10,7 @@
 #include "text/table.h"
 #include "text/utf8.h"
 
-namespace vrltool::exchange {
+namespace vrltool::values {
 
 namespace {
 
@@ -171,4 +171,4 @@ std::string written(Node const& node, Format format) {
     return text;
 }
 
-}  // namespace vrltool::exchange
+}  // namespace vrltool::values

@@ -13,13 +13,13 @@
 #include <nlohmann/json.hpp>
 #include <unordered_map>
 
-#include "exchange/node.h"
 #include "text/failure.h"
 #include "text/json.h"
 #include "text/table.h"
 #include "text/utf8.h"
+#include "values/node.h"
 
-namespace vrltool::exchange {
+namespace vrltool::values {
 
 namespace {
 
@@ -362,4 +362,4 @@ Node valueOfLine(std::string const& line) {
     }
 }
 
-}  // namespace vrltool::exchange
+}  // namespace vrltool::values

@@ -9,7 +9,7 @@
 
 // The values of netlists and maps, in JSON and YAML alike, resolved by the core schema of YAML 1.2.
 
-namespace vrltool::exchange {
+namespace vrltool::values {
 
 /// A place in a file: line and column, from 1; 0 for no place.
 struct Mark {
@@ -119,4 +119,4 @@ std::string resolved(std::string const& text);
 /// The value of one line; null for what someone else wrote.
 Node valueOfLine(std::string const& line);
 
-}  // namespace vrltool::exchange
+}  // namespace vrltool::values

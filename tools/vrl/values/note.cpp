@@ -1,0 +1,17 @@
+#include "values/note.h"
+
+namespace vrltool::values {
+
+namespace {
+
+char const* const kNote = "vrl::import";
+
+}  // namespace
+
+void setNote(vrl::Annotations& target, Node const& value) {
+    target.setAnnotation(kNote, written(value, Format::kLine));
+}
+
+Node note(vrl::Annotations const& source) { return valueOfLine(source.getAnnotation(kNote, false)); }
+
+}  // namespace vrltool::values
