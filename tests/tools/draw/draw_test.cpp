@@ -134,6 +134,8 @@ TEST_F(Draw, ListsTheContentOfThePictureAsJson) {
                            "  \"notes\": [\n"
                            "    \"hidden: 2 of 6 elements, past the limit of 4\"\n"
                            "  ],\n"
+                           "  \"width\": 632,\n"
+                           "  \"height\": 224,\n"
                            "  \"domains\": [\n"
                            "    \"Optics\"\n"
                            "  ]\n"

@@ -131,6 +131,17 @@ TEST(Svg, NamesTheContactsOfTheBoundary) {
     EXPECT_EQ(count(svg, ">contact 2</text>"), 1u);
 }
 
+TEST(Svg, CallsTheBoundaryWhatTheNetlistCallsIt) {
+    SampleCircuit circuit;
+    circuit.add("pd", "sfPhotodiode").input("pd,in0").dc("pd,anode").dc("pd,cathode");
+    auto const node = [&](char const* port) { return circuit.netlist().getNode("pd", port); };
+    Picture picture;
+    picture.names = {{node("in0"), {"fibre"}}, {node("anode"), {"vr", "vr2"}}};
+    auto const texts = textsOf(svgOf(circuit, picture));
+    EXPECT_THAT(texts, IsSupersetOf({"fibre", "vr, vr2", "contact 2"}));
+    EXPECT_THAT(texts, Not(Contains("input 1")));
+}
+
 TEST(Svg, LabelsWiresThatAreCutOff) {
     SampleCircuit circuit;
     addInterferometer(circuit);

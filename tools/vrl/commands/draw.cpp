@@ -26,6 +26,7 @@ using namespace draw;
 namespace {
 
 constexpr int kMostCounted = 1000000;
+constexpr int kLeastWidth = 300;  // points
 
 struct Options {
     std::string file;
@@ -71,13 +72,16 @@ Json report(Options const& options, PictureFormat format, Selection const& selec
     json["shown"] = shown;
     json["hidden"] = selection.shown.size() - static_cast<std::size_t>(shown);
     json["notes"] = selection.notes;
+    json["width"] = drawn.scene.width;
+    json["height"] = drawn.scene.height;
     json["domains"] = Json::array();
     for (auto const domain : drawn.domains) json["domains"].push_back(vrl::EnumList::getName(domain));
     return json;
 }
 
-std::string bytesOf(Circuit const& circuit, Selection const& selection, Drawing const& drawn, PictureFormat format) {
-    if (format == PictureFormat::kDot) return graphText(circuit, selection);
+std::string bytesOf(Circuit const& circuit, Picture const& picture, Selection const& selection, Drawing const& drawn,
+                    PictureFormat format) {
+    if (format == PictureFormat::kDot) return graphText(circuit, selection, picture.names);
     return format == PictureFormat::kSvg ? svgText(drawn.scene) : converted(drawn.scene, format);
 }
 
@@ -88,13 +92,15 @@ Outcome work(Options const& options, Common const& common) {
     startLibrary({common.config, common.loadSeconds});
     Design const design = readDesign(options.file);
     std::cerr << missingText(design);
-    Circuit const circuit = circuitFrom(circuitOf(design), static_cast<int>(options.depth));
+    vrl::Netlist& netlist = circuitOf(design);
+    Circuit const circuit = circuitFrom(netlist, static_cast<int>(options.depth));
     Picture picture = options.picture;
+    picture.names = outerNames(netlist, circuit);
     picture.legend = !options.noLegend;
     if (picture.title.empty()) picture.title = std::filesystem::path(options.file).stem().string();
     Selection const selection = selectionOf(circuit, picture);
     Drawing const drawn = drawingOf(circuit, picture, selection);
-    std::string const bytes = bytesOf(circuit, selection, drawn, format);
+    std::string const bytes = bytesOf(circuit, picture, selection, drawn, format);
     for (std::string const& note : selection.notes) std::cerr << "vrl: " << options.file << ": " << note << '\n';
     if (toStandardOutput(options))
         std::cout << bytes;
@@ -132,7 +138,11 @@ void addDraw(Grammar& grammar) {
     command.add_option("--max", options->picture.max, "the most elements, 200 otherwise; 0: no limit")
         ->type_name("N")
         ->check(CLI::Range(0, kMostCounted));
-    command.add_flag("--parameters", options->picture.parameters, "the values of the parameters in each block");
+    command.add_option("--width", options->picture.width, "points, past which the picture is folded; 1600 otherwise")
+        ->type_name("N")
+        ->check(CLI::Range(kLeastWidth, kMostCounted));
+    command.add_flag("--parameters", options->picture.parameters,
+                     "the values in each block that differ from those of a new one");
     command.add_option("--title", options->picture.title, "a title above the picture; the name of the file otherwise")
         ->type_name("TEXT");
     command.add_flag("--no-legend", options->noLegend, "no legend below it");

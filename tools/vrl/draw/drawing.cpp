@@ -31,10 +31,8 @@ public:
         auto pieces = piecesOf(schematic.flow, columns, shapes, limit,
                                [this](std::size_t net, bool right) { return turnOf(net, right); });
         if (schematic.frame) return inFrame(std::move(pieces), leastWidth);
-        std::vector<PlacedPiece> placed;
-        for (Piece& piece : pieces) placed.push_back(placedOf(std::move(piece)));
-        Box const all = pack(placed, limit);
-        for (PlacedPiece& piece : placed) emit(piece);
+        Box const all = pack(pieces, limit);
+        for (PlacedPiece& piece : pieces) emit(piece);
         result.width = all.width;
         result.height = all.height;
         return std::move(result);
@@ -119,26 +117,19 @@ private:
     }
 
     /// What is connected to the edge goes from the left to the right of the frame, the rest below it.
-    Inside inFrame(std::vector<Piece> pieces, int leastWidth) {
+    Inside inFrame(std::vector<PlacedPiece> pieces, int leastWidth) {
         if (schematic.circuit.elements.empty()) return emptyFrame(std::move(pieces), leastWidth);
-        std::vector<Piece> atEdge;
-        std::vector<PlacedPiece> others;
-        for (Piece& piece : pieces) {
-            if (hasEdge(piece))
-                atEdge.push_back(std::move(piece));
-            else
-                others.push_back(placedOf(std::move(piece)));
-        }
+        std::vector<PlacedPiece> atEdge, others;
+        for (PlacedPiece& piece : pieces) (hasEdge(piece.piece) ? atEdge : others).push_back(std::move(piece));
         Box const rest = pack(others, 0);
         int const padding = others.empty() ? 0 : 2 * kFramePadding;
         leastWidth = std::max(leastWidth, rest.width + padding);
         int y = 0;
-        for (Piece& piece : atEdge) {
-            piece.diagram.leastWidth = leastWidth;
-            PlacedPiece placed = placedOf(std::move(piece));
-            result.width = std::max(result.width, placed.placed.width);
-            y = placed.placed.height + kFramePadding;
-            emit(placed);
+        for (PlacedPiece& piece : atEdge) {
+            widen(piece, leastWidth);
+            result.width = std::max(result.width, piece.placed.width);
+            y = piece.placed.height + kFramePadding;
+            emit(piece);
         }
         y = layout::onGrid(y);
         for (PlacedPiece& piece : others) {
@@ -151,13 +142,18 @@ private:
         return std::move(result);
     }
 
-    Inside emptyFrame(std::vector<Piece> pieces, int leastWidth) {
-        for (Piece& piece : pieces) {
-            piece.diagram.leastWidth = leastWidth;
-            PlacedPiece placed = placedOf(std::move(piece));
-            leastWidth = std::max(leastWidth, placed.placed.width);
-            result.height = placed.placed.height;
-            emit(placed);
+    static void widen(PlacedPiece& piece, int width) {
+        if (piece.placed.width >= width) return;
+        piece.piece.diagram.leastWidth = width;
+        piece = placedOf(std::move(piece.piece));
+    }
+
+    Inside emptyFrame(std::vector<PlacedPiece> pieces, int leastWidth) {
+        for (PlacedPiece& piece : pieces) {
+            widen(piece, leastWidth);
+            leastWidth = std::max(leastWidth, piece.placed.width);
+            result.height = piece.placed.height;
+            emit(piece);
         }
         int const y = layout::onGrid(result.height + 12);
         Item item;
@@ -175,11 +171,6 @@ private:
             return node >= schematic.elements.size() && node < schematic.flow.nodes.size() &&
                    labelOf(node).kind == Label::Kind::kEdge;
         });
-    }
-
-    static PlacedPiece placedOf(Piece piece) {
-        layout::Placed placed = layout::place(piece.diagram);
-        return {std::move(piece), std::move(placed), {}};
     }
 
     void emit(PlacedPiece& piece) {
@@ -257,7 +248,7 @@ private:
 Drawing drawingOf(Circuit const& circuit, Picture const& picture, Selection const& selection) {
     Drawing drawing;
     Occurring occurring;
-    Schematic const whole(circuit, selection);
+    Schematic const whole(circuit, selection, picture.names);
     Inside level = LevelDrawing(whole, picture, selection, occurring).run(picture.width, 0);
     Caption caption = captionOf(picture, occurring, selection.notes);
     int const top = kMargin + caption.titleHeight;

@@ -14,11 +14,9 @@ namespace {
 /// Writes one circuit and what is open in it.
 class GraphWriter {
 public:
-    explicit GraphWriter(Selection const& s) : selection(s) {}
-
-    std::string write(Circuit const& circuit) {
+    std::string write(Schematic const& whole) {
         os << "graph circuit {\n    graph [rankdir=LR];\n    node [shape=box];\n";
-        writeLevel(Schematic(circuit, selection), "    ");
+        writeLevel(whole, "    ");
         os << "}\n";
         return os.str();
     }
@@ -80,14 +78,13 @@ private:
         os << "];\n";
     }
 
-    Selection const& selection;
     std::ostringstream os;
 };
 
 }  // namespace
 
-std::string graphText(Circuit const& circuit, Selection const& selection) {
-    return GraphWriter(selection).write(circuit);
+std::string graphText(Circuit const& circuit, Selection const& selection, OuterNames const& names) {
+    return GraphWriter().write(Schematic(circuit, selection, names));
 }
 
 }  // namespace vrltool::draw

@@ -3,11 +3,14 @@
 #include <cstddef>
 #include <string>
 
+#include "circuit/outer_names.h"
+
 namespace vrltool::draw {
 
 /// What a picture of a circuit is to show.
 struct Picture {
     std::string title;        ///< empty: none
+    OuterNames names;         ///< of the boundary; what has none is numbered
     std::string around;       ///< the element whose neighbourhood is drawn; empty: everything
     std::size_t hops = 1;     ///< how far that neighbourhood reaches, in connections
     std::size_t max = 200;    ///< the most elements, those inside composites included; 0: no limit

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <iterator>
 #include <map>
 #include <numeric>
 #include <utility>
@@ -21,22 +22,34 @@ constexpr double kShape = 1.6;          // width to height of what is packed
 class Rows {
 public:
     Rows(layout::Flow const& f, layout::Columns const& c, std::vector<NodeShape>& s, MakeTurn const& t)
-        : flow(f), columns(c), shapes(s), turn(t) {}
+        : flow(f), columns(c), shapes(s), turn(t), placeOf(f.nodes.size()) {}
 
-    std::vector<Piece> cut(std::vector<std::size_t> const& part, std::vector<std::size_t> nets, int limit) {
-        measure(part, nets);
-        auto const starts = rowStarts(limit);
-        std::vector<Piece> rows(starts.size());
-        std::map<std::size_t, std::pair<std::size_t, std::size_t>> at;  // row and place there of each node
-        for (std::size_t const node : part) {
-            std::size_t const row = rowOf(columns.column[node], starts);
-            at[node] = {row, rows[row].nodes.size()};
-            addNode(rows[row], node, shapes[node].node, columns.column[node] - starts[row] + 1);
-        }
+    /// The whole part in one piece if it is not too wide. Its columns show where to cut it otherwise.
+    std::vector<PlacedPiece> lay(std::vector<std::size_t> const& part, std::vector<std::size_t> nets, int limit) {
         // Turns are numbered along the columns.
         std::stable_sort(nets.begin(), nets.end(),
                          [this](std::size_t a, std::size_t b) { return lastColumn(a) < lastColumn(b); });
-        for (std::size_t const net : nets) addNet(net, rows, at);
+        std::vector<PlacedPiece> placed;
+        placed.push_back(placedOf(std::move(cut(part, nets, {0})[0])));
+        if (limit == 0 || placed[0].placed.width <= limit) return placed;
+        measure(placed[0], nets);
+        auto const starts = rowStarts(limit);
+        if (starts.size() == 1) return placed;
+        placed.clear();
+        for (Piece& row : cut(part, nets, starts)) placed.push_back(placedOf(std::move(row)));
+        return placed;
+    }
+
+private:
+    std::vector<Piece> cut(std::vector<std::size_t> const& part, std::vector<std::size_t> const& nets,
+                           std::vector<std::size_t> const& starts) {
+        std::vector<Piece> rows(starts.size());
+        for (std::size_t const node : part) {
+            std::size_t const row = rowOf(columns.column[node], starts);
+            placeOf[node] = {row, rows[row].nodes.size()};
+            addNode(rows[row], node, shapes[node].node, columns.column[node] - starts[row] + 1);
+        }
+        for (std::size_t const net : nets) addNet(net, rows);
         for (std::size_t i = 0; i < rows.size(); ++i) {
             rows[i].isRow = i > 0;
             closeUp(rows[i]);
@@ -44,24 +57,18 @@ public:
         return rows;
     }
 
-private:
-    void measure(std::vector<std::size_t> const& part, std::vector<std::size_t> const& nets) {
-        std::size_t last = 0;
-        for (std::size_t const node : part) last = std::max(last, columns.column[node]);
-        widths.assign(last + 1, 0);
-        std::vector<int> wires(last + 2);
+    void measure(PlacedPiece const& whole, std::vector<std::size_t> const& nets) {
         lastBlock = 0;
-        for (std::size_t const node : part) {
+        std::size_t last = 0;
+        for (std::size_t const node : whole.piece.nodes) last = std::max(last, columns.column[node]);
+        widths.assign(last + 1, 0);
+        auto const& ends = whole.placed.columnEnds;
+        for (std::size_t i = 0; i < whole.piece.nodes.size(); ++i) {
+            std::size_t const node = whole.piece.nodes[i], column = whole.piece.diagram.nodes[i].column;
             if (!flow.nodes[node].end) lastBlock = std::max(lastBlock, columns.column[node]);
-            int& width = widths[columns.column[node]];
-            width = std::max(width, shapes[node].node.width);
+            widths[columns.column[node]] = ends[column] - (column == 0 ? 0 : ends[column - 1]);
         }
-        for (std::size_t const net : nets)
-            for (layout::PinPlace const& end : flow.nets[net])
-                ++wires[columns.column[end.node] + (shapes[end.node].node.pins[end.pin].right ? 1 : 0)];
         countPassing(nets);
-        for (std::size_t column = 0; column < widths.size(); ++column)
-            widths[column] += 3 * kGrid + (wires[column] > 2 ? wires[column] / 2 * kGrid : 0);
     }
 
     std::size_t lastColumn(std::size_t net) const {
@@ -130,11 +137,10 @@ private:
     }
 
     /// A net of several rows has a turn in each: at the right of its first row, and at the left of the others.
-    void addNet(std::size_t net, std::vector<Piece>& rows,
-                std::map<std::size_t, std::pair<std::size_t, std::size_t>> const& at) {
+    void addNet(std::size_t net, std::vector<Piece>& rows) {
         std::map<std::size_t, layout::Net> parts;
         for (layout::PinPlace const& end : flow.nets[net]) {
-            auto const& [row, place] = at.at(end.node);
+            auto const& [row, place] = placeOf[end.node];
             parts[row].push_back({place, end.pin});
         }
         for (auto& [row, ends] : parts) {
@@ -163,8 +169,9 @@ private:
     layout::Columns const& columns;
     std::vector<NodeShape>& shapes;
     MakeTurn const& turn;
-    std::vector<int> widths;   ///< of each column, with the channel before it
-    std::vector<int> passing;  ///< see countPassing
+    std::vector<std::pair<std::size_t, std::size_t>> placeOf;  ///< row and place there of each node
+    std::vector<int> widths;                                   ///< of each column, with the channel before it
+    std::vector<int> passing;                                  ///< see countPassing
     std::size_t lastBlock = 0;
 };
 
@@ -181,19 +188,25 @@ int lineWidth(std::vector<PlacedPiece> const& pieces, int limit) {
 
 }  // namespace
 
-std::vector<Piece> piecesOf(layout::Flow const& flow, layout::Columns const& columns, std::vector<NodeShape>& shapes,
-                            int limit, MakeTurn const& turn) {
+std::vector<PlacedPiece> piecesOf(layout::Flow const& flow, layout::Columns const& columns,
+                                  std::vector<NodeShape>& shapes, int limit, MakeTurn const& turn) {
     std::vector<std::size_t> partOf(flow.nodes.size());
     for (std::size_t part = 0; part < columns.parts.size(); ++part)
         for (std::size_t const node : columns.parts[part]) partOf[node] = part;
     std::vector<std::vector<std::size_t>> nets(columns.parts.size());
     for (std::size_t net = 0; net < flow.nets.size(); ++net) nets[partOf[flow.nets[net][0].node]].push_back(net);
-    std::vector<Piece> pieces;
+    std::vector<PlacedPiece> pieces;
+    Rows rows(flow, columns, shapes, turn);
     for (std::size_t part = 0; part < columns.parts.size(); ++part) {
-        auto rows = Rows(flow, columns, shapes, turn).cut(columns.parts[part], nets[part], limit);
-        std::move(rows.begin(), rows.end(), std::back_inserter(pieces));
+        auto laid = rows.lay(columns.parts[part], std::move(nets[part]), limit);
+        std::move(laid.begin(), laid.end(), std::back_inserter(pieces));
     }
     return pieces;
+}
+
+PlacedPiece placedOf(Piece piece) {
+    layout::Placed placed = layout::place(piece.diagram);
+    return {std::move(piece), std::move(placed), {}};
 }
 
 Box pack(std::vector<PlacedPiece>& pieces, int limit) {

@@ -24,11 +24,13 @@ struct PlacedPiece {
     Point at;
 };
 
-/// Cuts the parts of a flow into pieces that are not wider than `limit`, as far as their nodes are not; 0: no limit.
+/// Lays out the parts of a flow in pieces that are not wider than `limit`, as far as their nodes are not; 0: no limit.
 /// Shapes of turns, at which wires go on in another row, are added to `shapes`; `turn` makes one for a net.
 using MakeTurn = std::function<NodeShape(std::size_t net, bool right)>;
-std::vector<Piece> piecesOf(layout::Flow const& flow, layout::Columns const& columns, std::vector<NodeShape>& shapes,
-                            int limit, MakeTurn const& turn);
+std::vector<PlacedPiece> piecesOf(layout::Flow const& flow, layout::Columns const& columns,
+                                  std::vector<NodeShape>& shapes, int limit, MakeTurn const& turn);
+
+PlacedPiece placedOf(Piece piece);
 
 /// Packs pieces into lines of at most `limit`, and rows of one part below each other. Returns the size of all.
 Box pack(std::vector<PlacedPiece>& pieces, int limit);

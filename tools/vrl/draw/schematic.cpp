@@ -38,7 +38,9 @@ std::string listed(std::vector<std::string> const& names) {
 
 }  // namespace
 
-Schematic::Schematic(Circuit const& c, Selection const& s) : circuit(c), selection(s) { build({}); }
+Schematic::Schematic(Circuit const& c, Selection const& s, OuterNames const& n) : circuit(c), selection(s), names(n) {
+    build({});
+}
 
 Schematic::Schematic(Schematic const& outer, std::size_t element, std::vector<Side> const& sides)
     : circuit(*outer.circuit.elements[element].inside),
@@ -135,7 +137,7 @@ void Schematic::addBoundary(Side side, std::vector<Side> const& edges) {
         }
         bool const cutOff = !net.hidden.empty() && net.below.empty() && net.beside.empty() && net.labels.empty();
         if (cutOff) continue;
-        std::string const name = port == kNone ? boundaryName(circuit, side, i) : frame->ports[port].name;
+        std::string const name = port == kNone ? boundaryName(side, i) : frame->ports[port].name;
         Label label{side == Side::kLeft ? Label::Kind::kInput : Label::Kind::kOutput,
                     prefix + words.id + std::to_string(i + 1), name, name + ": " + netName(nodes[i])};
         if (!net.beside.empty()) label.domain = portAt(net.beside[0]).domain;
@@ -148,8 +150,7 @@ void Schematic::nameContacts() {
     bool const fit = fits(Side::kBelow);
     auto const ports = fit ? portsOn(*frame, Side::kBelow) : std::vector<std::size_t>();
     for (std::size_t i = 0; i < circuit.dc.size(); ++i)
-        nets[circuit.dc[i]].contacts.push_back(fit ? frame->ports[ports[i]].name
-                                                   : boundaryName(circuit, Side::kBelow, i));
+        nets[circuit.dc[i]].contacts.push_back(fit ? frame->ports[ports[i]].name : boundaryName(Side::kBelow, i));
 }
 
 void Schematic::connect(unsigned node, Ports const& ports) {
@@ -236,8 +237,11 @@ void Schematic::tag(std::vector<PortPlace> const& places, std::string const& tex
     for (PortPlace const& place : places) tags[place.element][place.port] = {text, portAt(place).domain};
 }
 
-std::string boundaryName(Circuit const&, Side side, std::size_t place) {
-    return wordsOf(side).word + (" " + std::to_string(place + 1));
+std::string Schematic::boundaryName(Side side, std::size_t place) const {
+    BoundaryWords const& words = wordsOf(side);
+    auto const named = names.find((circuit.*words.nodes)[place]);
+    if (named != names.end()) return listed(named->second);
+    return words.word + (" " + std::to_string(place + 1));
 }
 
 }  // namespace vrltool::draw

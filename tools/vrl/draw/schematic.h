@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "circuit/circuit.h"
+#include "circuit/outer_names.h"
 #include "draw/layout/flow.h"
 #include "draw/ports.h"
 #include "draw/selection.h"
@@ -48,7 +49,7 @@ struct WireNet {
 /// larger nets, and of nets at the boundary, get a tag with the name of the net.
 class Schematic {
 public:
-    Schematic(Circuit const& circuit, Selection const& selection);
+    Schematic(Circuit const& circuit, Selection const& selection, OuterNames const& names = {});
     /// The inside of an element that is open. The sides are those of its ports, as they are drawn.
     Schematic(Schematic const& outer, std::size_t element, std::vector<Side> const& sides);
 
@@ -88,19 +89,19 @@ private:
     void addWires(unsigned node, std::vector<PortPlace> const& ports, std::vector<std::size_t> const& ends);
     std::size_t addCut(unsigned node, std::vector<PortPlace> const& hidden);
     void tag(std::vector<PortPlace> const& places, std::string const& text);
+    /// The name of a part of the boundary: what the netlist calls it, or a number.
+    std::string boundaryName(Side side, std::size_t place) const;
     ElementPort const& portAt(PortPlace const& place) const {
         return circuit.elements[place.element].ports[place.port];
     }
 
     Selection const& selection;
+    OuterNames names;
     std::set<unsigned> boundary;
     std::vector<Tags> tags;
     std::vector<std::size_t> nodeOf;      ///< of each element
     std::vector<std::size_t> edgeNodeOf;  ///< of each port of the frame
     std::map<unsigned, Ports> nets;
 };
-
-/// The name of a part of the boundary.
-std::string boundaryName(Circuit const& circuit, Side side, std::size_t place);
 
 }  // namespace vrltool::draw

@@ -50,7 +50,8 @@ struct Wire {
 
 struct Placed {
     std::vector<Point> nodes;
-    std::vector<Wire> wires;  ///< of each net
+    std::vector<Wire> wires;      ///< of each net
+    std::vector<int> columnEnds;  ///< the right edge of each column
     int width = 0;
     int height = 0;
 };

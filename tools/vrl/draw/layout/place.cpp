@@ -82,6 +82,7 @@ public:
         drawPassages();
         for (Pieces& net : pieces) placed.wires.push_back(net.wire());
         moveToOrigin();
+        placed.columnEnds = std::move(rights);
         return std::move(placed);
     }
 
