@@ -108,10 +108,19 @@ TEST(Place, PutsAJunctionWhereThreePortsMeet) {
 }
 
 TEST(Place, WidensTheWayToTheLastColumn) {
-    Diagram const diagram{{inColumn(0), inColumn(1)}, {{{0, 1}, {1, 0}}}, 400};
+    Diagram const diagram{{inColumn(0), inColumn(1)}, {{{0, 1}, {1, 0}}}, {}, 400};
     Placed const placed = place(diagram);
     EXPECT_EQ(placed.width, 400);
     EXPECT_EQ(placed.nodes[1], (Point{320, 24}));
+}
+
+TEST(Place, KeepsTheNetStraightThatMattersMore) {
+    Node source = inColumn(0);
+    source.pins.push_back({true, 16, {}});
+    Diagram const diagram{{source, inColumn(1), inColumn(1)}, {{{0, 1}, {1, 0}}, {{0, 2}, {2, 0}}}, {1, 4}};
+    Placed const placed = place(diagram);
+    EXPECT_EQ(placed.wires[0].paths[0].size(), 4u);
+    EXPECT_EQ(placed.wires[1].paths[0].size(), 2u);
 }
 
 TEST(Place, TakesAnEmptyDiagram) { EXPECT_EQ(place({}).width, 0); }

@@ -152,6 +152,7 @@ private:
                 addNode(piece, shapes.size() - 1, shapes.back().node, right ? widths.size() + 1 : 0);
             }
             piece.diagram.nets.push_back(std::move(ends));
+            if (!flow.weights.empty()) piece.diagram.weights.push_back(flow.weights[net]);
             piece.nets.push_back(net);
         }
     }

@@ -10,6 +10,7 @@ namespace vrltool::draw {
 namespace {
 
 constexpr std::size_t kNone = static_cast<std::size_t>(-1);
+constexpr double kLightWeight = 4;               // of a wire's being straight; 1 for an electrical one
 constexpr std::size_t kMostElectricalWires = 3;  // ports of a net; more of them have tags
 
 struct BoundaryWords {
@@ -221,6 +222,7 @@ void Schematic::addWires(unsigned node, std::vector<PortPlace> const& ports, std
         take(labels[end - elements.size()].domain, labels[end - elements.size()].text);
     }
     flow.nets.push_back(std::move(net));
+    flow.weights.push_back(isElectrical(wire.domain) ? 1 : kLightWeight);
     wires.push_back(std::move(wire));
 }
 

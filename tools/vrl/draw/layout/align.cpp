@@ -9,8 +9,10 @@ namespace vrltool::draw::layout {
 
 namespace {
 
-constexpr int kPasses = 16;
+constexpr int kPasses = 40;
+constexpr int kFirstPasses = 8;  // with a look at one side only
 constexpr double kWireWeight = 4;
+constexpr double kBefore = 1.5;  // of what has moved before, so that what is level moves on together
 
 int rounded(double y) { return static_cast<int>(std::lround(y / kGrid)) * kGrid; }
 
@@ -60,10 +62,10 @@ private:
 
     /// To the right, to the left, and in the end once more with a look at both sides.
     void sweep(int pass) {
-        bool const both = pass >= kPasses / 2;
+        bool const both = pass >= kFirstPasses;
         std::size_t const count = slots.columns.size();
+        toRight = pass % 2 == 0;
         for (std::size_t i = 0; i < count; ++i) {
-            bool const toRight = pass % 2 == 0;
             move(slots.columns[toRight ? i : count - 1 - i],
                  both ? Look::kBoth : (toRight ? Look::kLeft : Look::kRight));
         }
@@ -95,27 +97,40 @@ private:
     /// Where a slot is level with what it is connected to, and how strongly it is pulled there: to the mean at first,
     /// and in the end to the middle one, with which it is level then.
     std::pair<double, double> wanted(std::size_t slot, Look look) const {
-        std::vector<double> places;
+        std::vector<Pull> pulls;
         double sum = 0, weight = 0;
         for (Neighbour const& other : slots.neighbours[slot]) {
             Slot const& there = slots.all[other.slot];
             bool const sameColumn = there.column == slots.all[slot].column;
             if (sameColumn || (look != Look::kBoth && other.right != (look == Look::kRight))) continue;
-            double const pull = slots.all[slot].isWire() && there.isWire() ? kWireWeight : 1;
-            places.push_back(there.y + other.otherY - other.ownY);
-            sum += pull * places.back();
+            double const before = look == Look::kBoth && other.right != toRight ? kBefore : 1;
+            double const pull = before * other.weight * (slots.all[slot].isWire() && there.isWire() ? kWireWeight : 1);
+            pulls.push_back({static_cast<double>(there.y + other.otherY - other.ownY), pull});
+            sum += pull * pulls.back().y;
             weight += pull;
         }
         if (weight == 0) return {slots.all[slot].y, 0.05};
         if (look != Look::kBoth) return {sum / weight, weight};
-        return {middleOf(std::move(places), slots.all[slot].y), weight};
+        return {middleOf(std::move(pulls), weight, slots.all[slot].y), weight};
     }
 
-    /// Of two in the middle, the nearer one.
-    static double middleOf(std::vector<double> places, double now) {
-        std::sort(places.begin(), places.end());
-        double const a = places[(places.size() - 1) / 2], b = places[places.size() / 2];
-        return std::abs(a - now) <= std::abs(b - now) ? a : b;
+    struct Pull {
+        double y;
+        double weight;
+    };
+
+    /// Where half of the weight is above and half below; of two such places, the nearer one.
+    static double middleOf(std::vector<Pull> pulls, double weight, double now) {
+        std::sort(pulls.begin(), pulls.end(), [](Pull const& a, Pull const& b) { return a.y < b.y; });
+        double above = 0;
+        for (std::size_t i = 0; i < pulls.size(); ++i) {
+            above += pulls[i].weight;
+            if (2 * above < weight) continue;
+            bool const tie = 2 * above == weight && i + 1 < pulls.size();
+            bool const next = tie && std::abs(pulls[i + 1].y - now) < std::abs(pulls[i].y - now);
+            return pulls[next ? i + 1 : i].y;
+        }
+        return now;
     }
 
     /// Bends count most, then length.
@@ -125,13 +140,14 @@ private:
             for (Neighbour const& other : slots.neighbours[slot]) {
                 if (!other.right || slots.all[other.slot].column == slots.all[slot].column) continue;
                 int const step = std::abs(slots.all[slot].y + other.ownY - slots.all[other.slot].y - other.otherY);
-                bends += step == 0 ? 0 : 1;
-                length += step;
+                bends += step == 0 ? 0 : other.weight;
+                length += other.weight * step;
             }
         return 64 * bends + length;
     }
 
     Slots& slots;
+    bool toRight = true;
 };
 
 }  // namespace

@@ -39,7 +39,8 @@ struct Node {
 struct Diagram {
     std::vector<Node> nodes;
     std::vector<Net> nets;
-    int leastWidth = 0;  ///< reached by a longer way to the last column
+    std::vector<double> weights{};  ///< of each net: how much it matters that it is straight; 1 for what has none
+    int leastWidth = 0;             ///< reached by a longer way to the last column
 };
 
 /// The wires of a net: lines with right angles, which meet in junctions.

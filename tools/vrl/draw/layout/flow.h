@@ -27,6 +27,7 @@ struct FlowNode {
 struct Flow {
     std::vector<FlowNode> nodes;
     std::vector<Net> nets;
+    std::vector<double> weights{};  ///< of each net, see Diagram
     bool endsOutside = false;  ///< whether fixed ends take the first and the last column, as on the edge of a frame
 };
 

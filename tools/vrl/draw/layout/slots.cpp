@@ -23,7 +23,8 @@ Slots::Slots(Diagram const& diagram) : columns(columnCount(diagram)), channels(c
     for (std::size_t net = 0; net < diagram.nets.size(); ++net) addNet(diagram, net);
     neighbours.resize(all.size());
     for (auto const& channel : channels)
-        for (Crossing const& crossing : channel) addNeighbours(crossing);
+        for (Crossing const& crossing : channel)
+            addNeighbours(crossing, crossing.net < diagram.weights.size() ? diagram.weights[crossing.net] : 1);
 }
 
 /// A net passes each column between its first and its last channel once.
@@ -53,18 +54,18 @@ void Slots::addNet(Diagram const& diagram, std::size_t net) {
     }
 }
 
-void Slots::addNeighbours(Crossing const& crossing) {
+void Slots::addNeighbours(Crossing const& crossing, double weight) {
     auto const& [net, left, right] = crossing;
     for (std::size_t i = 0; i < std::max(left.size(), right.size()); ++i)
         if (!left.empty() && !right.empty())
-            link(left[std::min(i, left.size() - 1)], right[std::min(i, right.size() - 1)], true, false);
-    for (std::size_t i = 1; i < left.size(); ++i) link(left[i - 1], left[i], true, true);
-    for (std::size_t i = 1; i < right.size(); ++i) link(right[i - 1], right[i], false, false);
+            link(left[std::min(i, left.size() - 1)], right[std::min(i, right.size() - 1)], true, false, weight);
+    for (std::size_t i = 1; i < left.size(); ++i) link(left[i - 1], left[i], true, true, weight);
+    for (std::size_t i = 1; i < right.size(); ++i) link(right[i - 1], right[i], false, false, weight);
 }
 
-void Slots::link(Stub const& a, Stub const& b, bool rightOfA, bool rightOfB) {
-    neighbours[a.slot].push_back({b.slot, a.y, b.y, rightOfA});
-    neighbours[b.slot].push_back({a.slot, b.y, a.y, rightOfB});
+void Slots::link(Stub const& a, Stub const& b, bool rightOfA, bool rightOfB, double weight) {
+    neighbours[a.slot].push_back({b.slot, a.y, b.y, rightOfA, weight});
+    neighbours[b.slot].push_back({a.slot, b.y, a.y, rightOfB, weight});
 }
 
 }  // namespace vrltool::draw::layout

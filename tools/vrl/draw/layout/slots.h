@@ -38,7 +38,8 @@ struct Neighbour {
     std::size_t slot;
     int ownY;
     int otherY;
-    bool right;  ///< which channel
+    bool right;     ///< which channel
+    double weight;  ///< of the net
 };
 
 /// The columns of a diagram with their slots, and the channels between them; channel 0 is before the first column.
@@ -54,8 +55,8 @@ struct Slots {
 
 private:
     void addNet(Diagram const& diagram, std::size_t net);
-    void addNeighbours(Crossing const& crossing);
-    void link(Stub const& a, Stub const& b, bool rightOfA, bool rightOfB);
+    void addNeighbours(Crossing const& crossing, double weight);
+    void link(Stub const& a, Stub const& b, bool rightOfA, bool rightOfB, double weight);
 };
 
 /// Orders the slots of each column so that few wires cross.
