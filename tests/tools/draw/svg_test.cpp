@@ -231,6 +231,21 @@ TEST(Svg, ShortensALongNameAndKeepsItInFullForThePointer) {
     EXPECT_EQ(count(svg, "<title>" + name + ": sfBend of SampleFab</title>"), 1u);
 }
 
+TEST(Svg, KeepsWhateverItShortensForThePointer) {
+    std::string const name(200, 'n');
+    SampleCircuit circuit;
+    circuit.add("pd", "sfPhotodiode").input("pd,in0").dc("pd,anode");
+    Picture picture;
+    picture.title = std::string(200, 't');
+    picture.names = {{circuit.netlist().getNode("pd", "in0"), {name}},
+                     {circuit.netlist().getNode("pd", "anode"), {name}}};
+    std::string const svg = svgOf(circuit, picture);
+    EXPECT_EQ(count(svg, "<title>" + picture.title + "</title>"), 1u);
+    EXPECT_EQ(count(svg, "<title>" + name + ": N1</title>"), 1u) << "of the label";
+    EXPECT_EQ(count(svg, "<title>" + name + "</title>"), 2u) << "of the tag and of its text";
+    EXPECT_EQ(vrl_test::measured(svg).faults, Ids{});
+}
+
 TEST(Svg, TakesEmptyNames) {
     vrltool::Circuit circuit;
     circuit.elements.resize(2);

@@ -15,6 +15,7 @@ namespace {
 
 constexpr std::size_t kNameCharacters = 28;
 constexpr std::size_t kEndCharacters = 30;
+constexpr std::size_t kParameterCharacters = 40;
 constexpr int kRow = 2 * layout::kGrid;  // between ports at the left or the right
 constexpr int kMarkWidth = 6;
 constexpr int kMarkHeight = 10;
@@ -23,6 +24,23 @@ constexpr int kTitleHeight = 24;
 constexpr int kLine = 11;  // of text
 
 std::string nameText(Element const& element) { return shortened(element.label(), kNameCharacters); }
+
+std::string parameterText(std::string const& line) { return shortened(line, kParameterCharacters); }
+
+int widthOf(std::vector<std::string> const& lines) {
+    int width = 0;
+    for (std::string const& line : lines) width = std::max(width, textWidth(parameterText(line), 9));
+    return width;
+}
+
+/// Writes lines below each other, the first below `at`; what is too long for its line is in full in its tooltip.
+void drawLines(Item& item, std::vector<std::string> const& lines, Point at) {
+    for (std::string const& line : lines) {
+        at.y += kLine;
+        item.shapes.push_back(textShape("kind", at, parameterText(line), "start"));
+        if (item.shapes.back().text != plainText(line)) item.shapes.back().tooltip = line;
+    }
+}
 
 std::string lookOf(Element const& element) {
     if (isUnknown(element)) return " unloaded";
@@ -48,7 +66,7 @@ public:
             space = std::max(space, textWidth(portText(element.ports[i]), 9) + kMarkWidth + 4);
         }
         textSpace = std::max(textWidth(nameText(element), 10, true), textWidth(kindText(element), 9));
-        for (std::string const& line : lines) textSpace = std::max(textSpace, textWidth(line, 9));
+        textSpace = std::max(textSpace, widthOf(lines));
         std::size_t const rows = std::max(atLeft.size(), atRight.size());
         int const text = static_cast<int>(lines.size() + 2) * kLine + 10;
         height = (std::max(static_cast<int>(rows) * kRow, text) + 2 * kRow - 1) / kRow * kRow;
@@ -61,9 +79,7 @@ public:
         int y = -static_cast<int>(lines.size() + 2) * kLine / 2 + 9;
         item.shapes.push_back(textShape("name", {middle, y}, nameText(element)));
         item.shapes.push_back(textShape("kind", {middle, y += kLine}, kindText(element)));
-        int const left = middle - textSpace / 2;
-        for (std::string const& line : lines)
-            item.shapes.push_back(textShape("kind", {left, y += kLine}, line, "start"));
+        drawLines(item, lines, {middle - textSpace / 2, y});
         std::vector<layout::Pin> pins(look.sides.size());
         drawSide(item, atLeft, Side::kLeft, 0, pins);
         drawSide(item, atRight, Side::kRight, fullWidth, pins);
@@ -130,8 +146,7 @@ NodeShape blockShape(std::string const& id, Element const& element, PortLook con
 int leastInside(Element const& element, PortLook const& look, bool parameters) {
     Foot const foot(element, look.sides, look.connected, look.tags, look.exits);
     int width = textWidth(titleText(element), 10, true);
-    if (parameters)
-        for (std::string const& line : parameterLines(element)) width = std::max(width, textWidth(line, 9));
+    if (parameters) width = std::max(width, widthOf(parameterLines(element)));
     return layout::onGrid(std::max(width, foot.width()) + 2 * kPadding);
 }
 
@@ -149,12 +164,11 @@ NodeShape frameShape(std::string const& id, Element const& element, PortLook con
                           fullText(element))};
     Item& item = shape.items[0];
     item.shapes.push_back(boxShape("body", {0, -shape.node.above, shape.node.width, bottom + shape.node.above}));
-    int y = 13 - shape.node.above;
+    int const y = 13 - shape.node.above;
     item.shapes.push_back(textShape("name", {kPadding, y}, nameText(element), "start"));
     item.shapes.push_back(
         textShape("kind", {kPadding + textWidth(nameText(element), 10, true) + 8, y}, kindText(element), "start"));
-    for (std::string const& line : lines)
-        item.shapes.push_back(textShape("kind", {kPadding, y += kLine}, line, "start"));
+    drawLines(item, lines, {kPadding, y});
     shape.node.pins.resize(look.sides.size());
     for (auto const& [port, at] : inside.lines) {
         drawMark(item, element.ports[port], look.connected[port], look.sides[port],

@@ -96,11 +96,12 @@ void Foot::drawTag(Item& item, int x, int bottom, Tag const& tag) const {
     std::string const domain = className(tag.domain);
     int const top = bottom + tagTop();
     int const length = tagWidth(tag);
-    item.shapes.push_back(lineShape("line " + domain, {{x, bottom}, {x, top}}));
+    item.shapes.push_back(lineShape("line drop " + domain, {{x, bottom}, {x, top}}));
     Box const level{x - length / 2, top, length, kTagHeight}, turned{x - kTagHeight / 2, top, kTagHeight, length};
     item.shapes.push_back(boxShape("tag " + domain, upright ? turned : level, tag.text));
     item.shapes.push_back(upright ? textShape("pin", {x + 3, top + length / 2}, tagText(tag))
                                   : textShape("pin", {x, top + 10}, tagText(tag)));
+    item.shapes.back().tooltip = tag.text;
     item.shapes.back().upright = upright;
 }
 

@@ -1,6 +1,7 @@
 #include "draw/legend.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "draw/domain_style.h"
 #include "draw/shown_text.h"
@@ -57,13 +58,19 @@ Entries legend(Occurring const& occurring) {
     return entries;
 }
 
-void addLine(std::vector<Item>& items, std::string const& id, std::string const& classes, int y,
-             std::string const& text) {
+/// Adds a line that is shortened to `most` characters. Returns its width.
+int addLine(std::vector<Item>& items, Shape shape, std::string const& id, std::size_t most) {
     Item item;
     item.id = id;
     item.classes = "caption";
-    item.shapes = {textShape(classes, {0, y}, text, "start")};
+    std::string const all = shape.text;
+    shape.text = shortened(all, most);
+    if (shape.text != plainText(all)) item.tooltip = all;
+    bool const title = shape.classes == "title";
+    int const width = textWidth(shape.text, title ? 14 : 10, title);
+    item.shapes = {std::move(shape)};
     items.push_back(std::move(item));
+    return width;
 }
 
 }  // namespace
@@ -71,10 +78,9 @@ void addLine(std::vector<Item>& items, std::string const& id, std::string const&
 Caption captionOf(Picture const& picture, Occurring const& occurring, std::vector<std::string> const& notes) {
     Caption caption;
     if (!picture.title.empty()) {
-        std::string const title = shortened(picture.title, kTitleCharacters);
-        addLine(caption.title, "title", "title", 12, title);
+        caption.width =
+            addLine(caption.title, textShape("title", {0, 12}, picture.title, "start"), "title", kTitleCharacters);
         caption.titleHeight = 2 * kRow;
-        caption.width = textWidth(title, 14, true);
     }
     Entries entries = picture.legend ? legend(occurring) : Entries();
     if (entries.x > 0) {
@@ -83,10 +89,10 @@ Caption captionOf(Picture const& picture, Occurring const& occurring, std::vecto
         caption.width = std::max(caption.width, entries.x);
     }
     for (std::size_t i = 0; i < notes.size(); ++i) {
-        std::string const note = shortened(notes[i], kNoteCharacters);
-        addLine(caption.below, "note" + std::to_string(i + 1), "cuttext", caption.belowHeight + 12, note);
+        Shape shape = textShape("cuttext", {0, caption.belowHeight + 12}, notes[i], "start");
+        caption.width = std::max(
+            caption.width, addLine(caption.below, std::move(shape), "note" + std::to_string(i + 1), kNoteCharacters));
         caption.belowHeight += kRow;
-        caption.width = std::max(caption.width, textWidth(note, 10));
     }
     return caption;
 }

@@ -4,13 +4,11 @@
 
 #include "circuit/parameters.h"
 #include "design/stand_in.h"
-#include "draw/shown_text.h"
 
 namespace vrltool::draw {
 
 namespace {
 
-constexpr std::size_t kCharacters = 40;
 constexpr std::size_t kLines = 10;
 
 /// The parameters of a new block of the kind, by name.
@@ -26,7 +24,7 @@ std::map<std::string, std::string> defaultsOf(vrl::BB& block) {
 
 std::string lineOf(Parameter const& parameter) {
     bool const bare = parameter.unit.empty() || parameter.unit == "1";
-    return shortened(parameter.name + " = " + parameter.text + (bare ? "" : " " + parameter.unit), kCharacters);
+    return parameter.name + " = " + parameter.text + (bare ? "" : " " + parameter.unit);
 }
 
 }  // namespace

@@ -28,7 +28,8 @@ text.title{font-size:14px;font-weight:bold}
 .core{stroke:#fff}
 .port{stroke:#444}
 )";
-constexpr char kLastRules[] = ".port.open{fill:#fff}\n.dot.mixed{fill:#fff;stroke:#000}\n";
+constexpr char kLastRules[] =
+    ".line.drop{stroke-dasharray:none}\n.port.open{fill:#fff}\n.dot.mixed{fill:#fff;stroke:#000}\n";
 
 void writeTitle(std::ostream& os, std::string const& tooltip) {
     if (!tooltip.empty()) os << "<title>" << xmlText(tooltip) << "</title>";
