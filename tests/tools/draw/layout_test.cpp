@@ -74,6 +74,14 @@ TEST(Channel, SplitsOneOfTwoNetsThatChangePlaces) {
 
 TEST(Channel, SharesATrackWhereNetsAreApart) { EXPECT_EQ(routeChannel({{{0}, {8}}, {{32}, {24}}}).tracks, 1u); }
 
+// Takes seconds, and with steps that are quadratic minutes.
+TEST(Channel, RoutesThirtyThousandNets) {
+    std::vector<ChannelNet> nets;
+    int const count = 30000;
+    for (int i = 0; i < count; ++i) nets.push_back({{i * kGrid}, {(i % 2 == 0 ? i + 1 : i - 1) * kGrid}});
+    EXPECT_EQ(routeChannel(nets).trunks.size(), 45000u) << "of each pair, one is split";
+}
+
 Node const kNode{80, 24, 24, 0, {{false, 0, {}}, {true, 0, {}}}};
 
 Node inColumn(std::size_t column) {

@@ -33,7 +33,7 @@ Foot::Foot(Element const& e, std::vector<Side> const& sides, std::vector<bool> c
     for (std::size_t i = 0; i < sides.size(); ++i) {
         if (sides[i] != Side::kBelow) continue;
         if (connected[i] || open <= kMostOpen)
-            entries.push_back({i, portText(element.ports[i]), !connected[i], 0});
+            entries.push_back({i, portText(element.ports[i]), !connected[i]});
         else
             openNames += (openNames.empty() ? "" : ", ") + element.ports[i].name;
     }
@@ -55,7 +55,10 @@ void Foot::measure() {
     upright = level > kMostLevel;
     if (upright)
         for (Entry& entry : entries) entry.width = kUprightPitch;
-    for (Entry const& entry : entries) total += entry.width;
+    for (Entry& entry : entries) {
+        entry.middle = total + entry.width / 2;
+        total += entry.width;
+    }
     if (!openText.empty()) total += textWidth(openText, 9) + 8;
     if (total == 0) return;
     insideHeight = layout::onGrid((upright && !entries.empty() ? longestName + 4 : 14) + kMarkHeight + 2);
@@ -64,11 +67,7 @@ void Foot::measure() {
     outsideHeight = layout::onGrid(tracks + tagHeight);
 }
 
-int Foot::xOf(std::size_t place, int blockWidth) const {
-    int x = (blockWidth - total) / 2;
-    for (std::size_t i = 0; i < place; ++i) x += entries[i].width;
-    return x + entries[place].width / 2;
-}
+int Foot::xOf(std::size_t place, int blockWidth) const { return (blockWidth - total) / 2 + entries[place].middle; }
 
 int Foot::tagTop() const { return static_cast<int>(exits.size() + 1) * layout::kGrid; }
 

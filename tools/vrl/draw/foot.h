@@ -33,7 +33,8 @@ private:
         std::size_t port;
         std::string name;
         bool isOpen;
-        int width;
+        int width = 0;
+        int middle = 0;  ///< from the left of the foot
     };
 
     void measure();
