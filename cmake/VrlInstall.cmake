@@ -37,4 +37,15 @@ if(NOT WIN32)
     configure_file(${CMAKE_CURRENT_LIST_DIR}/vrl-config.in ${PROJECT_BINARY_DIR}/package/vrl-config @ONLY)
     install(PROGRAMS ${PROJECT_BINARY_DIR}/package/vrl-config
         DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT development)
+    configure_file(${PROJECT_SOURCE_DIR}/docs/vrl-config.1.in ${PROJECT_BINARY_DIR}/package/vrl-config.1 @ONLY)
+    install(FILES ${PROJECT_BINARY_DIR}/package/vrl-config.1
+        DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT development)
 endif()
+
+# For authors of plug-ins and hosts, with the schema that the plug-in guide links. What belongs to the tool comes with it.
+set(guides_folder ${CMAKE_INSTALL_DATADIR}/doc/libvrllib-dev)
+foreach(document IN ITEMS format host-guide plugin-guide)
+    install(FILES ${PROJECT_SOURCE_DIR}/docs/${document}.md DESTINATION ${guides_folder} COMPONENT development)
+endforeach()
+install(FILES ${PROJECT_SOURCE_DIR}/docs/schemas/vrl-table.schema.json
+    DESTINATION ${guides_folder}/schemas COMPONENT development)

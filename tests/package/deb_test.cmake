@@ -57,6 +57,7 @@ foreach(package IN LISTS packages)
 endforeach()
 
 set(prefix ${root}/usr)
+expect_links_to_lead_somewhere(${prefix}/share/doc)
 expect_no_path_of_the_build(${prefix} ${built})
 run(${CMAKE_COMMAND} -E env ${prefix}/bin/vrl-config --version)
 expect_equal("version of vrl-config" "${output}" "${version}\n")

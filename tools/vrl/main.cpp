@@ -4,8 +4,8 @@
 int main(int argc, char** argv) {
     using namespace vrltool;
     Grammar grammar;
-    for (auto const add : {addPlugins, addList, addDescribe, addShow, addCheck, addExplain, addDiff, addDraw, addDoc,
-                           addImport, addExport, addValidate, addNewPlugin, addPrinted})
+    for (auto const add : {addPlugins, addList, addDescribe, addShow, addSet, addCheck, addExplain, addDiff, addDraw,
+                           addDoc, addImport, addExport, addValidate, addNewPlugin, addPrinted})
         add(grammar);
     return grammar.run(argc, argv);
 }

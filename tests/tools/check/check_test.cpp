@@ -25,7 +25,7 @@ Outcome CheckTest::check(std::vector<std::string> arguments) const {
 std::string CheckTest::found(std::string const& rule) { return foundIn(save(), rule); }
 
 std::string CheckTest::foundIn(std::string const& file, std::string const& rule) const {
-    Outcome const outcome = check({file, "--only", rule});
+    Outcome const outcome = check({file, "--all", "--only", rule});
     EXPECT_NE(outcome.status, 2) << outcome.err;
     return outcome.out.substr(0, outcome.out.find("\n\n") + 1);
 }

@@ -21,7 +21,7 @@ TEST_F(CheckCommand, LeavesOutWhatIsOffOrSkipped) {
     circuit.add("bend", "sfBend");
     save();
     auto const outcome = check({"--only", "open-port", "--only", "no-boundary", "--skip", "no-boundary", "--severity",
-                                "open-port=off", "a.vrl"});
+                                "open-port=off", "--rules", "a.vrl"});
     auto const rules = outcome.out.find("\n\n") + 2;
     EXPECT_EQ(outcome.out.substr(0, rules), "a.vrl (Netlist, 1 element): no findings\n\n");
     EXPECT_EQ(outcome.out.substr(rules, 90), "0 rules ran\n"

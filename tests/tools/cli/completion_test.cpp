@@ -51,7 +51,7 @@ TEST(Completion, OffersCommands) {
     Shell const shell;
     EXPECT_EQ(shell.offer({"di"}), "diff");
     EXPECT_EQ(shell.offer({""}),
-              "check describe diff doc draw explain export import list new-plugin plugins show validate");
+              "check describe diff doc draw explain export import list new-plugin plugins set show validate");
     EXPECT_EQ(shell.offer({"comp"}), "") << "hidden ones stay hidden";
 }
 
@@ -124,6 +124,16 @@ TEST(Completion, OffersTheParametersAndElementsOfADesign) {
     circuit.save(shell.tool.path("a.vrl"));
     EXPECT_EQ(shell.offer({"draw", "--config", shell.config, "a.vrl", "--around", "u"}), "upper");
     EXPECT_EQ(shell.offer({"diff", "--config", shell.config, "a.vrl", "a.vrl", "--ignore", "l"}), "length");
+}
+
+TEST(Completion, OffersWhatCanBeSetInADesign) {
+    Shell const shell;
+    SampleCircuit circuit;
+    vrl_test::addInterferometer(circuit);
+    circuit.save(shell.tool.path("a.vrl"));
+    EXPECT_EQ(shell.offer({"set", "--config", shell.config, "a.vrl", "upper."}),
+              "upper.cs= upper.length= upper.width=");
+    EXPECT_EQ(shell.offer({"set", "--config", shell.config, "a.vrl", "upper.width=0.5", "lower.l"}), "lower.length=");
 }
 
 TEST(Completion, OffersWhatIsRegistered) {

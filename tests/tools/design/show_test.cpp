@@ -23,7 +23,7 @@ TEST(Show, PrintsANetlistAsTheLibraryDoes) {
     SampleCircuit circuit;
     circuit.add("bend", "sfBend").add("in", "sfEdgeCoupler").join("in,out0", "bend,in0").input("in,in0");
     circuit.save(tool.path("a.vrl"));
-    auto const shown = tool.run("show", {"a.vrl"});
+    auto const shown = tool.run("show", {"--native", "a.vrl"});
     EXPECT_EQ(shown.out, "Parameters{--}\n"
                          "Port{N2 -> N}\n"
                          "Building blocks{\n"
@@ -44,10 +44,10 @@ std::string complaints(std::string const& err) {
     return text;
 }
 
-/// What the three forms of show print for a file, each after its command line.
+/// What the four forms of show print for a file, each after its command line.
 std::string shownInAllForms(Tool const& tool, std::vector<std::string> const& extra) {
     std::string text;
-    for (char const* const form : {"", "--listing", "--json"}) {
+    for (char const* const form : {"", "--native", "--listing", "--json"}) {
         std::vector<std::string> words = extra;
         if (*form) words.push_back(form);
         words.push_back("object.vrl");

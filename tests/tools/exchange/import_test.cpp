@@ -30,7 +30,7 @@ TEST(Import, MakesADesignOfANetlistByAMap) {
                             "mzi.vrl: written\n");
     EXPECT_EQ(imported.err, "");
     EXPECT_EQ(imported.status, 0);
-    EXPECT_EQ(tool.run("show", {"mzi.vrl"}).out,
+    EXPECT_EQ(tool.run("show", {"--native", "mzi.vrl"}).out,
               "Parameters{--}\n"
               "Port{N3 -> N4,N5}\n"
               "Building blocks{\n"
@@ -175,12 +175,12 @@ TEST(Import, TakesArraysForTheirElements) {
                             "a.yml:10:7: error: there is no instance 'a<2.0>'; did you mean 'a'?\n"
                             "a.yml: 2 elements, 1 net, 0 outer ports, 2 settings (2 to parameters); 1 left out\n"
                             "a.vrl: written\n");
-    EXPECT_EQ(tool.run("show", {"a.vrl"}).out, "Parameters{--}\n"
-                                               "Port{N -> N}\n"
-                                               "Building blocks{\n"
-                                               " a<0.0> = sfBend( mcs=>(\"strip\") out0=N1) cmpID=1\n"
-                                               " a<1.0> = sfBend(in0=N1) cmpID=2\n"
-                                               " }\n");
+    EXPECT_EQ(tool.run("show", {"--native", "a.vrl"}).out, "Parameters{--}\n"
+                                                           "Port{N -> N}\n"
+                                                           "Building blocks{\n"
+                                                           " a<0.0> = sfBend( mcs=>(\"strip\") out0=N1) cmpID=1\n"
+                                                           " a<1.0> = sfBend(in0=N1) cmpID=2\n"
+                                                           " }\n");
 }
 
 TEST(Import, BoundsTheElementsOfAllArraysBeforeItMakesAny) {
@@ -189,9 +189,45 @@ TEST(Import, BoundsTheElementsOfAllArraysBeforeItMakesAny) {
                                    "  a: {component: sfBend, array: {columns: 4, rows: 5}}\n"
                                    "  b: {component: sfBend, array: {columns: 1000, rows: 1000}}\n"
                                    "  c: {component: sfBend, array: {columns: 18446744073709551615, rows: 3}}\n");
-    EXPECT_EQ(looked.out, "a.yml:3:3: error: the arrays up to 'b' have more than 100000 elements\n"
-                          "a.yml:4:3: error: the arrays up to 'c' have more than 100000 elements\n"
+    EXPECT_EQ(looked.out, "a.yml:3:3: error: the arrays up to 'b' have more than 100000 elements; "
+                          "--max-elements raises the limit\n"
+                          "a.yml:4:3: error: the arrays up to 'c' have more than 100000 elements; "
+                          "--max-elements raises the limit\n"
                           "a.yml: 20 elements, 0 nets, 0 outer ports, 0 settings (0 to parameters); 2 left out\n");
+}
+
+TEST(Import, CountsTheSettingsThatEachElementOfAnArrayKeeps) {
+    Tool const tool;
+    tool.write("a.yml", "instances:\n"
+                        "  a:\n"
+                        "    component: sfBend\n"
+                        "    settings: {note: " +
+                            std::string(5000, 'x') +
+                            "}\n"
+                            "    array: {columns: 20, rows: 1}\n");
+    auto const few = tool.run("import", {"a.yml", "--max-elements", "99"});
+    EXPECT_EQ(few.out,
+              "a.yml:2:3: error: the arrays up to 'a' have more than 99 elements, of which each counts as 5 for "
+              "its settings; --max-elements raises the limit\n"
+              "a.yml: 0 elements, 0 nets, 0 outer ports, 0 settings (0 to parameters); 1 left out\n");
+    auto const enough = tool.run("import", {"a.yml", "--max-elements", "100"});
+    EXPECT_EQ(enough.out, "a.yml:4:16: note: 'sfBend': settings without a parameter, kept as notes: 'note'\n"
+                          "a.yml: 20 elements, 0 nets, 0 outer ports, 20 settings (0 to parameters)\n");
+}
+
+TEST(Import, BoundsValuesUnlessToldOtherwise) {
+    Tool const tool;
+    tool.write("a.yml", "x: &x [1, 2, 3]\ny: [*x, *x]\ninstances: {}\n");
+    EXPECT_EQ(tool.run("import", {"a.yml", "--max-aliased", "8"}).status, 0);
+    auto const aliased = tool.run("import", {"a.yml", "--max-aliased", "7"});
+    EXPECT_EQ(aliased.err, "vrl: a.yml:2:9: its aliases make more than 7 values\n"
+                           "  --max-values and --max-aliased raise the limits\n");
+    EXPECT_EQ(tool.run("import", {"a.yml", "--max-values", "7"}).status, 0);
+    auto const many = tool.run("import", {"a.yml", "--max-values", "6"});
+    EXPECT_EQ(many.err, "vrl: a.yml:4:1: has more than 6 values\n"
+                        "  --max-values and --max-aliased raise the limits\n");
+    EXPECT_EQ(many.status, 2);
+    EXPECT_EQ(tool.run("import", {"a.yml", "--max-values", "0"}).status, 2);
 }
 
 TEST(Import, ReportsOnceWhatHoldsForAllElementsOfAnArray) {
@@ -225,6 +261,7 @@ TEST(Import, ReportsTheSameAsJson) {
     "ports": 1,
     "settings": 1,
     "parameters": 1,
+    "skipped": 0,
     "leftOut": 0
   },
   "findings": [

@@ -59,7 +59,8 @@ INSTANTIATE_TEST_SUITE_P(
         Bad{"DeepYaml", "a.yml", "instances: " + repeated("{a: ", 200) + "1" + repeated("}", 200),
             "vrl: a.yml:1:408: is nested deeper than 100 levels\n"},
         Bad{"AliasBomb", "a.yml", aliasBomb(),
-            "vrl: a.yml:6:38: its aliases make more than 1000000 values\n  write them out\n"},
+            "vrl: a.yml:6:38: its aliases make more than 1000000 values\n  --max-values and --max-aliased raise the "
+            "limits\n"},
         Bad{"AliasOfItself", "a.yml", "instances: &x {a: *x}\n",
             "vrl: a.yml:1:19: '*x' leads to nothing that ends before it\n"},
         Bad{"DuplicatedNameInYaml", "a.yml", "instances:\n  a: sfBend\n  b: sfBend\n  a: sfBend\n",
@@ -85,7 +86,8 @@ INSTANTIATE_TEST_SUITE_P(
             "vrl: a.yml:2:45: is nested deeper than 100 levels\n"},
         Bad{"AliasesOfALongString", "a.yml",
             "x: &x " + std::string(10000, 'x') + "\ny: [" + repeated("*x, ", 7000) + "]",
-            "vrl: a.yml:2:25481: its aliases make more than 1000000 values\n  write them out\n"},
+            "vrl: a.yml:2:25481: its aliases make more than 1000000 values\n  --max-values and --max-aliased raise the "
+            "limits\n"},
         Bad{"AliasInItsOwnAnchorAgain", "a.yml", "x: &a 1\ny: &a [*a]\n",
             "vrl: a.yml:2:8: '*a' leads to nothing that ends before it\n"},
         Bad{"DuplicatedNameByAliases", "a.yml", "x: &k a\ninstances:\n  {*k : 1,\n   *k : 2}\n",

@@ -139,7 +139,7 @@ TEST(ThereAndBack, KeepsOurNumbersExactlyThroughAMapWithFactors) {
     tool.run("export", {"a.vrl", "-o", "a.yml"});
     tool.run("export", {"b.vrl", "--map", "map.yml", "-o", "back.yml"});
     EXPECT_EQ(tool.read("there.yml"), tool.read("back.yml"));
-    EXPECT_EQ(tool.run("show", {"a.vrl"}).out, tool.run("show", {"b.vrl"}).out);
+    EXPECT_EQ(tool.run("show", {"--native", "a.vrl"}).out, tool.run("show", {"--native", "b.vrl"}).out);
 }
 
 TEST(ThereAndBack, ReturnsFurtherMembersWithTheirNetsAndInstances) {

@@ -90,19 +90,19 @@ std::vector<std::string> commandsOf(Page const& page) {
 
 TEST(Pages, OfTheExchangePrintWhatTheySay) {
     Page const page(VRL_DOCUMENTS "/docs/exchange.md");
-    EXPECT_EQ(commandsOf(page), (std::vector<std::string>{"vrl import --map-template mzi.yml",
-                                                          "vrl import mzi.yml --map map.yml -o mzi.vrl",
-                                                          "vrl export mzi.vrl --map map.yml"}));
+    EXPECT_EQ(commandsOf(page),
+              (std::vector<std::string>{
+                  "vrl import --map-template mzi.yml", "vrl import mzi.yml --map map.yml -o mzi.vrl",
+                  "vrl export mzi.vrl --map map.yml", "vrl import delay.yml --map gdsfactory-generic -o delay.vrl"}));
     Shell().play(page);
 }
 
 TEST(Pages, OfTheFrontPrintWhatTheySay) {
     Page const page(VRL_DOCUMENTS "/README.md");
-    EXPECT_EQ(commandsOf(page),
-              (std::vector<std::string>{"vrl check modulator.vrl", "vrl export modulator.vrl -o modulator.yml",
-                                        "sed -i 's/radius: 2$/radius: 20/' modulator.yml",
-                                        "vrl import modulator.yml -o mended.vrl", "vrl diff modulator.vrl mended.vrl",
-                                        "vrl draw mended.vrl --depth 1 -o mended.svg"}));
+    EXPECT_EQ(
+        commandsOf(page),
+        (std::vector<std::string>{"vrl check modulator.vrl", "vrl set modulator.vrl bend.radius=20um -o mended.vrl",
+                                  "vrl diff modulator.vrl mended.vrl", "vrl draw mended.vrl --depth 1 -o mended.svg"}));
     Shell const shell;
     shell.run(VRL_DEMO_PROGRAM " build " + shell.config + " modulator.vrl");
     shell.play(page);

@@ -30,4 +30,8 @@ ports: {in: 'split,in0', up: 'upper,out0'}
 ")
 file(WRITE ${samples}/wrong.yml "instances: {a: {component: nothing, settings: {}}}\n")
 run(${writer} ${samples})
+file(WRITE ${samples}/demo.vrl.exceptions.yml "exceptions:
+- {rule: cross-section-mismatch, element: arms/lower, reason: known}
+- {rule: open-port, reason: old}
+")
 run(${demo} build ${config} ${samples}/demo.vrl)

@@ -57,4 +57,16 @@ TEST(DidYouMean, ListsUpToThreeNames) {
     EXPECT_EQ(didYouMean("in0", {"in1", "in2", "in3", "in4"}), "did you mean 'in1', 'in2' or 'in3'?");
 }
 
+TEST(NearNamesOfPorts, AreOnTheSameSideAndInTheSameDomain) {
+    Names const ports{"l_e1", "r_e1", "r_e2", "r_o1", "top_l_e1", "in0", "out0", "E1", "W1", "north"};
+    EXPECT_EQ(vrltool::onSameSide("r_e3", ports),
+              (Names{"r_e1", "r_e2", "top_l_e1", "in0", "out0", "E1", "W1", "north"}));
+    EXPECT_EQ(vrltool::onSameSide("bot_l_e1", {"top_l_e1", "bottom_l_e2", "bot_right_e1"}), Names{"bottom_l_e2"});
+    EXPECT_EQ(vrltool::onSameSide("w2", ports),
+              (Names{"l_e1", "r_e1", "r_e2", "r_o1", "top_l_e1", "in0", "out0", "W1", "north"}));
+    EXPECT_EQ(vrltool::onSameSide("input1", ports),
+              (Names{"l_e1", "r_e1", "r_e2", "r_o1", "top_l_e1", "in0", "E1", "W1", "north"}));
+    EXPECT_EQ(vrltool::onSameSide("", ports), ports);
+}
+
 }  // namespace

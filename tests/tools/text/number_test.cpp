@@ -48,4 +48,14 @@ TEST(NumberText, WritesBothPartsOfAComplexNumber) {
     EXPECT_EQ(numberText(Complex(1, std::numeric_limits<double>::infinity())), "1+infI");
 }
 
+TEST(NumberFrom, ReadsWhatIsLargerAndSmallerThanAllNumbers) {
+    EXPECT_EQ(vrltool::numberFrom("0.1"), 0.1);
+    EXPECT_EQ(vrltool::numberFrom("-2.5e-3"), -0.0025);
+    EXPECT_EQ(vrltool::numberFrom("1e999"), std::numeric_limits<double>::infinity());
+    EXPECT_EQ(vrltool::numberFrom("-1e999"), -std::numeric_limits<double>::infinity());
+    EXPECT_EQ(vrltool::numberFrom("1e-999"), 0);
+    EXPECT_EQ(vrltool::numberFrom("0." + std::string(400, '0') + "1"), 0);
+    EXPECT_EQ(vrltool::numberFrom("5e-324"), std::numeric_limits<double>::denorm_min());
+}
+
 }  // namespace

@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include "check/findings.h"
+#include "circuit/composite_ports.h"
 #include "circuit/direction.h"
 #include "text/phrases.h"
 #include "text/table.h"
@@ -58,32 +59,9 @@ void noBoundary(Scope const& scope, Findings& findings) {
                      "put the nodes where light and signals enter and leave on the boundary");
 }
 
-/// The ports of a composite by the boundary list that they belong to.
-struct Sides {
-    std::vector<std::string> inputs, outputs, dc;
-    bool complete = true;  ///< false if the side of a port is unknown
-};
-
-Sides sidesOf(Element const& element) {
-    Sides sides;
-    for (ElementPort const& port : element.ports) {
-        if (!port.declared) continue;
-        Direction const direction = port.domain == Domain::Optics ? directionOf(port.name) : Direction::kNone;
-        if (direction == Direction::kInput)
-            sides.inputs.push_back(port.name);
-        else if (direction == Direction::kOutput)
-            sides.outputs.push_back(port.name);
-        else if (isElectrical(port.domain))
-            sides.dc.push_back(port.name);
-        else
-            sides.complete = false;
-    }
-    return sides;
-}
-
-void compositePorts(CheckedElement const& checked, Findings& findings) {
+void checkCompositePorts(CheckedElement const& checked, Findings& findings) {
     if (!checked.element->inside) return;
-    Sides const sides = sidesOf(*checked.element);
+    CompositePorts const sides = compositePorts(*checked.element);
     if (!sides.complete) return;
     Circuit const& inside = *checked.element->inside;
     auto const compare = [&](std::vector<std::string> const& ports, std::size_t nodes, std::string const& port,
@@ -153,7 +131,7 @@ Rules const& boundaryRules() {
          "the ports of a composite do not fit the boundary inside",
          Severity::kWarning,
          kKind,
-         compositePorts,
+         checkCompositePorts,
          {"A composite has ports outside and boundary nodes inside, and the two are separate data. Here their numbers "
           "differ: optical inputs and input nodes, optical outputs and output nodes, or electrical ports and DC nodes. "
           "Composites with ports of other domains or directions are left alone.",

@@ -1,9 +1,9 @@
 #include <algorithm>
 #include <map>
-#include <memory>
 #include <utility>
 
 #include "check/findings.h"
+#include "design/foundries.h"
 #include "guard/thrown.h"
 #include "text/near_names.h"
 #include "text/phrases.h"
@@ -33,39 +33,14 @@ void noFoundry(CheckedElement const& checked, Findings& findings) {
                      "put a block in its place that is made for a foundry");
 }
 
-template <class Iterator>
-std::vector<std::string> keys(Iterator first, Iterator last) {
-    std::vector<std::string> names;
-    for (; first != last; ++first) names.push_back(first->first);
-    return names;
-}
-
-bool has(std::vector<std::string> const& names, std::string const& name) {
-    return std::find(names.begin(), names.end(), name) != names.end();
-}
-
-/// Whether a foundry makes a cross section of a name that its table does not have.
-bool makesSection(vrl::Foundry const& foundry, std::string const& name) {
-    std::unique_ptr<vrl::CrossSection> section;
-    quietlyThrownBy([&] { section.reset(foundry.createCS(name)); });
-    return section != nullptr;
-}
-
 /// What foundries have; each is asked for each name only once.
 class Offers {
 public:
     bool hasSection(vrl::Foundry const& foundry, std::string const& name) {
-        return known(sections, foundry, name,
-                     [&] { return has(sectionNames(foundry), name) || makesSection(foundry, name); });
+        return known(sections, foundry, name, [&] { return hasCrossSection(foundry, name); });
     }
     bool hasFlow(vrl::Foundry const& foundry, std::string const& name) {
-        return known(flows, foundry, name, [&] { return has(flowNames(foundry), name); });
-    }
-    static std::vector<std::string> sectionNames(vrl::Foundry const& foundry) {
-        return keys(foundry.beginCrossSection(), foundry.endCrossSection());
-    }
-    static std::vector<std::string> flowNames(vrl::Foundry const& foundry) {
-        return keys(foundry.beginFlow(), foundry.endFlow());
+        return known(flows, foundry, name, [&] { return vrltool::hasFlow(foundry, name); });
     }
 
 private:
@@ -93,9 +68,9 @@ void checkChoice(CheckedElement const& checked, std::string const& port, vrl::Fo
     std::string const& cs = choice.getCSName();
     std::string const& flow = choice.getFlowName();
     if (!cs.empty() && !offers.hasSection(foundry, cs))
-        add("cross section", cs, Offers::sectionNames(foundry), "its cross sections");
+        add("cross section", cs, crossSectionNames(foundry), "its cross sections");
     if (!flow.empty() && !offers.hasFlow(foundry, flow))
-        add("process flow", flow, Offers::flowNames(foundry), "its process flows");
+        add("process flow", flow, flowNames(foundry), "its process flows");
 }
 
 void unknownChoice(Scope const& scope, Findings& findings) {

@@ -126,8 +126,31 @@ std::vector<RuleFinding> findingsOf(Scopes& scopes, std::vector<ChosenRule> cons
     return findings.take();
 }
 
-void readAndCheck(FileReport& report, std::vector<ChosenRule> const& rules, bool isLast) {
+/// Moves the findings that exceptions cover; the first that fits counts.
+void except(FileReport& report, std::vector<Exception> exceptions, std::vector<ChosenRule> const& rules) {
+    std::vector<RuleFinding> left;
+    for (RuleFinding& finding : report.findings) {
+        auto const exception = std::find_if(exceptions.begin(), exceptions.end(),
+                                            [&](Exception const& each) { return each.covers(finding); });
+        if (exception == exceptions.end()) {
+            left.push_back(std::move(finding));
+        } else {
+            ++exception->uses;
+            report.excepted.push_back({std::move(finding), exception->reason});
+        }
+    }
+    report.findings = std::move(left);
+    for (Exception& exception : exceptions) {
+        bool const ran = std::any_of(rules.begin(), rules.end(), [&](ChosenRule const& chosen) {
+            return chosen.rule == exception.rule && chosen.runs();
+        });
+        if (ran && exception.uses == 0) report.idle.push_back(std::move(exception));
+    }
+}
+
+void readAndCheck(FileReport& report, std::vector<ChosenRule> const& rules, bool withExceptions, bool isLast) {
     QuietOutput const quiet;
+    auto exceptions = withExceptions ? readExceptions(report.path) : std::vector<Exception>();
     Design const design = readDesign(report.path);
     if (isLast) leaveToTheEnd(design.object);
     report.type = design.type;
@@ -137,6 +160,7 @@ void readAndCheck(FileReport& report, std::vector<ChosenRule> const& rules, bool
     Scopes scopes(design);
     report.elements = scopes.elementCount();
     report.findings = findingsOf(scopes, rules);
+    if (!exceptions.empty()) except(report, std::move(exceptions), rules);
     report.leftOut = leftOutOf(scopes, rules);
 }
 
@@ -189,11 +213,11 @@ std::vector<ChosenRule> asTheyRan(std::vector<ChosenRule> rules, std::vector<Fil
     return rules;
 }
 
-FileReport checkFile(std::string const& path, std::vector<ChosenRule> const& rules, bool isLast) {
+FileReport checkFile(std::string const& path, std::vector<ChosenRule> const& rules, bool withExceptions, bool isLast) {
     FileReport report;
     report.path = path;
     try {
-        readAndCheck(report, rules, isLast);
+        readAndCheck(report, rules, withExceptions, isLast);
     } catch (Failure const& failure) {
         report.failure = failure.what();
         report.hint = failure.hint();

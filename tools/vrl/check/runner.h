@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "check/exceptions.h"
 #include "check/findings.h"
 
 namespace vrltool::check {
@@ -40,6 +41,12 @@ struct LeftOut {
     LeaveReason const* reason;
 };
 
+/// A finding that an exception covers.
+struct Excepted {
+    RuleFinding finding;
+    std::string reason;
+};
+
 /// What came of one file.
 struct FileReport {
     std::string path;
@@ -49,6 +56,8 @@ struct FileReport {
     std::string missing;  ///< the missing kinds that stand-ins represent, for standard error
     std::size_t elements = 0;
     std::vector<RuleFinding> findings;  ///< by element, port and parameter, heaviest first
+    std::vector<Excepted> excepted;     ///< in the same order
+    std::vector<Exception> idle;        ///< exceptions of rules that ran, which no finding needs
     std::vector<LeftOut> leftOut;       ///< by rule
 
     std::size_t count(Severity severity) const;
@@ -59,6 +68,6 @@ std::vector<ChosenRule> asTheyRan(std::vector<ChosenRule> rules, std::vector<Fil
 
 /// Reads, prepares and checks one file; the library has been started. What cannot be read is reported in the report.
 /// The design of the last file is left to the end of the process.
-FileReport checkFile(std::string const& path, std::vector<ChosenRule> const& rules, bool isLast);
+FileReport checkFile(std::string const& path, std::vector<ChosenRule> const& rules, bool withExceptions, bool isLast);
 
 }  // namespace vrltool::check

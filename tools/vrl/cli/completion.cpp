@@ -38,7 +38,7 @@ _vrl_add_values() {
     =*) _vrl_add_lines "$skip" < <(compgen -W "${type//[=,]/ }" -- "$begun") ;;
     ?*) _vrl_add_lines "$skip" < <("$program" complete -- "$type" "$begun" "$@" 2>/dev/null) ;;
     esac
-    if [[ ${#COMPREPLY[@]} == 1 && ${COMPREPLY[0]} == *@ ]]; then compopt -o nospace 2>/dev/null; fi
+    if [[ ${#COMPREPLY[@]} == 1 && ${COMPREPLY[0]} == *[@=] ]]; then compopt -o nospace 2>/dev/null; fi
 }
 
 _vrl() {
@@ -106,7 +106,8 @@ std::string choicesText(std::vector<std::string> const& choices) {
 
 /// What the engine makes of a value: a type that it can complete, "=a,b" for choices, "-" for anything.
 std::string shellType(GrammarWord const& word) {
-    static char const* const known[] = {"FILE", "DIR", "KEY", "FOUNDRY", "PARAMETER", "RULE", "CHECK", "ELEMENT"};
+    static char const* const known[] = {"FILE", "DIR",   "KEY",     "FOUNDRY",   "PARAMETER",
+                                        "RULE", "CHECK", "ELEMENT", "ASSIGNMENT"};
     if (!word.takesValue) return {};
     if (!word.choices.empty()) return choicesText(word.choices);
     std::string const type = word.type.substr(0, word.type.find_first_not_of("ABCDEFGHIJKLMNOPQRSTUVWXYZ"));

@@ -9,6 +9,7 @@
 #include "circuit/parameters.h"
 #include "design/design.h"
 #include "host/start.h"
+#include "setting/target.h"
 #include "text/failure.h"
 #include "vrllib/vrllib.h"
 
@@ -102,12 +103,23 @@ Names elementCandidates(CandidateRequest const& request) {
     return names;
 }
 
+/// What can be set in the designs, up to the value.
+Names assignmentCandidates(CandidateRequest const& request) {
+    Names names;
+    for (Design const& design : designsAmong(request.words)) {
+        auto const words = setting::Targets(design).words();
+        names.insert(words.begin(), words.end());
+    }
+    return names;
+}
+
 /// The types that plug-ins and designs know.
 std::map<std::string, Names (*)(CandidateRequest const&)> const& sources() {
     static std::map<std::string, Names (*)(CandidateRequest const&)> const table{{"KEY", keyCandidates},
                                                                                  {"FOUNDRY", foundryCandidates},
                                                                                  {"PARAMETER", parameterCandidates},
-                                                                                 {"ELEMENT", elementCandidates}};
+                                                                                 {"ELEMENT", elementCandidates},
+                                                                                 {"ASSIGNMENT", assignmentCandidates}};
     return table;
 }
 

@@ -17,6 +17,8 @@ namespace {
 struct Options {
     std::vector<std::string> files;
     RuleOptions rules;
+    ReportOptions report;
+    bool noExceptions = false;
 };
 
 void reportTroubles(FileReport const& file) {
@@ -40,13 +42,13 @@ Outcome work(Options const& options, Common const& common) {
     startLibrary({common.config, common.loadSeconds});
     std::vector<FileReport> files;
     for (std::string const& path : options.files) {
-        files.push_back(checkFile(path, rules, &path == &options.files.back()));
+        files.push_back(checkFile(path, rules, !options.noExceptions, &path == &options.files.back()));
         reportTroubles(files.back());
     }
     if (common.json)
         writeJson(std::cout, checkJson(files, asTheyRan(rules, files)));
     else
-        writeCheckReport(std::cout, files, asTheyRan(rules, files));
+        writeCheckReport(std::cout, files, asTheyRan(rules, files), options.report);
     return outcomeOf(files);
 }
 
@@ -60,15 +62,19 @@ void addRepeated(CLI::App& command, std::string const& name, std::vector<std::st
 
 void addCheck(Grammar& grammar) {
     auto const options = std::make_shared<Options>();
-    CLI::App& command =
-        grammar.add("check", "checks saved designs against a table of rules",
-                    "  vrl check modulator.vrl                             # all rules\n"
-                    "  vrl check --severity open-port=note *.vrl           # open ports are no fault here\n"
-                    "  vrl check --only value-out-of-range modulator.vrl   # one rule\n"
-                    "  vrl explain                                         # what the rules are\n"
-                    "Status 0: nothing, or notes only. 1: a finding of severity error or warning.\n"
-                    "2: a file could not be checked; the others are.",
-                    [options](Common const& common) { return work(*options, common); });
+    CLI::App& command = grammar.add(
+        "check", "checks saved designs against a table of rules",
+        "  vrl check modulator.vrl                             # all rules\n"
+        "  vrl check --severity open-port=note *.vrl           # open ports are no fault here\n"
+        "  vrl check --only value-out-of-range modulator.vrl   # one rule\n"
+        "  vrl explain                                         # what the rules are\n"
+        "Findings that are known and accepted are in FILE.exceptions.yml beside the design, each with its reason:\n"
+        "  exceptions:\n"
+        "    - {rule: open-port, element: 'tap*', port: out0, reason: ends in the substrate}\n"
+        "Element, port and parameter may be left out, and have * and ? for several.\n"
+        "Status 0: nothing, or notes only. 1: a finding of severity error or warning.\n"
+        "2: a file could not be checked; the others are.",
+        [options](Common const& common) { return work(*options, common); });
     command.add_option("files", options->files, "the saved designs")->required()->type_name("FILE");
     addRepeated(command, "--severity", options->rules.severities,
                 "sets the severity of a rule: error, warning, note or off; repeatable, or a list with commas",
@@ -77,6 +83,15 @@ void addCheck(Grammar& grammar) {
                 "runs this rule and no others; repeatable, or a list with commas", "RULE");
     addRepeated(command, "--skip", options->rules.skip, "leaves this rule out; repeatable, or a list with commas",
                 "RULE");
+    command.add_flag("--all", options->report.all, "lists every finding, also those that are many or excepted");
+    command.add_flag("--rules", options->report.rules, "lists the rules that ran and those that did not");
+    command.add_flag("--no-exceptions", options->noExceptions, "reads no exceptions");
+    command
+        .add_flag("--quiet", options->report.quiet,
+                  "prints one line for each file with errors or warnings, and no more")
+        ->excludes(command.get_option("--json"))
+        ->excludes(command.get_option("--all"))
+        ->excludes(command.get_option("--rules"));
 }
 
 }  // namespace vrltool

@@ -9,6 +9,7 @@ void addPlugins(Grammar& grammar);
 void addList(Grammar& grammar);
 void addDescribe(Grammar& grammar);
 void addShow(Grammar& grammar);
+void addSet(Grammar& grammar);
 void addCheck(Grammar& grammar);
 void addExplain(Grammar& grammar);
 void addDiff(Grammar& grammar);

@@ -9,6 +9,7 @@
 #include "design/design_json.h"
 #include "design/missing_text.h"
 #include "host/start.h"
+#include "overview/overview.h"
 
 namespace vrltool {
 
@@ -17,6 +18,8 @@ namespace {
 struct Options {
     std::string file;
     bool listing = false;
+    bool native = false;
+    bool bill = false;
 };
 
 Outcome show(Options const& options, Common const& common) {
@@ -24,13 +27,17 @@ Outcome show(Options const& options, Common const& common) {
     Design const design = readDesign(options.file);
     leaveToTheEnd(design.object);
     std::cerr << missingText(design);
-    if (common.json) {
+    if (options.bill) {
+        common.json ? writeJson(std::cout, overview::billJson(design)) : overview::writeBill(std::cout, design);
+    } else if (common.json) {
         writeJson(std::cout, designJson(design));
     } else if (options.listing) {
         vrl::AsciiStreamSerialiser listing(std::cout);
         if (!design.object.write(listing)) throw Failure(options.file, "cannot be listed");
-    } else {
+    } else if (options.native) {
         design.object.print(std::cout);
+    } else {
+        overview::writeOverview(std::cout, design);
     }
     return Outcome::kFine;
 }
@@ -39,14 +46,24 @@ Outcome show(Options const& options, Common const& common) {
 
 void addShow(Grammar& grammar) {
     auto const options = std::make_shared<Options>();
-    CLI::App& command = grammar.add("show", "prints a saved design of whatever class",
-                                    "  vrl show modulator.vrl            # as the library prints it\n"
-                                    "  vrl show --listing modulator.vrl  # every saved member, with its comment\n"
-                                    "  vrl show --json modulator.vrl     # everything, for programs",
-                                    [options](Common const& common) { return show(*options, common); });
+    CLI::App& command =
+        grammar.add("show", "prints a saved design of whatever class",
+                    "  vrl show modulator.vrl            # its elements, nets and boundary\n"
+                    "  vrl show --bom modulator.vrl      # how many there are of each kind\n"
+                    "  vrl show --native modulator.vrl   # as the library prints it\n"
+                    "  vrl show --listing modulator.vrl  # every saved member, with its comment\n"
+                    "  vrl show --json modulator.vrl     # everything, for programs\n"
+                    "A value that is not the default of its kind is marked with *, and the default is beside it.",
+                    [options](Common const& common) { return show(*options, common); });
     command.add_option("file", options->file, "the saved design")->required()->type_name("FILE");
+    auto* const json = command.get_option("--json");
+    auto* const bill = command.add_flag("--bom", options->bill, "the kinds with their foundries, and how many of each");
+    auto* const native =
+        command.add_flag("--native", options->native, "as the library prints it")->excludes(json)->excludes(bill);
     command.add_flag("--listing", options->listing, "the text listing of all saved members")
-        ->excludes(command.get_option("--json"));
+        ->excludes(json)
+        ->excludes(bill)
+        ->excludes(native);
 }
 
 }  // namespace vrltool

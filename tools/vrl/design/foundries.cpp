@@ -1,7 +1,10 @@
 #include "design/foundries.h"
 
+#include <algorithm>
 #include <map>
-#include <string>
+#include <memory>
+
+#include "guard/thrown.h"
 
 namespace vrltool {
 
@@ -13,6 +16,23 @@ vrl::Foundry* foundryOf(std::string const& name) {
     auto const found = foundries->find(name);
     if (found != foundries->end()) return found->second;
     return foundries->emplace(name, vrl::Foundry::create(name)).first->second;
+}
+
+template <class Iterator>
+std::vector<std::string> keys(Iterator first, Iterator last) {
+    std::vector<std::string> names;
+    for (; first != last; ++first) names.push_back(first->first);
+    return names;
+}
+
+bool has(std::vector<std::string> const& names, std::string const& name) {
+    return std::find(names.begin(), names.end(), name) != names.end();
+}
+
+bool makesSection(vrl::Foundry const& foundry, std::string const& name) {
+    std::unique_ptr<vrl::CrossSection> section;
+    quietlyThrownBy([&] { section.reset(foundry.createCS(name)); });
+    return section != nullptr;
 }
 
 }  // namespace
@@ -30,5 +50,17 @@ void attachFoundries(vrl::Netlist& netlist) {
         if (auto* const composite = dynamic_cast<vrl::CBB*>(block)) attachFoundries(*composite->getAsNetlist());
     }
 }
+
+std::vector<std::string> crossSectionNames(vrl::Foundry const& foundry) {
+    return keys(foundry.beginCrossSection(), foundry.endCrossSection());
+}
+
+std::vector<std::string> flowNames(vrl::Foundry const& foundry) { return keys(foundry.beginFlow(), foundry.endFlow()); }
+
+bool hasCrossSection(vrl::Foundry const& foundry, std::string const& name) {
+    return has(crossSectionNames(foundry), name) || makesSection(foundry, name);
+}
+
+bool hasFlow(vrl::Foundry const& foundry, std::string const& name) { return has(flowNames(foundry), name); }
 
 }  // namespace vrltool

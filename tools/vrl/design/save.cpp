@@ -4,9 +4,9 @@
 
 #include <filesystem>
 #include <fstream>
+#include <sstream>
+#include <utility>
 
-#include "circuit/parameters.h"
-#include "design/design.h"
 #include "system/replace_file.h"
 #include "text/failure.h"
 #include "text/table.h"
@@ -14,29 +14,6 @@
 namespace vrltool {
 
 namespace {
-
-void refuse(std::string const& path, std::string const& kind) {
-    throw Failure(path, "not saved: a stand-in represents '" + printable(kind) + "', and what it keeps would be lost",
-                  "load the plug-in that brings it; 'vrl plugins' shows what is loaded");
-}
-
-void refuseParameters(vrl::Attributes& list, std::string const& path) {
-    for (ListedParameter const& parameter : listedParameters(list))
-        if (losesBySaving(*parameter.attribute)) refuse(path, parameter.name);
-}
-
-void refuseStandIns(vrl::Netlist& netlist, std::string const& path) {
-    if (dynamic_cast<StandInNetlist*>(&netlist) || dynamic_cast<StandInBlock*>(&netlist))
-        refuse(path, netlist.getName());
-    refuseParameters(netlist, path);
-    for (auto entry = netlist.beginElements(); entry != netlist.endElements(); ++entry) {
-        if (!entry->second) continue;
-        if (isStandIn(*entry->second)) refuse(path, entry->second->getName());
-        refuseParameters(*entry->second, path);
-        if (auto* const composite = dynamic_cast<vrl::CBB*>(entry->second.get()))
-            refuseStandIns(*composite->getAsNetlist(), path);
-    }
-}
 
 /// Whether a file begins as every saved design does.
 bool isSavedDesign(std::string const& path) {
@@ -48,6 +25,21 @@ bool isSavedDesign(std::string const& path) {
                       "give the output a name of its own");
     char head[2] = {};
     return file.read(head, sizeof head) && head[0] == '\x3D' && head[1] == '\x40';
+}
+
+/// Whether two names lead to one file that exists.
+bool isSameFile(std::string const& a, std::string const& b) {
+    struct stat first {
+    }, second{};
+    return stat(a.c_str(), &first) == 0 && stat(b.c_str(), &second) == 0 && first.st_dev == second.st_dev &&
+           first.st_ino == second.st_ino;
+}
+
+std::string contentOf(std::string const& path) {
+    std::ifstream file(path, std::ios::binary);
+    std::ostringstream bytes;
+    if (!file || !(bytes << file.rdbuf())) throw Failure(path, "cannot be read", "give the path of a saved design");
+    return std::move(bytes).str();
 }
 
 /// The process-wide numbers of netlists, which reading sets and saving writes, as they were.
@@ -76,20 +68,20 @@ void refuseOver(std::string const& path) {
         throw Failure(path, "begins as a saved design and cannot be read whole, so it is not replaced",
                       "give the output a name of its own, or move the file away");
     }
-    if (!before.missing.empty()) refuse(path, before.missing.front().name);
+    if (!before.missing.empty())
+        throw Failure(path,
+                      "is a design with '" + printable(before.missing.front().name) +
+                          "', which no loaded plug-in has, so it is not replaced",
+                      "give the output a name of its own, or move the file away");
 }
 
 }  // namespace
 
 void refuseToReplace(std::string const& output, std::vector<std::string> const& inputs) {
-    struct stat written {};
-    if (stat(output.c_str(), &written) != 0) return;
-    for (std::string const& input : inputs) {
-        struct stat read {};
-        if (stat(input.c_str(), &read) == 0 && read.st_dev == written.st_dev && read.st_ino == written.st_ino)
+    for (std::string const& input : inputs)
+        if (isSameFile(output, input))
             throw Failure(output, "is read as '" + printable(input) + "', and would be replaced",
                           "give the output a name of its own");
-    }
 }
 
 void saveFile(std::string const& path, std::string const& bytes) {
@@ -100,12 +92,16 @@ void saveFile(std::string const& path, std::string const& bytes) {
 }
 
 void saveDesign(vrl::Netlist& netlist, std::string const& path) {
-    refuseStandIns(netlist, path);
     refuseOver(path);
     replaceFile(path, [&](std::ostream& out) {
         vrl::BinaryStreamSerialiser writer(out);
         if (!netlist.write(&writer)) throw Failure(path, "the design cannot be written", "");
     });
+}
+
+void saveDesign(Design const& design, SavedChanges const& changes, std::string const& path) {
+    if (!isSameFile(path, design.path)) refuseOver(path);
+    replaceFile(path, changes.madeIn(contentOf(design.path), design.path));
 }
 
 }  // namespace vrltool

@@ -3,13 +3,18 @@
 #include <string>
 #include <vector>
 
+#include "design/design.h"
+#include "design/saved_changes.h"
 #include "vrllib/vrllib.h"
 
 namespace vrltool {
 
-/// Writes a netlist into a file as replaceFile does. Refuses a netlist with stand-ins, whose kinds keep what this
-/// program does not know of, and to replace a file that holds such kinds, or a design that cannot be read whole.
+/// Writes a new netlist into a file as replaceFile does. Refuses to replace another design that cannot be read whole,
+/// or whose kinds are missing here: nobody sees then what would be lost.
 void saveDesign(vrl::Netlist& netlist, std::string const& path);
+
+/// The same for a design that was read, with changes: all else goes over byte for byte. The path may be its own.
+void saveDesign(Design const& design, SavedChanges const& changes, std::string const& path);
 
 /// The same for text and pictures. Refuses to replace a saved design, of whatever name.
 void saveFile(std::string const& path, std::string const& bytes);

@@ -1,7 +1,6 @@
 #include "design/stand_in.h"
 
 #include <algorithm>
-#include <typeinfo>
 
 #include "text/table.h"
 
@@ -97,12 +96,6 @@ StandInNetlist::~StandInNetlist() = default;
 bool isStandIn(vrl::BB const& block) { return dynamic_cast<StandInBlock const*>(&block) != nullptr; }
 
 bool isStandIn(vrl::Attribute const& parameter) { return dynamic_cast<UnknownAttribute const*>(&parameter) != nullptr; }
-
-bool losesBySaving(vrl::Attribute const& parameter) {
-    std::type_info const& type = typeid(parameter);
-    return type == typeid(UnknownAttribute) || type == typeid(FlaggedValue<int>) ||
-           type == typeid(FlaggedValue<double>) || type == typeid(FlaggedValue<std::complex<double>>);
-}
 
 StandInReader::StandInReader(std::istream& stream, Progress& counter) : inner(stream), progress(counter) {}
 

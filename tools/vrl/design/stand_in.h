@@ -39,9 +39,6 @@ bool isStandIn(vrl::BB const& block);
 /// Whether a parameter is a stand-in for one of a missing type, so that its value is not known.
 bool isStandIn(vrl::Attribute const& parameter);
 
-/// Whether a parameter was read without the block that declares it, so that saving it would lose what it keeps.
-bool losesBySaving(vrl::Attribute const& parameter);
-
 /// A netlist in the place of one whose kind is missing.
 class StandInNetlist : public vrl::Netlist {
 public:

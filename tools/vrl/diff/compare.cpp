@@ -108,7 +108,7 @@ private:
         if (a.name != b.name) add({Topic::kElement, Verb::kRenamed, path, a.label(), "", a.kind, b.kind, {}});
         properties.compareTexts(Topic::kKind, a.kind, b.kind, path);
         properties.compareParameters(a.block, b.block, path, a.kind == b.kind);
-        properties.compareNotes(a.block, b.block, path);
+        properties.compareNotesOfBlocks(a.block, b.block, path);
         properties.compareBlocks(a.block, b.block, path);
         if (a.inside && b.inside) compareSheets({*a.inside, inner(a)}, {*b.inside, inner(b)}, path);
     }

@@ -8,6 +8,8 @@
 #include <utility>
 
 #include "design/stand_in.h"
+#include "diff/imported_notes.h"
+#include "values/note.h"
 
 namespace vrltool::diff {
 
@@ -208,6 +210,15 @@ void PropertyComparison::compareNotes(vrl::Annotations const* a, vrl::Annotation
                    found.changes.push_back(
                        {Topic::kNote, verbOf(inA, inB), path, key, parameter, sideOf(inA), sideOf(inB), {}});
                });
+}
+
+void PropertyComparison::compareNotesOfBlocks(vrl::BB* a, vrl::BB* b, std::string const& path) {
+    if (!settings.notes) return;
+    bool const imported = a && b && isMap(values::note(*a)) && isMap(values::note(*b));
+    compareNotes(a, b, path, "", imported ? std::set<std::string>{values::kNote} : std::set<std::string>());
+    if (!imported) return;
+    auto const [inA, inB] = differentNotes(*a, *b);
+    if (inA != inB) found.changes.push_back({Topic::kNote, Verb::kChanged, path, values::kNote, "", inA, inB, {}});
 }
 
 void PropertyComparison::compareTexts(Topic topic, std::string const& a, std::string const& b, std::string const& path,

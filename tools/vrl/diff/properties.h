@@ -29,6 +29,8 @@ public:
     void compareSingle(vrl::Attribute& a, vrl::Attribute& b);
     void compareNotes(vrl::Annotations const* a, vrl::Annotations const* b, std::string const& path,
                       std::string const& parameter = "", std::set<std::string> const& without = {});
+    /// Those of blocks. What an import kept of a setting that is a parameter is not a difference of its own.
+    void compareNotesOfBlocks(vrl::BB* a, vrl::BB* b, std::string const& path);
     /// Foundry, choices and ports.
     void compareBlocks(vrl::BB* a, vrl::BB* b, std::string const& path);
     void compareChoices(vrl::Foundry::CSInfo const& a, vrl::Foundry::CSInfo const& b, std::string const& path,

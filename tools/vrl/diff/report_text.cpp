@@ -4,6 +4,7 @@
 #include <ostream>
 
 #include "text/table.h"
+#include "values/note.h"
 
 namespace vrltool::diff {
 
@@ -93,7 +94,7 @@ struct SideText {
 
 /// "OLD -> NEW", or the one side that there is.
 std::string sidesText(Change const& change) {
-    SideText const text{detailsOf(change), change.topic == Topic::kNote};
+    SideText const text{detailsOf(change), change.topic == Topic::kNote && change.name != values::kNote};
     if (change.verb == Verb::kAdded) return std::visit(text, change.to);
     if (change.verb == Verb::kRemoved) return std::visit(text, change.from);
     return std::visit(text, change.from) + " -> " + std::visit(text, change.to);

@@ -11,7 +11,7 @@ namespace vrltool::exchange {
 
 namespace {
 
-constexpr std::size_t kMostElements = 100000;  // of all arrays: a short line must not fill the memory
+constexpr std::size_t kOneElement = 1024;  // bytes of an instance that are kept with each element of an array
 char const* const kHint = "a netlist is a map with 'instances', 'nets' or 'connections', and 'ports'";
 std::pair<char const*, char const*> const kSizes[] = {{"columns", "rows"}, {"num_a", "num_b"}, {"na", "nb"}};
 
@@ -28,10 +28,11 @@ Shapes const kOfInstance{
 struct Reading {
     Document& document;
     Findings& findings;
+    std::size_t const most;    ///< elements that arrays may make
     std::size_t elements = 0;  ///< of all arrays
 
-    bool error(Node const& node, std::string const& text) {
-        findings.add(Severity::kError, document.path, node.mark, text);
+    bool error(Node const& node, std::string const& text, std::string const& hint = "") {
+        findings.add(Severity::kError, document.path, node.mark, text, hint);
         return false;
     }
 
@@ -47,16 +48,21 @@ struct Reading {
     }
 };
 
-/// Reads the size of an array, which is bounded before any element is made.
+/// Reads the size of an array, which is bounded before any element is made: a short line must not fill the memory.
 bool readSize(Reading& reading, Instance& instance) {
     std::string const name = "'" + instance.name.text + "'";
     ArraySize const size = instance.size = arraySizeOf(instance.given);
     if (size.columns == 0 || size.rows == 0)
         return reading.error(instance.name, "array of instance " + name + ": a count is a whole number from 1");
-    bool const bounded = size.columns <= kMostElements && size.rows <= kMostElements &&
-                         (size.count() == 1 || (reading.elements += size.count()) <= kMostElements);
-    return bounded || reading.error(instance.name, "the arrays up to " + name + " have more than " +
-                                                       std::to_string(kMostElements) + " elements");
+    if (size.count() == 1) return true;
+    std::size_t const most = reading.most, each = 1 + written(instance.given, Format::kLine).size() / kOneElement;
+    bool const bounded = size.columns <= most && size.rows <= most / size.columns && size.count() <= most / each &&
+                         (reading.elements += size.count() * each) <= most;
+    std::string const bytes = each > 1 ? ", of which each counts as " + std::to_string(each) + " for its settings" : "";
+    return bounded ||
+           reading.error(instance.name,
+                         "the arrays up to " + name + " have more than " + std::to_string(most) + " elements" + bytes,
+                         "--max-elements raises the limit");
 }
 
 bool readInstance(Reading& reading, Instance& instance) {
@@ -173,12 +179,12 @@ InstancePart instancePart(std::string const& name) {
     return found == known.end() ? InstancePart::kKept : found->second;
 }
 
-Document readDocument(std::string const& path, Findings& findings) {
+Document readDocument(std::string const& path, Findings& findings, DocumentLimits const& limits) {
     Document document;
     document.path = path;
-    document.root = readFile(path);
+    document.root = readFile(path, limits.values);
     refuseOtherShapes(document.root, path);
-    Reading reading{document, findings};
+    Reading reading{document, findings, limits.elements};
     readParts(reading);
     return document;
 }

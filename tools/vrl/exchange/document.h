@@ -5,10 +5,12 @@
 #include <utility>
 #include <vector>
 
-#include "exchange/findings.h"
+#include "values/findings.h"
 #include "values/node.h"
 
 namespace vrltool::exchange {
+
+using namespace values;
 
 /// How many elements an instance is, in columns and rows.
 struct ArraySize {
@@ -28,6 +30,11 @@ std::vector<std::string> elementNames(std::string const& name, ArraySize const& 
 /// The name of the array that has an element of that name; the name itself if it is none.
 inline std::string arrayOf(std::string const& element) { return element.substr(0, element.rfind('<')); }
 
+/// The text of the note about settings that no parameter has; their names follow.
+inline std::string keptSettings(std::string const& component) {
+    return inQuotes(component) + ": settings without a parameter, kept as notes";
+}
+
 /// What the members of an instance are to us: read, the size of an array, or kept as they are.
 enum class InstancePart { kOwn, kArray, kKept };
 InstancePart instancePart(std::string const& name);
@@ -37,7 +44,8 @@ struct Instance {
     Node name;
     Node given;  ///< the component alone, or a map
     ArraySize size = {};
-    bool good = false;  ///< whether it has the shape; if not, that is an error
+    bool good = false;    ///< whether it has the shape; if not, that is an error
+    bool inside = false;  ///< whether it is one of those that a composite was expanded to
 };
 
 /// The component of an instance, a string.
@@ -61,7 +69,13 @@ struct Document {
     std::string name() const { return member(root, "name").text; }
 };
 
+/// What a netlist may ask for.
+struct DocumentLimits {
+    std::size_t elements = 100000;  ///< of all arrays; one with a long instance counts for several
+    Limits values = {};
+};
+
 /// Reads a netlist from a file. A Failure says what is no netlist at all: without a map of instances.
-Document readDocument(std::string const& path, Findings& findings);
+Document readDocument(std::string const& path, Findings& findings, DocumentLimits const& limits = {});
 
 }  // namespace vrltool::exchange

@@ -2,9 +2,9 @@
 
 #include <string>
 
-#include "exchange/findings.h"
 #include "exchange/library.h"
 #include "exchange/name_map.h"
+#include "values/findings.h"
 #include "values/node.h"
 
 namespace vrltool::exchange {

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <ostream>
 
+#include "exchange/composites.h"
+#include "exchange/import_nets.h"
 #include "text/near_names.h"
 #include "text/phrases.h"
 #include "text/progress.h"
@@ -15,18 +17,17 @@ namespace vrltool::exchange {
 
 namespace {
 
-constexpr std::size_t kMostHints = 20;  // looking for near names among many takes its time
-using Choice = vrl::Foundry::CSInfo;
+Node const& settingsOf(Instance const& instance) { return member(instance.given, "settings"); }
 
 /// The name of the foundry of an instance: its own, or that of the map.
-Node foundryOf(Import const& import, Instance const& instance) {
+Node foundryOf(Import const& import, Instance const& instance, ComponentRule const& rule) {
     Node const own = member(member(instance.given, "vrl"), "foundry");
-    return own.isDefined() ? own : import.map.foundry;
+    return own.isDefined() ? own : import.map.foundryOf(rule);
 }
 
 /// Whether there is the foundry of an instance.
-bool checkFoundry(Import& import, Instance const& instance) {
-    Node const foundry = foundryOf(import, instance);
+bool checkFoundry(Import& import, Instance const& instance, ComponentRule const& rule) {
+    Node const foundry = foundryOf(import, instance, rule);
     bool const own = member(member(instance.given, "vrl"), "foundry").isDefined();
     if (import.kinds.hasFoundry(foundry.text)) return true;
     import.findings.add(Severity::kError, own ? import.document.path : import.map.path, foundry.mark,
@@ -37,8 +38,9 @@ bool checkFoundry(Import& import, Instance const& instance) {
 
 /// Whether there is the kind of a rule. What the rule names and the kind lacks is reported once.
 bool checkKind(Import& import, ComponentRule const& rule, Instance const& instance) {
-    FreshBlock const* const fresh = import.kinds.fresh(foundryOf(import, instance).text, rule);
-    if (!import.checkedComponents.insert(rule.component).second) return fresh != nullptr;
+    std::string const foundry = foundryOf(import, instance, rule).text;
+    FreshBlock const* const fresh = import.kinds.fresh(foundry, rule);
+    if (!import.checkedRules.insert(&rule).second) return fresh != nullptr;
     auto const error = [&](Mark const& mark, std::string const& text, std::string const& hint = "") {
         import.findings.add(Severity::kError, import.map.path, mark, text, hint);
     };
@@ -55,8 +57,15 @@ bool checkKind(Import& import, ComponentRule const& rule, Instance const& instan
     for (auto const& [theirs, ours] : rule.ports.ours)
         if (!ours.name.empty() && !fresh->block->getPort(ours.name))
             lacks(ours.mark, "port", ours.name, portNames(*fresh->block));
-    for (auto const& [theirs, ours] : rule.parameters.ours)
-        if (!ours.name.empty() && !fresh->block->find(ours.name)) lacks(ours.mark, "parameter", ours.name, parameters);
+    for (NameRules const* const rules : {&rule.parameters, &rule.info})
+        for (auto const& [theirs, ours] : rules->ours)
+            if (!ours.name.empty() && !fresh->block->find(ours.name))
+                lacks(ours.mark, "parameter", ours.name, parameters);
+    for (auto const& [theirs, ours] : rule.sections) {
+        Node const& name = isMap(ours) ? member(ours, "crossSection") : ours;
+        if (!name.text.empty() && !import.kinds.hasSection(foundry, name.text))
+            error(name.mark, "the foundry '" + foundry + "' has no cross section '" + name.text + "'");
+    }
     for (auto const& entry : rule.defaults) {
         std::string const name = entry.first.text;
         Parameter const* const parameter = fresh->find(name);
@@ -73,22 +82,37 @@ ComponentRule const* ruleFor(Import& import, Instance const& instance) {
     NameMap const& map = import.map;
     Node const given = componentOf(instance.given);
     std::string const component = given.text;
-    ComponentRule const* rule = map.find(component);
+    ComponentRule const* rule = map.find(component, settingsOf(instance));
     if (!rule && map.sameNames && FactoryLoader<vrl::BB>::factory().find(component))
         rule = &import.sameNames.try_emplace(component, component).first->second;
+    if (rule && rule->skipped) return rule;
     if (rule && !rule->key.text.empty())
-        return checkFoundry(import, instance) && checkKind(import, *rule, instance) ? rule : nullptr;
-    std::vector<std::string> names = map.sameNames ? factoryKeys<vrl::BB>() : std::vector<std::string>();
-    for (auto const& known : map.components) names.push_back(known.first);
-    std::string const where = map.path.empty() ? " is no key of ours, and there is no map" : " is not in the map";
-    import.error(given,
-                 "component '" + component + "'" +
-                     (rule ? " has no key in the map, see " + placeText(map.path, rule->mark) : where),
-                 rule ? "" : didYouMean(component, names));
+        return checkFoundry(import, instance, *rule) && checkKind(import, *rule, instance) ? rule : nullptr;
+    auto& missing = import.missingKeys.try_emplace({component, rule}, given.mark, 0).first->second;
+    ++missing.second;
     return nullptr;
 }
 
-/// Whether a parameter took the value of a setting.
+/// Reports the components without a kind, each once, where it is first used.
+void reportMissingKeys(Import& import) {
+    NameMap const& map = import.map;
+    std::vector<std::string> names = map.sameNames ? factoryKeys<vrl::BB>() : std::vector<std::string>();
+    for (auto const& known : map.components) names.push_back(known.first);
+    for (auto const& [of, missing] : import.missingKeys) {
+        auto const& [component, rule] = of;
+        auto const& [mark, count] = missing;
+        bool const known = map.components.count(component) > 0;
+        std::string const where = map.path.empty() ? " is no key of ours, and there is no map"
+                                  : rule           ? " has no key in the map, see " + placeText(map.path, rule->mark)
+                                  : known          ? " has no rule in the map that fits its settings"
+                                                   : " is not in the map";
+        import.report(Severity::kError, mark,
+                      "component '" + component + "'" + where + (count > 1 ? "; " + counted(count, "instance") : ""),
+                      known ? "" : didYouMean(component, names));
+    }
+}
+
+/// Whether a parameter took the value of a setting or of a member of "info".
 bool setParameter(Import& import, vrl::Attribute& attribute, Instance const& instance, Node::Part const& setting,
                   MappedName const& target) {
     Node const& value = setting.second;
@@ -104,17 +128,33 @@ bool setParameter(Import& import, vrl::Attribute& attribute, Instance const& ins
     return true;
 }
 
-/// Sets the parameters that settings lead to. Returns how many there are; the other settings need a note.
+/// Sets the parameters that members of "info" lead to, unless a setting gives them. What is null there is not given.
+void readInfo(Import& import, vrl::BB& block, Instance const& instance, ComponentRule const& rule) {
+    for (auto const& entry : rule.info.ours.empty() ? Node() : mapOf(member(instance.given, "info"))) {
+        auto const target = rule.info.ours.find(entry.first.text);
+        if (target == rule.info.ours.end() || !block.find(target->second.name)) continue;
+        std::string const setting = rule.parameters.toTheirs(target->second.name).name;
+        if (!isNull(entry.second) && isNull(member(settingsOf(instance), setting)))
+            setParameter(import, *block.getAttribute(target->second.name), instance, entry, target->second);
+    }
+}
+
+/// Sets the parameters and the cross section that settings lead to. Returns how many do; the others need a note.
 std::size_t setParameters(Import& import, vrl::BB& block, Instance const& instance, ComponentRule const& rule) {
     std::size_t taken = 0;
-    for (auto const& setting : member(instance.given, "settings")) {
+    Node const& settings = settingsOf(instance);
+    Node const section = rule.section(settings);
+    if (section.isDefined() && !isNull(section)) block.vrl::BB::setCS(choiceOf(section, block.vrl::BB::getCS()));
+    for (auto const& setting : settings) {
         std::string const name = setting.first.text;
         MappedName const target = rule.ourParameter(block, name);
         if (!target.name.empty() && !isNull(setting.second))
             taken += setParameter(import, *block.getAttribute(target.name), instance, setting, target);
-        if (!target.name.empty() || rule.parameters.ours.count(name) > 0) continue;
+        bool const isSection = name == kSectionSetting && section.isDefined();
+        if (target.name.empty() && isSection) ++taken;
+        if (!target.name.empty() || isSection || rule.parameters.ours.count(name) > 0) continue;
         Mark const& first = import.keptSettings.emplace(rule.component, setting.first.mark).first->second;
-        import.keep("'" + rule.component + "': settings without a parameter, kept as notes", name, first);
+        import.keep(keptSettings(rule.component), name, first);
     }
     return taken;
 }
@@ -128,12 +168,6 @@ bool keepMembers(Import& import, Node const& instance) {
         any = true;
     }
     return any;
-}
-
-Choice choiceOf(Node const& node, Choice choice) {
-    choice.setCS(member(node, "crossSection").text);
-    choice.setFlow(member(node, "flow").text);
-    return choice;
 }
 
 /// Sets what an export found besides the settings.
@@ -156,23 +190,33 @@ void applyExtension(Import& import, vrl::BB& block, Node const& extension) {
 
 /// A block for an instance, for the caller.
 vrl::BB* makeBlock(Import& import, Instance const& instance, ComponentRule const& rule) {
-    vrl::BB& block = *import.kinds.create(foundryOf(import, instance).text, rule);
+    vrl::BB& block = *import.kinds.create(foundryOf(import, instance, rule).text, rule);
     Node const extension = member(instance.given, "vrl");
-    std::size_t const settings = member(instance.given, "settings").size(),
-                      taken = setParameters(import, block, instance, rule);
+    readInfo(import, block, instance, rule);
+    std::size_t const settings = settingsOf(instance).size(), taken = setParameters(import, block, instance, rule);
     applyExtension(import, block, extension);
     import.settings += settings;
     import.parameters += taken;
     // An export makes the same of all others without a note.
-    if (keepMembers(import, instance.given) || taken < settings || import.map.find(rule.component) ||
-        isArray(instance.given) || member(extension, "origin").isDefined())
+    if (keepMembers(import, instance.given) || taken < settings || import.map.components.count(rule.component) > 0 ||
+        isArray(instance.given) || instance.inside || member(extension, "origin").isDefined())
         setNote(block, instance.given);
     return &block;
 }
 
 void leaveOut(Import& import, Instance const& instance) {
-    import.leftInstances.add(instance.name, instance.given);
+    import.leftOut.instances.add(instance.name, instance.given);
     import.leftOutNames.insert(instance.name.text);
+}
+
+/// Leaves an instance out that is no part of the circuit. What it connects takes part in the nets.
+void skip(Import& import, Instance const& instance, ComponentRule const& rule) {
+    import.keep("skipped, as " + import.map.name + " says", rule.component);
+    import.skipped.instances.add(instance.name, instance.given);
+    for (std::string const& name : elementNames(instance.name.text, instance.size)) {
+        import.byName.emplace(name, import.elements.size());
+        import.elements.push_back({name, nullptr, &rule});
+    }
 }
 
 /// Adds the elements of an instance, unless there is one of such a name.
@@ -180,17 +224,27 @@ void addInstance(Import& import, Instance const& instance, ComponentRule const& 
     auto const names = elementNames(instance.name.text, instance.size);
     for (std::string const& name : names) {
         if (import.byName.count(name) == 0) continue;
-        import.error(instance.name, "'" + name + "' is duplicated: by itself and in an array");
+        import.error(instance.name, "'" + name + "' is duplicated: by itself and in an array or composite");
         return leaveOut(import, instance);
     }
     std::string const name = instance.name.text;
     if (isArray(instance.given) && names.size() == 1) import.byName.emplace(name + "<0.0>", import.elements.size());
+    if (rule.skipped) return skip(import, instance, rule);
     for (std::string const& element : names) {
         vrl::BB* const block = makeBlock(import, instance, rule);
         import.netlist->addBB(block, element);
         import.byName.emplace(element, import.elements.size());
         import.elements.push_back({element, block, &rule});
     }
+}
+
+/// Keeps the names of expanded composites: the ports that the map does not lead inside are looked for there.
+void addExpanded(Import& import) {
+    for (auto const& [name, given] : import.composites)
+        for (std::string const& element : elementNames(name.text, arraySizeOf(given))) {
+            import.byName.emplace(element, import.elements.size());
+            import.elements.push_back({element, nullptr, compositeRule(import.map, given)});
+        }
 }
 
 void addElements(Import& import) {
@@ -200,169 +254,7 @@ void addElements(Import& import) {
         ComponentRule const* const rule = instance.good ? ruleFor(import, instance) : nullptr;
         rule ? addInstance(import, instance, *rule) : leaveOut(import, instance);
     }
-}
-
-// Which port of ours an "instance,port" leads to, what is wrong with it if it leads to none, and what is connected.
-
-/// The element of that name, or null.
-Import::Element const* elementOf(Import const& import, std::string const& name) {
-    auto const found = import.byName.find(name);
-    return found == import.byName.end() ? nullptr : &import.elements[found->second];
-}
-
-/// Reports an "instance,port" that leads nowhere.
-void reportUnknown(Import& import, Node const& node, std::string const& name, std::string const& port) {
-    Import::Element const* const element = elementOf(import, name);
-    std::vector<std::string> names;
-    if (element) {
-        for (std::string const& ours : portNames(*element->block))
-            names.push_back(element->rule->ports.toTheirs(ours).name);
-        names.erase(std::remove(names.begin(), names.end(), ""), names.end());
-        import.error(node, "'" + name + "' (" + element->rule->component + ") has no port '" + port + "'",
-                     namesHint(port, names, "its ports"));
-    } else if (elementOf(import, name + "<0.0>")) {
-        import.error(node, "'" + name + "' is an array", "name one of its elements, as '" + name + "<0.0>'");
-    } else {
-        if (import.findings.errors() < kMostHints)
-            for (Instance const& instance : import.document.instances) names.push_back(instance.name.text);
-        import.error(node, "there is no instance '" + name + "'", didYouMean(name, names));
-    }
-}
-
-/// Follows an "instance,port"; what leads nowhere and was not left out is reported.
-std::optional<Import::Port> follow(Import& import, Node const& node) {
-    auto const comma = node.text.rfind(',');
-    std::string const name = node.text.substr(0, comma), theirs = node.text.substr(comma + 1);
-    Import::Element const* const element = elementOf(import, name);
-    std::string const port = element ? element->rule->ourPort(*element->block, theirs) : "";
-    if (!port.empty()) return Import::Port(element - import.elements.data(), port);
-    if (import.leftOutNames.count(name) == 0 && import.leftOutNames.count(arrayOf(name)) == 0)
-        reportUnknown(import, node, name, theirs);
-    return {};
-}
-
-/// The place of a port among those that are used, a new one at its first mention.
-std::size_t placeOf(Import& import, Import::Port const& port) {
-    auto const found = import.places.emplace(port, import.ports.size());
-    if (found.second) import.ports.push_back({port, import.ports.size()});
-    return found.first->second;
-}
-
-std::size_t rootOf(std::vector<Import::UsedPort>& ports, std::size_t place) {
-    while (ports[place].parent != place) place = ports[place].parent = ports[ports[place].parent].parent;
-    return place;
-}
-
-void use(Import& import, std::size_t place, Mark const& mark) {
-    if (++import.ports[place].uses == 2) import.ports[place].secondUse = mark;
-}
-
-/// "element,port", as notes have it.
-std::string portText(Import const& import, Import::Port const& port) {
-    return import.elements[port.first].name + "," + port.second;
-}
-
-/// The ports that a net connects; none, and an error, if there is anything wrong with them.
-std::vector<Import::Port> portsOf(Import& import, Net const& net) {
-    std::vector<Import::Port> ports;
-    for (Node const& name : net.ports)
-        if (auto const port = follow(import, name)) ports.push_back(*port);
-    bool good = ports.size() == net.ports.size();
-    for (std::size_t i = 1; good && i < ports.size(); ++i)
-        good = ports[i - 1] != ports[i] ||
-               import.error(net.ports[i], "'" + net.ports[i].text + "' is connected with itself");
-    return good ? ports : std::vector<Import::Port>();
-}
-
-void connectNet(Import& import, Net const& net) {
-    std::vector<Import::Port> const ports = portsOf(import, net);
-    if (ports.empty()) return import.leftNets.add(net.given);
-    for (std::size_t i = 1; i < ports.size(); ++i) {
-        std::size_t const a = placeOf(import, ports[i - 1]), b = placeOf(import, ports[i]);
-        if (!import.connections.insert(std::minmax(a, b)).second) {
-            import.report(Severity::kNote, net.ports[i].mark, "the net is duplicated");
-            continue;
-        }
-        auto const [first, later] = std::minmax({rootOf(import.ports, a), rootOf(import.ports, b)});
-        import.ports[later].parent = first;
-        use(import, a, net.ports[i - 1].mark);
-        use(import, b, net.ports[i].mark);
-        if (isMap(net.given) && net.given.size() > 2) {
-            auto const names = std::minmax({portText(import, ports[0]), portText(import, ports[1])});
-            import.netNotes.add(names.first + " " + names.second, net.given);
-        }
-    }
-}
-
-void followOuterPorts(Import& import) {
-    for (auto const& [outer, leadsTo] : import.document.ports) {
-        auto const port = follow(import, leadsTo);
-        std::string const name = outer.text;
-        if (!port) {
-            Node left{Kind::kList};
-            left.add(stringNode(leadsTo.text));
-            import.portNotes.add(outer, left);
-            import.outerPorts[name];
-            continue;
-        }
-        import.portNotes.add(outer, stringNode(portText(import, *port)));
-        std::size_t const place = placeOf(import, *port);
-        import.outerPorts[name] = place;
-        use(import, place, leadsTo.mark);
-        ++import.portCount;
-    }
-}
-
-vrl::EnumList::Domain domainOf(Import const& import, Import::Port const& used) {
-    vrl::BB::Port* const port = import.elements[used.first].block->getPort(used.second);
-    return port ? port->getDomain() : vrl::EnumList::Unknown;
-}
-
-/// Light has one way from port to port: an optical port that is used twice is reported. Wires may branch.
-void reportSharedPorts(Import& import) {
-    for (Import::UsedPort const& used : import.ports) {
-        if (used.uses < 2 || domainOf(import, used.port) != vrl::EnumList::Optics) continue;
-        Import::Element const& element = import.elements[used.port.first];
-        import.report(Severity::kWarning, used.secondUse,
-                      "'" + element.name + "," + element.rule->ports.toTheirs(used.port.second).name + "' is used " +
-                          std::to_string(used.uses) + " times; all that it connects becomes one node");
-    }
-}
-
-/// Puts the node of an outer port on a list of the boundary; nothing if the port was left out.
-void addToBoundary(Import& import, std::size_t side, Node const& name) {
-    auto const outer = import.outerPorts.find(name.text);
-    if (outer == import.outerPorts.end()) import.error(name, "there is no outer port '" + name.text + "'");
-    if (outer == import.outerPorts.end() || !outer->second) return;
-    unsigned const node = import.ports[*outer->second].node;
-    ((*import.netlist).*kSides[side].add)(node, nullptr);
-    if (import.boundaryNodes.insert(node).second) import.boundary[side].push_back(name.text);
-}
-
-/// Sets the lists of the boundary: as they are given, by outer ports, or by the ports of ours that those lead to.
-void setBoundary(Import& import) {
-    Node const boundary = member(import.document.extension, "boundary");
-    for (std::size_t side = 0; side < kSides.size(); ++side)
-        for (auto const& name : member(boundary, kSides[side].word)) addToBoundary(import, side, name.second);
-    if (boundary.isDefined()) return;
-    for (auto const& [name, leadsTo] : import.document.ports) {
-        auto const& place = import.outerPorts.at(name.text);
-        if (!place) continue;
-        Import::Port const& port = import.ports[*place].port;
-        addToBoundary(import, sideOf(port.second, domainOf(import, port)), name);
-    }
-}
-
-/// Connects the ports that nets name, adds the nodes of all, and sets the boundary.
-void connectPorts(Import& import) {
-    for (Net const& net : import.document.nets) connectNet(import, net);
-    followOuterPorts(import);
-    reportSharedPorts(import);
-    for (Import::UsedPort& used : import.ports) {
-        unsigned& node = import.ports[rootOf(import.ports, used.parent)].node;
-        node = used.node = import.netlist->addNode(import.elements[used.port.first].name, used.port.second, node);
-    }
-    setBoundary(import);
+    reportMissingKeys(import);
 }
 
 /// Whether an export makes the same outer ports without a note of them.
@@ -385,13 +277,13 @@ void keepNotes(Import& import) {
             import.members.add(entry.first, entry.second);
             import.keep("kept as notes", entry.first.text);
         }
-    Node const left =
-        newMap({{"instances", unlessEmpty(import.leftInstances)}, {"nets", unlessEmpty(import.leftNets)}});
     Node const note = newMap({{"members", unlessEmpty(import.members)},
                               {"connections", onlyConnections ? plainNode("true") : Node()},
                               {"ports", portsAreDerived(import) ? Node() : unlessEmpty(import.portNotes)},
                               {"nets", unlessEmpty(import.netNotes)},
-                              {"leftOut", unlessEmpty(left)}});
+                              {"composites", unlessEmpty(import.composites)},
+                              {"skipped", unlessEmpty(import.skipped.note())},
+                              {"leftOut", unlessEmpty(import.leftOut.note())}});
     if (note.size() > 0) setNote(*import.netlist, note);
 }
 
@@ -399,6 +291,7 @@ void keepNotes(Import& import) {
 
 void importDocument(Import& import) {
     import.netlist.reset(vrl::Netlist::create(""));
+    addExpanded(import);
     addElements(import);
     connectPorts(import);
     keepNotes(import);

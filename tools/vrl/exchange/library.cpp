@@ -2,10 +2,10 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdlib>
 #include <limits>
 
 #include "circuit/direction.h"
+#include "guard/thrown.h"
 #include "text/number.h"
 
 namespace vrltool::exchange {
@@ -14,15 +14,6 @@ namespace {
 
 using Complex = std::complex<double>;
 using Value = std::optional<ParameterValue>;
-
-/// The number of a node. JSON has strings for those that are not finite.
-std::optional<double> numberOf(Node const& node) {
-    std::string const text = isString(node) ? resolved(node.text) : node.text;
-    bool const plain = !text.empty() && text.find_first_of("in") == std::string::npos;
-    if (node.kind == Kind::kNumber && plain) return std::strtod(text.c_str(), nullptr);
-    if (text == ".inf" || text == "-.inf") return text[0] == '-' ? -INFINITY : INFINITY;
-    return text == ".nan" ? std::optional(std::nan("")) : std::nullopt;
-}
 
 Value wholeNumber(Node const& node, double factor, std::string& why) {
     if (node.kind != Kind::kNumber) return {};
@@ -79,6 +70,14 @@ vrl::Foundry* Kinds::foundry(std::string const& name) {
     return foundries[name] = vrl::Foundry::create(name);
 }
 
+bool Kinds::hasSection(std::string const& foundryName, std::string const& name) {
+    vrl::Foundry const* const known = foundry(foundryName);
+    if (!known || known->beginCrossSection() == known->endCrossSection()) return true;
+    std::unique_ptr<vrl::CrossSection> section;
+    quietlyThrownBy([&] { section.reset(known->createCS(name)); });
+    return section != nullptr;
+}
+
 vrl::BB* Kinds::create(std::string const& foundryName, ComponentRule const& rule) {
     vrl::BB* const block = rule.key.text.empty() ? nullptr : vrl::BB::create(foundry(foundryName), rule.key.text);
     for (auto const& entry : block ? rule.defaults : Node())
@@ -87,7 +86,7 @@ vrl::BB* Kinds::create(std::string const& foundryName, ComponentRule const& rule
 }
 
 FreshBlock const* Kinds::fresh(std::string const& foundryName, ComponentRule const& rule) {
-    auto const made = freshBlocks.try_emplace({foundryName, rule.component, rule.key.text});
+    auto const made = freshBlocks.try_emplace({foundryName, rule.component, rule.key.text, rule.variant});
     FreshBlock& entry = made.first->second;
     if (made.second && (entry.block = create(foundryName, rule)))
         for (Parameter& parameter : parametersOf(*entry.block))
@@ -101,6 +100,13 @@ std::vector<std::string> portNames(vrl::BB& block) {
     return names;
 }
 
+Choice choiceOf(Node const& node, Choice choice) {
+    Node const &name = isString(node) ? node : member(node, "crossSection"), &flow = member(node, "flow");
+    if (name.isDefined()) choice.setCS(name.text);
+    if (flow.isDefined()) choice.setFlow(flow.text);
+    return choice;
+}
+
 std::array<Side, 3> const kSides{{{"inputs", "in", &Circuit::inputs, &vrl::Netlist::setInputNode},
                                   {"outputs", "out", &Circuit::outputs, &vrl::Netlist::setOutputNode},
                                   {"dc", "dc", &Circuit::dc, &vrl::Netlist::setDCNode}}};
@@ -108,6 +114,14 @@ std::array<Side, 3> const kSides{{{"inputs", "in", &Circuit::inputs, &vrl::Netli
 std::size_t sideOf(std::string const& port, vrl::EnumList::Domain domain) {
     if (domain != vrl::EnumList::Optics) return 2;
     return directionOf(port) == Direction::kOutput ? 1 : 0;
+}
+
+std::optional<double> numberOf(Node const& node) {
+    std::string const text = isString(node) ? resolved(node.text) : node.text;
+    bool const plain = !text.empty() && text.find_first_of("in") == std::string::npos;
+    if (node.kind == Kind::kNumber && plain) return numberFrom(text);
+    if (text == ".inf" || text == "-.inf") return text[0] == '-' ? -INFINITY : INFINITY;
+    return text == ".nan" ? std::optional(std::nan("")) : std::nullopt;
 }
 
 Value valueFor(ParameterValue const& current, Node const& node, double factor, std::string& why) {

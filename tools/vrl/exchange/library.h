@@ -4,6 +4,7 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -35,6 +36,8 @@ public:
 
     /// Whether a plug-in brings that foundry. The empty name is that of no foundry, which there always is.
     bool hasFoundry(std::string const& name) { return name.empty() || foundry(name); }
+    /// Whether a foundry makes a cross section of that name. One that lists none may make any.
+    bool hasSection(std::string const& foundryName, std::string const& name);
     /// A new block for the caller with the defaults of the rule, or null for an unknown kind.
     vrl::BB* create(std::string const& foundryName, ComponentRule const& rule);
     /// Such a block that nobody changes, or null for an unknown kind.
@@ -44,7 +47,8 @@ private:
     vrl::Foundry* foundry(std::string const& name);
 
     std::map<std::string, vrl::Foundry*> foundries;
-    std::map<std::array<std::string, 3>, FreshBlock> freshBlocks;  ///< by foundry, component and key
+    /// By foundry, component, key, and the place of the rule among those of the component.
+    std::map<std::tuple<std::string, std::string, std::string, std::size_t>, FreshBlock> freshBlocks;
 };
 
 /// The keys of all blocks or foundries.
@@ -55,6 +59,11 @@ std::vector<std::string> factoryKeys() {
         if (!entry->first.empty()) keys.push_back(entry->first);
     return keys;
 }
+
+using Choice = vrl::Foundry::CSInfo;
+
+/// A choice with another cross section, by its name or a map of "crossSection" and "flow"; what is missing stays.
+Choice choiceOf(Node const& node, Choice choice);
 
 /// The names of the ports of a block, in the order of declaration.
 std::vector<std::string> portNames(vrl::BB& block);
@@ -73,6 +82,9 @@ extern std::array<Side, 3> const kSides;
 /// The list for an outer port, by its place: for an optical one by the direction of its port, inputs where the port has
 /// none; DC for all others.
 std::size_t sideOf(std::string const& port, vrl::EnumList::Domain domain);
+
+/// The number of a node; nothing for what is none. JSON has strings for numbers that are not finite.
+std::optional<double> numberOf(Node const& node);
 
 /// The value of a netlist for a parameter that has some value of its type: numbers are multiplied by the factor, and an
 /// Int has to stay whole. Without a value, `why` gets the reason: "is a string, where a number belongs".

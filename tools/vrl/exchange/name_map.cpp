@@ -2,9 +2,9 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdlib>
-#include <regex>
+#include <set>
 
+#include "exchange/installed_maps.h"
 #include "exchange/library.h"
 #include "text/failure.h"
 #include "text/near_names.h"
@@ -16,14 +16,41 @@ namespace vrltool::exchange {
 namespace {
 
 Shapes const kParameter{{"to", "t"}, {"factor", "#"}};
-Shapes const kComponent{{"key", "nt"},
+Shapes const kPort{{"skip", "b"}};
+Shapes const kSection{{"crossSection", "t"}, {"flow", "t"}};
+Shapes const kSections{{"*", "ntm", kSection}};
+Shapes const kInside{{"component", "t"}, {"settings", "nm"}, {"info", "nm"}};
+Shapes const kComposite{{"instances", "m", {{"*", "tm", kInside}}}, {"nets", "nl", {{"*", "l"}}}};
+Shapes const kComponent{{"when", "m"},
+                        {"key", "nt"},
+                        {"skip", "b"},
+                        {"through", "l", {{"*", "l", {{"*", "t"}}}}},
+                        {"composite", "m", kComposite},
+                        {"foundry", "nt"},
                         {"sameNames", "b"},
-                        {"ports", "nm", {{"*", "nt"}}},
-                        {"parameters", "nm", {{"*", "ntm", kParameter}}},
+                        {"ports", "nm", {{"*", "ntm", kPort}}},
+                        {"parameters", "nm", {{"*", "ntml"}}},
+                        {"info", "nm", {{"*", "ntm", kParameter}}},
+                        {"crossSections", "nm", kSections},
                         {"defaults", "nm"}};
-Shapes const kMap{{"foundry", "nt"}, {"sameNames", "b"}, {"components", "m", {{"*", "ntm", kComponent}}}};
+Shapes const kMap{
+    {"foundry", "nt"}, {"sameNames", "b"}, {"crossSections", "nm", kSections}, {"components", "m", {{"*", "ntlm"}}}};
 
 bool isTrue(Node const& node, bool unlessGiven) { return isNull(node) ? unlessGiven : node.text == "true"; }
+
+void checkShape(std::string const& path, Node const& node, std::string const& what, Shapes const& shapes) {
+    for (Misfit const& misfit : misfits(node, what, shapes)) fail(path, misfit.mark, misfit.text, misfit.hint);
+}
+
+/// The settings of a composite: each has the place of one, or a list of them.
+std::vector<std::pair<std::string, std::string>> readInsideSettings(Node const& node) {
+    std::vector<std::pair<std::string, std::string>> settings;
+    for (auto const& [theirs, target] : node) {
+        if (isString(target)) settings.emplace_back(theirs.text, target.text);
+        for (auto const& one : listOf(target)) settings.emplace_back(theirs.text, one.second.text);
+    }
+    return settings;
+}
 
 /// The names of the ports or parameters of a component. Two names of theirs for one of ours would have no way back.
 NameRules readRules(std::string const& path, Node const& node, std::string const& things, bool sameNames) {
@@ -31,10 +58,10 @@ NameRules readRules(std::string const& path, Node const& node, std::string const
     rules.sameNames = sameNames;
     for (auto const& entry : node) {
         std::string const name = printable(entry.first.text);
-        bool const map = isMap(entry.second);
+        bool const map = isMap(entry.second), skipped = isTrue(member(entry.second, "skip"), false);
         Node const to = map ? member(entry.second, "to") : entry.second, factor = member(entry.second, "factor");
-        MappedName const ours{to.text, isNull(factor) ? 1 : std::strtod(factor.text.c_str(), nullptr), to.mark};
-        if (map && ours.name.empty())
+        MappedName const ours{to.text, isNull(factor) ? 1 : numberOf(factor).value_or(0), to.mark, skipped};
+        if (map && ours.name.empty() && !skipped)
             fail(path, entry.second.mark, "'" + name + "' has no 'to'", "name the parameter of ours that it sets");
         if (ours.factor == 0 || !std::isfinite(ours.factor))
             fail(path, factor.mark, "'factor' of '" + name + "' is 0 or no number");
@@ -45,91 +72,119 @@ NameRules readRules(std::string const& path, Node const& node, std::string const
     return rules;
 }
 
-ComponentRule readComponent(std::string const& path, Node const& name, Node const& node, bool sameNames) {
+SectionRules readSections(Node const& node, SectionRules sections) {
+    for (auto const& [theirs, ours] : node) sections[theirs.text] = ours;
+    return sections;
+}
+
+/// The instance of a composite that a port or a net of its rule names.
+void checkPart(std::string const& path, ComponentRule const& rule, Node const& node) {
+    Node const instances = member(rule.composite, "instances");
+    auto const comma = node.text.rfind(',');
+    std::string const part = node.text.substr(0, comma),
+                      in = " in the composite " + inQuotes(printable(rule.component));
+    if (!isString(node) || comma == std::string::npos)
+        fail(path, node.mark,
+             "a port" + in + " is " + (isString(node) ? inQuotes(printable(node.text)) : kindWord(node.kind)) +
+                 ", where \"instance,port\" belongs");
+    std::vector<std::string> names;
+    for (auto const& entry : instances) names.push_back(entry.first.text);
+    if (!member(instances, part).isDefined())
+        fail(path, node.mark, "there is no instance " + inQuotes(printable(part)) + in, didYouMean(part, names));
+}
+
+/// Fails for a composite that names an instance that it has not, or that has none.
+void checkComposite(std::string const& path, Node const& node, ComponentRule const& rule) {
+    std::string const name = inQuotes(printable(rule.component));
+    if (member(rule.composite, "instances").size() == 0)
+        fail(path, rule.composite.mark, "the composite " + name + " has no 'instances'");
+    for (auto const& [instance, given] : member(rule.composite, "instances"))
+        if (!isString(given) && !isString(member(given, "component")))
+            fail(path, given.mark,
+                 "the instance " + inQuotes(printable(instance.text)) + " of " + name + " names no component");
+    for (auto const& net : listOf(member(rule.composite, "nets"))) {
+        if (net.second.size() < 2)
+            fail(path, net.second.mark, "a net of the composite " + name + " has less than two ports");
+        for (auto const& port : net.second) checkPart(path, rule, port.second);
+    }
+    for (auto const& port : member(node, "ports"))
+        if (isString(port.second)) checkPart(path, rule, port.second);
+    for (auto const& [theirs, target] : member(node, "parameters")) {
+        if (isString(target)) checkPart(path, rule, target);
+        if (isMap(target))
+            fail(path, target.mark, "a setting of the composite " + name + " has a factor",
+                 "factors belong to the rules for its instances");
+        for (auto const& one : listOf(target)) checkPart(path, rule, one.second);
+    }
+}
+
+/// Fails for what a rule says and what can have no effect.
+void checkRule(std::string const& path, Node const& node, ComponentRule const& rule) {
+    std::string const name = inQuotes(printable(rule.component));
+    auto const refuse = [&](std::string const& what, std::initializer_list<char const*> idle) {
+        for (char const* const word : idle)
+            if (!isNull(member(node, word)))
+                fail(path, member(node, word).mark, name + " is " + what + " and has '" + word + "'",
+                     "remove one of them");
+    };
+    if (rule.skipped)
+        refuse("skipped", {"key", "composite", "foundry", "ports", "parameters", "info", "crossSections", "defaults"});
+    if (isMap(rule.composite)) refuse("a composite", {"key", "foundry", "info", "crossSections", "defaults"});
+    if (isMap(rule.composite)) checkComposite(path, node, rule);
+    if (!rule.skipped && isList(rule.through))
+        fail(path, rule.through.mark, name + " is not skipped and has 'through'", "only skipped ones connect ports");
+    std::set<std::string> seen;
+    for (auto const& group : rule.through)
+        for (auto const& port : group.second)
+            if (!seen.insert(port.second.text).second)
+                fail(path, port.second.mark,
+                     "'through' of " + name + " has '" + printable(port.second.text) + "' twice");
+}
+
+ComponentRule readRule(NameMap const& map, Node const& name, Node const& node, SectionRules const& sections) {
     ComponentRule rule(name.text);
-    std::string const of = " of '" + printable(rule.component) + "'";
-    rule.mark = name.mark;
+    std::string const of = " of '" + printable(rule.component) + "'", &path = map.path;
+    checkShape(path, node, inQuotes(printable(name.text)), kComponent);
+    rule.mark = isMap(node) ? node.mark : name.mark;
+    rule.when = member(node, "when");
     rule.key = isMap(node) ? member(node, "key") : node;  // the short form is the key alone
-    bool const same = isTrue(member(node, "sameNames"), sameNames);
+    rule.skipped = isTrue(member(node, "skip"), false);
+    rule.through = member(node, "through");
+    rule.composite = member(node, "composite");
+    rule.foundry = member(node, "foundry");
+    bool const same = isTrue(member(node, "sameNames"), map.sameNames);
     rule.ports = readRules(path, member(node, "ports"), "ports" + of, same);
-    rule.parameters = readRules(path, member(node, "parameters"), "settings" + of, same);
+    Node const parameters = member(node, "parameters");
+    if (isMap(rule.composite)) {
+        rule.insideSettings = readInsideSettings(parameters);
+        for (auto const& known : parameters) rule.parameters.ours[known.first.text];
+    } else {
+        checkShape(path, parameters, "'parameters'", {{"*", "ntm", kParameter}});
+        rule.parameters = readRules(path, parameters, "settings" + of, same);
+    }
+    rule.info = readRules(path, member(node, "info"), "members of 'info'" + of, false);
+    rule.sections = readSections(member(node, "crossSections"), sections);
     rule.defaults = member(node, "defaults");
+    checkRule(path, node, rule);
     return rule;
 }
 
-using Names = std::vector<std::string>;
-
-/// What a netlist uses of one component.
-struct Used {
-    std::size_t instances = 0;
-    std::map<std::string, Node> ports, settings;  ///< settings with the first value that is not null
-};
-
-std::map<std::string, Used> usedComponents(Document const& document) {
-    std::map<std::string, Used> components;
-    std::map<std::string, Used*> ofInstance;
-    for (Instance const& instance : document.instances) {
-        if (!instance.good) continue;
-        Used& used = *(ofInstance[arrayOf(instance.name.text)] = &components[componentOf(instance.given).text]);
-        ++used.instances;
-        for (auto const& setting : member(instance.given, "settings")) {
-            Node& value = used.settings.emplace(setting.first.text, setting.second).first->second;
-            if (isNull(value)) value = setting.second;
-        }
+/// The rules for a component: one, or a list, of which the first that fits is for an instance.
+std::vector<ComponentRule> readComponent(NameMap const& map, Node const& name, Node const& node,
+                                         SectionRules const& sections) {
+    std::vector<ComponentRule> rules;
+    if (!isList(node)) return {readRule(map, name, node, sections)};
+    for (auto const& part : node) {
+        if (!isMap(part.second))
+            fail(map.path, part.second.mark,
+                 wrongKind("a rule of " + inQuotes(printable(name.text)), part.second, "a map"));
+        if (!rules.empty() && isNull(rules.back().when))
+            fail(map.path, part.second.mark, "this rule of " + inQuotes(printable(name.text)) + " is for no instance",
+                 "the rule before it has no 'when' and is for all");
+        rules.push_back(readRule(map, name, part.second, sections));
+        rules.back().variant = rules.size() - 1;
     }
-    auto const addPort = [&](std::string const& port) {
-        auto const comma = port.rfind(',');
-        auto const found = ofInstance.find(arrayOf(port.substr(0, comma)));
-        if (found != ofInstance.end()) found->second->ports[port.substr(comma + 1)];
-    };
-    for (Net const& net : document.nets)
-        for (Node const& port : net.ports) addPort(port.text);
-    for (auto const& outer : document.ports) addPort(outer.second.text);
-    return components;
-}
-
-/// Up to three names that have words of a name in them, most of them first; without any, those that are spelt alike.
-Names proposals(std::string const& name, Names const& known) {
-    static std::regex const word("[A-Za-z][a-z]{2,15}");  // bounded, as its stack is
-    std::multimap<int, std::string> shared;
-    for (std::string const& candidate : known) {
-        int count = 0;
-        for (std::sregex_iterator at(name.begin(), name.end(), word), end; at != end; ++at)
-            count -= std::regex_search(candidate, std::regex(at->str(), std::regex::icase));
-        if (count < 0) shared.emplace(count, candidate);
-    }
-    Names names;
-    for (auto const& entry : shared)
-        if (names.size() < 3) names.push_back(entry.second);
-    return names.empty() ? nearNames(name, known) : names;
-}
-
-std::string yaml(Node const& node) { return written(node, Format::kYaml); }
-
-/// A list of names for a comment.
-std::string listed(Names const& names) { return printable(listText(names, names.size())); }
-
-/// The rules to begin with for ports or settings, with examples of the values of settings. Ports that are not called
-/// as ours are taken in order: theirs as they are named, ours as they are declared.
-std::string ruleLines(bool ports, std::map<std::string, Node> const& used, Names const& ours) {
-    std::string lines = std::string(ports ? "    ports:" : "    parameters:") +
-                        (ours.empty() ? "" : "  # ours: " + listed(ours)) + '\n';
-    auto const known = [&](auto const& entry) {
-        return std::find(ours.begin(), ours.end(), entry.first) != ours.end();
-    };
-    bool const allKnown = std::all_of(used.begin(), used.end(), known);
-    std::size_t next = 0;
-    for (auto const& entry : used) {
-        std::string const name = yaml(stringNode(entry.first));
-        bool const same = ports ? allKnown : known(entry), inOrder = ports && !same && next < ours.size();
-        lines += "      " + name + ": " + (same ? name : inOrder ? yaml(stringNode(ours[next++])) : "null");
-        Names const near = ports || same ? Names() : proposals(entry.first, ours);
-        if (!ports)
-            lines += "  # such as " +
-                     (entry.second.kind < Kind::kList ? printable(yaml(entry.second)) : kindWord(entry.second.kind));
-        lines += (near.empty() ? "" : "; perhaps " + listed(near)) + '\n';
-    }
-    return used.empty() ? "" : lines;
+    return rules;
 }
 
 }  // namespace
@@ -156,56 +211,59 @@ MappedName ComponentRule::ourParameter(vrl::BB& block, std::string const& name) 
     return block.find(ours.name) ? ours : MappedName();
 }
 
-ComponentRule const* NameMap::find(std::string const& component) const {
+bool ComponentRule::fits(Node const& settings) const {
+    return std::all_of(when.begin(), when.end(), [&](Node::Part const& wanted) {
+        std::string const given = written(member(settings, wanted.first.text), Format::kLine);
+        auto const isGiven = [&](Node::Part const& one) { return written(one.second, Format::kLine) == given; };
+        if (!isList(wanted.second)) return isGiven(wanted);
+        return std::any_of(wanted.second.begin(), wanted.second.end(), isGiven);
+    });
+}
+
+Node ComponentRule::section(Node const& settings) const {
+    Node const& given = member(settings, kSectionSetting);
+    auto const found = isString(given) ? sections.find(given.text) : sections.end();
+    return found == sections.end() ? Node() : found->second;
+}
+
+std::string ComponentRule::throughPort(std::string const& name) const {
+    for (auto const& [none, group] : through)
+        for (auto const& port : group)
+            if (port.second.text == name) return group.begin()->second.text;
+    return {};
+}
+
+ComponentRule const* NameMap::find(std::string const& component, Node const& settings) const {
     auto const found = components.find(component);
-    return found == components.end() ? nullptr : &found->second;
+    if (found == components.end()) return nullptr;
+    for (ComponentRule const& rule : found->second)
+        if (rule.fits(settings)) return &rule;
+    return nullptr;
 }
 
 ComponentRule const* NameMap::forKey(std::string const& key) const {
     for (auto const& entry : components)
-        if (!key.empty() && entry.second.key.text == key) return &entry.second;
+        for (ComponentRule const& rule : entry.second)
+            if (!key.empty() && isNull(rule.when) && rule.key.text == key) return &rule;
     return nullptr;
 }
 
-NameMap readNameMap(std::string const& path) {
+NameMap readNameMap(std::string const& name) {
     NameMap map;
-    map.path = path;
+    map.name = name;
+    std::string const path = map.path = pathOfMap(name);
     if (path.empty()) return map;
     Node const root = readFile(path), components = member(root, "components");
     if (!isMap(root)) fail(path, root.mark, wrongKind("the map", root, "a map"));
-    for (Misfit const& misfit : misfits(root, "the map", kMap)) fail(path, misfit.mark, misfit.text, misfit.hint);
+    checkShape(path, root, "the map", kMap);
     if (!components.isDefined())
         fail(path, root.mark, "has no 'components'", "each component of the netlist has an entry there");
     map.foundry = member(root, "foundry");
     map.sameNames = isTrue(member(root, "sameNames"), true);
+    SectionRules const sections = readSections(member(root, "crossSections"), {});
     for (auto const& entry : components)
-        map.components.emplace(entry.first.text, readComponent(path, entry.first, entry.second, map.sameNames));
+        map.components.emplace(entry.first.text, readComponent(map, entry.first, entry.second, sections));
     return map;
-}
-
-std::string mapTemplate(Document const& document) {
-    Kinds kinds;
-    Names const foundries = factoryKeys<vrl::Foundry>();
-    auto const components = usedComponents(document);
-    std::string out = "# From the names of " + printable(document.path) +
-                      " to ours. What is null has still to be filled in,\n"
-                      "# or may stay so: a setting that is null is kept as a note.\n"
-                      "# Parameters may convert: {to: length, factor: 1000}.\n"
-                      "foundry: " +
-                      (foundries.empty() ? "null" : yaml(stringNode(foundries.front()))) +
-                      (foundries.size() > 1 ? "  # " + listed(foundries) : "") +
-                      (components.empty() ? "\ncomponents: {}\n" : "\ncomponents:\n");
-    for (auto const& [name, used] : components) {
-        Names const keys = proposals(name, factoryKeys<vrl::BB>());
-        FreshBlock const* const fresh = keys.empty() ? nullptr : kinds.fresh("", ComponentRule(keys.front()));
-        out += "  " + yaml(stringNode(name)) + ":  # " + counted(used.instances, "instance") +
-               "\n    key: " + (fresh ? yaml(stringNode(keys.front())) : "null");
-        if (keys.empty()) out += "  # one of " + listed(factoryKeys<vrl::BB>());
-        if (keys.size() > 1) out += "  # or " + listed({keys.begin() + 1, keys.end()});
-        out += '\n' + ruleLines(true, used.ports, fresh ? portNames(*fresh->block) : Names()) +
-               ruleLines(false, used.settings, fresh ? fresh->parameterNames() : Names());
-    }
-    return out;
 }
 
 }  // namespace vrltool::exchange

@@ -2,6 +2,8 @@
 
 #include <map>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "exchange/document.h"
 #include "values/node.h"
@@ -17,6 +19,7 @@ struct MappedName {
     std::string name;
     double factor = 1;
     Mark mark = {};
+    bool skipped = false;  ///< whether what leads there is passed over
 };
 
 /// The names of ports or parameters of one component, both ways.
@@ -29,40 +32,62 @@ struct NameRules {
     MappedName toTheirs(std::string const& name) const;
 };
 
-/// What the map says of one component of theirs.
+/// Our choices of cross section by their names for cross sections, in order of these.
+using SectionRules = std::map<std::string, Node>;
+
+/// The setting that names a cross section.
+constexpr char kSectionSetting[] = "cross_section";
+
+/// What the map says of one component of theirs, or of those instances of it that have certain settings.
 struct ComponentRule {
     std::string component;
-    Node key;  ///< of ours; null if it has none yet
+    std::size_t variant = 0;  ///< its place among the rules for the component
+    Node when = {};           ///< settings with their value, or a list of values; null for all instances
+    Node key;                 ///< of ours; null if it has none yet
     Mark mark = {};
+    bool skipped = false;  ///< whether instances are no part of the circuit
+    Node through = {};     ///< of skipped ones: lists of ports that they connect
+    Node composite = {};   ///< the instances and nets in its place; ports lead to "instance,port"
+    /// Of a composite: settings, each with an "instance,setting" that it gives. There may be several for one.
+    std::vector<std::pair<std::string, std::string>> insideSettings = {};
+    Node foundry = {};  ///< its name; undefined for that of the map
     NameRules ports = {}, parameters = {};
+    NameRules info = {};  ///< parameters of ours that no setting has to give
+    SectionRules sections = {};
     Node defaults = {};  ///< parameters of ours that settings do not give
 
     /// Our kind by its own names, until more is known.
     explicit ComponentRule(std::string const& name) : component(name), key(stringNode(name)) {}
 
+    /// Whether the rule is for an instance with these settings.
+    bool fits(Node const& settings) const;
     /// The port or parameter of a block for a name of theirs; empty unless the block has it.
     std::string ourPort(vrl::BB& block, std::string const& name) const;
     MappedName ourParameter(vrl::BB& block, std::string const& name) const;
+    /// The choice of cross section that settings lead to, as the map has it; undefined without one.
+    Node section(Node const& settings) const;
+    /// The name for a group of ports that a skipped instance connects; empty if the port is in none.
+    std::string throughPort(std::string const& name) const;
 };
 
 /// A map file. Without a file each of our names is mapped to itself.
 struct NameMap {
-    std::string path;   ///< empty without a file
+    std::string name;   ///< as it was asked for; empty without a file
+    std::string path;   ///< of its file
     Node foundry = {};  ///< the name of that for which blocks are made; null: for none
     bool sameNames = true;
-    std::map<std::string, ComponentRule> components;
+    std::map<std::string, std::vector<ComponentRule>> components;
 
-    /// The rule for a component, or null.
-    ComponentRule const* find(std::string const& component) const;
-    /// The first rule in order of the names that leads to a key, or null.
+    /// The rule for an instance of a component, or null.
+    ComponentRule const* find(std::string const& component, Node const& settings) const;
+    /// The first rule in order of the names that leads to a key, whatever the settings, or null.
     ComponentRule const* forKey(std::string const& key) const;
+    /// The name of the foundry for blocks of a rule.
+    Node const& foundryOf(ComponentRule const& rule) const { return rule.foundry.isDefined() ? rule.foundry : foundry; }
 };
 
-/// Reads a map file; the empty path is that of no file. A Failure names what it has that no map has, with its line.
-NameMap readNameMap(std::string const& path);
-
-/// A map file to begin with for a netlist: its components with the ports and settings that it uses, and those of ours
-/// whose names are near. The rest has to be filled in.
-std::string mapTemplate(Document const& document);
+/// Reads a map: a file, or an installed one of that name. The empty name is that of none. A Failure names what it has
+/// that no map has, with its line.
+NameMap readNameMap(std::string const& name);
 
 }  // namespace vrltool::exchange

@@ -67,11 +67,12 @@ void makeFolderFor(fs::path const& file) {
 
 }  // namespace
 
-std::vector<std::string> startPlugin(std::string const& name, std::string const& folder) {
+std::vector<std::string> startPlugin(std::string const& name, std::string const& folder,
+                                     std::vector<StarterFile> const& files) {
     checkName(name);
     checkFolder(folder);
     std::vector<std::string> written;
-    for (StarterFile const& file : starterFiles()) {
+    for (StarterFile const& file : files) {
         fs::path const path = fs::path(folder) / file.path;
         makeFolderFor(path);
         saveFile(path.string(), filledIn(file.text, name));

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cctype>
 #include <cstddef>
+#include <iterator>
+#include <set>
 #include <utility>
 
 namespace vrltool {
@@ -31,6 +33,34 @@ std::size_t editDistance(std::string const& a, std::string const& b) {
     return row[b.size()];
 }
 
+/// The words of a name in lower case: runs of letters, or of digits.
+std::vector<std::string> wordsOf(std::string const& name) {
+    std::vector<std::string> words;
+    int last = 0;
+    for (unsigned char const c : name) {
+        int const sort = std::isalpha(c) ? 1 : std::isdigit(c) ? 2 : 0;
+        if (sort != 0 && sort != last) words.emplace_back();
+        if (sort != 0) words.back() += static_cast<char>(std::tolower(c));
+        last = sort;
+    }
+    return words;
+}
+
+/// Whether two words of names of ports exclude each other.
+bool areContrary(std::string const& a, std::string const& b) {
+    static std::vector<std::vector<std::set<std::string>>> const groups{{{"l", "left"}, {"r", "right"}},
+                                                                        {{"t", "top"}, {"b", "bot", "bottom"}},
+                                                                        {{"in", "input"}, {"out", "output"}},
+                                                                        {{"e"}, {"o"}, {"w"}, {"n"}, {"s"}}};
+    for (auto const& group : groups) {
+        auto const side = [&](std::string const& word) {
+            return std::find_if(group.begin(), group.end(), [&](auto const& names) { return names.count(word) > 0; });
+        };
+        if (side(a) != group.end() && side(b) != group.end()) return side(a) != side(b);
+    }
+    return false;
+}
+
 bool startsWith(std::string const& text, std::string const& start) { return text.compare(0, start.size(), start) == 0; }
 
 }  // namespace
@@ -56,6 +86,20 @@ std::vector<std::string> nearNames(std::string const& wrong, std::vector<std::st
         if (std::find(result.begin(), result.end(), entry.second) == result.end())
             result.push_back(std::move(entry.second));
     }
+    return result;
+}
+
+std::vector<std::string> onSameSide(std::string const& name, std::vector<std::string> const& names) {
+    auto const given = wordsOf(name);
+    auto const isElsewhere = [&](std::string const& known) {
+        auto const words = wordsOf(known);
+        std::size_t const both = std::min(words.size(), given.size());
+        for (std::size_t i = 0; i < both; ++i)
+            if (areContrary(words[i], given[i])) return true;
+        return false;
+    };
+    std::vector<std::string> result;
+    std::remove_copy_if(names.begin(), names.end(), std::back_inserter(result), isElsewhere);
     return result;
 }
 

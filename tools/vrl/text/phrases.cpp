@@ -9,12 +9,12 @@ namespace vrltool {
 
 std::string inQuotes(std::string const& name) { return "'" + name + "'"; }
 
-std::string listText(std::vector<std::string> const& names, std::size_t most) {
+std::string listText(std::vector<std::string> const& names, std::size_t most, char const* last) {
     std::size_t const shown = names.size() <= most ? names.size() : most - 1;
     std::size_t const parts = names.size() <= most ? shown : shown + 1;
     std::string text;
     for (std::size_t i = 0; i < parts; ++i) {
-        if (i > 0) text += i + 1 == parts ? " and " : ", ";
+        if (i > 0) text += i + 1 == parts ? std::string(" ") + last + " " : ", ";
         text += i < shown ? names[i] : std::to_string(names.size() - shown) + " more";
     }
     return text;

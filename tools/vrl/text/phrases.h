@@ -9,7 +9,7 @@ namespace vrltool {
 std::string inQuotes(std::string const& name);
 
 /// "a, b and c"; of more than `most`, "a, b and 7 more".
-std::string listText(std::vector<std::string> const& names, std::size_t most = 8);
+std::string listText(std::vector<std::string> const& names, std::size_t most = 8, char const* last = "and");
 
 /// What to say of a wrong name: near ones of the names there are, or all of them, "THINGS: a, b and c", or that there
 /// are none.

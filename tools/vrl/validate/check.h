@@ -52,6 +52,7 @@ void checkLoads(Job const& job, Report& report);
 void checkVersionFunction(Job const& job, Report& report);
 void checkEntryReturns(Job const& job, Report& report);
 void checkEntryQuiet(Job const& job, Report& report);
+void checkOneClassPerKey(Job const& job, Report& report);
 void checkBringsKeys(Job const& job, Report& report);
 void checkPostLoad(Job const& job, Report& report);
 void checkProcessEnd(Job const& job, Report& report);
@@ -63,6 +64,15 @@ void checkNullFoundry(Job const& job, Report& report);
 void checkFoundryKept(Job const& job, Report& report);
 void checkFoundryParts(Job const& job, Report& report);
 void checkViews(Job const& job, Report& report);
+
+void checkObjectsQuiet(Job const& job, Report& report);
+void checkObjectsState(Job const& job, Report& report);
+void checkObjectsFreed(Job const& job, Report& report);
+void checkObjectsBounds(Job const& job, Report& report);
+
+void checkPortDirection(Job const& job, Report& report);
+void checkCompositeInside(Job const& job, Report& report);
+void checkCompositeOpen(Job const& job, Report& report);
 
 void checkNames(Job const& job, Report& report);
 void checkDescribed(Job const& job, Report& report);

@@ -11,6 +11,7 @@
 #include <iostream>
 #include <iterator>
 
+#include "validate/heap.h"
 #include "validate/plugin.h"
 
 namespace vrltool::validate {
@@ -80,12 +81,19 @@ std::string printedSoFar() {
     return text;
 }
 
+std::string firstLine(std::string const& text) {
+    std::string line = text.substr(0, text.find('\n'));
+    if (line.size() > 60) line = line.substr(0, 57) + "...";
+    return "'" + line + "'";
+}
+
 Outcome runJob() {
     std::string const bytes{std::istreambuf_iterator<char>(std::cin), std::istreambuf_iterator<char>()};
     Job const job = jobOf(bytes);
     Check const& check = findCheck(job.check);
     setLimits();
     Report report(takeStreams());
+    watchHeap();
     vrl::Attributes::factory();  // as start-up does: the five value types are registered before every plug-in
     std::string const thrown = throwsText([&] { check.run(job, report); });
     if (!thrown.empty()) report.find("", thrown);

@@ -16,4 +16,7 @@ Outcome runJob();
 /// What was printed on standard output and standard error since the last call.
 std::string printedSoFar();
 
+/// The first line of a string, shortened, in quotes.
+std::string firstLine(std::string const& text);
+
 }  // namespace vrltool::validate

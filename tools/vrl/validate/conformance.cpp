@@ -18,10 +18,12 @@ namespace {
 
 namespace fs = std::filesystem;
 
+char const* const kMoreTime = "; --seconds N gives it more time";
+
 /// What a child reported before it ended.
 struct ChildReport {
     CheckResult result;
-    std::string step;
+    std::string step, thing, stepHint;  ///< of the last step
     bool done = false;
 };
 
@@ -29,8 +31,12 @@ void take(ChildReport& child, std::string const& what, std::vector<std::string> 
     if (what == "done") child.done = true;
     if (what == "find" && texts.size() == 3)
         child.result.findings.push_back({{Severity::kError, texts[1], texts[2]}, texts[0]});
+    if (what == "step" && texts.size() == 3) {
+        child.step = texts[0];
+        child.thing = texts[1];
+        child.stepHint = texts[2];
+    }
     if (texts.size() != 1) return;
-    if (what == "step") child.step = texts[0];
     if (what == "note") child.result.note = texts[0];
     if (what != "notRun") return;
     child.result.verdict = Verdict::kNotRun;
@@ -68,20 +74,36 @@ CheckResult runCheck(Check const& check, Job const& job, unsigned seconds, std::
     program.waiting = [&](std::size_t) { waiting(); };
     ProcessResult const ended = runProgram(program);
     ChildReport child = readReport(ended.out);
-    if (!ended.fine() || !child.done)
-        child.result.findings.push_back({{Severity::kError, howItEnded(ended, child, seconds), ""}, ""});
     CheckResult& result = child.result;
+    if (!ended.fine() || !child.done) {
+        result.findings.push_back({{Severity::kError, howItEnded(ended, child, seconds), child.stepHint}, ""});
+        if (ended.timedOut && !child.stepHint.empty()) result.findings.back().hint += kMoreTime;
+        result.endedAt = child.thing;
+    }
     result.check = &check;
+    result.severity = result.endedAt.empty() ? check.severity : Severity::kError;
     if (!result.findings.empty()) {
         result.verdict = Verdict::kFail;
         result.note.clear();
     }
     for (PluginFinding& finding : result.findings) {
-        finding.severity = check.severity;
-        if (finding.hint.empty())
-            finding.hint = check.hint + std::string(ended.timedOut ? "; --seconds N gives it more time" : "");
+        finding.severity = result.severity;
+        if (finding.hint.empty()) finding.hint = check.hint + std::string(ended.timedOut ? kMoreTime : "");
     }
     return result;
+}
+
+/// Takes the early end at a thing out of a result if one before it ended there: they have one cause.
+void dropRepeatedEnd(CheckResult& result, std::map<std::string, CheckResult> const& before) {
+    auto const same = [&](auto const& entry) { return entry.second.endedAt == result.endedAt; };
+    auto const first = std::find_if(before.begin(), before.end(), same);
+    if (result.endedAt.empty() || first == before.end()) return;
+    result.endedAt.clear();
+    result.findings.pop_back();
+    if (!result.findings.empty()) return;
+    result.verdict = Verdict::kNotRun;
+    result.note = "'" + first->first + "' failed";
+    result.hindered = true;
 }
 
 /// Of those that a check needs, why it cannot run; empty if it can. A check that was skipped is no hindrance.
@@ -129,8 +151,9 @@ Conformance checkPlugin(std::string const& plugin, Plan const& plan, Progress& p
         show();
         job.check = check.id;
         std::string const why = hindrance(check, before);
-        CheckResult const result = why.empty() ? runCheck(check, job, plan.seconds, show)
-                                               : CheckResult{&check, Verdict::kNotRun, why, {}, true};
+        CheckResult result = why.empty() ? runCheck(check, job, plan.seconds, show)
+                                         : CheckResult{&check, Verdict::kNotRun, check.severity, why, {}, true};
+        dropRepeatedEnd(result, before);
         before.emplace(check.id, result);
         if (shown) conformance.results.push_back(result);
     }
@@ -146,7 +169,7 @@ std::size_t Conformance::count(Verdict verdict) const {
 
 std::size_t Conformance::failures(Severity severity) const {
     return static_cast<std::size_t>(std::count_if(results.begin(), results.end(), [&](CheckResult const& result) {
-        return result.verdict == Verdict::kFail && result.check->severity == severity;
+        return result.verdict == Verdict::kFail && result.severity == severity;
     }));
 }
 

@@ -13,9 +13,11 @@ enum class Verdict { kPass, kFail, kNotRun };
 struct CheckResult {
     Check const* check = nullptr;
     Verdict verdict = Verdict::kPass;
-    std::string note;  ///< what a check that passed has to say, or why it was not run
+    Severity severity = Severity::kError;  ///< that of the check; of a process that ended too early always kError
+    std::string note;                      ///< what a check that passed has to say, or why it was not run
     std::vector<PluginFinding> findings;
     bool hindered = false;  ///< it was not run since another one failed, and not since it does not apply
+    std::string endedAt{};  ///< the thing with which its process ended too early; empty if it did not, or with none
 };
 
 /// What came of all checks of one plug-in.

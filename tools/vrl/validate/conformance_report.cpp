@@ -19,7 +19,7 @@ char const* word(CheckResult const& result) {
     case Verdict::kFail:
         break;
     }
-    return result.check->severity == Severity::kError ? "FAIL" : "warning";
+    return result.severity == Severity::kError ? "FAIL" : "warning";
 }
 
 void writeTable(std::ostream& os, Conformance const& conformance) {
@@ -64,7 +64,7 @@ Json findingJson(PluginFinding const& finding) {
 Json resultJson(CheckResult const& result) {
     static char const* const words[] = {"pass", "fail", "not run"};
     Json json{{"id", result.check->id},
-              {"severity", severityWord(result.check->severity)},
+              {"severity", severityWord(result.severity)},
               {"result", words[static_cast<int>(result.verdict)]}};
     if (!result.note.empty()) json["note"] = result.note;
     json["findings"] = Json::array();

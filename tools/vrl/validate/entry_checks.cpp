@@ -9,6 +9,7 @@
 #include "host/loads.h"
 #include "text/table.h"
 #include "validate/child.h"
+#include "validate/key_watch.h"
 #include "validate/plugin.h"
 #include "validate/process_state.h"
 
@@ -36,13 +37,6 @@ std::string demangled(std::string text) {
 std::string withoutPath(std::string const& text, std::string const& path) {
     std::string const head = path + ": ";
     return text.compare(0, head.size(), head) == 0 ? text.substr(head.size()) : text;
-}
-
-/// The first line of a string, shortened, in quotes.
-std::string quoted(std::string const& text) {
-    std::string line = text.substr(0, text.find('\n'));
-    if (line.size() > 60) line = line.substr(0, 57) + "...";
-    return "'" + line + "'";
 }
 
 /// Calls each entry point, reported first; `after` gets each one that came back, with what it threw.
@@ -97,12 +91,21 @@ void checkEntryQuiet(Job const& job, Report& report) {
     std::string error;
     printedSoFar();
     mapPlugin(job.plugin, error);
-    if (std::string const text = printedSoFar(); !text.empty()) report.find("loading", "prints " + quoted(text));
+    if (std::string const text = printedSoFar(); !text.empty()) report.find("loading", "prints " + firstLine(text));
     vrlCoutReset();
     enter(job, report, [&](TargetInfo const& target, std::string const&) {
-        if (std::string const text = printedSoFar(); !text.empty()) report.find(target.entry, "prints " + quoted(text));
+        if (std::string const text = printedSoFar(); !text.empty())
+            report.find(target.entry, "prints " + firstLine(text));
     });
-    if (std::string const text = vrlGetCoutMsg(); !text.empty()) report.note("message channel: " + quoted(text));
+    if (std::string const text = vrlGetCoutMsg(); !text.empty()) report.note("message channel: " + firstLine(text));
+}
+
+void checkOneClassPerKey(Job const& job, Report& report) {
+    KeyWatch watched;
+    enter(job, report, [](TargetInfo const&, std::string const&) {});
+    for (ReplacedClass const& replaced : watched.end())
+        report.find(replaced.thing, "is registered for " + replaced.first + ", then for " + replaced.last +
+                                        ", of which only the last is ever made");
 }
 
 void checkBringsKeys(Job const& job, Report& report) {
@@ -131,9 +134,9 @@ void checkPostLoad(Job const& job, Report& report) {
     for (char const* const time : {"first", "second", "third"}) {
         report.step(std::string("calling ") + hook + " for the " + time + " time");
         std::string const thrown = throwsText(call);
-        if (!thrown.empty()) report.find(hook, thrown + ", called for the " + time + " time");
+        if (!thrown.empty()) return report.find(hook, thrown + ", called for the " + time + " time");
         if (std::string const text = printedSoFar(); !text.empty())
-            report.find(hook, "prints " + quoted(text) + ", called for the " + time + " time",
+            report.find(hook, "prints " + firstLine(text) + ", called for the " + time + " time",
                         "write messages with vrlPrintf or vrlCout(), the message channel");
     }
     if (!(presentKeys() == before)) report.find(hook, "registers or removes keys", "do that in the entry points");

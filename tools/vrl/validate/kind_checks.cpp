@@ -1,3 +1,5 @@
+#include <set>
+
 #include "text/table.h"
 #include "validate/made_objects.h"
 #include "validate/parameter_findings.h"
@@ -13,17 +15,22 @@ char const kUnknown[] = "no such name";
 using BlockHandle = vrl::shared_ptr<vrl::BB>;
 using FoundryHandle = vrl::shared_ptr<vrl::Foundry>;
 
-/// Makes a block, reported first, and says why if that fails.
-void tryBlock(vrl::Foundry const* foundry, std::string const& with, std::string const& key, Report& report) {
-    std::string const thing = "block '" + key + "'";
-    report.step("making the " + thing + with);
-    bool made = false;
-    std::string const thrown =
-        throwsText([&] { made = static_cast<bool>(BlockHandle(vrl::BB::create(foundry, key))); });
+/// Makes and destroys a block, reported first, and says why if that fails. An empty hint is that of the check. Returns
+/// whether it was made.
+bool tryBlock(vrl::Foundry const* foundry, std::string const& with, std::string const& hint, std::string const& key,
+              Report& report) {
+    std::string const thing = keyText(kTargets[kBlock], key);
+    report.step("making the " + thing + with, thing, hint);
+    BlockHandle block;
+    std::string const thrown = throwsText([&] { block = BlockHandle(vrl::BB::create(foundry, key)); });
+    bool const made = static_cast<bool>(block);
     if (!thrown.empty())
-        report.find(thing, thrown + " when it is made" + with);
+        report.find(thing, thrown + " when it is made" + with, hint);
     else if (!made)
-        report.find(thing, "is not made" + with);
+        report.find(thing, "is not made" + with, hint);
+    report.step("destroying the " + thing + ", made" + with, thing, kDestroyingHint);
+    block = BlockHandle();
+    return made;
 }
 
 /// Calls a function with each foundry of the plug-in that can be made.
@@ -31,10 +38,12 @@ template <class Use>
 void forEachFoundry(Keys const& keys, Report& report, Use const& use) {
     for (std::string const& key : keys[kFoundry]) {
         if (key.empty()) continue;
-        report.step("making the foundry '" + key + "'");
+        std::string const thing = keyText(kTargets[kFoundry], key);
+        report.step("making the " + thing, thing, kMakingHint);
         FoundryHandle foundry;
         static_cast<void>(throwsText([&] { foundry = FoundryHandle(vrl::Foundry::create(key)); }));
         if (foundry) use(key, *foundry);
+        report.step("destroying the " + thing, thing, kDestroyingHint);
     }
 }
 
@@ -78,10 +87,12 @@ void askSection(vrl::Foundry const& foundry, std::string const& thing, std::stri
 
 /// Why something is not made; empty if it is.
 std::string whyNotMade(Maker const& maker, Report& report) {
-    report.step("making the " + maker.thing);
-    bool made = false;
-    std::string const thrown = throwsText([&] { made = static_cast<bool>(maker.make()); });
-    return !thrown.empty() ? thrown + " when it is made" : made ? "" : "is not made";
+    report.step("making the " + maker.thing, maker.thing, kMakingHint);
+    MadeObject made;
+    std::string const thrown = throwsText([&] { made = maker.make(); });
+    std::string const why = !thrown.empty() ? thrown + " when it is made" : made ? "" : "is not made";
+    destroyMade(maker, made, report);
+    return why;
 }
 
 void reportUnmade(std::vector<Maker> const& makers, Report& report) {
@@ -96,12 +107,17 @@ void checkNullFoundry(Job const& job, Report& report) {
     if (!keys) return;
     auto const& blocks = (*keys)[kBlock];
     if (blocks.empty()) return report.notRun("it brings no blocks");
-    for (std::string const& key : blocks)
-        if (!key.empty()) tryBlock(nullptr, " without a foundry", key, report);
+    // With a foundry first: a block that fails with one would fail without, and for another reason.
+    std::set<std::string> failed{""};
     forEachFoundry(*keys, report, [&](std::string const& name, vrl::Foundry const& foundry) {
         for (std::string const& key : blocks)
-            if (!key.empty()) tryBlock(&foundry, " with the foundry '" + name + "'", key, report);
+            if (failed.count(key) == 0 &&
+                !tryBlock(&foundry, " with the foundry '" + name + "'", kMakingHint, key, report))
+                failed.insert(key);
     });
+    std::string const hint = (*keys)[kFoundry].empty() ? kMakingHint + std::string("; the foundry may be null") : "";
+    for (std::string const& key : blocks)
+        if (failed.count(key) == 0) tryBlock(nullptr, " without a foundry", hint, key, report);
     report.note(counted(blocks.size(), "block"));
 }
 

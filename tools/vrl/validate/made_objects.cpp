@@ -91,12 +91,21 @@ std::vector<Maker> allMakers(Keys const& keys) {
     return makers;
 }
 
+char const* const kMakingHint = "mend the constructor: a debugger shows where it is";
+char const* const kDestroyingHint =
+    "mend the destructor: it frees what the object itself owns, and that once; a debugger shows where it is";
+
 // What cannot be made is left to the checks that are about making; the others leave it out.
 MadeObject madeBy(Maker const& maker, Report& report) {
-    report.step("making the " + maker.thing);
+    report.step("making the " + maker.thing, maker.thing, kMakingHint);
     MadeObject made;
     static_cast<void>(throwsText([&] { made = maker.make(); }));
     return made;
+}
+
+void destroyMade(Maker const& maker, MadeObject& made, Report& report) {
+    report.step("destroying the " + maker.thing, maker.thing, kDestroyingHint);
+    made = MadeObject();
 }
 
 std::vector<std::string> namesOf(vrl::Attributes const& list) {
@@ -109,11 +118,12 @@ std::vector<std::string> namesOf(vrl::Attributes const& list) {
 void forEachMade(std::vector<Maker> const& makers, Report& report,
                  std::function<void(Maker const&, MadeObject const&)> const& use) {
     for (Maker const& maker : makers) {
-        MadeObject const made = madeBy(maker, report);
+        MadeObject made = madeBy(maker, report);
         if (!made) continue;
-        report.step("using the " + maker.thing);
+        report.step("using the " + maker.thing, maker.thing);
         std::string const thrown = throwsText([&] { use(maker, made); });
         if (!thrown.empty()) report.find(maker.thing, thrown);
+        destroyMade(maker, made, report);
     }
 }
 

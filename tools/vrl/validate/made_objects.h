@@ -36,8 +36,17 @@ std::vector<Maker> savedMakers(Keys const& keys);
 std::vector<Maker> allMakers(Keys const& keys);
 /// @}
 
+/// @name What to do if the process ends in a constructor or a destructor.
+/// @{
+extern char const* const kMakingHint;
+extern char const* const kDestroyingHint;
+/// @}
+
 /// Makes one, reported first. Nothing for what cannot be made: only the checks of making complain of that.
 MadeObject madeBy(Maker const& maker, Report& report);
+
+/// Destroys one, reported first.
+void destroyMade(Maker const& maker, MadeObject& made, Report& report);
 
 /// The names of a parameter list, sorted, each once; those that no longer lead to a parameter are left out.
 std::vector<std::string> namesOf(vrl::Attributes const& list);

@@ -18,7 +18,9 @@ void Report::send(char const* what, std::vector<std::string> const& texts) {
     }
 }
 
-void Report::step(std::string const& doing) { send("step", {doing}); }
+void Report::step(std::string const& doing, std::string const& thing, std::string const& hint) {
+    send("step", {doing, thing, hint});
+}
 
 void Report::find(std::string const& thing, std::string const& what, std::string const& hint) {
     ++findings;

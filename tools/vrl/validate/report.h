@@ -14,8 +14,9 @@ public:
     Report(Report const&) = delete;
     Report& operator=(Report const&) = delete;
 
-    /// Foreign code is about to run: "making the block 'sfBend'".
-    void step(std::string const& doing);
+    /// Foreign code is about to run: "making the block 'sfBend'". Of the thing that it is about, only the first process
+    /// that ends there is reported. Without a hint, that of the check applies.
+    void step(std::string const& doing, std::string const& thing = "", std::string const& hint = "");
     /// Something is wrong. Without a hint, that of the check applies.
     void find(std::string const& thing, std::string const& what, std::string const& hint = "");
     /// What a check that passes has to say: "12 blocks".
@@ -26,6 +27,7 @@ public:
     void done();
     /// Whether anything is wrong so far.
     bool clean() const { return findings == 0; }
+    unsigned findingCount() const { return findings; }
 
 private:
     void send(char const* what, std::vector<std::string> const& texts);

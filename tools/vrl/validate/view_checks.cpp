@@ -35,8 +35,10 @@ std::vector<std::string> namesOfView(vrl::Component& object, vrl::View const& vi
 void askRegistered(std::string const& thing, std::string const& with, vrl::View& view, vrl::Component& object,
                    std::string const& givenName, Report& report) {
     auto const names = namesOfView(object, view);
-    if (view.getComponent() != &object) report.find(thing, "does not know the object that it is made " + with);
-    if (names.empty()) report.find(thing, "is not registered with its object, made " + with);
+    if (view.getComponent() != &object)
+        report.find(thing, "does not know the object that it is made " + with);
+    else if (names.empty())
+        report.find(thing, "is not registered with its object, made " + with);
     bool const found = givenName.empty() || std::find(names.begin(), names.end(), givenName) != names.end();
     if (!names.empty() && !found) report.find(thing, "is not registered under the name that was passed, made " + with);
     for (std::string const& name : names) object.RegisterView::del(name);
@@ -51,11 +53,12 @@ struct ViewCase {
     std::string givenName{};
 };
 
-/// Makes one view and asks it.
+/// Makes one view and asks it. Returns whether nothing is wrong with it.
 template <class Create>
-void tryView(ViewCase const& tried, Report& report, Create const& create) {
+bool tryView(ViewCase const& tried, Report& report, Create const& create) {
     std::string const thing = keyText(kTargets[tried.target], tried.key);
-    report.step("making the " + thing + " " + tried.with);
+    report.step("making the " + thing + " " + tried.with, thing);
+    unsigned const before = report.findingCount();
     std::string const thrown = throwsText([&] {
         ViewHandle const view(create());
         if (!view) return report.find(thing, "is not made " + tried.with);
@@ -63,16 +66,17 @@ void tryView(ViewCase const& tried, Report& report, Create const& create) {
         if (tried.object) askRegistered(thing, tried.with, *view, *tried.object, tried.givenName, report);
     });
     if (!thrown.empty()) report.find(thing, thrown + ", made " + tried.with);
+    return report.findingCount() == before;
 }
 
 void tryBlockViews(std::string const& key, Keys const& keys, Report& report) {
     auto const create = [&](vrl::BB* block) { return [=] { return vrl::TypeView<vrl::BB>::create(key, block); }; };
-    tryView({kBlockView, key, "without a block"}, report, create(nullptr));
-    for (Maker const& maker : makersOf(kBlock, keys))
-        if (MadeObject const made = madeBy(maker, report)) {
-            vrl::BB* const block = made.object.block();
-            tryView({kBlockView, key, "for the " + maker.thing, block}, report, create(block));
-        }
+    bool good = tryView({kBlockView, key, "without a block"}, report, create(nullptr));
+    for (Maker const& maker : makersOf(kBlock, keys)) {
+        MadeObject const made = good ? madeBy(maker, report) : MadeObject();
+        vrl::BB* const block = made.object.block();
+        if (block) good = tryView({kBlockView, key, "for the " + maker.thing, block}, report, create(block));
+    }
 }
 
 void tryNetlistViews(std::string const& key, Report& report) {

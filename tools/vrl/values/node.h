@@ -93,11 +93,18 @@ std::string placeText(std::string const& path, Mark const& mark);
 [[noreturn]] void fail(std::string const& path, Mark const& mark, std::string const& what,
                        std::string const& hint = "");
 
+/// What a file may make of its bytes, in values; a long string counts for several. Each takes 128 bytes or more.
+struct Limits {
+    std::size_t values = 10000000;
+    std::size_t aliased = 1000000;  ///< what aliases repeat
+    std::string hint = {};          ///< how to raise them
+};
+
 /// Reads a file of JSON or YAML. JSON is read as YAML, of which it is a part.
-/// Size, nesting and aliases are bounded. A Failure names the file with line and column: what cannot be read, is no
-/// UTF-8, breaks the language, names a member twice, or is nested too deeply. What an alias leads to has the place
-/// where it is written.
-Node readFile(std::string const& path);
+/// Size, nesting, values and aliases are bounded. A Failure names the file with line and column: what cannot be read,
+/// is no UTF-8, breaks the language, names a member twice, or is nested too deeply. What an alias leads to has the
+/// place where it is written.
+Node readFile(std::string const& path, Limits const& limits = {});
 
 /// The languages of netlists and maps; JSON is in one line. That of notes has the numbers of YAML.
 enum class Format { kJson, kYaml, kLine };

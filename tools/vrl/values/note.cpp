@@ -2,12 +2,6 @@
 
 namespace vrltool::values {
 
-namespace {
-
-char const* const kNote = "vrl::import";
-
-}  // namespace
-
 void setNote(vrl::Annotations& target, Node const& value) {
     target.setAnnotation(kNote, written(value, Format::kLine));
 }

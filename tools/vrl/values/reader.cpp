@@ -4,7 +4,6 @@
 #include <cerrno>
 #include <charconv>
 #include <cmath>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -15,6 +14,7 @@
 
 #include "text/failure.h"
 #include "text/json.h"
+#include "text/number.h"
 #include "text/table.h"
 #include "text/utf8.h"
 #include "values/node.h"
@@ -24,8 +24,8 @@ namespace vrltool::values {
 namespace {
 
 constexpr std::uintmax_t kLargest = 512 * 1024 * 1024;
-constexpr std::size_t kMostCopied = 1000000;  // values that aliases may make
 constexpr std::size_t kMostDirectives = 100;
+constexpr std::size_t kMostOfNote = 100000000;  // values: an import with raised limits wrote it
 char const* const kHint = "give the path of a file of JSON or YAML";
 
 std::string const kStandard = "tag:yaml.org,2002:";
@@ -77,8 +77,8 @@ struct Anchored {
 class EventReader {
 public:
     /// An empty path is that of a note. It has what was in a netlist some levels deeper, and two names as one.
-    EventReader(std::string const& file, std::string const& text)
-        : path(file), whole(text), levels(file.empty() ? kDeepest + 10 : kDeepest) {
+    EventReader(std::string const& file, std::string const& text, Limits most)
+        : path(file), whole(text), limits(std::move(most)), levels(file.empty() ? kDeepest + 10 : kDeepest) {
         if (yaml_parser_initialize(&parser) == 0) throw std::bad_alloc();
         yaml_parser_set_encoding(&parser, YAML_UTF8_ENCODING);
         yaml_parser_set_input_string(&parser, reinterpret_cast<yaml_char_t const*>(text.data()), text.size());
@@ -123,13 +123,19 @@ private:
     Mark mark() const { return markOf(event.start_mark); }
     bool isMapBegin() const { return event.type == YAML_MAPPING_START_EVENT; }
 
+    [[noreturn]] void failLarge(std::string const& what, std::size_t most) const {
+        failHere(what + " more than " + std::to_string(most) + " values", limits.hint);
+    }
+
     Node value(std::size_t depth) {
         if (event.type == YAML_ALIAS_EVENT) return aliased(depth);
         std::string const anchor = anchorName();
         if (!anchor.empty()) anchors.erase(anchor);  // until it has its value
         std::size_t const outer = std::exchange(deepest, depth - 1), before = size;
         Node node = event.type == YAML_SCALAR_EVENT ? scalar(true) : collection(depth);
-        size += 1 + node.text.size() / sizeof(Node);
+        std::size_t const own = 1 + node.text.size() / sizeof(Node);
+        size += own;
+        if ((made += own) > limits.values) failLarge("has", limits.values);
         if (!anchor.empty()) anchors[anchor] = {node, size - before, deepest - (depth - 1)};
         deepest = std::max(deepest, outer);
         return node;
@@ -150,8 +156,8 @@ private:
         if (reached > levels) failDeep();
         deepest = std::max(deepest, reached);
         size += anchored.size;
-        if ((copied += anchored.size) <= kMostCopied) return anchored.node;
-        failHere("its aliases make more than " + std::to_string(kMostCopied) + " values", "write them out");
+        if ((copied += anchored.size) > limits.aliased) failLarge("its aliases make", limits.aliased);
+        return anchored.node;
     }
 
     Node collection(std::size_t depth) {
@@ -209,7 +215,7 @@ private:
         if (std::find(std::begin(nulls), std::end(nulls), text) != std::end(nulls)) return {Kind::kNull, "", mark()};
         std::string const spelling = resolve ? resolved(text) : "";
         if (spelling.empty()) return stringNode(text, mark());
-        if (std::isinf(std::strtod(spelling.c_str(), nullptr)))
+        if (std::isinf(numberFrom(spelling)))
             failHere("the number " + printable(text) + " is too large", "no number of a program holds it");
         return plainNode(spelling, mark());
     }
@@ -248,13 +254,14 @@ private:
 
     std::string const path;
     std::string const& whole;
+    Limits const limits;
     std::size_t const levels;  ///< how many there may be
     yaml_parser_t parser = {};
     yaml_event_t event = {};
     std::unordered_map<std::string, Anchored> anchors = {};
-    std::size_t size = 0, copied = 0;    ///< of all values so far, in nodes; of those that aliases made
-    std::size_t deepest = 0;             ///< level of a map or list within the value that is read
-    std::vector<Node::Part> parts = {};  ///< of all collections that have not ended, one after the other
+    std::size_t size = 0, made = 0, copied = 0;  ///< of all values so far; without, and only those of aliases
+    std::size_t deepest = 0;                     ///< level of a map or list within the value that is read
+    std::vector<Node::Part> parts = {};          ///< of all collections that have not ended, one after the other
     std::vector<Node::Part const*> sorted = {};
 };
 
@@ -343,20 +350,20 @@ std::string resolved(std::string const& text) {
     return word == words.end() ? decimal(text) : word->second;
 }
 
-Node readFile(std::string const& path) {
+Node readFile(std::string const& path, Limits const& limits) {
     std::string const text = readText(path);
     std::size_t const begin = text.find_first_not_of(" \t\r\n");
     if (begin == std::string::npos) throw Failure(path, "is empty", kHint);
     std::string const ending = std::filesystem::path(path).extension();
     bool const json = text[begin] == '{' && ending != ".yml" && ending != ".yaml" && Json::accept(text);
     checkBytes(path, text, json);
-    return EventReader(path, json ? asYaml(text) : text).document();
+    return EventReader(path, json ? asYaml(text) : text, limits).document();
 }
 
 Node valueOfLine(std::string const& line) {
     if (line.empty()) return {};
     try {
-        return EventReader("", asYaml(line)).document();
+        return EventReader("", asYaml(line), {kMostOfNote}).document();
     } catch (Failure const&) {
         return {};
     }

@@ -4,6 +4,7 @@
 
 #include <unistd.h>
 
+#include "composite.h"
 #include "kinds.h"
 
 namespace {
@@ -32,6 +33,8 @@ void misbehave(BlockFactory& factory) {
     if (kFault == Fault::kPrints) std::cout << "loaded\nand more\n";
     if (kFault == Fault::kTalks) vrlPuts("ready");
     if (kFault == Fault::kChangesEnvironment) setenv("VRL_TEST_CHANGED", "yes", 1);
+    if (kFault == Fault::kOneKeyTwice) factory.Register<broken::Pair>("brBlock");
+    if (broken::hasComposite()) factory.Register<broken::Pair>("brPair");
     if (kFault == Fault::kEmptyKey) factory.Register<broken::Block>("");
 }
 

@@ -4,6 +4,8 @@
 #include <limits>
 #include <utility>
 
+#include "harm.h"
+
 namespace broken {
 
 namespace {
@@ -22,6 +24,10 @@ vrl::Foundry const* handedOn(vrl::Foundry const* foundry) {
 class Borrowed : public vrl::Value<double> {
 public:
     Borrowed() : Value("shape", 1.0, "number of the shape", "1") {}
+    std::string getStringValue() const override {
+        if (kFault == Fault::kParameterCrashes) std::abort();
+        return Value::getStringValue();
+    }
     std::ostream& operator<<(std::ostream& os) const override {
         if (blocks == 0) std::abort();
         return Value::operator<<(os);
@@ -71,19 +77,24 @@ std::ostream& Reach::toCpp(std::ostream& os, std::string const& name) const {
 
 Block::Block(vrl::Foundry const* foundry) : BB(handedOn(foundry)) {
     ++blocks;
+    harmInConstructor();
     if (!foundry && kFault == Fault::kNullFoundryThrows) throw "no foundry given";
     if (!foundry && kFault == Fault::kNullFoundryCrashes) std::abort();
     pin(1, 1);
+    if (kFault == Fault::kNoDirection) addPorts(vrl::EnumList::Optics, "left", "right", nullptr);
     if (kFault == Fault::kPortTwice) addPort("out0", vrl::EnumList::Optics);
     bool const described = kFault != Fault::kUndescribed;
     double const value = kFault == Fault::kOutOfRange ? 500.0 : 50.0;
     auto const [low, high] = bounds();
     addAttribute(new Number("length", value, low, high, described ? "from port to port" : "", described ? "um" : ""));
     if (kFault == Fault::kParameterTwice) addDouble("length", 1.0, "again", "um");
-    if (kFault == Fault::kRefersToOwner) addAttribute(new Borrowed);
+    if (kFault == Fault::kRefersToOwner || kFault == Fault::kParameterCrashes) addAttribute(new Borrowed);
 }
 
-Block::~Block() { --blocks; }
+Block::~Block() {
+    --blocks;
+    if (kFault == Fault::kDestructorCrashes) std::abort();
+}
 
 std::string Block::getName() const { return kFault == Fault::kOtherName ? "brOther" : "brBlock"; }
 

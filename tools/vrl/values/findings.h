@@ -12,9 +12,7 @@
 #include "text/phrases.h"
 #include "values/node.h"
 
-namespace vrltool::exchange {
-
-using namespace values;
+namespace vrltool::values {
 
 /// A finding with the place that it is about: a file, and unless it is about all of it, a mark in it.
 struct PlacedFinding {
@@ -32,9 +30,9 @@ private:
     }
 };
 
-/// What an import or export has to report, each thing once: the elements of an array share their places.
-/// Errors are what cannot be carried over; warnings are carried over and look wrong, or are lost; notes say what is
-/// kept beside the circuit.
+/// What a command has to report of the files that it reads, each thing once: the elements of an array share their
+/// places. Errors are what cannot be carried over; warnings are carried over and look wrong, or are lost; notes say
+/// what is kept beside the circuit.
 class Findings {
 public:
     /// Adds a finding about a place in a file, or about the file. A hint such as "did you mean 'a'?" may follow.
@@ -63,4 +61,4 @@ private:
     std::size_t errorCount = 0;
 };
 
-}  // namespace vrltool::exchange
+}  // namespace vrltool::values

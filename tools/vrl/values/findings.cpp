@@ -1,4 +1,4 @@
-#include "exchange/findings.h"
+#include "values/findings.h"
 
 #include <nlohmann/json.hpp>
 #include <ostream>
@@ -6,7 +6,7 @@
 #include "text/table.h"
 #include "text/utf8.h"
 
-namespace vrltool::exchange {
+namespace vrltool::values {
 
 namespace {
 
@@ -47,4 +47,4 @@ Json Findings::json() const {
     return list;
 }
 
-}  // namespace vrltool::exchange
+}  // namespace vrltool::values

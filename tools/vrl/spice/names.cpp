@@ -1,0 +1,41 @@
+#include "spice/names.h"
+
+#include <cctype>
+
+namespace vrltool::spice {
+
+namespace {
+
+std::string lowered(std::string text) {
+    for (char& c : text) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    return text;
+}
+
+std::string plain(std::string text) {
+    for (char& c : text)
+        if (static_cast<unsigned char>(c) >= 0x80 || !std::isalnum(static_cast<unsigned char>(c))) c = '_';
+    return text.empty() ? "_" : text;
+}
+
+}  // namespace
+
+std::string Names::take(std::string const& wanted) {
+    std::string const name = plain(wanted);
+    std::string free = name;
+    for (unsigned number = 2; !taken.insert(lowered(free)).second; ++number) free = name + "_" + std::to_string(number);
+    return free;
+}
+
+Names nodeNames() { return Names({"0", "gnd", "null"}); }
+
+/// "m" multiplies an instance; the others are numbers, functions and words of the expressions of simulators.
+Names parameterNames() {
+    return Names({"m",       "temp",   "temper",  "time",  "hertz", "pi",   "e",     "c",    "i",    "kelvin",
+                  "echarge", "boltz",  "planck",  "yes",   "no",    "true", "false", "and",  "or",   "not",
+                  "div",     "mod",    "defined", "sqr",   "sqrt",  "sin",  "cos",   "exp",  "ln",   "log",
+                  "log10",   "arctan", "abs",     "pow",   "pwr",   "max",  "min",   "int",  "ceil", "floor",
+                  "nint",    "sgn",    "sign",    "tan",   "sinh",  "cosh", "tanh",  "asin", "acos", "atan",
+                  "gauss",   "agauss", "unif",    "aunif", "limit", "u",    "uramp", "var",  "vec",  "params"});
+}
+
+}  // namespace vrltool::spice
