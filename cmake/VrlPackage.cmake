@@ -49,7 +49,8 @@ plug-ins without a build system.")
 set(CPACK_DEBIAN_TOOL_PACKAGE_NAME vrl)
 set(CPACK_DEBIAN_TOOL_PACKAGE_SECTION electronics)
 set(CPACK_DEBIAN_TOOL_PACKAGE_SHLIBDEPS ON)
-set(CPACK_DEBIAN_TOOL_PACKAGE_DEPENDS "${same_version}, graphviz")
+set(CPACK_DEBIAN_TOOL_PACKAGE_DEPENDS "${same_version}")
+set(CPACK_DEBIAN_TOOL_PACKAGE_RECOMMENDS "librsvg2-bin")
 set(CPACK_DEBIAN_TOOL_PACKAGE_SUGGESTS "texlive-latex-base, texlive-latex-recommended, texlive-pictures, texlive-fonts-recommended")
 set(CPACK_COMPONENT_TOOL_DESCRIPTION "Command line for saved photonic designs and their plug-ins
 Shows, checks, compares, draws and converts designs of vrllib, reports why a

@@ -4,8 +4,9 @@
 #include <utility>
 
 #include "circuit/circuit.h"
-#include "draw/graph.h"
+#include "draw/drawing.h"
 #include "draw/selection.h"
+#include "draw/svg.h"
 
 namespace vrl_test {
 
@@ -39,27 +40,21 @@ std::vector<std::string> firstGroups(std::string const& text, std::string const&
 
 }  // namespace
 
-std::string dotOf(SampleCircuit& circuit, vrltool::draw::Picture const& picture, int depth) {
+std::string svgOf(SampleCircuit& circuit, vrltool::draw::Picture const& picture, int depth) {
     vrltool::Circuit const whole = vrltool::circuitFrom(circuit.netlist(), depth);
-    return vrltool::draw::dotPicture(whole, picture, vrltool::draw::selectionOf(whole, picture)).text;
+    return svgText(drawingOf(whole, picture, vrltool::draw::selectionOf(whole, picture)).scene);
 }
 
-std::string inShortLines(std::string dot) {
-    for (std::string const start : {"<TABLE", "<TR>", "<TD", ", label=", ", tooltip=", ", fontname="})
-        dot = replaced(dot, start, "\n" + start);
-    return dot;
-}
-
-std::string wiresOf(std::string const& dot) {
-    std::regex const wire("\n *([a-zA-Z0-9_:]+ -> [a-zA-Z0-9_:]+) \\[class=\"([a-zA-Z]+)\"");
+std::string wiresOf(std::string const& svg) {
+    std::regex const wire("class=\"wire ([a-zA-Z]+) [^\"]*\" data-ends=\"([^\"]*)\"");
     std::string lines;
-    for (std::sregex_iterator match(dot.begin(), dot.end(), wire); match != std::sregex_iterator(); ++match)
-        lines += (*match)[1].str() + " " + (*match)[2].str() + "\n";
+    for (std::sregex_iterator match(svg.begin(), svg.end(), wire); match != std::sregex_iterator(); ++match)
+        lines += (*match)[2].str() + " " + (*match)[1].str() + "\n";
     return lines;
 }
 
-std::vector<std::string> idsOf(std::string const& dot, std::string const& kind) {
-    return firstGroups(dot, "id=\"([a-zA-Z0-9_]+)\", class=\"" + kind + "\"");
+std::vector<std::string> idsOf(std::string const& svg, std::string const& kind) {
+    return firstGroups(svg, "id=\"([a-zA-Z0-9_]+)\" class=\"" + kind + "[ \"]");
 }
 
 std::size_t count(std::string const& text, std::string const& part) {
@@ -69,7 +64,7 @@ std::size_t count(std::string const& text, std::string const& part) {
 }
 
 std::vector<std::string> textsOf(std::string const& svg) {
-    auto texts = firstGroups(svg, "<text [^>]*>([^<]*)</text>");
+    auto texts = firstGroups(svg, "<text [^>]*>(?:<title>[^<]*</title>)?([^<]*)</text>");
     for (std::string& text : texts) text = withoutEntities(text);
     return texts;
 }
@@ -89,11 +84,6 @@ bool isWellFormed(std::string const& svg) {
             open.push_back(name);
     }
     return open.empty();
-}
-
-std::string withoutGeometry(std::string const& svg) {
-    static std::regex const values("( |\n)(points|d|x|y|cx|cy|rx|ry|width|height|viewBox|transform)=\"[^\"]*\"");
-    return std::regex_replace(svg, values, "$1$2=\"*\"");
 }
 
 }  // namespace vrl_test

@@ -11,8 +11,10 @@
 #include "design/design.h"
 #include "design/missing_text.h"
 #include "design/save.h"
-#include "draw/graph.h"
+#include "draw/drawing.h"
+#include "draw/graph_text.h"
 #include "draw/render.h"
+#include "draw/svg.h"
 #include "host/start.h"
 #include "text/failure.h"
 #include "text/json.h"
@@ -24,6 +26,7 @@ using namespace draw;
 namespace {
 
 constexpr int kMostCounted = 1000000;
+constexpr int kLeastWidth = 300;  // points
 
 struct Options {
     std::string file;
@@ -60,7 +63,7 @@ void refuseTwoOutputs(Options const& options) {
                       "name a file for the picture with '-o FILE.svg'");
 }
 
-Json report(Options const& options, PictureFormat format, Selection const& selection, DotPicture const& drawn) {
+Json report(Options const& options, PictureFormat format, Selection const& selection, Drawing const& drawn) {
     auto const shown = std::count(selection.shown.begin(), selection.shown.end(), true);
     Json json = jsonHead("draw", 1);
     json["file"] = options.file;
@@ -69,9 +72,17 @@ Json report(Options const& options, PictureFormat format, Selection const& selec
     json["shown"] = shown;
     json["hidden"] = selection.shown.size() - static_cast<std::size_t>(shown);
     json["notes"] = selection.notes;
+    json["width"] = drawn.scene.width;
+    json["height"] = drawn.scene.height;
     json["domains"] = Json::array();
     for (auto const domain : drawn.domains) json["domains"].push_back(vrl::EnumList::getName(domain));
     return json;
+}
+
+std::string bytesOf(Circuit const& circuit, Picture const& picture, Selection const& selection, Drawing const& drawn,
+                    PictureFormat format) {
+    if (format == PictureFormat::kDot) return graphText(circuit, selection, picture.names);
+    return format == PictureFormat::kSvg ? svgText(drawn.scene) : converted(drawn.scene, format);
 }
 
 Outcome work(Options const& options, Common const& common) {
@@ -81,12 +92,15 @@ Outcome work(Options const& options, Common const& common) {
     startLibrary(common);
     Design const design = readDesign(options.file);
     std::cerr << missingText(design);
-    Circuit const circuit = circuitFrom(circuitOf(design), static_cast<int>(options.depth));
+    vrl::Netlist& netlist = circuitOf(design);
+    Circuit const circuit = circuitFrom(netlist, static_cast<int>(options.depth));
     Picture picture = options.picture;
+    picture.names = outerNames(netlist, circuit);
     picture.legend = !options.noLegend;
+    if (picture.title.empty()) picture.title = std::filesystem::path(options.file).stem().string();
     Selection const selection = selectionOf(circuit, picture);
-    DotPicture const drawn = dotPicture(circuit, picture, selection);
-    std::string const bytes = render(drawn.text, format);
+    Drawing const drawn = drawingOf(circuit, picture, selection);
+    std::string const bytes = bytesOf(circuit, picture, selection, drawn, format);
     for (std::string const& note : selection.notes) std::cerr << "vrl: " << options.file << ": " << note << '\n';
     if (toStandardOutput(options))
         std::cout << bytes;
@@ -104,7 +118,7 @@ void addDraw(Grammar& grammar) {
                                     "  vrl draw modulator.vrl -o modulator.svg            # blocks and wires\n"
                                     "  vrl draw modulator.vrl -o modulator.pdf --depth 1  # and inside composites\n"
                                     "  vrl draw chip.vrl -o mod.png --around mod --hops 2 # one neighbourhood\n"
-                                    "  vrl draw chip.vrl --format dot                     # the text for Graphviz",
+                                    "  vrl draw chip.vrl --format dot                     # a plain graph for Graphviz",
                                     [options](Common const& common) { return work(*options, common); });
     command.add_option("file", options->file, "the saved design")->required()->type_name("FILE");
     command.add_option("-o,--output", options->output, "the picture: .svg, .dot, .pdf or .png; '-': standard output")
@@ -124,8 +138,13 @@ void addDraw(Grammar& grammar) {
     command.add_option("--max", options->picture.max, "the most elements, 200 otherwise; 0: no limit")
         ->type_name("N")
         ->check(CLI::Range(0, kMostCounted));
-    command.add_flag("--parameters", options->picture.parameters, "the values of the parameters in each block");
-    command.add_option("--title", options->picture.title, "a title below the picture")->type_name("TEXT");
+    command.add_option("--width", options->picture.width, "points, past which the picture is folded; 1600 otherwise")
+        ->type_name("N")
+        ->check(CLI::Range(kLeastWidth, kMostCounted));
+    command.add_flag("--parameters", options->picture.parameters,
+                     "the values in each block that differ from those of a new one");
+    command.add_option("--title", options->picture.title, "a title above the picture; the name of the file otherwise")
+        ->type_name("TEXT");
     command.add_flag("--no-legend", options->noLegend, "no legend below it");
 }
 

@@ -12,14 +12,14 @@ namespace {
 using Domains = vrl::EnumList;
 
 constexpr DomainStyle kStyles[] = {
-    {Domains::Unknown, "unknown domain", "#6B6B6B", "solid", 1.0, false},
-    {Domains::Signal, "signal", "#7A3B8F", "dashed", 1.0, true},
-    {Domains::Optics, "optics", "#0072B2", "solid", 1.8, false},
-    {Domains::DC, "DC", "#D55E00", "dashed", 1.5, false},
-    {Domains::RF, "RF", "#00795A", "dotted", 2.2, false},
-    {Domains::Acoustic, "acoustic", "#A6761D", "solid", 1.0, true},
-    {Domains::Mechanic, "mechanic", "#000000", "dotted", 1.2, true},
-    {Domains::Fluidics, "fluidics", "#B3477D", "solid", 3.0, false},
+    {Domains::Unknown, "unknown domain", "#6B6B6B", "", 1.0, false},
+    {Domains::Signal, "signal", "#7A3B8F", "5,2", 1.0, true},
+    {Domains::Optics, "optics", "#0072B2", "", 1.8, false},
+    {Domains::DC, "DC", "#D55E00", "5,2", 1.5, false},
+    {Domains::RF, "RF", "#00795A", "1,5", 2.2, false},
+    {Domains::Acoustic, "acoustic", "#A6761D", "", 1.0, true},
+    {Domains::Mechanic, "mechanic", "#000000", "1,5", 1.2, true},
+    {Domains::Fluidics, "fluidics", "#B3477D", "", 3.0, false},
 };
 
 }  // namespace
@@ -30,14 +30,23 @@ DomainStyle const& styleOf(vrl::EnumList::Domain domain) {
     return found == std::end(kStyles) ? kStyles[0] : *found;
 }
 
-std::string lineAttributes(DomainStyle const& style) {
-    std::string const colour = style.colour;
-    std::string const pens = style.twofold ? colour + ":transparent:" + colour : colour;
-    std::string const word = std::string(style.name).substr(0, std::string(style.name).find(' '));
-    return "class=\"" + word + "\", color=\"" + pens + "\", style=" + style.line +
-           ", penwidth=" + numberText(style.width);
+std::string className(vrl::EnumList::Domain domain) {
+    std::string const name = styleOf(domain).name;
+    return name.substr(0, name.find(' '));
 }
 
-std::string borderOf(DomainStyle const& style) { return style.width < 1.4 ? "1" : style.width < 2.5 ? "2" : "3"; }
+// A line of two is a wide one with a white one on it.
+std::string domainSheet() {
+    std::string sheet;
+    for (DomainStyle const& style : kStyles) {
+        std::string const name = className(style.domain);
+        double const width = style.twofold ? 3 * style.width : style.width;
+        sheet += ".line." + name + "{stroke:" + style.colour + ";stroke-width:" + numberText(width);
+        if (*style.dashes) sheet += std::string(";stroke-dasharray:") + style.dashes;
+        sheet += "}\n.port." + name + "{fill:" + style.colour + "}\n.port." + name + ",.outline." + name + ",.tag." +
+                 name + "{stroke:" + style.colour + "}\n.dot." + name + "{fill:" + style.colour + "}\n";
+    }
+    return sheet;
+}
 
 }  // namespace vrltool::draw

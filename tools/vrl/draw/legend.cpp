@@ -1,7 +1,11 @@
 #include "draw/legend.h"
 
+#include <algorithm>
+#include <utility>
+
 #include "draw/domain_style.h"
-#include "draw/dot_text.h"
+#include "draw/shown_text.h"
+#include "draw/text_width.h"
 
 namespace vrltool::draw {
 
@@ -9,68 +13,88 @@ namespace {
 
 constexpr std::size_t kTitleCharacters = 100;
 constexpr std::size_t kNoteCharacters = 120;
+constexpr int kSample = 28;
+constexpr int kRow = 16;
 
-// A border drawn at one side of a cell is the only line that a table can hold; a second cell below puts it at half
-// height.
-std::string lineSample(DomainStyle const& style) {
-    std::string const sides = style.twofold ? "TB" : "B";
-    return tableStart(0, 0) +
-           "<TR><TD FIXEDSIZE=\"TRUE\" "
-           "WIDTH=\"28\" HEIGHT=\"6\" BORDER=\"" +
-           borderOf(style) + "\" SIDES=\"" + sides + "\" COLOR=\"" + style.colour + "\" STYLE=\"" + style.line +
-           "\"></TD></TR><TR><TD FIXEDSIZE=\"TRUE\" WIDTH=\"28\" HEIGHT=\"4\"></TD></TR></TABLE>";
-}
-
-std::string boxSample(std::string const& look, char const* size) {
-    return tableStart(0, 0, look + " COLOR=\"#444444\"") + "<TR><TD FIXEDSIZE=\"TRUE\" " + size + "></TD></TR></TABLE>";
-}
-
-/// The entries of a legend in one row, whose width is computed from its strings: left to itself it would spread over
-/// the width of the notes below it.
+/// The entries of a legend in a row.
 class Entries {
 public:
-    void add(std::string const& sample, std::string const& text) {
-        cells += "<TD>" + sample + "</TD><TD ALIGN=\"LEFT\">" + text + "</TD><TD WIDTH=\"6\"></TD>";
-        width += 58 + 6 * text.size();
+    void add(std::vector<Shape> samples, int sampleWidth, std::string const& text, std::string const& classes = "end") {
+        for (Shape& shape : samples) {
+            Item carrier;
+            carrier.shapes = {std::move(shape)};
+            move(carrier, x, kRow / 2);
+            item.shapes.push_back(std::move(carrier.shapes[0]));
+        }
+        x += sampleWidth + 6;
+        item.shapes.push_back(textShape(classes, {x, kRow / 2 + 4}, text, "start"));
+        x += textWidth(text, 10) + 16;
     }
 
-    std::string table() const {
-        if (cells.empty()) return cells;
-        return tableStart(4, 0,
-                          "ALIGN=\"LEFT\" BORDER=\"0\" FIXEDSIZE=\"TRUE\" WIDTH=\"" + std::to_string(width) +
-                              "\" HEIGHT=\"26\"") +
-               "<TR>" + cells + "</TR></TABLE>";
-    }
-
-private:
-    std::string cells;
-    std::size_t width = 8;
+    Item item;
+    int x = 0;
 };
 
-std::string legend(Occurring const& occurring) {
+Entries legend(Occurring const& occurring) {
     Entries entries;
-    for (auto const domain : occurring.domains) entries.add(lineSample(styleOf(domain)), styleOf(domain).name);
-    char const* const wide = "WIDTH=\"20\" HEIGHT=\"8\"";
-    if (occurring.openPort) entries.add(boxSample("BORDER=\"1\"", "WIDTH=\"5\" HEIGHT=\"9\""), "open port");
-    if (occurring.foreignPort) entries.add("<I>name?</I>", "port that the block does not have");
-    if (occurring.closedComposite) entries.add(boxSample("BORDER=\"2\" STYLE=\"ROUNDED\"", wide), "composite, closed");
+    entries.item.id = "legend";
+    entries.item.classes = "legend";
+    for (auto const domain : occurring.domains) {
+        std::vector<Shape> lines{lineShape("line " + className(domain), {{0, 0}, {kSample, 0}})};
+        if (styleOf(domain).twofold) lines.push_back(lineShape("core", {{0, 0}, {kSample, 0}}));
+        entries.add(std::move(lines), kSample, styleOf(domain).name);
+    }
+    if (occurring.openPort) entries.add({boxShape("port open", {0, -5, 6, 10})}, 6, "open port");
+    if (occurring.foreignPort)
+        entries.add({textShape("pin foreign", {0, 4}, "name?", "start")}, textWidth("name?", 9),
+                    "port that the block does not have");
+    Box const wide{0, -5, 20, 10};
+    if (occurring.closedComposite) entries.add({boxShape("sample composite", wide)}, wide.width, "composite, closed");
     if (occurring.unknownKind)
-        entries.add(boxSample("BORDER=\"1\" STYLE=\"ROUNDED,DASHED\"", wide), "stand-in: its kind is not loaded");
-    return entries.table();
+        entries.add({boxShape("sample unloaded", wide)}, wide.width, "stand-in: its kind is not loaded");
+    if (occurring.turn)
+        entries.add({boxShape("sample turned", {0, -7, 14, 14}), textShape("pin", {7, 3}, "1")}, 14,
+                    "wire that goes on at the same number");
+    return entries;
+}
+
+/// Adds a line that is shortened to `most` characters. Returns its width.
+int addLine(std::vector<Item>& items, Shape shape, std::string const& id, std::size_t most) {
+    Item item;
+    item.id = id;
+    item.classes = "caption";
+    std::string const all = shape.text;
+    shape.text = shortened(all, most);
+    if (shape.text != plainText(all)) item.tooltip = all;
+    bool const title = shape.classes == "title";
+    int const width = textWidth(shape.text, title ? 14 : 10, title);
+    item.shapes = {std::move(shape)};
+    items.push_back(std::move(item));
+    return width;
 }
 
 }  // namespace
 
-std::string caption(Picture const& picture, Occurring const& occurring, std::vector<std::string> const& notes) {
-    std::string rows;
-    if (!picture.title.empty())
-        rows += "<TR><TD ALIGN=\"LEFT\"><B>" + htmlText(picture.title, kTitleCharacters) + "</B></TD></TR>";
-    std::string const entries = picture.legend ? legend(occurring) : "";
-    if (!entries.empty()) rows += "<TR><TD ALIGN=\"LEFT\">" + entries + "</TD></TR>";
-    for (std::string const& note : notes)
-        rows += "<TR><TD ALIGN=\"LEFT\"><I>" + htmlText(note, kNoteCharacters) + "</I></TD></TR>";
-    if (rows.empty()) return rows;
-    return tableStart(2, 1) + rows + "</TABLE>";
+Caption captionOf(Picture const& picture, Occurring const& occurring, std::vector<std::string> const& notes) {
+    Caption caption;
+    if (!picture.title.empty()) {
+        caption.width =
+            addLine(caption.title, textShape("title", {0, 12}, picture.title, "start"), "title", kTitleCharacters);
+        caption.titleHeight = 2 * kRow;
+    }
+    Entries entries = picture.legend ? legend(occurring) : Entries();
+    if (entries.x > 0) {
+        caption.below.push_back(std::move(entries.item));
+        caption.belowHeight += kRow;
+        caption.width = std::max(caption.width, entries.x);
+    }
+    for (std::size_t i = 0; i < notes.size(); ++i) {
+        Shape shape = textShape("cuttext", {0, caption.belowHeight + 12}, notes[i], "start");
+        caption.width = std::max(
+            caption.width, addLine(caption.below, std::move(shape), "note" + std::to_string(i + 1), kNoteCharacters));
+        caption.belowHeight += kRow;
+    }
+    return caption;
 }
 
 }  // namespace vrltool::draw

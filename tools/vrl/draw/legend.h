@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "draw/picture.h"
+#include "draw/scene.h"
 #include "vrllib/vrllib.h"
 
 namespace vrltool::draw {
@@ -16,9 +17,17 @@ struct Occurring {
     bool foreignPort = false;  ///< a connected port that its block does not have
     bool closedComposite = false;
     bool unknownKind = false;
+    bool turn = false;  ///< a wire that goes on in another row
 };
 
-/// What is below a picture, as an HTML-like table: its title, its legend and the notes. Empty without any.
-std::string caption(Picture const& picture, Occurring const& occurring, std::vector<std::string> const& notes);
+/// What is above and below a picture, each from (0,0) on: its title, and its legend with the notes.
+struct Caption {
+    std::vector<Item> title, below;
+    int titleHeight = 0;
+    int belowHeight = 0;
+    int width = 0;
+};
+
+Caption captionOf(Picture const& picture, Occurring const& occurring, std::vector<std::string> const& notes);
 
 }  // namespace vrltool::draw

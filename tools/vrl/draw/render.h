@@ -3,6 +3,8 @@
 #include <optional>
 #include <string>
 
+#include "draw/scene.h"
+
 namespace vrltool::draw {
 
 /// What a picture can be written as.
@@ -20,9 +22,9 @@ char const* pictureFormats();
 /// "; did you mean 'svg'?" after a hint, or nothing without a near one.
 std::string nearFormats(std::string const& wrong);
 
-/// The bytes of a picture that Graphviz makes of its text: the same for the same text, since the time and the
-/// maker are taken out. A Failure says that Graphviz is missing, or that it failed;
-/// a line on standard error, that a bitmap is coarser than it should be.
-std::string render(std::string const& dotText, PictureFormat format);
+/// The bytes of a picture as PDF or PNG, made of its SVG by rsvg-convert: the same for the same picture, since the time
+/// is taken out. A Failure says that the program is missing, or that it failed; a line on standard error, that a bitmap
+/// is coarser than it should be.
+std::string converted(Scene const& scene, PictureFormat format);
 
 }  // namespace vrltool::draw

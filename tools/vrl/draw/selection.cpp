@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <deque>
 
-#include "draw/block_label.h"
+#include "draw/ports.h"
 #include "text/failure.h"
 #include "text/near_names.h"
 #include "text/table.h"
@@ -35,7 +35,7 @@ private:
     // An electrical net of many ports, such as a common ground, makes no neighbours; nor is it drawn as a wire.
     bool leadsOn(std::vector<PortPlace> const& ports) const {
         return ports.size() == 2 || std::any_of(ports.begin(), ports.end(), [&](PortPlace const& port) {
-                   return sideOf(circuit.elements[port.element].ports[port.port]) != Side::kBottom;
+                   return boundarySide(circuit.elements[port.element].ports[port.port]) != Side::kBelow;
                });
     }
 

@@ -1,4 +1,4 @@
-#include "draw/dot_text.h"
+#include "draw/shown_text.h"
 
 #include <algorithm>
 #include <utility>
@@ -56,25 +56,12 @@ std::string shortened(std::string const& text, std::size_t most) {
     return joined(all, 0, most - 1 - last) + kEllipsis + joined(all, all.size() - last, all.size());
 }
 
-// A backslash of a label is looked at once, when the label is stored.
-std::string htmlText(std::string const& text, std::size_t most) {
-    if (text.empty()) return " ";
-    return escaped(most == 0 ? plainText(text) : shortened(text, most),
-                   {{'&', "&amp;"}, {'<', "&lt;"}, {'>', "&gt;"}, {'"', "&quot;"}, {'\\', "\\\\"}});
+std::string xmlText(std::string const& text) {
+    return escaped(plainText(text), {{'&', "&amp;"}, {'<', "&lt;"}, {'>', "&gt;"}, {'"', "&quot;"}});
 }
 
-// A backslash of a tooltip is looked at twice, when the text is stored and when it is written; the quotes are the
-// reader's.
-std::string tooltipText(std::string const& text) {
-    return '"' +
-           escaped(plainText(text),
-                   {{'&', "&amp;"}, {'<', "&lt;"}, {'>', "&gt;"}, {'"', "&quot;"}, {'\\', "\\\\\\\\"}}) +
-           '"';
-}
-
-std::string tableStart(unsigned cellSpacing, unsigned cellPadding, std::string const& more) {
-    return "<TABLE " + more + " CELLBORDER=\"0\" CELLSPACING=\"" + std::to_string(cellSpacing) + "\" CELLPADDING=\"" +
-           std::to_string(cellPadding) + "\">";
+std::string quotedText(std::string const& text) {
+    return '"' + escaped(plainText(text), {{'"', "\\\""}, {'\\', "\\\\"}}) + '"';
 }
 
 }  // namespace vrltool::draw
