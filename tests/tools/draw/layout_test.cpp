@@ -35,6 +35,20 @@ TEST(Flow, PutsTheRootOfATreeAtTheLeft) {
     EXPECT_FALSE(columns.turned[2]);
 }
 
+FlowNode endWithWish(int wish) { return {{Side::kRight}, true, false, wish}; }
+
+TEST(Flow, BeginsAtTheEndThatBelongsLeftMost) {
+    Flow const flow{{endWithWish(-1), endWithWish(-3), kBlock}, {{{0, 0}, {2, 0}}, {{2, 1}, {1, 0}}}};
+    EXPECT_EQ(columnsOf(flow).column, (std::vector<std::size_t>{2, 0, 1}));
+}
+
+TEST(Flow, GrantsMoreOfWhatEndsWish) {
+    FlowNode const splitter{{Side::kLeft, Side::kRight, Side::kRight}};
+    Flow const flow{{endWithWish(3), endWithWish(-2), endWithWish(-2), splitter},
+                    {{{0, 0}, {3, 0}}, {{1, 0}, {3, 1}}, {{2, 0}, {3, 2}}}};
+    EXPECT_EQ(columnsOf(flow).column, (std::vector<std::size_t>{2, 0, 0, 1}));
+}
+
 TEST(Flow, CountsColumnsAlongTheLongestWay) {
     Flow const flow{{kBlock, kBlock, kBlock}, {{{0, 1}, {1, 0}, {2, 0}}, {{1, 1}, {2, 0}}}};
     EXPECT_EQ(columnsOf(flow).column, (std::vector<std::size_t>{0, 1, 2}));

@@ -1,6 +1,7 @@
 #include "draw/ports.h"
 
 #include <algorithm>
+#include <initializer_list>
 
 #include "circuit/direction.h"
 #include "design/stand_in.h"
@@ -38,6 +39,22 @@ Side boundarySide(ElementPort const& port) {
     if (direction == Direction::kInput) return Side::kLeft;
     bool const right = direction == Direction::kOutput || port.domain == vrl::EnumList::Optics;
     return right ? Side::kRight : Side::kBelow;
+}
+
+Side namedSide(std::string const& name, vrl::EnumList::Domain domain) {
+    std::string word;
+    for (char const c : name) {
+        bool const capital = c >= 'A' && c <= 'Z';
+        if (!capital && (c < 'a' || c > 'z')) break;
+        word += static_cast<char>(capital ? c - 'A' + 'a' : c);
+    }
+    auto const isOne = [&](std::initializer_list<char const*> words) {
+        return std::find(words.begin(), words.end(), word) != words.end();
+    };
+    bool const optical = domain == vrl::EnumList::Optics;
+    if (isOne({"in", "input", "left", "west"}) || (optical && word == "w")) return Side::kLeft;
+    if (isOne({"out", "output", "right", "east"}) || (optical && word == "e")) return Side::kRight;
+    return Side::kBelow;
 }
 
 std::vector<std::size_t> portsOn(Element const& element, Side side) {

@@ -16,6 +16,10 @@ using layout::Side;
 /// if it is optical, and a contact if not.
 Side boundarySide(ElementPort const& port);
 
+/// The side of the boundary that its name in a netlist says, such as "in", "right" or, of an optical port, "w0"; below:
+/// it says none, as a number after a common stem.
+Side namedSide(std::string const& name, vrl::EnumList::Domain domain);
+
 /// The ports of an element with a list of the boundary, in their order.
 std::vector<std::size_t> portsOn(Element const& element, Side side);
 

@@ -11,6 +11,7 @@ namespace {
 
 constexpr std::size_t kNone = static_cast<std::size_t>(-1);
 constexpr double kLightWeight = 4;               // of a wire's being straight; 1 for an electrical one
+constexpr int kNamedWish = 3;                    // of an end whose name says its side; 1 by its port
 constexpr std::size_t kMostElectricalWires = 3;  // ports of a net; more of them have tags
 
 struct BoundaryWords {
@@ -128,7 +129,6 @@ bool Schematic::fits(Side side) const {
 void Schematic::addBoundary(Side side, std::vector<Side> const& edges) {
     BoundaryWords const& words = wordsOf(side);
     auto const& nodes = circuit.*words.nodes;
-    bool const directed = !circuit.inputs.empty() && !frame;
     for (std::size_t i = 0; i < nodes.size(); ++i) {
         Ports& net = nets[nodes[i]];
         std::size_t const port = fits(side) ? portsOn(*frame, side)[i] : kNone;
@@ -142,9 +142,20 @@ void Schematic::addBoundary(Side side, std::vector<Side> const& edges) {
         Label label{side == Side::kLeft ? Label::Kind::kInput : Label::Kind::kOutput,
                     prefix + words.id + std::to_string(i + 1), name, name + ": " + netName(nodes[i])};
         if (!net.beside.empty()) label.domain = portAt(net.beside[0]).domain;
-        net.labels.push_back(addLabel(std::move(label), side == Side::kLeft ? Side::kRight : Side::kLeft, directed));
-        if (!directed) flow.nodes.back().pins[0] = Side::kRight;
+        net.labels.push_back(addLabel(std::move(label), Side::kRight, false));
+        flow.nodes.back().wish = wishOf(side, nodes[i], labels.back().domain);
     }
+}
+
+// A netlist of another tool knows better than the names of our ports, where its own ones say something.
+int Schematic::wishOf(Side side, unsigned node, vrl::EnumList::Domain domain) const {
+    auto const named = names.find(node);
+    if (named != names.end())
+        for (std::string const& name : named->second)
+            if (Side const said = namedSide(name, domain); said != Side::kBelow)
+                return said == Side::kLeft ? -kNamedWish : kNamedWish;
+    bool const directed = !circuit.inputs.empty() && !frame;
+    return directed ? (side == Side::kLeft ? -1 : 1) : 0;
 }
 
 void Schematic::nameContacts() {

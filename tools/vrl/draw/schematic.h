@@ -80,6 +80,7 @@ private:
     void build(std::vector<Side> const& edges);
     void addElement(std::size_t element);
     void addBoundary(Side side, std::vector<Side> const& edges);
+    int wishOf(Side side, unsigned node, vrl::EnumList::Domain domain) const;
     void addEdges(std::vector<Side> const& edges);
     void nameContacts();
     std::size_t addLabel(Label label, Side pin, bool fixed);

@@ -1,6 +1,7 @@
 #include "draw/layout/flow.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <deque>
 #include <utility>
 
@@ -25,9 +26,8 @@ public:
             for (std::size_t node = 0; node < flow.nodes.size(); ++node)
                 if (flow.nodes[node].fixed && flow.nodes[node].pins[0] == side) fixed.push_back(node);
         if (flow.endsOutside && !fixed.empty()) walkPart(fixed);
-        for (std::size_t const node : fixed)
-            if (!met[node]) walkPart({node});
-        startAt([&](std::size_t node) { return flow.nodes[node].end; });
+        for (std::size_t const node : fixed) walkPart({node});
+        for (std::size_t const end : endsByWish()) walkPart({end});
         startAt([&](std::size_t node) { return netsOf[node].size() == 1; });
         startAt([](std::size_t) { return true; });
         return std::move(result);
@@ -39,22 +39,36 @@ private:
         std::size_t pin;
     };
 
+    /// Those with a wish first, and of equal ones those at the left.
+    std::vector<std::size_t> endsByWish() const {
+        std::vector<std::size_t> ends;
+        for (std::size_t node = 0; node < flow.nodes.size(); ++node)
+            if (flow.nodes[node].end) ends.push_back(node);
+        auto const rank = [this](std::size_t node) {
+            int const wish = flow.nodes[node].wish;
+            return std::make_pair(-std::abs(wish), wish);
+        };
+        std::stable_sort(ends.begin(), ends.end(), [&](std::size_t a, std::size_t b) { return rank(a) < rank(b); });
+        return ends;
+    }
+
     template <class Fits>
     void startAt(Fits const& fits) {
         for (std::size_t node = 0; node < flow.nodes.size(); ++node)
-            if (!met[node] && fits(node)) walkPart({node});
+            if (fits(node)) walkPart({node});
     }
 
     void walkPart(std::vector<std::size_t> const& starts) {
+        if (met[starts[0]]) return;
         result.parts.emplace_back();
-        for (std::size_t const start : starts) meet(start, false);
+        for (std::size_t const start : starts) meet(start, flow.nodes[start].wish > 0);
         while (!queue.empty() || !below.empty()) {
             auto& next = queue.empty() ? below : queue;
             auto const [node, at] = next.front();
             next.pop_front();
             follow(node, at);
         }
-        mirrorIfEndsAreLeft(result.parts.back());
+        mirrorIfEndsAreWrong(result.parts.back());
     }
 
     void meet(std::size_t node, bool turned) {
@@ -78,15 +92,20 @@ private:
         }
     }
 
-    /// Without a fixed end, most ends are to be at the right, as a tree has its root at the left.
-    void mirrorIfEndsAreLeft(std::vector<std::size_t> const& part) {
+    /// Without a fixed end, ends are where they belong, and otherwise most of them at the right, as a tree has its root
+    /// at the left.
+    void mirrorIfEndsAreWrong(std::vector<std::size_t> const& part) {
         std::size_t left = 0, right = 0;
+        int granted = 0;
         for (std::size_t const node : part) {
             if (flow.nodes[node].fixed) return;
-            if (flow.nodes[node].end)
-                ++(sideOf(flow.nodes[node].pins[0], result.turned[node]) == Side::kRight ? left : right);
+            if (!flow.nodes[node].end) continue;
+            bool const atLeft = sideOf(flow.nodes[node].pins[0], result.turned[node]) == Side::kRight;
+            ++(atLeft ? left : right);
+            granted += atLeft ? -flow.nodes[node].wish : flow.nodes[node].wish;
         }
-        if (right == 0 || left <= right) return;
+        bool const wrong = granted < 0 || (granted == 0 && right > 0 && left > right);
+        if (!wrong) return;
         for (std::size_t const node : part) result.turned[node] = !result.turned[node];
     }
 

@@ -22,6 +22,7 @@ struct FlowNode {
     std::vector<Side> pins;
     bool end = false;    ///< whether it is a label of the boundary, with one pin
     bool fixed = false;  ///< whether it keeps its direction; other nodes can be mirrored left to right
+    int wish = 0;        ///< how much an end belongs to the left of its part, below 0, or to the right
 };
 
 struct Flow {
