@@ -45,7 +45,7 @@ INSTANTIATE_TEST_SUITE_P(
 std::string labelsOf(Circuit const& circuit, OuterNames const& names) {
     Picture picture;
     picture.names = names;
-    auto const scene = drawingOf(circuit, picture, selectionOf(circuit, picture)).scene;
+    auto const scene = drawingOf(circuit, picture, selectionOf(circuit, picture)).sheets[0];
     EXPECT_THAT(vrl_test::measured(svgText(scene)).faults, testing::IsEmpty());
     std::map<int, std::string> places;
     for (auto const& item : scene.items) {

@@ -117,8 +117,9 @@ public:
         auto const parsed = document.load_buffer(svg.data(), svg.size());
         if (!parsed) throw std::runtime_error(std::string("no SVG: ") + parsed.description());
         auto const root = document.child("svg");
-        result.width = root.attribute("width").as_int();
-        result.height = root.attribute("height").as_int();
+        std::istringstream view(root.attribute("viewBox").value());
+        int left = 0, top = 0;
+        view >> left >> top >> result.width >> result.height;
         for (auto const& item : root.children("g")) read(item);
         if (things.empty() && texts.empty()) throw std::runtime_error("no picture of a circuit");
     }

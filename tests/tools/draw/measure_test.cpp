@@ -24,7 +24,7 @@ std::string wire(std::string const& id, std::string const& ends, std::string con
 }
 
 vrl_test::Measured of(std::string const& items) {
-    return measured("<svg width=\"200\" height=\"100\">" + kTwoBlocks + items + "</svg>");
+    return measured("<svg viewBox=\"0 0 200 100\">" + kTwoBlocks + items + "</svg>");
 }
 
 TEST(Measure, CountsBlocksWiresBendsAndEmptyArea) {

@@ -42,7 +42,7 @@ std::vector<std::string> firstGroups(std::string const& text, std::string const&
 
 std::string svgOf(SampleCircuit& circuit, vrltool::draw::Picture const& picture, int depth) {
     vrltool::Circuit const whole = vrltool::circuitFrom(circuit.netlist(), depth);
-    return svgText(drawingOf(whole, picture, vrltool::draw::selectionOf(whole, picture)).scene);
+    return svgText(drawingOf(whole, picture, vrltool::draw::selectionOf(whole, picture)).sheets[0]);
 }
 
 std::string wiresOf(std::string const& svg) {

@@ -18,7 +18,7 @@ using vrltool::draw::Picture;
 std::string svgOf(Circuit const& circuit) {
     Picture picture;
     picture.max = 0;
-    return svgText(drawingOf(circuit, picture, selectionOf(circuit, picture)).scene);
+    return svgText(drawingOf(circuit, picture, selectionOf(circuit, picture)).sheets[0]);
 }
 
 struct Shape {

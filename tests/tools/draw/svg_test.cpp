@@ -253,7 +253,7 @@ TEST(Svg, TakesEmptyNames) {
     circuit.elements[1].ports = {{"", vrl::EnumList::DC, 1, false}};
     circuit.nodes[1] = {{0, 0}, {1, 0}};
     auto const drawing = vrltool::draw::drawingOf(circuit, {}, vrltool::draw::selectionOf(circuit, {}));
-    EXPECT_TRUE(isWellFormed(svgText(drawing.scene)));
+    EXPECT_TRUE(isWellFormed(svgText(drawing.sheets[0])));
 }
 
 TEST(Svg, DrawsAThousandElements) {

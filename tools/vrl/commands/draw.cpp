@@ -26,7 +26,7 @@ using namespace draw;
 namespace {
 
 constexpr int kMostCounted = 1000000;
-constexpr int kLeastWidth = 300;  // points
+constexpr int kLeastSide = 300;  // points
 
 struct Options {
     std::string file;
@@ -34,6 +34,7 @@ struct Options {
     std::string format;
     unsigned depth = 0;
     bool noLegend = false;
+    std::string page;
     Picture picture;
 };
 
@@ -63,6 +64,20 @@ void refuseTwoOutputs(Options const& options) {
                       "name a file for the picture with '-o FILE.svg'");
 }
 
+/// The file of a sheet: pages of a PDF are in one, other sheets have their number before the ending.
+std::string fileOf(Options const& options, PictureFormat format, std::size_t sheet, std::size_t count) {
+    if (count == 1 || format == PictureFormat::kPdf) return options.output;
+    std::filesystem::path const path = options.output;
+    std::string const name = path.stem().string() + "-" + std::to_string(sheet + 1) + path.extension().string();
+    return (path.has_parent_path() ? path.parent_path() / name : std::filesystem::path(name)).string();
+}
+
+void warnOfSmallText(Options const& options, Drawing const& drawn) {
+    for (std::size_t const sheet : drawn.illegible)
+        std::cerr << "vrl: " << options.file << ": sheet " << sheet + 1
+                  << " has text of less than 5 points, since one of its blocks does not fit otherwise\n";
+}
+
 Json report(Options const& options, PictureFormat format, Selection const& selection, Drawing const& drawn) {
     auto const shown = std::count(selection.shown.begin(), selection.shown.end(), true);
     Json json = jsonHead("draw", 1);
@@ -72,17 +87,56 @@ Json report(Options const& options, PictureFormat format, Selection const& selec
     json["shown"] = shown;
     json["hidden"] = selection.shown.size() - static_cast<std::size_t>(shown);
     json["notes"] = selection.notes;
-    json["width"] = drawn.scene.width;
-    json["height"] = drawn.scene.height;
+    json["width"] = 0;
+    json["height"] = 0;
+    json["sheets"] = Json::array();
+    for (std::size_t i = 0; i < drawn.sheets.size(); ++i) {
+        Scene const& sheet = drawn.sheets[i];
+        json["width"] = std::max(json["width"].get<int>(), sheet.width);
+        json["height"] = std::max(json["height"].get<int>(), sheet.height);
+        json["sheets"].push_back({{"output", fileOf(options, format, i, drawn.sheets.size())},
+                                  {"width", sheet.width},
+                                  {"height", sheet.height}});
+    }
     json["domains"] = Json::array();
     for (auto const domain : drawn.domains) json["domains"].push_back(vrl::EnumList::getName(domain));
     return json;
 }
 
-std::string bytesOf(Circuit const& circuit, Picture const& picture, Selection const& selection, Drawing const& drawn,
-                    PictureFormat format) {
-    if (format == PictureFormat::kDot) return graphText(circuit, selection, picture.names);
-    return format == PictureFormat::kSvg ? svgText(drawn.scene) : converted(drawn.scene, format);
+void write(Options const& options, std::string const& path, std::string const& bytes) {
+    if (toStandardOutput(options))
+        std::cout << bytes;
+    else
+        saveFile(path, bytes);
+}
+
+/// Writes a picture to its file, or its sheets to theirs.
+void writePicture(Options const& options, std::vector<Scene> const& sheets, PictureFormat format) {
+    bool const inOne = sheets.size() == 1 || format == PictureFormat::kPdf;
+    if (toStandardOutput(options) && !inOne)
+        throw Failure("standard output", "takes one sheet, and the picture has " + std::to_string(sheets.size()),
+                      "name a file with '-o FILE." + formatName(format) + "', or take '--format pdf'");
+    for (std::size_t i = 0; i < (inOne ? 1 : sheets.size()); ++i)
+        refuseToReplace(fileOf(options, format, i, sheets.size()), {options.file});
+    for (std::size_t i = 0; i < (inOne ? 1 : sheets.size()); ++i) {
+        std::string const bytes = format == PictureFormat::kSvg ? svgText(sheets[i])
+                                  : inOne                       ? converted(sheets, format)
+                                                                : converted({sheets[i]}, format);
+        write(options, fileOf(options, format, i, sheets.size()), bytes);
+    }
+}
+
+/// What is asked for with what the design says of it. A graph has no sheets.
+Picture pictureOf(Options const& options, PictureFormat format, vrl::Netlist const& netlist, Circuit const& circuit) {
+    Picture picture = options.picture;
+    picture.names = outerNames(netlist, circuit);
+    picture.legend = !options.noLegend;
+    if (picture.title.empty()) picture.title = std::filesystem::path(options.file).stem().string();
+    if (format == PictureFormat::kDot)
+        picture.height = 0;
+    else if (!options.page.empty())
+        picture.paper = paperOf(options.page);
+    return picture;
 }
 
 Outcome work(Options const& options, Common const& common) {
@@ -94,18 +148,15 @@ Outcome work(Options const& options, Common const& common) {
     std::cerr << missingText(design);
     vrl::Netlist& netlist = circuitOf(design);
     Circuit const circuit = circuitFrom(netlist, static_cast<int>(options.depth));
-    Picture picture = options.picture;
-    picture.names = outerNames(netlist, circuit);
-    picture.legend = !options.noLegend;
-    if (picture.title.empty()) picture.title = std::filesystem::path(options.file).stem().string();
+    Picture const picture = pictureOf(options, format, netlist, circuit);
     Selection const selection = selectionOf(circuit, picture);
     Drawing const drawn = drawingOf(circuit, picture, selection);
-    std::string const bytes = bytesOf(circuit, picture, selection, drawn, format);
     for (std::string const& note : selection.notes) std::cerr << "vrl: " << options.file << ": " << note << '\n';
-    if (toStandardOutput(options))
-        std::cout << bytes;
+    warnOfSmallText(options, drawn);
+    if (format == PictureFormat::kDot)
+        write(options, options.output, graphText(circuit, selection, picture.names));
     else
-        saveFile(options.output, bytes);
+        writePicture(options, drawn.sheets, format);
     if (common.json) writeJson(std::cout, report(options, format, selection, drawn));
     return Outcome::kFine;
 }
@@ -118,6 +169,7 @@ void addDraw(Grammar& grammar) {
                                     "  vrl draw modulator.vrl -o modulator.svg            # blocks and wires\n"
                                     "  vrl draw modulator.vrl -o modulator.pdf --depth 1  # and inside composites\n"
                                     "  vrl draw chip.vrl -o mod.png --around mod --hops 2 # one neighbourhood\n"
+                                    "  vrl draw chip.vrl -o chip.pdf --page a4            # pages to print\n"
                                     "  vrl draw chip.vrl --format dot                     # a plain graph for Graphviz",
                                     [options](Common const& common) { return work(*options, common); });
     command.add_option("file", options->file, "the saved design")->required()->type_name("FILE");
@@ -138,9 +190,16 @@ void addDraw(Grammar& grammar) {
     command.add_option("--max", options->picture.max, "the most elements, 200 otherwise; 0: no limit")
         ->type_name("N")
         ->check(CLI::Range(0, kMostCounted));
-    command.add_option("--width", options->picture.width, "points, past which the picture is folded; 1600 otherwise")
-        ->type_name("N")
-        ->check(CLI::Range(kLeastWidth, kMostCounted));
+    CLI::Option* const width = command.add_option("--width", options->picture.width,
+                                                  "points, past which the picture is folded; 1600 otherwise");
+    CLI::Option* const height = command.add_option(
+        "--height", options->picture.height, "points, past which it goes on on another sheet; one sheet otherwise");
+    for (CLI::Option* const side : {width, height}) side->type_name("N")->check(CLI::Range(kLeastSide, kMostCounted));
+    command.add_option("--page", options->page, "a paper for as many sheets as keep the text at 5 points at least")
+        ->type_name("a4|a3|letter")
+        ->check(CLI::IsMember(paperNames()))
+        ->excludes(width)
+        ->excludes(height);
     command.add_flag("--parameters", options->picture.parameters,
                      "the values in each block that differ from those of a new one");
     command.add_option("--title", options->picture.title, "a title above the picture; the name of the file otherwise")

@@ -17,6 +17,7 @@ namespace {
 
 constexpr int kMargin = 16;
 constexpr int kFramePadding = 8;
+constexpr int kMostHeight = 1600;  // of a part of a picture whose height has no limit
 
 /// Draws one circuit, the whole or the inside of a composite, into a box that begins at (0,0).
 class LevelDrawing {
@@ -24,21 +25,31 @@ public:
     LevelDrawing(Schematic const& s, Picture const& p, Selection const& sel, Occurring& o)
         : schematic(s), picture(p), selection(sel), occurring(o), columns(layout::columnsOf(s.flow)) {}
 
-    Inside run(int limit, int leastWidth) {
+    /// The sheets of the whole.
+    std::vector<Inside> sheets(Room const& room) {
+        auto pieces = prepare({room.width, room.height == 0 ? kMostHeight : room.height});
+        std::vector<Inside> all;
+        for (Box const& size : pack(pieces, room)) {
+            for (PlacedPiece& piece : pieces)
+                if (piece.sheet == all.size()) emit(piece);
+            result.width = size.width;
+            result.height = size.height;
+            all.push_back(std::exchange(result, {}));
+        }
+        return all;
+    }
+
+    Inside inFrame(int leastWidth) { return inFrame(prepare({}), leastWidth); }
+
+private:
+    std::vector<PlacedPiece> prepare(Room const& room) {
         findExits();
         for (std::size_t node = 0; node < schematic.flow.nodes.size(); ++node) shapes.push_back(shapeOf(node));
         if (schematic.frame) widenEdges();
-        auto pieces = piecesOf(schematic.flow, columns, shapes, limit,
-                               [this](std::size_t net, bool right) { return turnOf(net, right); });
-        if (schematic.frame) return inFrame(std::move(pieces), leastWidth);
-        Box const all = pack(pieces, limit);
-        for (PlacedPiece& piece : pieces) emit(piece);
-        result.width = all.width;
-        result.height = all.height;
-        return std::move(result);
+        return piecesOf(schematic.flow, columns, shapes, room,
+                        [this](std::size_t net, bool right) { return turnOf(net, right); });
     }
 
-private:
     /// The side to which a wire leaves a port below is that of its other end.
     void findExits() {
         exits.resize(schematic.flow.nodes.size());
@@ -80,7 +91,7 @@ private:
         if (!schematic.isOpen(place)) return blockShape(id, element, look, picture.parameters);
         Schematic const inside(schematic, place, look.sides);
         Inside drawn =
-            LevelDrawing(inside, picture, selection, occurring).run(0, leastInside(element, look, picture.parameters));
+            LevelDrawing(inside, picture, selection, occurring).inFrame(leastInside(element, look, picture.parameters));
         return frameShape(id, element, look, picture.parameters, schematic.frame != nullptr, std::move(drawn));
     }
 
@@ -97,9 +108,18 @@ private:
     NodeShape turnOf(std::size_t net, bool right) {
         std::size_t const number = turns.emplace(net, turns.size() + 1).first->second;
         occurring.turn = true;
-        std::string const id = schematic.prefix + "turn" + std::to_string(number) + (right ? "" : "_");
-        return turnShape(right ? id : id + std::to_string(++turnEnds[net]), number, right,
+        return turnShape(schematic.prefix + "turn" + std::to_string(number), number, right,
                          schematic.wires[net].tooltip);
+    }
+
+    /// The turns of a net have the same id until they are drawn.
+    void nameTurns(Piece const& piece) {
+        for (std::size_t const node : piece.nodes) {
+            if (node < schematic.flow.nodes.size()) continue;
+            std::string& id = shapes[node].items[0].id;
+            std::size_t const before = drawnTurns[id]++;
+            if (before > 0) id += "_" + std::to_string(before);
+        }
     }
 
     /// All ports on a side of a frame have the same width, so that they are on its edge.
@@ -121,7 +141,7 @@ private:
         if (schematic.circuit.elements.empty()) return emptyFrame(std::move(pieces), leastWidth);
         std::vector<PlacedPiece> atEdge, others;
         for (PlacedPiece& piece : pieces) (hasEdge(piece.piece) ? atEdge : others).push_back(std::move(piece));
-        Box const rest = pack(others, 0);
+        Box const rest = pack(others, {})[0];
         int const padding = others.empty() ? 0 : 2 * kFramePadding;
         leastWidth = std::max(leastWidth, rest.width + padding);
         int y = 0;
@@ -174,6 +194,7 @@ private:
     }
 
     void emit(PlacedPiece& piece) {
+        nameTurns(piece.piece);
         for (std::size_t i = 0; i < piece.piece.nets.size(); ++i) emitWire(piece, i);
         for (std::size_t i = 0; i < piece.piece.nodes.size(); ++i) {
             std::size_t const node = piece.piece.nodes[i];
@@ -238,31 +259,92 @@ private:
     layout::Columns columns;
     std::vector<std::map<std::size_t, bool>> exits;  ///< of each node
     std::vector<NodeShape> shapes;
-    std::map<std::size_t, std::size_t> turns, turnEnds, drawnParts;  ///< by net
+    std::map<std::size_t, std::size_t> turns, drawnParts;  ///< by net
+    std::map<std::string, std::size_t> drawnTurns;
     std::map<unsigned, std::size_t> netParts;
     Inside result;
 };
 
-}  // namespace
-
-Drawing drawingOf(Circuit const& circuit, Picture const& picture, Selection const& selection) {
-    Drawing drawing;
-    Occurring occurring;
-    Schematic const whole(circuit, selection, picture.names);
-    Inside level = LevelDrawing(whole, picture, selection, occurring).run(picture.width, 0);
-    Caption caption = captionOf(picture, occurring, selection.notes);
+/// A sheet with its title above, and its legend with the notes below.
+Scene sceneOf(Inside level, Caption caption) {
     int const top = kMargin + caption.titleHeight;
     for (Item& item : level.items) move(item, kMargin, top);
     int const below = top + level.height + (level.items.empty() ? 0 : kMargin);
     for (Item& item : caption.below) move(item, kMargin, below);
     for (Item& item : caption.title) move(item, kMargin, kMargin);
-    drawing.scene.items = std::move(caption.title);
+    Scene scene;
+    scene.items = std::move(caption.title);
     for (auto* const items : {&level.items, &caption.below})
-        std::move(items->begin(), items->end(), std::back_inserter(drawing.scene.items));
-    drawing.scene.width = std::max(level.width, caption.width) + 2 * kMargin;
-    drawing.scene.height = below + caption.belowHeight + (caption.belowHeight > 0 ? kMargin : 0);
+        std::move(items->begin(), items->end(), std::back_inserter(scene.items));
+    scene.width = std::max(level.width, caption.width) + 2 * kMargin;
+    scene.height = below + caption.belowHeight + (caption.belowHeight > 0 ? kMargin : 0);
+    return scene;
+}
+
+/// What captions leave of the height of a sheet: one of several has a title, and turns in its legend.
+int heightWithin(int height, Picture picture, Selection const& selection) {
+    if (height == 0) return 0;
+    picture.title = "sheet";
+    Occurring turns;
+    turns.turn = true;
+    Caption const caption = captionOf(picture, turns, selection.notes);
+    return std::max(height - kMargin - caption.titleHeight - caption.belowHeight, 1);
+}
+
+/// The margins of the sheets are outside the room.
+Drawing drawnIn(Room room, Circuit const& circuit, Picture const& picture, Selection const& selection) {
+    Drawing drawing;
+    Occurring occurring;
+    Schematic const whole(circuit, selection, picture.names);
+    room.height = heightWithin(room.height, picture, selection);
+    auto levels = LevelDrawing(whole, picture, selection, occurring).sheets(room);
+    Picture titled = picture;
+    for (std::size_t i = 0; i < levels.size(); ++i) {
+        std::string const sheet = "sheet " + std::to_string(i + 1) + " of " + std::to_string(levels.size());
+        if (levels.size() > 1) titled.title = picture.title.empty() ? sheet : picture.title + ", " + sheet;
+        drawing.sheets.push_back(sceneOf(std::move(levels[i]), captionOf(titled, occurring, selection.notes)));
+    }
     drawing.domains = occurring.domains;
     return drawing;
+}
+
+/// How a drawing is scaled on a paper: by as much for all sheets, except those whose blocks are too large.
+double scaleOn(Paper const& paper, Drawing const& drawing) {
+    double scale = 1;
+    for (Scene const& sheet : drawing.sheets) scale = std::min(scale, scaleOn(paper, sheet));
+    return std::max(scale, leastScale());
+}
+
+Drawing drawnOn(Paper const& paper, Circuit const& circuit, Picture const& picture, Selection const& selection) {
+    Box const most = largestOn(paper);
+    return drawnIn({most.width - 2 * kMargin, most.height - 2 * kMargin}, circuit, picture, selection);
+}
+
+void putOn(Paper const& paper, Drawing& drawing) {
+    double const scale = scaleOn(paper, drawing);
+    for (std::size_t i = 0; i < drawing.sheets.size(); ++i) {
+        double const own = std::min(scale, scaleOn(paper, drawing.sheets[i]));
+        if (own < leastScale()) drawing.illegible.push_back(i);
+        putOn(paper, own, drawing.sheets[i]);
+    }
+}
+
+}  // namespace
+
+Drawing drawingOf(Circuit const& circuit, Picture const& picture, Selection const& selection) {
+    if (!picture.paper) return drawnIn({picture.width, picture.height}, circuit, picture, selection);
+    Paper paper = *picture.paper;
+    Drawing best = drawnOn(paper, circuit, picture, selection);
+    Drawing other = drawnOn(upright(paper), circuit, picture, selection);
+    auto const rank = [](Paper const& sheet, Drawing const& drawing) {
+        return std::make_pair(drawing.sheets.size(), -scaleOn(sheet, drawing));
+    };
+    if (rank(upright(paper), other) < rank(paper, best)) {
+        paper = upright(paper);
+        best = std::move(other);
+    }
+    putOn(paper, best);
+    return best;
 }
 
 }  // namespace vrltool::draw

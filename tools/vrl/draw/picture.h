@@ -1,9 +1,11 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 
 #include "circuit/outer_names.h"
+#include "draw/paper.h"
 
 namespace vrltool::draw {
 
@@ -16,7 +18,9 @@ struct Picture {
     std::size_t max = 200;    ///< the most elements, those inside composites included; 0: no limit
     bool parameters = false;  ///< whether blocks show the values of their parameters
     bool legend = true;
-    int width = 1600;  ///< points, past which a picture is folded, as far as its blocks are not wider
+    int width = 1600;            ///< points, past which a picture is folded, as far as its blocks are not wider
+    int height = 0;              ///< points, past which it goes on on another sheet; 0: it is one sheet, however high
+    std::optional<Paper> paper;  ///< that each sheet fits on, instead of width and height
 };
 
 }  // namespace vrltool::draw

@@ -8,6 +8,8 @@
 #include <numeric>
 #include <utility>
 
+#include "draw/bands.h"
+
 namespace vrltool::draw {
 
 namespace {
@@ -47,12 +49,12 @@ private:
         for (std::size_t const node : part) {
             std::size_t const row = rowOf(columns.column[node], starts);
             placeOf[node] = {row, rows[row].nodes.size()};
-            addNode(rows[row], node, shapes[node].node, columns.column[node] - starts[row] + 1);
+            rows[row].add(node, shapes[node].node, columns.column[node] - starts[row] + 1);
         }
         for (std::size_t const net : nets) addNet(net, rows);
         for (std::size_t i = 0; i < rows.size(); ++i) {
-            rows[i].isRow = i > 0;
-            closeUp(rows[i]);
+            rows[i].beginsLine = i > 0;
+            rows[i].closeUp();
         }
         return rows;
     }
@@ -130,12 +132,6 @@ private:
         return static_cast<std::size_t>(after - starts.begin()) - 1;
     }
 
-    static void addNode(Piece& piece, std::size_t node, layout::Node const& shape, std::size_t column) {
-        piece.nodes.push_back(node);
-        piece.diagram.nodes.push_back(shape);
-        piece.diagram.nodes.back().column = column;
-    }
-
     /// A net of several rows has a turn in each: at the right of its first row, and at the left of the others.
     void addNet(std::size_t net, std::vector<Piece>& rows) {
         std::map<std::size_t, layout::Net> parts;
@@ -149,21 +145,10 @@ private:
                 bool const right = row == parts.begin()->first;
                 shapes.push_back(turn(net, right));
                 ends.push_back({piece.nodes.size(), 0});
-                addNode(piece, shapes.size() - 1, shapes.back().node, right ? widths.size() + 1 : 0);
+                piece.add(shapes.size() - 1, shapes.back().node, right ? widths.size() + 1 : 0);
             }
-            piece.diagram.nets.push_back(std::move(ends));
-            if (!flow.weights.empty()) piece.diagram.weights.push_back(flow.weights[net]);
-            piece.nets.push_back(net);
+            piece.addNet(net, std::move(ends), flow.weights.empty() ? 1 : flow.weights[net]);
         }
-    }
-
-    /// Leaves out columns without nodes.
-    static void closeUp(Piece& piece) {
-        std::map<std::size_t, std::size_t> places;
-        for (layout::Node const& node : piece.diagram.nodes) places[node.column];
-        std::size_t next = 0;
-        for (auto& place : places) place.second = next++;
-        for (layout::Node& node : piece.diagram.nodes) node.column = places[node.column];
     }
 
     layout::Flow const& flow;
@@ -187,10 +172,73 @@ int lineWidth(std::vector<PlacedPiece> const& pieces, int limit) {
     return std::max(widest, limit == 0 ? wanted : std::min(wanted, limit));
 }
 
+/// Fills lines of a width, and sheets of a height with lines; 0: one sheet.
+class Packing {
+public:
+    Packing(int w, int h) : width(w), height(h) {}
+
+    std::vector<Box> run(std::vector<PlacedPiece>& pieces) {
+        for (PlacedPiece& piece : pieces) {
+            int const right = at.x + piece.placed.width;
+            if (at.x > 0 && (piece.piece.beginsLine || right > width)) beginLine();
+            if (height > 0 && at.y > 0 && at.y + piece.placed.height > height) beginSheet();
+            put(piece);
+        }
+        return std::move(sheets);
+    }
+
+private:
+    void beginLine() {
+        at = {0, at.y + lineHeight + kPieceGap};
+        lineHeight = 0;
+    }
+
+    void beginSheet() {
+        sheets.emplace_back();
+        at = {};
+        lineHeight = 0;
+    }
+
+    void put(PlacedPiece& piece) {
+        piece.at = at;
+        piece.sheet = sheets.size() - 1;
+        Box& all = sheets.back();
+        all.width = std::max(all.width, at.x + piece.placed.width);
+        all.height = std::max(all.height, at.y + piece.placed.height);
+        at.x += layout::onGrid(piece.placed.width) + kPieceGap;
+        lineHeight = std::max(lineHeight, layout::onGrid(piece.placed.height));
+    }
+
+    int width, height;
+    std::vector<Box> sheets = std::vector<Box>(1);
+    Point at;
+    int lineHeight = 0;
+};
+
 }  // namespace
 
+void Piece::add(std::size_t node, layout::Node const& shape, std::size_t column) {
+    nodes.push_back(node);
+    diagram.nodes.push_back(shape);
+    diagram.nodes.back().column = column;
+}
+
+void Piece::addNet(std::size_t net, layout::Net ends, double weight) {
+    nets.push_back(net);
+    diagram.nets.push_back(std::move(ends));
+    diagram.weights.push_back(weight);
+}
+
+void Piece::closeUp() {
+    std::map<std::size_t, std::size_t> places;
+    for (layout::Node const& node : diagram.nodes) places[node.column];
+    std::size_t next = 0;
+    for (auto& place : places) place.second = next++;
+    for (layout::Node& node : diagram.nodes) node.column = places[node.column];
+}
+
 std::vector<PlacedPiece> piecesOf(layout::Flow const& flow, layout::Columns const& columns,
-                                  std::vector<NodeShape>& shapes, int limit, MakeTurn const& turn) {
+                                  std::vector<NodeShape>& shapes, Room const& room, MakeTurn const& turn) {
     std::vector<std::size_t> partOf(flow.nodes.size());
     for (std::size_t part = 0; part < columns.parts.size(); ++part)
         for (std::size_t const node : columns.parts[part]) partOf[node] = part;
@@ -198,9 +246,15 @@ std::vector<PlacedPiece> piecesOf(layout::Flow const& flow, layout::Columns cons
     for (std::size_t net = 0; net < flow.nets.size(); ++net) nets[partOf[flow.nets[net][0].node]].push_back(net);
     std::vector<PlacedPiece> pieces;
     Rows rows(flow, columns, shapes, turn);
+    bool afterRows = false;
     for (std::size_t part = 0; part < columns.parts.size(); ++part) {
-        auto laid = rows.lay(columns.parts[part], std::move(nets[part]), limit);
-        std::move(laid.begin(), laid.end(), std::back_inserter(pieces));
+        auto laid = rows.lay(columns.parts[part], std::move(nets[part]), room.width);
+        laid[0].piece.beginsLine = afterRows;
+        afterRows = laid.size() > 1;
+        for (PlacedPiece& row : laid) {
+            auto bands = bandsOf(std::move(row), room, flow.nodes.size(), shapes, turn);
+            std::move(bands.begin(), bands.end(), std::back_inserter(pieces));
+        }
     }
     return pieces;
 }
@@ -210,24 +264,10 @@ PlacedPiece placedOf(Piece piece) {
     return {std::move(piece), std::move(placed), {}};
 }
 
-Box pack(std::vector<PlacedPiece>& pieces, int limit) {
-    int const most = lineWidth(pieces, limit);
-    Box all;
-    int x = 0, y = 0, lineHeight = 0;
-    for (std::size_t i = 0; i < pieces.size(); ++i) {
-        PlacedPiece& piece = pieces[i];
-        bool const endsRows = i > 0 && pieces[i - 1].piece.isRow;
-        if (x > 0 && (piece.piece.isRow || endsRows || x + piece.placed.width > most)) {
-            y += lineHeight + kPieceGap;
-            x = lineHeight = 0;
-        }
-        piece.at = {x, y};
-        x += layout::onGrid(piece.placed.width) + kPieceGap;
-        lineHeight = std::max(lineHeight, layout::onGrid(piece.placed.height));
-        all.width = std::max(all.width, piece.at.x + piece.placed.width);
-        all.height = std::max(all.height, piece.at.y + piece.placed.height);
-    }
-    return all;
+std::vector<Box> pack(std::vector<PlacedPiece>& pieces, Room const& room) {
+    auto sheets = Packing(lineWidth(pieces, room.width), 0).run(pieces);
+    if (room.height == 0 || sheets[0].height <= room.height) return sheets;
+    return Packing(room.width, room.height).run(pieces);
 }
 
 }  // namespace vrltool::draw

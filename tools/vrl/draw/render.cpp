@@ -9,6 +9,8 @@
 
 #include "draw/svg.h"
 #include "system/process.h"
+#include "system/replace_file.h"
+#include "system/temporary_folder.h"
 #include "text/failure.h"
 #include "text/near_names.h"
 #include "text/number.h"
@@ -97,11 +99,18 @@ std::string nearFormats(std::string const& wrong) {
     return near.empty() ? near : "; " + near;
 }
 
-std::string converted(Scene const& scene, PictureFormat format) {
+// Several pages are made of several files; one is read from standard input.
+std::string converted(std::vector<Scene> const& sheets, PictureFormat format) {
     std::vector<std::string> words{kProgram, "--unlimited", "--format", formatName(format)};
     for (std::string const axis : {"-d", "-p"}) words.insert(words.end(), {axis, "72"});
-    if (format == PictureFormat::kPng) words.insert(words.end(), {"--zoom", numberText(zoomOf(scene))});
-    ProcessResult ended = runWithCounter({words, svgText(scene), "", kPatienceSeconds});
+    if (format == PictureFormat::kPng) words.insert(words.end(), {"--zoom", numberText(zoomOf(sheets[0]))});
+    std::optional<TemporaryFolder> folder;
+    if (sheets.size() > 1) folder.emplace();
+    for (std::size_t i = 0; folder && i < sheets.size(); ++i) {
+        words.push_back(*folder / (std::to_string(i + 1) + ".svg"));
+        replaceFile(words.back(), svgText(sheets[i]));
+    }
+    ProcessResult ended = runWithCounter({words, folder ? "" : svgText(sheets[0]), "", kPatienceSeconds});
     checkEnd(ended);
     return format == PictureFormat::kPdf ? cleanPdf(std::move(ended.out)) : ended.out;
 }

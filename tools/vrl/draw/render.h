@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "draw/scene.h"
 
@@ -22,9 +23,9 @@ char const* pictureFormats();
 /// "; did you mean 'svg'?" after a hint, or nothing without a near one.
 std::string nearFormats(std::string const& wrong);
 
-/// The bytes of a picture as PDF or PNG, made of its SVG by rsvg-convert: the same for the same picture, since the time
-/// is taken out. A Failure says that the program is missing, or that it failed; a line on standard error, that a bitmap
-/// is coarser than it should be.
-std::string converted(Scene const& scene, PictureFormat format);
+/// The bytes of a picture as PDF, a page for each sheet, or of one sheet as PNG, made of its SVG by rsvg-convert: the
+/// same for the same picture, since the time is taken out. A Failure says that the program is missing, or that it
+/// failed; a line on standard error, that a bitmap is coarser than it should be.
+std::string converted(std::vector<Scene> const& sheets, PictureFormat format);
 
 }  // namespace vrltool::draw

@@ -44,6 +44,8 @@ struct Scene {
     int width = 0;
     int height = 0;
     std::vector<Item> items;
+    double paperWidth = 0;  ///< in mm; 0: as wide and as high as its points
+    double paperHeight = 0;
 };
 
 Shape boxShape(std::string const& classes, Box const& box, std::string const& tooltip = {});

@@ -5,6 +5,7 @@
 
 #include "draw/domain_style.h"
 #include "draw/shown_text.h"
+#include "text/number.h"
 
 namespace vrltool::draw {
 
@@ -116,13 +117,15 @@ void writeItem(std::ostream& os, Item const& item) {
     os << "</g>\n";
 }
 
+std::string sideText(int points, double paper) { return paper > 0 ? numberText(paper) + "mm" : std::to_string(points); }
+
 }  // namespace
 
 std::string svgText(Scene const& scene) {
     std::ostringstream os;
     os << "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<svg xmlns=\"http://www.w3.org/2000/svg\" width=\""
-       << scene.width << "\" height=\"" << scene.height << "\" viewBox=\"0 0 " << scene.width << ' ' << scene.height
-       << "\">\n<style>\n"
+       << sideText(scene.width, scene.paperWidth) << "\" height=\"" << sideText(scene.height, scene.paperHeight)
+       << "\" viewBox=\"0 0 " << scene.width << ' ' << scene.height << "\">\n<style>\n"
        << kSheet << domainSheet() << kLastRules << "</style>\n<rect class=\"paper\" width=\"" << scene.width
        << "\" height=\"" << scene.height << "\"/>\n";
     for (Item const& item : scene.items) writeItem(os, item);
