@@ -196,7 +196,7 @@ void addDraw(Grammar& grammar) {
         "--height", options->picture.height, "points, past which it goes on on another sheet; one sheet otherwise");
     for (CLI::Option* const side : {width, height}) side->type_name("N")->check(CLI::Range(kLeastSide, kMostCounted));
     command.add_option("--page", options->page, "a paper for as many sheets as keep the text at 5 points at least")
-        ->type_name("a4|a3|letter")
+        ->type_name("NAME")
         ->check(CLI::IsMember(paperNames()))
         ->excludes(width)
         ->excludes(height);

@@ -12,6 +12,7 @@ namespace {
 constexpr std::size_t kNone = static_cast<std::size_t>(-1);
 constexpr double kLightWeight = 4;               // of a wire's being straight; 1 for an electrical one
 constexpr int kNamedWish = 3;                    // of an end whose name says its side; 1 by its port
+constexpr std::size_t kMostNamed = 40;           // ports of a net for the pointer, in each piece of its wire
 constexpr std::size_t kMostElectricalWires = 3;  // ports of a net; more of them have tags
 
 struct BoundaryWords {
@@ -217,12 +218,13 @@ void Schematic::addWires(unsigned node, std::vector<PortPlace> const& ports, std
     if (ports.size() + ends.size() < 2) return;
     layout::Net net;
     WireNet wire{node, vrl::EnumList::Unknown, false, {}};
+    std::size_t named = 0;
     auto const take = [&](vrl::EnumList::Domain domain, std::string const& text) {
         if (domain != vrl::EnumList::Unknown) {
             wire.mixed |= wire.domain != vrl::EnumList::Unknown && wire.domain != domain;
             wire.domain = domain;
         }
-        wire.tooltip += (wire.tooltip.empty() ? "" : " - ") + text;
+        if (++named <= kMostNamed) wire.tooltip += (named == 1 ? "" : " - ") + text;
     };
     for (PortPlace const& place : ports) {
         net.push_back({nodeOf[place.element], place.port});
@@ -232,6 +234,7 @@ void Schematic::addWires(unsigned node, std::vector<PortPlace> const& ports, std
         net.push_back({end, 0});
         take(labels[end - elements.size()].domain, labels[end - elements.size()].text);
     }
+    if (named > kMostNamed) wire.tooltip += " - " + std::to_string(named - kMostNamed) + " more";
     flow.nets.push_back(std::move(net));
     flow.weights.push_back(isElectrical(wire.domain) ? 1 : kLightWeight);
     wires.push_back(std::move(wire));
