@@ -3,6 +3,7 @@
 #include <limits>
 
 #include "tests/tools/diff/pair.h"
+#include "tests/tools/tool.h"
 
 namespace {
 
@@ -89,6 +90,16 @@ TEST(DiffParameters, ChangeTheirExpressionAndTheirFlags) {
                            "  ~ mod.width: 0.5 um = w -> 0.5 um = 2*w\n"
                            "3 differences\n"
                            "status 1\n");
+}
+
+TEST(DiffParameters, AreIgnoredWhateverStandsAfterTheFiles) {
+    vrl_test::Tool const tool;
+    SampleCircuit circuit;
+    circuit.add("a", "sfStraight").save(tool.path("a.vrl"));
+    circuit.set("a", "length", 20).save(tool.path("b.vrl"));
+    auto const compared = tool.run("diff", {"--ignore", "length", "a.vrl", "b.vrl", "--no-notes"});
+    EXPECT_EQ(compared.err, "");
+    EXPECT_EQ(compared.status, 0);
 }
 
 TEST(DiffParameters, AreIgnoredByNameOrByElementAndName) {

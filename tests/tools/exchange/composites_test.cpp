@@ -125,13 +125,13 @@ TEST_F(Composites, StayExpandedWithValuesThatTheirSettingsDoNotHave) {
     import();
     tool.run("set", {"a.vrl", "m.top.length=600", "n.join<1.0>.bodyWidth=5"});
     auto const exported = tool.run("export", {"a.vrl", "--map", "map.yml", "-o", "b.yml"});
-    EXPECT_EQ(
-        exported.out,
-        "a.vrl: warning: the netlist does not hold arrays whose elements differ or are missing: 'n.join'\n"
-        "a.vrl: note: the netlist does not hold what leads to skipped ports of composites that are expanded: 'gone'\n"
-        "a.vrl: note: what its import left out is returned\n"
-        "a.vrl: note: written as the instances that it was expanded to: 'm' and 'n'\n"
-        "b.yml: 10 instances, 15 nets, 3 outer ports written\n");
+    EXPECT_EQ(exported.out,
+              "a.vrl: warning: the netlist does not hold arrays whose elements differ or are missing: 'n.join'\n"
+              "a.vrl: warning: the netlist does not hold what leads to skipped ports of composites that are expanded: "
+              "'gone'\n"
+              "a.vrl: note: what its import left out is returned\n"
+              "a.vrl: note: written as the instances that it was expanded to: 'm' and 'n'\n"
+              "b.yml: 10 instances, 15 nets, 3 outer ports written\n");
     EXPECT_EQ(tool.run("import", {"b.yml", "--map", "map.yml", "-o", "b.vrl"}).status, 0);
     EXPECT_EQ(tool.run("diff", {"a.vrl", "b.vrl", "--quiet"}).out, "");
 }
@@ -158,6 +158,110 @@ TEST_F(Composites, KeepANameThatIsTaken) {
     EXPECT_EQ(imported.out, "a.yml:1:21: error: 'm.top' is duplicated: by itself and in an array or composite\n"
                             "a.yml: 4 elements, 4 nets, 0 outer ports, 1 setting (1 to parameters); 1 left out\n"
                             "a.vrl: not written, for 1 error; --partial imports the rest\n");
+}
+
+struct Odd {
+    char const* name;
+    char const* netlist;
+    char const* components;
+    char const* message;   ///< of an export with the map
+    char const* exported;  ///< its instances, nets and ports, in one line
+};
+
+/// Composites of two waveguides or modulators in odd surroundings.
+class OddComposites : public testing::TestWithParam<Odd> {};
+
+TEST_P(OddComposites, AreExportedAsTheyCame) {
+    Tool const tool;
+    tool.write("a.yml", GetParam().netlist);
+    tool.write("map.yml", std::string("foundry: SampleFab\ncomponents:\n") + GetParam().components);
+    ASSERT_EQ(tool.run("import", {"a.yml", "--map", "map.yml", "-o", "a.vrl"}).status, 0);
+    auto const exported = tool.run("export", {"a.vrl", "--map", "map.yml", "--format", "json"});
+    EXPECT_EQ(exported.err, GetParam().message);
+    EXPECT_EQ(exported.out, GetParam().exported + std::string("\n"));
+    tool.write("b.json", exported.out);
+    tool.run("import", {"b.json", "--map", "map.yml", "-o", "b.vrl"});
+    EXPECT_EQ(tool.run("diff", {"a.vrl", "b.vrl", "--no-notes"}).status, 0);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Exchange, OddComposites,
+    testing::Values(
+        Odd{"InnerNetToASkippedInstance", "instances: {a: two}\n",
+            "  two:\n"
+            "    composite:\n"
+            "      instances: {x: sfPhaseModulator, p: pad}\n"
+            "      nets: [[\"x,signal\", \"p,e1\"]]\n"
+            "  pad: {skip: true}\n",
+            "a.vrl: note: the netlist does not hold nodes of a single port: 'a.x,signal'\n"
+            "a.vrl: note: what its import left out is returned\n",
+            R"({"instances": {"a": "two"}, "nets": [], "ports": {}})"},
+        Odd{"PortInsideThatIsNamedInAList", "instances: {a: two, p: pad}\nnets: [[\"a.x,ground\", \"p,e1\"]]\n",
+            "  two:\n"
+            "    composite: {instances: {x: sfPhaseModulator}}\n"
+            "    ports: {s: \"x,signal\"}\n"
+            "  pad: {skip: true}\n",
+            "a.vrl: note: the netlist does not hold nodes of a single port: 'a.x,ground'\n"
+            "a.vrl: note: what its import left out is returned\n"
+            "a.vrl: note: written as the instances that it was expanded to: 'a'\n",
+            R"({"instances": {"a.x": {"component": "sfPhaseModulator", "settings": {}}, "p": "pad"}, )"
+            R"("nets": [["a.x,ground", "p,e1"]], "ports": {}})"},
+        Odd{"ElementWithTheNameOfACompositeAtItsBeginning",
+            "instances: {a: two, \"a<b\": wg, c: wg}\nnets:\n- [\"a,o1\", \"c,o1\"]\n- [\"a<b,o2\", \"c,o2\"]\n",
+            "  two:\n"
+            "    composite:\n"
+            "      instances: {first: sfStraight, second: sfStraight}\n"
+            "      nets: [[\"first,out0\", \"second,in0\"]]\n"
+            "    ports: {o1: \"first,in0\", o2: \"second,out0\"}\n"
+            "  wg: {key: sfStraight, ports: {o1: in0, o2: out0}}\n",
+            "",
+            R"({"instances": {"a": "two", "a<b": {"component": "wg", "settings": {}}, )"
+            R"("c": {"component": "wg", "settings": {}}}, )"
+            R"("nets": [{"p1": "a,o1", "p2": "c,o1"}, {"p1": "a<b,o2", "p2": "c,o2"}], "ports": {}})"}),
+    [](auto const& given) { return given.param.name; });
+
+TEST(CompositeSettings, MakeAnInstanceOfTheShortForm) {
+    Tool const tool;
+    tool.write("a.yml", "instances: {a: two}\n");
+    tool.write("map.yml", "foundry: SampleFab\n"
+                          "components:\n"
+                          "  two:\n"
+                          "    composite: {instances: {first: sfStraight, second: sfStraight}}\n"
+                          "    parameters: {length: \"first,length\"}\n");
+    tool.run("import", {"a.yml", "--map", "map.yml", "-o", "a.vrl"});
+    tool.run("set", {"a.vrl", "a.first.length=50"});
+    EXPECT_EQ(tool.run("export", {"a.vrl", "--map", "map.yml", "--format", "json"}).out,
+              R"({"instances": {"a": {"component": "two", "settings": {"length": 50}}}, "nets": [], "ports": {}})"
+              "\n");
+}
+
+TEST(CompositeNets, KeepThePortsBesideASkippedOne) {
+    Tool const tool;
+    tool.write("a.yml", "instances: {a: two, b: pm, c: pm}\nnets: [[\"a,mark\", \"b,e1\", \"c,e1\"]]\n");
+    tool.write("map.yml", "foundry: SampleFab\n"
+                          "components:\n"
+                          "  two:\n"
+                          "    composite: {instances: {first: sfPhaseModulator, second: sfPhaseModulator}}\n"
+                          "    ports: {e: \"first,signal\", f: \"second,signal\", mark: {skip: true}}\n"
+                          "  pm: {key: sfPhaseModulator, ports: {e1: signal}}\n");
+    tool.run("import", {"a.yml", "--map", "map.yml", "-o", "a.vrl"});
+    tool.run("set", {"a.vrl", "a.second.length=1000"});
+    auto const exported = tool.run("export", {"a.vrl", "--map", "map.yml", "--format", "json"});
+    EXPECT_NE(exported.out.find(R"("nets": [["b,e1", "c,e1"]])"), std::string::npos) << exported.out;
+    EXPECT_EQ(exported.err,
+              "a.vrl: warning: the netlist does not hold what leads to skipped ports of composites that are "
+              "expanded: '[\"a,mark\", \"b,e1\", \"c,e1\"]'\n"
+              "a.vrl: note: written as the instances that it was expanded to: 'a'\n");
+    EXPECT_EQ(exported.status, 1);
+}
+
+TEST(CompositeNames, AreRefusedWhereAnArrayHasThem) {
+    Tool const tool;
+    tool.write("a.yml", "instances: {a: {component: two, array: {columns: 2, rows: 1}}, \"a<0.0>\": two}\n");
+    tool.write("map.yml", "components: {two: {composite: {instances: {x: sfBend}}}}\n");
+    EXPECT_EQ(tool.run("import", {"a.yml", "--map", "map.yml"}).out,
+              "a.yml:1:64: error: 'a<0.0>' is duplicated: by itself and in an array or composite\n"
+              "a.yml: 3 elements, 0 nets, 0 outer ports, 0 settings (0 to parameters)\n");
 }
 
 }  // namespace

@@ -114,6 +114,39 @@ TEST(Export, PassesOverNotesOfTheWrongShape) {
     }
 }
 
+TEST(Export, WarnsOfNotesThatCannotBeRead) {
+    Tool const tool;
+    SampleCircuit circuit;
+    circuit.add("a", "sfBend").add("b", "sfBend").add("c", "sfBend");
+    circuit.netlist().getBB("a")->setAnnotation("vrl::import", "{no");
+    circuit.netlist().getBB("c")->setAnnotation("vrl::import", "\"");
+    circuit.netlist().setAnnotation("vrl::import", "[");
+    circuit.save(tool.path("a.vrl"));
+    auto const exported = tool.run("export", {"a.vrl", "-o", "a.yml"});
+    EXPECT_EQ(exported.out,
+              "a.vrl: warning: elements whose note 'vrl::import' cannot be read, and is passed over: 'a' and 'c'\n"
+              "a.vrl: warning: the note 'vrl::import' of the design cannot be read, and is passed over\n"
+              "a.yml: 3 instances, 0 nets, 0 outer ports written\n");
+    EXPECT_EQ(exported.status, 1);
+}
+
+TEST(Export, WritesNetsInsteadOfConnectionsUnderLongNames) {
+    Tool const tool;
+    std::string const name(395, 'n');
+    tool.write("a.yml",
+               "instances: {" + name + ": sfBend, b: sfBend}\nconnections: {\"b,out0\": \"" + name + ",in0\"}\n");
+    ASSERT_EQ(tool.run("import", {"a.yml", "-o", "a.vrl"}).status, 0);
+    std::string const kept = tool.run("export", {"a.vrl", "--format", "json"}).out;
+    EXPECT_NE(kept.find(R"("connections": {"b,out0": ")" + name + R"(,in0"})"), std::string::npos) << kept;
+    tool.write("b.yml",
+               "instances: {aa" + name + ": sfBend, b: sfBend}\nconnections: {\"b,out0\": \"aa" + name + ",in0\"}\n");
+    ASSERT_EQ(tool.run("import", {"b.yml", "-o", "b.vrl"}).status, 0);
+    std::string const nets = tool.run("export", {"b.vrl", "--format", "json"}).out;
+    EXPECT_NE(nets.find(R"("nets": [{"p1": "aa)" + name + R"(,in0", "p2": "b,out0"}])"), std::string::npos) << nets;
+    tool.write("c.json", nets);
+    EXPECT_EQ(tool.run("import", {"c.json"}).status, 0);
+}
+
 TEST(Export, ReportsWhatTheNetlistDoesNotHold) {
     Tool const tool;
     SampleCircuit circuit;

@@ -228,6 +228,19 @@ TEST(NameMap, TemplateOnlyMentionsKindsThatAreEquallyNear) {
                                       "    key: null  # no port of it is connected; {skip: true} leaves it out\n");
 }
 
+TEST(NameMap, TemplateReplacesNoFile) {
+    Tool const tool;
+    tool.write("a.yml", "instances: {}\n");
+    auto const made = tool.run("import", {"--map-template", "a.yml", "-o", "map.yml"});
+    EXPECT_EQ(made.out, "map.yml: written\n");
+    tool.write("map.yml", "components: {}  # mine\n");
+    auto const again = tool.run("import", {"--map-template", "a.yml", "-o", "map.yml"});
+    EXPECT_EQ(again.err, "vrl: map.yml: is there already, and may be a map that somebody has filled in\n"
+                         "  name a new file, or remove that one\n");
+    EXPECT_EQ(again.status, 2);
+    EXPECT_EQ(tool.read("map.yml"), "components: {}  # mine\n");
+}
+
 TEST(NameMap, IsFoundAmongTheInstalledOnes) {
     Tool const tool;
     tool.write("a.yml", "instances: {a: {component: bend_circular, settings: {radius: null}, info: {radius: 20}}}\n");

@@ -169,10 +169,14 @@ TEST(MapRules, DependOnSettingsAndReadInfoFoundriesAndCrossSections) {
     tool.write("a.yml", kGuides);
     tool.write("map.yml", kGuidesMap);
     auto const imported = tool.run("import", {"a.yml", "--map", "map.yml", "-o", "a.vrl"});
-    EXPECT_EQ(imported.out, "a.yml:25:7: note: 'wg': settings without a parameter, kept as notes: 'cross_section'\n"
-                            "a.yml: note: kept as notes of instances: 'info'\n"
-                            "a.yml: 5 elements, 0 nets, 0 outer ports, 8 settings (5 to parameters)\n"
-                            "a.vrl: written\n");
+    EXPECT_EQ(imported.out,
+              "a.yml:25:7: note: 'wg': settings without a parameter, kept as notes: 'cross_section'\n"
+              "a.yml: note: 'wg': 'length' is not given, and keeps the default 100 um of sfStraight: 'd'\n"
+              "a.yml: note: 'wg': 'width' is not given, and keeps the default 0.45 um of sfStraight: 'b' "
+              "and 'd'\n"
+              "a.yml: note: kept as notes of instances: 'info'\n"
+              "a.yml: 5 elements, 0 nets, 0 outer ports, 8 settings (5 to parameters)\n"
+              "a.vrl: written\n");
     EXPECT_EQ(imported.status, 0);
     EXPECT_EQ(tool.run("export", {"a.vrl", "--format", "json"}).out,
               R"({"instances": {)"
@@ -241,6 +245,114 @@ TEST(MapRules, LookForNearPortsOnTheSameSideOnly) {
               "a.yml:2:25: error: 'a' (heater) has no port 'l_e2'; did you mean 'l_e1'?\n"
               "a.yml:2:38: error: 'a' (heater) has no port 'e1'; its ports: l_o1, o1, l_e1 and ground\n"
               "a.yml: 1 element, 0 nets, 0 outer ports, 0 settings (0 to parameters); 3 left out\n");
+}
+
+TEST(MapRules, ConnectWhatLeadsToOneSkippedPort) {
+    Tool const tool;
+    std::string const netlist = R"(instances:
+  h1:
+    component: heater
+    settings: {}
+  h2:
+    component: heater
+    settings: {}
+  p:
+    component: pad
+nets:
+  - p1: h1,r_e1
+    p2: p,e3
+  - p1: h2,r_e1
+    p2: p,e3
+ports: {}
+)";
+    tool.write("a.yml", netlist);
+    tool.write("map.yml", kHeaterMap);
+    ASSERT_EQ(tool.run("import", {"a.yml", "--map", "map.yml", "-o", "a.vrl"}).status, 0);
+    std::string const ours = tool.run("export", {"a.vrl", "--format", "json"}).out;
+    EXPECT_NE(ours.find(R"("nets": [{"p1": "h1,ground", "p2": "h2,ground"}])"), std::string::npos) << ours;
+    EXPECT_EQ(tool.run("export", {"a.vrl", "--map", "map.yml"}).out, netlist);
+}
+
+TEST(MapRules, AreChosenForAKindThatCameFromNoNetlist) {
+    Tool const tool;
+    tool.write("a.yml", "instances: {a: sfBend, b: sfBend}\nnets: [[\"a,out0\", \"b,in0\"]]\n");
+    tool.run("import", {"a.yml", "-o", "a.vrl"});
+    tool.write("two.yml", "components: {x: {key: sfBend, ports: {o1: in0, o2: out0}}, y: sfBend}\n");
+    auto const first = tool.run("export", {"a.vrl", "--map", "two.yml", "--format", "json"});
+    EXPECT_EQ(first.err,
+              "a.vrl: warning: kind 'sfBend' has several components in two.yml; 'x' is taken for: 'a' and 'b'\n");
+    EXPECT_NE(first.out.find(R"("nets": [{"p1": "a,o2", "p2": "b,o1"}])"), std::string::npos) << first.out;
+    tool.write("one.yml", "components: {x: sfBend, y: {key: sfBend, preferred: true, ports: {o1: in0}}}\n");
+    auto const preferred = tool.run("export", {"a.vrl", "--map", "one.yml", "--format", "json"});
+    EXPECT_EQ(preferred.err, "");
+    EXPECT_NE(preferred.out.find(R"("nets": [{"p1": "a,out0", "p2": "b,o1"}])"), std::string::npos) << preferred.out;
+}
+
+TEST(MapRules, NeverSwapAPortThatTheyHaveNoNameFor) {
+    Tool const tool;
+    tool.write("a.yml",
+               "instances: {a: sfStraight, b: sfStraight}\nnets: [[\"a,in0\", \"b,out0\"]]\nports: {x: \"a,out0\"}\n");
+    tool.run("import", {"a.yml", "-o", "a.vrl"});
+    tool.write("map.yml", "components: {wg: {key: sfStraight, ports: {in0: out0}}}\n");
+    auto const exported = tool.run("export", {"a.vrl", "--map", "map.yml", "--format", "json"});
+    EXPECT_EQ(exported.err, "a.vrl: warning: the netlist does not hold ports without a name in map.yml: 'a,in0'\n"
+                            "a.vrl: note: the netlist does not hold nodes of a single port: 'b,out0'\n");
+    EXPECT_NE(exported.out.find(R"("nets": [], "ports": {"x": "a,in0"}})"), std::string::npos) << exported.out;
+    EXPECT_EQ(exported.status, 1);
+}
+
+TEST(MapRules, WarnWhenSettingsLeadToAnotherOne) {
+    Tool const tool;
+    tool.write("a.yml", "instances: {a: {component: wg, settings: {length: 10}}}\n");
+    tool.write("map.yml", "foundry: SampleFab\n"
+                          "components:\n"
+                          "  wg:\n"
+                          "  - {when: {length: [10, 11]}, key: sfStraight, parameters: {length: length}}\n"
+                          "  - {key: sfTaper, parameters: {length: length}}\n");
+    tool.run("import", {"a.yml", "--map", "map.yml", "-o", "a.vrl"});
+    EXPECT_EQ(tool.run("export", {"a.vrl", "--map", "map.yml"}).err, "");
+    tool.run("set", {"a.vrl", "a.length=20"});
+    auto const exported = tool.run("export", {"a.vrl", "--map", "map.yml"});
+    EXPECT_EQ(exported.err, "a.vrl: warning: elements whose settings lead to another rule of map.yml: 'a'\n");
+    EXPECT_EQ(exported.status, 1);
+}
+
+TEST(MapRules, NameAChangedCrossSection) {
+    Tool const tool;
+    tool.write("a.yml", "instances: {a: {component: wg, settings: {cross_section: strip}}}\n");
+    tool.write("map.yml", "foundry: SampleFab\n"
+                          "crossSections: {strip: strip, thick: rib}\n"
+                          "components: {wg: {key: sfStraight, defaults: {length: 5, width: 1}}}\n");
+    tool.run("import", {"a.yml", "--map", "map.yml", "-o", "a.vrl"});
+    tool.run("set", {"a.vrl", "a.cs=rib"});
+    auto const named = tool.run("export", {"a.vrl", "--map", "map.yml", "--format", "json"});
+    EXPECT_EQ(named.out, R"({"instances": {"a": {"component": "wg", "settings": {"cross_section": "thick"}}}, )"
+                         R"("nets": [], "ports": {}})"
+                         "\n");
+    EXPECT_EQ(named.err, "");
+    tool.run("set", {"a.vrl", "a.cs=shallow"});
+    auto const nameless = tool.run("export", {"a.vrl", "--map", "map.yml", "--format", "json"});
+    EXPECT_EQ(nameless.err, "a.vrl: warning: cross sections without a name in map.yml, kept under 'vrl': 'a'\n");
+    EXPECT_EQ(nameless.status, 1);
+}
+
+TEST(MapRules, ReportWhatIsNotGivenAndWhatIsMisspelt) {
+    Tool const tool;
+    tool.write("a.yml", "instances:\n"
+                        "  a: wg\n"
+                        "  b: {component: wg, settings: {lenght: 3, cross_section: nitride}, info: {w: 1}}\n"
+                        "  c: {component: wg, settings: {length: 3, cross_section: nitride}, info: {w: null}}\n");
+    tool.write("map.yml", "foundry: SampleFab\n"
+                          "crossSections: {strip: strip}\n"
+                          "components: {wg: {key: sfStraight, parameters: {length: length}, info: {w: width}}}\n");
+    EXPECT_EQ(tool.run("import", {"a.yml", "--map", "map.yml"}).out,
+              "a.yml:3:33: warning: 'wg' has no parameter for 'lenght'; did you mean 'length'?\n"
+              "a.yml:3:59: warning: 'wg': cross section 'nitride' is not in the map, and that of the kind stays; 2 "
+              "instances\n"
+              "a.yml: note: 'wg': 'length' is not given, and keeps the default 100 um of sfStraight: 'a' and 'b'\n"
+              "a.yml: note: 'wg': 'width' is not given, and keeps the default 0.45 um of sfStraight: 'a' and 'c'\n"
+              "a.yml: note: kept as notes of instances: 'info'\n"
+              "a.yml: 3 elements, 0 nets, 0 outer ports, 4 settings (1 to parameters)\n");
 }
 
 }  // namespace

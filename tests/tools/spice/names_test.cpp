@@ -22,6 +22,12 @@ TEST(SpiceNames, DifferInMoreThanCapitals) {
     EXPECT_EQ(names.take("ARM"), "ARM_3");
 }
 
+TEST(SpiceNames, AreFoundQuicklyWhereManyAreAlike) {
+    Names names;
+    for (int i = 0; i < 100000; ++i) names.take("__");
+    EXPECT_EQ(names.take("__"), "___100001");
+}
+
 TEST(SpiceNames, OfNodesAreNeverGround) {
     Names names = vrltool::spice::nodeNames();
     EXPECT_EQ(names.take("0"), "0_2");

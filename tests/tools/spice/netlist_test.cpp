@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <complex>
+#include <filesystem>
 #include <string>
 
 #include "tests/tools/sample_circuit.h"
@@ -147,7 +148,30 @@ TEST(SpiceExport, RefusesOptionsOfOtherLanguages) {
     EXPECT_EQ(tool.run("export", {"a.vrl", "--models", "a.vrl"}).err,
               "vrl: --models: is for SPICE\n  write SPICE with --format spice, or leave it out\n");
     EXPECT_EQ(tool.run("export", {"a.vrl", "-o", "a.sp", "--models", "no.lib"}).err,
-              "vrl: no.lib: cannot be read\n  name a file of SPICE with the models of kinds\n");
+              "vrl: no.lib: is not a regular file\n  name a file of SPICE with the models of kinds\n");
+}
+
+TEST(SpiceExport, IncludesModelsFromTheFolderOfTheOutput) {
+    Tool const tool;
+    SampleCircuit circuit;
+    circuit.add("a", "sfStraight").save(tool.path("a.vrl"));
+    std::filesystem::create_directories(tool.path("lib"));
+    std::filesystem::create_directories(tool.path("out"));
+    tool.write("lib/models.sp", ".subckt\n+ sfStraight(in0 out0)\n.ends\n");
+    auto const exported = tool.run("export", {"a.vrl", "-o", "out/a.sp", "--models", "lib/models.sp"});
+    EXPECT_EQ(exported.out, "out/a.sp: 1 instance, 0 nodes, 0 pins written\n");
+    EXPECT_EQ(tool.read("out/a.sp"), "* a.vrl, written by vrl export\n"
+                                     ".include \"../lib/models.sp\"\n"
+                                     "\n"
+                                     ".subckt a\n"
+                                     "Xa a_in0 a_out0 sfStraight length=100 width=0.45\n"
+                                     ".ends a\n");
+    EXPECT_EQ(tool.run("export", {"a.vrl", "--format", "spice", "--models", "lib"}).err,
+              "vrl: lib: is not a regular file\n  name a file of SPICE with the models of kinds\n");
+    EXPECT_EQ(tool.run("export", {"a.vrl", "--format", "spice", "--models", "/dev/zero"}).status, 2);
+    tool.write("a\".sp", "");
+    EXPECT_EQ(tool.run("export", {"a.vrl", "--format", "spice", "--models", "a\".sp"}).err,
+              "vrl: a\".sp: has a name that no netlist of SPICE can include\n  rename it\n");
 }
 
 }  // namespace

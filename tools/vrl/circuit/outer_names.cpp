@@ -7,8 +7,9 @@ namespace vrltool {
 OuterNames outerNames(vrl::Netlist const& netlist, Circuit const& circuit) {
     OuterNames names;
     values::Node const kept = values::note(netlist);
-    for (auto const& [name, port] : values::mapOf(values::member(kept, "ports"))) {
-        auto const comma = port.text.rfind(',');  // of "element,port"; a list for what was left out
+    for (auto const& [name, given] : values::mapOf(values::member(kept, "ports"))) {
+        values::Node const& port = given.size() == 2 ? (given.end() - 1)->second : given;
+        auto const comma = port.text.rfind(',');  // of "element,port"; lists of one are what was left out
         if (comma == std::string::npos) continue;
         std::size_t const element = circuit.find(port.text.substr(0, comma));
         if (element == circuit.elements.size()) continue;

@@ -87,8 +87,7 @@ void addDiff(Grammar& grammar) {
     command
         .add_option("--ignore", options->settings.ignored,
                     "a parameter that is not compared: NAME, or ELEMENT.NAME of one element; may be given again")
-        ->take_all()
-        ->expected(1)
+        ->allow_extra_args(false)
         ->type_name("PARAMETER");
     command.add_flag("--no-notes", options->noNotes, "notes are not compared");
     command.add_flag("--no-renames", options->noRenames,

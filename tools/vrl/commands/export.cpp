@@ -132,8 +132,13 @@ Written spiceOf(Options const& options, vrl::Netlist& netlist, Findings& finding
     OuterNames const names = outerNames(netlist, circuit);
     std::string const name = std::filesystem::path(options.file).stem().string();
     spice::Source source{options.file, name, circuit, names};
-    source.models = options.models;
-    if (!options.models.empty()) source.defined = spice::subcircuitsIn(options.models);
+    if (!options.models.empty()) {
+        source.defined = spice::subcircuitsIn(options.models);
+        std::filesystem::path const folder = std::filesystem::path(options.output).parent_path();
+        std::error_code none;  // a path that leads nowhere stays as it is
+        source.models =
+            folder.empty() ? options.models : std::filesystem::proximate(options.models, folder, none).string();
+    }
     spice::Netlist const made = spice::netlistOf(source, findings);
     return {made.text, made.instances, made.nodes, made.pins};
 }

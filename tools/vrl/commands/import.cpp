@@ -1,4 +1,5 @@
 #include <CLI/CLI.hpp>
+#include <filesystem>
 #include <iostream>
 #include <memory>
 #include <nlohmann/json.hpp>
@@ -35,10 +36,16 @@ struct Options {
 Outcome writeTemplate(Options const& options, Document const& document, Findings const& findings) {
     std::string const text = mapTemplate(document);
     findings.write(std::cerr);
-    if (options.output.empty() || options.output == "-")
+    if (options.output.empty() || options.output == "-") {
         std::cout << text;
-    else
-        saveFile(options.output, text);
+        return findings.outcome();
+    }
+    std::error_code none;  // of what cannot be looked at, as when it is written
+    if (std::filesystem::exists(options.output, none))
+        throw Failure(options.output, "is there already, and may be a map that somebody has filled in",
+                      "name a new file, or remove that one");
+    saveFile(options.output, text);
+    std::cout << options.output << ": written\n";
     return findings.outcome();
 }
 

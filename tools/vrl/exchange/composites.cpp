@@ -17,19 +17,6 @@ Node placedAt(Node const& node, Mark const& mark) {
     return result;
 }
 
-/// A map with a member in the place of the one of that name, or at its end.
-Node with(Node const& map, Node const& name, Node const& value) {
-    Node result{Kind::kMap, "", map.mark};
-    bool found = false;
-    for (auto const& entry : map) {
-        bool const same = entry.first.text == name.text;
-        result.add(entry.first, same ? value : entry.second);
-        found = found || same;
-    }
-    if (!found) result.add(name, value);
-    return result;
-}
-
 struct Reference {
     std::string instance, port;
 
@@ -79,6 +66,7 @@ bool areEqual(Node const& a, Node const& b) {
 /// The instance with the settings that those inside have now.
 Node currentInstance(std::string const& name, Node given, ComponentRule const& rule,
                      std::map<std::string, Node> const& instances) {
+    Node const shortForm = given;
     auto const before = insideOf(name, given, rule);
     for (auto const& [theirs, target] : rule.insideSettings) {
         std::string const part = name + "." + Reference(target).instance, setting = Reference(target).port;
@@ -86,6 +74,7 @@ Node currentInstance(std::string const& name, Node given, ComponentRule const& r
         Node const value = now == instances.end() ? Node() : member(member(now->second, "settings"), setting);
         bool const changed = !isNull(value) && !areEqual(value, member(member(before.at(part), "settings"), setting));
         if (!changed) continue;
+        if (isString(given)) given = newMap({{"component", shortForm}});
         given = with(given, stringNode("settings"), with(mapOf(member(given, "settings")), stringNode(theirs), value));
     }
     return given;
@@ -142,6 +131,8 @@ private:
             auto const found = parts.instances.find(part);
             good = good && found != parts.instances.end() && areEqual(found->second, wanted);
             owners[part] = name;
+            for (std::string const& element : elementNames(name, arraySizeOf(given)))
+                owners[part + element.substr(name.size())] = name;
         }
         if (!good) failed.insert(name);
         if (!good) return;
@@ -151,10 +142,8 @@ private:
     }
 
     std::string ownerOf(std::string const& port) const {
-        std::string const element = Reference(port).instance;
-        for (std::string const& instance : {element, arrayOf(element)})
-            if (auto const found = owners.find(instance); found != owners.end()) return found->second;
-        return {};
+        auto const found = owners.find(Reference(port).instance);
+        return found == owners.end() ? "" : found->second;
     }
 
     /// A port inside that is connected outside of its composite has to have a name there.
@@ -163,14 +152,21 @@ private:
         if (!owner.empty() && outsidePorts.count(port) == 0) failed.insert(owner);
     }
 
+    /// The ports of a net: of a list, or the two of a map.
+    static std::vector<std::string> portsOf(Node const& net) {
+        std::vector<std::string> ports;
+        for (auto const& [name, port] : net)
+            if (isString(port) && (isList(net) || name.text == "p1" || name.text == "p2")) ports.push_back(port.text);
+        return ports;
+    }
+
     void check(Node const& net) {
-        std::string const &first = member(net, "p1").text, &second = member(net, "p2").text;
-        if (missing.erase(pairOf(first, second)) > 0) {
-            insideNets.insert(pairOf(first, second));
-            return;
-        }
-        checkPort(first);
-        checkPort(second);
+        auto const ports = portsOf(net);
+        bool const inside = ports.size() == 2 && missing.erase(pairOf(ports[0], ports[1])) > 0;
+        if (inside)
+            insideNets.insert(pairOf(ports[0], ports[1]));
+        else
+            std::for_each(ports.begin(), ports.end(), [&](std::string const& port) { checkPort(port); });
     }
 
     bool isCollapsed(std::string const& owner) const { return !owner.empty() && failed.count(owner) == 0; }
@@ -178,24 +174,24 @@ private:
     /// Null for a port that is skipped, of a composite that stays expanded.
     Node led(Node const& port) const {
         if (isCollapsed(ownerOf(port.text))) return stringNode(outsidePorts.at(port.text));
-        std::string const element = Reference(port.text).instance;
-        bool const isExpanded = failed.count(element) > 0 || failed.count(arrayOf(element)) > 0;
-        if (!isExpanded) return port;
+        if (failed.count(expanded.nameOf(Reference(port.text).instance)) == 0) return port;
         std::string const inside = expanded.inside(port.text);
         return inside == port.text ? Node() : stringNode(inside);
     }
 
-    /// Null for a net with such a port.
+    /// Without such ports; null for a net that would connect nothing then.
     Node ledNet(Node const& net) const {
         if (net.kind < Kind::kList) return net;
         Node result{net.kind};
+        std::size_t ends = 0, dropped = 0;
         for (auto const& [name, port] : net) {
             bool const isEnd = isString(port) && (isList(net) || name.text == "p1" || name.text == "p2");
             Node const end = isEnd ? led(port) : port;
-            if (isEnd && isNull(end)) return {};
-            result.add(name, end);
+            ends += isEnd;
+            dropped += isEnd && isNull(end);
+            if (!isEnd || !isNull(end)) result.add(name, end);
         }
-        return result;
+        return dropped > 0 && (isMap(net) || ends - dropped < 2) ? Node() : result;
     }
 
     void replace() {
@@ -205,14 +201,13 @@ private:
             if (isCollapsed(name)) parts.instances.emplace(name, instance);
         Node nets{Kind::kList}, ports = Node{Kind::kMap};
         for (auto const& [none, net] : parts.nets) {
-            std::string const first = member(net, "p1").text;
-            bool const inside = insideNets.count(pairOf(first, member(net, "p2").text)) > 0;
-            if (inside && isCollapsed(ownerOf(first))) continue;
+            auto const ends = portsOf(net);
+            bool const inside = ends.size() == 2 && insideNets.count(pairOf(ends[0], ends[1])) > 0;
+            if (inside && isCollapsed(ownerOf(ends[0]))) continue;
             Node const changed = ledNet(net);
-            if (changed.isDefined() || isNull(net))
-                nets.add(changed);
-            else
-                skipped.insert(written(net, Format::kLine));
+            bool const dropped = isNull(changed) && !isNull(net);
+            if (!dropped) nets.add(changed);
+            if (dropped || changed.size() < net.size()) skipped.insert(written(net, Format::kLine));
         }
         for (auto const& [outer, port] : parts.ports) {
             Node const changed = led(port);
@@ -249,6 +244,11 @@ void ExpandedElements::add(std::string const& name, Node const& given, Component
         for (auto const& part : member(rule.composite, "instances"))
             insides.insert(name + "." + part.first.text + element.substr(name.size()));
     }
+}
+
+std::string ExpandedElements::nameOf(std::string const& element) const {
+    auto const found = elements.find(element);
+    return found == elements.end() ? "" : found->second.first;
 }
 
 std::string ExpandedElements::inside(std::string const& port) const {
@@ -299,8 +299,11 @@ Node expandComposites(Document& document, NameMap const& map, Findings& findings
             instances.push_back({stringNode(part, instance.name.mark), given, instance.size, true, true});
         for (auto const& pair : netsInside(name, instance.given, *rule)) {
             Net net;
-            for (std::string const& port : {pair.first, pair.second})
+            net.given = Node{Kind::kList};
+            for (std::string const& port : {pair.first, pair.second}) {
                 net.ports.push_back(stringNode(port, instance.name.mark));
+                net.given.add(net.ports.back());
+            }
             nets.push_back(net);
         }
     }

@@ -22,6 +22,8 @@ ComponentRule const* compositeRule(NameMap const& map, Node const& given);
 class ExpandedElements {
 public:
     void add(std::string const& name, Node const& given, ComponentRule const& rule);
+    /// The name of the instance that has an element, or empty.
+    std::string nameOf(std::string const& element) const;
     /// The port inside that "element,port" leads to; the same for all other ports, and where the rule leads nowhere.
     std::string inside(std::string const& port) const;
     /// Whether the rule of its element says something of a port.

@@ -13,7 +13,24 @@ namespace vrltool::exchange {
 namespace {
 
 char const* const kReturned = "what its import left out is returned";
-char const* const kSkipped = "what its import skipped and this map does not name";
+
+/// Another map than that of the import should not lose anything; our own names have none for what is no part of a
+/// circuit.
+void loseSkipped(Export& context, std::string const& what) {
+    context.lose("what its import skipped and this map does not name", what,
+                 context.map.path.empty() ? Severity::kNote : Severity::kWarning);
+}
+
+/// Takes ports away from their nodes, and nodes without ports.
+template <class Remove>
+void removePlaces(Export& context, Remove const& remove) {
+    auto& nodes = context.circuit.nodes;
+    for (auto node = nodes.begin(); node != nodes.end();) {
+        auto& places = node->second;
+        places.erase(std::remove_if(places.begin(), places.end(), remove), places.end());
+        node = places.empty() ? nodes.erase(node) : std::next(node);
+    }
+}
 
 /// Takes ports away that a netlist cannot name, since the kinds of their blocks lack them.
 void leaveOutPorts(Export& context) {
@@ -23,12 +40,17 @@ void leaveOutPorts(Export& context) {
         if (lacking) context.lose("ports that their kinds lack", context.circuit.portText(place));
         return lacking;
     };
-    auto& nodes = context.circuit.nodes;
-    for (auto node = nodes.begin(); node != nodes.end();) {
-        auto& places = node->second;
-        places.erase(std::remove_if(places.begin(), places.end(), lacks), places.end());
-        node = places.empty() ? nodes.erase(node) : std::next(node);
-    }
+    removePlaces(context, lacks);
+}
+
+/// Takes ports away that the map has no name for.
+void leaveOutUnnamedPorts(Export& context) {
+    removePlaces(context, [&](PortPlace const& place) {
+        ComponentRule const* const rule = context.rules[place.element];
+        bool const unnamed = rule && rule->ports.toTheirs(context.portOf(place).name).name.empty();
+        if (unnamed) context.lose("ports without a name in " + context.map.name, context.circuit.portText(place));
+        return unnamed;
+    });
 }
 
 /// "instance,port" in the names of the map.
@@ -38,12 +60,20 @@ std::string portText(Export const& context, PortPlace const& place) {
     return context.circuit.elements[place.element].name + "," + (theirs.empty() ? ours : theirs);
 }
 
+/// A port of a skipped instance under the name of all that it is connected with.
+std::string canonical(Export const& context, std::string const& port) {
+    auto const comma = port.rfind(',');
+    auto const found = context.skipped.find(port.substr(0, comma));
+    if (found == context.skipped.end()) return port;
+    return found->first + "," + found->second->throughPort(port.substr(comma + 1));
+}
+
 /// The ports of a net that an import left out, in the names that the elements have now.
 std::vector<std::string> keptPorts(Export const& context, Node const& net) {
     std::vector<std::string> ports;
     for (auto const& [name, port] : net)
         if (isString(port) && (isList(net) || name.text == "p1" || name.text == "p2"))
-            ports.push_back(context.expanded.inside(port.text));
+            ports.push_back(canonical(context, context.expanded.inside(port.text)));
     return ports;
 }
 
@@ -69,14 +99,8 @@ void readKeptConnections(Export& context) {
     for (auto const& [name, instance] : mapOf(member(skipped, "instances"))) {
         ComponentRule const* const rule = context.map.find(componentOf(instance).text, member(instance, "settings"));
         if (!rule || !rule->skipped) continue;
-        for (std::string const& element : elementNames(name.text, arraySizeOf(instance))) {
-            context.skipped.insert(element);
-            for (auto const& [none, group] : rule->through) {
-                std::vector<std::string> ports;
-                for (auto const& port : group) ports.push_back(element + "," + port.second.text);
-                context.connections.add(ports);
-            }
-        }
+        for (std::string const& element : elementNames(name.text, arraySizeOf(instance)))
+            context.skipped.emplace(element, rule);
     }
     for (auto const& net : listOf(member(skipped, "nets"))) {
         auto const ports = keptPorts(context, net.second);
@@ -141,7 +165,7 @@ void addPorts(Export& context) {
             context.ports.add(entry.first, given);
             context.report(Severity::kNote, kReturned);
         } else if (isNull(ours)) {
-            context.lose(kSkipped, entry.first.text, Severity::kNote);
+            loseSkipped(context, entry.first.text);
         } else if (found != known.end()) {
             addPort(context, entry.first.text, found->second, isGivenKnown ? given : Node());
         }
@@ -208,12 +232,12 @@ void addSkipped(Export& context) {
         if (known)
             context.instances.emplace(name.text, instance);
         else
-            context.lose(kSkipped, name.text, Severity::kNote);
+            loseSkipped(context, name.text);
     }
     for (auto const& [none, net] : listOf(member(skipped, "nets"))) {
         auto const ports = keptPorts(context, net);
         if (!areKnown(context, ports))
-            context.lose(kSkipped, netText(ports), Severity::kNote);
+            loseSkipped(context, netText(ports));
         else if (!context.connections.isCurrent(ports))
             context.lose("nets of skipped instances that connect other ports now", netText(ports));
         else
@@ -228,7 +252,7 @@ Node connectionsOf(Node const& nets) {
     std::set<std::string> first;
     for (auto const& [none, net] : nets) {
         Node const p1 = member(net, "p1"), p2 = member(net, "p2");
-        bool const pair = net.size() == 2 && isString(p1) && isString(p2);
+        bool const pair = net.size() == 2 && isString(p1) && isString(p2) && p1.text.size() <= kLongestName;
         if (!pair || !first.insert(p1.text).second) return {};
         map.add(p1, p2);
     }
@@ -269,10 +293,13 @@ void reportDesign(Export& context) {
 Node exportNetlist(vrl::Netlist& netlist, std::string const& path, NameMap const& map, Kinds& kinds,
                    Findings& findings) {
     Export context{netlist, path, map, kinds, findings, circuitFrom(netlist, 0), note(netlist)};
+    if (!context.kept.isDefined() && hasNote(netlist))
+        context.report(Severity::kWarning, "the note 'vrl::import' of the design cannot be read, and is passed over");
     Node const composites = mapOf(member(context.kept, "composites"));
     context.expanded = expandedElements(composites, map);
     leaveOutPorts(context);
     addInstances(context);
+    leaveOutUnnamedPorts(context);
     readKeptConnections(context);
     addNets(context);
     addPorts(context);
@@ -283,7 +310,7 @@ Node exportNetlist(vrl::Netlist& netlist, std::string const& path, NameMap const
     for (std::string const& name : expanded.composites)
         findings.addName(Severity::kNote, path, {}, "written as the instances that it was expanded to", name);
     for (std::string const& text : expanded.skipped)
-        context.lose("what leads to skipped ports of composites that are expanded", text, Severity::kNote);
+        context.lose("what leads to skipped ports of composites that are expanded", text);
     Node const result = assembled(context);
     reportDesign(context);
     return result;

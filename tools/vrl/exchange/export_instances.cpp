@@ -27,8 +27,13 @@ ComponentRule const* ruleFor(Export& context, Element const& element, Node const
         if (own && own->key.text == element.kind) return own;
     }
     bool const ownNames = componentOf(given).text == element.kind && context.expanded.hasInside(element.name);
-    ComponentRule const* const first = ownNames ? nullptr : context.map.forKey(element.kind);
-    if (first) return first;
+    auto const rules = ownNames ? std::vector<ComponentRule const*>() : context.map.forKey(element.kind);
+    if (rules.size() > 1)
+        context.findings.addName(Severity::kWarning, context.path, {},
+                                 "kind '" + element.kind + "' has several components in " + context.map.name + "; '" +
+                                     rules.front()->component + "' is taken for",
+                                 element.name);
+    if (!rules.empty()) return rules.front();
     if (!context.map.path.empty() && !ownNames)
         context.report(Severity::kWarning, "kind '" + element.kind + "' has no component in " + context.map.path +
                                                "; it keeps its own names");
@@ -109,13 +114,29 @@ void addChoice(Node& target, Choice const& choice, Choice const& before) {
     target.add("flow", stringNode(choice.getFlowName()));
 }
 
+/// The choice of cross section that an import makes of settings.
+Choice choiceBy(Source const& source, Node const& section) {
+    Choice const own = source.fresh ? source.fresh->block->vrl::BB::getCS() : Choice(nullptr);
+    return isNull(section) ? own : choiceOf(section, own);
+}
+
+/// Names the cross section of a block in its settings, if that says another one and the map has a name for it.
+void addSection(Export& context, std::string const& element, Source const& source, Node& settings) {
+    Choice const& now = source.block.vrl::BB::getCS();
+    if (source.rule.sections.empty() || choiceBy(source, source.rule.section(settings)) == now) return;
+    for (auto const& [theirs, ours] : source.rule.sections)
+        if (!isNull(ours) && choiceBy(source, ours) == now) {
+            settings = with(settings, stringNode(kSectionSetting), stringNode(theirs));
+            return;
+        }
+    context.findings.addName(Severity::kWarning, context.path, {},
+                             "cross sections without a name in " + context.map.name + ", kept under 'vrl'", element);
+}
+
 /// What "vrl" has of the choices of a block: all in which they differ from those of its kind and settings.
 void addChoices(Node& extension, Source const& source, Node const& settings) {
     FreshBlock const* const fresh = source.fresh;
-    Choice expected = fresh ? fresh->block->vrl::BB::getCS() : Choice(nullptr);
-    Node const section = source.rule.section(settings);
-    if (!isNull(section)) expected = choiceOf(section, expected);
-    addChoice(extension, source.block.vrl::BB::getCS(), expected);
+    addChoice(extension, source.block.vrl::BB::getCS(), choiceBy(source, source.rule.section(settings)));
     Node ports{Kind::kMap};
     for (auto port = source.block.beginPort(); port != source.block.endPort(); ++port) {
         std::string const name = port->getName().getName();
@@ -151,6 +172,7 @@ Node instanceOf(Export& context, Element const& element, Node const& given, Comp
     Node const before = isNull(imported) ? imported : mapOf(member(imported, "settings"));  // null without an import
     Node settings{Kind::kMap}, values = Node{Kind::kMap}, extension = Node{Kind::kMap};
     addSettings(context, element.name, source, before, settings, values);
+    addSection(context, element.name, source, settings);
     if (element.foundry != context.map.foundryOf(rule).text) extension.add("foundry", stringNode(element.foundry));
     if (values.size() > 0) extension.add("values", values);
     addChoices(extension, source, settings);
@@ -161,6 +183,10 @@ Node instanceOf(Export& context, Element const& element, Node const& given, Comp
     for (auto const& entry : mapOf(given))
         if (instancePart(entry.first.text) == InstancePart::kKept) instance.add(entry.first, entry.second);
     if (extension.size() > 0) instance.add("vrl", extension);
+    ComponentRule const* const again = context.map.find(rule.component, settings);
+    if (again && again != &rule)
+        context.findings.addName(Severity::kWarning, context.path, {},
+                                 "elements whose settings lead to another rule of " + context.map.name, element.name);
     return instance;
 }
 
@@ -193,6 +219,10 @@ void addInstances(Export& context) {
             continue;
         }
         Node const given = note(*element.block);
+        if (!given.isDefined() && hasNote(*element.block))
+            context.findings.addName(Severity::kWarning, context.path, {},
+                                     "elements whose note 'vrl::import' cannot be read, and is passed over",
+                                     element.name);
         context.rules.back() = ruleFor(context, element, given);
         context.instances.emplace(element.name, instanceOf(context, element, given, *context.rules.back()));
         if (!isArray(given)) continue;

@@ -26,10 +26,10 @@ struct Export {
     Kinds& kinds;
     Findings& findings;
     Circuit circuit;
-    Node kept;                           ///< the note of the netlist
-    ExpandedElements expanded = {};      ///< that it has composites for
-    std::set<std::string> skipped = {};  ///< elements that its import and the map skip
-    KeptConnections connections = {};    ///< what its nets connect that its import left out
+    Node kept;                                                 ///< the note of the netlist
+    ExpandedElements expanded = {};                            ///< that it has composites for
+    std::map<std::string, ComponentRule const*> skipped = {};  ///< elements that its import and the map skip
+    KeptConnections connections = {};                          ///< what its nets connect that its import left out
 
     std::vector<ComponentRule const*> rules = {};         ///< by the places of the elements; null for what is left out
     std::map<std::string, ComponentRule> sameNames = {};  ///< rules of kinds that the map does not name

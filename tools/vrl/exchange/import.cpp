@@ -139,6 +139,40 @@ void readInfo(Import& import, vrl::BB& block, Instance const& instance, Componen
     }
 }
 
+/// A setting that no parameter has, whose name looks like that of one which no setting gives.
+std::string nearParameter(ComponentRule const& rule, vrl::BB& block, Node const& settings, std::string const& name) {
+    constexpr std::size_t kShortest = 4;
+    if (name.size() < kShortest) return {};
+    std::vector<std::string> names;
+    for (auto const& parameter : listedParameters(block)) {
+        std::string const theirs = rule.parameters.toTheirs(parameter.name).name;
+        if (theirs.size() >= kShortest && !member(settings, theirs).isDefined()) names.push_back(theirs);
+    }
+    return nameBySlip(name, names);
+}
+
+/// Reports the parameters that the map names and that neither settings, "info" nor the map give.
+void reportDefaults(Import& import, Instance const& instance, ComponentRule const& rule, FreshBlock const& fresh) {
+    std::set<std::string> given, named;
+    for (auto const& [rules, values] :
+         {std::pair(&rule.parameters, settingsOf(instance)), std::pair(&rule.info, member(instance.given, "info"))})
+        for (auto const& [theirs, ours] : rules->ours) {
+            if (!ours.name.empty()) named.insert(ours.name);
+            if (!isNull(member(values, theirs))) given.insert(ours.name);
+        }
+    for (std::string const& name : named) {
+        Parameter const* const parameter = fresh.find(name);
+        bool const known = given.count(name) > 0 || member(rule.defaults, name).isDefined() ||
+                           !isNull(member(settingsOf(instance), name)) ||
+                           member(member(member(instance.given, "vrl"), "values"), name).isDefined();
+        if (known || !parameter) continue;
+        std::string const unit = parameter->unit.empty() || parameter->unit == "1" ? "" : " " + parameter->unit;
+        import.keep("'" + rule.component + "': '" + name + "' is not given, and keeps the default " + parameter->text +
+                        unit + " of " + rule.key.text,
+                    instance.name.text);
+    }
+}
+
 /// Sets the parameters and the cross section that settings lead to. Returns how many do; the others need a note.
 std::size_t setParameters(Import& import, vrl::BB& block, Instance const& instance, ComponentRule const& rule) {
     std::size_t taken = 0;
@@ -153,6 +187,20 @@ std::size_t setParameters(Import& import, vrl::BB& block, Instance const& instan
         bool const isSection = name == kSectionSetting && section.isDefined();
         if (target.name.empty() && isSection) ++taken;
         if (!target.name.empty() || isSection || rule.parameters.ours.count(name) > 0) continue;
+        if (name == kSectionSetting && isString(setting.second) && !rule.sections.empty()) {
+            auto& unknown =
+                import.unknownSections.try_emplace({rule.component, setting.second.text}, setting.second.mark, 0)
+                    .first->second;
+            ++unknown.second;
+            continue;
+        }
+        std::string const near = nearParameter(rule, block, settings, name);
+        if (!near.empty()) {
+            import.report(Severity::kWarning, setting.first.mark,
+                          "'" + rule.component + "' has no parameter for '" + name + "'",
+                          "did you mean '" + near + "'?");
+            continue;
+        }
         Mark const& first = import.keptSettings.emplace(rule.component, setting.first.mark).first->second;
         import.keep(keptSettings(rule.component), name, first);
     }
@@ -193,6 +241,8 @@ vrl::BB* makeBlock(Import& import, Instance const& instance, ComponentRule const
     vrl::BB& block = *import.kinds.create(foundryOf(import, instance, rule).text, rule);
     Node const extension = member(instance.given, "vrl");
     readInfo(import, block, instance, rule);
+    if (import.map.components.count(rule.component) > 0)
+        reportDefaults(import, instance, rule, *import.kinds.fresh(foundryOf(import, instance, rule).text, rule));
     std::size_t const settings = settingsOf(instance).size(), taken = setParameters(import, block, instance, rule);
     applyExtension(import, block, extension);
     import.settings += settings;
@@ -242,9 +292,19 @@ void addInstance(Import& import, Instance const& instance, ComponentRule const& 
 void addExpanded(Import& import) {
     for (auto const& [name, given] : import.composites)
         for (std::string const& element : elementNames(name.text, arraySizeOf(given))) {
-            import.byName.emplace(element, import.elements.size());
+            if (!import.byName.emplace(element, import.elements.size()).second)
+                import.error(name, "'" + element + "' is duplicated: by itself and in an array or composite");
             import.elements.push_back({element, nullptr, compositeRule(import.map, given)});
         }
+}
+
+/// Reports the cross sections that the map does not name, each once, where it is first used.
+void reportUnknownSections(Import& import) {
+    for (auto const& [of, unknown] : import.unknownSections)
+        import.report(Severity::kWarning, unknown.first,
+                      "'" + of.first + "': cross section '" + of.second +
+                          "' is not in the map, and that of the kind stays" +
+                          (unknown.second > 1 ? "; " + counted(unknown.second, "instance") : ""));
 }
 
 void addElements(Import& import) {
@@ -255,6 +315,7 @@ void addElements(Import& import) {
         rule ? addInstance(import, instance, *rule) : leaveOut(import, instance);
     }
     reportMissingKeys(import);
+    reportUnknownSections(import);
 }
 
 /// Whether an export makes the same outer ports without a note of them.

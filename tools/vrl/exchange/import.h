@@ -72,6 +72,8 @@ struct Import {
     std::set<ComponentRule const*> checkedRules = {};
     /// The components without a kind: the place where each is first named, and in how many instances.
     std::map<std::pair<std::string, ComponentRule const*>, std::pair<Mark, std::size_t>> missingKeys = {};
+    /// Cross sections that the map does not name, by component: the first place, and in how many instances.
+    std::map<std::pair<std::string, std::string>, std::pair<Mark, std::size_t>> unknownSections = {};
     std::map<std::string, Mark> keptSettings = {};  ///< the first of each component that is kept as a note only
     std::vector<Element> elements = {};
     std::unordered_map<std::string, std::size_t> byName = {};
@@ -79,8 +81,8 @@ struct Import {
     std::map<Port, std::size_t> places = {};
     std::set<std::pair<std::size_t, std::size_t>> connections = {};
     std::map<std::string, std::optional<std::size_t>> outerPorts = {};  ///< the places of their ports, unless excluded
-    std::set<std::string> skippedPorts = {};                            ///< outer ones that the map excludes
-    std::array<std::vector<std::string>, 3> boundary = {};              ///< by outer ports, each node once
+    std::optional<std::size_t> skippedPorts = {};  ///< the place of an element that has all skipped ports, if any
+    std::array<std::vector<std::string>, 3> boundary = {};  ///< by outer ports, each node once
     std::set<unsigned> boundaryNodes = {};
     std::set<std::string> leftOutNames = {};
     Node members{Kind::kMap}, portNotes = Node{Kind::kMap},

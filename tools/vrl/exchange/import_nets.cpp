@@ -57,32 +57,30 @@ void reportUnknown(Import& import, Node const& node, std::string const& name, st
     }
 }
 
-/// Where an "instance,port" leads: to a port, or if there is none, whether the map says so.
-struct Followed {
-    std::optional<Import::Port> port = {};
-    bool skipped = false;
-};
+/// A port that the map skips: all nets that lead to it are connected there, and nothing of ours.
+Import::Port skippedPort(Import& import, std::string const& element, std::string const& port) {
+    if (!import.skippedPorts) {
+        import.skippedPorts = import.elements.size();
+        import.elements.push_back({"", nullptr, nullptr});
+    }
+    return {*import.skippedPorts, element + "," + port};
+}
 
 /// Follows an "instance,port"; what leads nowhere and was not left out is reported.
-Followed follow(Import& import, Node const& node) {
+std::optional<Import::Port> follow(Import& import, Node const& node) {
     auto const comma = node.text.rfind(',');
     std::string const name = node.text.substr(0, comma), theirs = node.text.substr(comma + 1);
     Import::Element const* const element = elementOf(import, name);
-    auto const found = [&](std::string const& port) {
-        return Followed{port.empty() ? std::nullopt
-                                     : std::optional(Import::Port(element - import.elements.data(), port)),
-                        port.empty()};
-    };
-    if (element && element->rule->skipped) return found(element->rule->throughPort(theirs));
+    if (element && element->rule->skipped) return skippedPort(import, name, element->rule->throughPort(theirs));
     std::string const port = element && element->block ? element->rule->ourPort(*element->block, theirs) : "";
-    if (!port.empty()) return found(port);
+    if (!port.empty()) return Import::Port(element - import.elements.data(), port);
     if (element && element->rule->ports.toOurs(theirs).skipped) {
         import.keep("ports skipped, as " + import.map.name + " says", element->rule->component + "," + theirs);
-        return found("");
+        return skippedPort(import, name, theirs);
     }
     if (import.leftOutNames.count(name) == 0 && import.leftOutNames.count(arrayOf(name)) == 0)
         reportUnknown(import, node, name, theirs);
-    return {};
+    return std::nullopt;
 }
 
 /// The place of a port among those that are used, a new one at its first mention.
@@ -109,45 +107,33 @@ std::string portText(Import const& import, Import::Port const& port) {
 /// Whether a port is one of ours, and not one of a skipped instance that connects what leads to it.
 bool isReal(Import const& import, Import::Port const& port) { return import.elements[port.first].block != nullptr; }
 
-/// The ports that a net connects, and whether they are all that it has.
-struct FollowedNet {
+/// The ports that a net connects; none, and an error, if there is anything wrong with them.
+std::vector<Import::Port> portsOf(Import& import, Net const& net) {
     std::vector<Import::Port> ports;
-    std::vector<Mark> marks;
-    bool good = true;   ///< if not, an error is reported
-    bool whole = true;  ///< whether all ports are ours
-};
-
-FollowedNet portsOf(Import& import, Net const& net) {
-    FollowedNet result;
-    for (Node const& name : net.ports) {
-        Followed const followed = follow(import, name);
-        result.good = result.good && (followed.port || followed.skipped);
-        result.whole = result.whole && followed.port && isReal(import, *followed.port);
-        if (!followed.port) continue;
-        if (!result.ports.empty() && result.ports.back() == *followed.port && isReal(import, *followed.port))
-            result.good = import.error(name, "'" + name.text + "' is connected with itself");
-        result.ports.push_back(*followed.port);
-        result.marks.push_back(name.mark);
-    }
-    result.good = result.good && !net.ports.empty();
-    return result;
+    for (Node const& name : net.ports)
+        if (auto const port = follow(import, name)) ports.push_back(*port);
+    bool good = ports.size() == net.ports.size();
+    for (std::size_t i = 1; good && i < ports.size(); ++i)
+        good = ports[i - 1] != ports[i] || !isReal(import, ports[i]) ||
+               import.error(net.ports[i], "'" + net.ports[i].text + "' is connected with itself");
+    return good ? ports : std::vector<Import::Port>();
 }
 
 void connectNet(Import& import, Net const& net) {
-    FollowedNet const followed = portsOf(import, net);
-    if (!followed.good || !followed.whole) (followed.good ? import.skipped : import.leftOut).nets.add(net.given);
-    if (!followed.good) return;
-    auto const& [ports, marks, good, whole] = followed;
+    std::vector<Import::Port> const ports = portsOf(import, net);
+    bool const whole = std::all_of(ports.begin(), ports.end(), [&](auto const& port) { return isReal(import, port); });
+    if (ports.empty()) return import.leftOut.nets.add(net.given);
+    if (!whole) import.skipped.nets.add(net.given);
     for (std::size_t i = 1; i < ports.size(); ++i) {
         std::size_t const a = placeOf(import, ports[i - 1]), b = placeOf(import, ports[i]);
         if (!import.connections.insert(std::minmax(a, b)).second) {
-            if (whole) import.report(Severity::kNote, marks[i], "the net is duplicated");
+            if (whole) import.report(Severity::kNote, net.ports[i].mark, "the net is duplicated");
             continue;
         }
         auto const [first, later] = std::minmax({rootOf(import.ports, a), rootOf(import.ports, b)});
         import.ports[later].parent = first;
-        use(import, a, marks[i - 1]);
-        use(import, b, marks[i]);
+        use(import, a, net.ports[i - 1].mark);
+        use(import, b, net.ports[i].mark);
         if (whole && isMap(net.given) && net.given.size() > 2) {
             auto const names = std::minmax({portText(import, ports[0]), portText(import, ports[1])});
             import.netNotes.add(names.first + " " + names.second, net.given);
@@ -157,9 +143,8 @@ void connectNet(Import& import, Net const& net) {
 
 void followOuterPorts(Import& import) {
     for (auto const& [outer, leadsTo] : import.document.ports) {
-        auto const [port, skipped] = follow(import, leadsTo);
+        auto const port = follow(import, leadsTo);
         auto& place = import.outerPorts[outer.text];
-        if (skipped) import.skippedPorts.insert(outer.text);
         if (!port) continue;
         place = placeOf(import, *port);
         use(import, *place, leadsTo.mark);
@@ -175,7 +160,7 @@ void noteOuterPorts(Import& import) {
         bool const isOurs = used && used->real != kNone;
         Node const ours = isOurs ? stringNode(portText(import, import.ports[used->real].port)) : Node();
         if (!isOurs) place.reset();
-        bool const skipped = (used && !isOurs) || import.skippedPorts.count(outer.text) > 0;
+        bool const skipped = used && !isOurs;
         import.portCount += isOurs;
         import.skipped.ports += skipped;
         import.leftOut.ports += !isOurs && !skipped;

@@ -23,6 +23,7 @@ Shapes const kInside{{"component", "t"}, {"settings", "nm"}, {"info", "nm"}};
 Shapes const kComposite{{"instances", "m", {{"*", "tm", kInside}}}, {"nets", "nl", {{"*", "l"}}}};
 Shapes const kComponent{{"when", "m"},
                         {"key", "nt"},
+                        {"preferred", "b"},
                         {"skip", "b"},
                         {"through", "l", {{"*", "l", {{"*", "t"}}}}},
                         {"composite", "m", kComposite},
@@ -148,6 +149,7 @@ ComponentRule readRule(NameMap const& map, Node const& name, Node const& node, S
     rule.mark = isMap(node) ? node.mark : name.mark;
     rule.when = member(node, "when");
     rule.key = isMap(node) ? member(node, "key") : node;  // the short form is the key alone
+    rule.preferred = isTrue(member(node, "preferred"), false);
     rule.skipped = isTrue(member(node, "skip"), false);
     rule.through = member(node, "through");
     rule.composite = member(node, "composite");
@@ -230,7 +232,7 @@ std::string ComponentRule::throughPort(std::string const& name) const {
     for (auto const& [none, group] : through)
         for (auto const& port : group)
             if (port.second.text == name) return group.begin()->second.text;
-    return {};
+    return name;
 }
 
 ComponentRule const* NameMap::find(std::string const& component, Node const& settings) const {
@@ -241,11 +243,15 @@ ComponentRule const* NameMap::find(std::string const& component, Node const& set
     return nullptr;
 }
 
-ComponentRule const* NameMap::forKey(std::string const& key) const {
+std::vector<ComponentRule const*> NameMap::forKey(std::string const& key) const {
+    std::vector<ComponentRule const*> all, preferred;
     for (auto const& entry : components)
-        for (ComponentRule const& rule : entry.second)
-            if (!key.empty() && isNull(rule.when) && rule.key.text == key) return &rule;
-    return nullptr;
+        for (ComponentRule const& rule : entry.second) {
+            if (key.empty() || !isNull(rule.when) || rule.key.text != key) continue;
+            all.push_back(&rule);
+            if (rule.preferred) preferred.push_back(&rule);
+        }
+    return preferred.empty() ? all : preferred;
 }
 
 NameMap readNameMap(std::string const& name) {

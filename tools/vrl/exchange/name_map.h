@@ -45,9 +45,10 @@ struct ComponentRule {
     Node when = {};           ///< settings with their value, or a list of values; null for all instances
     Node key;                 ///< of ours; null if it has none yet
     Mark mark = {};
-    bool skipped = false;  ///< whether instances are no part of the circuit
-    Node through = {};     ///< of skipped ones: lists of ports that they connect
-    Node composite = {};   ///< the instances and nets in its place; ports lead to "instance,port"
+    bool preferred = false;  ///< whether an export takes it before others for blocks that came from no netlist
+    bool skipped = false;    ///< whether instances are no part of the circuit
+    Node through = {};       ///< of skipped ones: lists of ports that they connect
+    Node composite = {};     ///< the instances and nets in its place; ports lead to "instance,port"
     /// Of a composite: settings, each with an "instance,setting" that it gives. There may be several for one.
     std::vector<std::pair<std::string, std::string>> insideSettings = {};
     Node foundry = {};  ///< its name; undefined for that of the map
@@ -66,7 +67,7 @@ struct ComponentRule {
     MappedName ourParameter(vrl::BB& block, std::string const& name) const;
     /// The choice of cross section that settings lead to, as the map has it; undefined without one.
     Node section(Node const& settings) const;
-    /// The name for a group of ports that a skipped instance connects; empty if the port is in none.
+    /// The first of the ports that a skipped instance connects with a port, or the port itself.
     std::string throughPort(std::string const& name) const;
 };
 
@@ -80,8 +81,9 @@ struct NameMap {
 
     /// The rule for an instance of a component, or null.
     ComponentRule const* find(std::string const& component, Node const& settings) const;
-    /// The first rule in order of the names that leads to a key, whatever the settings, or null.
-    ComponentRule const* forKey(std::string const& key) const;
+    /// The rules that lead to a key, whatever the settings: the preferred ones, or without any all of them, in order of
+    /// their names.
+    std::vector<ComponentRule const*> forKey(std::string const& key) const;
     /// The name of the foundry for blocks of a rule.
     Node const& foundryOf(ComponentRule const& rule) const { return rule.foundry.isDefined() ? rule.foundry : foundry; }
 };

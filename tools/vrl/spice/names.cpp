@@ -21,8 +21,11 @@ std::string plain(std::string text) {
 
 std::string Names::take(std::string const& wanted) {
     std::string const name = plain(wanted);
-    std::string free = name;
-    for (unsigned number = 2; !taken.insert(lowered(free)).second; ++number) free = name + "_" + std::to_string(number);
+    if (taken.insert(lowered(name)).second) return name;
+    std::size_t& number = last.try_emplace(lowered(name), 1).first->second;
+    std::string free;
+    do free = name + "_" + std::to_string(++number);
+    while (!taken.insert(lowered(free)).second);
     return free;
 }
 

@@ -1,7 +1,10 @@
 #pragma once
 
+#include <cstddef>
+#include <map>
 #include <set>
 #include <string>
+#include <utility>
 
 namespace vrltool::spice {
 
@@ -17,7 +20,8 @@ public:
     std::string take(std::string const& wanted);
 
 private:
-    std::set<std::string> taken;  ///< in lower case
+    std::set<std::string> taken;              ///< in lower case
+    std::map<std::string, std::size_t> last;  ///< the number that was given last, by names in lower case
 };
 
 /// Names for nodes and for parameters.

@@ -1,7 +1,9 @@
 #include "spice/netlist.h"
 
+#include <algorithm>
 #include <cctype>
 #include <cmath>
+#include <filesystem>
 #include <fstream>
 #include <map>
 #include <optional>
@@ -25,6 +27,7 @@ namespace {
 using values::Findings;
 
 constexpr std::size_t kWidth = 100;
+constexpr std::size_t kLongestStatement = 100000;  // of what is read: names stand at its beginning
 
 /// A statement, continued over lines where it is long.
 std::string statement(std::vector<std::string> const& words) {
@@ -206,7 +209,7 @@ private:
             if (isNew)
                 entry->second = pin;
             else if (found != inside.end())
-                connections += "V" + pin + ' ' + pin + ' ' + entry->second + " 0\n";  // two pins at one node
+                connections += "R" + pin + ' ' + pin + ' ' + entry->second + " 1e-06\n";  // two pins at one node
             rest.push_back(pin);
         }
         for (Setting const& setting : settings) rest.push_back(setting.name + "=" + setting.value);
@@ -247,14 +250,29 @@ private:
 }  // namespace
 
 std::set<std::string> subcircuitsIn(std::string const& path) {
+    char const* const hint = "name a file of SPICE with the models of kinds";
+    bool const plain = std::all_of(path.begin(), path.end(), [](unsigned char c) { return c >= 0x20 && c != '"'; });
+    if (!plain) throw Failure(printable(path), "has a name that no netlist of SPICE can include", "rename it");
+    if (!std::filesystem::is_regular_file(path)) throw Failure(path, "is not a regular file", hint);
     std::ifstream file(path);
-    if (!file) throw Failure(path, "cannot be read", "name a file of SPICE with the models of kinds");
     std::set<std::string> names;
-    for (std::string line; std::getline(file, line);) {
+    std::string statement;
+    auto const take = [&] {
+        std::replace(statement.begin(), statement.end(), '(', ' ');
+        std::istringstream words(statement);
         std::string word, name;
+        if (words >> word >> name && word == ".subckt") names.insert(name);
+        statement.clear();
+    };
+    for (std::string line; std::getline(file, line);) {
         for (char& c : line) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-        if (std::istringstream(line) >> word >> name && word == ".subckt") names.insert(name);
+        auto const begin = line.find_first_not_of(" \t");
+        bool const continued = begin != std::string::npos && line[begin] == '+';
+        if (!continued) take();
+        if (statement.size() < kLongestStatement) statement += ' ' + (continued ? line.substr(begin + 1) : line);
     }
+    take();
+    if (!file.eof()) throw Failure(path, "cannot be read", hint);
     return names;
 }
 

@@ -89,6 +89,12 @@ std::vector<std::string> nearNames(std::string const& wrong, std::vector<std::st
     return result;
 }
 
+std::string nameBySlip(std::string const& wrong, std::vector<std::string> const& names) {
+    for (std::string const& name : names)
+        if (editDistance(wrong, name) == 1) return name;
+    return {};
+}
+
 std::vector<std::string> onSameSide(std::string const& name, std::vector<std::string> const& names) {
     auto const given = wordsOf(name);
     auto const isElsewhere = [&](std::string const& known) {

@@ -148,6 +148,18 @@ Node newMap(std::initializer_list<std::pair<char const*, Node>> members) {
     return map;
 }
 
+Node with(Node const& map, Node const& name, Node const& value) {
+    Node result{Kind::kMap, "", map.mark};
+    bool found = false;
+    for (auto const& entry : map) {
+        bool const same = entry.first.text == name.text;
+        result.add(entry.first, same ? value : entry.second);
+        found = found || same;
+    }
+    if (!found) result.add(name, value);
+    return result;
+}
+
 Node const& member(Node const& map, std::string_view name) {
     static Node const none;
     if (isMap(map))

@@ -79,6 +79,8 @@ inline Node plainNode(std::string const& text, Mark const& mark = {}) {
 }
 Node newMap(std::initializer_list<std::pair<char const*, Node>> members);
 
+/// A map with a member in the place of the one of that name, or at its end.
+Node with(Node const& map, Node const& name, Node const& value);
 /// The value of a member; an undefined node if it is missing, or for what is no map.
 Node const& member(Node const& map, std::string_view name);
 /// The node, or null for an empty list or map.

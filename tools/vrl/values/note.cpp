@@ -8,4 +8,6 @@ void setNote(vrl::Annotations& target, Node const& value) {
 
 Node note(vrl::Annotations const& source) { return valueOfLine(source.getAnnotation(kNote, false)); }
 
+bool hasNote(vrl::Annotations const& source) { return !source.getAnnotation(kNote, false).empty(); }
+
 }  // namespace vrltool::values

@@ -17,5 +17,7 @@ constexpr char kNote[] = "vrl::import";
 /// became several; "skipped" and "leftOut", each in the shape of a netlist.
 void setNote(vrl::Annotations& target, Node const& value);
 Node note(vrl::Annotations const& source);
+/// Whether there is a note, readable or not.
+bool hasNote(vrl::Annotations const& source);
 
 }  // namespace vrltool::values
