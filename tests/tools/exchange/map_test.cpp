@@ -121,10 +121,12 @@ TEST(NameMap, BeginsWithATemplate) {
     auto const made = tool.run("import", {"--map-template", "mzi.yml"});
     EXPECT_EQ(made.out, "# From the names of mzi.yml to ours. What is null has still to be filled in,\n"
                         "# or may stay so: a setting that is null is kept as a note.\n"
-                        "# Ports in order are a guess: compare them with a drawing of both.\n"
+                        "# Kinds that are a guess and ports in order: compare them with a drawing of both.\n"
                         "# Parameters may convert: {to: length, factor: 1000}.\n"
                         "# A component that is no part of the circuit: {skip: true}.\n"
                         "foundry: SampleFab\n"
+                        "crossSections:\n"
+                        "  strip: strip\n"
                         "components:\n"
                         "  mmi1x2:  # 1 instance\n"
                         "    key: null  # perhaps sfCombiner or sfSplitter\n"
@@ -142,15 +144,16 @@ TEST(NameMap, BeginsWithATemplate) {
                         "      o2: null\n"
                         "      top: null\n"
                         "  straight:  # 1 instance\n"
-                        "    key: sfStraight\n"
+                        "    key: sfStraight  # a guess\n"
                         "    ports:  # ours: in0 and out0\n"
                         "      o1: in0\n"
                         "      o2: out0\n"
                         "    parameters:  # ours: length and width\n"
-                        "      cross_section: null  # such as strip\n"
                         "      length_mm: null  # such as 0.1205; perhaps length\n"
                         "      npoints: null  # such as 2\n"
-                        "      width: width  # such as null\n");
+                        "      width: width  # never given\n"
+                        "    info:\n"
+                        "      length: length  # such as 120.5\n");
     EXPECT_EQ(made.status, 0);
     tool.write("map.yml", made.out);
     EXPECT_EQ(tool.run("import", {"mzi.yml", "--map", "map.yml"}).err, "");
@@ -175,11 +178,11 @@ TEST(NameMap, TemplateTakesAKindOfTheSameName) {
 TEST(NameMap, TemplateKeepsOpticalAndElectricalPortsApart) {
     EXPECT_EQ(templateFor("phaseModulator", "a: \"a,e1\", b: \"a,l_e2\", c: \"a,o2\", d: \"a,bot_o1\""),
               "  phaseModulator:  # 1 instance\n"
-              "    key: sfPhaseModulator\n"
+              "    key: sfPhaseModulator  # a guess\n"
               "    ports:  # ours: in0, out0, signal and ground\n"
               "      bot_o1: in0\n"
-              "      e1: signal\n"
-              "      l_e2: ground\n"
+              "      e1: signal  # in order\n"
+              "      l_e2: ground  # in order\n"
               "      o2: out0\n");
     EXPECT_EQ(templateFor("straight", "a: \"a,e1\", b: \"a,e2\""),
               "  straight:  # 1 instance\n"
@@ -206,14 +209,21 @@ TEST(NameMap, TemplateGuessesNoKindWithOtherNumbersOfPorts) {
               "      o5: null\n");
 }
 
-TEST(NameMap, TemplateMarksPortsThatAreTakenInOrder) {
+TEST(NameMap, TemplateMarksPortsInOrderAndGuessesNoneOnBothSides) {
     EXPECT_EQ(templateFor("coupler", "a: \"a,o10\", b: \"a,o2\", c: \"a,o3\", d: \"a,o4\""),
               "  coupler:  # 1 instance\n"
-              "    key: sfCoupler2x2\n"
+              "    key: sfCoupler2x2  # a guess\n"
               "    ports:  # ours: in0, in1, out0 and out1\n"
+              "      o2: null  # one of in0, in1, out0 and out1\n"
+              "      o3: null  # one of in0, in1, out0 and out1\n"
+              "      o4: null  # one of in0, in1, out0 and out1\n"
+              "      o10: null  # one of in0, in1, out0 and out1\n");
+    EXPECT_EQ(templateFor("splitter", "a: \"a,o10\", b: \"a,o2\", c: \"a,o3\""),
+              "  splitter:  # 1 instance\n"
+              "    key: sfSplitter  # a guess\n"
+              "    ports:  # ours: in0, out0 and out1\n"
               "      o2: in0  # in order\n"
-              "      o3: in1  # in order\n"
-              "      o4: out0  # in order\n"
+              "      o3: out0  # in order\n"
               "      o10: out1  # in order\n");
 }
 

@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <functional>
+#include <iterator>
 #include <map>
 #include <regex>
+#include <set>
 #include <tuple>
 
 #include "circuit/direction.h"
@@ -21,8 +23,15 @@ using Names = std::vector<std::string>;
 /// What a netlist uses of one component.
 struct Used {
     std::size_t instances = 0;
-    std::map<std::string, Node> ports, settings;  ///< settings with the first value that is not null
+    std::map<std::string, Node> ports, settings, info;  ///< with the first value that is not null
 };
+
+void addValues(std::map<std::string, Node>& values, Node const& given) {
+    for (auto const& [name, value] : given) {
+        Node& first = values.emplace(name.text, value).first->second;
+        if (isNull(first)) first = value;
+    }
+}
 
 std::map<std::string, Used> usedComponents(Document const& document) {
     std::map<std::string, Used> components;
@@ -31,10 +40,8 @@ std::map<std::string, Used> usedComponents(Document const& document) {
         if (!instance.good) continue;
         Used& used = *(ofInstance[arrayOf(instance.name.text)] = &components[componentOf(instance.given).text]);
         ++used.instances;
-        for (auto const& setting : member(instance.given, "settings")) {
-            Node& value = used.settings.emplace(setting.first.text, setting.second).first->second;
-            if (isNull(value)) value = setting.second;
-        }
+        addValues(used.settings, member(instance.given, "settings"));
+        addValues(used.info, mapOf(member(instance.given, "info")));
     }
     auto const addPort = [&](std::string const& port) {
         auto const comma = port.rfind(',');
@@ -145,6 +152,15 @@ struct Candidate {
         auto const equal = [&](Wire wire) { return namesOf(theirs, wire).size() == namesOf(ports, wire).size(); };
         return equal(Wire::kOptical) && equal(Wire::kElectrical) && equal(Wire::kOther);
     }
+    /// Whether other tools may count its optical ports in order or around it.
+    bool hasSeveralOnBothSides() const {
+        auto const count = [&](Direction direction) {
+            return std::count_if(ports.begin(), ports.end(), [&](NamedPort const& port) {
+                return port.wire == Wire::kOptical && directionOf(port.name) == direction;
+            });
+        };
+        return count(Direction::kInput) > 1 && count(Direction::kOutput) > 1;
+    }
     bool agrees(Ports const& theirs) const {
         return !theirs.empty() && (agreesByName(theirs) || agreesByNumber(theirs));
     }
@@ -194,7 +210,8 @@ Guess guessFor(std::string const& name, Ports const& ports, std::vector<Candidat
     std::string const& nearest = sharing.begin()->second.front();
     near.erase(std::remove(near.begin(), near.end(), nearest), near.end());
     auto const isNearest = [&](Candidate const& candidate) { return candidate.key == nearest; };
-    return {&*std::find_if(all.begin(), all.end(), isNearest), near.empty() ? "" : "or " + listed(near)};
+    return {&*std::find_if(all.begin(), all.end(), isNearest),
+            near.empty() ? "a guess" : "a guess; or " + listed(near)};
 }
 
 std::string yaml(Node const& node) { return written(node, Format::kYaml); }
@@ -203,35 +220,75 @@ std::string yaml(Node const& node) { return written(node, Format::kYaml); }
 std::string portLines(Ports const& theirs, Candidate const* kind) {
     std::string lines = "    ports:" + (kind ? "  # ours: " + listed(namesOf(kind->ports)) : "") + '\n';
     bool const byName = kind && kind->agreesByName(theirs), byNumber = kind && !byName && kind->agreesByNumber(theirs);
+    bool const sided = kind && kind->hasSeveralOnBothSides();
     std::map<Wire, std::size_t> next;
     for (NamedPort const& port : theirs) {
-        std::string ours;
-        std::size_t of = 0;
+        std::string ours, comment;
         if (byName || (kind && !byNumber && kind->has(port))) {
             ours = port.name;
         } else if (byNumber) {
             Names const known = namesOf(kind->ports, port.wire);
-            of = known.size();
-            if (next[port.wire] < of) ours = known[next[port.wire]++];
+            bool const unclear = sided && port.wire == Wire::kOptical;
+            bool const twoWays =
+                known.size() == 2 && port.wire == Wire::kOptical;  // which end is which does not matter
+            if (!unclear && next[port.wire] < known.size()) ours = known[next[port.wire]++];
+            comment = unclear ? "  # one of " + listed(known) : twoWays ? "" : "  # in order";
         }
         lines += "      " + yaml(stringNode(port.name)) + ": " + (ours.empty() ? "null" : yaml(stringNode(ours))) +
-                 (of > 2 ? "  # in order" : "") + '\n';
+                 comment + '\n';
     }
     return theirs.empty() ? "" : lines;
 }
 
-/// The lines for settings, each with an example of its values.
-std::string parameterLines(std::map<std::string, Node> const& settings, Names const& ours) {
+/// Names of ours for a setting: those that share most of its words.
+Names nearParameters(std::string const& setting, Names const& ours) {
+    static std::regex const word("[A-Za-z][a-z]{2,15}");
+    auto const words =
+        std::distance(std::sregex_iterator(setting.begin(), setting.end(), word), std::sregex_iterator());
+    auto const sharing = sharingWords(setting, ours);
+    bool const most = !sharing.empty() && 2 * sharing.begin()->first > words;
+    return most ? sharing.begin()->second : sharing.empty() ? nearNames(setting, ours) : Names();
+}
+
+/// The lines for settings, each with an example of its values. That of the cross section is not among them.
+std::string parameterLines(std::map<std::string, Node> settings, Names const& ours) {
+    settings.erase(kSectionSetting);
     std::string lines = "    parameters:" + (ours.empty() ? "" : "  # ours: " + listed(ours)) + '\n';
     for (auto const& [name, value] : settings) {
         bool const same = std::find(ours.begin(), ours.end(), name) != ours.end();
         std::string const text = yaml(stringNode(name));
-        Names const near = same ? Names() : proposals(name, ours);
-        lines += "      " + text + ": " + (same ? text : "null") + "  # such as " +
-                 (value.kind < Kind::kList ? printable(yaml(value)) : kindWord(value.kind)) +
+        Names const near = same ? Names() : nearParameters(name, ours);
+        std::string const example = value.kind < Kind::kList ? printable(yaml(value)) : kindWord(value.kind);
+        lines += "      " + text + ": " + (same ? text : "null") +
+                 (isNull(value) ? "  # never given" : "  # such as " + example) +
                  (near.empty() ? "" : "; perhaps " + listed(near)) + '\n';
     }
     return settings.empty() ? "" : lines;
+}
+
+/// The lines for members of "info" that are called as parameters of ours.
+std::string infoLines(std::map<std::string, Node> const& info, Names const& ours) {
+    std::string lines;
+    for (auto const& [name, value] : info)
+        if (std::find(ours.begin(), ours.end(), name) != ours.end() && value.kind < Kind::kList)
+            lines += "      " + yaml(stringNode(name)) + ": " + yaml(stringNode(name)) + "  # such as " +
+                     printable(yaml(value)) + '\n';
+    return lines.empty() ? "" : "    info:\n" + lines;
+}
+
+/// The lines for the cross sections that settings name.
+std::string sectionLines(Document const& document, Kinds& kinds, std::string const& foundry) {
+    std::set<std::string> names;
+    for (Instance const& instance : document.instances) {
+        Node const& given = member(member(instance.given, "settings"), kSectionSetting);
+        if (isString(given)) names.insert(given.text);
+    }
+    std::string lines;
+    for (std::string const& name : names) {
+        bool const same = !foundry.empty() && kinds.hasSection(foundry, name);
+        lines += "  " + yaml(stringNode(name)) + ": " + (same ? yaml(stringNode(name)) : "null") + '\n';
+    }
+    return lines.empty() ? "" : "crossSections:\n" + lines;
 }
 
 }  // namespace
@@ -244,20 +301,22 @@ std::string mapTemplate(Document const& document) {
     std::string out = "# From the names of " + printable(document.path) +
                       " to ours. What is null has still to be filled in,\n"
                       "# or may stay so: a setting that is null is kept as a note.\n"
-                      "# Ports in order are a guess: compare them with a drawing of both.\n"
+                      "# Kinds that are a guess and ports in order: compare them with a drawing of both.\n"
                       "# Parameters may convert: {to: length, factor: 1000}.\n"
                       "# A component that is no part of the circuit: {skip: true}.\n"
                       "foundry: " +
                       (foundries.empty() ? "null" : yaml(stringNode(foundries.front()))) +
-                      (foundries.size() > 1 ? "  # " + listed(foundries) : "") +
-                      (components.empty() ? "\ncomponents: {}\n" : "\ncomponents:\n");
+                      (foundries.size() > 1 ? "  # " + listed(foundries) : "") + '\n' +
+                      sectionLines(document, kinds, foundries.empty() ? "" : foundries.front()) +
+                      (components.empty() ? "components: {}\n" : "components:\n");
     for (auto const& [name, used] : components) {
         Ports const ports = portsOf(used);
         Guess const guess = guessFor(name, ports, candidates);
         out += "  " + yaml(stringNode(name)) + ":  # " + counted(used.instances, "instance") +
                "\n    key: " + (guess.kind ? yaml(stringNode(guess.kind->key)) : "null") +
                (guess.comment.empty() ? "" : "  # " + guess.comment) + '\n' + portLines(ports, guess.kind) +
-               parameterLines(used.settings, guess.kind ? guess.kind->fresh->parameterNames() : Names());
+               parameterLines(used.settings, guess.kind ? guess.kind->fresh->parameterNames() : Names()) +
+               infoLines(used.info, guess.kind ? guess.kind->fresh->parameterNames() : Names());
     }
     return out;
 }
