@@ -406,4 +406,15 @@ TEST(Import, WritesNoDesignToStandardOutput) {
               tool.run("import", {"--map-template", "a.yml"}).out);
 }
 
+TEST(Import, TellsASavedDesignFromANetlist) {
+    Tool const tool;
+    tool.write("a.yml", "instances: {a: sfBend}\n");
+    tool.run("import", {"a.yml", "-o", "a.vrl"});
+    auto const imported = tool.run("import", {"a.vrl", "-o", "b.vrl"});
+    EXPECT_EQ(imported.err, "vrl: a.vrl: is a saved design, and no netlist\n  'vrl export' makes a netlist of it\n");
+    EXPECT_EQ(imported.status, 2);
+    EXPECT_EQ(tool.run("show", {"a.yml"}).err,
+              "vrl: a.yml: is not a saved design\n  'vrl import' makes a design of a netlist\n");
+}
+
 }  // namespace

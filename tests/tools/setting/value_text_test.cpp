@@ -60,6 +60,8 @@ TEST(ValueText, OfANumberIsConverted) {
 
 TEST(ValueText, NamesTheUnitThatIsWanted) {
     EXPECT_EQ(read<double>("20 kg"), "is not in a unit that fits: 'kg'; give a number in um");
+    EXPECT_EQ(read<double>("20,5"), "is no number; give a number in um");
+    EXPECT_EQ(read<double>("2*100"), "is no number; give a number in um");
     EXPECT_EQ(read<double>("20um2"), "is not in a unit that fits: 'um2'; give a number in um");
     EXPECT_EQ(read<double>("20 dBm", "dB"), "is not in a unit that fits: 'dBm'; give a number in dB");
     EXPECT_EQ(read<double>("20 um^", "um^2"), "is not in a unit that fits: 'um^'; give a number in um^2");

@@ -92,6 +92,8 @@ void refuseOutput(Options const& options) {
 
 Outcome importNetlist(Options const& options, Common const& common) {
     refuseOutput(options);
+    if (isSavedDesign(options.netlist))
+        throw Failure(options.netlist, "is a saved design, and no netlist", "'vrl export' makes a netlist of it");
     startLibrary(common);
     Findings findings;
     Document document = readDocument(options.netlist, findings, options.limits);

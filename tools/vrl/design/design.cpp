@@ -81,8 +81,11 @@ void needRegularFile(std::string const& path) {
 }
 
 [[noreturn]] void failNoDesign(std::string const& path) {
+    std::string const ending = std::filesystem::path(path).extension().string();
+    bool const netlist = ending == ".yml" || ending == ".yaml" || ending == ".json";
     throw Failure(path, "is not a saved design",
-                  "saved designs begin with the bytes 3D 40 and the kind of their object");
+                  netlist ? "'vrl import' makes a design of a netlist"
+                          : "saved designs begin with the bytes 3D 40 and the kind of their object");
 }
 
 std::ifstream openDesign(std::string const& path) {

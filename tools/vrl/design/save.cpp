@@ -15,18 +15,6 @@ namespace vrltool {
 
 namespace {
 
-/// Whether a file begins as every saved design does.
-bool isSavedDesign(std::string const& path) {
-    std::error_code none;
-    if (!std::filesystem::is_regular_file(path, none)) return false;  // to open a pipe would wait
-    std::ifstream file(path, std::ios::binary);
-    if (!file)
-        throw Failure(path, "exists and cannot be read, so that it may be a saved design",
-                      "give the output a name of its own");
-    char head[2] = {};
-    return file.read(head, sizeof head) && head[0] == '\x3D' && head[1] == '\x40';
-}
-
 /// Whether two names lead to one file that exists.
 bool isSameFile(std::string const& a, std::string const& b) {
     struct stat first {
@@ -76,6 +64,17 @@ void refuseOver(std::string const& path) {
 }
 
 }  // namespace
+
+bool isSavedDesign(std::string const& path) {
+    std::error_code none;
+    if (!std::filesystem::is_regular_file(path, none)) return false;  // to open a pipe would wait
+    std::ifstream file(path, std::ios::binary);
+    if (!file)
+        throw Failure(path, "exists and cannot be read, so that it may be a saved design",
+                      "give the output a name of its own");
+    char head[2] = {};
+    return file.read(head, sizeof head) && head[0] == '\x3D' && head[1] == '\x40';
+}
 
 void refuseToReplace(std::string const& output, std::vector<std::string> const& inputs) {
     for (std::string const& input : inputs)

@@ -19,6 +19,9 @@ void saveDesign(Design const& design, SavedChanges const& changes, std::string c
 /// The same for text and pictures. Refuses to replace a saved design, of whatever name.
 void saveFile(std::string const& path, std::string const& bytes);
 
+/// Whether a file begins as every saved design does. A Failure reports one that cannot be read.
+bool isSavedDesign(std::string const& path);
+
 /// A Failure if the output is the same file as one of the inputs, under whatever name: links count. Inputs and outputs
 /// that do not exist are passed over.
 void refuseToReplace(std::string const& output, std::vector<std::string> const& inputs);

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstdlib>
 #include <limits>
+#include <string_view>
 
 #include "setting/units.h"
 #include "text/phrases.h"
@@ -141,7 +142,9 @@ private:
     std::optional<Complex> complexNumber(bool complex) const {
         auto const quantity = quantityOf(text, complex);
         std::string const example = complex ? ", such as 1+0.5I" : "";
-        if (!quantity) return fail("is no number", "give a number" + inUnit() + example);
+        bool const remains = quantity && std::string_view(",;:*=").find(quantity->unit[0]) != std::string_view::npos;
+        if (!quantity || (!quantity->unit.empty() && remains))
+            return fail("is no number", "give a number" + inUnit() + example);
         auto const factor = conversion(quantity->unit.empty() ? parameter.unit : quantity->unit, parameter.unit);
         if (!factor && !hasUnit())
             return fail("has the unit '" + quantity->unit + "', and the parameter has none", "give the number alone");
