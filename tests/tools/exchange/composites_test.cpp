@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "tests/tools/sample_circuit.h"
 #include "tests/tools/tool.h"
 
 namespace {
@@ -150,7 +151,7 @@ TEST_F(Composites, AreBoundedBeforeTheyAreMade) {
     imported = tool.run("import", {"a.yml", "--map", "map.yml", "--max-elements", "40"});
     EXPECT_EQ(imported.out, "a.yml:1:21: error: the composites up to 'n' have more than 40 instances; "
                             "--max-elements raises the limit\n"
-                            "a.yml: 4 elements, 4 nets, 0 outer ports, 1 setting (1 to parameters)\n");
+                            "a.yml: 8 elements, 8 nets, 0 outer ports, 2 settings (2 to parameters); 1 left out\n");
 }
 
 TEST_F(Composites, KeepANameThatIsTaken) {
@@ -262,6 +263,25 @@ TEST(CompositeNames, AreRefusedWhereAnArrayHasThem) {
     EXPECT_EQ(tool.run("import", {"a.yml", "--map", "map.yml"}).out,
               "a.yml:1:64: error: 'a<0.0>' is duplicated: by itself and in an array or composite\n"
               "a.yml: 3 elements, 0 nets, 0 outer ports, 0 settings (0 to parameters)\n");
+}
+
+TEST(CompositeNotes, AskForNoMoreThanThereMayBe) {
+    Tool const tool;
+    vrl_test::SampleCircuit circuit;
+    circuit.add("a", "sfBend");
+    circuit.netlist().setAnnotation(
+        "vrl::import", R"({"composites": {"m": {"component": "mzi", "array": {"columns": 4000000000, "rows": 9}}},)"
+                       R"( "skipped": {"instances": {"p": {"component": "pad", "na": 0, "nb": 3},)"
+                       R"( "q": {"component": "pad", "na": 3, "nb": 12297829382473034411}}}})");
+    circuit.save(tool.path("a.vrl"));
+    tool.write("map.yml", std::string(kMap) + "  pad: {skip: true}\n");
+    auto const exported = tool.run("export", {"a.vrl", "--map", "map.yml", "-o", "a.yml"});
+    EXPECT_EQ(exported.out,
+              "a.vrl: warning: kind 'sfBend' has no component in map.yml; it keeps its own names\n"
+              "a.vrl: warning: the netlist does not hold what its import skipped and this map does not name: "
+              "'p' and 'q'\n"
+              "a.vrl: note: written as the instances that it was expanded to: 'm'\n"
+              "a.yml: 1 instance, 0 nets, 0 outer ports written\n");
 }
 
 }  // namespace

@@ -188,12 +188,15 @@ TEST(Import, BoundsTheElementsOfAllArraysBeforeItMakesAny) {
     auto const looked = look(tool, "instances:\n"
                                    "  a: {component: sfBend, array: {columns: 4, rows: 5}}\n"
                                    "  b: {component: sfBend, array: {columns: 1000, rows: 1000}}\n"
-                                   "  c: {component: sfBend, array: {columns: 18446744073709551615, rows: 3}}\n");
+                                   "  c: {component: sfBend, array: {columns: 18446744073709551615, rows: 3}}\n"
+                                   "  d: {component: sfBend, array: {columns: 3, rows: 12297829382473034411}}\n");
     EXPECT_EQ(looked.out, "a.yml:3:3: error: the arrays up to 'b' have more than 100000 elements; "
                           "--max-elements raises the limit\n"
                           "a.yml:4:3: error: the arrays up to 'c' have more than 100000 elements; "
                           "--max-elements raises the limit\n"
-                          "a.yml: 20 elements, 0 nets, 0 outer ports, 0 settings (0 to parameters); 2 left out\n");
+                          "a.yml:5:3: error: the arrays up to 'd' have more than 100000 elements; "
+                          "--max-elements raises the limit\n"
+                          "a.yml: 20 elements, 0 nets, 0 outer ports, 0 settings (0 to parameters); 3 left out\n");
 }
 
 TEST(Import, CountsTheSettingsThatEachElementOfAnArrayKeeps) {

@@ -87,7 +87,7 @@ Pair pairOf(std::string const& a, std::string const& b) { return std::minmax(a, 
 /// The nets inside of an instance, each as two ports.
 std::set<Pair> netsInside(std::string const& name, Node const& given, ComponentRule const& rule) {
     std::set<Pair> nets;
-    for (std::string const& element : elementNames(name, arraySizeOf(given)))
+    for (std::string const& element : elementNames(name, given))
         for (auto const& [none, net] : listOf(member(rule.composite, "nets")))
             for (auto port = net.begin() + 1; port != net.end(); ++port)
                 nets.insert(pairOf(insidePort(name, element, (port - 1)->second.text),
@@ -98,7 +98,7 @@ std::set<Pair> netsInside(std::string const& name, Node const& given, ComponentR
 /// The outer ports of an instance by those inside that they lead to.
 std::map<std::string, std::string> portsOutside(std::string const& name, Node const& given, ComponentRule const& rule) {
     std::map<std::string, std::string> ports;
-    for (std::string const& element : elementNames(name, arraySizeOf(given)))
+    for (std::string const& element : elementNames(name, given))
         for (auto const& [inside, theirs] : rule.ports.theirs)
             ports.emplace(insidePort(name, element, inside), element + "," + theirs);
     return ports;
@@ -131,7 +131,7 @@ private:
             auto const found = parts.instances.find(part);
             good = good && found != parts.instances.end() && areEqual(found->second, wanted);
             owners[part] = name;
-            for (std::string const& element : elementNames(name, arraySizeOf(given)))
+            for (std::string const& element : elementNames(name, given))
                 owners[part + element.substr(name.size())] = name;
         }
         if (!good) failed.insert(name);
@@ -150,14 +150,6 @@ private:
     void checkPort(std::string const& port) {
         std::string const owner = ownerOf(port);
         if (!owner.empty() && outsidePorts.count(port) == 0) failed.insert(owner);
-    }
-
-    /// The ports of a net: of a list, or the two of a map.
-    static std::vector<std::string> portsOf(Node const& net) {
-        std::vector<std::string> ports;
-        for (auto const& [name, port] : net)
-            if (isString(port) && (isList(net) || name.text == "p1" || name.text == "p2")) ports.push_back(port.text);
-        return ports;
     }
 
     void check(Node const& net) {
@@ -239,7 +231,7 @@ ComponentRule const* compositeRule(NameMap const& map, Node const& given) {
 }
 
 void ExpandedElements::add(std::string const& name, Node const& given, ComponentRule const& rule) {
-    for (std::string const& element : elementNames(name, arraySizeOf(given))) {
+    for (std::string const& element : elementNames(name, given)) {
         elements[element] = {name, &rule};
         for (auto const& part : member(rule.composite, "instances"))
             insides.insert(name + "." + part.first.text + element.substr(name.size()));
@@ -281,13 +273,16 @@ Node expandComposites(Document& document, NameMap const& map, Findings& findings
             instances.push_back(std::move(instance));
             continue;
         }
-        made += instance.size.count() * member(rule->composite, "instances").size();
-        if (made > most) {
+        std::size_t const parts = instance.size.count() * member(rule->composite, "instances").size();
+        if (parts > most - made) {
             findings.add(Severity::kError, document.path, instance.name.mark,
                          "the composites up to '" + name + "' have more than " + std::to_string(most) + " instances",
                          "--max-elements raises the limit");
-            break;
+            instance.good = false;  // so that it is left out
+            instances.push_back(std::move(instance));
+            continue;
         }
+        made += parts;
         for (auto const& setting : mapOf(member(instance.given, "settings"))) {
             if (rule->parameters.ours.count(setting.first.text) > 0) continue;
             Mark const& first = kept.emplace(rule->component, setting.first.mark).first->second;

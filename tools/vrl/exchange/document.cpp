@@ -54,7 +54,7 @@ bool readSize(Reading& reading, Instance& instance) {
     ArraySize const size = instance.size = arraySizeOf(instance.given);
     if (size.columns == 0 || size.rows == 0)
         return reading.error(instance.name, "array of instance " + name + ": a count is a whole number from 1");
-    if (size.count() == 1) return true;
+    if (size.columns == 1 && size.rows == 1) return true;
     std::size_t const most = reading.most, each = 1 + written(instance.given, Format::kLine).size() / kOneElement;
     bool const bounded = size.columns <= most && size.rows <= most / size.columns && size.count() <= most / each &&
                          (reading.elements += size.count() * each) <= most;
@@ -164,6 +164,20 @@ std::vector<std::string> elementNames(std::string const& name, ArraySize const& 
     for (std::size_t i = 0; i < size.count(); ++i)
         names.push_back(name + "<" + std::to_string(i / size.rows) + "." + std::to_string(i % size.rows) + ">");
     return names;
+}
+
+std::vector<std::string> elementNames(std::string const& name, Node const& instance) {
+    constexpr std::size_t kMost = 1000000;
+    ArraySize const size = arraySizeOf(instance);
+    bool const bounded = size.columns > 0 && size.columns <= kMost && size.rows <= kMost / size.columns;
+    return bounded ? elementNames(name, size) : std::vector<std::string>();
+}
+
+std::vector<std::string> portsOf(Node const& net) {
+    std::vector<std::string> ports;
+    for (auto const& [name, port] : net)
+        if (isString(port) && (isList(net) || name.text == "p1" || name.text == "p2")) ports.push_back(port.text);
+    return ports;
 }
 
 InstancePart instancePart(std::string const& name) {

@@ -27,6 +27,9 @@ bool isArray(Node const& instance);
 /// The names of the elements of an array: "NAME<COLUMN.ROW>", column by column; the plain name for a single one.
 std::vector<std::string> elementNames(std::string const& name, ArraySize const& size);
 
+/// The same for an instance as a note has it; none for an array of more than a million, since anybody may write notes.
+std::vector<std::string> elementNames(std::string const& name, Node const& instance);
+
 /// The name of the array that has an element of that name; the name itself if it is none.
 inline std::string arrayOf(std::string const& element) { return element.substr(0, element.rfind('<')); }
 
@@ -56,6 +59,9 @@ struct Net {
     Node given;  ///< an entry of "connections" is a map of "p1" and "p2", too
     std::vector<Node> ports = {};
 };
+
+/// The ports of a net as it was given: those of a list, or the two of a map.
+std::vector<std::string> portsOf(Node const& net);
 
 /// A netlist of another tool as it was read: its shape is checked, its names are not.
 struct Document {

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "design/stand_in.h"
+#include "exchange/document.h"
 #include "exchange/export_instances.h"
 #include "text/phrases.h"
 #include "text/table.h"
@@ -70,10 +71,8 @@ std::string canonical(Export const& context, std::string const& port) {
 
 /// The ports of a net that an import left out, in the names that the elements have now.
 std::vector<std::string> keptPorts(Export const& context, Node const& net) {
-    std::vector<std::string> ports;
-    for (auto const& [name, port] : net)
-        if (isString(port) && (isList(net) || name.text == "p1" || name.text == "p2"))
-            ports.push_back(canonical(context, context.expanded.inside(port.text)));
+    std::vector<std::string> ports = portsOf(net);
+    for (std::string& port : ports) port = canonical(context, context.expanded.inside(port));
     return ports;
 }
 
@@ -99,8 +98,7 @@ void readKeptConnections(Export& context) {
     for (auto const& [name, instance] : mapOf(member(skipped, "instances"))) {
         ComponentRule const* const rule = context.map.find(componentOf(instance).text, member(instance, "settings"));
         if (!rule || !rule->skipped) continue;
-        for (std::string const& element : elementNames(name.text, arraySizeOf(instance)))
-            context.skipped.emplace(element, rule);
+        for (std::string const& element : elementNames(name.text, instance)) context.skipped.emplace(element, rule);
     }
     for (auto const& net : listOf(member(skipped, "nets"))) {
         auto const ports = keptPorts(context, net.second);
@@ -228,7 +226,8 @@ std::string netText(std::vector<std::string> const& ports) {
 void addSkipped(Export& context) {
     Node const skipped = member(context.kept, "skipped");
     for (auto const& [name, instance] : mapOf(member(skipped, "instances"))) {
-        bool const known = context.skipped.count(elementNames(name.text, arraySizeOf(instance)).front()) > 0;
+        auto const elements = elementNames(name.text, instance);
+        bool const known = !elements.empty() && context.skipped.count(elements.front()) > 0;
         if (known)
             context.instances.emplace(name.text, instance);
         else

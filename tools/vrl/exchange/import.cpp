@@ -291,7 +291,7 @@ void addInstance(Import& import, Instance const& instance, ComponentRule const& 
 /// Keeps the names of expanded composites: the ports that the map does not lead inside are looked for there.
 void addExpanded(Import& import) {
     for (auto const& [name, given] : import.composites)
-        for (std::string const& element : elementNames(name.text, arraySizeOf(given))) {
+        for (std::string const& element : elementNames(name.text, given)) {
             if (!import.byName.emplace(element, import.elements.size()).second)
                 import.error(name, "'" + element + "' is duplicated: by itself and in an array or composite");
             import.elements.push_back({element, nullptr, compositeRule(import.map, given)});

@@ -2,14 +2,11 @@
 
 #include <cctype>
 
+#include "text/phrases.h"
+
 namespace vrltool::spice {
 
 namespace {
-
-std::string lowered(std::string text) {
-    for (char& c : text) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-    return text;
-}
 
 std::string plain(std::string text) {
     for (char& c : text)

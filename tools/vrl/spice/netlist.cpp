@@ -18,6 +18,7 @@
 #include "spice/names.h"
 #include "text/failure.h"
 #include "text/number.h"
+#include "text/phrases.h"
 #include "text/table.h"
 
 namespace vrltool::spice {
@@ -191,10 +192,7 @@ private:
         return stub.name;
     }
 
-    bool isDefined(std::string kind) const {
-        for (char& c : kind) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-        return source.defined.count(kind) > 0;
-    }
+    bool isDefined(std::string const& kind) const { return source.defined.count(lowered(kind)) > 0; }
 
     std::string compositeOf(Element const& element, std::string const& kind, std::vector<Setting> const& settings,
                             std::map<std::string, unsigned> const& inside) {
@@ -265,7 +263,7 @@ std::set<std::string> subcircuitsIn(std::string const& path) {
         statement.clear();
     };
     for (std::string line; std::getline(file, line);) {
-        for (char& c : line) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+        line = lowered(line);
         auto const begin = line.find_first_not_of(" \t");
         bool const continued = begin != std::string::npos && line[begin] == '+';
         if (!continued) take();

@@ -4,8 +4,9 @@
 #include <cctype>
 #include <cmath>
 #include <cstdio>
-#include <cstdlib>
 #include <limits>
+
+#include "text/number.h"
 
 namespace vrltool::starter {
 
@@ -22,7 +23,7 @@ double parsed(std::string const& text) {
     if (text == ".inf") return std::numeric_limits<double>::infinity();
     if (text == "-.inf") return -std::numeric_limits<double>::infinity();
     if (text == ".nan") return std::numeric_limits<double>::quiet_NaN();
-    return std::strtod(text.c_str(), nullptr);
+    return numberFrom(text);
 }
 
 bool isWhole(std::string const& text) {

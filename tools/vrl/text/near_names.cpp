@@ -7,14 +7,11 @@
 #include <set>
 #include <utility>
 
+#include "text/phrases.h"
+
 namespace vrltool {
 
 namespace {
-
-std::string lowered(std::string text) {
-    for (char& c : text) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-    return text;
-}
 
 /// The number of letters changed, left out, added or swapped with their neighbour that lead from `a` to `b`.
 std::size_t editDistance(std::string const& a, std::string const& b) {

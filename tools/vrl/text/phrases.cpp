@@ -1,6 +1,7 @@
 #include "text/phrases.h"
 
 #include <algorithm>
+#include <cctype>
 #include <sstream>
 
 #include "text/near_names.h"
@@ -8,6 +9,11 @@
 namespace vrltool {
 
 std::string inQuotes(std::string const& name) { return "'" + name + "'"; }
+
+std::string lowered(std::string text) {
+    for (char& c : text) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    return text;
+}
 
 std::string listText(std::vector<std::string> const& names, std::size_t most, char const* last) {
     std::size_t const shown = names.size() <= most ? names.size() : most - 1;

@@ -8,6 +8,9 @@ namespace vrltool {
 /// "'name'".
 std::string inQuotes(std::string const& name);
 
+/// With the capitals of ASCII as small letters.
+std::string lowered(std::string text);
+
 /// "a, b and c"; of more than `most`, "a, b and 7 more".
 std::string listText(std::vector<std::string> const& names, std::size_t most = 8, char const* last = "and");
 
