@@ -114,7 +114,6 @@ TEST_F(ElementRules, FindGroupsThatNoPathConnectsToTheBoundary) {
         found("island"),
         "a.vrl (Netlist, 9 elements): 2 notes\n"
         "  note     lonely: no path leads from here to the boundary [island]\n"
-        "           connect it to the rest of the circuit, or put one of its nodes on the boundary\n"
         "  note     loop: no path leads from here to the boundary, and none from ring, which hang on it [island]\n"
         "           connect it to the rest of the circuit, or put one of its nodes on the boundary\n");
 }

@@ -68,7 +68,6 @@ TEST_F(NodeRules, FindTwoPortsOfOneDirection) {
     EXPECT_EQ(found("same-direction"),
               "a.vrl (Netlist, 2 elements): 2 notes\n"
               "  note     a,in0: node 2 connects it with b,in0: two inputs [same-direction]\n"
-              "           see whether one of the two blocks is the wrong way round\n"
               "  note     a,out0: node 1 connects it with b,out0: two outputs [same-direction]\n"
               "           see whether one of the two blocks is the wrong way round\n");
 }
