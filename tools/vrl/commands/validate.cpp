@@ -1,5 +1,6 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <filesystem>
 #include <functional>
 #include <iostream>
 #include <memory>
@@ -79,6 +80,14 @@ void addRepeated(CLI::App& command, std::string const& name, std::vector<std::st
         ->delimiter(',');
 }
 
+/// A path of nothing is a slip, about which no check has anything to say.
+void checkPaths(std::vector<std::string> const& plugins) {
+    std::error_code none;
+    for (std::string const& path : plugins)
+        if (std::filesystem::symlink_status(path, none).type() == std::filesystem::file_type::not_found)
+            throw Failure(path, "there is no such file", "give the path of the plug-in");
+}
+
 Outcome work(Options const& options, Common const& common) {
     if (options.list) return listChecks(common);
     if (options.plan.plugins.empty())
@@ -88,6 +97,7 @@ Outcome work(Options const& options, Common const& common) {
     plan.config = common.config;
     plan.checks = chosenChecks(options);
     plan.needed = neededChecks(plan.checks, options);
+    checkPaths(plan.plugins);
     auto const all = checkPlugins(plan);
     if (common.json)
         writeJson(std::cout, conformanceJson(all));
