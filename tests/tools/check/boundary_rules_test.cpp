@@ -19,7 +19,7 @@ TEST_F(BoundaryRules, FindADuplicatedBoundaryNode) {
     circuit.add("bend", "sfBend").output("bend,out0").output("bend,out0").dc("bend,out0").input("bend,in0");
     EXPECT_EQ(found("boundary-twice"),
               "a.vrl (Netlist, 1 element): 1 warning\n"
-              "  warning  the design: boundary node 1 is 3 times on the boundary: outputs, outputs and DC nodes "
+              "  warning  the design: node 1 is on the boundary 3 times: outputs, outputs and DC nodes "
               "[boundary-twice]\n"
               "           name each node once; a second port outside needs a node of its own\n");
 }

@@ -36,7 +36,7 @@ TEST(ValidateFile, ReportsANameThatIsTooLong) {
     Tool const tool;
     std::string const name(300, 'n');
     EXPECT_EQ(findings(tool, "regular-file", name), "  " + name +
-                                                        ": cannot be looked at: File name too long\n"
+                                                        ": cannot be examined: File name too long\n"
                                                         "    hint: give the path of the plug-in\n");
     tool.write("empty.so", "");
     auto const shown = tool.run("validate", {"--only", "regular-file", "empty.so", name});

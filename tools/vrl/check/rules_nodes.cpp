@@ -115,7 +115,7 @@ void mixedDomains(Scope const& scope, Findings& findings) {
 }
 
 void mixedElectrical(Scope const& scope, Findings& findings) {
-    reportMixture(scope, findings, true, "part them by a bias tee, or skip this rule if plain metal is intended");
+    reportMixture(scope, findings, true, "separate them with a bias tee, or skip this rule if plain metal is intended");
 }
 
 void sameDirection(Scope const& scope, Findings& findings) {
@@ -225,14 +225,14 @@ Rules const& nodeRules() {
           "Both are metal, so current does flow. But the fast signal leaks into the supply, the supply's noise gets to "
           "the signal, and the line is no longer matched.",
           "pd,anode: node 8 connects pd,anode (DC) and mod,signal (RF) [mixed-electrical]",
-          "Part them by a bias tee or a capacitor. For a common ground the rule can be a note: --severity "
+          "Separate them with a bias tee or a capacitor. For a common ground the rule can be a note: --severity "
           "mixed-electrical=note."}},
         {"same-direction",
          "a node connects two optical inputs or two optical outputs",
          Severity::kNote,
          kCircuit | kKind,
          sameDirection,
-         {"The names of ports say their direction:  'i' and 'ci' begin an input, 'o' an output. Here two ports of the "
+         {"The names of ports say their direction: 'i' and 'ci' begin an input, 'o' an output. Here two ports of the "
           "same direction are connected to each other.",
           "Light goes both ways through most blocks, so this may be intended. A block that is the wrong way round "
           "looks just like it.",

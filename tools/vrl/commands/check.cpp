@@ -127,7 +127,8 @@ void addCheck(Grammar& grammar) {
                 "runs this rule and no others; repeatable, or a list with commas", "RULE");
     addRepeated(command, "--skip", options->rules.skip, "leaves this rule out; repeatable, or a list with commas",
                 "RULE");
-    command.add_flag("--all", options->report.all, "lists every finding, also those that are many or excepted");
+    command.add_flag("--all", options->report.all,
+                     "lists every finding, also of rules with many, and those that are excepted");
     command.add_flag("--rules", options->report.rules, "lists the rules that ran and those that did not");
     auto* const exceptions = command
                                  .add_option("--exceptions", options->exceptions,

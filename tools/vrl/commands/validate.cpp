@@ -114,11 +114,11 @@ void addValidate(Grammar& grammar) {
     CLI::App& command = grammar.add(
         "validate", "checks that plug-ins behave as hosts expect",
         "  vrl validate lib_wn_myFab.so.5.1.3             # every check\n"
-        "  vrl validate a.so b.so                         # also how they get on with each other\n"
+        "  vrl validate a.so b.so                         # also whether they work together\n"
         "  vrl validate --only loads --json my.so         # one check, for programs\n"
         "  vrl validate --list                            # all checks\n"
         "Each check runs in a process of its own. The exit status is 1 if a check of severity error fails.\n"
-        "With --config, how a plug-in gets on with the libraries of that configuration is checked, too.",
+        "With --config, whether a plug-in works together with the libraries of that configuration is checked, too.",
         [options](Common const& common) { return work(*options, common); });
     command.add_option("plugins", options->plan.plugins, "the plug-ins")->type_name("FILE");
     addRepeated(command, "--only", options->only, "run this check and no others");
