@@ -163,8 +163,12 @@ TEST_F(CheckReport, NamesTheRulesThatCouldNotRun) {
                   "    undeclared-parameter and value-out-of-range\n"
                   "\n") +
                   kAllRan);
-    EXPECT_EQ(outcome.err, "vrl: a.vrl: no loaded plug-in has 1 kind of the design; a stand-in represents it\n"
+    EXPECT_EQ(outcome.err, "vrl: a.vrl: no loaded plug-in has the kind 'demoDelayLine'; a stand-in represents it\n"
                            "  'vrl plugins' shows what is loaded\n");
+    EXPECT_EQ(check({"a.vrl", "a.vrl"}).err,
+              "vrl: a.vrl: no loaded plug-in has the kind 'demoDelayLine'; a stand-in represents it\n"
+              "vrl: a.vrl: no loaded plug-in has the kind 'demoDelayLine'; a stand-in represents it\n"
+              "  'vrl plugins' shows what is loaded\n");
     EXPECT_EQ(outcome.status, 1);
 }
 
@@ -222,9 +226,11 @@ TEST_F(CheckReport, ChecksADesignWithoutAnyOfItsPlugins) {
               "  boundary-domain, choice-not-allowed, composite-ports, cross-section-mismatch, duplicate-port,\n"
               "  lost-port, mixed-domains, mixed-electrical, node-crowded, own-check, same-direction,\n"
               "  undeclared-parameter and value-out-of-range\n");
-    EXPECT_EQ(outcome.err, "vrl: a.vrl: no loaded plug-in has 6 kinds of the design; stand-ins represent them\n"
-                           "  not loaded: " VRL_SAMPLE_PLUGINS
-                           "/lib_wn_notThere.so.5.1.3: cannot open shared object file: No such file or directory\n");
+    EXPECT_EQ(outcome.err,
+              "vrl: a.vrl: no loaded plug-in has the kinds 'sfCombiner', 'sfEdgeCoupler', 'sfPhaseModulator', "
+              "'sfPushPullArms', 'sfSplitter' and 'sfStraight'; stand-ins represent them\n"
+              "  not loaded: " VRL_SAMPLE_PLUGINS
+              "/lib_wn_notThere.so.5.1.3: cannot open shared object file: No such file or directory\n");
     EXPECT_EQ(outcome.status, 1);
 }
 

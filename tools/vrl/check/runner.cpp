@@ -161,7 +161,7 @@ void readAndCheck(FileReport& report, std::vector<ChosenRule> const& rules, std:
     Design const design = readDesign(report.path);
     if (isLast) leaveToTheEnd(design.object);
     report.type = design.type;
-    report.missing = missingKindsText(design);
+    report.missing = missingKindsLine(design);
     if (!design.object.block()) circuitOf(design);
     prepareFoundries(design);
     Scopes scopes(design);

@@ -54,7 +54,7 @@ struct FileReport {
     std::string failure;  ///< why it could not be checked, with the path; empty if it was
     std::string hint;     ///< of that
     std::string type;     ///< what the file says that it holds
-    std::string missing;  ///< lines of the missing kinds that stand-ins represent, for standard error
+    std::string missing;  ///< the missing kinds that stand-ins represent, for standard error
     std::size_t elements = 0;
     std::string noExceptions;           ///< the file of exceptions beside it, if there is one and it has none
     std::vector<RuleFinding> findings;  ///< heaviest first, by rule, element, port and parameter

@@ -1,5 +1,4 @@
 #include <CLI/CLI.hpp>
-#include <algorithm>
 #include <iostream>
 #include <memory>
 #include <nlohmann/json.hpp>
@@ -35,14 +34,6 @@ Outcome outcomeOf(std::vector<FileReport> const& files) {
     return outcome;
 }
 
-/// Whether the report has the missing kinds as findings.
-bool reportsMissing(std::vector<ChosenRule> const& rules) {
-    return std::all_of(rules.begin(), rules.end(), [](ChosenRule const& chosen) {
-        std::string const id = chosen.rule->id;
-        return chosen.runs() || (id != "unknown-kind" && id != "unknown-parameter-type");
-    });
-}
-
 void reportFailures(std::vector<FileReport> const& files) {
     for (FileReport const& file : files) {
         if (file.failure.empty()) continue;
@@ -51,19 +42,12 @@ void reportFailures(std::vector<FileReport> const& files) {
     }
 }
 
-/// What the report has as findings is only counted. The libraries that failed are reported once.
-void reportMissing(std::vector<FileReport> const& files, bool inReport) {
+/// The libraries that failed are reported once.
+void reportMissing(std::vector<FileReport> const& files) {
     bool any = false;
     for (FileReport const& file : files) {
-        if (file.missing.empty()) continue;
-        any = true;
-        auto const kinds = static_cast<std::size_t>(std::count(file.missing.begin(), file.missing.end(), '\n'));
-        if (inReport)
-            std::cerr << "vrl: " << file.path << ": no loaded plug-in has " << counted(kinds, "kind")
-                      << " of the design; " << (kinds == 1 ? "a stand-in represents it" : "stand-ins represent them")
-                      << '\n';
-        else
-            std::cerr << file.missing;
+        any = any || !file.missing.empty();
+        std::cerr << file.missing;
     }
     if (any) std::cerr << failedLibrariesText();
 }
@@ -85,7 +69,7 @@ Outcome work(Options const& options, Common const& common) {
         files.push_back(
             checkFile(path, rules, !options.noExceptions, &path == &options.files.back(), shared ? &*shared : nullptr));
     if (shared) keepIdleInAll(files);
-    reportMissing(files, reportsMissing(rules) && !options.report.quiet);
+    reportMissing(files);
     reportFailures(files);
     if (common.json)
         writeJson(std::cout, checkJson(files, asTheyRan(rules, files)));

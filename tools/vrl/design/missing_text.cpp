@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "host/loads.h"
+#include "text/phrases.h"
 #include "text/table.h"
 
 namespace vrltool {
@@ -74,12 +75,13 @@ std::string missingText(Design const& a, Design const& b) {
     return textOf(lacks);
 }
 
-std::string missingKindsText(Design const& design) {
-    std::vector<Lack> lacks;
-    add(lacks, design);
-    std::ostringstream text;
-    writeLacks(text, lacks);
-    return text.str();
+std::string missingKindsLine(Design const& design) {
+    std::vector<std::string> names;
+    for (MissingKind const& kind : design.missing) names.push_back(inQuotes(printable(kind.name)));
+    if (names.empty()) return {};
+    bool const one = names.size() == 1;
+    return "vrl: " + design.path + ": no loaded plug-in has the kind" + (one ? " " : "s ") + listText(names) +
+           (one ? "; a stand-in represents it\n" : "; stand-ins represent them\n");
 }
 
 // The system's words begin with the path as often as not.

@@ -11,8 +11,8 @@ std::string missingText(Design const& design);
 /// The same for two designs, in which a kind that both lack has one line.
 std::string missingText(Design const& a, Design const& b);
 
-/// The lines of the kinds alone.
-std::string missingKindsText(Design const& design);
+/// All missing kinds of a design in one line; empty if nothing is missing.
+std::string missingKindsLine(Design const& design);
 /// The configured libraries that failed to load, or where to see what is loaded.
 std::string failedLibrariesText();
 
