@@ -25,15 +25,18 @@ std::string findings(Tool const& tool, std::string const& check, std::string con
 
 TEST(ValidateFile, ReportsAMissingFile) {
     Tool const tool;
-    EXPECT_EQ(findings(tool, "regular-file", "gone.so"), "  gone.so: there is no such file\n"
-                                                         "    hint: give the path of the plug-in\n");
+    auto const shown = tool.run("validate", {VRL_SAMPLE_PLUGINS "/lib_wn_vrlDemoDll.so.5.1.3", "gone.so"});
+    EXPECT_EQ(shown.out, "");
+    EXPECT_EQ(shown.err, "vrl: gone.so: there is no such file\n"
+                         "  give the path of the plug-in\n");
+    EXPECT_EQ(shown.status, 2);
 }
 
 TEST(ValidateFile, ReportsANameThatIsTooLong) {
     Tool const tool;
     std::string const name(300, 'n');
     EXPECT_EQ(findings(tool, "regular-file", name), "  " + name +
-                                                        ": cannot be looked at: File name too long\n"
+                                                        ": cannot be examined: File name too long\n"
                                                         "    hint: give the path of the plug-in\n");
     tool.write("empty.so", "");
     auto const shown = tool.run("validate", {"--only", "regular-file", "empty.so", name});

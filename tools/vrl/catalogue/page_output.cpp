@@ -24,8 +24,8 @@ void writeFacts(std::ostream& os, Page const& page) {
     add(page.kind.target == kAttribute ? "type" : "about", page.about);
     add("foundry", page.foundry);
     add("cross section", page.crossSection);
-    add("flow", page.flow);
-    add("flows", joined(page.flows));
+    add("process flow", page.flow);
+    add("process flows", joined(page.flows));
     if (page.composite || page.kind.target == kNetlist) add("elements", std::to_string(page.elements.size()));
     add("applies to", joined(page.appliesTo));
     for (auto const& note : page.notes) add(("note " + note.first).c_str(), note.second);

@@ -78,14 +78,6 @@ Json blockJson(Element const& element) {
     return json;
 }
 
-Json elementJson(Element const& element) {
-    Json json{{"name", element.name.empty() ? Json(nullptr) : Json(element.name)}, {"number", element.number}};
-    json.update(blockJson(element));
-    if (element.block && element.block->beginAnnotation() != element.block->endAnnotation())
-        json["notes"] = notesJson(*element.block);
-    return json;
-}
-
 Json circuitJson(Circuit const& circuit) {
     Json json{{"elements", Json::array()}, {"nodes", Json::array()}};
     for (Element const& element : circuit.elements) json["elements"].push_back(elementJson(element));
@@ -122,6 +114,14 @@ Json missingJson(std::vector<MissingKind> const& missing) {
 }
 
 }  // namespace
+
+Json elementJson(Element const& element) {
+    Json json{{"name", element.name.empty() ? Json(nullptr) : Json(element.name)}, {"number", element.number}};
+    json.update(blockJson(element));
+    if (element.block && element.block->beginAnnotation() != element.block->endAnnotation())
+        json["notes"] = notesJson(*element.block);
+    return json;
+}
 
 Json designJson(Design const& design) {
     Json json = jsonHead("show", 2);

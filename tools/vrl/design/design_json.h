@@ -10,4 +10,7 @@ namespace vrltool {
 /// included.
 Json designJson(Design const& design);
 
+/// An element as it is in that of its design.
+Json elementJson(Element const& element);
+
 }  // namespace vrltool
