@@ -10,4 +10,7 @@ namespace vrltool {
 /// included.
 Json designJson(Design const& design);
 
+/// A circuit as it is in that, with the insides of composites.
+Json circuitJson(Circuit const& circuit);
+
 }  // namespace vrltool
