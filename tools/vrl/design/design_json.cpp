@@ -15,12 +15,6 @@ Json portPlaceJson(std::string const& element, std::string const& port) {
     return Json{{"element", element}, {"port", port}};
 }
 
-char const* directionWord(ElementPort const& port) {
-    if (isElectrical(port.domain)) return nullptr;
-    Direction const direction = directionOf(port.name);
-    return direction == Direction::kInput ? "input" : direction == Direction::kOutput ? "output" : nullptr;
-}
-
 /// The notes of a parameter but for the reserved ones, which are its name, description and unit.
 Json ownNotesJson(vrl::Annotations const& notes) {
     Json json = notesJson(notes);
@@ -47,12 +41,10 @@ Json choiceJson(vrl::Foundry::CSInfo const& choice) {
     return Json{{"crossSection", choice.getCSName()}, {"flow", choice.getFlowName()}};
 }
 
-Json circuitJson(Circuit const& circuit);
-
 Json portJson(ElementPort const& port, vrl::BB* block) {
     Json json{{"name", port.name}};
     json["domain"] = vrl::EnumList::getName(port.domain);
-    char const* const direction = directionWord(port);
+    char const* const direction = directionWord(port.name, port.domain);
     json["direction"] = direction ? Json(direction) : Json(nullptr);
     json["node"] = port.node == 0 ? Json(nullptr) : Json(port.node);
     if (!port.declared) json["declared"] = false;
@@ -75,25 +67,6 @@ Json blockJson(Element const& element) {
     for (ElementPort const& port : element.ports) json["ports"].push_back(portJson(port, element.block));
     if (element.inside && (!isStandIn(*element.block) || !element.inside->elements.empty()))
         json["inside"] = circuitJson(*element.inside);
-    return json;
-}
-
-Json circuitJson(Circuit const& circuit) {
-    Json json{{"elements", Json::array()}, {"nodes", Json::array()}};
-    for (Element const& element : circuit.elements) json["elements"].push_back(elementJson(element));
-    for (auto const& node : circuit.nodes) {
-        Json ports = Json::array();
-        for (PortPlace const& port : node.second) {
-            Element const& element = circuit.elements[port.element];
-            ports.push_back(portPlaceJson(element.label(), element.ports[port.port].name));
-        }
-        json["nodes"].push_back(Json{{"node", node.first}, {"ports", ports}});
-    }
-    json["inputs"] = circuit.inputs;
-    json["outputs"] = circuit.outputs;
-    json["dc"] = circuit.dc;
-    for (auto const& connection : circuit.danglingConnections)
-        json["danglingConnections"].push_back(portPlaceJson(connection.first, connection.second));
     return json;
 }
 
@@ -120,6 +93,25 @@ Json elementJson(Element const& element) {
     json.update(blockJson(element));
     if (element.block && element.block->beginAnnotation() != element.block->endAnnotation())
         json["notes"] = notesJson(*element.block);
+    return json;
+}
+
+Json circuitJson(Circuit const& circuit) {
+    Json json{{"elements", Json::array()}, {"nodes", Json::array()}};
+    for (Element const& element : circuit.elements) json["elements"].push_back(elementJson(element));
+    for (auto const& node : circuit.nodes) {
+        Json ports = Json::array();
+        for (PortPlace const& port : node.second) {
+            Element const& element = circuit.elements[port.element];
+            ports.push_back(portPlaceJson(element.label(), element.ports[port.port].name));
+        }
+        json["nodes"].push_back(Json{{"node", node.first}, {"ports", ports}});
+    }
+    json["inputs"] = circuit.inputs;
+    json["outputs"] = circuit.outputs;
+    json["dc"] = circuit.dc;
+    for (auto const& connection : circuit.danglingConnections)
+        json["danglingConnections"].push_back(portPlaceJson(connection.first, connection.second));
     return json;
 }
 

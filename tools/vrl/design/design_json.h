@@ -13,4 +13,7 @@ Json designJson(Design const& design);
 /// An element as it is in that of its design.
 Json elementJson(Element const& element);
 
+/// A circuit as it is in that, with the insides of composites.
+Json circuitJson(Circuit const& circuit);
+
 }  // namespace vrltool
