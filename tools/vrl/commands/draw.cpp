@@ -2,8 +2,10 @@
 #include <algorithm>
 #include <filesystem>
 #include <iostream>
+#include <map>
 #include <memory>
 #include <nlohmann/json.hpp>
+#include <system_error>
 
 #include "circuit/circuit.h"
 #include "cli/grammar.h"
@@ -15,9 +17,11 @@
 #include "draw/graph_text.h"
 #include "draw/render.h"
 #include "draw/svg.h"
+#include "draw/symbol_views.h"
 #include "host/start.h"
 #include "text/failure.h"
 #include "text/json.h"
+#include "text/phrases.h"
 
 namespace vrltool {
 
@@ -34,6 +38,7 @@ struct Options {
     std::string format;
     unsigned depth = 0;
     bool noLegend = false;
+    bool noSymbols = false;
     std::string page;
     Picture picture;
 };
@@ -110,6 +115,24 @@ void write(Options const& options, std::string const& path, std::string const& b
         saveFile(path, bytes);
 }
 
+/// Names files that an earlier picture with more or fewer sheets left beside this one.
+void noteStale(Options const& options, PictureFormat format, std::size_t sheets) {
+    if (toStandardOutput(options) || format == PictureFormat::kPdf) return;
+    std::vector<std::string> stale;
+    auto const note = [&](std::string const& path) {
+        std::error_code ignored;
+        bool const there = std::filesystem::exists(path, ignored);
+        if (there) stale.push_back(path);
+        return there;
+    };
+    if (sheets > 1) note(options.output);
+    for (std::size_t i = sheets > 1 ? sheets : 0; note(fileOf(options, format, i, 2)); ++i) continue;
+    if (stale.empty()) return;
+    bool const one = stale.size() == 1;
+    std::cerr << "vrl: " << listText(stale) << (one ? ": is no sheet" : ": are no sheets")
+              << " of this picture; an earlier one may have left " << (one ? "it" : "them") << '\n';
+}
+
 /// Writes a picture to its file, or its sheets to theirs.
 void writePicture(Options const& options, std::vector<Scene> const& sheets, PictureFormat format) {
     bool const inOne = sheets.size() == 1 || format == PictureFormat::kPdf;
@@ -124,6 +147,15 @@ void writePicture(Options const& options, std::vector<Scene> const& sheets, Pict
                                                                 : converted({sheets[i]}, format);
         write(options, fileOf(options, format, i, sheets.size()), bytes);
     }
+    noteStale(options, format, sheets.size());
+}
+
+/// The symbols that plug-ins choose, with what is wrong about that on standard error. A graph has none.
+std::map<std::string, std::string> symbolsOf(Options const& options, PictureFormat format, Circuit const& circuit) {
+    if (options.noSymbols || format == PictureFormat::kDot) return {};
+    ChosenSymbols chosen = chosenSymbols(circuit);
+    for (std::string const& warning : chosen.warnings) std::cerr << "vrl: " << warning << '\n';
+    return std::move(chosen.byKind);
 }
 
 /// What is asked for with what the design says of it. A graph has no sheets.
@@ -131,6 +163,7 @@ Picture pictureOf(Options const& options, PictureFormat format, vrl::Netlist con
     Picture picture = options.picture;
     picture.names = outerNames(netlist, circuit);
     picture.legend = !options.noLegend;
+    picture.symbols = symbolsOf(options, format, circuit);
     if (picture.title.empty()) picture.title = std::filesystem::path(options.file).stem().string();
     if (format == PictureFormat::kDot)
         picture.height = 0;
@@ -205,6 +238,7 @@ void addDraw(Grammar& grammar) {
     command.add_option("--title", options->picture.title, "a title above the picture; the name of the file otherwise")
         ->type_name("TEXT");
     command.add_flag("--no-legend", options->noLegend, "no legend below it");
+    command.add_flag("--no-symbols", options->noSymbols, "plain blocks, whatever symbols plug-ins choose for them");
 }
 
 }  // namespace vrltool
