@@ -15,6 +15,7 @@
 #include "design/save.h"
 #include "draw/drawing.h"
 #include "draw/graph_text.h"
+#include "draw/placed_drawing.h"
 #include "draw/render.h"
 #include "draw/svg.h"
 #include "draw/symbol_views.h"
@@ -31,6 +32,7 @@ namespace {
 
 constexpr int kMostCounted = 1000000;
 constexpr int kLeastSide = 300;  // points
+constexpr std::size_t kMostPlaced = 10000;
 
 struct Options {
     std::string file;
@@ -39,6 +41,8 @@ struct Options {
     unsigned depth = 0;
     bool noLegend = false;
     bool noSymbols = false;
+    bool placement = false;
+    bool maxGiven = false;
     std::string page;
     Picture picture;
 };
@@ -152,7 +156,7 @@ void writePicture(Options const& options, std::vector<Scene> const& sheets, Pict
 
 /// The symbols that plug-ins choose, with what is wrong about that on standard error. A graph has none.
 std::map<std::string, std::string> symbolsOf(Options const& options, PictureFormat format, Circuit const& circuit) {
-    if (options.noSymbols || format == PictureFormat::kDot) return {};
+    if (options.noSymbols || options.placement || format == PictureFormat::kDot) return {};
     ChosenSymbols chosen = chosenSymbols(circuit);
     for (std::string const& warning : chosen.warnings) std::cerr << "vrl: " << warning << '\n';
     return std::move(chosen.byKind);
@@ -163,6 +167,7 @@ Picture pictureOf(Options const& options, PictureFormat format, vrl::Netlist con
     Picture picture = options.picture;
     picture.names = outerNames(netlist, circuit);
     picture.legend = !options.noLegend;
+    if (options.placement && !options.maxGiven) picture.max = kMostPlaced;
     picture.symbols = symbolsOf(options, format, circuit);
     if (picture.title.empty()) picture.title = std::filesystem::path(options.file).stem().string();
     if (format == PictureFormat::kDot)
@@ -172,8 +177,18 @@ Picture pictureOf(Options const& options, PictureFormat format, vrl::Netlist con
     return picture;
 }
 
+/// A picture by placements has its notes, besides what is hidden, from these.
+Drawing placedDrawingOf(Options const& options, vrl::Netlist const& netlist, Circuit const& circuit,
+                        Picture const& picture, Selection& selection) {
+    Placements const placements = placementsOf(netlist, circuit, selection.shown, options.file);
+    selection.notes.insert(selection.notes.end(), placements.notes.begin(), placements.notes.end());
+    return placedDrawing(circuit, placements, picture, selection);
+}
+
 Outcome work(Options const& options, Common const& common) {
     PictureFormat const format = formatOf(options);
+    if (options.placement && format == PictureFormat::kDot)
+        throw Failure("--placement", "a graph has no places", "take svg, pdf or png");
     if (common.json) refuseTwoOutputs(options);
     refuseToReplace(options.output, {options.file});
     startLibrary(common);
@@ -182,8 +197,9 @@ Outcome work(Options const& options, Common const& common) {
     vrl::Netlist& netlist = circuitOf(design);
     Circuit const circuit = circuitFrom(netlist, static_cast<int>(options.depth));
     Picture const picture = pictureOf(options, format, netlist, circuit);
-    Selection const selection = selectionOf(circuit, picture);
-    Drawing const drawn = drawingOf(circuit, picture, selection);
+    Selection selection = selectionOf(circuit, picture);
+    Drawing const drawn = options.placement ? placedDrawingOf(options, netlist, circuit, picture, selection)
+                                            : drawingOf(circuit, picture, selection);
     for (std::string const& note : selection.notes) std::cerr << "vrl: " << options.file << ": " << note << '\n';
     warnOfSmallText(options, drawn);
     if (format == PictureFormat::kDot)
@@ -198,20 +214,23 @@ Outcome work(Options const& options, Common const& common) {
 
 void addDraw(Grammar& grammar) {
     auto const options = std::make_shared<Options>();
-    CLI::App& command = grammar.add("draw", "draws a picture of a circuit",
-                                    "  vrl draw modulator.vrl -o modulator.svg            # blocks and wires\n"
-                                    "  vrl draw modulator.vrl -o modulator.pdf --depth 1  # and inside composites\n"
-                                    "  vrl draw chip.vrl -o mod.png --around mod --hops 2 # one neighbourhood\n"
-                                    "  vrl draw chip.vrl -o chip.pdf --page a4            # pages to print\n"
-                                    "  vrl draw chip.vrl --format dot                     # a plain graph for Graphviz",
-                                    [options](Common const& common) { return work(*options, common); });
+    CLI::App& command =
+        grammar.add("draw", "draws a picture of a circuit",
+                    "  vrl draw modulator.vrl -o modulator.svg            # blocks and wires\n"
+                    "  vrl draw modulator.vrl -o modulator.pdf --depth 1  # and inside composites\n"
+                    "  vrl draw chip.vrl -o mod.png --around mod --hops 2 # one neighbourhood\n"
+                    "  vrl draw chip.vrl -o chip.pdf --page a4            # pages to print\n"
+                    "  vrl draw mzi.vrl -o mzi.svg --placement            # where its netlist placed them\n"
+                    "  vrl draw chip.vrl --format dot                     # a plain graph for Graphviz",
+                    [options](Common const& common) { return work(*options, common); });
     command.add_option("file", options->file, "the saved design")->required()->type_name("FILE");
     command.add_option("-o,--output", options->output, "the picture: .svg, .dot, .pdf or .png; '-': standard output")
         ->type_name("FILE");
     command.add_option("--format", options->format, "its format, whatever the ending")->type_name("svg|dot|pdf|png");
-    command.add_option("--depth", options->depth, "how many layers of composites are drawn as frames; 0: none")
-        ->type_name("N")
-        ->check(CLI::Range(0, 1000));
+    CLI::Option* const depth =
+        command.add_option("--depth", options->depth, "how many layers of composites are drawn as frames; 0: none")
+            ->type_name("N")
+            ->check(CLI::Range(0, 1000));
     CLI::Option* const around =
         command.add_option("--around", options->picture.around, "only this element and its neighbourhood")
             ->type_name("ELEMENT")
@@ -222,6 +241,7 @@ void addDraw(Grammar& grammar) {
         ->needs(around);
     command.add_option("--max", options->picture.max, "the most elements, 200 otherwise; 0: no limit")
         ->type_name("N")
+        ->each([options](std::string const&) { options->maxGiven = true; })
         ->check(CLI::Range(0, kMostCounted));
     CLI::Option* const width = command.add_option("--width", options->picture.width,
                                                   "points, past which the picture is folded; 1600 otherwise");
@@ -233,12 +253,16 @@ void addDraw(Grammar& grammar) {
         ->check(CLI::IsMember(paperNames()))
         ->excludes(width)
         ->excludes(height);
-    command.add_flag("--parameters", options->picture.parameters,
-                     "the values in each block that differ from those of a new one");
+    CLI::Option* const parameters = command.add_flag("--parameters", options->picture.parameters,
+                                                     "the values in each block that differ from those of a new one");
     command.add_option("--title", options->picture.title, "a title above the picture; the name of the file otherwise")
         ->type_name("TEXT");
     command.add_flag("--no-legend", options->noLegend, "no legend below it");
     command.add_flag("--no-symbols", options->noSymbols, "plain blocks, whatever symbols plug-ins choose for them");
+    command
+        .add_flag("--placement", options->placement, "the elements at the places that an imported netlist gave them")
+        ->excludes(depth)
+        ->excludes(parameters);
 }
 
 }  // namespace vrltool
