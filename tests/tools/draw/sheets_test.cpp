@@ -193,6 +193,17 @@ TEST_F(DrawSheets, ArePagesOfOnePdf) {
     EXPECT_TRUE(std::regex_search(pdf, std::regex("/Count 3\\b")));
 }
 
+TEST_F(DrawSheets, HaveFramesThatAreNeverCut) {
+    SampleCircuit circuit;
+    addModulator(circuit);
+    circuit.save(tool.path("m.vrl"));
+    EXPECT_EQ(tool.run("draw", {"m.vrl", "-o", "m.svg", "--depth", "1", "--width", "400", "--height", "400"}).err,
+              "vrl: m.vrl: sheet 2 is larger than asked for, since one of its blocks or frames is\n");
+    std::string const sheet = tool.read("m-2.svg");
+    EXPECT_EQ(vrl_test::idsOf(sheet, "frame"), (std::vector<std::string>{"e1"}));
+    EXPECT_THAT(vrl_test::idsOf(sheet, "element"), testing::IsSupersetOf({"e1_e1", "e1_e2", "e1_e3"}));
+}
+
 TEST_F(DrawSheets, AreTooManyForStandardOutputUnlessTheyArePages) {
     auto const outcome = tool.run("draw", {"a.vrl", "--format", "svg", "--height", "700"});
     EXPECT_EQ(outcome.err, "vrl: standard output: takes one sheet, and the picture has 3\n"

@@ -87,6 +87,26 @@ void warnOfSmallText(Options const& options, Drawing const& drawn) {
                   << " has text of less than 5 points, since one of its blocks does not fit otherwise\n";
 }
 
+/// Whether a part of a sheet is a block or a frame that is larger than the sides that are asked for; 0: any.
+bool hasLarger(Scene const& sheet, int width, int height) {
+    auto const isLarger = [&](Shape const& shape) {
+        return shape.classes == "body" &&
+               ((width > 0 && shape.box.width > width) || (height > 0 && shape.box.height > height));
+    };
+    return std::any_of(sheet.items.begin(), sheet.items.end(),
+                       [&](Item const& item) { return std::any_of(item.shapes.begin(), item.shapes.end(), isLarger); });
+}
+
+/// Blocks and frames are never cut.
+void warnOfLargeSheets(Options const& options, Drawing const& drawn) {
+    Picture const& asked = options.picture;
+    int const width = asked.width == Picture().width ? 0 : asked.width;
+    for (std::size_t i = 0; i < drawn.sheets.size(); ++i)
+        if (hasLarger(drawn.sheets[i], width, asked.height))
+            std::cerr << "vrl: " << options.file << ": sheet " << i + 1
+                      << " is larger than asked for, since one of its blocks or frames is\n";
+}
+
 Json report(Options const& options, PictureFormat format, Selection const& selection, Drawing const& drawn) {
     auto const shown = std::count(selection.shown.begin(), selection.shown.end(), true);
     Json json = jsonHead("draw", 1);
@@ -202,6 +222,7 @@ Outcome work(Options const& options, Common const& common) {
                                             : drawingOf(circuit, picture, selection);
     for (std::string const& note : selection.notes) std::cerr << "vrl: " << options.file << ": " << note << '\n';
     warnOfSmallText(options, drawn);
+    if (options.page.empty() && format != PictureFormat::kDot) warnOfLargeSheets(options, drawn);
     if (format == PictureFormat::kDot)
         write(options, options.output, graphText(circuit, selection, picture.names));
     else
