@@ -4,7 +4,9 @@
 #include <iostream>
 #include <memory>
 #include <nlohmann/json.hpp>
+#include <optional>
 
+#include "check/runner.h"
 #include "circuit/circuit.h"
 #include "cli/grammar.h"
 #include "commands/commands.h"
@@ -16,6 +18,7 @@
 #include "draw/render.h"
 #include "draw/svg.h"
 #include "host/start.h"
+#include "page/page.h"
 #include "text/failure.h"
 #include "text/json.h"
 
@@ -32,7 +35,10 @@ struct Options {
     std::string file;
     std::string output;
     std::string format;
-    unsigned depth = 0;
+    std::optional<unsigned> depth;    ///< that of a page is without limit otherwise, ...
+    std::optional<std::size_t> most;  ///< and so is this, ...
+    std::optional<int> width;         ///< and this is about that of a screen
+    std::optional<int> height;
     bool noLegend = false;
     std::string page;
     Picture picture;
@@ -110,6 +116,22 @@ void write(Options const& options, std::string const& path, std::string const& b
         saveFile(path, bytes);
 }
 
+void refuseSheets(Options const& options) {
+    for (auto const& [given, option] :
+         {std::pair(!options.page.empty(), "--page"), {options.height.has_value(), "--height"}})
+        if (given)
+            throw Failure(option, "makes several sheets, and a file of HTML has one",
+                          "leave it out: a browser prints the picture on any paper");
+}
+
+/// The page of a picture. The whole design is in its lists, whatever the picture shows of it.
+std::string pageOf(Options const& options, Design const& design, Picture const& picture, Selection const& selection,
+                   Scene const& scene) {
+    auto const report = check::checkFile(options.file, check::chooseRules({}), true, false);
+    if (!report.failure.empty()) std::cerr << "vrl: " << report.failure << '\n';
+    return page::pageText(design, report, picture, selection.notes, scene);
+}
+
 /// Writes a picture to its file, or its sheets to theirs.
 void writePicture(Options const& options, std::vector<Scene> const& sheets, PictureFormat format) {
     bool const inOne = sheets.size() == 1 || format == PictureFormat::kPdf;
@@ -129,6 +151,10 @@ void writePicture(Options const& options, std::vector<Scene> const& sheets, Pict
 /// What is asked for with what the design says of it. A graph has no sheets.
 Picture pictureOf(Options const& options, PictureFormat format, vrl::Netlist const& netlist, Circuit const& circuit) {
     Picture picture = options.picture;
+    picture.max = options.most.value_or(format == PictureFormat::kHtml ? 0 : picture.max);
+    picture.width =
+        options.width.value_or(format == PictureFormat::kHtml ? page::widthForScreen(circuit) : picture.width);
+    picture.height = options.height.value_or(0);
     picture.names = outerNames(netlist, circuit);
     picture.legend = !options.noLegend;
     if (picture.title.empty()) picture.title = std::filesystem::path(options.file).stem().string();
@@ -139,15 +165,20 @@ Picture pictureOf(Options const& options, PictureFormat format, vrl::Netlist con
     return picture;
 }
 
+int depthOf(Options const& options, PictureFormat format) {
+    return options.depth ? static_cast<int>(*options.depth) : format == PictureFormat::kHtml ? -1 : 0;
+}
+
 Outcome work(Options const& options, Common const& common) {
     PictureFormat const format = formatOf(options);
+    if (format == PictureFormat::kHtml) refuseSheets(options);
     if (common.json) refuseTwoOutputs(options);
     refuseToReplace(options.output, {options.file});
     startLibrary(common);
     Design const design = readDesign(options.file);
     std::cerr << missingText(design);
     vrl::Netlist& netlist = circuitOf(design);
-    Circuit const circuit = circuitFrom(netlist, static_cast<int>(options.depth));
+    Circuit const circuit = circuitFrom(netlist, depthOf(options, format));
     Picture const picture = pictureOf(options, format, netlist, circuit);
     Selection const selection = selectionOf(circuit, picture);
     Drawing const drawn = drawingOf(circuit, picture, selection);
@@ -155,6 +186,8 @@ Outcome work(Options const& options, Common const& common) {
     warnOfSmallText(options, drawn);
     if (format == PictureFormat::kDot)
         write(options, options.output, graphText(circuit, selection, picture.names));
+    else if (format == PictureFormat::kHtml)
+        write(options, options.output, pageOf(options, design, picture, selection, drawn.sheets[0]));
     else
         writePicture(options, drawn.sheets, format);
     if (common.json) writeJson(std::cout, report(options, format, selection, drawn));
@@ -165,18 +198,25 @@ Outcome work(Options const& options, Common const& common) {
 
 void addDraw(Grammar& grammar) {
     auto const options = std::make_shared<Options>();
-    CLI::App& command = grammar.add("draw", "draws a picture of a circuit",
-                                    "  vrl draw modulator.vrl -o modulator.svg            # blocks and wires\n"
-                                    "  vrl draw modulator.vrl -o modulator.pdf --depth 1  # and inside composites\n"
-                                    "  vrl draw chip.vrl -o mod.png --around mod --hops 2 # one neighbourhood\n"
-                                    "  vrl draw chip.vrl -o chip.pdf --page a4            # pages to print\n"
-                                    "  vrl draw chip.vrl --format dot                     # a plain graph for Graphviz",
-                                    [options](Common const& common) { return work(*options, common); });
+    CLI::App& command =
+        grammar.add("draw", "draws a picture of a circuit",
+                    "  vrl draw modulator.vrl -o modulator.svg            # blocks and wires\n"
+                    "  vrl draw modulator.vrl -o modulator.pdf --depth 1  # and inside composites\n"
+                    "  vrl draw chip.vrl -o mod.png --around mod --hops 2 # one neighbourhood\n"
+                    "  vrl draw chip.vrl -o chip.pdf --page a4            # pages to print\n"
+                    "  vrl draw chip.vrl -o chip.html                     # to look around in a browser\n"
+                    "  vrl draw chip.vrl --format dot                     # a plain graph for Graphviz",
+                    [options](Common const& common) { return work(*options, common); });
     command.add_option("file", options->file, "the saved design")->required()->type_name("FILE");
-    command.add_option("-o,--output", options->output, "the picture: .svg, .dot, .pdf or .png; '-': standard output")
+    command
+        .add_option("-o,--output", options->output,
+                    "the picture: .svg, .dot, .pdf, .png or .html; '-': standard output")
         ->type_name("FILE");
-    command.add_option("--format", options->format, "its format, whatever the ending")->type_name("svg|dot|pdf|png");
-    command.add_option("--depth", options->depth, "how many layers of composites are drawn as frames; 0: none")
+    command.add_option("--format", options->format, "its format, whatever the ending")
+        ->type_name("svg|dot|pdf|png|html");
+    command
+        .add_option("--depth", options->depth,
+                    "how many layers of composites are drawn as frames; 0 otherwise, in HTML all")
         ->type_name("N")
         ->check(CLI::Range(0, 1000));
     CLI::Option* const around =
@@ -187,13 +227,14 @@ void addDraw(Grammar& grammar) {
         ->type_name("N")
         ->check(CLI::Range(0, kMostCounted))
         ->needs(around);
-    command.add_option("--max", options->picture.max, "the most elements, 200 otherwise; 0: no limit")
+    command.add_option("--max", options->most, "the most elements; 200 otherwise, in HTML all; 0: no limit")
         ->type_name("N")
         ->check(CLI::Range(0, kMostCounted));
-    CLI::Option* const width = command.add_option("--width", options->picture.width,
-                                                  "points, past which the picture is folded; 1600 otherwise");
+    CLI::Option* const width = command.add_option("--width", options->width,
+                                                  "points, past which the picture is folded; 1600 otherwise, in HTML "
+                                                  "as much as makes it about as wide as high");
     CLI::Option* const height = command.add_option(
-        "--height", options->picture.height, "points, past which it goes on on another sheet; one sheet otherwise");
+        "--height", options->height, "points, past which it goes on on another sheet; one sheet otherwise");
     for (CLI::Option* const side : {width, height}) side->type_name("N")->check(CLI::Range(kLeastSide, kMostCounted));
     command.add_option("--page", options->page, "a paper for as many sheets as keep the text at 5 points at least")
         ->type_name("NAME")
