@@ -103,7 +103,7 @@ std::string printed(std::string const& address) {
     TemporaryFolder const folder;
     std::string const file = folder / "page.pdf";
     browse(address, "--print-to-pdf=" + file, folder);
-    return vrltool::runProgram({{"pdftotext", "-layout", file, "-"}, "", ""}).out;
+    return vrltool::runProgram({{VRL_PDFTOTEXT, "-layout", file, "-"}, "", ""}).out;
 }
 
 std::string textOf(std::string const& document, std::string const& tag) {

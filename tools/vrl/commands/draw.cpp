@@ -204,8 +204,10 @@ void addDraw(Grammar& grammar) {
                     "  vrl draw modulator.vrl -o modulator.pdf --depth 1  # and inside composites\n"
                     "  vrl draw chip.vrl -o mod.png --around mod --hops 2 # one neighbourhood\n"
                     "  vrl draw chip.vrl -o chip.pdf --page a4            # pages to print\n"
-                    "  vrl draw chip.vrl -o chip.html                     # to look around in a browser\n"
-                    "  vrl draw chip.vrl --format dot                     # a plain graph for Graphviz",
+                    "  vrl draw chip.vrl -o chip.html                     # to look around in\n"
+                    "  vrl draw chip.vrl --format dot                     # a plain graph for Graphviz\n"
+                    "The address of a file of HTML takes #element=PATH, #search=TEXT, #open=PATH and\n"
+                    "#closed=PATH, and several of them with & between.",
                     [options](Common const& common) { return work(*options, common); });
     command.add_option("file", options->file, "the saved design")->required()->type_name("FILE");
     command
