@@ -79,13 +79,14 @@ TEST_F(Draw, FormatOverridesTheFileNameExtension) {
 TEST_F(Draw, RefusesAnotherEnding) {
     EXPECT_EQ(refused({"a.vrl", "-o", "a.jpg"}),
               "vrl: a.jpg: no format ends in '.jpg'\n"
-              "  end it in svg, dot, pdf or png, or name one of them with --format\n");
-    EXPECT_EQ(refused({"a.vrl", "-o", "a"}), "vrl: a: has no ending that names its format\n"
-                                             "  end it in svg, dot, pdf or png, or name one of them with --format\n");
+              "  end it in svg, dot, pdf, png or html, or name one of them with --format\n");
+    EXPECT_EQ(refused({"a.vrl", "-o", "a"}),
+              "vrl: a: has no ending that names its format\n"
+              "  end it in svg, dot, pdf, png or html, or name one of them with --format\n");
     EXPECT_EQ(refused({"a.vrl", "--format", "jpg"}), "vrl: --format jpg: no such format\n"
-                                                     "  take svg, dot, pdf or png\n");
+                                                     "  take svg, dot, pdf, png or html\n");
     EXPECT_EQ(refused({"a.vrl", "--format", "svgz"}), "vrl: --format svgz: no such format\n"
-                                                      "  take svg, dot, pdf or png; did you mean 'svg'?\n");
+                                                      "  take svg, dot, pdf, png or html; did you mean 'svg'?\n");
 }
 
 TEST_F(Draw, RefusesToGuessWhereToWriteThePicture) {

@@ -121,10 +121,10 @@ TEST(Pages, OfTheConfigurationPrintWhatTheySay) {
 
 TEST(Pages, OfTheFrontPrintWhatTheySay) {
     Page const page(VRL_DOCUMENTS "/README.md");
-    EXPECT_EQ(
-        commandsOf(page),
-        (std::vector<std::string>{"vrl check modulator.vrl", "vrl set modulator.vrl bend.radius=20um -o mended.vrl",
-                                  "vrl diff modulator.vrl mended.vrl", "vrl draw mended.vrl --depth 1 -o mended.svg"}));
+    EXPECT_EQ(commandsOf(page), (std::vector<std::string>{
+                                    "vrl check modulator.vrl", "vrl set modulator.vrl bend.radius=20um -o mended.vrl",
+                                    "vrl diff modulator.vrl mended.vrl", "vrl draw mended.vrl --depth 1 -o mended.svg",
+                                    "vrl draw mended.vrl -o mended.html"}));
     Shell const shell;
     shell.run(VRL_DEMO_PROGRAM " build " + shell.config + " modulator.vrl");
     shell.play(page);

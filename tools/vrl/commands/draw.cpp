@@ -5,8 +5,10 @@
 #include <map>
 #include <memory>
 #include <nlohmann/json.hpp>
+#include <optional>
 #include <system_error>
 
+#include "check/runner.h"
 #include "circuit/circuit.h"
 #include "cli/grammar.h"
 #include "commands/commands.h"
@@ -20,6 +22,7 @@
 #include "draw/svg.h"
 #include "draw/symbol_views.h"
 #include "host/start.h"
+#include "page/page.h"
 #include "text/failure.h"
 #include "text/json.h"
 #include "text/phrases.h"
@@ -38,11 +41,13 @@ struct Options {
     std::string file;
     std::string output;
     std::string format;
-    unsigned depth = 0;
+    std::optional<unsigned> depth;    ///< that of a page is without limit otherwise, ...
+    std::optional<std::size_t> most;  ///< and so is this, ...
+    std::optional<int> width;         ///< and this is about that of a screen
+    std::optional<int> height;
     bool noLegend = false;
     bool noSymbols = false;
     bool placement = false;
-    bool maxGiven = false;
     std::string page;
     Picture picture;
 };
@@ -99,10 +104,8 @@ bool hasLarger(Scene const& sheet, int width, int height) {
 
 /// Blocks and frames are never cut.
 void warnOfLargeSheets(Options const& options, Drawing const& drawn) {
-    Picture const& asked = options.picture;
-    int const width = asked.width == Picture().width ? 0 : asked.width;
     for (std::size_t i = 0; i < drawn.sheets.size(); ++i)
-        if (hasLarger(drawn.sheets[i], width, asked.height))
+        if (hasLarger(drawn.sheets[i], options.width.value_or(0), options.height.value_or(0)))
             std::cerr << "vrl: " << options.file << ": sheet " << i + 1
                       << " is larger than asked for, since one of its blocks or frames is\n";
 }
@@ -157,6 +160,22 @@ void noteStale(Options const& options, PictureFormat format, std::size_t sheets)
               << " of this picture; an earlier one may have left " << (one ? "it" : "them") << '\n';
 }
 
+void refuseSheets(Options const& options) {
+    for (auto const& [given, option] :
+         {std::pair(!options.page.empty(), "--page"), {options.height.has_value(), "--height"}})
+        if (given)
+            throw Failure(option, "makes several sheets, and a file of HTML has one",
+                          "leave it out: a browser prints the picture on any paper");
+}
+
+/// The page of a picture. The whole design is in its lists, whatever the picture shows of it.
+std::string pageOf(Options const& options, Design const& design, Picture const& picture, Selection const& selection,
+                   Scene const& scene) {
+    auto const report = check::checkFile(options.file, check::chooseRules({}), true, false);
+    if (!report.failure.empty()) std::cerr << "vrl: " << report.failure << '\n';
+    return page::pageText(design, report, picture, selection.notes, scene);
+}
+
 /// Writes a picture to its file, or its sheets to theirs.
 void writePicture(Options const& options, std::vector<Scene> const& sheets, PictureFormat format) {
     bool const inOne = sheets.size() == 1 || format == PictureFormat::kPdf;
@@ -185,9 +204,14 @@ std::map<std::string, std::string> symbolsOf(Options const& options, PictureForm
 /// What is asked for with what the design says of it. A graph has no sheets.
 Picture pictureOf(Options const& options, PictureFormat format, vrl::Netlist const& netlist, Circuit const& circuit) {
     Picture picture = options.picture;
+    picture.max = options.most.value_or(options.placement                ? kMostPlaced
+                                        : format == PictureFormat::kHtml ? 0
+                                                                         : picture.max);
+    picture.width =
+        options.width.value_or(format == PictureFormat::kHtml ? page::widthForScreen(circuit) : picture.width);
+    picture.height = options.height.value_or(0);
     picture.names = outerNames(netlist, circuit);
     picture.legend = !options.noLegend;
-    if (options.placement && !options.maxGiven) picture.max = kMostPlaced;
     picture.symbols = symbolsOf(options, format, circuit);
     if (picture.title.empty()) picture.title = std::filesystem::path(options.file).stem().string();
     if (format == PictureFormat::kDot)
@@ -205,17 +229,22 @@ Drawing placedDrawingOf(Options const& options, vrl::Netlist const& netlist, Cir
     return placedDrawing(circuit, placements, picture, selection);
 }
 
+int depthOf(Options const& options, PictureFormat format) {
+    return options.depth ? static_cast<int>(*options.depth) : format == PictureFormat::kHtml ? -1 : 0;
+}
+
 Outcome work(Options const& options, Common const& common) {
     PictureFormat const format = formatOf(options);
     if (options.placement && format == PictureFormat::kDot)
-        throw Failure("--placement", "a graph has no places", "take svg, pdf or png");
+        throw Failure("--placement", "a graph has no places", "take svg, pdf, png or html");
+    if (format == PictureFormat::kHtml) refuseSheets(options);
     if (common.json) refuseTwoOutputs(options);
     refuseToReplace(options.output, {options.file});
     startLibrary(common);
     Design const design = readDesign(options.file);
     std::cerr << missingText(design);
     vrl::Netlist& netlist = circuitOf(design);
-    Circuit const circuit = circuitFrom(netlist, static_cast<int>(options.depth));
+    Circuit const circuit = circuitFrom(netlist, depthOf(options, format));
     Picture const picture = pictureOf(options, format, netlist, circuit);
     Selection selection = selectionOf(circuit, picture);
     Drawing const drawn = options.placement ? placedDrawingOf(options, netlist, circuit, picture, selection)
@@ -225,6 +254,8 @@ Outcome work(Options const& options, Common const& common) {
     if (options.page.empty() && format != PictureFormat::kDot) warnOfLargeSheets(options, drawn);
     if (format == PictureFormat::kDot)
         write(options, options.output, graphText(circuit, selection, picture.names));
+    else if (format == PictureFormat::kHtml)
+        write(options, options.output, pageOf(options, design, picture, selection, drawn.sheets[0]));
     else
         writePicture(options, drawn.sheets, format);
     if (common.json) writeJson(std::cout, report(options, format, selection, drawn));
@@ -242,14 +273,22 @@ void addDraw(Grammar& grammar) {
                     "  vrl draw chip.vrl -o mod.png --around mod --hops 2 # one neighbourhood\n"
                     "  vrl draw chip.vrl -o chip.pdf --page a4            # pages to print\n"
                     "  vrl draw mzi.vrl -o mzi.svg --placement            # where its netlist placed them\n"
-                    "  vrl draw chip.vrl --format dot                     # a plain graph for Graphviz",
+                    "  vrl draw chip.vrl -o chip.html                     # to look around in\n"
+                    "  vrl draw chip.vrl --format dot                     # a plain graph for Graphviz\n"
+                    "The address of a file of HTML takes #element=PATH, #search=TEXT, #open=PATH and\n"
+                    "#closed=PATH, and several of them with & between.",
                     [options](Common const& common) { return work(*options, common); });
     command.add_option("file", options->file, "the saved design")->required()->type_name("FILE");
-    command.add_option("-o,--output", options->output, "the picture: .svg, .dot, .pdf or .png; '-': standard output")
+    command
+        .add_option("-o,--output", options->output,
+                    "the picture: .svg, .dot, .pdf, .png or .html; '-': standard output")
         ->type_name("FILE");
-    command.add_option("--format", options->format, "its format, whatever the ending")->type_name("svg|dot|pdf|png");
+    command.add_option("--format", options->format, "its format, whatever the ending")
+        ->type_name("svg|dot|pdf|png|html");
     CLI::Option* const depth =
-        command.add_option("--depth", options->depth, "how many layers of composites are drawn as frames; 0: none")
+        command
+            .add_option("--depth", options->depth,
+                        "how many layers of composites are drawn as frames; 0 otherwise, in HTML all")
             ->type_name("N")
             ->check(CLI::Range(0, 1000));
     CLI::Option* const around =
@@ -260,14 +299,14 @@ void addDraw(Grammar& grammar) {
         ->type_name("N")
         ->check(CLI::Range(0, kMostCounted))
         ->needs(around);
-    command.add_option("--max", options->picture.max, "the most elements, 200 otherwise; 0: no limit")
+    command.add_option("--max", options->most, "the most elements; 200 otherwise, in HTML all; 0: no limit")
         ->type_name("N")
-        ->each([options](std::string const&) { options->maxGiven = true; })
         ->check(CLI::Range(0, kMostCounted));
-    CLI::Option* const width = command.add_option("--width", options->picture.width,
-                                                  "points, past which the picture is folded; 1600 otherwise");
+    CLI::Option* const width = command.add_option("--width", options->width,
+                                                  "points, past which the picture is folded; 1600 otherwise, in HTML "
+                                                  "as much as makes it about as wide as high");
     CLI::Option* const height = command.add_option(
-        "--height", options->picture.height, "points, past which it goes on on another sheet; one sheet otherwise");
+        "--height", options->height, "points, past which it goes on on another sheet; one sheet otherwise");
     for (CLI::Option* const side : {width, height}) side->type_name("N")->check(CLI::Range(kLeastSide, kMostCounted));
     command.add_option("--page", options->page, "a paper for as many sheets as keep the text at 5 points at least")
         ->type_name("NAME")

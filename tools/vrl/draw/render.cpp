@@ -34,7 +34,8 @@ struct FormatName {
 constexpr FormatName kFormats[] = {{PictureFormat::kSvg, "svg"},
                                    {PictureFormat::kDot, "dot"},
                                    {PictureFormat::kPdf, "pdf"},
-                                   {PictureFormat::kPng, "png"}};
+                                   {PictureFormat::kPng, "png"},
+                                   {PictureFormat::kHtml, "html"}};
 
 /// Blanks the time at which a PDF was made; its length stays, on which the table at its end relies.
 std::string cleanPdf(std::string pdf) {
@@ -90,7 +91,7 @@ std::string formatName(PictureFormat format) {
         ->name;
 }
 
-char const* pictureFormats() { return "svg, dot, pdf or png"; }
+char const* pictureFormats() { return "svg, dot, pdf, png or html"; }
 
 std::string nearFormats(std::string const& wrong) {
     std::vector<std::string> names;

@@ -9,7 +9,7 @@
 namespace vrltool::draw {
 
 /// What a picture can be written as.
-enum class PictureFormat { kSvg, kDot, kPdf, kPng };
+enum class PictureFormat { kSvg, kDot, kPdf, kPng, kHtml };
 
 /// The format of a name ("svg") in whatever case; nothing for another one.
 std::optional<PictureFormat> pictureFormat(std::string const& name);
@@ -17,7 +17,7 @@ std::optional<PictureFormat> pictureFormat(std::string const& name);
 /// "svg", ...
 std::string formatName(PictureFormat format);
 
-/// "svg, dot, pdf or png".
+/// "svg, dot, pdf, png or html".
 char const* pictureFormats();
 
 /// "; did you mean 'svg'?" after a hint, or nothing without a near one.

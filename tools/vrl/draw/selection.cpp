@@ -39,7 +39,9 @@ private:
                });
     }
 
+    /// Each node leads on once, whatever number of ports is there.
     void meetPorts(unsigned node, std::deque<std::size_t>& border) {
+        if (!metNodes.insert(node).second) return;
         auto const found = circuit.nodes.find(node);
         if (found == circuit.nodes.end() || !leadsOn(found->second)) return;
         for (PortPlace const& port : found->second) meet(port.element, border);
@@ -54,6 +56,7 @@ private:
 
     Circuit const& circuit;
     std::vector<bool> met;
+    std::set<unsigned> metNodes;
     std::vector<std::size_t> inOrder;
 };
 

@@ -45,6 +45,8 @@ std::string escaped(std::string const& text, std::vector<std::pair<char, char co
 }  // namespace
 
 std::string plainText(std::string const& text) {
+    bool const isAscii = std::all_of(text.begin(), text.end(), [](char c) { return c >= ' ' && c < 0x7F; });
+    if (isAscii) return text;  // as most is
     auto const all = shownCharacters(text);
     return joined(all, 0, all.size());
 }

@@ -138,15 +138,22 @@ std::string sideText(int points, double paper) { return paper > 0 ? numberText(p
 
 }  // namespace
 
+std::string svgSheet() { return kSheet + domainSheet() + kLastRules; }
+
+std::string svgItems(Scene const& scene) {
+    std::ostringstream os;
+    os << "<rect class=\"paper\" width=\"" << scene.width << "\" height=\"" << scene.height << "\"/>\n";
+    for (Item const& item : scene.items) writeItem(os, item);
+    return os.str();
+}
+
 std::string svgText(Scene const& scene) {
     std::ostringstream os;
     os << "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<svg xmlns=\"http://www.w3.org/2000/svg\" width=\""
        << sideText(scene.width, scene.paperWidth) << "\" height=\"" << sideText(scene.height, scene.paperHeight)
        << "\" viewBox=\"0 0 " << scene.width << ' ' << scene.height << "\">\n<style>\n"
-       << kSheet << domainSheet() << kLastRules << "</style>\n<rect class=\"paper\" width=\"" << scene.width
-       << "\" height=\"" << scene.height << "\"/>\n";
-    for (Item const& item : scene.items) writeItem(os, item);
-    os << "</svg>\n";
+       << svgSheet() << "</style>\n"
+       << svgItems(scene) << "</svg>\n";
     return os.str();
 }
 

@@ -10,4 +10,10 @@ namespace vrltool::draw {
 /// attribute data-ends.
 std::string svgText(Scene const& scene);
 
+/**@{*/
+/// Its parts, for documents that have pictures in them: the style sheet, and the paper with the items on it.
+std::string svgSheet();
+std::string svgItems(Scene const& scene);
+/**@}*/
+
 }  // namespace vrltool::draw
