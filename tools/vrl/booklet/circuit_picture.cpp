@@ -12,6 +12,7 @@
 #include "draw/paper.h"
 #include "draw/selection.h"
 #include "draw/shown_text.h"
+#include "draw/symbols.h"
 #include "text/number.h"
 
 namespace vrltool::booklet {
@@ -93,6 +94,15 @@ void writeDot(std::ostream& os, draw::Shape const& shape) {
        << "bp];\n";
 }
 
+/// The outline counts upwards and in the points of TeX, not down and in those of the picture.
+void writeSymbol(std::ostream& os, draw::Shape const& shape) {
+    draw::Symbol const* const symbol = draw::findSymbol(shape.text);
+    if (!symbol) return;
+    os << "\\begin{scope}[shift={(" << shape.points[0].x << ',' << shape.points[0].y
+       << ")}, xscale=" << (shape.mirrored ? "-1" : "1") << ", yscale=" << (shape.flipped ? "1" : "-1")
+       << "]\n\\path[vrl symbol] svg {" << symbol->outline << "};\n\\end{scope}\n";
+}
+
 void writeShape(std::ostream& os, Words const& item, draw::Shape const& shape) {
     switch (shape.kind) {
     case draw::Shape::Kind::kBox:
@@ -103,6 +113,8 @@ void writeShape(std::ostream& os, Words const& item, draw::Shape const& shape) {
         return writeText(os, shape);
     case draw::Shape::Kind::kDot:
         return writeDot(os, shape);
+    case draw::Shape::Kind::kSymbol:
+        return writeSymbol(os, shape);
     }
 }
 

@@ -19,6 +19,7 @@ constexpr char kPreamble[] = R"tex(\documentclass[10pt,a4paper,oneside]{report}
 \usepackage{array,booktabs,longtable}
 \usepackage{fancyhdr}
 \usepackage{tikz}
+\usetikzlibrary{svg.path}
 \usepackage{hyperref}
 
 % The same text makes the same file.
@@ -86,6 +87,7 @@ constexpr char kPreamble[] = R"tex(\documentclass[10pt,a4paper,oneside]{report}
   vrl frame/.style={fill=black!2},
   vrl inner/.style={fill=white},
   vrl turn/.style={draw=black!73, fill=black!7},
+  vrl symbol/.style={draw=black!73, line width=1.2bp},
   vrl text/.style={inner sep=0pt, font=\fontsize{10bp}{10bp}\selectfont},
   vrl text name/.style={font=\fontsize{10bp}{10bp}\selectfont\bfseries},
   vrl text title/.style={font=\fontsize{14bp}{14bp}\selectfont\bfseries},
