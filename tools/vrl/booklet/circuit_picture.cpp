@@ -22,8 +22,7 @@ namespace {
 // What a page has for a picture, in points: its width, and its height without the heading of a chapter.
 constexpr int kWidth = 459;
 constexpr int kHeight = 600;
-constexpr double kLargest = 0.75;  // scale: names are a little smaller than the text around the picture
-constexpr int kMargins = 32;       // of a sheet, outside the room of its drawing
+constexpr int kMargins = 32;  // of a sheet, outside the room of its drawing
 
 using Words = std::set<std::string>;
 
@@ -118,8 +117,7 @@ void writeShape(std::ostream& os, Words const& item, draw::Shape const& shape) {
     }
 }
 
-double scaleOf(std::vector<draw::Scene> const& sheets) {
-    double scale = kLargest;
+double scaleOf(std::vector<draw::Scene> const& sheets, double scale) {
     for (draw::Scene const& sheet : sheets)
         scale = std::min({scale, kWidth / static_cast<double>(std::max(sheet.width, 1)),
                           kHeight / static_cast<double>(std::max(sheet.height, 1))});
@@ -137,8 +135,8 @@ std::vector<draw::Scene> sheetsOf(Circuit const& circuit, OuterNames const& name
     return draw::drawingOf(circuit, picture, draw::selectionOf(circuit, picture)).sheets;
 }
 
-void writeSheets(std::ostream& os, std::vector<draw::Scene> const& sheets) {
-    std::string const scale = numberText(std::round(scaleOf(sheets) * 1000) / 1000);
+void writeSheets(std::ostream& os, std::vector<draw::Scene> const& sheets, double largest) {
+    std::string const scale = numberText(std::round(scaleOf(sheets, largest) * 1000) / 1000);
     for (draw::Scene const& sheet : sheets) {
         os << "\\begin{vrlcircuit}{" << scale << "}\n\\useasboundingbox (0,0) rectangle (" << sheet.width << ','
            << sheet.height << ");\n";
