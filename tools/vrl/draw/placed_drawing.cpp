@@ -263,7 +263,8 @@ Drawing placedDrawing(Circuit const& circuit, Placements const& placements, Pict
                        picture, selection);
     Paper const paper = isHigh(placements) ? upright(*picture.paper) : *picture.paper;
     Box const most = largestOn(paper);
-    Drawing drawing = drawnIn({0, 0, most.width - 2 * kMargin, most.height}, circuit, placements, picture, selection);
+    int const width = most.width - 2 * kMargin - 2;  // sizes on paper are rounded down
+    Drawing drawing = drawnIn({0, 0, width, most.height}, circuit, placements, picture, selection);
     double const own = scaleOn(paper, drawing.sheets[0]);
     if (own < leastScale()) drawing.illegible.push_back(0);
     putOn(paper, own, drawing.sheets[0]);
