@@ -1,6 +1,7 @@
 #include "blocks.h"
 #include "foundry.h"
 #include "layout_view.h"
+#include "symbol_view.h"
 
 // What the library calls in this plug-in.
 
@@ -20,4 +21,5 @@ VRL_PLUGIN_EXPORT void initLibraryBB(samplefab::BlockFactory* factory) {
 
 VRL_PLUGIN_EXPORT void initLibraryBBView(FactoryArg<std::string, vrl::View, vrl::BB*>* factory) {
     factory->Register<samplefab::LayoutView>(samplefab::LayoutView::kName);
+    factory->Register<samplefab::SymbolView>(samplefab::SymbolView::kName);
 }

@@ -3,7 +3,7 @@
 
 #include "vrllib/vrllib.h"
 
-// The smallest plug-in that is useful: one kind of block, one view, a version and a hook.
+// The smallest plug-in that is useful: one kind of block, two views, a version and a hook.
 
 namespace {
 
@@ -30,6 +30,19 @@ public:
     bool applyOn(std::string const&) const override { return true; }
 };
 
+/// A delay line is drawn as one.
+class Symbol : public vrl::TypeView<vrl::BB> {
+public:
+    static constexpr char const* kName = "Symbol/Demo";
+
+    explicit Symbol(vrl::BB* block) : TypeView(block, kName) {
+        getViewData().addString("symbol", "delay", "name of the symbol in a picture");
+    }
+
+    std::string describe() const override { return "symbol: " + getViewData().getString("symbol"); }
+    bool applyOn(std::string const& kind) const override { return kind == "demoDelayLine"; }
+};
+
 }  // namespace
 
 VRL_PLUGIN_API_VERSION(2, 1, 11);
@@ -40,6 +53,7 @@ VRL_PLUGIN_EXPORT void initLibraryBB(FactoryArg<std::string, vrl::BB, vrl::Found
 
 VRL_PLUGIN_EXPORT void initLibraryBBView(FactoryArg<std::string, vrl::View, vrl::BB*>* factory) {
     factory->Register<Notes>(Notes::kName);
+    factory->Register<Symbol>(Symbol::kName);
 }
 
 // Called when every plug-in has registered its classes: once for each initLibrary... above that was called, and again

@@ -6,7 +6,7 @@
 #include "tests/demo/sample_plugins.h"
 #include "vrllib/vrllib.h"
 
-// The foundry, its flows and cross sections, and its view.
+// The foundry, its flows and cross sections, and its views.
 
 namespace {
 
@@ -174,6 +174,26 @@ TEST(SampleFabLayout, AppliesToTheKindsOfSampleFab) {
     EXPECT_TRUE(view->applyOn("sfBend"));
     EXPECT_FALSE(view->applyOn("demoDelayLine"));
     EXPECT_FALSE(view->applyOn(""));
+    vrl::View::destroy(view);
+}
+
+TEST(SampleFabSymbol, IsThatOfTheKind) {
+    Block const splitter = makeBlock(nullptr, "sfSplitter");
+    vrl::View* const view = vrl::TypeView<vrl::BB>::create("Symbol/SampleFab", splitter.get());
+    EXPECT_EQ(view->getViewData().getString("symbol"), "splitter");
+    EXPECT_EQ(view->describe(), "symbol: splitter");
+    EXPECT_TRUE(view->applyOn("sfSplitter"));
+    EXPECT_FALSE(view->applyOn("sfNothing"));
+    EXPECT_EQ(splitter->getView("Symbol/SampleFab"), view);
+    splitter->del("Symbol/SampleFab");
+    vrl::View::destroy(view);
+}
+
+TEST(SampleFabSymbol, OfNothingIsNone) {
+    vrl_test::startWithSamplePlugins();
+    vrl::View* const view = vrl::TypeView<vrl::BB>::create("Symbol/SampleFab", nullptr);
+    EXPECT_EQ(view->getViewData().getString("symbol"), "");
+    EXPECT_EQ(view->describe(), "no symbol");
     vrl::View::destroy(view);
 }
 

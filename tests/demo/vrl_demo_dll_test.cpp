@@ -41,6 +41,16 @@ TEST(VrlDemoDll, HasAViewForNotesOnABlock) {
     vrl::BB::destroy(line);
 }
 
+TEST(VrlDemoDll, HasASymbolForItsBlock) {
+    vrl_test::startWithSamplePlugins();
+    vrl::View* const symbol = vrl::TypeView<vrl::BB>::create("Symbol/Demo", nullptr);
+    EXPECT_EQ(symbol->getViewData().getString("symbol"), "delay");
+    EXPECT_EQ(symbol->describe(), "symbol: delay");
+    EXPECT_TRUE(symbol->applyOn("demoDelayLine"));
+    EXPECT_FALSE(symbol->applyOn("sfBend"));
+    vrl::View::destroy(symbol);
+}
+
 TEST(VrlDemoDll, IsOfTheVersionOfTheLibrary) {
     vrl_test::startWithSamplePlugins();
     std::string const file = std::string(VRL_SAMPLE_PLUGINS) + "/lib_wn_vrlDemoDll.so.5.1.3";

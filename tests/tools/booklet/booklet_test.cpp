@@ -5,14 +5,15 @@
 #include <set>
 #include <sstream>
 
-#include "system/process.h"
 #include "tests/demo/sample_plugins.h"
 #include "tests/support/files.h"
 #include "tests/support/kept_file.h"
+#include "tests/tools/booklet/latex.h"
 #include "tests/tools/tool.h"
 
 namespace {
 
+using vrl_test::expectPdf;
 using vrl_test::kept;
 using vrl_test::readFile;
 using vrl_test::Tool;
@@ -117,7 +118,8 @@ TEST(Doc, DocumentsChosenBlocksOnceAndInOrder) {
 TEST(Doc, HintsAtNearNamesOfFoundriesAndBlocks) {
     Tool const tool;
     auto const foundry = tool.run("doc", {"SampelFab", "-o", "b.tex"});
-    EXPECT_EQ(foundry.err, "vrl: foundry 'SampelFab': no loaded plug-in has it\n  did you mean 'SampleFab'?\n");
+    EXPECT_EQ(foundry.err, "vrl: SampelFab: there is no such file, and no loaded plug-in has a foundry of that name\n  "
+                           "did you mean 'SampleFab'?\n");
     EXPECT_EQ(foundry.status, 2);
     auto const block = tool.run("doc", {"SampleFab", "-o", "b.tex", "--block", "sfbent"});
     EXPECT_EQ(block.err, "vrl: block 'sfbent': no loaded plug-in has it\n  did you mean 'sfBend'?\n");
@@ -128,7 +130,8 @@ TEST(Doc, HintsAtNearNamesOfFoundriesAndBlocks) {
 TEST(Doc, SaysThatNoPluginHasTheFoundry) {
     Tool const tool;
     auto const done = tool.run("doc", {"SampleFab", "-o", "b.tex", "--config", tool.writeConfig("none.ini", {})});
-    EXPECT_EQ(done.err, "vrl: foundry 'SampleFab': no loaded plug-in has it\n  'vrl plugins' shows what is loaded\n");
+    EXPECT_EQ(done.err, "vrl: SampleFab: there is no such file, and no loaded plug-in has a foundry of that name\n"
+                        "  'vrl plugins' shows what is loaded\n");
     EXPECT_EQ(done.status, 2);
 }
 
@@ -169,14 +172,12 @@ TEST(Doc, SaysThatThereIsNoTemporaryFolder) {
     EXPECT_EQ(done.status, 2);
 }
 
-constexpr char kInstall[] = "  on Debian: apt-get install texlive-latex-base texlive-latex-recommended "
-                            "texlive-pictures texlive-fonts-recommended\n";
-
 TEST(DocPdf, NamesThePackagesWhereThereIsNoLatex) {
     Tool tool;
     tool.place().set("PATH", tool.path("empty"));
     auto const done = tool.run("doc", {"SampleFab", "-o", "b.tex", "--pdf"});
-    EXPECT_EQ(done.err, std::string("vrl: pdflatex: there is none here, and a PDF needs it\n") + kInstall);
+    EXPECT_EQ(done.err,
+              std::string("vrl: pdflatex: there is none here, and a PDF needs it\n") + vrl_test::kInstallLatex);
     EXPECT_EQ(done.status, 2);
     EXPECT_FALSE(std::filesystem::exists(tool.path("b.tex")));
 }
@@ -202,8 +203,8 @@ TEST(DocPdf, NamesThePackagesWhereAPartOfLatexIsMissing) {
     Tool tool;
     replaceLatex(tool, "echo \"! LaTeX Error: File \\`tikz.sty' not found.\"; exit 1\n");
     auto const done = tool.run("doc", {"SampleFab", "-o", "b.pdf"});
-    EXPECT_EQ(done.err,
-              std::string("vrl: pdflatex: ended with status 1: LaTeX Error: File `tikz.sty' not found.\n") + kInstall);
+    EXPECT_EQ(done.err, std::string("vrl: pdflatex: ended with status 1: LaTeX Error: File `tikz.sty' not found.\n") +
+                            vrl_test::kInstallLatex);
 }
 
 TEST(DocPdf, RunsLatexTwiceWithoutAShellAndLeavesNoFiles) {
@@ -236,26 +237,6 @@ TEST(DocPdf, SaysThatLatexMadeNone) {
     replaceLatex(tool, "exit 0\n");
     auto const done = tool.run("doc", {"SampleFab", "-o", "b.pdf"});
     EXPECT_EQ(done.err, "vrl: pdflatex: made no PDF\n  without --pdf the booklet is written as LaTeX\n");
-}
-
-/// Whether a LaTeX with all that a booklet needs is installed.
-bool hasLatex() {
-    return vrltool::runProgram({{"kpsewhich", "tikz.sty", "booktabs.sty", "helvet.sty"}, "", "", 60, {}}).fine() &&
-           vrltool::runProgram({{"pdflatex", "--version"}, "", "", 60, {}}).fine();
-}
-
-/// What a booklet as PDF has to say where LaTeX is installed, and where it is not.
-void expectPdf(Tool const& tool, vrl_test::Outcome const& done, std::string const& file) {
-    if (hasLatex()) {
-        EXPECT_EQ(done.err, "");
-        EXPECT_EQ(done.status, 0);
-        EXPECT_EQ(tool.read(file).substr(0, 5), "%PDF-");
-        EXPECT_NE(tool.read(file).find("%%EOF"), std::string::npos);
-    } else {
-        EXPECT_EQ(done.err.substr(0, 15), "vrl: pdflatex: ");
-        EXPECT_NE(done.err.find(kInstall), std::string::npos);
-        EXPECT_EQ(done.status, 2);
-    }
 }
 
 TEST(DocPdf, IsMadeOfSampleFab) {

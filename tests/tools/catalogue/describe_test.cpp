@@ -21,7 +21,7 @@ TEST(Describe, PrintsPortsAndParametersOfABlock) {
                                      "  kind           block\n"
                                      "  plug-in        foundrySampleFab (SAMPLES/lib_wn_foundrySampleFab.so.5.1.3)\n"
                                      "  cross section  strip\n"
-                                     "  flow           passive\n"
+                                     "  process flow   passive\n"
                                      "\n"
                                      "ports\n"
                                      "  name  direction  domain\n"
@@ -82,7 +82,7 @@ TEST(Describe, PrintsFlowsCrossSectionsAndBlocksOfAFoundry) {
               "  plug-in        foundrySampleFab (SAMPLES/lib_wn_foundrySampleFab.so.5.1.3)\n"
               "  about          silicon on insulator, 220 nm, in oxide\n"
               "  cross section  strip\n"
-              "  flows          active, passive\n"
+              "  process flows  active, passive\n"
               "\n"
               "cross sections\n"
               "  name     description\n"
@@ -229,53 +229,6 @@ TEST(Describe, NamesThePluginThatCrashes) {
     EXPECT_EQ(refusalOf(tool, {"Crash/View", "--config", writeBrokenConfig(tool, {"hasBadBlocks"})}),
               "vrl: hasBadBlocks: making 'Crash/View': the plug-in crashed (segmentation fault)\n"
               "  take it out of the configuration until it is mended; 'vrl plugins' and 'vrl validate' show more\n");
-}
-
-TEST(Describe, PrintsEverythingAsJson) {
-    EXPECT_EQ(pageOf({"SampleFab@sfPhotodiode", "bias", "--json"}), R"({
-  "format": "vrl-describe",
-  "version": 1,
-  "asked": "SampleFab@sfPhotodiode",
-  "pages": [
-    {
-      "key": "sfPhotodiode",
-      "target": "block",
-      "plugin": "foundrySampleFab",
-      "file": "SAMPLES/lib_wn_foundrySampleFab.so.5.1.3",
-      "composite": false,
-      "foundry": "SampleFab",
-      "crossSection": "rib",
-      "flow": "active",
-      "ports": [
-        {
-          "name": "in0",
-          "direction": "input",
-          "domain": "Optics"
-        },
-        {
-          "name": "anode",
-          "domain": "DC"
-        },
-        {
-          "name": "cathode",
-          "domain": "DC"
-        }
-      ],
-      "parameters": [
-        {
-          "name": "bias",
-          "type": "Double",
-          "value": -1.0,
-          "min": -3.0,
-          "max": 0.0,
-          "unit": "V",
-          "description": "voltage in operation"
-        }
-      ]
-    }
-  ]
-}
-)");
 }
 
 }  // namespace

@@ -136,7 +136,7 @@ TEST(List, NamesTheTypesThatItTakes) {
     Tool const tool;
     auto const list = tool.run("list", {"xyz"});
     EXPECT_EQ(list.err, "vrl: what: no 'xyz'\n"
-                        "  it is one of {foundries,blocks,netlists,views,attributes}\n"
+                        "  it is one of foundries, blocks, netlists, views or attributes\n"
                         "  'vrl list --help' shows the usage\n");
     EXPECT_EQ(list.status, 2);
 }

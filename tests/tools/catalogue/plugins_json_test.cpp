@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <nlohmann/json.hpp>
 #include <string>
 #include <vector>
@@ -21,6 +22,7 @@ TEST(PluginsAsJson, HaveEverything) {
   "version": 1,
   "configuration": {
     "file": "broken.ini",
+    "source": "option",
     "named": true,
     "readable": true,
     "lookedFor": []
@@ -73,10 +75,52 @@ TEST(PluginsAsJson, HaveEverything) {
         }
       ]
     }
-  ]
+  ],
+  "summary": {
+    "loaded": 1,
+    "failed": 1,
+    "nothing": 0
+  }
 }
 )");
     EXPECT_EQ(report.status, 1);
+}
+
+TEST(PluginsAsJson, HaveTheNamedPluginsWithoutAConfiguration) {
+    Tool const tool;
+    auto const report = tool.run("plugins", {"--json", "--plugin", vrl_test::brokenPlugin("fine")});
+    auto const json = nlohmann::ordered_json::parse(shown(tool, report.out));
+    EXPECT_EQ(json["configuration"]["source"].dump() + json["configuration"]["file"].dump(), R"("none""")");
+    EXPECT_EQ(json["libraries"].dump(), "[]");
+    ASSERT_EQ(json["notConfigured"].size(), 1u);
+    EXPECT_EQ(json["notConfigured"][0]["path"].dump(), R"("BROKEN/lib_wn_fine.so.5.1.3")");
+    EXPECT_EQ(json["notConfigured"][0]["result"].dump(), R"("loaded")");
+    EXPECT_EQ(report.status, 0);
+}
+
+TEST(PluginsAsJson, SayWhereTheConfigurationComesFrom) {
+    Tool tool;
+    auto const source = [&tool] {
+        return nlohmann::json::parse(tool.run("plugins", {"--json"}).out)["configuration"]["source"];
+    };
+    EXPECT_EQ(source(), "found");
+    tool.place().set("VRL_CONFIG", writeBrokenConfig(tool, {"fine"}));
+    EXPECT_EQ(source(), "variable");
+    tool.place().unset("VRL_CONFIG");
+    std::filesystem::remove_all(tool.place().home() / ".config");
+    EXPECT_EQ(source(), "written");
+}
+
+TEST(PluginsAsJson, SayWhyThereWasNothingToLoad) {
+    Tool const tool;
+    auto const config = vrl_test::writeBrokenLines(tool, "sodllfile = fine\nsodllfile = none*\n"
+                                                         "e = VRL_NO_SUCH_VARIABLE\n");
+    auto const json = nlohmann::ordered_json::parse(tool.run("plugins", {"--json", "--config", config}).out);
+    std::string text;
+    for (auto const& library : json["libraries"])
+        text += library["state"].get<std::string>() + " " + library.value("reason", "-") + "\n";
+    EXPECT_EQ(text, "loaded -\nnothing matches no file\nnothing not set\n");
+    EXPECT_EQ(json["summary"].dump(), R"({"loaded":1,"failed":0,"nothing":2})");
 }
 
 TEST(PluginsAsJson, HaveMillisecondsWhenAsked) {

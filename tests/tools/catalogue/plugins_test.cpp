@@ -37,7 +37,7 @@ TEST(Plugins, PrintsWhatEachConfiguredLibraryRegisters) {
               "  path    SAMPLES/lib_wn_vrlDemoDll.so.5.1.3\n"
               "  serves  blocks, block views\n"
               "  brings  blocks: demoDelayLine\n"
-              "          block views: Demo/Notes\n"
+              "          block views: Demo/Notes, Symbol/Demo\n"
               "\n"
               "foundrySampleFab, line 5: loaded\n"
               "  path    SAMPLES/lib_wn_foundrySampleFab.so.5.1.3\n"
@@ -45,7 +45,7 @@ TEST(Plugins, PrintsWhatEachConfiguredLibraryRegisters) {
               "  brings  foundries: SampleFab\n"
               "          blocks: sfBend, sfCombiner, sfCoupler2x2, sfEdgeCoupler, sfGrating, sfPhaseModulator,\n"
               "              sfPhotodiode, sfPushPullArms, sfSplitter, sfStraight, sfTaper\n"
-              "          block views: SampleFab/Layout\n"
+              "          block views: SampleFab/Layout, Symbol/SampleFab\n"
               "\n"
               "2 lines name libraries: 2 loaded, 0 failed\n");
     EXPECT_EQ(report.err, "");

@@ -10,9 +10,7 @@ TEST_F(BoundaryRules, FindABoundaryNodeWithoutAPort) {
     inside("arms").setDCNode(98);
     EXPECT_EQ(found("boundary-unused"),
               "a.vrl (Netlist, 5 elements): 2 warnings\n"
-              "  warning  the design: boundary node 99 (outputs) has no port "
-              "[boundary-unused]\n"
-              "           connect a port to the node, or build the netlist anew without it\n"
+              "  warning  the design: boundary node 99 (outputs) has no port [boundary-unused]\n"
               "  warning  arms: boundary node 98 (DC nodes) has no port [boundary-unused]\n"
               "           connect a port to the node, or build the netlist anew without it\n");
 }
@@ -21,7 +19,7 @@ TEST_F(BoundaryRules, FindADuplicatedBoundaryNode) {
     circuit.add("bend", "sfBend").output("bend,out0").output("bend,out0").dc("bend,out0").input("bend,in0");
     EXPECT_EQ(found("boundary-twice"),
               "a.vrl (Netlist, 1 element): 1 warning\n"
-              "  warning  the design: boundary node 1 is 3 times on the boundary: outputs, outputs and DC nodes "
+              "  warning  the design: node 1 is on the boundary 3 times: outputs, outputs and DC nodes "
               "[boundary-twice]\n"
               "           name each node once; a second port outside needs a node of its own\n");
 }
@@ -51,7 +49,6 @@ TEST_F(BoundaryRules, FindACompositeWhosePortsDoNotFitItsInside) {
         "a.vrl (Netlist, 6 elements): 2 warnings\n"
         "  warning  odd: has 2 optical inputs (in0 and in1), and the circuit inside has 1 input node "
         "[composite-ports]\n"
-        "           mend the composite in its plug-in: a boundary node inside for each port\n"
         "  warning  odd: has 1 electrical port (heater), and the circuit inside has 0 DC nodes [composite-ports]\n"
         "           mend the composite in its plug-in: a boundary node inside for each port\n");
 }

@@ -64,7 +64,7 @@ TEST_F(FoundryRules, ContainWhatAFoundryPrintsAndThrows) {
 TEST_F(FoundryRules, LeaveOutWhatHasNoKnownFoundry) {
     circuit.add("bend", blockOf<LostFab>("sfBend"));
     EXPECT_EQ(found("unknown-choice"), "a.vrl (Netlist, 1 element): no findings\n"
-                                       "  not on 1 element whose foundry no loaded plug-in has:\n"
+                                       "  1 rule did not look at 1 element whose foundry no loaded plug-in has:\n"
                                        "    unknown-choice\n");
 }
 

@@ -54,7 +54,7 @@ TEST_F(NodeRules, FindANodeThatConnectsDcAndRf) {
     EXPECT_EQ(found("mixed-electrical"),
               "a.vrl (Netlist, 2 elements): 1 warning\n"
               "  warning  pd,cathode: node 1 connects pd,cathode (DC) and mod,ground (RF) [mixed-electrical]\n"
-              "           part them by a bias tee, or skip this rule if plain metal is intended\n");
+              "           separate them with a bias tee, or skip this rule if plain metal is intended\n");
     EXPECT_EQ(foundIn("a.vrl", "mixed-domains"), "a.vrl (Netlist, 2 elements): no findings\n");
 }
 
@@ -68,7 +68,6 @@ TEST_F(NodeRules, FindTwoPortsOfOneDirection) {
     EXPECT_EQ(found("same-direction"),
               "a.vrl (Netlist, 2 elements): 2 notes\n"
               "  note     a,in0: node 2 connects it with b,in0: two inputs [same-direction]\n"
-              "           see whether one of the two blocks is the wrong way round\n"
               "  note     a,out0: node 1 connects it with b,out0: two outputs [same-direction]\n"
               "           see whether one of the two blocks is the wrong way round\n");
 }

@@ -69,7 +69,7 @@ TEST_F(CheckReport, ListsTheRulesOnDemand) {
               "  unknown-foundry, unknown-kind, unknown-parameter-type, value-not-finite and value-out-of-range\n");
 }
 
-TEST_F(CheckReport, SortsTheFindingsOfAllRulesByElement) {
+TEST_F(CheckReport, SortsTheFindingsOfAllRulesHeaviestFirst) {
     circuit.add("split", "sfSplitter").add("arms", "sfPushPullArms").add("bend", "sfBend");
     circuit.join("split,out0", "arms,in0").join("split,out1", "bend,in0").join("split,out0", "bend,out0");
     circuit.input("split,in0").set("bend", "angle", 400).set("bend", "radius", 1);
@@ -79,30 +79,28 @@ TEST_F(CheckReport, SortsTheFindingsOfAllRulesByElement) {
         outcome.out,
         std::string(
             "a.vrl (Netlist, 6 elements): 4 errors and 7 warnings\n"
-            "  warning  arms,ground: the port is open [open-port]\n"
-            "           connect it to another port or to the boundary\n"
             "  error    arms,in0: is connected at node 9 with bend,out0 and split,out0: more than two optical ports "
             "[node-crowded]\n"
             "           put a splitter or a combiner there\n"
-            "  warning  arms,in1: the optical port is open [open-port]\n"
-            "           connect it to another port or to the boundary, or end it in a terminator\n"
-            "  warning  arms,lower: the port is open [open-port]\n"
-            "           connect it to another port or to the boundary\n"
-            "  warning  arms,out0: the optical port is open [open-port]\n"
-            "           connect it to another port or to the boundary, or end it in a terminator\n"
-            "  warning  arms,out1: the optical port is open [open-port]\n"
-            "           connect it to another port or to the boundary, or end it in a terminator\n"
-            "  warning  arms,upper: the port is open [open-port]\n"
-            "           connect it to another port or to the boundary\n"
             "  error    arms/lower: parameter 'length' is 1 um, outside its range 100 to 6000 um [value-out-of-range]\n"
             "           give it a value from 100 to 6000 um\n"
-            "  warning  arms/lower,in0: is rib of width 0.5 um, and arms/trim,out0 at node 3 is strip of width 0.45 um "
-            "[cross-section-mismatch]\n"
-            "           put a taper or a transition between them, or choose one cross section for both\n"
             "  error    bend: parameter 'angle' is 400 deg, outside its range 1 to 360 deg [value-out-of-range]\n"
             "           give it a value from 1 to 360 deg\n"
             "  error    bend: parameter 'radius' is 1 um, outside its range 5 to 500 um [value-out-of-range]\n"
             "           give it a value from 5 to 500 um\n"
+            "  warning  arms/lower,in0: is rib of width 0.5 um, and arms/trim,out0 at node 3 is strip of width 0.45 um "
+            "[cross-section-mismatch]\n"
+            "           put a taper or a transition between them, or choose one cross section for both\n"
+            "  warning  3 findings: the port is open [open-port]\n"
+            "           - arms,ground\n"
+            "           - arms,lower\n"
+            "           - arms,upper\n"
+            "           connect it to another port or to the boundary\n"
+            "  warning  3 findings: the optical port is open [open-port]\n"
+            "           - arms,in1\n"
+            "           - arms,out0\n"
+            "           - arms,out1\n"
+            "           connect it to another port or to the boundary, or end it in a terminator\n"
             "\n") +
             kAllRan);
     EXPECT_EQ(outcome.status, 1);
@@ -116,20 +114,19 @@ TEST_F(CheckReport, HasAHeadingForEachFileAndASummary) {
     tool.write("damaged.vrl", tool.read("good.vrl").substr(0, 3000));
     auto const outcome = check({"good.vrl", "missing.vrl", "bad.vrl", "damaged.vrl"});
     EXPECT_EQ(outcome.out,
-              std::string(
-                  "good.vrl (Netlist, 6 elements): no findings\n"
-                  "\n"
-                  "bad.vrl (Netlist, 6 elements): 2 errors and 1 warning\n"
-                  "  error    upper: parameter 'length' is 0 um, outside its range 1 to 20000 um [value-out-of-range]\n"
-                  "           give it a value from 1 to 20000 um\n"
-                  "  error    upper,tap: is connected, but the kind 'sfStraight' has no such port [undeclared-port]\n"
-                  "           its ports: in0 and out0\n"
-                  "  warning  upper,tap: is the only port at node 50, which is not on the boundary [single-port-node]\n"
-                  "           connect another port to the node, or put it on the boundary\n"
-                  "\n") +
-                  kAllRan +
-                  "\n"
-                  "2 files checked: 2 errors and 1 warning; 2 files could not be checked\n");
+              "good.vrl (Netlist, 6 elements): no findings\n"
+              "\n"
+              "bad.vrl (Netlist, 6 elements): 2 errors and 1 warning\n"
+              "  error    upper,tap: is connected, but the kind 'sfStraight' has no such port [undeclared-port]\n"
+              "           its ports: in0 and out0\n"
+              "  error    upper: parameter 'length' is 0 um, outside its range 1 to 20000 um [value-out-of-range]\n"
+              "           give it a value from 1 to 20000 um\n"
+              "  warning  upper,tap: is the only port at node 50, which is not on the boundary [single-port-node]\n"
+              "           connect another port to the node, or put it on the boundary\n"
+              "\n"
+              "33 rules ran\n"
+              "\n"
+              "2 files checked: 2 errors and 1 warning; 2 files could not be checked\n");
     EXPECT_EQ(outcome.err, "vrl: missing.vrl: cannot be opened\n"
                            "  give the path of a saved design\n"
                            "vrl: damaged.vrl: ends too early in element 1 (sfEdgeCoupler), 'in0'\n"
@@ -146,33 +143,31 @@ TEST_F(CheckReport, NamesTheRulesThatCouldNotRun) {
     EXPECT_EQ(outcome.out,
               std::string(
                   "a.vrl (Netlist, 10 elements): 1 error, 6 warnings and 1 note\n"
-                  "  warning  arms,ground: the port is open [open-port]\n"
-                  "           connect it to another port or to the boundary\n"
-                  "  warning  arms,lower: the port is open [open-port]\n"
-                  "           connect it to another port or to the boundary\n"
-                  "  warning  arms/lower,in0: is rib of width 0.5 um, and arms/trim,out0 at node 3 is strip of width "
-                  "0.45 um [cross-section-mismatch]\n"
-                  "           put a taper or a transition between them, or choose one cross section for both\n"
                   "  error    delay: no loaded plug-in has the kind 'demoDelayLine' [unknown-kind]\n"
                   "           load the plug-in that brings it; 'vrl plugins' shows what is loaded\n"
+                  "  warning  3 findings: rib of width 0.5 um meets strip of width 0.45 um [cross-section-mismatch]\n"
+                  "           - arms/lower,in0 -- arms/trim,out0 (node 3)\n"
+                  "           - in,out0 -- mod,in0 (node 9)\n"
+                  "           - mod,out0 -- split,in0 (node 10)\n"
+                  "           put a taper or a transition between them, or choose one cross section for both\n"
+                  "  warning  3 findings: the port is open [open-port]\n"
+                  "           - arms,ground\n"
+                  "           - arms,lower\n"
+                  "           - delay,out0\n"
+                  "           connect it to another port or to the boundary\n"
                   "  note     delay: the block is made for no foundry [no-foundry]\n"
                   "           put a block in its place that is made for a foundry\n"
-                  "  warning  delay,out0: the port is open [open-port]\n"
-                  "           connect it to another port or to the boundary\n"
-                  "  warning  in,out0: is strip of width 0.45 um, and mod,in0 at node 9 is rib of width 0.5 um "
-                  "[cross-section-mismatch]\n"
-                  "           put a taper or a transition between them, or choose one cross section for both\n"
-                  "  warning  mod,out0: is rib of width 0.5 um, and split,in0 at node 10 is strip of width 0.45 um "
-                  "[cross-section-mismatch]\n"
-                  "           put a taper or a transition between them, or choose one cross section for both\n"
-                  "  not on 1 element whose kind no loaded plug-in has:\n"
+                  "  13 rules did not look at 1 element whose kind no loaded plug-in has:\n"
                   "    boundary-domain, choice-not-allowed, composite-ports, cross-section-mismatch, duplicate-port,\n"
                   "    lost-port, mixed-domains, mixed-electrical, node-crowded, own-check, same-direction,\n"
                   "    undeclared-parameter and value-out-of-range\n"
                   "\n") +
                   kAllRan);
-    EXPECT_EQ(outcome.err,
-              "vrl: a.vrl: no loaded plug-in has the block 'demoDelayLine' (1 use); a stand-in represents it\n"
+    EXPECT_EQ(outcome.err, "vrl: a.vrl: no loaded plug-in has the kind 'demoDelayLine'; a stand-in represents it\n"
+                           "  'vrl plugins' shows what is loaded\n");
+    EXPECT_EQ(check({"a.vrl", "a.vrl"}).err,
+              "vrl: a.vrl: no loaded plug-in has the kind 'demoDelayLine'; a stand-in represents it\n"
+              "vrl: a.vrl: no loaded plug-in has the kind 'demoDelayLine'; a stand-in represents it\n"
               "  'vrl plugins' shows what is loaded\n");
     EXPECT_EQ(outcome.status, 1);
 }
@@ -184,75 +179,56 @@ TEST_F(CheckReport, ChecksADesignWithoutAnyOfItsPlugins) {
     config = tool.writeConfig("none.ini", {"vrlDemoDll", "notThere"});
     auto const outcome = check({"a.vrl", "--all", "--rules"});
     EXPECT_EQ(outcome.out,
-              std::string(
-                  "a.vrl (Netlist, 9 elements): 18 errors and 3 warnings\n"
-                  "  error    arms: no loaded plug-in has its foundry 'SampleFab' [unknown-foundry]\n"
-                  "           load the plug-in that brings it; 'vrl plugins' shows what is loaded\n"
-                  "  error    arms: no loaded plug-in has the kind 'sfPushPullArms' [unknown-kind]\n"
-                  "           load the plug-in that brings it; 'vrl plugins' shows what is loaded\n"
-                  "  warning  arms,ground: the port is open [open-port]\n"
-                  "           connect it to another port or to the boundary\n"
-                  "  warning  arms,lower: the port is open [open-port]\n"
-                  "           connect it to another port or to the boundary\n"
-                  "  warning  arms,upper: the port is open [open-port]\n"
-                  "           connect it to another port or to the boundary\n"
-                  "  error    arms/lower: no loaded plug-in has its foundry 'SampleFab' [unknown-foundry]\n"
-                  "           load the plug-in that brings it; 'vrl plugins' shows what is loaded\n"
-                  "  error    arms/lower: no loaded plug-in has the kind 'sfPhaseModulator' [unknown-kind]\n"
-                  "           load the plug-in that brings it; 'vrl plugins' shows what is loaded\n"
-                  "  error    arms/trim: no loaded plug-in has its foundry 'SampleFab' [unknown-foundry]\n"
-                  "           load the plug-in that brings it; 'vrl plugins' shows what is loaded\n"
-                  "  error    arms/trim: no loaded plug-in has the kind 'sfStraight' [unknown-kind]\n"
-                  "           load the plug-in that brings it; 'vrl plugins' shows what is loaded\n"
-                  "  error    arms/upper: no loaded plug-in has its foundry 'SampleFab' [unknown-foundry]\n"
-                  "           load the plug-in that brings it; 'vrl plugins' shows what is loaded\n"
-                  "  error    arms/upper: no loaded plug-in has the kind 'sfPhaseModulator' [unknown-kind]\n"
-                  "           load the plug-in that brings it; 'vrl plugins' shows what is loaded\n"
-                  "  error    in: no loaded plug-in has its foundry 'SampleFab' [unknown-foundry]\n"
-                  "           load the plug-in that brings it; 'vrl plugins' shows what is loaded\n"
-                  "  error    in: no loaded plug-in has the kind 'sfEdgeCoupler' [unknown-kind]\n"
-                  "           load the plug-in that brings it; 'vrl plugins' shows what is loaded\n"
-                  "  error    join: no loaded plug-in has its foundry 'SampleFab' [unknown-foundry]\n"
-                  "           load the plug-in that brings it; 'vrl plugins' shows what is loaded\n"
-                  "  error    join: no loaded plug-in has the kind 'sfCombiner' [unknown-kind]\n"
-                  "           load the plug-in that brings it; 'vrl plugins' shows what is loaded\n"
-                  "  error    mod: no loaded plug-in has its foundry 'SampleFab' [unknown-foundry]\n"
-                  "           load the plug-in that brings it; 'vrl plugins' shows what is loaded\n"
-                  "  error    mod: no loaded plug-in has the kind 'sfPhaseModulator' [unknown-kind]\n"
-                  "           load the plug-in that brings it; 'vrl plugins' shows what is loaded\n"
-                  "  error    out: no loaded plug-in has its foundry 'SampleFab' [unknown-foundry]\n"
-                  "           load the plug-in that brings it; 'vrl plugins' shows what is loaded\n"
-                  "  error    out: no loaded plug-in has the kind 'sfEdgeCoupler' [unknown-kind]\n"
-                  "           load the plug-in that brings it; 'vrl plugins' shows what is loaded\n"
-                  "  error    split: no loaded plug-in has its foundry 'SampleFab' [unknown-foundry]\n"
-                  "           load the plug-in that brings it; 'vrl plugins' shows what is loaded\n"
-                  "  error    split: no loaded plug-in has the kind 'sfSplitter' [unknown-kind]\n"
-                  "           load the plug-in that brings it; 'vrl plugins' shows what is loaded\n"
-                  "  not on 9 elements whose foundry no loaded plug-in has:\n"
-                  "    unknown-choice\n"
-                  "  not on 9 elements whose kind no loaded plug-in has:\n"
-                  "    boundary-domain, choice-not-allowed, composite-ports, cross-section-mismatch, duplicate-port,\n"
-                  "    lost-port, mixed-domains, mixed-electrical, node-crowded, own-check, same-direction,\n"
-                  "    undeclared-parameter and value-out-of-range\n"
-                  "\n") +
-                  "19 rules ran:\n"
-                  "  boundary-twice, boundary-unused, dangling-connection, doubled-name, empty-circuit,\n"
-                  "  expression-not-calculated, island, lost-name, missing-block, no-boundary, no-foundry, open-port,\n"
-                  "  single-port-node, trailing-bytes, undeclared-port, unknown-foundry, unknown-kind,\n"
-                  "  unknown-parameter-type and value-not-finite\n"
-                  "1 rule did not run (unknown foundry):\n"
-                  "  unknown-choice\n"
-                  "13 rules did not run (unknown kind):\n"
-                  "  boundary-domain, choice-not-allowed, composite-ports, cross-section-mismatch, duplicate-port,\n"
-                  "  lost-port, mixed-domains, mixed-electrical, node-crowded, own-check, same-direction,\n"
-                  "  undeclared-parameter and value-out-of-range\n");
+              "a.vrl (Netlist, 9 elements): 18 errors and 3 warnings\n"
+              "  error    9 findings: no loaded plug-in has its foundry 'SampleFab' [unknown-foundry]\n"
+              "           - arms\n"
+              "           - arms/lower\n"
+              "           - arms/trim\n"
+              "           - arms/upper\n"
+              "           - in\n"
+              "           - join\n"
+              "           - mod\n"
+              "           - out\n"
+              "           - split\n"
+              "           load the plug-in that brings it; 'vrl plugins' shows what is loaded\n"
+              "  error    arms: no loaded plug-in has the kind 'sfPushPullArms' [unknown-kind]\n"
+              "  error    3 findings: no loaded plug-in has the kind 'sfPhaseModulator' [unknown-kind]\n"
+              "           - arms/lower\n"
+              "           - arms/upper\n"
+              "           - mod\n"
+              "  error    arms/trim: no loaded plug-in has the kind 'sfStraight' [unknown-kind]\n"
+              "  error    2 findings: no loaded plug-in has the kind 'sfEdgeCoupler' [unknown-kind]\n"
+              "           - in\n"
+              "           - out\n"
+              "  error    join: no loaded plug-in has the kind 'sfCombiner' [unknown-kind]\n"
+              "  error    split: no loaded plug-in has the kind 'sfSplitter' [unknown-kind]\n"
+              "           load the plug-in that brings it; 'vrl plugins' shows what is loaded\n"
+              "  warning  3 findings: the port is open [open-port]\n"
+              "           - arms,ground\n"
+              "           - arms,lower\n"
+              "           - arms,upper\n"
+              "           connect it to another port or to the boundary\n"
+              "  1 rule did not look at 9 elements whose foundry no loaded plug-in has:\n"
+              "    unknown-choice\n"
+              "  13 rules did not look at 9 elements whose kind no loaded plug-in has:\n"
+              "    boundary-domain, choice-not-allowed, composite-ports, cross-section-mismatch, duplicate-port,\n"
+              "    lost-port, mixed-domains, mixed-electrical, node-crowded, own-check, same-direction,\n"
+              "    undeclared-parameter and value-out-of-range\n"
+              "\n"
+              "19 rules ran:\n"
+              "  boundary-twice, boundary-unused, dangling-connection, doubled-name, empty-circuit,\n"
+              "  expression-not-calculated, island, lost-name, missing-block, no-boundary, no-foundry, open-port,\n"
+              "  single-port-node, trailing-bytes, undeclared-port, unknown-foundry, unknown-kind,\n"
+              "  unknown-parameter-type and value-not-finite\n"
+              "1 rule did not run (unknown foundry):\n"
+              "  unknown-choice\n"
+              "13 rules did not run (unknown kind):\n"
+              "  boundary-domain, choice-not-allowed, composite-ports, cross-section-mismatch, duplicate-port,\n"
+              "  lost-port, mixed-domains, mixed-electrical, node-crowded, own-check, same-direction,\n"
+              "  undeclared-parameter and value-out-of-range\n");
     EXPECT_EQ(outcome.err,
-              "vrl: a.vrl: no loaded plug-in has the block 'sfCombiner' (1 use); a stand-in represents it\n"
-              "vrl: a.vrl: no loaded plug-in has the block 'sfEdgeCoupler' (2 uses); a stand-in represents it\n"
-              "vrl: a.vrl: no loaded plug-in has the block 'sfPhaseModulator' (3 uses); a stand-in represents it\n"
-              "vrl: a.vrl: no loaded plug-in has the block 'sfPushPullArms' (1 use); a stand-in represents it\n"
-              "vrl: a.vrl: no loaded plug-in has the block 'sfSplitter' (1 use); a stand-in represents it\n"
-              "vrl: a.vrl: no loaded plug-in has the block 'sfStraight' (1 use); a stand-in represents it\n"
+              "vrl: a.vrl: no loaded plug-in has the kinds 'sfCombiner', 'sfEdgeCoupler', 'sfPhaseModulator', "
+              "'sfPushPullArms', 'sfSplitter' and 'sfStraight'; stand-ins represent them\n"
               "  not loaded: " VRL_SAMPLE_PLUGINS
               "/lib_wn_notThere.so.5.1.3: cannot open shared object file: No such file or directory\n");
     EXPECT_EQ(outcome.status, 1);
@@ -272,12 +248,12 @@ TEST_F(CheckReport, ChecksACompositeThatWasSavedAlone) {
                           "  error    sfPushPullArms: parameter 'length' is 1 um, outside its range 200 to 8000 um "
                           "[value-out-of-range]\n"
                           "           give it a value from 200 to 8000 um\n"
-                          "  warning  sfPushPullArms/lower,in0: is rib of width 0.5 um, and sfPushPullArms/trim,out0 "
-                          "at node 3 is strip of width 0.45 um [cross-section-mismatch]\n"
-                          "           put a taper or a transition between them, or choose one cross section for both\n"
                           "  error    sfPushPullArms/upper: parameter 'width' is 1 um, outside its range 0.4 to 0.8 um "
                           "[value-out-of-range]\n"
                           "           give it a value from 0.4 to 0.8 um\n"
+                          "  warning  sfPushPullArms/lower,in0: is rib of width 0.5 um, and sfPushPullArms/trim,out0 "
+                          "at node 3 is strip of width 0.45 um [cross-section-mismatch]\n"
+                          "           put a taper or a transition between them, or choose one cross section for both\n"
                           "\n") +
                   kAllRan);
     EXPECT_EQ(outcome.status, 1);
@@ -292,28 +268,26 @@ TEST_F(CheckReport, ChecksABlockThatWasSavedAlone) {
     bend->write(&writer);
     file.close();
     auto const outcome = check({"a.vrl", "--rules"});
-    EXPECT_EQ(
-        outcome.out,
-        std::string(
-            "a.vrl (sfBend, 1 element): 2 errors\n"
-            "  error    sfBend: the foundry 'SampleFab' has no cross section 'stripe' [unknown-choice]\n"
-            "           did you mean 'strip'?\n"
-            "  error    sfBend: parameter 'radius' is 1 um, outside its range 5 to 500 um [value-out-of-range]\n"
-            "           give it a value from 5 to 500 um\n"
-            "  not run, since the file holds a single block and no circuit:\n"
-            "    boundary-domain, boundary-twice, boundary-unused, cross-section-mismatch, dangling-connection,\n"
-            "    empty-circuit, island, mixed-domains, mixed-electrical, no-boundary, node-crowded, open-port,\n"
-            "    same-direction, single-port-node and undeclared-port\n"
-            "\n") +
-            "18 rules ran:\n"
-            "  choice-not-allowed, composite-ports, doubled-name, duplicate-port, expression-not-calculated,\n"
-            "  lost-name, lost-port, missing-block, no-foundry, own-check, trailing-bytes, undeclared-parameter,\n"
-            "  unknown-choice, unknown-foundry, unknown-kind, unknown-parameter-type, value-not-finite and\n"
-            "  value-out-of-range\n"
-            "15 rules did not run (no circuit):\n"
-            "  boundary-domain, boundary-twice, boundary-unused, cross-section-mismatch, dangling-connection,\n"
-            "  empty-circuit, island, mixed-domains, mixed-electrical, no-boundary, node-crowded, open-port,\n"
-            "  same-direction, single-port-node and undeclared-port\n");
+    EXPECT_EQ(outcome.out,
+              "a.vrl (sfBend, 1 element): 2 errors\n"
+              "  error    sfBend: the foundry 'SampleFab' has no cross section 'stripe' [unknown-choice]\n"
+              "           did you mean 'strip'?\n"
+              "  error    sfBend: parameter 'radius' is 1 um, outside its range 5 to 500 um [value-out-of-range]\n"
+              "           give it a value from 5 to 500 um\n"
+              "  15 rules did not run, since the file holds a single block and no circuit:\n"
+              "    boundary-domain, boundary-twice, boundary-unused, cross-section-mismatch, dangling-connection,\n"
+              "    empty-circuit, island, mixed-domains, mixed-electrical, no-boundary, node-crowded, open-port,\n"
+              "    same-direction, single-port-node and undeclared-port\n"
+              "\n"
+              "18 rules ran:\n"
+              "  choice-not-allowed, composite-ports, doubled-name, duplicate-port, expression-not-calculated,\n"
+              "  lost-name, lost-port, missing-block, no-foundry, own-check, trailing-bytes, undeclared-parameter,\n"
+              "  unknown-choice, unknown-foundry, unknown-kind, unknown-parameter-type, value-not-finite and\n"
+              "  value-out-of-range\n"
+              "15 rules did not run (no circuit):\n"
+              "  boundary-domain, boundary-twice, boundary-unused, cross-section-mismatch, dangling-connection,\n"
+              "  empty-circuit, island, mixed-domains, mixed-electrical, no-boundary, node-crowded, open-port,\n"
+              "  same-direction, single-port-node and undeclared-port\n");
     EXPECT_EQ(outcome.status, 1);
 }
 

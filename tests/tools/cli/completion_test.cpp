@@ -136,6 +136,12 @@ TEST(Completion, OffersWhatCanBeSetInADesign) {
     EXPECT_EQ(shell.offer({"set", "--config", shell.config, "a.vrl", "upper.width=0.5", "lower.l"}), "lower.length=");
 }
 
+TEST(Completion, OffersFilesBesideFoundries) {
+    Shell const shell;
+    shell.tool.write("Sample.vrl", "");
+    EXPECT_EQ(shell.offer({"doc", "--config", shell.config, "Sam"}), "Sample.vrl SampleFab");
+}
+
 TEST(Completion, OffersWhatIsRegistered) {
     SmallGrammar const grammar;
     vrltool::registerCandidates("RULE", [] { return std::vector<std::string>{"zero", "open-port", "one-end"}; });

@@ -14,6 +14,7 @@
 
 #include "design/design.h"
 #include "design/save.h"
+#include "system/replace_file.h"
 #include "tests/support/files.h"
 #include "tests/tools/design/saved_objects.h"
 #include "tests/tools/sample_circuit.h"
@@ -159,11 +160,10 @@ TEST(SaveFile, LeavesTheOldFileWhereItsFolderMustNotBeWritten) {
 
 /// Writes over a file where 4,096 bytes are the most that a file may have.
 template <class Write>
-void expectTheOldFileWithoutRoom(TemporaryFolder const& folder, Write const& write) {
-    std::string const path = writeFile(folder / "file", "before");
+void expectTheOldFileWithoutRoom(TemporaryFolder const& folder, std::string const& before, Write const& write) {
+    std::string const path = writeFile(folder / "file", before);
     int const status = inChild([&] {
         rlimit const most{4096, 4096};
-        std::signal(SIGXFSZ, SIG_IGN);
         setrlimit(RLIMIT_FSIZE, &most);
         return outcomeOf([&] { write(path); }) ==
                        path + ": cannot be written: File too large; raise the limit of the size of files; the file "
@@ -172,26 +172,38 @@ void expectTheOldFileWithoutRoom(TemporaryFolder const& folder, Write const& wri
                    : 1;
     });
     EXPECT_EQ(status, 0);
-    EXPECT_EQ(readFile(path), "before");
+    EXPECT_EQ(readFile(path), before);
     EXPECT_EQ(namesIn(folder.path()), std::vector<std::string>{"file"});
 }
 
 TEST(SaveFile, LeavesTheOldFileIfThereIsNoRoom) {
     TemporaryFolder const folder;
-    expectTheOldFileWithoutRoom(folder, [&](std::string const& path) { saveFile(path, std::string(100000, 'x')); });
+    expectTheOldFileWithoutRoom(folder, "before",
+                                [&](std::string const& path) { saveFile(path, std::string(100000, 'x')); });
 }
 
 TEST(SaveFile, LeavesTheOldFileIfTheProgramIsEndedMeanwhile) {
     TemporaryFolder const folder;
     std::string const path = writeFile(folder / "file", "before");
     int const status = inChild([&] {
-        rlimit const most{4096, 4096};
-        setrlimit(RLIMIT_FSIZE, &most);  // its signal ends the program in the middle of writing
-        saveFile(path, std::string(100000, 'x'));
+        vrltool::replaceFile(path, [](std::ostream& out) {
+            out << std::string(100000, 'x') << std::flush;
+            raise(SIGKILL);
+        });
         return 0;
     });
-    EXPECT_EQ(status, 128 + SIGXFSZ);
+    EXPECT_EQ(status, 128 + SIGKILL);
     EXPECT_EQ(readFile(path), "before");
+}
+
+TEST(SaveFile, DoesNotReplaceWhatIsReadOnly) {
+    TemporaryFolder const folder;
+    std::string const path = writeFile(folder / "kept", "before");
+    fs::permissions(path, fs::perms(0444));
+    EXPECT_EQ(outcomeOf([&] { saveFile(path, "after"); }),
+              path + ": is read-only; give it the permission to write, or name another file");
+    EXPECT_EQ(readFile(path), "before");
+    EXPECT_EQ(namesIn(folder.path()), std::vector<std::string>{"kept"});
 }
 
 TEST(SaveFile, ShowsReadersTheOldOrTheNewContentOnly) {
@@ -238,7 +250,7 @@ TEST(SaveDesign, LeavesTheOldFileIfThereIsNoRoom) {
     TemporaryFolder const folder;
     SampleCircuit circuit;
     circuit.netlist().setAnnotation("note", std::string(200000, 'x'));
-    expectTheOldFileWithoutRoom(folder, [&](std::string const& path) { saveDesign(circuit.netlist(), path); });
+    expectTheOldFileWithoutRoom(folder, "", [&](std::string const& path) { saveDesign(circuit.netlist(), path); });
 }
 
 TEST(SaveDesign, RefusesToReplaceAFileWhoseKindsAreMissing) {
@@ -306,13 +318,24 @@ TEST(RefuseToReplace, KnowsAnInputUnderEveryName) {
     EXPECT_EQ(outcomeOf([&] { vrltool::refuseToReplace(folder / "new", {folder / "none"}); }), "saved");
 }
 
-TEST(SaveDesign, ReplacesAFileThatIsNoDesign) {
+TEST(SaveDesign, DoesNotReplaceAFileThatIsNoDesign) {
+    TemporaryFolder const folder;
+    SampleCircuit circuit;
+    vrl_test::addInterferometer(circuit);
+    std::string const path = writeFile(folder / "notes.txt", "some notes\n");
+    EXPECT_EQ(outcomeOf([&] { saveDesign(circuit.netlist(), path); }),
+              path + ": is there already and is no saved design, so it is not replaced; give the output a name of its "
+                     "own, or remove that file");
+    EXPECT_EQ(readFile(path), "some notes\n");
+}
+
+TEST(SaveDesign, ReplacesAnEmptyFile) {
     TemporaryFolder const folder;
     SampleCircuit circuit;
     vrl_test::addInterferometer(circuit);
     std::string const good = readFile(circuit.save(folder / "good.vrl"));
-    saveDesign(circuit.netlist(), writeFile(folder / "notes.txt", "some notes\n"));
-    EXPECT_EQ(readFile(folder / "notes.txt"), good);
+    saveDesign(circuit.netlist(), writeFile(folder / "new", ""));
+    EXPECT_EQ(readFile(folder / "new"), good);
 }
 
 }  // namespace

@@ -58,7 +58,7 @@ TEST(DiffElements, AreOfAnotherKindWithItsParameters) {
                            "  - path.length: 100 um\n"
                            "  + path.radius: 10 um\n"
                            "foundries and cross sections\n"
-                           "  ~ path flow: none -> passive\n"
+                           "  ~ path process flow: (none) -> passive\n"
                            "5 differences\n"
                            "status 1\n");
 }
@@ -127,10 +127,10 @@ TEST(DiffElements, ChangeTheirFoundryAndTheirChoices) {
                         bend.getPort("out0")->getCS().setCS("shallow");
                     });
     EXPECT_EQ(pair.diff(), "foundries and cross sections\n"
-                           "  ~ bend foundry: SampleFab -> none\n"
+                           "  ~ bend foundry: SampleFab -> (none)\n"
                            "  ~ bend cross section: strip -> rib\n"
-                           "  ~ bend flow: passive -> none\n"
-                           "  ~ bend,out0 cross section: none -> shallow\n"
+                           "  ~ bend process flow: passive -> (none)\n"
+                           "  ~ bend,out0 cross section: (none) -> shallow\n"
                            "4 differences\n"
                            "status 1\n");
 }

@@ -62,7 +62,7 @@ TEST(DiffFiles, MayHoldASingleBlock) {
                                                            "  ~ radius: 10 um -> 25 um\n"
                                                            "foundries and cross sections\n"
                                                            "  ~ cross section: strip -> rib\n"
-                                                           "  ~ in0 flow: none -> active\n"
+                                                           "  ~ in0 process flow: (none) -> active\n"
                                                            "3 differences\n"
                                                            "status 1\n");
 }
@@ -116,8 +116,8 @@ TEST(DiffFiles, MayHoldAListAParameterNotesOrAChoice) {
     save(tool.path("a.vrl"), choice);
     save(tool.path("b.vrl"), otherChoice);
     EXPECT_EQ(whole(tool.run("diff", {"a.vrl", "b.vrl"})), "foundries and cross sections\n"
-                                                           "  ~ cross section: none -> rib\n"
-                                                           "  ~ flow: none -> active\n"
+                                                           "  ~ cross section: (none) -> rib\n"
+                                                           "  ~ process flow: (none) -> active\n"
                                                            "2 differences\n"
                                                            "status 1\n");
 }
@@ -157,22 +157,17 @@ TEST(DiffFiles, AreComparedWithoutTheirPlugins) {
                          "  + (arms,in1 & split,out1) -- tap,in0\n"
                          "4 differences\n");
     std::string const path = VRL_SAMPLE_PLUGINS "/lib_wn_otherFab.so.5.1.3";
-    EXPECT_EQ(ended.err,
-              "vrl: a.vrl: no loaded plug-in has the block 'sfCombiner' (1 use); a stand-in represents it\n"
-              "vrl: a.vrl: no loaded plug-in has the block 'sfEdgeCoupler' (2 uses); a stand-in represents it\n"
-              "vrl: a.vrl: no loaded plug-in has the block 'sfPhaseModulator' (3 uses); a stand-in represents it\n"
-              "vrl: a.vrl: no loaded plug-in has the block 'sfPushPullArms' (1 use); a stand-in represents it\n"
-              "vrl: a.vrl: no loaded plug-in has the block 'sfSplitter' (1 use); a stand-in represents it\n"
-              "vrl: a.vrl: no loaded plug-in has the block 'sfStraight' (1 use); a stand-in represents it\n"
-              "vrl: b.vrl: no loaded plug-in has the block 'sfCombiner' (1 use); a stand-in represents it\n"
-              "vrl: b.vrl: no loaded plug-in has the block 'sfEdgeCoupler' (2 uses); a stand-in represents it\n"
-              "vrl: b.vrl: no loaded plug-in has the block 'sfPhaseModulator' (3 uses); a stand-in represents it\n"
-              "vrl: b.vrl: no loaded plug-in has the block 'sfPhotodiode' (1 use); a stand-in represents it\n"
-              "vrl: b.vrl: no loaded plug-in has the block 'sfPushPullArms' (1 use); a stand-in represents it\n"
-              "vrl: b.vrl: no loaded plug-in has the block 'sfSplitter' (1 use); a stand-in represents it\n"
-              "vrl: b.vrl: no loaded plug-in has the block 'sfStraight' (1 use); a stand-in represents it\n"
-              "  not loaded: " +
-                  path + ": cannot open shared object file: No such file or directory\n");
+    EXPECT_EQ(
+        ended.err,
+        "vrl: a.vrl and b.vrl: no loaded plug-in has the block 'sfCombiner' (2 uses); a stand-in represents it\n"
+        "vrl: a.vrl and b.vrl: no loaded plug-in has the block 'sfEdgeCoupler' (4 uses); a stand-in represents it\n"
+        "vrl: a.vrl and b.vrl: no loaded plug-in has the block 'sfPhaseModulator' (6 uses); a stand-in represents it\n"
+        "vrl: a.vrl and b.vrl: no loaded plug-in has the block 'sfPushPullArms' (2 uses); a stand-in represents it\n"
+        "vrl: a.vrl and b.vrl: no loaded plug-in has the block 'sfSplitter' (2 uses); a stand-in represents it\n"
+        "vrl: a.vrl and b.vrl: no loaded plug-in has the block 'sfStraight' (2 uses); a stand-in represents it\n"
+        "vrl: b.vrl: no loaded plug-in has the block 'sfPhotodiode' (1 use); a stand-in represents it\n"
+        "  not loaded: " +
+            path + ": cannot open shared object file: No such file or directory\n");
     EXPECT_EQ(ended.status, 1);
 }
 
@@ -192,8 +187,8 @@ TEST(DiffFiles, NameTheParametersThatCouldNotBeCompared) {
         return [=](SampleCircuit& c) { c.netlist().addAttribute(new Outline(expression)); };
     };
     std::string const missing =
-        "vrl: a.vrl: no loaded plug-in has the parameter type 'testOutline' (1 use); a stand-in represents it\n"
-        "vrl: b.vrl: no loaded plug-in has the parameter type 'testOutline' (1 use); a stand-in represents it\n"
+        "vrl: a.vrl and b.vrl: no loaded plug-in has the parameter type 'testOutline' (2 uses); a stand-in represents "
+        "it\n"
         "  'vrl plugins' shows what is loaded\n";
     Pair const same(outlined("x"), outlined("x"));
     EXPECT_EQ(same.diff(), "not compared\n"

@@ -51,23 +51,24 @@ TEST_F(DiffImported, OtherSettingsAreDifferencesOfTheNote) {
               "parameters\n"
               "  ~ a.length: 20 um -> 30 um\n"
               "notes\n"
-              "  ~ a note 'vrl::import': {\"settings\": {\"layer\": \"M1\"}} -> {\"settings\": {\"layer\": \"M2\"}}\n"
+              "  ~ a imported settings.layer: \"M1\" -> \"M2\"\n"
               "2 differences\n");
     EXPECT_EQ(diff("component: wg, settings: {L: 0.02}, info: [1]", "component: wg, settings: {L: 0.02}, info: [2]"),
               "notes\n"
-              "  ~ a note 'vrl::import': {\"info\": [1]} -> {\"info\": [2]}\n"
+              "  ~ a imported info[0]: 1 -> 2\n"
               "1 difference\n");
     EXPECT_EQ(diff("component: wg, settings: {L: 0.02, layer: M1}", "component: wg, settings: {L: 0.02}"),
               "notes\n"
-              "  ~ a note 'vrl::import': {\"settings\": {\"layer\": \"M1\"}} -> {\"settings\": {}}\n"
+              "  - a imported settings.layer: \"M1\"\n"
               "1 difference\n");
 }
 
 TEST_F(DiffImported, NotesAreJson) {
     diff("component: wg, settings: {layer: M1}", "component: wg, settings: {layer: 2}");
     auto const json = nlohmann::ordered_json::parse(tool.run("diff", {"--json", "a.vrl", "b.vrl"}).out);
-    EXPECT_EQ(json.at("changes").at(0).dump(), R"({"what":"note","change":"changed","path":"a","name":"vrl::import",)"
-                                               R"("from":{"settings":{"layer":"M1"}},"to":{"settings":{"layer":2}}})");
+    EXPECT_EQ(json.at("changes").at(0).dump(),
+              R"({"what":"note","change":"changed","path":"a","name":"vrl::import","member":["settings","layer"],)"
+              R"("from":"M1","to":2})");
 }
 
 TEST_F(DiffImported, AnotherComponentIsNoDifferenceOfTheNote) {
@@ -78,7 +79,7 @@ TEST_F(DiffImported, AnotherComponentIsNoDifferenceOfTheNote) {
                                                         "  - a.length: 100 um\n"
                                                         "  + a.radius: 10 um\n"
                                                         "foundries and cross sections\n"
-                                                        "  ~ a flow: none -> passive\n"
+                                                        "  ~ a process flow: (none) -> passive\n"
                                                         "5 differences\n");
 }
 
@@ -88,6 +89,77 @@ TEST_F(DiffImported, WhatIsSetLaterIsOneDifference) {
     EXPECT_EQ(tool.run("diff", {"a.vrl", "b.vrl"}).out, "parameters\n"
                                                         "  ~ a.length: 20 um -> 30 um\n"
                                                         "1 difference\n");
+}
+
+/// Two whole netlists.
+class DiffNetlists : public testing::Test {
+protected:
+    std::string diff(std::string const& a, std::string const& b, std::vector<std::string> options = {}) const {
+        import("a", a);
+        import("b", b);
+        options.insert(options.end(), {"a.vrl", "b.vrl"});
+        auto const ended = tool.run("diff", options);
+        return ended.out + ended.err;
+    }
+
+    void import(std::string const& name, std::string const& rest) const {
+        tool.write(name + ".yml", "instances: {a: {component: sfStraight}, b: {component: sfBend}}\n"
+                                  "connections: {\"a,out0\": \"b,in0\"}\n" +
+                                      rest);
+        auto const ended = tool.run("import", {name + ".yml", "-o", name + ".vrl"});
+        EXPECT_LT(ended.status, 2) << ended.out << ended.err;
+    }
+
+    Tool tool;
+};
+
+TEST_F(DiffNetlists, HaveTheNamesOfTheirBoundary) {
+    EXPECT_EQ(diff("ports: {o1: \"a,in0\", o2: \"b,out0\"}\n", "ports: {west: \"a,in0\", o2: \"b,out0\"}\n"),
+              "boundary\n"
+              "  > input 1 name: o1 -> west\n"
+              "1 difference\n");
+    EXPECT_EQ(diff("ports: {o1: \"a,in0\", o2: \"b,out0\"}\n", "ports: {o2: \"a,in0\", o1: \"b,out0\"}\n"),
+              "boundary\n"
+              "  > input 1 name: o1 -> o2\n"
+              "  > output 1 name: o2 -> o1\n"
+              "2 differences\n");
+    EXPECT_EQ(diff("ports: {o1: \"a,in0\"}\n", "ports: {o1: \"a,in0\", o2: \"b,out0\"}\n"),
+              "boundary\n"
+              "  + output 1: b,out0 (o2)\n"
+              "1 difference\n");
+    auto const json = nlohmann::ordered_json::parse(tool.run("diff", {"--json", "b.vrl", "a.vrl"}).out);
+    EXPECT_EQ(json.at("changes").dump(),
+              "[{\"what\":\"output\",\"change\":\"removed\",\"path\":\"\",\"from\":{\"position\":1,\"ports\":[{"
+              "\"element\":\"b\",\"port\":\"out0\"}],\"names\":[\"o2\"]},\"to\":null}]");
+}
+
+TEST_F(DiffNetlists, HaveNotesThatAreComparedMemberByMember) {
+    std::string const ports = "ports: {o1: \"a,in0\", o2: \"b,out0\"}\n";
+    EXPECT_EQ(diff(ports + "placements: {a: {x: 0, y: 1}, b: {x: 10, y: [1, 2]}}\nname: old\n",
+                   ports + "placements: {a: {x: 0.0, y: 2}, b: {x: 10, y: [1, 3], mirror: true}}\n"),
+              "notes\n"
+              "  ~ imported placements.a.y: 1 -> 2\n"
+              "  ~ imported placements.b.y[1]: 2 -> 3\n"
+              "  + imported placements.b.mirror: true\n"
+              "  - imported name: \"old\"\n"
+              "4 differences\n");
+    EXPECT_EQ(
+        diff(ports + "placements: {a: {x: 1}}\n", ports + "placements: {a: {x: 1.0000001}}\n", {"--tolerance", "1e-6"}),
+        "no differences\n");
+    EXPECT_EQ(diff(ports + "placements: {a: {x: -.inf, y: null}}\n", ports + "placements: {a: {x: 0}}\n"),
+              "notes\n"
+              "  ~ imported placements.a.x: -.inf -> 0\n"
+              "  - imported placements.a.y: null\n"
+              "2 differences\n");
+    EXPECT_EQ(diff(ports + "info: [1]\n", ports + "info: [1, 2]\n"), "notes\n"
+                                                                     "  ~ imported info: [1] -> [1, 2]\n"
+                                                                     "1 difference\n");
+    EXPECT_EQ(diff(ports, ports + "info: " + std::string(200, 'x') + "\n"),
+              "notes\n"
+              "  + imported info: "
+              "\"xxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxx...\n"
+              "1 difference\n");
+    EXPECT_EQ(diff(ports + "info: 1\n", ports + "info: 2\n", {"--no-notes"}), "no differences\n");
 }
 
 }  // namespace

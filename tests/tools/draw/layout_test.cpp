@@ -145,6 +145,22 @@ TEST(Place, KeepsTheNetStraightThatMattersMore) {
     EXPECT_EQ(placed.wires[1].paths[0].size(), 2u);
 }
 
+/// Two nodes whose wires cross if neither is flipped.
+Diagram twisted(bool canFlip) {
+    Node const left{80, 24, 24, 0, {{true, -8, {}}, {true, 8, {}}}, canFlip};
+    Node const right{80, 24, 24, 1, {{false, -8, {}}, {false, 8, {}}}, canFlip};
+    return {{left, right}, {{{0, 0}, {1, 1}}, {{0, 1}, {1, 0}}}};
+}
+
+TEST(Place, FlipsANodeWhereWiresCrossOtherwise) {
+    Placed const placed = place(twisted(true));
+    EXPECT_EQ(placed.flipped, (std::vector<bool>{true, false}));
+    EXPECT_EQ(pathText(placed.wires[0].paths[0]), "80,32 104,32 ");
+    EXPECT_EQ(pathText(placed.wires[1].paths[0]), "80,16 104,16 ");
+}
+
+TEST(Place, FlipsNoNodeThatMustNot) { EXPECT_EQ(place(twisted(false)).flipped, (std::vector<bool>{false, false})); }
+
 TEST(Place, TakesAnEmptyDiagram) { EXPECT_EQ(place({}).width, 0); }
 
 }  // namespace

@@ -60,6 +60,7 @@ struct Thing {
     std::string id;
     Rect box;                 ///< its body
     std::vector<Rect> boxes;  ///< and its tags
+    std::vector<Rect> symbols;
     bool frame = false;
 };
 
@@ -111,6 +112,14 @@ Rect textBox(pugi::xml_node const& node) {
     return {x - before, y - 0.75 * size, x - before + width, y + 0.2 * size};
 }
 
+Rect symbolBox(pugi::xml_node const& node) {
+    std::istringstream place(std::string(node.attribute("transform").value()).substr(sizeof "translate(" - 1));
+    double x = 0, y = 0;
+    char comma = 0;
+    place >> x >> comma >> y;
+    return {x - 20, y - 10, x + 20, y + 10};
+}
+
 class Picture {
 public:
     explicit Picture(std::string const& svg) {
@@ -154,6 +163,8 @@ private:
             if (!hasClass(box, "port")) thing.boxes.push_back(rectOf(box));
         for (auto const& path : item.children("path"))
             if (hasClass(path, "outline")) thing.boxes.push_back(boundsOf(pointsOf(path.attribute("d").value())));
+        for (auto const& path : item.children("path"))
+            if (hasClass(path, "symbol")) thing.symbols.push_back(symbolBox(path));
         if (hasClass(item, "cut")) thing.boxes.push_back(texts.back().box);
         if (thing.boxes.empty()) return;
         thing.box = thing.boxes[0];
@@ -255,6 +266,9 @@ private:
 
     void checkBoxes() {
         Rect const page{0, 0, static_cast<double>(result.width), static_cast<double>(result.height)};
+        for (Thing const& thing : things)
+            for (Rect const& symbol : thing.symbols)
+                if (!within(symbol, thing.box)) fault("the symbol of " + thing.id + " leaves it");
         for (std::size_t i = 0; i < things.size(); ++i)
             for (Rect const& a : things[i].boxes) {
                 if (!within(a, page)) fault(things[i].id + " is outside the picture");
@@ -285,6 +299,8 @@ private:
         auto const thing = byId.find(text.owner);
         if (thing == byId.end()) return;
         auto const& boxes = things[thing->second].boxes;
+        for (Rect const& symbol : things[thing->second].symbols)
+            if (overlap(symbol, text.box)) fault("'" + text.text + "' is on the symbol of " + text.owner);
         bool const inside =
             std::any_of(boxes.begin(), boxes.end(), [&](Rect const& box) { return within(text.box, box); });
         if (!inside) fault("'" + text.text + "' does not fit into " + text.owner);

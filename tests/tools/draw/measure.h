@@ -20,7 +20,8 @@ struct Measured {
 
 /// Measures a picture. Faults are: wires that touch a block or a text, that leave their frame, that end elsewhere than
 /// at what they connect, or that touch another wire without crossing it; blocks and labels that overlap; texts that are
-/// wider than their block; anything outside the picture. Throws a std::runtime_error for what is no such picture.
+/// wider than their block, or on its symbol; anything outside the picture. Throws a std::runtime_error for what is no
+/// such picture.
 Measured measured(std::string const& svg);
 
 }  // namespace vrl_test

@@ -4,6 +4,8 @@
 #include <filesystem>
 #include <map>
 #include <regex>
+#include <set>
+#include <utility>
 
 #include "draw/drawing.h"
 #include "draw/svg.h"
@@ -27,12 +29,23 @@ Drawing drawn(Circuit const& circuit, Picture picture) {
     return drawingOf(circuit, picture, selectionOf(circuit, picture));
 }
 
-/// How often each text of a turn is drawn.
-std::map<std::string, int> turnsOf(Drawing const& drawing) {
-    std::map<std::string, int> turns;
-    for (auto const& sheet : drawing.sheets)
-        for (auto const& item : sheet.items)
-            if (item.classes == "turn") ++turns[item.shapes.back().text];
+/// On which sheets each number of a turn is, with repetitions, and what turns say of others: "1:2" by number and sheet.
+struct Turns {
+    std::map<std::string, std::multiset<std::size_t>> sheets;
+    std::set<std::pair<std::string, std::size_t>> named;
+};
+
+Turns turnsOf(Drawing const& drawing) {
+    Turns turns;
+    for (std::size_t i = 0; i < drawing.sheets.size(); ++i)
+        for (auto const& item : drawing.sheets[i].items) {
+            if (item.classes != "turn") continue;
+            std::string const text = item.shapes.back().text;
+            auto const colon = text.find(':');
+            turns.sheets[text.substr(0, colon)].insert(i + 1);
+            if (colon != std::string::npos)
+                turns.named.insert({text.substr(0, colon), std::stoul(text.substr(colon + 1))});
+        }
     return turns;
 }
 
@@ -61,7 +74,9 @@ protected:
         std::sort(elements.begin(), elements.end());
         std::sort(all.begin(), all.end());
         EXPECT_EQ(elements, all);
-        for (auto const& [number, count] : turnsOf(drawing)) EXPECT_GE(count, 2) << number;
+        Turns const turns = turnsOf(drawing);
+        for (auto const& [number, sheets] : turns.sheets) EXPECT_GE(sheets.size(), 2u) << number;
+        for (auto const& [number, sheet] : turns.named) EXPECT_TRUE(turns.sheets.at(number).count(sheet) > 0) << number;
     }
 
     Circuit circuit;
@@ -151,14 +166,42 @@ TEST_F(DrawSheets, NumbersTheirFiles) {
     EXPECT_FALSE(std::filesystem::exists(tool.path("p-4.svg")));
 }
 
+TEST_F(DrawSheets, NameThoseThatAnEarlierPictureLeft) {
+    tool.run("draw", {"a.vrl", "-o", "p.svg", "--height", "700"});
+    EXPECT_EQ(tool.run("draw", {"a.vrl", "-o", "p.svg", "--height", "1500"}).err,
+              "vrl: p-3.svg: is no sheet of this picture; an earlier one may have left it\n");
+    EXPECT_EQ(tool.run("draw", {"a.vrl", "-o", "p.svg"}).status, 0);
+    EXPECT_EQ(tool.run("draw", {"a.vrl", "-o", "p.svg", "--height", "700"}).err,
+              "vrl: p.svg: is no sheet of this picture; an earlier one may have left it\n");
+}
+
+TEST_F(DrawSheets, AreNamedWhereAWireGoesOn) {
+    tool.run("draw", {"a.vrl", "-o", "p.svg", "--height", "700"});
+    auto const texts = vrl_test::textsOf(tool.read("p-2.svg"));
+    EXPECT_THAT(texts, testing::Contains(testing::EndsWith(":1")));
+    EXPECT_THAT(texts, testing::Contains(testing::EndsWith(":3")));
+    EXPECT_THAT(texts, testing::Contains("wire that goes on at the same number, on the sheet after a colon"));
+}
+
 TEST_F(DrawSheets, ArePagesOfOnePdf) {
     EXPECT_EQ(tool.run("draw", {"a.vrl", "-o", "p.pdf", "--page", "a4"}).err, "");
     tool.run("draw", {"a.vrl", "-o", "q.pdf", "--page", "a4"});
     std::string const pdf = tool.read("p.pdf");
     EXPECT_TRUE(pdf == tool.read("q.pdf"));
     EXPECT_EQ(tool.run("draw", {"a.vrl", "-o", "p.svg", "--page", "a4"}).status, 0);
-    EXPECT_NE(tool.read("p-2.svg").find("width=\"210mm\" height=\"297mm\""), std::string::npos);
-    EXPECT_TRUE(std::regex_search(pdf, std::regex("/Count 2\\b")));
+    EXPECT_NE(tool.read("p-2.svg").find("width=\"297mm\" height=\"210mm\""), std::string::npos);
+    EXPECT_TRUE(std::regex_search(pdf, std::regex("/Count 3\\b")));
+}
+
+TEST_F(DrawSheets, HaveFramesThatAreNeverCut) {
+    SampleCircuit circuit;
+    addModulator(circuit);
+    circuit.save(tool.path("m.vrl"));
+    EXPECT_EQ(tool.run("draw", {"m.vrl", "-o", "m.svg", "--depth", "1", "--width", "400", "--height", "400"}).err,
+              "vrl: m.vrl: sheet 2 is larger than asked for, since one of its blocks or frames is\n");
+    std::string const sheet = tool.read("m-2.svg");
+    EXPECT_EQ(vrl_test::idsOf(sheet, "frame"), (std::vector<std::string>{"e1"}));
+    EXPECT_THAT(vrl_test::idsOf(sheet, "element"), testing::IsSupersetOf({"e1_e1", "e1_e2", "e1_e3"}));
 }
 
 TEST_F(DrawSheets, AreTooManyForStandardOutputUnlessTheyArePages) {

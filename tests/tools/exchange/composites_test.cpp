@@ -256,6 +256,20 @@ TEST(CompositeNets, KeepThePortsBesideASkippedOne) {
     EXPECT_EQ(exported.status, 1);
 }
 
+TEST(CompositeMembers, AreKeptAndReturned) {
+    Tool const tool;
+    std::string const netlist = R"({"instances": {"a": {"component": "two", "settings": {}, "array": null, )"
+                                R"("note": "mine", "vrl": {"values": {"length": 3}}}}, "nets": [], "ports": {}})"
+                                "\n";
+    tool.write("a.json", netlist);
+    tool.write("map.yml", "components: {two: {composite: {instances: {x: sfBend}}}}\n");
+    EXPECT_EQ(tool.run("import", {"a.json", "--map", "map.yml", "-o", "a.vrl"}).out,
+              "a.json: note: kept as notes of instances: 'note' and 'vrl'\n"
+              "a.json: 1 element, 0 nets, 0 outer ports, 0 settings (0 to parameters)\n"
+              "a.vrl: written\n");
+    EXPECT_EQ(tool.run("export", {"a.vrl", "--map", "map.yml", "--format", "json"}).out, netlist);
+}
+
 TEST(CompositeNames, AreRefusedWhereAnArrayHasThem) {
     Tool const tool;
     tool.write("a.yml", "instances: {a: {component: two, array: {columns: 2, rows: 1}}, \"a<0.0>\": two}\n");

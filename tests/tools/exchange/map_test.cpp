@@ -30,7 +30,7 @@ TEST_P(WrongMap, IsRefusedWithItsPlace) {
 INSTANTIATE_TEST_SUITE_P(
     NameMap, WrongMap,
     testing::Values(
-        BadMap{"NoComponents", "foundry: SampleFab\n",
+        BadMap{"NoComponents", "foundry: SampleFab\nsameNames: false\n",
                "vrl: map.yml:1:1: has no 'components'\n  each component of the netlist has an entry there\n"},
         BadMap{"UnknownMember", "component: {}\n",
                "vrl: map.yml:1:1: the map has no member 'component'\n  did you mean 'components'?\n"},
@@ -51,8 +51,9 @@ INSTANTIATE_TEST_SUITE_P(
                "vrl: map.yml:1:52: two ports of 'a' lead to 'in0'\n"},
         BadMap{"SkippedWithAKey", "components: {a: {skip: true, key: sfBend}}\n",
                "vrl: map.yml:1:35: 'a' is skipped and has 'key'\n  remove one of them\n"},
-        BadMap{"ThroughWhatIsNotSkipped", "components: {a: {key: sfBend, through: [[e1, e2]]}}\n",
-               "vrl: map.yml:1:40: 'a' is not skipped and has 'through'\n  only skipped ones connect ports\n"},
+        BadMap{
+            "ThroughWhatIsNotSkipped", "components: {a: {key: sfBend, through: [[e1, e2]]}}\n",
+            "vrl: map.yml:1:40: 'a' is not skipped and has 'through'\n  ports of others are connected with 'same'\n"},
         BadMap{"TwiceThrough", "components: {a: {skip: true, through: [[e1, e2], [e2]]}}\n",
                "vrl: map.yml:1:51: 'through' of 'a' has 'e2' twice\n"},
         BadMap{"RuleForNoInstance", "components:\n  a:\n  - {key: sfBend}\n  - {key: sfTaper}\n",
@@ -76,7 +77,41 @@ INSTANTIATE_TEST_SUITE_P(
         BadMap{"CompositeWithAFactor",
                "components: {a: {composite: {instances: {b: sfBend}}, parameters: {r: {to: \"b,radius\"}}}}\n",
                "vrl: map.yml:1:71: a setting of the composite 'a' has a factor\n"
-               "  factors belong to the rules for its instances\n"}),
+               "  factors belong to the rules for its instances\n"},
+        BadMap{"CompositeOfAComposite",
+               "components: {a: {composite: {instances: {c: b}}}, b: {composite: {instances: {d: sfBend}}}}\n",
+               "vrl: map.yml:1:42: the instance 'c' of the composite 'a' is a composite itself\n"
+               "  name the instances inside of that one in its place\n"},
+        BadMap{"CompositeWithAnUnknownPort",
+               "sameNames: false\n"
+               "components:\n"
+               "  a: {composite: {instances: {c: b}, nets: [[\"c,o1\", \"c,o3\"]]}}\n"
+               "  b: {key: sfBend, ports: {o1: in0, o2: out0}}\n",
+               "vrl: map.yml:3:54: 'b' has no port 'o3' in the map\n  did you mean 'o1' or 'o2'?\n"},
+        BadMap{"CompositeWithAnOuterPortThatLeadsNowhere",
+               "sameNames: false\n"
+               "components:\n"
+               "  a: {composite: {instances: {c: b}}, ports: {o1: \"c,in\"}}\n"
+               "  b: {key: sfBend, ports: {in0: in0}}\n",
+               "vrl: map.yml:3:51: 'b' has no port 'in' in the map\n  did you mean 'in0'?\n"},
+        BadMap{"CompositeWithAnUnknownSetting",
+               "sameNames: false\n"
+               "components:\n"
+               "  a: {composite: {instances: {c: b}}, parameters: {r: [\"c,radius\", \"c,radus\"]}}\n"
+               "  b: {key: sfBend, parameters: {radius: radius}}\n",
+               "vrl: map.yml:3:68: 'b' has no setting 'radus' in the map\n  did you mean 'radius'?\n"},
+        BadMap{"CompositeWithPortsThatAreTheSame",
+               "components: {a: {composite: {instances: {c: b}}, ports: {o1: \"c,in\", o2: {same: o1}}}}\n",
+               "vrl: map.yml:1:74: the port 'o2' of the composite 'a' has 'same'\n"
+               "  'same' belongs to the rules for its instances\n"},
+        BadMap{"SameAsNothing", "sameNames: false\ncomponents: {a: {key: sfBend, ports: {in: in0, o2: {same: ni}}}}\n",
+               "vrl: map.yml:2:59: 'o2' of 'a' is the same as 'ni', which leads to no port of ours\n"
+               "  did you mean 'in'?\n"},
+        BadMap{"SameAsTheSame", "components: {a: {key: sfBend, ports: {o1: in0, o2: {same: o1}, o3: {same: o2}}}}\n",
+               "vrl: map.yml:1:75: 'o3' of 'a' is the same as 'o2', which leads to no port of ours\n"
+               "  did you mean 'o1'?\n"},
+        BadMap{"SameAndSkipped", "components: {a: {key: sfBend, ports: {o1: in0, o2: {same: o1, skip: true}}}}\n",
+               "vrl: map.yml:1:59: 'o2' of 'a' has 'same' and more\n  remove the rest\n"}),
     [](auto const& given) { return given.param.name; });
 
 TEST(NameMap, NamesWhatTheKindLacks) {

@@ -32,41 +32,42 @@ TEST(Overview, MarksWhatIsNotTheDefault) {
                          "  author     \"a designer\"\n"
                          "\n"
                          "elements\n"
-                         "  element     kind              parameter     value         default\n"
-                         "  arms        sfPushPullArms    length        1700 um\n"
-                         "                                separation    50 um\n"
-                         "                                cs            strip\n"
-                         "  arms/lower  sfPhaseModulator  length        1500 um\n"
-                         "                                width         0.5 um\n"
-                         "                                efficiency    20 V mm\n"
-                         "                                bias          -2 V\n"
-                         "                                cs            rib\n"
-                         "                                flow          active\n"
-                         "  arms/trim   sfStraight        length      * 30 um         20 um\n"
-                         "                                width         0.45 um\n"
-                         "                                cs            strip\n"
-                         "  arms/upper  sfPhaseModulator  length        1500 um\n"
-                         "                                width         0.5 um\n"
-                         "                                efficiency    20 V mm\n"
-                         "                                bias          -2 V\n"
-                         "                                cs            rib\n"
-                         "                                flow          active\n"
-                         "  bend        sfBend            radius      * 2 um          10 um\n"
-                         "                                angle         90 deg\n"
-                         "                                width       * 0.45 um = w0  0.45 um\n"
-                         "                                cs            strip\n"
-                         "                                flow          passive\n"
-                         "                                out0.cs     * rib           none\n"
+                         "  element     kind              parameter             value         default\n"
+                         "  arms        sfPushPullArms    length                1700 um\n"
+                         "                                separation            50 um\n"
+                         "                                cross section         strip\n"
+                         "  arms/lower  sfPhaseModulator  length                1500 um\n"
+                         "                                width                 0.5 um\n"
+                         "                                efficiency            20 V mm\n"
+                         "                                bias                  -2 V\n"
+                         "                                cross section         rib\n"
+                         "                                process flow          active\n"
+                         "  arms/trim   sfStraight        length              * 30 um         20 um\n"
+                         "                                width                 0.45 um\n"
+                         "                                cross section         strip\n"
+                         "  arms/upper  sfPhaseModulator  length                1500 um\n"
+                         "                                width                 0.5 um\n"
+                         "                                efficiency            20 V mm\n"
+                         "                                bias                  -2 V\n"
+                         "                                cross section         rib\n"
+                         "                                process flow          active\n"
+                         "  bend        sfBend            radius              * 2 um          10 um\n"
+                         "                                angle                 90 deg\n"
+                         "                                width               * 0.45 um = w0  0.45 um\n"
+                         "                                cross section         strip\n"
+                         "                                process flow          passive\n"
+                         "                                out0 cross section  * rib           (none)\n"
                          "\n"
                          "nets\n"
-                         "  arms,in0 -- bend,out0\n"
-                         "  arms: lower,in0 -- trim,out0\n"
-                         "  arms: lower,ground -- upper,ground\n"
+                         "  node  ports\n"
+                         "  9     arms,in0 -- bend,out0\n"
+                         "  3     arms: lower,in0 -- trim,out0\n"
+                         "  8     arms: lower,ground -- upper,ground\n"
                          "\n"
                          "boundary\n"
-                         "  list   place  ports\n"
-                         "  input  1      bend,in0\n"
-                         "  DC     1      arms,ground\n");
+                         "  list   place  node  ports\n"
+                         "  input  1      10    bend,in0\n"
+                         "  DC     1      11    arms,ground\n");
     EXPECT_EQ(shown.err, "");
     EXPECT_EQ(shown.status, 0);
 }
@@ -82,23 +83,24 @@ TEST(Overview, NamesTheBoundaryAsItsNetlistDid) {
     EXPECT_EQ(tool.run("show", {"a.vrl"}).out, "a.vrl: Netlist of 2 elements, 1 net, 2 at the boundary\n"
                                                "\n"
                                                "elements\n"
-                                               "  element  kind        parameter    value    default\n"
-                                               "  a        sfStraight  length     * 20 um    100 um\n"
-                                               "                       width        0.45 um\n"
-                                               "                       cs           strip\n"
-                                               "  b        sfBend      radius       10 um\n"
-                                               "                       angle        90 deg\n"
-                                               "                       width        0.45 um\n"
-                                               "                       cs           strip\n"
-                                               "                       flow         passive\n"
+                                               "  element  kind        parameter        value    default\n"
+                                               "  a        sfStraight  length         * 20 um    100 um\n"
+                                               "                       width            0.45 um\n"
+                                               "                       cross section    strip\n"
+                                               "  b        sfBend      radius           10 um\n"
+                                               "                       angle            90 deg\n"
+                                               "                       width            0.45 um\n"
+                                               "                       cross section    strip\n"
+                                               "                       process flow     passive\n"
                                                "\n"
                                                "nets\n"
-                                               "  a,out0 -- b,in0\n"
+                                               "  node  ports\n"
+                                               "  1     a,out0 -- b,in0\n"
                                                "\n"
                                                "boundary\n"
-                                               "  list    place  ports   name\n"
-                                               "  input   1      a,in0   o1\n"
-                                               "  output  1      b,out0  o2\n");
+                                               "  list    place  node  ports   name\n"
+                                               "  input   1      2     a,in0   o1\n"
+                                               "  output  1      3     b,out0  o2\n");
 }
 
 TEST(Overview, AsJsonHasNotesAsTheyWereGiven) {
@@ -156,20 +158,21 @@ TEST(Overview, ShowsNamesWithoutControlCharacters) {
                                                "  x\\x09      \"y\\x0D\"\n"
                                                "\n"
                                                "elements\n"
-                                               "  element    kind        parameter    value    default\n"
-                                               "  a\\x1B[31m  sfStraight  length       100 um\n"
-                                               "                         width        0.45 um\n"
-                                               "                         cs           strip\n"
-                                               "  b\\x0A      sfStraight  length       100 um\n"
-                                               "                         width        0.45 um\n"
-                                               "                         cs           strip\n"
+                                               "  element    kind        parameter        value    default\n"
+                                               "  a\\x1B[31m  sfStraight  length           100 um\n"
+                                               "                         width            0.45 um\n"
+                                               "                         cross section    strip\n"
+                                               "  b\\x0A      sfStraight  length           100 um\n"
+                                               "                         width            0.45 um\n"
+                                               "                         cross section    strip\n"
                                                "\n"
                                                "nets\n"
-                                               "  a\\x1B[31m,in0 -- b\\x0A,in0\n"
+                                               "  node  ports\n"
+                                               "  1     a\\x1B[31m,in0 -- b\\x0A,in0\n"
                                                "\n"
                                                "boundary\n"
-                                               "  list   place  ports\n"
-                                               "  input  1      a\\x1B[31m,in0 -- b\\x0A,in0\n");
+                                               "  list   place  node  ports\n"
+                                               "  input  1      1     a\\x1B[31m,in0 -- b\\x0A,in0\n");
 }
 
 TEST(Bill, CountsEachKind) {
@@ -177,14 +180,15 @@ TEST(Bill, CountsEachKind) {
     SampleCircuit circuit;
     vrl_test::addModulator(circuit);
     circuit.add("sketch", vrl::BB::create(nullptr, "sfBend")).save(tool.path("a.vrl"));
-    EXPECT_EQ(tool.run("show", {"--bom", "a.vrl"}).out, "kind              foundry    count  inside composites\n"
-                                                        "sfBend                       1\n"
-                                                        "sfCombiner        SampleFab  1\n"
-                                                        "sfEdgeCoupler     SampleFab  2\n"
-                                                        "sfPhaseModulator  SampleFab  1      2\n"
-                                                        "sfPushPullArms    SampleFab  1\n"
-                                                        "sfSplitter        SampleFab  1\n"
-                                                        "sfStraight        SampleFab  0      1\n");
+    EXPECT_EQ(tool.run("show", {"--bom", "a.vrl"}).out,
+              "kind              foundry    count  inside composites  length of all\n"
+              "sfBend                       1\n"
+              "sfCombiner        SampleFab  1                         15.5 um\n"
+              "sfEdgeCoupler     SampleFab  2                         600 um\n"
+              "sfPhaseModulator  SampleFab  1      2                  4500 um\n"
+              "sfPushPullArms    SampleFab  1                         1700 um\n"
+              "sfSplitter        SampleFab  1                         15.5 um\n"
+              "sfStraight        SampleFab  0      1                  20 um\n");
     EXPECT_EQ(tool.run("show", {"--bom", "--json", "a.vrl"}).out.substr(0, 180), "{\n"
                                                                                  "  \"format\": \"vrl-bill\",\n"
                                                                                  "  \"version\": 1,\n"
@@ -193,21 +197,42 @@ TEST(Bill, CountsEachKind) {
                                                                                  "      \"kind\": \"sfBend\",\n"
                                                                                  "      \"foundry\": null,\n"
                                                                                  "      \"count\": 1,\n"
-                                                                                 "      \"insideComposites\": 0\n"
-                                                                                 "    },\n"
-                                                                                 "    {\n"
-                                                                                 "      \"kind\":");
+                                                                                 "      \"insideComposites\": 0,\n"
+                                                                                 "      \"lengths\": []\n"
+                                                                                 "    }");
+}
+
+TEST(Bill, SumsLengthsWithoutTheErrorsOfRounding) {
+    Tool const tool;
+    SampleCircuit circuit;
+    circuit.add("a", "sfStraight").add("b", "sfStraight").add("c", "sfStraight");
+    circuit.set("a", "length", 1.1).set("b", "length", 2.2).set("c", "length", 3.3).save(tool.path("a.vrl"));
+    EXPECT_EQ(tool.run("show", {"--bom", "a.vrl"}).out,
+              "kind        foundry    count  inside composites  length of all\n"
+              "sfStraight  SampleFab  3                         6.6 um\n");
+    auto const json = nlohmann::ordered_json::parse(tool.run("show", {"--bom", "--json", "a.vrl"}).out);
+    EXPECT_EQ(json.at("kinds").at(0).at("lengths").dump(), "[{\"sum\":6.6,\"unit\":\"um\"}]");
+}
+
+TEST(Overview, IsInTheOrderInWhichPeopleCount) {
+    Tool const tool;
+    SampleCircuit circuit;
+    circuit.add("b1", "sfEdgeCoupler").add("b10", "sfEdgeCoupler").add("b2", "sfEdgeCoupler").save(tool.path("a.vrl"));
+    std::string const shown = tool.run("show", {"a.vrl"}).out;
+    EXPECT_LT(shown.find("  b2  "), shown.find("  b10  "));
+    EXPECT_LT(shown.find("  b1  "), shown.find("  b2  "));
 }
 
 TEST(Bill, HasTheMissingKindsToo) {
     Tool const tool;
     tool.write("a.vrl", vrl_test::savedObjects().at("netlist_with_foreign_blocks"));
-    EXPECT_EQ(tool.run("show", {"--bom", "a.vrl"}).out, "kind              foundry    count  inside composites\n"
-                                                        "demoDelayLine     SampleFab  1\n"
-                                                        "foreignBlock                 2      1\n"
-                                                        "foreignComposite             1\n"
-                                                        "sfBend                       0      1\n"
-                                                        "sfBend            SampleFab  1\n");
+    EXPECT_EQ(tool.run("show", {"--bom", "a.vrl"}).out,
+              "kind              foundry    count  inside composites  length of all\n"
+              "demoDelayLine     SampleFab  1                         1000 um\n"
+              "foreignBlock                 2      1\n"
+              "foreignComposite             1\n"
+              "sfBend                       0      1\n"
+              "sfBend            SampleFab  1\n");
     tool.write("b.vrl", vrl_test::savedObjects().at("block"));
     EXPECT_EQ(tool.run("show", {"--bom", "b.vrl"}).err, "vrl: b.vrl: holds a 'sfBend' and no circuit\n"
                                                         "  'vrl show' shows what it holds\n");

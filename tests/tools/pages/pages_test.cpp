@@ -13,17 +13,17 @@ namespace {
 
 using vrl_test::Sandbox;
 
-/// A command of a page, and what the page says that it prints.
+/// A command of a page, and what the page says that it prints; or a file with its content.
 struct Step {
     std::string command;
     std::string printed;
+    bool isFile = false;
 };
 
-/// A page of the documents: the files that it names, and its sessions.
+/// A page of the documents: its files and its sessions, in their order.
 struct Page {
     explicit Page(std::string const& path);
 
-    std::vector<std::pair<std::string, std::string>> files;
     std::vector<Step> steps;
 
 private:
@@ -44,7 +44,7 @@ Page::Page(std::string const& path) {
         if (line.rfind("```", 0) != 0) continue;
         std::string const block = blockOf(page);
         if (line == "```console") addSession(block);
-        if (!file.empty()) files.emplace_back(file, block);
+        if (!file.empty()) steps.push_back({file, block, true});
         file.clear();
     }
 }
@@ -53,7 +53,7 @@ void Page::addSession(std::string const& block) {
     std::istringstream lines(block);
     for (std::string line; std::getline(lines, line);) {
         if (line.rfind("$ ", 0) == 0)
-            steps.push_back({line.substr(2), ""});
+            steps.push_back({line.substr(2), "", false});
         else
             steps.at(steps.size() - 1).printed += line + "\n";
     }
@@ -66,14 +66,18 @@ public:
         auto const libraries = "sodllfile = vrlDemoDll\nsodllfile = foundrySampleFab\n";
         config = vrl_test::writeFile(sandbox.home() / ".config/vorlane/VRLConfig.ini",
                                      vrl_test::configText(VRL_SAMPLE_PLUGINS, libraries));
+        sandbox.set("PLUGINS", VRL_SAMPLE_PLUGINS);
         sandbox.set("PATH", std::filesystem::path(VRL_TOOL_PROGRAM).parent_path().string() + ":/usr/bin:/bin");
     }
 
     std::string run(std::string const& command) const { return sandbox.run("-c", {"exec 2>&1; " + command}).out; }
 
     void play(Page const& page) const {
-        for (auto const& file : page.files) vrl_test::writeFile(sandbox.work() / file.first, file.second);
-        for (Step const& step : page.steps) EXPECT_EQ(run(step.command), step.printed) << step.command;
+        for (Step const& step : page.steps)
+            if (step.isFile)
+                vrl_test::writeFile(sandbox.work() / step.command, step.printed);
+            else
+                EXPECT_EQ(run(step.command), step.printed) << step.command;
     }
 
     std::string config;
@@ -84,7 +88,8 @@ private:
 
 std::vector<std::string> commandsOf(Page const& page) {
     std::vector<std::string> commands;
-    for (Step const& step : page.steps) commands.push_back(step.command);
+    for (Step const& step : page.steps)
+        if (!step.isFile) commands.push_back(step.command);
     return commands;
 }
 
@@ -94,6 +99,23 @@ TEST(Pages, OfTheExchangePrintWhatTheySay) {
               (std::vector<std::string>{
                   "vrl import --map-template mzi.yml", "vrl import mzi.yml --map map.yml -o mzi.vrl",
                   "vrl export mzi.vrl --map map.yml", "vrl import delay.yml --map gdsfactory-generic -o delay.vrl"}));
+    Shell().play(page);
+}
+
+TEST(Pages, OfTheConfigurationPrintWhatTheySay) {
+    Page const page(VRL_DOCUMENTS "/docs/configuration.md");
+    EXPECT_EQ(
+        commandsOf(page),
+        (std::vector<std::string>{
+            "vrl list foundries --plugin \"$PLUGINS/lib_wn_foundrySampleFab.so.5.1.3\"",
+            "vrl config init --config my.ini \"$PLUGINS/lib_wn_foundrySampleFab.so.5.1.3\"",
+            "vrl config init --config my.ini", "grep sodllfile my.ini | tail -1",
+            "export VRL_CONFIG=my.ini; vrl list foundries",
+            "echo 'sodllfile = foundrySampelFab' >> my.ini; vrl plugins --config my.ini | grep -A2 Sampel | grep -v "
+            "path",
+            "vrl import tap.yml -o tap.vrl", "vrl check tap.vrl", "vrl check tap.vrl",
+            "vrl check tap.vrl --all | head -3", "vrl check tap.vrl --no-exceptions --quiet",
+            "sed -i s/open-port/open-prot/ tap.vrl.exceptions.yml; vrl check tap.vrl"}));
     Shell().play(page);
 }
 

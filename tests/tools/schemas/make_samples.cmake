@@ -1,5 +1,5 @@
 # Makes the folder in which the command lines of the schemas are run.
-# Needs: samples, plugins, writer, demo.
+# Needs: samples, plugins, writer, demo, program.
 cmake_minimum_required(VERSION 3.25)
 
 function(run)
@@ -35,3 +35,14 @@ file(WRITE ${samples}/demo.vrl.exceptions.yml "exceptions:
 - {rule: open-port, reason: old}
 ")
 run(${demo} build ${config} ${samples}/demo.vrl)
+
+# Two imports of one circuit, with other names at its boundary and another note.
+set(ENV{HOME} ${samples}/home)
+foreach(design IN ITEMS imported renamed)
+    file(WRITE ${samples}/${design}.yml "
+instances: {a: {component: sfStraight, info: {made: ${design}, at: null}}}
+placements: {a: {x: [1, 2]}}
+ports: {in: 'a,in0', ${design}: 'a,out0'}
+")
+    run(${program} import ${samples}/${design}.yml -o ${samples}/${design}.vrl)
+endforeach()

@@ -13,7 +13,8 @@ endif()
 
 string(MD5 name "${line}")
 file(WRITE ${samples}/${name}.json "${out}")
-execute_process(COMMAND ${python} -W ignore -m jsonschema -i ${samples}/${name}.json ${schema}
+get_filename_component(folder ${schema} DIRECTORY)  # where the other schemas are that it refers to
+execute_process(COMMAND ${python} -W ignore -m jsonschema --base-uri file://${folder}/ -i ${samples}/${name}.json ${schema}
     RESULT_VARIABLE result OUTPUT_VARIABLE out ERROR_VARIABLE err)
 if(NOT result EQUAL 0)
     message(FATAL_ERROR "vrl ${line}: not as ${schema} says (package python3-jsonschema)\n${out}${err}")

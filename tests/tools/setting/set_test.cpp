@@ -78,7 +78,8 @@ TEST_F(Set, WritesNothingWhereNothingChanges) {
 
 TEST_F(Set, CopiesADesignInWhichNothingChanges) {
     EXPECT_EQ(set({"upper.length=100"}, {"-o", "b.vrl"}), "upper.length: is already 100 um\n"
-                                                          "b.vrl: written, 0 changes\n[0]");
+                                                          "b.vrl: written, 0 changes, 1 unchanged\n"
+                                                          "[0]");
     EXPECT_EQ(tool.read("b.vrl"), original);
 }
 
@@ -105,13 +106,12 @@ TEST_F(Set, KeepsToRangesUnlessItIsForced) {
 }
 
 TEST_F(Set, ReportsElementsOfAPatternWithoutTheParameter) {
-    EXPECT_EQ(
-        set({"*.width=0.6"}),
-        "lower.width: 0.45 um -> 0.6 um\n"
-        "upper.width: 0.45 um -> 0.6 um\n"
-        "a.vrl: written, 2 changes\n"
-        "vrl: note: *.width=0.6: 4 of 6 elements that fit have no such thing and stay as they are: in, join, out and "
-        "split\n[0]");
+    EXPECT_EQ(set({"*.width=0.6"}), "lower.width: 0.45 um -> 0.6 um\n"
+                                    "upper.width: 0.45 um -> 0.6 um\n"
+                                    "a.vrl: written, 2 changes\n"
+                                    "vrl: note: *.width=0.6: 4 of 6 elements that fit have no parameter 'width' and "
+                                    "stay as they are: in, join, out and split\n"
+                                    "[0]");
 }
 
 TEST_F(Set, ReportsEverythingThatIsWrong) {
@@ -146,21 +146,23 @@ TEST_F(Set, ReportsEverythingThatIsWrong) {
 
 TEST_F(Set, ChoosesCrossSectionsAndFlows) {
     EXPECT_EQ(set({"upper.cs=rib", "lower,*.cs=rib", "in.out0.flow=active"}), "upper.cs: strip -> rib\n"
-                                                                              "lower,in0.cs: none -> rib\n"
-                                                                              "lower,out0.cs: none -> rib\n"
-                                                                              "in,out0.flow: none -> active\n"
-                                                                              "a.vrl: written, 4 changes\n[0]");
+                                                                              "lower,in0.cs: (none) -> rib\n"
+                                                                              "lower,out0.cs: (none) -> rib\n"
+                                                                              "in,out0.flow: (none) -> active\n"
+                                                                              "a.vrl: written, 4 changes\n"
+                                                                              "[0]");
     EXPECT_EQ(differences("a.vrl"), "foundries and cross sections\n"
-                                    "  ~ in,out0 flow: none -> active\n"
-                                    "  ~ lower,in0 cross section: none -> rib\n"
-                                    "  ~ lower,out0 cross section: none -> rib\n"
+                                    "  ~ in,out0 process flow: (none) -> active\n"
+                                    "  ~ lower,in0 cross section: (none) -> rib\n"
+                                    "  ~ lower,out0 cross section: (none) -> rib\n"
                                     "  ~ upper cross section: strip -> rib\n"
                                     "4 differences\n");
     EXPECT_EQ(set({"upper.cs=strip", "lower,*.cs=", "in,out0.flow="}), "upper.cs: rib -> strip\n"
-                                                                       "lower,in0.cs: rib -> none\n"
-                                                                       "lower,out0.cs: rib -> none\n"
-                                                                       "in,out0.flow: active -> none\n"
-                                                                       "a.vrl: written, 4 changes\n[0]");
+                                                                       "lower,in0.cs: rib -> (none)\n"
+                                                                       "lower,out0.cs: rib -> (none)\n"
+                                                                       "in,out0.flow: active -> (none)\n"
+                                                                       "a.vrl: written, 4 changes\n"
+                                                                       "[0]");
     EXPECT_EQ(tool.read("a.vrl"), original);
 }
 
@@ -210,9 +212,10 @@ TEST_F(Set, SetsWhatTheDesignItselfHas) {
 TEST_F(Set, SetsASavedBlock) {
     tool.write("a.vrl", vrl_test::savedObjects().at("block"));
     EXPECT_EQ(set({"radius=0.1mm", "in0.cs=rib", "cs=rib"}), "radius: 25 um -> 100 um\n"
-                                                             "in0.cs: none -> rib\n"
+                                                             "in0.cs: (none) -> rib\n"
                                                              "cs: strip -> rib\n"
-                                                             "a.vrl: written, 3 changes\n[0]");
+                                                             "a.vrl: written, 3 changes\n"
+                                                             "[0]");
 }
 
 TEST_F(Set, LeavesAllOtherBytesAloneWherePluginsAreMissing) {
@@ -237,7 +240,7 @@ TEST_F(Set, SetsTheParametersOfAMissingKindUnchecked) {
     EXPECT_EQ(ended.out, "");
     Outcome const good = tool.run("set", {"a.vrl", "laser.gain=-1000", "laser,in0.cs=any"});
     EXPECT_EQ(good.out, "laser.gain: 1.5 dB -> -1000 dB\n"
-                        "laser,in0.cs: none -> any\n"
+                        "laser,in0.cs: (none) -> any\n"
                         "a.vrl: written, 2 changes\n");
     EXPECT_EQ(good.err.substr(good.err.find("vrl: note")),
               "vrl: note: laser.gain and laser,in0.cs: set without a check, since no loaded plug-in has the kind "
@@ -322,7 +325,7 @@ TEST_F(Set, PrintsJson) {
   "findings": [
     {
       "severity": "note",
-      "text": "*.width=450 nm: 4 of 6 elements that fit have no such thing and stay as they are: in, join, out and split"
+      "text": "*.width=450 nm: 4 of 6 elements that fit have no parameter 'width' and stay as they are: in, join, out and split"
     }
   ],
   "without": [
@@ -337,7 +340,7 @@ TEST_F(Set, PrintsJson) {
     }
   ]
 }
-vrl: note: *.width=450 nm: 4 of 6 elements that fit have no such thing and stay as they are: in, join, out and split
+vrl: note: *.width=450 nm: 4 of 6 elements that fit have no parameter 'width' and stay as they are: in, join, out and split
 [0])");
 }
 

@@ -70,8 +70,9 @@ TEST(SpiceExport, CallsPinsAsTheNetlistDidThatWasImported) {
                "instances: {a: sfPhotodiode}\nports: {fibre: \"a,in0\", gnd: \"a,cathode\", also: \"a,cathode\"}\n");
     tool.run("import", {"a.yml", "-o", "a.vrl"});
     auto const exported = tool.run("export", {"a.vrl", "-o", "a.cir"});
-    EXPECT_EQ(exported.out,
-              "a.vrl: note: " + kMissing + ": 'sfPhotodiode'\na.cir: 1 instance, 2 nodes, 2 pins written\n");
+    EXPECT_EQ(exported.out, "a.vrl: note: " + kMissing +
+                                ": 'sfPhotodiode'\na.vrl: note: pins with another name than in the design: 'gnd_2'\n"
+                                "a.cir: 1 instance, 2 nodes, 2 pins written\n");
     EXPECT_EQ(tool.read("a.cir"),
               "* a.vrl, written by vrl export\n"
               "\n"
@@ -105,7 +106,26 @@ TEST(SpiceExport, LeavesOutWhatModelsDefine) {
               "+ length=1700 separation=50\n"
               "Xguide guide_in0 guide_out0 sfStraight length=100 width=0.45\n"
               ".ends chip_2\n");
-    EXPECT_EQ(exported.err, "chip.vrl: note: " + kMissing + ": 'sfStraight'\n");
+    EXPECT_EQ(exported.err, "chip.vrl: note: " + kMissing +
+                                ": 'sfStraight'\n"
+                                "chip.vrl: note: the subcircuit of the design is called 'chip_2', not 'chip'\n");
+}
+
+TEST(SpiceExport, SaysWhichElementsTheirModelsCannotTellApart) {
+    Tool const tool;
+    tool.write("a.yml", "instances:\n"
+                        "  a: {component: sfStraight, vrl: {foundry: SampleFab, crossSection: rib}}\n"
+                        "  b: {component: sfStraight, vrl: {foundry: SampleFab, crossSection: rib}}\n"
+                        "  c: {component: sfBend, vrl: {foundry: SampleFab, crossSection: rib}}\n"
+                        "  d: {component: sfBend, vrl: {foundry: SampleFab, crossSection: strip}}\n");
+    tool.run("import", {"a.yml", "-o", "a.vrl"});
+    auto const exported = tool.run("export", {"a.vrl", "--format", "spice"});
+    EXPECT_EQ(exported.err,
+              "a.vrl: note: kinds whose elements differ in their cross sections, which the netlist does not hold: "
+              "'sfBend'\n"
+              "a.vrl: note: " +
+                  kMissing + ": 'sfBend' and 'sfStraight'\n");
+    EXPECT_EQ(exported.status, 0);
 }
 
 TEST(SpiceExport, WritesNumbersOfAllTypesAndReportsTheRest) {

@@ -22,7 +22,8 @@ TEST(BlockTable, HoldsWhatAFoundryDeclares) {
     Tool const tool;
     auto const shown = tool.run("describe", {"SampleFab", "--table"});
     EXPECT_EQ(shown.out, vrl_test::kept(shown.out, VRL_STARTER_EXPECTED "/sample_fab.yml"));
-    EXPECT_EQ(shown.err, "SampleFab: note: the table cannot hold block view 'SampleFab/Layout'\n");
+    EXPECT_EQ(shown.err, "SampleFab: note: the table cannot hold block view 'SampleFab/Layout'\n"
+                         "SampleFab: note: the table cannot hold block view 'Symbol/SampleFab'\n");
     EXPECT_EQ(shown.status, 0);
 }
 

@@ -25,15 +25,18 @@ std::string findings(Tool const& tool, std::string const& check, std::string con
 
 TEST(ValidateFile, ReportsAMissingFile) {
     Tool const tool;
-    EXPECT_EQ(findings(tool, "regular-file", "gone.so"), "  gone.so: there is no such file\n"
-                                                         "    hint: give the path of the plug-in\n");
+    auto const shown = tool.run("validate", {VRL_SAMPLE_PLUGINS "/lib_wn_vrlDemoDll.so.5.1.3", "gone.so"});
+    EXPECT_EQ(shown.out, "");
+    EXPECT_EQ(shown.err, "vrl: gone.so: there is no such file\n"
+                         "  give the path of the plug-in\n");
+    EXPECT_EQ(shown.status, 2);
 }
 
 TEST(ValidateFile, ReportsANameThatIsTooLong) {
     Tool const tool;
     std::string const name(300, 'n');
     EXPECT_EQ(findings(tool, "regular-file", name), "  " + name +
-                                                        ": cannot be looked at: File name too long\n"
+                                                        ": cannot be examined: File name too long\n"
                                                         "    hint: give the path of the plug-in\n");
     tool.write("empty.so", "");
     auto const shown = tool.run("validate", {"--only", "regular-file", "empty.so", name});
@@ -129,7 +132,7 @@ TEST(ValidateFile, LoadsAPluginUnderAnyName) {
     auto const shown = tool.run("validate", {"--only", "file-name", "--only", "brings-keys", name});
     EXPECT_EQ(shown.out, "a;b*?lib_wX_ \xC3\xBC$\\x0A'c.so\n"
                          "  file-name    warning  1 finding\n"
-                         "  brings-keys  pass     1 foundry, 11 blocks, 1 block view\n"
+                         "  brings-keys  pass     1 foundry, 11 blocks, 2 block views\n"
                          "\n"
                          "file-name: warning\n"
                          "  expected: its name is one under which a configuration finds it\n"

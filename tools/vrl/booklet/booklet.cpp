@@ -3,12 +3,10 @@
 #include <algorithm>
 #include <set>
 
+#include "booklet/circuit_picture.h"
 #include "booklet/picture.h"
-#include "booklet/preamble.h"
-#include "booklet/tex_table.h"
+#include "booklet/sections.h"
 #include "booklet/tex_text.h"
-#include "system/temporary_folder.h"
-#include "text/failure.h"
 #include "text/number.h"
 #include "text/table.h"
 #include "vrllib/vrllib.h"
@@ -17,15 +15,12 @@ namespace vrltool::booklet {
 
 namespace {
 
-// The headings of a booklet; those of texstream begin with chapters as well.
-constexpr int kChapter = 0;
-constexpr int kSection = 1;
-constexpr int kPart = 2;
+constexpr std::size_t kMostBeside = 10;  // ports
 
-/// Writes a booklet to a texstream. What comes from a plug-in goes through texText or texName.
-class Writer {
+/// Writes the booklet of a foundry. What comes from a plug-in goes through texText or texName.
+class Writer : private Sections {
 public:
-    Writer(texstream& target, FoundryFacts const& known) : tex(target), facts(known) {
+    Writer(texstream& target, FoundryFacts const& known) : Sections(target), facts(known) {
         for (BlockFacts const& block : facts.blocks) kinds.insert(block.kind);
     }
 
@@ -34,14 +29,6 @@ public:
     void writeBlock(BlockFacts const& block);
 
 private:
-    std::ostream& os() { return tex.os(); }
-    void heading(std::string const& title, int level, char const* need) {
-        os() << "\n\\vrlneed{" << need << "}";
-        tex.docHeader(title, level);
-    }
-    void chapter(std::string const& title) { tex.docHeader(title, kChapter); }
-    void section(std::string const& title, char const* need) { heading(title, kSection, need); }
-    void part(std::string const& title) { heading(title, kPart, "28mm"); }
     std::string linked(std::string const& kind) const;
     std::string width(std::optional<double> const& value) const;
     void writeFlows();
@@ -52,7 +39,6 @@ private:
     void writeInside(BlockFacts const& block);
     void writeViews(BlockFacts const& block);
 
-    texstream& tex;
     FoundryFacts const& facts;
     std::set<std::string> kinds;
 };
@@ -83,7 +69,7 @@ void Writer::writeParameters(std::vector<ParameterFacts> const& parameters) {
         table.add({texName(p.name), texName(p.type), p.value.empty() ? "" : texText(p.value), texText(p.range + spread),
                    texText(p.unit), texText(p.description)});
     }
-    table.write(os());
+    write(table);
 }
 
 void Writer::writeFlows() {
@@ -97,11 +83,12 @@ void Writer::writeFlows() {
     TexTable table({{'N', 0.3, "Process flow"}, {'N', 0.4, "Standard cross section"}, {'P', 0.3, "Standard width"}});
     for (FlowFacts const& flow : facts.flows)
         table.add({texName(flow.kind), texName(flow.section), flow.section.empty() ? "" : width(flow.width)});
-    table.write(os());
-    for (FlowFacts const& flow : facts.flows) {
-        part("Process flow " + texName(flow.kind));
-        writeParameters(flow.parameters);
-    }
+    write(table);
+    for (FlowFacts const& flow : facts.flows)
+        whole(flow.parameters.size(), [&] {
+            part("Process flow " + texName(flow.kind));
+            writeParameters(flow.parameters);
+        });
 }
 
 void Writer::writeSections() {
@@ -113,11 +100,12 @@ void Writer::writeSections() {
     TexTable table({{'N', 0.25, "Cross section"}, {'P', 0.2, "Standard width"}, {'P', 0.55, "Description"}});
     for (SectionFacts const& section : facts.sections)
         table.add({texName(section.kind), width(section.width), texText(section.description)});
-    table.write(os());
-    for (SectionFacts const& section : facts.sections) {
-        part("Cross section " + texName(section.kind));
-        writeParameters(section.parameters);
-    }
+    write(table);
+    for (SectionFacts const& section : facts.sections)
+        whole(section.parameters.size(), [&] {
+            part("Cross section " + texName(section.kind));
+            writeParameters(section.parameters);
+        });
 }
 
 void Writer::writeTechnology() {
@@ -156,10 +144,10 @@ void Writer::writeOverview() {
     for (BlockFacts const& block : facts.blocks)
         table.add({linked(block.kind), portNames(block, {Side::kLeft}), portNames(block, {Side::kRight}),
                    portNames(block, {Side::kBelow, Side::kAbove}), "\\pageref{bb:" + texLabel(block.kind) + "}"});
-    table.write(os());
+    write(table);
     os() << "\nThe pictures show inputs on the left, outputs on the right, and electrical ports below. The lines show "
             "the domains:\\par\n\\smallskip\n";
-    writeLineKey(os());
+    writeLineKey(os(), facts.blocks);
 }
 
 void Writer::writeChoice(BlockFacts const& block) {
@@ -184,24 +172,39 @@ char const* directionOf(Side side) {
     }
 }
 
-void Writer::writePorts(BlockFacts const& block) {
-    part("Ports");
-    if (block.ports.empty()) {
-        os() << "It has no ports.\n\n";
-        return;
-    }
+TexTable portTable(BlockFacts const& block) {
     TexTable table({{'N', 0.4, "Port"}, {'P', 0.3, "Domain"}, {'P', 0.3, "Direction"}});
     for (PortFacts const& port : block.ports)
         table.add({texName(port.name), texText(vrl::EnumList::getName(port.domain)), directionOf(port.side)});
-    table.write(os());
+    return table;
+}
+
+/// The picture, and its ports: beside it if they are few.
+void Writer::writePorts(BlockFacts const& block) {
+    bool const beside = !block.ports.empty() && block.ports.size() <= kMostBeside;
+    if (beside) os() << "\\vrlbeside{%\n";
+    writePicture(os(), block);
+    if (beside) {
+        os() << "}{%\n";
+        write(portTable(block));
+        os() << "}\n";
+        return;
+    }
+    part("Ports");
+    if (block.ports.empty())
+        os() << "It has no ports.\n\n";
+    else
+        write(portTable(block));
 }
 
 void Writer::writeInside(BlockFacts const& block) {
     if (!block.composite) return;
+    part("Inside");
+    writeSheets(os(), block.inside);
     part("Elements inside");
     TexTable elements({{'N', 0.5, "Element"}, {'N', 0.5, "Kind"}});
     for (ElementFacts const& element : block.elements) elements.add({texName(element.name), linked(element.kind)});
-    elements.write(os());
+    write(elements);
     part("Connections inside");
     TexTable nodes({{'N', 0.65, "Connected ports, each as element and port"}, {'P', 0.35, "Boundary"}});
     for (NodeFacts const& node : block.nodes) {
@@ -209,7 +212,7 @@ void Writer::writeInside(BlockFacts const& block) {
         for (std::string const& port : node.ports) ports += (ports.empty() ? "" : " \\textemdash{} ") + texName(port);
         nodes.add({ports, node.outside});
     }
-    nodes.write(os());
+    write(nodes);
 }
 
 void Writer::writeViews(BlockFacts const& block) {
@@ -217,34 +220,42 @@ void Writer::writeViews(BlockFacts const& block) {
     part("Views");
     TexTable table({{'N', 0.4, "View"}, {'P', 0.6, "As the block is made"}});
     for (ViewFacts const& view : block.views) table.add({texName(view.key), texText(view.description)});
-    table.write(os());
+    write(table);
+}
+
+std::size_t rowsOf(BlockFacts const& block) {
+    return block.ports.size() + block.parameters.size() + block.elements.size() + block.nodes.size() +
+           block.views.size();
 }
 
 void Writer::writeBlock(BlockFacts const& block) {
-    section(texName(block.kind), "90mm");
-    tex.label("bb:", texLabel(block.kind)).os() << "%\n";
-    writeChoice(block);
-    writePicture(os(), block);
-    writePorts(block);
-    part("Parameters");
-    writeParameters(block.parameters);
-    writeInside(block);
-    writeViews(block);
+    whole(rowsOf(block), [&] {
+        section(texName(block.kind), "90mm");
+        label("bb:", texLabel(block.kind));
+        writeChoice(block);
+        writePorts(block);
+        part("Parameters");
+        writeParameters(block.parameters);
+        writeInside(block);
+        writeViews(block);
+    });
 }
 
 }  // namespace
 
 std::string bookletTex(FoundryFacts const& facts) {
-    TemporaryFolder const folder;
-    texstream tex((folder / "booklet.tex").c_str(), false);
-    writePreamble(tex.os(), facts);
-    Writer writer(tex, facts);
-    writer.writeTechnology();
-    writer.writeOverview();
-    for (BlockFacts const& block : facts.blocks) writer.writeBlock(block);
-    tex.close(true);
-    if (!tex.os()) throw Failure(folder.path(), "cannot be written", "set TMPDIR to a folder with room");
-    return folder.read("booklet.tex");
+    TitlePage const title{facts.name,
+                          facts.description,
+                          "Building blocks, process flows and cross sections",
+                          {counted(facts.blocks.size(), "building block"), counted(facts.flows.size(), "process flow"),
+                           counted(facts.sections.size(), "cross section")},
+                          true};
+    return bookletText(title, [&](texstream& tex) {
+        Writer writer(tex, facts);
+        writer.writeTechnology();
+        writer.writeOverview();
+        for (BlockFacts const& block : facts.blocks) writer.writeBlock(block);
+    });
 }
 
 }  // namespace vrltool::booklet

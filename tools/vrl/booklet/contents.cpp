@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <memory>
 
+#include "booklet/circuit_picture.h"
 #include "circuit/circuit.h"
 #include "circuit/direction.h"
 #include "circuit/parameters.h"
@@ -121,6 +122,7 @@ void takeInside(BlockFacts& facts, vrl::Netlist& netlist) {
         for (PortPlace const& port : node.second) connected.ports.push_back(circuit.portText(port));
         facts.nodes.push_back(std::move(connected));
     }
+    facts.inside = sheetsOf(circuit, {});
 }
 
 /// Notes a view if it applies to the kind, and takes it out of the register of its object again.
@@ -203,6 +205,8 @@ void takeTechnology(FoundryFacts& facts, vrl::Foundry const& foundry) {
 }
 
 }  // namespace
+
+std::vector<std::string> foundryKeys() { return keysOf<vrl::Foundry>(); }
 
 FoundryFacts factsOf(std::string const& name, std::vector<std::string> const& chosenBlocks) {
     needKey<vrl::Foundry>("foundry", name);

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "draw/scene.h"
 #include "vrllib/vrllib.h"
 
 namespace vrltool::booklet {
@@ -57,6 +58,7 @@ struct BlockFacts {
     bool composite = false;
     std::vector<ElementFacts> elements;
     std::vector<NodeFacts> nodes;
+    std::vector<draw::Scene> inside;  ///< its picture, sheet by sheet
     std::vector<ViewFacts> views;
 };
 
@@ -84,6 +86,9 @@ struct FoundryFacts {
     std::vector<SectionFacts> sections;
     std::vector<BlockFacts> blocks;
 };
+
+/// The names of all foundries.
+std::vector<std::string> foundryKeys();
 
 /// Asks the plug-ins. Without a choice, the blocks are those whose code is in the same file as that of the foundry.
 ///

@@ -1,9 +1,11 @@
 #include "booklet/picture.h"
 
 #include <algorithm>
+#include <map>
 #include <ostream>
 
 #include "booklet/tex_text.h"
+#include "draw/domain_style.h"
 
 namespace vrltool::booklet {
 
@@ -22,7 +24,7 @@ constexpr std::size_t kMostLetters = 18;
 struct Row {
     struct Entry {
         std::string name;
-        char const* style;
+        std::string style;
     };
     std::vector<Entry> entries;
     int pitch = kPitch;
@@ -30,18 +32,7 @@ struct Row {
     int length() const { return static_cast<int>(entries.size()) * pitch; }
 };
 
-char const* styleOf(vrl::EnumList::Domain domain) {
-    switch (domain) {
-    case vrl::EnumList::Optics:
-        return "optical";
-    case vrl::EnumList::DC:
-        return "direct";
-    case vrl::EnumList::RF:
-        return "radio";
-    default:
-        return "other";
-    }
-}
+std::string styleOf(vrl::EnumList::Domain domain) { return "vrl line " + draw::className(domain); }
 
 Row rowOf(BlockFacts const& block, Side side) {
     Row row;
@@ -70,7 +61,7 @@ void writeSide(std::ostream& os, Row const& row, int x) {
     int const end = x < 0 ? x - kStub : x + kStub;
     for (std::size_t i = 0; i < row.entries.size(); ++i) {
         int const y = -middle(row, i);
-        os << "\\draw[" << row.entries[i].style << "] (" << x << ',' << y << ") -- (" << end << ',' << y
+        os << "\\path[" << row.entries[i].style << "] (" << x << ',' << y << ") -- (" << end << ',' << y
            << ") node[port, anchor=" << (x < 0 ? "east" : "west") << "] {" << row.entries[i].name << "};\n";
     }
 }
@@ -82,7 +73,7 @@ void writeLevel(std::ostream& os, Row const& row, int y) {
     char const* const turned = y < 0 ? "east, rotate=90" : "west, rotate=90";
     for (std::size_t i = 0; i < row.entries.size(); ++i) {
         int const x = middle(row, i);
-        os << "\\draw[" << row.entries[i].style << "] (" << x << ',' << y << ") -- (" << x << ',' << end
+        os << "\\path[" << row.entries[i].style << "] (" << x << ',' << y << ") -- (" << x << ',' << end
            << ") node[port, anchor=" << (row.pitch == kPitch ? turned : level) << "] {" << row.entries[i].name
            << "};\n";
     }
@@ -106,15 +97,19 @@ void writePicture(std::ostream& os, BlockFacts const& block) {
     os << "\\end{vrlpicture}\n";
 }
 
-void writeLineKey(std::ostream& os) {
-    struct Line {
-        char const* style;
-        char const* meaning;
-    };
-    constexpr Line kLines[] = {{"optical", "optical"}, {"direct", "DC"}, {"radio", "RF"}, {"other", "other"}};
-    for (Line const& line : kLines)
-        os << "\\tikz[baseline=-0.6ex]{\\draw[" << line.style << "] (0,0) -- (9mm,0);}~" << line.meaning << "\\quad\n";
-    os << "\\tikz[baseline=-0.6ex]{\\node[composite, minimum width=9mm, minimum height=4mm] {};}~composite\n\n";
+void writeLineKey(std::ostream& os, std::vector<BlockFacts> const& blocks) {
+    std::map<vrl::EnumList::Domain, std::string> names;
+    bool composite = false;
+    for (BlockFacts const& block : blocks) {
+        composite = composite || block.composite;
+        for (PortFacts const& port : block.ports)
+            names[draw::styleOf(port.domain).domain] = draw::styleOf(port.domain).name;
+    }
+    for (auto const& [domain, name] : names)
+        os << "\\tikz[baseline=-0.6ex]{\\path[" << styleOf(domain) << "] (0,0) -- (9mm,0);}~" << name << "\\quad\n";
+    if (composite)
+        os << "\\tikz[baseline=-0.6ex]{\\node[composite, minimum width=9mm, minimum height=4mm] {};}~composite\n";
+    os << '\n';
 }
 
 }  // namespace vrltool::booklet

@@ -10,7 +10,7 @@ namespace vrltool::booklet {
 /// above. The line shows the domain. Many ports on one side are drawn in part, with the number of the others.
 void writePicture(std::ostream& os, BlockFacts const& block);
 
-/// The key to the lines, as one line of text.
-void writeLineKey(std::ostream& os);
+/// The key to the lines of some blocks, as one line of text.
+void writeLineKey(std::ostream& os, std::vector<BlockFacts> const& blocks);
 
 }  // namespace vrltool::booklet

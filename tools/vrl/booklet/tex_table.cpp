@@ -25,7 +25,10 @@ void TexTable::write(std::ostream& os) const {
     os << "@{}}\n\\toprule\n";
     writeRow(os, headings);
     os << "\\midrule\n\\endhead\n\\bottomrule\n\\endlastfoot\n";
-    for (auto const& row : rows) writeRow(os, row);
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        if (i > 0 && groups.count(i) > 0) os << "\\addlinespace[2pt]\n";
+        writeRow(os, rows[i]);
+    }
     os << "\\end{longtable}}\n\n";
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <iosfwd>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -18,11 +19,14 @@ public:
     explicit TexTable(std::vector<Column> all) : columns(std::move(all)) {}
     /// Adds a row of LaTeX; as many cells as columns.
     void add(std::vector<std::string> cells) { rows.push_back(std::move(cells)); }
+    /// The next row begins a group, with a gap above it.
+    void beginGroup() { groups.insert(rows.size()); }
     void write(std::ostream& os) const;
 
 private:
     std::vector<Column> columns;
     std::vector<std::vector<std::string>> rows;
+    std::set<std::size_t> groups;  ///< the places of their first rows
 };
 
 }  // namespace vrltool::booklet

@@ -83,10 +83,10 @@ void keepNamed(std::vector<Page>& pages, std::string const& key, std::vector<std
 Outcome describeKey(std::string const& key, std::vector<std::string> const& parameters, bool json) {
     std::vector<Page> pages = pagesOf(key);
     keepNamed(pages, key, parameters);
-    bool const bad = std::any_of(pages.begin(), pages.end(), [](Page const& page) { return page.hasProblems; });
+    bool const bad = std::any_of(pages.begin(), pages.end(), [](Page const& page) { return page.hasProblems(); });
     Outcome const outcome = bad ? Outcome::kFindings : Outcome::kFine;
     if (json) {
-        Json whole = jsonHead("describe", 1);
+        Json whole = jsonHead("describe", 2);
         whole["asked"] = key;
         whole["pages"] = Json::array();
         for (Page const& page : pages) whole["pages"].push_back(pageJson(page));

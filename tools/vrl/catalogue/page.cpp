@@ -5,6 +5,7 @@
 
 #include "circuit/circuit.h"
 #include "circuit/direction.h"
+#include "design/design_json.h"
 #include "guard/thrown.h"
 #include "host/loads.h"
 #include "text/failure.h"
@@ -23,11 +24,6 @@ void takeParameters(Page& page, vrl::Attributes& list) {
 void takeChoice(Page& page, vrl::Foundry::CSInfo const& choice) {
     page.crossSection = choice.getCSName();
     page.flow = choice.getFlowName();
-}
-
-std::string directionText(std::string const& port) {
-    static char const* const words[] = {"", "input", "output"};
-    return words[static_cast<int>(directionOf(port))];
 }
 
 bool isBoundary(Circuit const& circuit, unsigned node) {
@@ -56,6 +52,7 @@ void takeElements(Page& page, vrl::Netlist& netlist) {
                 shown.connects.push_back(element.ports[p].name + " to " + otherPorts(circuit, node, e, p));
         page.elements.push_back(std::move(shown));
     }
+    page.inside = circuitJson(circuitFrom(netlist));
 }
 
 template <class T>
@@ -72,14 +69,13 @@ void describeAttribute(Page& page, vrl::Foundry const*) {
     page.parameters.back().attribute = nullptr;
 }
 
-/// What is reported of a part of the page; what it throws is reported in its place.
+/// A part with what it says of itself, or with what it throws.
 template <class About>
-std::string aboutOr(Page& page, About about) {
-    std::string text;
-    std::string const thrown = thrownBy([&] { text = about(); });
-    if (thrown.empty()) return text;
-    page.hasProblems = true;
-    return "cannot be made: it throws " + thrown;
+Page::Part partOf(std::string const& key, About about) {
+    Page::Part part{key, "", ""};
+    std::string const thrown = thrownBy([&] { part.about = about(); });
+    if (!thrown.empty()) part.problem = "cannot be made: it throws " + thrown;
+    return part;
 }
 
 void describeFoundry(Page& page, vrl::Foundry const*) {
@@ -90,18 +86,17 @@ void describeFoundry(Page& page, vrl::Foundry const*) {
     takeParameters(page, foundry);
     for (auto flow = foundry.beginFlow(); flow != foundry.endFlow(); ++flow) page.flows.push_back(flow->first);
     for (auto section = foundry.beginCrossSection(); section != foundry.endCrossSection(); ++section) {
-        page.crossSections.emplace_back(section->first, aboutOr(page, [&] {
-                                            std::unique_ptr<vrl::CrossSection> const guide(
-                                                foundry.createCS(section->first));
-                                            return guide ? guide->describe() : std::string();
-                                        }));
+        page.crossSections.push_back(partOf(section->first, [&] {
+            std::unique_ptr<vrl::CrossSection> const guide(foundry.createCS(section->first));
+            return guide ? guide->describe() : std::string();
+        }));
     }
     for (Kind const& kind : kindsOf(kBlock)) {
         if (kind.file != page.kind.file) continue;
-        page.blocks.push_back({kind.key, aboutOr(page, [&] {
-                                   auto const block = makeBlock(&foundry, kind.key);
-                                   return block ? blockLine(*block) : std::string();
-                               })});
+        page.blocks.push_back(partOf(kind.key, [&] {
+            auto const block = makeBlock(&foundry, kind.key);
+            return block ? blockLine(*block) : std::string();
+        }));
     }
 }
 
@@ -111,9 +106,11 @@ void describeBlock(Page& page, vrl::Foundry const* foundry) {
     page.foundry = block.getFoundryName();
     takeChoice(page, static_cast<vrl::BB const&>(block).vrl::BB::getCS());
     takeParameters(page, block);
-    for (auto port = block.beginPort(); port != block.endPort(); ++port)
-        page.ports.push_back(
-            {port->getName().getName(), directionText(port->getName()), vrl::EnumList::getName(port->getDomain())});
+    for (auto port = block.beginPort(); port != block.endPort(); ++port) {
+        std::string const name = port->getName().getName();
+        char const* const direction = directionWord(name, port->getDomain());
+        page.ports.push_back({name, direction ? direction : "", vrl::EnumList::getName(port->getDomain())});
+    }
     auto* const composite = dynamic_cast<vrl::CBB*>(&block);
     page.composite = composite != nullptr;
     if (composite) takeElements(page, *composite->getAsNetlist());
@@ -136,6 +133,12 @@ void describeView(Page& page, vrl::Foundry const*) {
 }
 
 }  // namespace
+
+bool Page::hasProblems() const {
+    auto const isBad = [](Part const& part) { return !part.problem.empty(); };
+    return std::any_of(crossSections.begin(), crossSections.end(), isBad) ||
+           std::any_of(blocks.begin(), blocks.end(), isBad);
+}
 
 Page pageOf(Kind const& kind, vrl::Foundry const* foundry) {
     using Describe = void (*)(Page&, vrl::Foundry const*);

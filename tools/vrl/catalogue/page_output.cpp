@@ -24,8 +24,8 @@ void writeFacts(std::ostream& os, Page const& page) {
     add(page.kind.target == kAttribute ? "type" : "about", page.about);
     add("foundry", page.foundry);
     add("cross section", page.crossSection);
-    add("flow", page.flow);
-    add("flows", joined(page.flows));
+    add("process flow", page.flow);
+    add("process flows", joined(page.flows));
     if (page.composite || page.kind.target == kNetlist) add("elements", std::to_string(page.elements.size()));
     add("applies to", joined(page.appliesTo));
     for (auto const& note : page.notes) add(("note " + note.first).c_str(), note.second);
@@ -79,24 +79,48 @@ void writeElements(std::ostream& os, Page const& page) {
     writeTable(os, "inside", table);
 }
 
+std::string const& textOf(Page::Part const& part) { return part.problem.empty() ? part.about : part.problem; }
+
 void writeFoundryTables(std::ostream& os, Page const& page) {
     Table sections({"name", "description"});
-    for (auto const& section : page.crossSections) sections.add({section.first, section.second});
+    for (Page::Part const& section : page.crossSections) sections.add({section.key, textOf(section)});
     writeTable(os, "cross sections", sections);
     Table blocks({"key", "ports; parameters"});
-    for (Page::Block const& block : page.blocks) blocks.add({block.key, block.about});
+    for (Page::Part const& block : page.blocks) blocks.add({block.key, textOf(block)});
     writeTable(os, "blocks", blocks);
 }
 
 template <class Items, class ToJson>
 void addArray(Json& json, char const* name, Items const& items, ToJson toJson) {
-    if (items.empty()) return;
     json[name] = Json::array();
     for (auto const& item : items) json[name].push_back(toJson(item));
 }
 
 void addText(Json& json, char const* name, std::string const& text) {
     if (!text.empty()) json[name] = text;
+}
+
+Json portJson(Page::Port const& port) {
+    return Json{{"name", port.name},
+                {"domain", port.domain},
+                {"direction", port.direction.empty() ? Json(nullptr) : Json(port.direction)}};
+}
+
+/// A part of a foundry; a problem is in the place of what it says of itself.
+Json partJson(char const* name, Page::Part const& part, bool says) {
+    Json json{{name, part.key}};
+    if (!part.problem.empty())
+        json["problem"] = part.problem;
+    else if (says)
+        json["about"] = part.about;
+    return json;
+}
+
+void addFoundry(Json& json, Page const& page) {
+    addArray(json, "flows", page.flows, [](std::string const& flow) { return Json(flow); });
+    addArray(json, "crossSections", page.crossSections,
+             [](Page::Part const& section) { return partJson("name", section, true); });
+    addArray(json, "blocks", page.blocks, [](Page::Part const& block) { return partJson("key", block, false); });
 }
 
 }  // namespace
@@ -111,31 +135,21 @@ void writePage(std::ostream& os, Page const& page) {
 }
 
 Json pageJson(Page const& page) {
-    Json json{{"key", page.kind.key}, {"target", kTargets[page.kind.target].id}};
+    Target const target = page.kind.target;
+    Json json{{"key", page.kind.key}, {"target", kTargets[target].id}};
     json.update(Json{{"plugin", page.kind.plugin()}, {"file", page.kind.file}});
-    if (page.kind.target == kBlock) json["composite"] = page.composite;
-    addText(json, page.kind.target == kAttribute ? "type" : "about", page.about);
+    if (target == kBlock) json["composite"] = page.composite;
+    addText(json, target == kAttribute ? "type" : "about", page.about);
     addText(json, "foundry", page.foundry);
-    addText(json, "crossSection", page.crossSection);
-    addText(json, "flow", page.flow);
+    if (!page.crossSection.empty() || !page.flow.empty())
+        json["choice"] = Json{{"crossSection", page.crossSection}, {"flow", page.flow}};
     for (auto const& note : page.notes) json["notes"][note.first] = note.second;
-    addArray(json, "ports", page.ports, [](Page::Port const& port) {
-        Json entry{{"name", port.name}};
-        addText(entry, "direction", port.direction);
-        entry["domain"] = port.domain;
-        return entry;
-    });
+    if (target == kBlock) addArray(json, "ports", page.ports, &portJson);
     addArray(json, "parameters", page.parameters, &parameterJson);
-    addArray(json, "elements", page.elements, [](Page::Element const& element) {
-        return Json{{"name", element.name}, {"kind", element.kind}, {"connects", element.connects}};
-    });
-    auto const asText = [](std::string const& text) { return Json(text); };
-    addArray(json, "flows", page.flows, asText);
-    addArray(json, "crossSections", page.crossSections, [](auto const& section) {
-        return Json{{"name", section.first}, {"about", section.second}};
-    });
-    addArray(json, "blocks", page.blocks, [](Page::Block const& block) { return Json(block.key); });
-    addArray(json, "appliesTo", page.appliesTo, asText);
+    if (!page.inside.is_null()) json[target == kNetlist ? "circuit" : "inside"] = page.inside;
+    if (target == kFoundry) addFoundry(json, page);
+    if (target == kBlockView)
+        addArray(json, "appliesTo", page.appliesTo, [](std::string const& kind) { return Json(kind); });
     return json;
 }
 

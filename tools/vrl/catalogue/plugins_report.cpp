@@ -75,6 +75,23 @@ bool searchedInVain(Report const& report) {
                                          [&](Place const& place) { return place.path == report.file; });
 }
 
+/// Where the configuration comes from, for programs.
+char const* sourceId(Report const& report) {
+    if (report.without || report.file.empty()) return "none";
+    if (report.named) return report.byVariable ? "variable" : "option";
+    return searchedInVain(report) ? "written" : "found";
+}
+
+/// The loads that no line of the configuration asks for and that are reported: all, or the named plug-ins, which have a
+/// path; standard ones have none.
+std::vector<std::size_t> besidesShown(Report const& report, PluginsOptions const& options) {
+    std::vector<std::size_t> shown;
+    for (std::size_t const load : report.besides)
+        if (options.all || (report.without && report.loads[load].path.find('/') != std::string::npos))
+            shown.push_back(load);
+    return shown;
+}
+
 /// What came of a line: for people, and for programs.
 struct State {
     char const* text;
@@ -90,6 +107,11 @@ State stateOf(ConfiguredLibrary const& library, Report const& report) {
         return pattern ? State{"matches no file", "nothing"} : State{"loaded already", "nothing"};
     }
     return {"holds no library", "nothing"};
+}
+
+std::size_t countOf(std::string const& state, Report const& report) {
+    auto const isIt = [&](ConfiguredLibrary const& library) { return stateOf(library, report).id == state; };
+    return static_cast<std::size_t>(std::count_if(report.libraries.begin(), report.libraries.end(), isIt));
 }
 
 /// The system's message without the path that it begins with, which is in the line above.
@@ -207,18 +229,13 @@ std::string placeText(ConfiguredLibrary const& library, Report const& report) {
 
 void writeText(std::ostream& os, Report const& report, PluginsOptions const& options) {
     writeHead(os, report);
-    std::size_t failed = 0, loaded = 0;
     for (ConfiguredLibrary const& library : report.libraries) {
-        std::string const state = stateOf(library, report).id;
-        failed += state == "failed";
-        loaded += state == "loaded";
         os << '\n'
            << printable(nameOf(library) + placeText(library, report)) << ": " << stateOf(library, report).text << '\n';
         for (std::size_t const load : library.loads)
             writeLoad(os, report.loads[load], hintFor(report.loads[load], &library, report), options);
     }
-    for (std::size_t const load : options.all || report.without ? report.besides : std::vector<std::size_t>()) {
-        if (!options.all && report.loads[load].path.find('/') == std::string::npos) continue;  // a standard plug-in
+    for (std::size_t const load : besidesShown(report, options)) {
         bool const works = report.loads[load].result == Result::kLoaded;
         os << '\n'
            << printable(pluginName(report.loads[load].path)) << ", not configured: " << (works ? "" : "not ")
@@ -230,8 +247,8 @@ void writeText(std::ostream& os, Report const& report, PluginsOptions const& opt
            << (report.without ? "\n" : "; 'vrl config init PLUGIN...' writes a configuration\n");
     else
         os << "\n"
-           << counted(report.libraries.size(), "line names a library", "lines name libraries") << ": " << loaded
-           << " loaded, " << failed << " failed\n";
+           << counted(report.libraries.size(), "line names a library", "lines name libraries") << ": "
+           << countOf("loaded", report) << " loaded, " << countOf("failed", report) << " failed\n";
 }
 
 char const* resultId(Result result) {
@@ -268,7 +285,8 @@ Json loadJson(Load const& load, std::string const& hint, PluginsOptions const& o
 }
 
 Json configurationJson(Report const& report) {
-    Json json{{"file", report.file}, {"named", report.named}, {"readable", report.readable}};
+    Json json{
+        {"file", report.file}, {"source", sourceId(report)}, {"named", report.named}, {"readable", report.readable}};
     json["lookedFor"] = Json::array();
     for (Place const& place : report.named ? std::vector<Place>() : report.places)
         json["lookedFor"].push_back(Json{{"path", place.path}, {"state", place.state}});
@@ -284,16 +302,20 @@ Json reportJson(Report const& report, PluginsOptions const& options) {
                    {"key", library.line.key},
                    {"file", library.line.file},
                    {"line", library.line.number}};
-        entry["state"] = stateOf(library, report).id;
+        State const state = stateOf(library, report);
+        entry["state"] = state.id;
+        if (library.loads.empty()) entry["reason"] = state.text;
         entry["loads"] = Json::array();
         for (std::size_t const load : library.loads)
             entry["loads"].push_back(
                 loadJson(report.loads[load], hintFor(report.loads[load], &library, report), options));
         json["libraries"].push_back(entry);
     }
-    if (!options.all) return json;
+    json["summary"] = Json::object();
+    for (char const* const state : {"loaded", "failed", "nothing"}) json["summary"][state] = countOf(state, report);
+    if (!options.all && !report.without) return json;
     json["notConfigured"] = Json::array();
-    for (std::size_t const load : report.besides)
+    for (std::size_t const load : besidesShown(report, options))
         json["notConfigured"].push_back(
             loadJson(report.loads[load], hintFor(report.loads[load], nullptr, report), options));
     return json;

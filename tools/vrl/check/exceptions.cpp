@@ -1,10 +1,15 @@
 #include "check/exceptions.h"
 
+#include <algorithm>
+#include <cmath>
 #include <filesystem>
+#include <limits>
+#include <optional>
+#include <tuple>
 
+#include "text/number.h"
 #include "text/pattern.h"
 #include "text/phrases.h"
-#include "values/node.h"
 
 namespace vrltool::check {
 
@@ -13,20 +18,30 @@ namespace {
 using values::Node;
 using values::Shapes;
 
-Shapes const& shapesOfFile() {
-    static Shapes const shapes{
-        {"exceptions",
-         "l",
-         {{"*", "m", {{"rule", "t"}, {"element", "t"}, {"port", "t"}, {"parameter", "t"}, {"reason", "t"}}}}}};
-    return shapes;
+constexpr char const kMembers[] =
+    "each has a 'rule' and a 'reason', and may have 'element', 'port', 'parameter', and a 'value' or 'min' and 'max'";
+
+void failOnMisfit(std::string const& path, Node const& whole, std::string const& what, Shapes const& shapes) {
+    auto const wrong = values::misfits(whole, what, shapes);
+    if (!wrong.empty()) values::fail(path, wrong.front().mark, wrong.front().text, wrong.front().hint);
+}
+
+void checkShape(std::string const& path, Node const& exception) {
+    static Shapes const shapes{{"rule", "t"},   {"element", "t"}, {"port", "t"}, {"parameter", "t"},
+                               {"reason", "t"}, {"value", "bt#"}, {"min", "#"},  {"max", "#"}};
+    if (!isMap(exception)) values::fail(path, exception.mark, wrongKind("an exception", exception, "a map"), kMembers);
+    failOnMisfit(path, exception, "an exception", shapes);
+    bool const bounds = member(exception, "min").isDefined() || member(exception, "max").isDefined();
+    if (bounds && member(exception, "value").isDefined())
+        values::fail(path, exception.mark, "the exception has a value and bounds",
+                     "give the value, or 'min' and 'max'");
 }
 
 /// A member that has to be there and must not be empty.
 std::string needed(std::string const& path, Node const& exception, char const* name) {
     Node const& node = member(exception, name);
     if (node.text.find_first_not_of(' ') == std::string::npos)
-        values::fail(path, exception.mark, std::string("the exception has no ") + name,
-                     "each has a 'rule' and a 'reason', and may have 'element', 'port' and 'parameter'");
+        values::fail(path, exception.mark, std::string("the exception has no ") + name, kMembers);
     return node.text;
 }
 
@@ -42,12 +57,97 @@ bool fitsOrAny(std::string const& name, std::string const& pattern) {
     return pattern.empty() || name == pattern || fits(name, pattern);
 }
 
+double numberOf(Node const& node) {
+    if (node.text == ".nan") return std::numeric_limits<double>::quiet_NaN();
+    if (node.text == ".inf") return std::numeric_limits<double>::infinity();
+    if (node.text == "-.inf") return -std::numeric_limits<double>::infinity();
+    return numberFrom(node.text);
+}
+
+std::optional<double> numberOf(RuleFinding const& finding) {
+    if (!finding.facts.parameter) return {};
+    ParameterValue const& value = finding.facts.parameter->value;
+    if (auto const* const number = std::get_if<double>(&value)) return *number;
+    if (auto const* const number = std::get_if<int>(&value)) return *number;
+    return {};
+}
+
+/// The value of a parameter with its unit, or what the finding has in common with others.
+std::string valueOf(RuleFinding const& finding) {
+    if (!finding.facts.parameter) return finding.facts.common;
+    Parameter const& parameter = *finding.facts.parameter;
+    bool const hasUnit = !parameter.unit.empty() && parameter.unit != "1";
+    return parameter.text + (hasUnit ? " " + parameter.unit : "");
+}
+
+/// "arms/upper.width".
+std::string placeText(Place const& place) {
+    std::string const name = place.port.empty() ? place.parameter : place.port;
+    if (place.element.empty() || name.empty()) return place.element + name;
+    return place.element + (place.port.empty() ? "." : ",") + name;
+}
+
+/// "bend.radius is 2 um".
+std::string foundText(RuleFinding const& finding) {
+    std::string const place = placeText(finding.place);
+    if (finding.facts.parameter) return place + " is " + valueOf(finding);
+    return "what was found at " + place + " is " + inQuotes(finding.common());
+}
+
+/// Says of each that repeats another one which that is.
+void noteRepeated(std::vector<Exception>& exceptions) {
+    for (auto each = exceptions.begin(); each != exceptions.end(); ++each) {
+        auto const same = [&](Exception const& other) { return each->repeats(other); };
+        auto const first = std::find_if(exceptions.begin(), each, same);
+        if (first != each) each->idleSince = "it repeats the exception of line " + std::to_string(first->line);
+    }
+}
+
+bool isValue(RuleFinding const& finding, Node const& value) {
+    auto const number = numberOf(finding);
+    if (number && value.kind == values::Kind::kNumber) {
+        double const accepted = numberOf(value);
+        return *number == accepted || (std::isnan(*number) && std::isnan(accepted));
+    }
+    std::string const text = valueOf(finding);
+    return !text.empty() &&
+           (value.text == text || (finding.facts.parameter && value.text == finding.facts.parameter->text));
+}
+
 }  // namespace
 
-bool Exception::covers(RuleFinding const& finding) const {
+bool Exception::fitsPlace(RuleFinding const& finding) const {
     Place const& at = finding.place;
     return finding.rule == rule && fitsOrAny(at.element, element) && fitsOrAny(at.port, port) &&
            fitsOrAny(at.parameter, parameter);
+}
+
+bool Exception::accepts(RuleFinding const& finding) const {
+    if (value.isDefined()) return isValue(finding, value);
+    if (!min.isDefined() && !max.isDefined()) return true;
+    auto const number = numberOf(finding);
+    return number && (!min.isDefined() || *number >= numberOf(min)) && (!max.isDefined() || *number <= numberOf(max));
+}
+
+void Exception::offer(RuleFinding const& finding, Exception const*& taker) {
+    if (!fitsPlace(finding)) return;
+    std::string why;
+    if (!accepts(finding)) {
+        why = "it accepts " + acceptedText() + ", and " + foundText(finding);
+    } else if (taker) {
+        why = "the exception of line " + std::to_string(taker->line) + " covers the same";
+    } else {
+        ++uses;
+        taker = this;
+    }
+    if (idleSince.empty()) idleSince = why;
+}
+
+std::string Exception::acceptedText() const {
+    if (value.isDefined()) return isString(value) ? inQuotes(value.text) : value.text;
+    std::string const least = min.isDefined() ? "from " + min.text : "";
+    std::string const most = max.isDefined() ? (least.empty() ? "up to " : " to ") + max.text : "";
+    return "values " + least + most;
 }
 
 std::string Exception::text() const {
@@ -57,23 +157,41 @@ std::string Exception::text() const {
     return std::string(rule->id) + " at " + where;
 }
 
+std::string Exception::idleText() const {
+    return (idleSince.empty() ? "nothing needs the exception any more" : idleSince) + ": " + text();
+}
+
+bool Exception::repeats(Exception const& other) const {
+    auto const all = [](Exception const& of) {
+        return std::tie(of.rule, of.element, of.port, of.parameter, of.value.text, of.min.text, of.max.text);
+    };
+    return all(*this) == all(other);
+}
+
 std::string exceptionsPath(std::string const& design) { return design + ".exceptions.yml"; }
 
-std::vector<Exception> readExceptions(std::string const& design) {
-    std::string const path = exceptionsPath(design);
+bool hasExceptions(std::string const& path) {
     std::error_code none;
-    if (!std::filesystem::exists(std::filesystem::symlink_status(path, none))) return {};
+    return std::filesystem::exists(std::filesystem::symlink_status(path, none));
+}
+
+std::vector<Exception> readExceptions(std::string const& path) {
+    std::error_code none;
+    if (std::filesystem::is_regular_file(path, none) && std::filesystem::file_size(path, none) == 0) return {};
     Node const file = values::readFile(path);
+    if (isNull(file)) return {};  // comments only
     if (!isMap(file)) values::fail(path, file.mark, wrongKind("the file", file, "a map with 'exceptions'"));
-    auto const wrong = values::misfits(file, "the exceptions", shapesOfFile());
-    if (!wrong.empty()) values::fail(path, wrong.front().mark, wrong.front().text, wrong.front().hint);
+    failOnMisfit(path, file, "the file", {{"exceptions", "nl"}});
     std::vector<Exception> exceptions;
     for (auto const& part : member(file, "exceptions")) {
         Node const& given = part.second;
+        checkShape(path, given);
         auto const text = [&](char const* name) { return member(given, name).text; };
         exceptions.push_back({&knownRule(path, given), text("element"), text("port"), text("parameter"),
-                              needed(path, given, "reason"), placeText(path, given.mark)});
+                              member(given, "value"), member(given, "min"), member(given, "max"),
+                              needed(path, given, "reason"), values::placeText(path, given.mark), given.mark.line});
     }
+    noteRepeated(exceptions);
     return exceptions;
 }
 

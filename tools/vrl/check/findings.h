@@ -24,6 +24,7 @@ struct Place {
 struct Facts {
     std::optional<Parameter> parameter = {};  ///< its value and its bounds
     std::vector<Place> others = {};           ///< the other ports
+    std::string common = {};                  ///< what is the same of several findings, where their texts differ
 };
 
 /// What a rule found.
@@ -31,6 +32,9 @@ struct RuleFinding : Finding {
     Rule const* rule;
     Place place;
     Facts facts = {};
+
+    /// What is the same of several findings.
+    std::string const& common() const { return facts.common.empty() ? what : facts.common; }
 };
 
 /// Takes the findings of one rule after the other.
@@ -54,7 +58,7 @@ public:
     static bool isLeftOut(Rule const& rule, CheckedElement const& checked) {
         return ((rule.needs & kKind) && checked.standIn) || ((rule.needs & kFoundry) && checked.foundryUnknown);
     }
-    /// All findings by element, port and parameter, heaviest first; the list is empty afterwards.
+    /// All findings, heaviest first, by rule, element, port and parameter; the list is empty afterwards.
     std::vector<RuleFinding> take();
 
 private:

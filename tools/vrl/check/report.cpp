@@ -41,57 +41,111 @@ std::string placeText(Place const& place) {
     return printable(place.port.empty() ? element : element + "," + place.port);
 }
 
-void writeFinding(std::ostream& os, RuleFinding const& finding) {
-    std::string const severity = severityWord(finding.severity);
-    os << "  " << severity << std::string(9 - severity.size(), ' ') << placeText(finding.place) << ": "
-       << printable(finding.what) << " [" << finding.rule->id << "]\n"
-       << std::string(11, ' ') << printable(finding.hint) << '\n';
-}
-
-constexpr std::size_t kFew = 5;       // findings of a rule are all listed
+constexpr std::size_t kFew = 5;       // are all listed
 constexpr std::size_t kExamples = 3;  // are shown of more
+std::string const kMargin(11, ' ');
 
 std::string findingText(RuleFinding const& finding) {
     return placeText(finding.place) + ": " + printable(finding.what);
 }
 
-/// The hint of all the findings of a rule, if it is the same.
-std::string hintOf(std::vector<RuleFinding const*> const& group) {
-    bool const same = std::all_of(group.begin(), group.end(),
-                                  [&](RuleFinding const* finding) { return finding->hint == group.front()->hint; });
-    return same ? group.front()->hint : std::string("'vrl explain ") + group.front()->rule->id + "' shows what to do";
+/// "b1,in0 -- cp1,out0 (node 1)".
+std::string portsText(RuleFinding const& finding) {
+    std::string text = placeText(finding.place);
+    for (Place const& other : finding.facts.others) text += " -- " + placeText(other);
+    return text + (finding.place.node == 0 ? "" : " (node " + std::to_string(finding.place.node) + ")");
 }
 
-/// The findings of a rule with many of them: how many, and the first ones.
-void writeGroup(std::ostream& os, std::vector<RuleFinding const*> const& group) {
-    std::string const severity = severityWord(group.front()->severity), margin(11, ' ');
-    os << "  " << severity << std::string(9 - severity.size(), ' ') << group.size() << " findings ["
-       << group.front()->rule->id << "]\n";
-    for (std::size_t i = 0; i < kExamples; ++i) os << margin << "- " << findingText(*group[i]) << '\n';
-    os << margin << "- and " << group.size() - kExamples << " more, which --all shows\n"
-       << margin << printable(hintOf(group)) << '\n';
+/// Findings of one rule that say the same of several places.
+using Alike = std::vector<RuleFinding const*>;
+
+/// The findings of one rule, alike ones together, and those with the same hint next to each other.
+std::vector<Alike> alikeOnes(Alike const& findings) {
+    std::map<std::string, std::size_t> hints;  // in the order in which they are met
+    std::map<std::pair<std::size_t, std::string>, std::size_t> places;
+    std::vector<std::pair<std::size_t, Alike>> groups;
+    for (RuleFinding const* const finding : findings) {
+        std::size_t const hint = hints.emplace(finding->hint, hints.size()).first->second;
+        std::size_t const place = places.emplace(std::pair(hint, finding->common()), groups.size()).first->second;
+        if (place == groups.size()) groups.push_back({hint, {}});
+        groups[place].second.push_back(finding);
+    }
+    std::stable_sort(groups.begin(), groups.end(), [](auto const& a, auto const& b) { return a.first < b.first; });
+    std::vector<Alike> result;
+    for (auto& group : groups) result.push_back(std::move(group.second));
+    return result;
 }
 
-/// All findings of rules with few, as they are sorted; then those with many, by rule.
+/// Writes the findings of a file, those of a rule together. Each hint is once after those that share it.
+class FindingWriter {
+public:
+    FindingWriter(std::ostream& o, bool a) : os(o), all(a) {}
+
+    void writeRule(Alike const& findings) const {
+        auto const groups = alikeOnes(findings);
+        if (!all && groups.size() > kFew) return writeMany(findings);
+        for (std::size_t i = 0; i < groups.size(); ++i) {
+            writeAlike(groups[i]);
+            std::string const& hint = groups[i].front()->hint;
+            if (i + 1 == groups.size() || groups[i + 1].front()->hint != hint) writeHint(hint);
+        }
+    }
+
+private:
+    void writeHead(RuleFinding const& finding, std::string const& text) const {
+        std::string const severity = severityWord(finding.severity);
+        os << "  " << severity << std::string(9 - severity.size(), ' ') << text << " [" << finding.rule->id << "]\n";
+    }
+    void writeHint(std::string const& hint) const { os << kMargin << printable(hint) << '\n'; }
+
+    template <class Text>
+    void writeItems(Alike const& findings, Text const& text) const {
+        std::size_t const shown = all || findings.size() <= kFew ? findings.size() : kExamples;
+        for (std::size_t i = 0; i < shown; ++i) os << kMargin << "- " << text(*findings[i]) << '\n';
+        if (shown < findings.size())
+            os << kMargin << "- and " << findings.size() - shown << " more, which --all shows\n";
+    }
+
+    void writeAlike(Alike const& findings) const {
+        RuleFinding const& first = *findings.front();
+        if (findings.size() == 1) return writeHead(first, findingText(first));
+        writeHead(first, std::to_string(findings.size()) + " findings: " + printable(first.common()));
+        writeItems(findings, portsText);
+    }
+
+    /// So many different ones that the first have to do.
+    void writeMany(Alike const& findings) const {
+        RuleFinding const& first = *findings.front();
+        writeHead(first, std::to_string(findings.size()) + " findings");
+        writeItems(findings, findingText);
+        bool const same = std::all_of(findings.begin(), findings.end(),
+                                      [&](RuleFinding const* finding) { return finding->hint == first.hint; });
+        writeHint(same ? first.hint : std::string("'vrl explain ") + first.rule->id + "' shows what to do");
+    }
+
+    std::ostream& os;
+    bool all;
+};
+
 void writeFindings(std::ostream& os, std::vector<RuleFinding> const& findings, bool all) {
-    std::map<std::pair<int, Rule const*>, std::vector<RuleFinding const*>> byRule;  // heaviest first
-    for (RuleFinding const& finding : findings)
-        byRule[{-static_cast<int>(finding.severity), finding.rule}].push_back(&finding);
-    auto const isMany = [&](std::vector<RuleFinding const*> const& group) { return !all && group.size() > kFew; };
-    for (RuleFinding const& finding : findings)
-        if (!isMany(byRule[{-static_cast<int>(finding.severity), finding.rule}])) writeFinding(os, finding);
-    for (auto const& entry : byRule)
-        if (isMany(entry.second)) writeGroup(os, entry.second);
+    FindingWriter const writer(os, all);
+    for (auto first = findings.begin(); first != findings.end();) {
+        auto const isOther = [&](RuleFinding const& finding) { return finding.rule != first->rule; };
+        auto const last = std::find_if(first, findings.end(), isOther);
+        Alike ofRule;
+        for (; first != last; ++first) ofRule.push_back(&*first);
+        writer.writeRule(ofRule);
+    }
 }
 
 void writeExceptions(std::ostream& os, FileReport const& file, bool all) {
     for (Excepted const& excepted : file.excepted)
         if (all)
             os << "  excepted " << findingText(excepted.finding) << " [" << excepted.finding.rule->id << "]\n"
-               << std::string(11, ' ') << "reason: " << printable(excepted.reason) << '\n';
+               << kMargin << "reason: " << printable(excepted.reason) << " (" << printable(excepted.place) << ")\n";
+    if (!file.noExceptions.empty()) os << "  " << printable(file.noExceptions) << ": holds no exceptions\n";
     for (Exception const& exception : file.idle)
-        os << "  " << printable(exception.place)
-           << ": nothing needs the exception any more: " << printable(exception.text()) << '\n';
+        os << "  " << printable(exception.place) << ": " << printable(exception.idleText()) << '\n';
 }
 
 /// The rules that could not look at something, those together that have one reason.
@@ -99,11 +153,11 @@ void writeLeftOut(std::ostream& os, std::vector<LeftOut> const& list) {
     std::map<std::string, std::vector<std::string>> rulesOf;
     for (LeftOut const& leftOut : list) {
         std::string const where =
-            leftOut.elements == 0 ? "not run, since" : "not on " + counted(leftOut.elements, "element");
+            leftOut.elements == 0 ? "did not run, since" : "did not look at " + counted(leftOut.elements, "element");
         rulesOf[where + " " + leftOut.reason->text].emplace_back(leftOut.rule->id);
     }
     for (auto const& entry : rulesOf) {
-        os << "  " << entry.first << ":\n";
+        os << "  " << counted(entry.second.size(), "rule") << ' ' << entry.first << ":\n";
         os << wrapped(listText(entry.second, entry.second.size()), 4);
     }
 }
@@ -182,11 +236,14 @@ Json fileJson(FileReport const& file) {
     for (Excepted const& excepted : file.excepted) {
         json["excepted"].push_back(findingJson(excepted.finding));
         json["excepted"].back()["reason"] = excepted.reason;
+        json["excepted"].back()["exception"] = excepted.place;
     }
     json["idleExceptions"] = Json::array();
     for (Exception const& exception : file.idle)
-        json["idleExceptions"].push_back(
-            Json{{"place", exception.place}, {"rule", exception.rule->id}, {"reason", exception.reason}});
+        json["idleExceptions"].push_back(Json{{"place", exception.place},
+                                              {"rule", exception.rule->id},
+                                              {"reason", exception.reason},
+                                              {"why", exception.idleText()}});
     json["leftOut"] = Json::array();
     for (LeftOut const& leftOut : file.leftOut) {
         Json entry{{"rule", leftOut.rule->id}};

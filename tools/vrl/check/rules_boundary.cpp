@@ -29,8 +29,8 @@ void boundaryTwice(Scope const& scope, Findings& findings) {
     for (auto const& entry : scope.boundary)
         if (entry.second.size() > 1)
             findings.add({scope.path, "", "", entry.first},
-                         "boundary node " + std::to_string(entry.first) + " is " + std::to_string(entry.second.size()) +
-                             " times on the boundary: " + listText(listsOf(entry.second)),
+                         "node " + std::to_string(entry.first) + " is on the boundary " +
+                             std::to_string(entry.second.size()) + " times: " + listText(listsOf(entry.second)),
                          "name each node once; a second port outside needs a node of its own");
 }
 
@@ -95,8 +95,8 @@ Rules const& boundaryRules() {
          {"The boundary lists a node to which no port inside the circuit is connected.",
           "Whoever uses the circuit sees an input or an output through which nothing comes.",
           "the design: boundary node 9 (inputs) has no port [boundary-unused]",
-          "Connect the port that was intended to the node. Netlists forget nothing: to be rid of a node, build the "
-          "netlist anew."}},
+          "Connect the port that was intended to the node. Netlists keep every node: to remove one, build the netlist "
+          "anew."}},
         {"boundary-twice",
          "a node is on the boundary more than once",
          Severity::kWarning,
@@ -105,8 +105,8 @@ Rules const& boundaryRules() {
          {"The boundary lists name one node several times, as an output twice or as an output and a DC node.",
           "From outside these are two ports that are one inside. For light that is a branch without a coupler, and the "
           "order of the ports no longer fits.",
-          "the design: boundary node 4 is 2 times on the boundary: outputs and outputs [boundary-twice]",
-          "Name each node once. If two outputs are intended, put a splitter in front of them."}},
+          "the design: node 4 is on the boundary 2 times: outputs and outputs [boundary-twice]",
+          "Name each node once. If two outputs are intended, put a splitter before them."}},
         {"boundary-domain",
          "a boundary list of the wrong domain",
          Severity::kWarning,

@@ -116,10 +116,11 @@ void island(Scope const& scope, Findings& findings) {
     }
     for (auto const& entry : islands) {
         std::vector<std::string> const others(entry.second.begin() + 1, entry.second.end());
-        findings.add({entry.second.front(), "", "", 0},
-                     "no path leads from here to the boundary" +
-                         (others.empty() ? "" : ", and none from " + listText(others, 4) + ", which hang on it"),
-                     "connect it to the rest of the circuit, or put one of its nodes on the boundary");
+        findings.add(
+            {entry.second.front(), "", "", 0},
+            "no path leads from here to the boundary" +
+                (others.empty() ? "" : ", and none from " + listText(others, 4) + ", which are connected to it"),
+            "connect it to the rest of the circuit, or put one of its nodes on the boundary");
     }
 }
 
@@ -153,7 +154,7 @@ Rules const& elementRules() {
           "A designer sees a component in lists of names that is on no mask and in no simulation. The light that is to "
           "pass it ends there.",
           "tap: the name is that of element number 7, and there is no such block [missing-block]",
-          "Netlists forget nothing, so build the netlist anew: with a block under this name or without the name."}},
+          "Netlists keep every name, so build the netlist anew: with a block under this name or without the name."}},
         {"lost-name",
          "an element has no name",
          Severity::kWarning,
@@ -195,7 +196,7 @@ Rules const& elementRules() {
           "such elements is reported once, at its first element.",
           "No light and no signal from outside gets there. That may be intended, as for a test structure with couplers "
           "of its own; more often a wire was forgotten.",
-          "ring: no path leads from here to the boundary, and none from bus, which hang on it [island]",
+          "ring: no path leads from here to the boundary, and none from bus, which are connected to it [island]",
           "Connect the group to the rest, or put the nodes where light enters and leaves on the boundary."}},
         {"empty-circuit",
          "a circuit without elements",

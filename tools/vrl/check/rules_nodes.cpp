@@ -63,7 +63,8 @@ void singlePortNode(Scope const& scope, Findings& findings) {
         if (node.second.size() == 1 && !scope.onBoundary(node.first))
             findings.add(placeOf(scope, node.second.front()),
                          "is the only port at " + nodeText(node.first) + ", which is not on the boundary",
-                         "connect another port to the node, or put it on the boundary");
+                         "connect another port to the node, or put it on the boundary",
+                         {{}, {}, "is the only port at its node, which is not on the boundary"});
 }
 
 void nodeCrowded(Scope const& scope, Findings& findings) {
@@ -114,7 +115,7 @@ void mixedDomains(Scope const& scope, Findings& findings) {
 }
 
 void mixedElectrical(Scope const& scope, Findings& findings) {
-    reportMixture(scope, findings, true, "part them by a bias tee, or skip this rule if plain metal is intended");
+    reportMixture(scope, findings, true, "separate them with a bias tee, or skip this rule if plain metal is intended");
 }
 
 void sameDirection(Scope const& scope, Findings& findings) {
@@ -122,34 +123,60 @@ void sameDirection(Scope const& scope, Findings& findings) {
         if (ports.size() != 2) return;
         Direction const direction = directionOf(scope.portOf(ports[0]).name);
         if (direction == Direction::kNone || direction != directionOf(scope.portOf(ports[1]).name)) return;
+        std::string const two = direction == Direction::kInput ? "two inputs" : "two outputs";
         findings.add(placeOf(scope, ports[0]),
-                     nodeText(node) + " connects it with " + scope.portText(ports[1]) + ": two " +
-                         (direction == Direction::kInput ? "inputs" : "outputs"),
-                     "see whether one of the two blocks is the wrong way round", {{}, {placeOf(scope, ports[1])}});
+                     nodeText(node) + " connects it with " + scope.portText(ports[1]) + ": " + two,
+                     "see whether one of the two blocks is the wrong way round",
+                     {{}, {placeOf(scope, ports[1])}, two + " are connected"});
     });
 }
 
+/// The sections at the ports of one node.
+class NodeSections {
+public:
+    NodeSections(Scope const& s, std::vector<PortPlace> const& p) : scope(s), ports(p) {}
+
+    Section const& at(PortPlace const& port) const {
+        return scope.sections->at(scope.checkedOf(port), scope.declaredPortOf(port));
+    }
+    /// Those that do not fit the first.
+    std::vector<PortPlace> others() const {
+        std::vector<PortPlace> found;
+        std::copy_if(ports.begin() + 1, ports.end(), std::back_inserter(found),
+                     [&](PortPlace const& port) { return differ(at(ports.front()), at(port)); });
+        return found;
+    }
+    /// Where no parameter of a block says the unit of its width, that of the other one does.
+    std::string text(PortPlace const& port, PortPlace const& other) const {
+        std::string const unit = unitAt(port);
+        return sectionText(at(port), unit.empty() ? unitAt(other) : unit);
+    }
+
+private:
+    std::string unitAt(PortPlace const& port) const {
+        return widthUnitAt(scope.checkedOf(port), scope.portOf(port).name);
+    }
+
+    Scope const& scope;
+    std::vector<PortPlace> const& ports;
+};
+
 void crossSectionMismatch(Scope const& scope, Findings& findings) {
     eachOpticalNode(scope, findings, [&](unsigned node, std::vector<PortPlace> const& ports) {
-        if (ports.size() < 2) return;
-        auto const sectionAt = [&](PortPlace const& port) -> Section const& {
-            return scope.sections->at(scope.checkedOf(port), scope.declaredPortOf(port));
-        };
-        auto const unitAt = [&](PortPlace const& port, PortPlace const& otherwise) {
-            std::string const unit = widthUnitAt(scope.checkedOf(port), scope.portOf(port).name);
-            return unit.empty() ? widthUnitAt(scope.checkedOf(otherwise), scope.portOf(otherwise).name) : unit;
-        };
-        Section const& first = sectionAt(ports.front());
-        for (std::size_t i = 1; i < ports.size(); ++i) {
-            Section const& other = sectionAt(ports[i]);
-            if (!differ(first, other)) continue;
-            findings.add(placeOf(scope, ports.front()),
-                         "is " + sectionText(first, unitAt(ports.front(), ports[i])) + ", and " +
-                             scope.portText(ports[i]) + " at " + nodeText(node) + " is " +
-                             sectionText(other, unitAt(ports[i], ports.front())),
-                         "put a taper or a transition between them, or choose one cross section for both",
-                         {{}, {placeOf(scope, ports[i])}});
-        }
+        NodeSections const sections(scope, ports);
+        auto const others = sections.others();
+        if (others.empty()) return;
+        std::string const first = sections.text(ports.front(), others.front());
+        std::vector<std::string> texts;
+        for (PortPlace const& other : others)
+            texts.push_back(scope.portText(other) + (texts.empty() ? " at " + nodeText(node) : "") + " is " +
+                            sections.text(other, ports.front()));
+        std::string const second = sections.text(others.front(), ports.front());
+        auto const [less, more] = std::minmax(first, second);
+        findings.add(
+            placeOf(scope, ports.front()), "is " + first + ", and " + listText(texts, texts.size()),
+            "put a taper or a transition between them, or choose one cross section for both",
+            {{}, placesOf(scope, others.begin(), others.end()), others.size() == 1 ? less + " meets " + more : ""});
     });
 }
 
@@ -198,14 +225,14 @@ Rules const& nodeRules() {
           "Both are metal, so current does flow. But the fast signal leaks into the supply, the supply's noise gets to "
           "the signal, and the line is no longer matched.",
           "pd,anode: node 8 connects pd,anode (DC) and mod,signal (RF) [mixed-electrical]",
-          "Part them by a bias tee or a capacitor. For a common ground the rule can be a note: --severity "
+          "Separate them with a bias tee or a capacitor. For a common ground the rule can be a note: --severity "
           "mixed-electrical=note."}},
         {"same-direction",
          "a node connects two optical inputs or two optical outputs",
          Severity::kNote,
          kCircuit | kKind,
          sameDirection,
-         {"The names of ports say their direction:  'i' and 'ci' begin an input, 'o' an output. Here two ports of the "
+         {"The names of ports say their direction: 'i' and 'ci' begin an input, 'o' an output. Here two ports of the "
           "same direction are connected to each other.",
           "Light goes both ways through most blocks, so this may be intended. A block that is the wrong way round "
           "looks just like it.",

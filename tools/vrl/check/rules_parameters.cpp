@@ -187,7 +187,7 @@ Rules const& parameterRules() {
          kKind,
          undeclaredParameter,
          {"The file holds a parameter that blocks of this kind, as the loaded plug-in makes them, do not declare.",
-          "Nothing reads it. Mostly the plug-in renamed the parameter since the design was saved:  then the "
+          "Nothing reads it. Mostly the plug-in renamed the parameter since the design was saved: then the "
           "value of the designer is under the old name without effect, and the new one has its default.",
           "ring: parameter 'rad' came with the file; the kind 'sfBend' does not have it; did you mean 'radius'? "
           "[undeclared-parameter]",

@@ -130,14 +130,12 @@ std::vector<RuleFinding> findingsOf(Scopes& scopes, std::vector<ChosenRule> cons
 void except(FileReport& report, std::vector<Exception> exceptions, std::vector<ChosenRule> const& rules) {
     std::vector<RuleFinding> left;
     for (RuleFinding& finding : report.findings) {
-        auto const exception = std::find_if(exceptions.begin(), exceptions.end(),
-                                            [&](Exception const& each) { return each.covers(finding); });
-        if (exception == exceptions.end()) {
+        Exception const* taker = nullptr;
+        for (Exception& each : exceptions) each.offer(finding, taker);
+        if (taker)
+            report.excepted.push_back({std::move(finding), taker->reason, taker->place});
+        else
             left.push_back(std::move(finding));
-        } else {
-            ++exception->uses;
-            report.excepted.push_back({std::move(finding), exception->reason});
-        }
     }
     report.findings = std::move(left);
     for (Exception& exception : exceptions) {
@@ -148,13 +146,22 @@ void except(FileReport& report, std::vector<Exception> exceptions, std::vector<C
     }
 }
 
-void readAndCheck(FileReport& report, std::vector<ChosenRule> const& rules, bool withExceptions, bool isLast) {
-    QuietOutput const quiet;
-    auto exceptions = withExceptions ? readExceptions(report.path) : std::vector<Exception>();
+/// The shared ones, or those of the file beside the design, if there is one.
+std::vector<Exception> exceptionsFor(FileReport& report, bool beside, std::vector<Exception> const* shared) {
+    if (shared) return *shared;
+    std::string const path = exceptionsPath(report.path);
+    if (!beside || !hasExceptions(path)) return {};
+    auto exceptions = readExceptions(path);
+    if (exceptions.empty()) report.noExceptions = path;
+    return exceptions;
+}
+
+void readAndCheck(FileReport& report, std::vector<ChosenRule> const& rules, std::vector<Exception> exceptions,
+                  bool isLast) {
     Design const design = readDesign(report.path);
     if (isLast) leaveToTheEnd(design.object);
     report.type = design.type;
-    report.missing = missingText(design);
+    report.missing = missingKindsLine(design);
     if (!design.object.block()) circuitOf(design);
     prepareFoundries(design);
     Scopes scopes(design);
@@ -213,11 +220,13 @@ std::vector<ChosenRule> asTheyRan(std::vector<ChosenRule> rules, std::vector<Fil
     return rules;
 }
 
-FileReport checkFile(std::string const& path, std::vector<ChosenRule> const& rules, bool withExceptions, bool isLast) {
+FileReport checkFile(std::string const& path, std::vector<ChosenRule> const& rules, bool withExceptions, bool isLast,
+                     std::vector<Exception> const* shared) {
     FileReport report;
     report.path = path;
     try {
-        readAndCheck(report, rules, withExceptions, isLast);
+        QuietOutput const quiet;
+        readAndCheck(report, rules, exceptionsFor(report, withExceptions, shared), isLast);
     } catch (Failure const& failure) {
         report.failure = failure.what();
         report.hint = failure.hint();
@@ -226,6 +235,33 @@ FileReport checkFile(std::string const& path, std::vector<ChosenRule> const& rul
         report.hint = "'vrl validate' checks the plug-ins";
     }
     return report;
+}
+
+void keepIdleInAll(std::vector<FileReport>& files) {
+    struct Idle {
+        std::size_t files = 0;
+        std::string since;
+    };
+    std::map<std::string, Idle> idle;  // by place
+    std::size_t checked = 0;
+    FileReport* last = nullptr;
+    for (FileReport& file : files) {
+        if (!file.failure.empty()) continue;
+        ++checked;
+        last = &file;
+        for (Exception const& exception : file.idle) {
+            Idle& each = idle[exception.place];
+            ++each.files;
+            if (each.since.empty()) each.since = exception.idleSince;
+        }
+    }
+    for (FileReport& file : files) {
+        auto const isUsed = [&](Exception const& exception) {
+            return &file != last || idle[exception.place].files < checked;
+        };
+        file.idle.erase(std::remove_if(file.idle.begin(), file.idle.end(), isUsed), file.idle.end());
+        for (Exception& exception : file.idle) exception.idleSince = idle[exception.place].since;
+    }
 }
 
 }  // namespace vrltool::check

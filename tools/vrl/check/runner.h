@@ -45,6 +45,7 @@ struct LeftOut {
 struct Excepted {
     RuleFinding finding;
     std::string reason;
+    std::string place;  ///< of the exception: "FILE:LINE:COLUMN"
 };
 
 /// What came of one file.
@@ -55,7 +56,8 @@ struct FileReport {
     std::string type;     ///< what the file says that it holds
     std::string missing;  ///< the missing kinds that stand-ins represent, for standard error
     std::size_t elements = 0;
-    std::vector<RuleFinding> findings;  ///< by element, port and parameter, heaviest first
+    std::string noExceptions;           ///< the file of exceptions beside it, if there is one and it has none
+    std::vector<RuleFinding> findings;  ///< heaviest first, by rule, element, port and parameter
     std::vector<Excepted> excepted;     ///< in the same order
     std::vector<Exception> idle;        ///< exceptions of rules that ran, which no finding needs
     std::vector<LeftOut> leftOut;       ///< by rule
@@ -67,7 +69,12 @@ struct FileReport {
 std::vector<ChosenRule> asTheyRan(std::vector<ChosenRule> rules, std::vector<FileReport> const& files);
 
 /// Reads, prepares and checks one file; the library has been started. What cannot be read is reported in the report.
-/// The design of the last file is left to the end of the process.
-FileReport checkFile(std::string const& path, std::vector<ChosenRule> const& rules, bool withExceptions, bool isLast);
+/// The design of the last file is left to the end of the process. The exceptions that count are those of the file
+/// beside the design, or `shared` ones.
+FileReport checkFile(std::string const& path, std::vector<ChosenRule> const& rules, bool withExceptions, bool isLast,
+                     std::vector<Exception> const* shared = nullptr);
+
+/// Leaves of shared exceptions that are idle those that are so in every file, and reports them once, in the last one.
+void keepIdleInAll(std::vector<FileReport>& files);
 
 }  // namespace vrltool::check

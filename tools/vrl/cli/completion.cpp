@@ -35,6 +35,10 @@ _vrl_add_values() {
     case $type in
     FILE) _vrl_add_paths -f "$begun" ;;
     DIR) _vrl_add_paths -d "$begun" ;;
+    SUBJECT)
+        _vrl_add_paths -f "$begun"
+        _vrl_add_values FOUNDRY "$begun" "$skip" "$@"
+        ;;
     =*) _vrl_add_lines "$skip" < <(compgen -W "${type//[=,]/ }" -- "$begun") ;;
     ?*) _vrl_add_lines "$skip" < <("$program" complete -- "$type" "$begun" "$@" 2>/dev/null) ;;
     esac
@@ -106,8 +110,8 @@ std::string choicesText(std::vector<std::string> const& choices) {
 
 /// What the engine makes of a value: a type that it can complete, "=a,b" for choices, "-" for anything.
 std::string shellType(GrammarWord const& word) {
-    static char const* const known[] = {"FILE", "DIR",   "KEY",     "FOUNDRY",   "PARAMETER",
-                                        "RULE", "CHECK", "ELEMENT", "ASSIGNMENT"};
+    static char const* const known[] = {"FILE",      "DIR",  "SUBJECT", "KEY",     "FOUNDRY",
+                                        "PARAMETER", "RULE", "CHECK",   "ELEMENT", "ASSIGNMENT"};
     if (!word.takesValue) return {};
     if (!word.choices.empty()) return choicesText(word.choices);
     std::string const type = word.type.substr(0, word.type.find_first_not_of("ABCDEFGHIJKLMNOPQRSTUVWXYZ"));

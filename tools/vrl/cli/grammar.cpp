@@ -71,11 +71,30 @@ std::string unknownWord(CLI::App const& root, int argc, char const* const* argv)
     return {};
 }
 
+/// "a|b" in the place of "TYPE:{a,b}", as the parser writes choices.
+std::string withBars(std::string text) {
+    auto const open = text.find(":{"), close = text.find('}', open);
+    if (open == std::string::npos || close == std::string::npos) return text;
+    std::replace(text.begin() + static_cast<std::ptrdiff_t>(open), text.begin() + static_cast<std::ptrdiff_t>(close),
+                 ',', '|');
+    text.erase(close, 1);
+    auto const before = text.rfind(' ', open);
+    std::size_t const begin = before == std::string::npos ? 0 : before + 1;
+    return text.erase(begin, open + 2 - begin);
+}
+
+class HelpFormatter : public CLI::Formatter {
+public:
+    std::string make_option_opts(CLI::Option const* option) const override {
+        return withBars(CLI::Formatter::make_option_opts(option));
+    }
+};
+
 /// The parser's message, completed for a missing argument, of which the parser reports the name only.
 std::string parserText(CLI::App const& command, CLI::ParseError const& error) {
     for (CLI::Option const* option : command.get_options())
         if (error.what() == option->get_name() + " is required")
-            return option->get_type_name() + " is missing: " + option->get_description();
+            return withBars(option->get_type_name()) + " is missing: " + option->get_description();
     return error.what();
 }
 
@@ -117,6 +136,7 @@ Grammar::Grammar() : root(std::make_unique<CLI::App>("Looks at, checks, compares
     root->name("vrl");
     root->require_subcommand(1);
     root->set_version_flag("--version", "vrl " VRL_VERSION_TEXT);
+    root->formatter(std::make_shared<HelpFormatter>());
     root->get_formatter()->column_width(34);
     root->footer("Exit status: 0 fine, 1 findings or differences, 2 could not be done.\n"
                  "'vrl COMMAND --help' shows more of a command.");

@@ -2,11 +2,14 @@
 #include <iostream>
 #include <memory>
 #include <nlohmann/json.hpp>
+#include <optional>
 
 #include "check/report.h"
 #include "cli/grammar.h"
 #include "commands/commands.h"
+#include "design/missing_text.h"
 #include "host/start.h"
+#include "text/table.h"
 
 namespace vrltool {
 
@@ -18,15 +21,9 @@ struct Options {
     std::vector<std::string> files;
     RuleOptions rules;
     ReportOptions report;
+    std::string exceptions;
     bool noExceptions = false;
 };
-
-void reportTroubles(FileReport const& file) {
-    std::cerr << file.missing;
-    if (file.failure.empty()) return;
-    std::cerr << "vrl: " << file.failure << '\n';
-    if (!file.hint.empty()) std::cerr << "  " << file.hint << '\n';
-}
 
 Outcome outcomeOf(std::vector<FileReport> const& files) {
     Outcome outcome = Outcome::kFine;
@@ -37,14 +34,43 @@ Outcome outcomeOf(std::vector<FileReport> const& files) {
     return outcome;
 }
 
+void reportFailures(std::vector<FileReport> const& files) {
+    for (FileReport const& file : files) {
+        if (file.failure.empty()) continue;
+        std::cerr << "vrl: " << file.failure << '\n';
+        if (!file.hint.empty()) std::cerr << "  " << file.hint << '\n';
+    }
+}
+
+/// The libraries that failed are reported once.
+void reportMissing(std::vector<FileReport> const& files) {
+    bool any = false;
+    for (FileReport const& file : files) {
+        any = any || !file.missing.empty();
+        std::cerr << file.missing;
+    }
+    if (any) std::cerr << failedLibrariesText();
+}
+
+/// The exceptions of --exceptions, if it is given.
+std::optional<std::vector<Exception>> sharedExceptions(Options const& options) {
+    if (options.exceptions.empty()) return {};
+    auto exceptions = readExceptions(options.exceptions);
+    if (exceptions.empty()) std::cerr << "vrl: note: " << printable(options.exceptions) << ": holds no exceptions\n";
+    return exceptions;
+}
+
 Outcome work(Options const& options, Common const& common) {
     auto const rules = chooseRules(options.rules);
+    auto const shared = sharedExceptions(options);
     startLibrary(common);
     std::vector<FileReport> files;
-    for (std::string const& path : options.files) {
-        files.push_back(checkFile(path, rules, !options.noExceptions, &path == &options.files.back()));
-        reportTroubles(files.back());
-    }
+    for (std::string const& path : options.files)
+        files.push_back(
+            checkFile(path, rules, !options.noExceptions, &path == &options.files.back(), shared ? &*shared : nullptr));
+    if (shared) keepIdleInAll(files);
+    reportMissing(files);
+    reportFailures(files);
     if (common.json)
         writeJson(std::cout, checkJson(files, asTheyRan(rules, files)));
     else
@@ -71,7 +97,9 @@ void addCheck(Grammar& grammar) {
         "Findings that are known and accepted are in FILE.exceptions.yml beside the design, each with its reason:\n"
         "  exceptions:\n"
         "    - {rule: open-port, element: 'tap*', port: out0, reason: ends in the substrate}\n"
-        "Element, port and parameter may be left out, and have * and ? for several.\n"
+        "    - {rule: value-out-of-range, parameter: radius, min: 4, reason: measured down to 4 um}\n"
+        "Element, port and parameter may be left out, and have * and ? for several. With a 'value', or with 'min' and\n"
+        "'max', in the unit of the parameter, an exception holds for these only.\n"
         "Status 0: nothing, or notes only. 1: a finding of severity error or warning.\n"
         "2: a file could not be checked; the others are.",
         [options](Common const& common) { return work(*options, common); });
@@ -83,9 +111,14 @@ void addCheck(Grammar& grammar) {
                 "runs this rule and no others; repeatable, or a list with commas", "RULE");
     addRepeated(command, "--skip", options->rules.skip, "leaves this rule out; repeatable, or a list with commas",
                 "RULE");
-    command.add_flag("--all", options->report.all, "lists every finding, also those that are many or excepted");
+    command.add_flag("--all", options->report.all,
+                     "lists every finding, also of rules with many, and those that are excepted");
     command.add_flag("--rules", options->report.rules, "lists the rules that ran and those that did not");
-    command.add_flag("--no-exceptions", options->noExceptions, "reads no exceptions");
+    auto* const exceptions = command
+                                 .add_option("--exceptions", options->exceptions,
+                                             "the exceptions of all designs, instead of those in the files beside them")
+                                 ->type_name("FILE");
+    command.add_flag("--no-exceptions", options->noExceptions, "reads no exceptions")->excludes(exceptions);
     command
         .add_flag("--quiet", options->report.quiet,
                   "prints one line for each file with errors or warnings, and no more")

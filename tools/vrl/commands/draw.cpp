@@ -2,9 +2,11 @@
 #include <algorithm>
 #include <filesystem>
 #include <iostream>
+#include <map>
 #include <memory>
 #include <nlohmann/json.hpp>
 #include <optional>
+#include <system_error>
 
 #include "check/runner.h"
 #include "circuit/circuit.h"
@@ -15,12 +17,15 @@
 #include "design/save.h"
 #include "draw/drawing.h"
 #include "draw/graph_text.h"
+#include "draw/placed_drawing.h"
 #include "draw/render.h"
 #include "draw/svg.h"
+#include "draw/symbol_views.h"
 #include "host/start.h"
 #include "page/page.h"
 #include "text/failure.h"
 #include "text/json.h"
+#include "text/phrases.h"
 
 namespace vrltool {
 
@@ -30,6 +35,7 @@ namespace {
 
 constexpr int kMostCounted = 1000000;
 constexpr int kLeastSide = 300;  // points
+constexpr std::size_t kMostPlaced = 10000;
 
 struct Options {
     std::string file;
@@ -40,6 +46,8 @@ struct Options {
     std::optional<int> width;         ///< and this is about that of a screen
     std::optional<int> height;
     bool noLegend = false;
+    bool noSymbols = false;
+    bool placement = false;
     std::string page;
     Picture picture;
 };
@@ -84,6 +92,24 @@ void warnOfSmallText(Options const& options, Drawing const& drawn) {
                   << " has text of less than 5 points, since one of its blocks does not fit otherwise\n";
 }
 
+/// Whether a part of a sheet is a block or a frame that is larger than the sides that are asked for; 0: any.
+bool hasLarger(Scene const& sheet, int width, int height) {
+    auto const isLarger = [&](Shape const& shape) {
+        return shape.classes == "body" &&
+               ((width > 0 && shape.box.width > width) || (height > 0 && shape.box.height > height));
+    };
+    return std::any_of(sheet.items.begin(), sheet.items.end(),
+                       [&](Item const& item) { return std::any_of(item.shapes.begin(), item.shapes.end(), isLarger); });
+}
+
+/// Blocks and frames are never cut.
+void warnOfLargeSheets(Options const& options, Drawing const& drawn) {
+    for (std::size_t i = 0; i < drawn.sheets.size(); ++i)
+        if (hasLarger(drawn.sheets[i], options.width.value_or(0), options.height.value_or(0)))
+            std::cerr << "vrl: " << options.file << ": sheet " << i + 1
+                      << " is larger than asked for, since one of its blocks or frames is\n";
+}
+
 Json report(Options const& options, PictureFormat format, Selection const& selection, Drawing const& drawn) {
     auto const shown = std::count(selection.shown.begin(), selection.shown.end(), true);
     Json json = jsonHead("draw", 1);
@@ -116,6 +142,24 @@ void write(Options const& options, std::string const& path, std::string const& b
         saveFile(path, bytes);
 }
 
+/// Names files that an earlier picture with more or fewer sheets left beside this one.
+void noteStale(Options const& options, PictureFormat format, std::size_t sheets) {
+    if (toStandardOutput(options) || format == PictureFormat::kPdf) return;
+    std::vector<std::string> stale;
+    auto const note = [&](std::string const& path) {
+        std::error_code ignored;
+        bool const there = std::filesystem::exists(path, ignored);
+        if (there) stale.push_back(path);
+        return there;
+    };
+    if (sheets > 1) note(options.output);
+    for (std::size_t i = sheets > 1 ? sheets : 0; note(fileOf(options, format, i, 2)); ++i) continue;
+    if (stale.empty()) return;
+    bool const one = stale.size() == 1;
+    std::cerr << "vrl: " << listText(stale) << (one ? ": is no sheet" : ": are no sheets")
+              << " of this picture; an earlier one may have left " << (one ? "it" : "them") << '\n';
+}
+
 void refuseSheets(Options const& options) {
     for (auto const& [given, option] :
          {std::pair(!options.page.empty(), "--page"), {options.height.has_value(), "--height"}})
@@ -146,17 +190,29 @@ void writePicture(Options const& options, std::vector<Scene> const& sheets, Pict
                                                                 : converted({sheets[i]}, format);
         write(options, fileOf(options, format, i, sheets.size()), bytes);
     }
+    noteStale(options, format, sheets.size());
+}
+
+/// The symbols that plug-ins choose, with what is wrong about that on standard error. A graph has none.
+std::map<std::string, std::string> symbolsOf(Options const& options, PictureFormat format, Circuit const& circuit) {
+    if (options.noSymbols || options.placement || format == PictureFormat::kDot) return {};
+    ChosenSymbols chosen = chosenSymbols(circuit);
+    for (std::string const& warning : chosen.warnings) std::cerr << "vrl: " << warning << '\n';
+    return std::move(chosen.byKind);
 }
 
 /// What is asked for with what the design says of it. A graph has no sheets.
 Picture pictureOf(Options const& options, PictureFormat format, vrl::Netlist const& netlist, Circuit const& circuit) {
     Picture picture = options.picture;
-    picture.max = options.most.value_or(format == PictureFormat::kHtml ? 0 : picture.max);
+    picture.max = options.most.value_or(options.placement                ? kMostPlaced
+                                        : format == PictureFormat::kHtml ? 0
+                                                                         : picture.max);
     picture.width =
         options.width.value_or(format == PictureFormat::kHtml ? page::widthForScreen(circuit) : picture.width);
     picture.height = options.height.value_or(0);
     picture.names = outerNames(netlist, circuit);
     picture.legend = !options.noLegend;
+    picture.symbols = symbolsOf(options, format, circuit);
     if (picture.title.empty()) picture.title = std::filesystem::path(options.file).stem().string();
     if (format == PictureFormat::kDot)
         picture.height = 0;
@@ -165,12 +221,22 @@ Picture pictureOf(Options const& options, PictureFormat format, vrl::Netlist con
     return picture;
 }
 
+/// A picture by placements has its notes, besides what is hidden, from these.
+Drawing placedDrawingOf(Options const& options, vrl::Netlist const& netlist, Circuit const& circuit,
+                        Picture const& picture, Selection& selection) {
+    Placements const placements = placementsOf(netlist, circuit, selection.shown, options.file);
+    selection.notes.insert(selection.notes.end(), placements.notes.begin(), placements.notes.end());
+    return placedDrawing(circuit, placements, picture, selection);
+}
+
 int depthOf(Options const& options, PictureFormat format) {
     return options.depth ? static_cast<int>(*options.depth) : format == PictureFormat::kHtml ? -1 : 0;
 }
 
 Outcome work(Options const& options, Common const& common) {
     PictureFormat const format = formatOf(options);
+    if (options.placement && format == PictureFormat::kDot)
+        throw Failure("--placement", "a graph has no places", "take svg, pdf, png or html");
     if (format == PictureFormat::kHtml) refuseSheets(options);
     if (common.json) refuseTwoOutputs(options);
     refuseToReplace(options.output, {options.file});
@@ -180,10 +246,12 @@ Outcome work(Options const& options, Common const& common) {
     vrl::Netlist& netlist = circuitOf(design);
     Circuit const circuit = circuitFrom(netlist, depthOf(options, format));
     Picture const picture = pictureOf(options, format, netlist, circuit);
-    Selection const selection = selectionOf(circuit, picture);
-    Drawing const drawn = drawingOf(circuit, picture, selection);
+    Selection selection = selectionOf(circuit, picture);
+    Drawing const drawn = options.placement ? placedDrawingOf(options, netlist, circuit, picture, selection)
+                                            : drawingOf(circuit, picture, selection);
     for (std::string const& note : selection.notes) std::cerr << "vrl: " << options.file << ": " << note << '\n';
     warnOfSmallText(options, drawn);
+    if (options.page.empty() && format != PictureFormat::kDot) warnOfLargeSheets(options, drawn);
     if (format == PictureFormat::kDot)
         write(options, options.output, graphText(circuit, selection, picture.names));
     else if (format == PictureFormat::kHtml)
@@ -204,6 +272,7 @@ void addDraw(Grammar& grammar) {
                     "  vrl draw modulator.vrl -o modulator.pdf --depth 1  # and inside composites\n"
                     "  vrl draw chip.vrl -o mod.png --around mod --hops 2 # one neighbourhood\n"
                     "  vrl draw chip.vrl -o chip.pdf --page a4            # pages to print\n"
+                    "  vrl draw mzi.vrl -o mzi.svg --placement            # where its netlist placed them\n"
                     "  vrl draw chip.vrl -o chip.html                     # to look around in\n"
                     "  vrl draw chip.vrl --format dot                     # a plain graph for Graphviz\n"
                     "The address of a file of HTML takes #element=PATH, #search=TEXT, #open=PATH and\n"
@@ -216,11 +285,12 @@ void addDraw(Grammar& grammar) {
         ->type_name("FILE");
     command.add_option("--format", options->format, "its format, whatever the ending")
         ->type_name("svg|dot|pdf|png|html");
-    command
-        .add_option("--depth", options->depth,
-                    "how many layers of composites are drawn as frames; 0 otherwise, in HTML all")
-        ->type_name("N")
-        ->check(CLI::Range(0, 1000));
+    CLI::Option* const depth =
+        command
+            .add_option("--depth", options->depth,
+                        "how many layers of composites are drawn as frames; 0 otherwise, in HTML all")
+            ->type_name("N")
+            ->check(CLI::Range(0, 1000));
     CLI::Option* const around =
         command.add_option("--around", options->picture.around, "only this element and its neighbourhood")
             ->type_name("ELEMENT")
@@ -243,11 +313,16 @@ void addDraw(Grammar& grammar) {
         ->check(CLI::IsMember(paperNames()))
         ->excludes(width)
         ->excludes(height);
-    command.add_flag("--parameters", options->picture.parameters,
-                     "the values in each block that differ from those of a new one");
+    CLI::Option* const parameters = command.add_flag("--parameters", options->picture.parameters,
+                                                     "the values in each block that differ from those of a new one");
     command.add_option("--title", options->picture.title, "a title above the picture; the name of the file otherwise")
         ->type_name("TEXT");
     command.add_flag("--no-legend", options->noLegend, "no legend below it");
+    command.add_flag("--no-symbols", options->noSymbols, "plain blocks, whatever symbols plug-ins choose for them");
+    command
+        .add_flag("--placement", options->placement, "the elements at the places that an imported netlist gave them")
+        ->excludes(depth)
+        ->excludes(parameters);
 }
 
 }  // namespace vrltool

@@ -6,6 +6,7 @@
 #include "commands/commands.h"
 #include "host/start.h"
 #include "text/near_names.h"
+#include "text/phrases.h"
 
 namespace vrltool {
 
@@ -37,7 +38,8 @@ CLI::Validator oneOf(std::vector<std::string> const& words, Known known) {
         [words, known](std::string& word) {
             if (known(word)) return std::string();
             std::string const near = didYouMean(word, words);
-            return "no '" + word + "'\n" + (near.empty() ? "it is one of " + choices(words) : near);
+            return "no '" + word + "'\n" +
+                   (near.empty() ? "it is one of " + listText(words, words.size(), "or") : near);
         },
         choices(words));
 }

@@ -20,6 +20,7 @@ namespace {
 struct Options {
     std::string file;
     std::vector<std::string> assignments;
+    std::string kind;
     std::string output;
     bool force = false;
     bool dryRun = false;
@@ -32,7 +33,7 @@ Outcome set(Options const& options, Common const& common) {
     Design const design = readDesign(options.file);
     leaveToTheEnd(design.object);
     std::cerr << missingText(design);
-    Settings const settings = setAll(design, options.assignments, options.force);
+    Settings const settings = setAll(design, options.assignments, options.kind, options.force);
     bool const allowed = !settings.forbidden();
     Ending ending{options.file, "", options.dryRun};
     bool const copies = !options.output.empty() && options.output != options.file;
@@ -58,11 +59,12 @@ void addSet(Grammar& grammar) {
         "  vrl set mzi.vrl bend.radius=20um                   # in its place; units are converted\n"
         "  vrl set mzi.vrl bend.radius=20 -o new.vrl          # in the parameter's own unit, into another file\n"
         "  vrl set mzi.vrl 'arm*.length=0.1 mm' --dry-run     # several elements; only shows what would change\n"
+        "  vrl set mzi.vrl --kind sfBend '*.radius=20'        # of all elements of one kind\n"
         "  vrl set mzi.vrl arms/lower.width=0.5               # of an element inside of a composite\n"
         "  vrl set mzi.vrl bend.cs=rib bend,out0.cs=strip     # the cross sections of a block and of a port\n"
         "An element is a path of names, in which * and ? fit several; .cs and .flow choose a cross section and a\n"
         "process flow. Either all changes are made or none. What is not changed stays byte for byte, also where\n"
-        "plug-ins are missing.",
+        "plug-ins are missing, and so does the inside of a composite whose parameters are set.",
         [options](Common const& common) { return set(*options, common); });
     command.add_option("file", options->file, "the saved design")->required()->type_name("FILE");
     command.add_option("assignments", options->assignments, "what is to be set: ELEMENT.PARAMETER=VALUE")
@@ -71,6 +73,7 @@ void addSet(Grammar& grammar) {
     command
         .add_option("-o,--output", options->output, "the design to write; without it the file itself is replaced whole")
         ->type_name("FILE");
+    command.add_option("--kind", options->kind, "only of elements of this kind")->type_name("KEY");
     command.add_flag("--force", options->force, "also values out of range, and cross sections that a foundry lacks");
     command.add_flag("--dry-run", options->dryRun, "only show what would change");
 }

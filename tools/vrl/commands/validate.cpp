@@ -1,5 +1,6 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <filesystem>
 #include <functional>
 #include <iostream>
 #include <memory>
@@ -79,6 +80,14 @@ void addRepeated(CLI::App& command, std::string const& name, std::vector<std::st
         ->delimiter(',');
 }
 
+/// A path of nothing is a slip, about which no check has anything to say.
+void checkPaths(std::vector<std::string> const& plugins) {
+    std::error_code none;
+    for (std::string const& path : plugins)
+        if (std::filesystem::symlink_status(path, none).type() == std::filesystem::file_type::not_found)
+            throw Failure(path, "there is no such file", "give the path of the plug-in");
+}
+
 Outcome work(Options const& options, Common const& common) {
     if (options.list) return listChecks(common);
     if (options.plan.plugins.empty())
@@ -88,6 +97,7 @@ Outcome work(Options const& options, Common const& common) {
     plan.config = common.config;
     plan.checks = chosenChecks(options);
     plan.needed = neededChecks(plan.checks, options);
+    checkPaths(plan.plugins);
     auto const all = checkPlugins(plan);
     if (common.json)
         writeJson(std::cout, conformanceJson(all));
@@ -104,11 +114,11 @@ void addValidate(Grammar& grammar) {
     CLI::App& command = grammar.add(
         "validate", "checks that plug-ins behave as hosts expect",
         "  vrl validate lib_wn_myFab.so.5.1.3             # every check\n"
-        "  vrl validate a.so b.so                         # also how they get on with each other\n"
+        "  vrl validate a.so b.so                         # also whether they work together\n"
         "  vrl validate --only loads --json my.so         # one check, for programs\n"
         "  vrl validate --list                            # all checks\n"
         "Each check runs in a process of its own. The exit status is 1 if a check of severity error fails.\n"
-        "With --config, how a plug-in gets on with the libraries of that configuration is checked, too.",
+        "With --config, whether a plug-in works together with the libraries of that configuration is checked, too.",
         [options](Common const& common) { return work(*options, common); });
     command.add_option("plugins", options->plan.plugins, "the plug-ins")->type_name("FILE");
     addRepeated(command, "--only", options->only, "run this check and no others");

@@ -15,12 +15,6 @@ Json portPlaceJson(std::string const& element, std::string const& port) {
     return Json{{"element", element}, {"port", port}};
 }
 
-char const* directionWord(ElementPort const& port) {
-    if (isElectrical(port.domain)) return nullptr;
-    Direction const direction = directionOf(port.name);
-    return direction == Direction::kInput ? "input" : direction == Direction::kOutput ? "output" : nullptr;
-}
-
 /// The notes of a parameter but for the reserved ones, which are its name, description and unit.
 Json ownNotesJson(vrl::Annotations const& notes) {
     Json json = notesJson(notes);
@@ -47,12 +41,10 @@ Json choiceJson(vrl::Foundry::CSInfo const& choice) {
     return Json{{"crossSection", choice.getCSName()}, {"flow", choice.getFlowName()}};
 }
 
-Json circuitJson(Circuit const& circuit);
-
 Json portJson(ElementPort const& port, vrl::BB* block) {
     Json json{{"name", port.name}};
     json["domain"] = vrl::EnumList::getName(port.domain);
-    char const* const direction = directionWord(port);
+    char const* const direction = directionWord(port.name, port.domain);
     json["direction"] = direction ? Json(direction) : Json(nullptr);
     json["node"] = port.node == 0 ? Json(nullptr) : Json(port.node);
     if (!port.declared) json["declared"] = false;
@@ -77,6 +69,24 @@ Json blockJson(Element const& element) {
         json["inside"] = circuitJson(*element.inside);
     return json;
 }
+
+/// The names that the boundary had in the netlist of another tool.
+Json outerNamesJson(OuterNames const& names) {
+    Json json = Json::array();
+    for (auto const& [node, words] : names)
+        for (std::string const& word : words) json.push_back(Json{{"name", word}, {"node", node}});
+    return json;
+}
+
+Json missingJson(std::vector<MissingKind> const& missing) {
+    static char const* const words[] = {"block", "parameter", "netlist"};
+    Json json = Json::array();
+    for (MissingKind const& kind : missing)
+        json.push_back(Json{{"what", words[static_cast<int>(kind.what)]}, {"kind", kind.name}, {"uses", kind.count}});
+    return json;
+}
+
+}  // namespace
 
 Json elementJson(Element const& element) {
     Json json{{"name", element.name.empty() ? Json(nullptr) : Json(element.name)}, {"number", element.number}};
@@ -104,24 +114,6 @@ Json circuitJson(Circuit const& circuit) {
         json["danglingConnections"].push_back(portPlaceJson(connection.first, connection.second));
     return json;
 }
-
-/// The names that the boundary had in the netlist of another tool.
-Json outerNamesJson(OuterNames const& names) {
-    Json json = Json::array();
-    for (auto const& [node, words] : names)
-        for (std::string const& word : words) json.push_back(Json{{"name", word}, {"node", node}});
-    return json;
-}
-
-Json missingJson(std::vector<MissingKind> const& missing) {
-    static char const* const words[] = {"block", "parameter", "netlist"};
-    Json json = Json::array();
-    for (MissingKind const& kind : missing)
-        json.push_back(Json{{"what", words[static_cast<int>(kind.what)]}, {"kind", kind.name}, {"uses", kind.count}});
-    return json;
-}
-
-}  // namespace
 
 Json designJson(Design const& design) {
     Json json = jsonHead("show", 2);

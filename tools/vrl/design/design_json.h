@@ -10,4 +10,10 @@ namespace vrltool {
 /// included.
 Json designJson(Design const& design);
 
+/// An element as it is in that of its design.
+Json elementJson(Element const& element);
+
+/// A circuit as it is in that, with the insides of composites.
+Json circuitJson(Circuit const& circuit);
+
 }  // namespace vrltool

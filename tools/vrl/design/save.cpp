@@ -45,9 +45,20 @@ private:
     unsigned int elements, nodes;
 };
 
-/// An existing file may keep kinds that are missing here, or more than can be read of it: it is not replaced then.
+/// Whether there is something in a file already.
+bool hasContent(std::string const& path) {
+    std::error_code none;
+    return std::filesystem::is_regular_file(path, none) && std::filesystem::file_size(path, none) > 0;
+}
+
+/// An existing file may be no design, keep kinds that are missing here, or more than can be read of it: it is not
+/// replaced then.
 void refuseOver(std::string const& path) {
-    if (!isSavedDesign(path)) return;
+    bool const isDesign = isSavedDesign(path);
+    if (!isDesign && hasContent(path))
+        throw Failure(path, "is there already and is no saved design, so it is not replaced",
+                      "give the output a name of its own, or remove that file");
+    if (!isDesign) return;
     KeptNumbers const numbers;
     Design before;
     try {

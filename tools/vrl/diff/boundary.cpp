@@ -109,6 +109,10 @@ Verb verbOf(PlacePair const& pair) {
                                : Verb::kChanged;
 }
 
+BoundaryPlace placeOf(Wiring const& wiring, std::size_t list, std::size_t place, std::vector<std::string> ports) {
+    return {place + 1, std::move(ports), wiring.outerNames[wiring.boundary[list][place]]};
+}
+
 }  // namespace
 
 void compareBoundaries(Wiring const& a, Wiring const& b, CommonPorts& common, std::string const& path,
@@ -125,11 +129,13 @@ void compareBoundaries(Wiring const& a, Wiring const& b, CommonPorts& common, st
             if (pair.same)
                 places.push_back(
                     {nullptr, words[list] + std::to_string(pair.inB + 1), listA[pair.inA], listB[pair.inB]});
-            if (pair.same && kept.count(pair.inB)) continue;
             Change change{topics[list], verbOf(pair), path, "", "", {}, {}, {}};
-            if (pair.inA != kNone) change.from = BoundaryPlace{pair.inA + 1, common.texts(common.ofA[listA[pair.inA]])};
-            if (pair.inB != kNone) change.to = BoundaryPlace{pair.inB + 1, common.texts(common.ofB[listB[pair.inB]])};
-            changes.push_back(std::move(change));
+            if (pair.inA != kNone) change.from = placeOf(a, list, pair.inA, common.texts(common.ofA[listA[pair.inA]]));
+            if (pair.inB != kNone) change.to = placeOf(b, list, pair.inB, common.texts(common.ofB[listB[pair.inB]]));
+            bool const renamed = pair.same && a.outerNames[listA[pair.inA]] != b.outerNames[listB[pair.inB]];
+            if (!pair.same || !kept.count(pair.inB)) changes.push_back(change);
+            change.verb = Verb::kRenamed;
+            if (renamed) changes.push_back(std::move(change));
         }
     }
     for (CommonPorts::Port& place : places) common.add(std::move(place));

@@ -48,10 +48,11 @@ struct ParameterState {
     bool autoChangeable = false;
 };
 
-/// A place of a boundary list, counted from 1, and what its node connects.
+/// A place of a boundary list, counted from 1, what its node connects, and how another tool named it.
 struct BoundaryPlace {
     std::size_t position = 0;
     std::vector<std::string> ports;
+    std::vector<std::string> names = {};
 };
 
 /// One side of a change; std::monostate if it is missing.
@@ -67,7 +68,8 @@ struct Change {
     std::string parameter;  ///< to which a note belongs
     ChangeSide from, to;
     std::vector<std::vector<std::string>>
-        groups;  ///< of a connection: the sets of ports that were disconnected or connected
+        groups;                            ///< of a connection: the sets of ports that were disconnected or connected
+    std::vector<std::string> member = {};  ///< of the note of an import: the member that differs, from the outermost on
 };
 
 /// A parameter whose values are not known, since no loaded plug-in has its type.

@@ -1,13 +1,17 @@
 #include "diff/compare.h"
 
 #include <algorithm>
+#include <set>
 
 #include "diff/boundary.h"
 #include "diff/connections.h"
+#include "diff/imported_notes.h"
 #include "diff/matching.h"
 #include "diff/properties.h"
 #include "diff/wiring.h"
+#include "text/natural_order.h"
 #include "text/progress.h"
+#include "values/note.h"
 
 namespace vrltool::diff {
 
@@ -30,8 +34,7 @@ std::vector<Entry> entriesOf(Wiring const& a, Wiring const& b, Matching const& m
     for (std::size_t part = 0; part < b.parts.size(); ++part)
         if (matching.toA[part] == kNone) entries.push_back({&b.parts[part].label, nullptr, &b.parts[part]});
     auto const isLess = [](Entry const& x, Entry const& y) {
-        int const order = x.label->compare(*y.label);
-        return order < 0 || (order == 0 && x.inA && !y.inA);
+        return *x.label == *y.label ? x.inA && !y.inA : naturallyLess(*x.label, *y.label);
     };
     if (!std::is_sorted(entries.begin(), entries.end(), isLess))
         std::stable_sort(entries.begin(), entries.end(), isLess);
@@ -44,7 +47,18 @@ Element const* elementOf(Wiring::Part const* part) { return part ? part->element
 struct Sheet {
     Circuit const& circuit;
     vrl::Netlist const& netlist;
+    OuterNames const names = {};
 };
+
+/// The note of an import without the names that are compared at the boundary.
+values::Node namelessNote(Sheet const& sheet) {
+    std::set<std::string> compared;
+    for (auto const* const list : {&sheet.circuit.inputs, &sheet.circuit.outputs, &sheet.circuit.dc})
+        for (unsigned const node : *list)
+            if (auto const names = sheet.names.find(node); names != sheet.names.end())
+                compared.insert(names->second.begin(), names->second.end());
+    return withoutPorts(values::note(sheet.netlist), compared);
+}
 
 class DesignComparison {
 public:
@@ -63,7 +77,7 @@ private:
         if (a.parameter() && b.parameter())
             properties.compareSingle(*a.parameter(), *b.parameter());
         else
-            properties.compareNotes(a.notes(), b.notes(), "");
+            properties.compareNotesOfObjects(a, b);
         if (a.list() || b.list()) properties.compareParameters(a.list(), b.list(), "", sameType);
         properties.compareBlocks(a.block(), b.block(), "");
         if (a.choice() && b.choice()) properties.compareChoices(*a.choice(), *b.choice(), "");
@@ -78,12 +92,15 @@ private:
         vrl::Netlist& netlistB = b ? *b : *none;
         Circuit const circuitA = circuitFrom(netlistA);
         Circuit const circuitB = circuitFrom(netlistB);
-        compareSheets({circuitA, netlistA}, {circuitB, netlistB}, "");
+        Sheet const sheetA{circuitA, netlistA, outerNames(netlistA, circuitA)};
+        Sheet const sheetB{circuitB, netlistB, outerNames(netlistB, circuitB)};
+        if (a && b) properties.compareImports(namelessNote(sheetA), namelessNote(sheetB), "");
+        compareSheets(sheetA, sheetB, "");
     }
 
     void compareSheets(Sheet const& sheetA, Sheet const& sheetB, std::string const& path) {
-        Wiring const a = wiringOf(sheetA.circuit, sheetA.netlist);
-        Wiring const b = wiringOf(sheetB.circuit, sheetB.netlist);
+        Wiring const a = wiringOf(sheetA.circuit, sheetA.netlist, sheetA.names);
+        Wiring const b = wiringOf(sheetB.circuit, sheetB.netlist, sheetB.names);
         Matching const matching = matchParts(a, b, settings.renames);
         for (Entry const& entry : entriesOf(a, b, matching)) compareEntry(entry, path);
         CommonPorts ports(a, b, matching);

@@ -1,11 +1,13 @@
 #include "diff/imported_notes.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 #include <map>
 #include <optional>
 
 #include "circuit/parameters.h"
+#include "diff/properties.h"
 #include "values/note.h"
 
 namespace vrltool::diff {
@@ -84,30 +86,64 @@ bool isOfTheBlock(std::string const& name, vrl::BB const& a, vrl::BB const& b) {
     return name == "vrl" || (name == "component" && a.getName() != b.getName());
 }
 
+bool sameLeaf(Two<Node> const& leaf, DiffSettings const& settings) {
+    auto const isFinite = [](Node const& node) { return node.text.find_first_of("fn") == std::string::npos; };
+    auto const x = numberOf(leaf.inA), y = numberOf(leaf.inB);
+    if (x && y && isFinite(leaf.inA) && isFinite(leaf.inB)) return sameValue(*x, *y, settings);
+    return leaf.inA.isDefined() == leaf.inB.isDefined() && same(leaf.inA, leaf.inB);
+}
+
+void collect(Two<Node> const& value, std::vector<std::string> const& member, DiffSettings const& settings,
+             std::vector<NoteDifference>& found) {
+    auto const below = [&](std::string const& name, Two<Node> const& part) {
+        auto path = member;
+        path.push_back(name);
+        collect(part, path, settings, found);
+    };
+    auto const& [a, b] = value;
+    bool const ofNetlist = member == std::vector<std::string>{"members"};  // each member is one of the netlist
+    if ((isMap(a) && isMap(b)) || ofNetlist) {
+        for (auto const& [name, part] : sideBySide(a, b)) below(name.text, part);
+    } else if (isList(a) && isList(b) && a.size() == b.size()) {
+        for (std::size_t i = 0; i < a.size(); ++i)
+            below("[" + std::to_string(i) + "]", {(a.begin() + i)->second, (b.begin() + i)->second});
+    } else if (!sameLeaf(value, settings)) {
+        found.push_back({member, a, b});
+    }
+}
+
 }  // namespace
 
-std::pair<std::string, std::string> differentNotes(vrl::BB& a, vrl::BB& b) {
-    Node const noteA = values::note(a), noteB = values::note(b);
-    if (same(noteA, noteB)) return {};
-    Settings const settings(a, b);
-    Two<Node> left{Node{values::Kind::kMap}, Node{values::Kind::kMap}};
-    auto const take = [](Two<Node>& into, Node const& name, Two<Node> const& value) {
-        if (value.inA.isDefined()) into.inA.add(name, value.inA);
-        if (value.inB.isDefined()) into.inB.add(name, value.inB);
+std::vector<NoteDifference> differentMembers(Node const& a, Node const& b, DiffSettings const& settings) {
+    std::vector<NoteDifference> found;
+    collect({a, b}, {}, settings, found);
+    return found;
+}
+
+std::vector<NoteDifference> differentMembers(vrl::BB& a, vrl::BB& b, DiffSettings const& settings) {
+    auto all = differentMembers(values::note(a), values::note(b), settings);
+    if (all.empty()) return all;
+    Settings const parameters(a, b);
+    auto const showsInBlock = [&](NoteDifference const& each) {
+        if (each.member.empty()) return false;
+        if (isOfTheBlock(each.member.front(), a, b)) return true;
+        return each.member.front() == "settings" && each.member.size() == 2 &&
+               parameters.isParameter(each.member.back(), {each.inA, each.inB});
     };
-    for (auto const& [name, value] : sideBySide(noteA, noteB)) {
-        if (same(value.inA, value.inB) || isOfTheBlock(name.text, a, b)) continue;
-        if (name.text != "settings") {
-            take(left, name, value);
-            continue;
-        }
-        Two<Node> others{Node{values::Kind::kMap}, Node{values::Kind::kMap}};
-        for (auto const& [setting, given] : sideBySide(value.inA, value.inB))
-            if (!same(given.inA, given.inB) && !settings.isParameter(setting.text, given)) take(others, setting, given);
-        if (others.inA.size() + others.inB.size() > 0) take(left, name, others);
-    }
-    if (left.inA.size() + left.inB.size() == 0) return {};
-    return {written(left.inA, values::Format::kLine), written(left.inB, values::Format::kLine)};
+    all.erase(std::remove_if(all.begin(), all.end(), showsInBlock), all.end());
+    return all;
+}
+
+Node withoutPorts(Node const& note, std::set<std::string> const& names) {
+    Node const& ports = member(note, "ports");
+    if (names.empty() || !isMap(ports)) return note;
+    Node left{values::Kind::kMap, "", ports.mark};
+    for (auto const& [name, value] : ports)
+        if (names.count(name.text) == 0) left.add(name, value);
+    Node result{values::Kind::kMap, "", note.mark};
+    for (auto const& [name, value] : note)
+        if (name.text != "ports" || left.size() > 0) result.add(name, name.text == "ports" ? left : value);
+    return result;
 }
 
 }  // namespace vrltool::diff

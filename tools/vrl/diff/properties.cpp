@@ -8,7 +8,6 @@
 #include <utility>
 
 #include "design/stand_in.h"
-#include "diff/imported_notes.h"
 #include "values/note.h"
 
 namespace vrltool::diff {
@@ -212,13 +211,35 @@ void PropertyComparison::compareNotes(vrl::Annotations const* a, vrl::Annotation
                });
 }
 
+void PropertyComparison::addMembers(std::vector<NoteDifference> const& members, std::string const& path) {
+    auto const side = [](values::Node const& node) {
+        return node.isDefined() ? ChangeSide(written(node, values::Format::kLine)) : ChangeSide();
+    };
+    for (NoteDifference const& each : members) {
+        Verb const verb = !each.inA.isDefined()   ? Verb::kAdded
+                          : !each.inB.isDefined() ? Verb::kRemoved
+                                                  : Verb::kChanged;
+        found.changes.push_back(
+            {Topic::kNote, verb, path, values::kNote, "", side(each.inA), side(each.inB), {}, each.member});
+    }
+}
+
 void PropertyComparison::compareNotesOfBlocks(vrl::BB* a, vrl::BB* b, std::string const& path) {
     if (!settings.notes) return;
     bool const imported = a && b && isMap(values::note(*a)) && isMap(values::note(*b));
     compareNotes(a, b, path, "", imported ? std::set<std::string>{values::kNote} : std::set<std::string>());
-    if (!imported) return;
-    auto const [inA, inB] = differentNotes(*a, *b);
-    if (inA != inB) found.changes.push_back({Topic::kNote, Verb::kChanged, path, values::kNote, "", inA, inB, {}});
+    if (imported) addMembers(differentMembers(*a, *b, settings), path);
+}
+
+void PropertyComparison::compareNotesOfObjects(SavedObject const& a, SavedObject const& b) {
+    bool const imported =
+        a.netlist() && b.netlist() && isMap(values::note(*a.netlist())) && isMap(values::note(*b.netlist()));
+    compareNotes(a.notes(), b.notes(), "", "",
+                 imported ? std::set<std::string>{values::kNote} : std::set<std::string>());
+}
+
+void PropertyComparison::compareImports(values::Node const& a, values::Node const& b, std::string const& path) {
+    if (settings.notes && isMap(a) && isMap(b)) addMembers(differentMembers(a, b, settings), path);
 }
 
 void PropertyComparison::compareTexts(Topic topic, std::string const& a, std::string const& b, std::string const& path,

@@ -3,7 +3,9 @@
 #include <set>
 #include <string>
 
+#include "design/saved_object.h"
 #include "diff/change.h"
+#include "diff/imported_notes.h"
 #include "diff/settings.h"
 #include "vrllib/vrllib.h"
 
@@ -31,6 +33,10 @@ public:
                       std::string const& parameter = "", std::set<std::string> const& without = {});
     /// Those of blocks. What an import kept of a setting that is a parameter is not a difference of its own.
     void compareNotesOfBlocks(vrl::BB* a, vrl::BB* b, std::string const& path);
+    /// Those of what the files hold; of two netlists without the notes of their imports.
+    void compareNotesOfObjects(SavedObject const& a, SavedObject const& b);
+    /// What imports kept of two netlists, member by member; nothing unless both are maps.
+    void compareImports(values::Node const& a, values::Node const& b, std::string const& path);
     /// Foundry, choices and ports.
     void compareBlocks(vrl::BB* a, vrl::BB* b, std::string const& path);
     void compareChoices(vrl::Foundry::CSInfo const& a, vrl::Foundry::CSInfo const& b, std::string const& path,
@@ -43,6 +49,7 @@ public:
     std::set<std::string> const& met() const { return names; }
 
 private:
+    void addMembers(std::vector<NoteDifference> const& members, std::string const& path);
     void compareParameter(Parameter const* a, Parameter const* b, std::string const& name, std::string const& path,
                           bool sameKind);
     bool isIgnored(std::string const& name, std::string const& path) const;

@@ -49,11 +49,14 @@ struct SideJson {
 
     Json operator()(std::monostate) const { return nullptr; }
     Json operator()(std::string const& text) const {
+        if (!change.member.empty() && text == "null") return nullptr;
         return change.topic == Topic::kNote ? noteJson(change.name, text) : Json(text);
     }
     Json operator()(ParameterState const& state) const { return stateJson(state); }
     Json operator()(BoundaryPlace const& place) const {
-        return Json{{"position", place.position}, {"ports", portsJson(place.ports)}};
+        Json json{{"position", place.position}, {"ports", portsJson(place.ports)}};
+        if (!place.names.empty()) json["names"] = place.names;
+        return json;
     }
 };
 
@@ -70,6 +73,7 @@ void addNames(Json& json, Change const& change) {
     case Topic::kNote:
         if (!change.parameter.empty()) json["parameter"] = change.parameter;
         json["name"] = change.name;
+        if (!change.member.empty()) json["member"] = change.member;
         break;
     case Topic::kParameter:
     case Topic::kPort:

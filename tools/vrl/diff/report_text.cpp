@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <ostream>
 
+#include "text/phrases.h"
 #include "text/table.h"
+#include "text/utf8.h"
 #include "values/note.h"
 
 namespace vrltool::diff {
@@ -82,14 +84,30 @@ std::string portsText(std::vector<std::string> const& ports) {
     return text + ")";
 }
 
+std::string namesText(std::vector<std::string> const& names) {
+    return names.empty() ? "(none)" : listText(names, names.size());
+}
+
+/// What an import kept may be long: its beginning has to do.
+std::string shortened(std::string const& text) {
+    constexpr std::size_t kMost = 100;
+    auto const characters = charactersOf(text);
+    if (characters.size() <= kMost) return text;
+    std::string begin;
+    for (std::size_t i = 0; i < kMost - 3; ++i) begin += characters[i].bytes;
+    return begin + "...";
+}
+
 struct SideText {
     Details details;
     bool quote = false;
 
-    std::string operator()(std::monostate) const { return "none"; }
-    std::string operator()(std::string const& text) const { return quote ? quoted(text) : text; }
+    std::string operator()(std::monostate) const { return "(none)"; }
+    std::string operator()(std::string const& text) const { return quote ? quoted(text) : shortened(text); }
     std::string operator()(ParameterState const& state) const { return stateText(state, details); }
-    std::string operator()(BoundaryPlace const& place) const { return portsText(place.ports); }
+    std::string operator()(BoundaryPlace const& place) const {
+        return portsText(place.ports) + (place.names.empty() ? "" : " (" + namesText(place.names) + ")");
+    }
 };
 
 /// "OLD -> NEW", or the one side that there is.
@@ -125,10 +143,21 @@ std::string choiceText(Change const& change, char const* what) {
     return (of.empty() ? of : of + " ") + what + ": " + sidesText(change);
 }
 
+/// "settings.gap", "points[2]". The members of the netlist itself are in one of the note.
+std::string memberText(std::vector<std::string> const& member) {
+    std::string text;
+    bool const ofNetlist = member.size() > 1 && member.front() == "members";
+    for (auto name = member.begin() + (ofNetlist ? 1 : 0); name != member.end(); ++name)
+        text += (text.empty() || (*name)[0] == '[' ? "" : ".") + *name;
+    return text;
+}
+
 std::string noteText(Change const& change) {
     std::string of = change.path;
     if (!change.parameter.empty()) of += (of.empty() ? "" : ".") + change.parameter;
-    std::string const what = change.name == "vrl::attrDescr" ? "description" : "note '" + change.name + "'";
+    std::string const what = change.name == "vrl::attrDescr" ? "description"
+                             : change.member.empty()         ? "note '" + change.name + "'"
+                                                             : "imported " + memberText(change.member);
     return (of.empty() ? of : of + " ") + what + ": " + sidesText(change);
 }
 
@@ -144,6 +173,8 @@ std::string placeText(Change const& change, std::string const& list) {
     std::string const place = insideOf(change) + list + " " + std::to_string((to ? to : from)->position);
     if (change.verb == Verb::kMoved)
         return place + " was " + list + " " + std::to_string(from->position) + ": " + portsText(to->ports);
+    if (change.verb == Verb::kRenamed)
+        return place + " name: " + namesText(from->names) + " -> " + namesText(to->names);
     return place + ": " + sidesText(change);
 }
 
@@ -162,7 +193,7 @@ std::string lineOf(Change const& change) {
     case Topic::kCrossSection:
         return choiceText(change, "cross section");
     case Topic::kFlow:
-        return choiceText(change, "flow");
+        return choiceText(change, "process flow");
     case Topic::kPort:
         return "port " + (change.path.empty() ? "" : change.path + ",") + change.name;
     case Topic::kNote:

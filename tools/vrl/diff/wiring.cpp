@@ -54,7 +54,7 @@ std::size_t Wiring::netOf(std::size_t part, std::string const& port) const {
     return found != connections.end() && found->port == port ? found->net : kNone;
 }
 
-Wiring wiringOf(Circuit const& circuit, vrl::Netlist const& netlist) {
+Wiring wiringOf(Circuit const& circuit, vrl::Netlist const& netlist, OuterNames const& outerNames) {
     Wiring wiring;
     wiring.parts.reserve(circuit.elements.size());
     for (Element const& element : circuit.elements) wiring.parts.push_back(partOf(element));
@@ -70,6 +70,11 @@ Wiring wiringOf(Circuit const& circuit, vrl::Netlist const& netlist) {
     std::vector<unsigned> const* const lists[] = {&circuit.inputs, &circuit.outputs, &circuit.dc};
     for (std::size_t list = 0; list < Wiring::kBoundaries; ++list)
         for (unsigned const node : *lists[list]) wiring.boundary[list].push_back(numbers(node));
+    wiring.outerNames.resize(wiring.nets.size());
+    for (auto const& list : lists)
+        for (unsigned const node : *list)
+            if (auto const names = outerNames.find(node); names != outerNames.end())
+                wiring.outerNames[numbers(node)] = names->second;
     return wiring;
 }
 

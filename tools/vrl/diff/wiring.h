@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "circuit/circuit.h"
+#include "circuit/outer_names.h"
 
 namespace vrltool::diff {
 
@@ -41,12 +42,13 @@ struct Wiring {
     std::vector<Part> parts;  ///< as the elements of the circuit; after them the bare names
     std::vector<Net> nets;
     std::array<std::vector<std::size_t>, kBoundaries> boundary;  ///< nets
+    std::vector<std::vector<std::string>> outerNames;  ///< of each net, as another tool named it at the boundary
 
     /// The net on which a part has a port, or kNone.
     std::size_t netOf(std::size_t part, std::string const& port) const;
 };
 
 /// The wiring of a circuit and of the netlist that it shows, both of which outlive it.
-Wiring wiringOf(Circuit const& circuit, vrl::Netlist const& netlist);
+Wiring wiringOf(Circuit const& circuit, vrl::Netlist const& netlist, OuterNames const& outerNames = {});
 
 }  // namespace vrltool::diff

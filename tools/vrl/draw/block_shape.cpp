@@ -1,6 +1,7 @@
 #include "draw/block_shape.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "circuit/parameters.h"
 #include "draw/domain_style.h"
@@ -22,6 +23,10 @@ constexpr int kMarkHeight = 10;
 constexpr int kPadding = 8;
 constexpr int kTitleHeight = 24;
 constexpr int kLine = 11;  // of text
+constexpr char kSheetRoom[] = ":00+";
+constexpr std::size_t kMostSheets = 20;  // for the pointer
+constexpr int kSymbolWidth = 40;
+constexpr int kSymbolHeight = 26;  // with what is free above and below it
 
 std::string nameText(Element const& element) { return shortened(element.label(), kNameCharacters); }
 
@@ -56,7 +61,7 @@ void drawMark(Item& item, ElementPort const& port, bool connected, Side side, in
 /// The middle of a block with its sides.
 class Body {
 public:
-    Body(Element const& e, PortLook const& l, bool parameters) : element(e), look(l) {
+    Body(Element const& e, ElementLook const& l, bool parameters) : element(e), look(l) {
         if (parameters) lines = parameterLines(element);
         for (std::size_t i = 0; i < look.sides.size(); ++i) {
             if (look.sides[i] == Side::kBelow) continue;
@@ -67,8 +72,9 @@ public:
         }
         textSpace = std::max(textWidth(nameText(element), 10, true), textWidth(kindText(element), 9));
         textSpace = std::max(textSpace, widthOf(lines));
+        if (!look.symbol.empty()) textSpace = std::max(textSpace, kSymbolWidth);
         std::size_t const rows = std::max(atLeft.size(), atRight.size());
-        int const text = static_cast<int>(lines.size() + 2) * kLine + 10;
+        int const text = textHeight() + (look.symbol.empty() ? 10 : 0);
         height = (std::max(static_cast<int>(rows) * kRow, text) + 2 * kRow - 1) / kRow * kRow;
     }
 
@@ -76,8 +82,9 @@ public:
 
     std::vector<layout::Pin> draw(Item& item, int fullWidth) const {
         int const middle = leftSpace + (fullWidth - leftSpace - rightSpace) / 2;
-        int y = -static_cast<int>(lines.size() + 2) * kLine / 2 + 9;
+        int y = 9 - textHeight() / 2;
         item.shapes.push_back(textShape("name", {middle, y}, nameText(element)));
+        y += drawSymbol(item, {middle, y + kSymbolHeight / 2 + 1});
         item.shapes.push_back(textShape("kind", {middle, y += kLine}, kindText(element)));
         drawLines(item, lines, {middle - textSpace / 2, y});
         std::vector<layout::Pin> pins(look.sides.size());
@@ -89,9 +96,28 @@ public:
     int height;  ///< twice the grid, or a multiple of that
 
 private:
+    int textHeight() const {
+        return static_cast<int>(lines.size() + 2) * kLine + (look.symbol.empty() ? 0 : kSymbolHeight);
+    }
+
+    /// Returns how much of the height it takes.
+    int drawSymbol(Item& item, Point const& at) const {
+        if (look.symbol.empty()) return 0;
+        Shape shape;
+        shape.kind = Shape::Kind::kSymbol;
+        shape.classes = "symbol";
+        shape.text = look.symbol;
+        shape.points = {at};
+        shape.mirrored = look.mirrored;
+        shape.flipped = look.flipped;
+        item.shapes.push_back(std::move(shape));
+        return kSymbolHeight;
+    }
+
     void drawSide(Item& item, std::vector<std::size_t> const& ports, Side side, int edge,
                   std::vector<layout::Pin>& pins) const {
-        int y = -static_cast<int>(ports.size() - 1) * kRow / 2;
+        int const step = look.flipped ? -kRow : kRow;
+        int y = -static_cast<int>(ports.size() - 1) * step / 2;
         bool const left = side == Side::kLeft;
         for (std::size_t const port : ports) {
             drawMark(item, element.ports[port], look.connected[port], side, edge, y);
@@ -99,12 +125,12 @@ private:
                                             {edge + (left ? kMarkWidth + 3 : -kMarkWidth - 3), y + 3},
                                             portText(element.ports[port]), left ? "start" : "end"));
             pins[port] = {!left, y, {}};
-            y += kRow;
+            y += step;
         }
     }
 
     Element const& element;
-    PortLook const& look;
+    ElementLook const& look;
     std::vector<std::string> lines;
     std::vector<std::size_t> atLeft, atRight;
     int leftSpace = 0, rightSpace = 0, textSpace = 0;
@@ -127,13 +153,14 @@ Item itemOf(std::string const& id, std::string const& classes, std::string const
 
 }  // namespace
 
-NodeShape blockShape(std::string const& id, Element const& element, PortLook const& look, bool parameters) {
+NodeShape blockShape(std::string const& id, Element const& element, ElementLook const& look, bool parameters) {
     Body const body(element, look, parameters);
     Foot const foot(element, look.sides, look.connected, look.tags, look.exits);
     NodeShape shape;
     shape.node.width = layout::onGrid(std::max(body.width(), foot.width() + kPadding));
     int const bottom = body.height / 2 + foot.inside();
     shape.node.above = body.height / 2;
+    shape.node.canFlip = true;
     shape.node.below = bottom + foot.outside();
     shape.items = {itemOf(id, "element" + lookOf(element), fullText(element))};
     shape.items[0].shapes.push_back(
@@ -143,15 +170,15 @@ NodeShape blockShape(std::string const& id, Element const& element, PortLook con
     return shape;
 }
 
-int leastInside(Element const& element, PortLook const& look, bool parameters) {
+int leastInside(Element const& element, ElementLook const& look, bool parameters) {
     Foot const foot(element, look.sides, look.connected, look.tags, look.exits);
     int width = textWidth(titleText(element), 10, true);
     if (parameters) width = std::max(width, widthOf(parameterLines(element)));
     return layout::onGrid(std::max(width, foot.width()) + 2 * kPadding);
 }
 
-NodeShape frameShape(std::string const& id, Element const& element, PortLook const& look, bool parameters, bool inFrame,
-                     Inside inside) {
+NodeShape frameShape(std::string const& id, Element const& element, ElementLook const& look, bool parameters,
+                     bool inFrame, Inside inside) {
     Foot const foot(element, look.sides, look.connected, look.tags, look.exits);
     auto const lines = parameters ? parameterLines(element) : std::vector<std::string>();
     NodeShape shape;
@@ -212,15 +239,25 @@ NodeShape labelShape(Label const& label, bool turned, int width) {
     return shape;
 }
 
-NodeShape turnShape(std::string const& id, std::size_t number, bool right, std::string const& tooltip) {
+NodeShape turnShape(std::string const& id, std::size_t number, bool right, std::string const& tooltip,
+                    bool severalSheets) {
     NodeShape shape;
     std::string const text = std::to_string(number);
-    int const width = layout::onGrid(textWidth(text, 9) + 10);
+    int const width = layout::onGrid(textWidth(text + (severalSheets ? kSheetRoom : ""), 9) + 10);
     shape.node = {width, layout::kGrid, layout::kGrid, 0, {{!right, 0, {}}}};
     shape.items = {itemOf(id, "turn", tooltip)};
     shape.items[0].shapes.push_back(boxShape("outline", {0, -7, width, 14}));
     shape.items[0].shapes.push_back(textShape("pin", {width / 2, 3}, text));
     return shape;
+}
+
+void nameSheets(NodeShape& turn, std::vector<std::size_t> const& sheets) {
+    Item& item = turn.items[0];
+    item.shapes.back().text += ":" + std::to_string(sheets[0]) + (sheets.size() > 1 ? "+" : "");
+    item.tooltip += sheets.size() > 1 ? " (goes on on the sheets" : " (goes on on the sheet";
+    for (std::size_t i = 0; i < std::min(sheets.size(), kMostSheets); ++i)
+        item.tooltip += (i > 0 ? ", " : " ") + std::to_string(sheets[i]);
+    item.tooltip += sheets.size() > kMostSheets ? ", ...)" : ")";
 }
 
 }  // namespace vrltool::draw

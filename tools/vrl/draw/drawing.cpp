@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iterator>
 #include <map>
+#include <set>
 #include <utility>
 
 #include "draw/block_shape.h"
@@ -10,12 +11,12 @@
 #include "draw/legend.h"
 #include "draw/pieces.h"
 #include "draw/schematic.h"
+#include "draw/symbols.h"
 
 namespace vrltool::draw {
 
 namespace {
 
-constexpr int kMargin = 16;
 constexpr int kFramePadding = 8;
 constexpr int kMostHeight = 1600;  // of a part of a picture whose height has no limit
 
@@ -27,9 +28,12 @@ public:
 
     /// The sheets of the whole.
     std::vector<Inside> sheets(Room const& room) {
+        severalSheets = room.height > 0;
         auto pieces = prepare({room.width, room.height == 0 ? kMostHeight : room.height});
         std::vector<Inside> all;
-        for (Box const& size : pack(pieces, room)) {
+        auto const sizes = pack(pieces, room);
+        nameSheets(pieces);
+        for (Box const& size : sizes) {
             for (PlacedPiece& piece : pieces)
                 if (piece.sheet == all.size()) emit(piece);
             result.width = size.width;
@@ -76,16 +80,20 @@ private:
 
     Label const& labelOf(std::size_t node) const { return schematic.labels[node - schematic.elements.size()]; }
 
-    NodeShape elementShape(std::size_t node) {
+    NodeShape elementShape(std::size_t node, bool flipped = false) {
         std::size_t const place = schematic.elements[node];
         Element const& element = schematic.circuit.elements[place];
-        PortLook look;
+        ElementLook look;
         for (std::size_t i = 0; i < element.ports.size(); ++i) {
             look.sides.push_back(sideOf(schematic.flow.nodes[node].pins[i], columns.turned[node]));
             look.connected.push_back(schematic.isConnected(element.ports[i]));
         }
         look.tags = schematic.tagsOf(place);
         look.exits = exits[node];
+        look.mirrored = columns.turned[node];
+        look.flipped = flipped;
+        auto const symbol = picture.symbols.find(element.kind);
+        if (symbol != picture.symbols.end()) chooseSymbol(element, symbol->second, look);
         note(element, look, schematic.isOpen(place));
         std::string const id = schematic.elementId(place);
         if (!schematic.isOpen(place)) return blockShape(id, element, look, picture.parameters);
@@ -95,7 +103,24 @@ private:
         return frameShape(id, element, look, picture.parameters, schematic.frame != nullptr, std::move(drawn));
     }
 
-    void note(Element const& element, PortLook const& look, bool open) {
+    void chooseSymbol(Element const& element, std::string const& name, ElementLook& look) const {
+        look.symbol = name;
+        Symbol const* const symbol = findSymbol(name);
+        if (!symbol || !symbol->facesOut) return;
+        bool const left = leadsOut(element, look, Side::kLeft), right = leadsOut(element, look, Side::kRight);
+        if (left != right) look.mirrored = right;
+    }
+
+    /// Whether a port on a side is connected to no other block.
+    bool leadsOut(Element const& element, ElementLook const& look, Side side) const {
+        for (std::size_t i = 0; i < look.sides.size(); ++i) {
+            unsigned const node = element.ports[i].node;
+            if (look.sides[i] == side && (node == 0 || schematic.circuit.nodes.at(node).size() < 2)) return true;
+        }
+        return false;
+    }
+
+    void note(Element const& element, ElementLook const& look, bool open) {
         for (std::size_t i = 0; i < element.ports.size(); ++i) {
             occurring.domains.insert(styleOf(element.ports[i].domain).domain);
             occurring.openPort |= !look.connected[i];
@@ -109,13 +134,36 @@ private:
         std::size_t const number = turns.emplace(net, turns.size() + 1).first->second;
         occurring.turn = true;
         return turnShape(schematic.prefix + "turn" + std::to_string(number), number, right,
-                         schematic.wires[net].tooltip);
+                         schematic.wires[net].tooltip, severalSheets);
+    }
+
+    bool isTurn(std::size_t node) const { return node >= schematic.flow.nodes.size(); }
+
+    /// A turn names the other sheets on which its wire is.
+    void nameSheets(std::vector<PlacedPiece> const& pieces) {
+        std::map<std::size_t, std::set<std::size_t>> sheetsOf;  // by net
+        auto const forTurns = [&](auto const& use) {
+            for (PlacedPiece const& piece : pieces)
+                for (std::size_t i = 0; i < piece.piece.nets.size(); ++i)
+                    for (layout::PinPlace const& end : piece.piece.diagram.nets[i])
+                        if (std::size_t const node = piece.piece.nodes[end.node]; isTurn(node))
+                            use(piece.sheet + 1, piece.piece.nets[i], node);
+        };
+        forTurns([&](std::size_t sheet, std::size_t net, std::size_t) { sheetsOf[net].insert(sheet); });
+        forTurns([&](std::size_t sheet, std::size_t net, std::size_t node) {
+            std::vector<std::size_t> others;
+            for (std::size_t const other : sheetsOf[net])
+                if (other != sheet) others.push_back(other);
+            if (others.empty()) return;
+            draw::nameSheets(shapes[node], others);
+            occurring.sheetTurn = true;
+        });
     }
 
     /// The turns of a net have the same id until they are drawn.
     void nameTurns(Piece const& piece) {
         for (std::size_t const node : piece.nodes) {
-            if (node < schematic.flow.nodes.size()) continue;
+            if (!isTurn(node)) continue;
             std::string& id = shapes[node].items[0].id;
             std::size_t const before = drawnTurns[id]++;
             if (before > 0) id += "_" + std::to_string(before);
@@ -200,6 +248,7 @@ private:
             std::size_t const node = piece.piece.nodes[i];
             Point const at{piece.at.x + piece.placed.nodes[i].x, piece.at.y + piece.placed.nodes[i].y};
             noteEdge(node, at.y);
+            if (piece.placed.flipped[i]) shapes[node] = elementShape(node, true);
             for (Item& item : shapes[node].items) {
                 move(item, at.x, at.y);
                 result.items.push_back(std::move(item));
@@ -259,34 +308,19 @@ private:
     layout::Columns columns;
     std::vector<std::map<std::size_t, bool>> exits;  ///< of each node
     std::vector<NodeShape> shapes;
+    bool severalSheets = false;                            ///< whether there may be
     std::map<std::size_t, std::size_t> turns, drawnParts;  ///< by net
     std::map<std::string, std::size_t> drawnTurns;
     std::map<unsigned, std::size_t> netParts;
     Inside result;
 };
 
-/// A sheet with its title above, and its legend with the notes below.
-Scene sceneOf(Inside level, Caption caption) {
-    int const top = kMargin + caption.titleHeight;
-    for (Item& item : level.items) move(item, kMargin, top);
-    int const below = top + level.height + (level.items.empty() ? 0 : kMargin);
-    for (Item& item : caption.below) move(item, kMargin, below);
-    for (Item& item : caption.title) move(item, kMargin, kMargin);
-    Scene scene;
-    scene.items = std::move(caption.title);
-    for (auto* const items : {&level.items, &caption.below})
-        std::move(items->begin(), items->end(), std::back_inserter(scene.items));
-    scene.width = std::max(level.width, caption.width) + 2 * kMargin;
-    scene.height = below + caption.belowHeight + (caption.belowHeight > 0 ? kMargin : 0);
-    return scene;
-}
-
 /// What captions leave of the height of a sheet: one of several has a title, and turns in its legend.
 int heightWithin(int height, Picture picture, Selection const& selection) {
     if (height == 0) return 0;
     picture.title = "sheet";
     Occurring turns;
-    turns.turn = true;
+    turns.turn = turns.sheetTurn = true;
     Caption const caption = captionOf(picture, turns, selection.notes);
     return std::max(height - kMargin - caption.titleHeight - caption.belowHeight, 1);
 }
@@ -302,7 +336,9 @@ Drawing drawnIn(Room room, Circuit const& circuit, Picture const& picture, Selec
     for (std::size_t i = 0; i < levels.size(); ++i) {
         std::string const sheet = "sheet " + std::to_string(i + 1) + " of " + std::to_string(levels.size());
         if (levels.size() > 1) titled.title = picture.title.empty() ? sheet : picture.title + ", " + sheet;
-        drawing.sheets.push_back(sceneOf(std::move(levels[i]), captionOf(titled, occurring, selection.notes)));
+        Inside& level = levels[i];
+        drawing.sheets.push_back(
+            sceneOf(std::move(level.items), level.width, level.height, captionOf(titled, occurring, selection.notes)));
     }
     drawing.domains = occurring.domains;
     return drawing;

@@ -1,6 +1,7 @@
 #include "draw/legend.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include "draw/domain_style.h"
@@ -52,7 +53,10 @@ Entries legend(Occurring const& occurring) {
     if (occurring.closedComposite) entries.add({boxShape("sample composite", wide)}, wide.width, "composite, closed");
     if (occurring.unknownKind)
         entries.add({boxShape("sample unloaded", wide)}, wide.width, "stand-in: its kind is not loaded");
-    if (occurring.turn)
+    if (occurring.sheetTurn)
+        entries.add({boxShape("sample turned", {0, -7, 24, 14}), textShape("pin", {12, 3}, "1:2")}, 24,
+                    "wire that goes on at the same number, on the sheet after a colon");
+    else if (occurring.turn)
         entries.add({boxShape("sample turned", {0, -7, 14, 14}), textShape("pin", {7, 3}, "1")}, 14,
                     "wire that goes on at the same number");
     return entries;
@@ -95,6 +99,21 @@ Caption captionOf(Picture const& picture, Occurring const& occurring, std::vecto
         caption.belowHeight += kRow;
     }
     return caption;
+}
+
+Scene sceneOf(std::vector<Item> items, int width, int height, Caption caption) {
+    int const top = kMargin + caption.titleHeight;
+    for (Item& item : items) move(item, kMargin, top);
+    int const below = top + height + (items.empty() ? 0 : kMargin);
+    for (Item& item : caption.below) move(item, kMargin, below);
+    for (Item& item : caption.title) move(item, kMargin, kMargin);
+    Scene scene;
+    scene.items = std::move(caption.title);
+    for (auto* const part : {&items, &caption.below})
+        std::move(part->begin(), part->end(), std::back_inserter(scene.items));
+    scene.width = std::max(width, caption.width) + 2 * kMargin;
+    scene.height = below + caption.belowHeight + (caption.belowHeight > 0 ? kMargin : 0);
+    return scene;
 }
 
 }  // namespace vrltool::draw

@@ -16,17 +16,19 @@ struct Box {
     int height = 0;
 };
 
-/// A part of an item: a rectangle, a line, a text or a dot. Its classes say how it looks.
+/// A part of an item: a rectangle, a line, a text, a dot or a symbol. Its classes say how it looks.
 struct Shape {
-    enum class Kind { kBox, kLine, kText, kDot };
+    enum class Kind { kBox, kLine, kText, kDot, kSymbol };
 
     Kind kind = Kind::kBox;
     std::string classes;
     Box box;                    ///< of a rectangle
-    std::vector<Point> points;  ///< of a line; of a text or a dot one: the middle of the text's base line, if not else
-    std::string text;           ///< any bytes
+    std::vector<Point> points;  ///< of a line; of all others one: the middle of the text's base line, if not else
+    std::string text;           ///< any bytes; of a symbol its name
     std::string anchor;         ///< "start", "end", or empty for the middle
     bool upright = false;       ///< whether a text runs upwards
+    bool mirrored = false;      ///< whether the inputs of a symbol are at its right
+    bool flipped = false;       ///< whether a symbol is upside down
     std::string tooltip;        ///< any bytes; empty: none
 };
 

@@ -5,6 +5,7 @@
 
 #include "draw/domain_style.h"
 #include "draw/shown_text.h"
+#include "draw/symbols.h"
 #include "text/number.h"
 
 namespace vrltool::draw {
@@ -28,6 +29,11 @@ text.title{font-size:14px;font-weight:bold}
 .line,.core{fill:none;stroke-linejoin:round}
 .core{stroke:#fff}
 .port{stroke:#444}
+.scale,.placed .dot{stroke:#444}
+.placed .body{fill-opacity:.7}
+.placed .pin{paint-order:stroke;stroke:#fff;stroke-width:2px}
+.unplaced .body{stroke-dasharray:2,2}
+.symbol{fill:none;stroke:#444;stroke-width:1.2;stroke-linejoin:round}
 )";
 constexpr char kLastRules[] =
     ".line.drop{stroke-dasharray:none}\n.port.open{fill:#fff}\n.dot.mixed{fill:#fff;stroke:#000}\n";
@@ -90,6 +96,15 @@ void writeDot(std::ostream& os, Shape const& shape) {
        << "\" r=\"" << (mixed ? 4 : 3) << "\"/>\n";
 }
 
+void writeSymbol(std::ostream& os, Shape const& shape) {
+    Symbol const* const symbol = findSymbol(shape.text);
+    if (!symbol) return;
+    os << "<path class=\"symbol\" transform=\"translate(" << shape.points[0].x << ',' << shape.points[0].y << ')';
+    if (shape.mirrored || shape.flipped)
+        os << " scale(" << (shape.mirrored ? "-1" : "1") << (shape.flipped ? ",-1)" : ",1)");
+    os << "\" d=\"" << symbol->outline << "\"/>\n";
+}
+
 void writeShape(std::ostream& os, Shape const& shape) {
     switch (shape.kind) {
     case Shape::Kind::kBox:
@@ -100,6 +115,8 @@ void writeShape(std::ostream& os, Shape const& shape) {
         return writeText(os, shape);
     case Shape::Kind::kDot:
         return writeDot(os, shape);
+    case Shape::Kind::kSymbol:
+        return writeSymbol(os, shape);
     }
 }
 

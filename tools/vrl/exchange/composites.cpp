@@ -33,19 +33,22 @@ std::string insidePort(std::string const& name, std::string const& element, std:
 /// The instances inside of an instance, as a netlist gives them, by their names.
 std::map<std::string, Node> insideOf(std::string const& name, Node const& given, ComponentRule const& rule) {
     std::map<std::string, Node> inside;
+    static std::vector<InsideSetting> const none;
     for (auto const& [part, plain] : member(rule.composite, "instances")) {
         Node const whole = isString(plain) ? newMap({{"component", plain}}) : plain;
         Node instance = placedAt(whole, given.mark);
         if (!member(instance, "settings").isDefined()) instance.add("settings", Node{Kind::kMap, "", given.mark});
-        for (auto const& [theirs, target] : rule.insideSettings) {
+        auto const set = rule.insideSettings.find(part.text);
+        for (auto const& [theirs, inner] : set == rule.insideSettings.end() ? none : set->second) {
             Node const& value = member(member(given, "settings"), theirs);
-            if (isNull(value) || Reference(target).instance != part.text) continue;
-            Node const setting = stringNode(Reference(target).port, value.mark);
+            if (isNull(value)) continue;
+            Node const setting = stringNode(inner.text, value.mark);
             instance =
                 with(instance, stringNode("settings"), with(mapOf(member(instance, "settings")), setting, value));
         }
         for (auto const& entry : mapOf(given))
-            if (instancePart(entry.first.text) == InstancePart::kArray) instance.add(entry.first, entry.second);
+            if (instancePart(entry.first.text) == InstancePart::kArray && !isNull(entry.second))
+                instance.add(entry.first, entry.second);
         inside.emplace(name + "." + part.text, instance);
     }
     return inside;
@@ -68,14 +71,18 @@ Node currentInstance(std::string const& name, Node given, ComponentRule const& r
                      std::map<std::string, Node> const& instances) {
     Node const shortForm = given;
     auto const before = insideOf(name, given, rule);
-    for (auto const& [theirs, target] : rule.insideSettings) {
-        std::string const part = name + "." + Reference(target).instance, setting = Reference(target).port;
+    for (auto const& [instance, settings] : rule.insideSettings) {
+        std::string const part = name + "." + instance;
         auto const now = instances.find(part);
-        Node const value = now == instances.end() ? Node() : member(member(now->second, "settings"), setting);
-        bool const changed = !isNull(value) && !areEqual(value, member(member(before.at(part), "settings"), setting));
-        if (!changed) continue;
-        if (isString(given)) given = newMap({{"component", shortForm}});
-        given = with(given, stringNode("settings"), with(mapOf(member(given, "settings")), stringNode(theirs), value));
+        Node const none, had = member(before.at(part), "settings"),
+                         has = now == instances.end() ? none : member(now->second, "settings");
+        for (auto const& [theirs, setting] : settings) {
+            Node const value = member(has, setting.text);
+            if (isNull(value) || areEqual(value, member(had, setting.text))) continue;
+            if (isString(given)) given = newMap({{"component", shortForm}});
+            given =
+                with(given, stringNode("settings"), with(mapOf(member(given, "settings")), stringNode(theirs), value));
+        }
     }
     return given;
 }
@@ -288,6 +295,9 @@ Node expandComposites(Document& document, NameMap const& map, Findings& findings
             Mark const& first = kept.emplace(rule->component, setting.first.mark).first->second;
             findings.addName(Severity::kNote, document.path, first, keptSettings(rule->component), setting.first.text);
         }
+        for (auto const& entry : mapOf(instance.given))
+            if (instancePart(entry.first.text) == InstancePart::kKept || entry.first.text == "vrl")
+                findings.addName(Severity::kNote, document.path, {}, kKeptMembers, entry.first.text);
         composites.add(instance.name, instance.given);
         expanded.add(name, instance.given, *rule);
         for (auto const& [part, given] : insideOf(name, instance.given, *rule))

@@ -38,6 +38,8 @@ inline std::string keptSettings(std::string const& component) {
     return inQuotes(component) + ": settings without a parameter, kept as notes";
 }
 
+constexpr char kKeptMembers[] = "kept as notes of instances";  ///< likewise, of members of instances
+
 /// What the members of an instance are to us: read, the size of an array, or kept as they are.
 enum class InstancePart { kOwn, kArray, kKept };
 InstancePart instancePart(std::string const& name);

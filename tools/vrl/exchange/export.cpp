@@ -61,12 +61,20 @@ std::string portText(Export const& context, PortPlace const& place) {
     return context.circuit.elements[place.element].name + "," + (theirs.empty() ? ours : theirs);
 }
 
-/// A port of a skipped instance under the name of all that it is connected with.
+/// The rule for an instance, skipped ones as well, or null.
+ComponentRule const* ruleOf(Export const& context, std::string const& instance) {
+    auto const found = context.skipped.find(instance);
+    if (found != context.skipped.end()) return found->second;
+    std::size_t const element = context.circuit.find(instance);
+    return element == context.circuit.elements.size() ? nullptr : context.rules[element];
+}
+
+/// A port under the name of the first that it is connected with inside of its instance.
 std::string canonical(Export const& context, std::string const& port) {
     auto const comma = port.rfind(',');
-    auto const found = context.skipped.find(port.substr(0, comma));
-    if (found == context.skipped.end()) return port;
-    return found->first + "," + found->second->throughPort(port.substr(comma + 1));
+    std::string const instance = port.substr(0, comma);
+    ComponentRule const* const rule = ruleOf(context, instance);
+    return rule ? instance + "," + rule->firstJoined(port.substr(comma + 1)) : port;
 }
 
 /// The ports of a net that an import left out, in the names that the elements have now.

@@ -212,7 +212,7 @@ bool keepMembers(Import& import, Node const& instance) {
     bool any = false;
     for (auto const& entry : mapOf(instance)) {
         if (instancePart(entry.first.text) != InstancePart::kKept) continue;
-        import.keep("kept as notes of instances", entry.first.text);
+        import.keep(kKeptMembers, entry.first.text);
         any = true;
     }
     return any;

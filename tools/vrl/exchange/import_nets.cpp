@@ -66,23 +66,6 @@ Import::Port skippedPort(Import& import, std::string const& element, std::string
     return {*import.skippedPorts, element + "," + port};
 }
 
-/// Follows an "instance,port"; what leads nowhere and was not left out is reported.
-std::optional<Import::Port> follow(Import& import, Node const& node) {
-    auto const comma = node.text.rfind(',');
-    std::string const name = node.text.substr(0, comma), theirs = node.text.substr(comma + 1);
-    Import::Element const* const element = elementOf(import, name);
-    if (element && element->rule->skipped) return skippedPort(import, name, element->rule->throughPort(theirs));
-    std::string const port = element && element->block ? element->rule->ourPort(*element->block, theirs) : "";
-    if (!port.empty()) return Import::Port(element - import.elements.data(), port);
-    if (element && element->rule->ports.toOurs(theirs).skipped) {
-        import.keep("ports skipped, as " + import.map.name + " says", element->rule->component + "," + theirs);
-        return skippedPort(import, name, theirs);
-    }
-    if (import.leftOutNames.count(name) == 0 && import.leftOutNames.count(arrayOf(name)) == 0)
-        reportUnknown(import, node, name, theirs);
-    return std::nullopt;
-}
-
 /// The place of a port among those that are used, a new one at its first mention.
 std::size_t placeOf(Import& import, Import::Port const& port) {
     auto const found = import.places.emplace(port, import.ports.size());
@@ -93,6 +76,36 @@ std::size_t placeOf(Import& import, Import::Port const& port) {
 std::size_t rootOf(std::vector<Import::UsedPort>& ports, std::size_t place) {
     while (ports[place].parent != place) place = ports[place].parent = ports[ports[place].parent].parent;
     return place;
+}
+
+void unite(Import& import, std::size_t a, std::size_t b) {
+    auto const [first, later] = std::minmax({rootOf(import.ports, a), rootOf(import.ports, b)});
+    import.ports[later].parent = first;
+}
+
+/// Follows an "instance,port"; what leads nowhere and was not left out is reported.
+std::optional<Import::Port> follow(Import& import, Node const& node) {
+    auto const comma = node.text.rfind(',');
+    std::string const name = node.text.substr(0, comma), theirs = node.text.substr(comma + 1);
+    Import::Element const* const element = elementOf(import, name);
+    std::string const first = element ? element->rule->firstJoined(theirs) : theirs;
+    if (element && element->rule->skipped) return skippedPort(import, name, first);
+    if (first != theirs) {
+        auto const other = follow(import, stringNode(name + "," + first, node.mark));
+        if (!other) return std::nullopt;
+        Import::Port const joined = skippedPort(import, name, theirs);
+        unite(import, placeOf(import, joined), placeOf(import, *other));
+        return joined;
+    }
+    std::string const port = element && element->block ? element->rule->ourPort(*element->block, theirs) : "";
+    if (!port.empty()) return Import::Port(element - import.elements.data(), port);
+    if (element && element->rule->ports.toOurs(theirs).skipped) {
+        import.keep("ports skipped, as " + import.map.name + " says", element->rule->component + "," + theirs);
+        return skippedPort(import, name, theirs);
+    }
+    if (import.leftOutNames.count(name) == 0 && import.leftOutNames.count(arrayOf(name)) == 0)
+        reportUnknown(import, node, name, theirs);
+    return std::nullopt;
 }
 
 void use(Import& import, std::size_t place, Mark const& mark) {
@@ -130,8 +143,7 @@ void connectNet(Import& import, Net const& net) {
             if (whole) import.report(Severity::kNote, net.ports[i].mark, "the net is duplicated");
             continue;
         }
-        auto const [first, later] = std::minmax({rootOf(import.ports, a), rootOf(import.ports, b)});
-        import.ports[later].parent = first;
+        unite(import, a, b);
         use(import, a, net.ports[i - 1].mark);
         use(import, b, net.ports[i].mark);
         if (whole && isMap(net.given) && net.given.size() > 2) {

@@ -6,6 +6,7 @@
 
 #include "exchange/installed_maps.h"
 #include "exchange/library.h"
+#include "exchange/map_checks.h"
 #include "text/failure.h"
 #include "text/near_names.h"
 #include "text/phrases.h"
@@ -16,7 +17,7 @@ namespace vrltool::exchange {
 namespace {
 
 Shapes const kParameter{{"to", "t"}, {"factor", "#"}};
-Shapes const kPort{{"skip", "b"}};
+Shapes const kPort{{"skip", "b"}, {"same", "t"}};
 Shapes const kSection{{"crossSection", "t"}, {"flow", "t"}};
 Shapes const kSections{{"*", "ntm", kSection}};
 Shapes const kInside{{"component", "t"}, {"settings", "nm"}, {"info", "nm"}};
@@ -44,13 +45,16 @@ void checkShape(std::string const& path, Node const& node, std::string const& wh
 }
 
 /// The settings of a composite: each has the place of one, or a list of them.
-std::vector<std::pair<std::string, std::string>> readInsideSettings(Node const& node) {
-    std::vector<std::pair<std::string, std::string>> settings;
+void readInsideSettings(Node const& node, ComponentRule& rule) {
+    auto const add = [&](std::string const& theirs, Node const& target) {
+        auto const [instance, name] = insidePlace(target);
+        rule.insideSettings[instance].push_back({theirs, name});
+    };
     for (auto const& [theirs, target] : node) {
-        if (isString(target)) settings.emplace_back(theirs.text, target.text);
-        for (auto const& one : listOf(target)) settings.emplace_back(theirs.text, one.second.text);
+        if (isString(target)) add(theirs.text, target);
+        for (auto const& one : listOf(target)) add(theirs.text, one.second);
+        rule.parameters.ours[theirs.text];
     }
-    return settings;
 }
 
 /// The names of the ports or parameters of a component. Two names of theirs for one of ours would have no way back.
@@ -61,8 +65,10 @@ NameRules readRules(std::string const& path, Node const& node, std::string const
         std::string const name = printable(entry.first.text);
         bool const map = isMap(entry.second), skipped = isTrue(member(entry.second, "skip"), false);
         Node const to = map ? member(entry.second, "to") : entry.second, factor = member(entry.second, "factor");
-        MappedName const ours{to.text, isNull(factor) ? 1 : numberOf(factor).value_or(0), to.mark, skipped};
-        if (map && ours.name.empty() && !skipped)
+        Node const same = member(entry.second, "same");
+        double const times = isNull(factor) ? 1 : numberOf(factor).value_or(0);
+        MappedName const ours{to.text, times, isNull(same) ? to.mark : same.mark, skipped, same.text};
+        if (map && ours.name.empty() && ours.same.empty() && !skipped)
             fail(path, entry.second.mark, "'" + name + "' has no 'to'", "name the parameter of ours that it sets");
         if (ours.factor == 0 || !std::isfinite(ours.factor))
             fail(path, factor.mark, "'factor' of '" + name + "' is 0 or no number");
@@ -78,68 +84,14 @@ SectionRules readSections(Node const& node, SectionRules sections) {
     return sections;
 }
 
-/// The instance of a composite that a port or a net of its rule names.
-void checkPart(std::string const& path, ComponentRule const& rule, Node const& node) {
-    Node const instances = member(rule.composite, "instances");
-    auto const comma = node.text.rfind(',');
-    std::string const part = node.text.substr(0, comma),
-                      in = " in the composite " + inQuotes(printable(rule.component));
-    if (!isString(node) || comma == std::string::npos)
-        fail(path, node.mark,
-             "a port" + in + " is " + (isString(node) ? inQuotes(printable(node.text)) : kindWord(node.kind)) +
-                 ", where \"instance,port\" belongs");
-    std::vector<std::string> names;
-    for (auto const& entry : instances) names.push_back(entry.first.text);
-    if (!member(instances, part).isDefined())
-        fail(path, node.mark, "there is no instance " + inQuotes(printable(part)) + in, didYouMean(part, names));
-}
-
-/// Fails for a composite that names an instance that it has not, or that has none.
-void checkComposite(std::string const& path, Node const& node, ComponentRule const& rule) {
-    std::string const name = inQuotes(printable(rule.component));
-    if (member(rule.composite, "instances").size() == 0)
-        fail(path, rule.composite.mark, "the composite " + name + " has no 'instances'");
-    for (auto const& [instance, given] : member(rule.composite, "instances"))
-        if (!isString(given) && !isString(member(given, "component")))
-            fail(path, given.mark,
-                 "the instance " + inQuotes(printable(instance.text)) + " of " + name + " names no component");
-    for (auto const& net : listOf(member(rule.composite, "nets"))) {
-        if (net.second.size() < 2)
-            fail(path, net.second.mark, "a net of the composite " + name + " has less than two ports");
-        for (auto const& port : net.second) checkPart(path, rule, port.second);
-    }
-    for (auto const& port : member(node, "ports"))
-        if (isString(port.second)) checkPart(path, rule, port.second);
-    for (auto const& [theirs, target] : member(node, "parameters")) {
-        if (isString(target)) checkPart(path, rule, target);
-        if (isMap(target))
-            fail(path, target.mark, "a setting of the composite " + name + " has a factor",
-                 "factors belong to the rules for its instances");
-        for (auto const& one : listOf(target)) checkPart(path, rule, one.second);
-    }
-}
-
-/// Fails for what a rule says and what can have no effect.
-void checkRule(std::string const& path, Node const& node, ComponentRule const& rule) {
-    std::string const name = inQuotes(printable(rule.component));
-    auto const refuse = [&](std::string const& what, std::initializer_list<char const*> idle) {
-        for (char const* const word : idle)
-            if (!isNull(member(node, word)))
-                fail(path, member(node, word).mark, name + " is " + what + " and has '" + word + "'",
-                     "remove one of them");
-    };
-    if (rule.skipped)
-        refuse("skipped", {"key", "composite", "foundry", "ports", "parameters", "info", "crossSections", "defaults"});
-    if (isMap(rule.composite)) refuse("a composite", {"key", "foundry", "info", "crossSections", "defaults"});
-    if (isMap(rule.composite)) checkComposite(path, node, rule);
-    if (!rule.skipped && isList(rule.through))
-        fail(path, rule.through.mark, name + " is not skipped and has 'through'", "only skipped ones connect ports");
-    std::set<std::string> seen;
-    for (auto const& group : rule.through)
-        for (auto const& port : group.second)
-            if (!seen.insert(port.second.text).second)
-                fail(path, port.second.mark,
-                     "'through' of " + name + " has '" + printable(port.second.text) + "' twice");
+/// Takes the ports that are connected inside of an instance, which were checked.
+void joinPorts(Node const& through, ComponentRule& rule) {
+    for (auto const& [none, group] : listOf(through))
+        for (auto const& port : group)
+            if (port.second.text != group.begin()->second.text)
+                rule.joined.emplace(port.second.text, group.begin()->second.text);
+    for (auto const& [theirs, ours] : rule.ports.ours)
+        if (!ours.same.empty()) rule.joined.emplace(theirs, ours.same);
 }
 
 ComponentRule readRule(NameMap const& map, Node const& name, Node const& node, SectionRules const& sections) {
@@ -151,15 +103,13 @@ ComponentRule readRule(NameMap const& map, Node const& name, Node const& node, S
     rule.key = isMap(node) ? member(node, "key") : node;  // the short form is the key alone
     rule.preferred = isTrue(member(node, "preferred"), false);
     rule.skipped = isTrue(member(node, "skip"), false);
-    rule.through = member(node, "through");
     rule.composite = member(node, "composite");
     rule.foundry = member(node, "foundry");
     bool const same = isTrue(member(node, "sameNames"), map.sameNames);
     rule.ports = readRules(path, member(node, "ports"), "ports" + of, same);
     Node const parameters = member(node, "parameters");
     if (isMap(rule.composite)) {
-        rule.insideSettings = readInsideSettings(parameters);
-        for (auto const& known : parameters) rule.parameters.ours[known.first.text];
+        readInsideSettings(parameters, rule);
     } else {
         checkShape(path, parameters, "'parameters'", {{"*", "ntm", kParameter}});
         rule.parameters = readRules(path, parameters, "settings" + of, same);
@@ -168,6 +118,7 @@ ComponentRule readRule(NameMap const& map, Node const& name, Node const& node, S
     rule.sections = readSections(member(node, "crossSections"), sections);
     rule.defaults = member(node, "defaults");
     checkRule(path, node, rule);
+    joinPorts(member(node, "through"), rule);
     return rule;
 }
 
@@ -228,11 +179,9 @@ Node ComponentRule::section(Node const& settings) const {
     return found == sections.end() ? Node() : found->second;
 }
 
-std::string ComponentRule::throughPort(std::string const& name) const {
-    for (auto const& [none, group] : through)
-        for (auto const& port : group)
-            if (port.second.text == name) return group.begin()->second.text;
-    return name;
+std::string ComponentRule::firstJoined(std::string const& port) const {
+    auto const found = joined.find(port);
+    return found == joined.end() ? port : found->second;
 }
 
 ComponentRule const* NameMap::find(std::string const& component, Node const& settings) const {
@@ -262,13 +211,14 @@ NameMap readNameMap(std::string const& name) {
     Node const root = readFile(path), components = member(root, "components");
     if (!isMap(root)) fail(path, root.mark, wrongKind("the map", root, "a map"));
     checkShape(path, root, "the map", kMap);
-    if (!components.isDefined())
-        fail(path, root.mark, "has no 'components'", "each component of the netlist has an entry there");
     map.foundry = member(root, "foundry");
     map.sameNames = isTrue(member(root, "sameNames"), true);
+    if (!components.isDefined() && !map.sameNames)
+        fail(path, root.mark, "has no 'components'", "each component of the netlist has an entry there");
     SectionRules const sections = readSections(member(root, "crossSections"), {});
     for (auto const& entry : components)
         map.components.emplace(entry.first.text, readComponent(map, entry.first, entry.second, sections));
+    checkComposites(map);
     return map;
 }
 

@@ -19,7 +19,8 @@ struct MappedName {
     std::string name;
     double factor = 1;
     Mark mark = {};
-    bool skipped = false;  ///< whether what leads there is passed over
+    bool skipped = false;   ///< whether what leads there is passed over
+    std::string same = {};  ///< of a port: another one of theirs that is connected with it inside
 };
 
 /// The names of ports or parameters of one component, both ways.
@@ -38,6 +39,12 @@ using SectionRules = std::map<std::string, Node>;
 /// The setting that names a cross section.
 constexpr char kSectionSetting[] = "cross_section";
 
+/// A setting of an instance inside of a composite, and that of the composite which gives it.
+struct InsideSetting {
+    std::string theirs;
+    Node name;
+};
+
 /// What the map says of one component of theirs, or of those instances of it that have certain settings.
 struct ComponentRule {
     std::string component;
@@ -47,11 +54,11 @@ struct ComponentRule {
     Mark mark = {};
     bool preferred = false;  ///< whether an export takes it before others for blocks that came from no netlist
     bool skipped = false;    ///< whether instances are no part of the circuit
-    Node through = {};       ///< of skipped ones: lists of ports that they connect
-    Node composite = {};     ///< the instances and nets in its place; ports lead to "instance,port"
-    /// Of a composite: settings, each with an "instance,setting" that it gives. There may be several for one.
-    std::vector<std::pair<std::string, std::string>> insideSettings = {};
-    Node foundry = {};  ///< its name; undefined for that of the map
+    /// Ports that are connected inside of an instance: each with the first of those, which is not among them.
+    std::map<std::string, std::string> joined = {};
+    Node composite = {};  ///< the instances and nets in its place; ports lead to "instance,port"
+    std::map<std::string, std::vector<InsideSetting>> insideSettings = {};  ///< of a composite, by instances inside
+    Node foundry = {};                                                      ///< its name; undefined for that of the map
     NameRules ports = {}, parameters = {};
     NameRules info = {};  ///< parameters of ours that no setting has to give
     SectionRules sections = {};
@@ -67,8 +74,8 @@ struct ComponentRule {
     MappedName ourParameter(vrl::BB& block, std::string const& name) const;
     /// The choice of cross section that settings lead to, as the map has it; undefined without one.
     Node section(Node const& settings) const;
-    /// The first of the ports that a skipped instance connects with a port, or the port itself.
-    std::string throughPort(std::string const& name) const;
+    /// The first of the ports that an instance connects with a port, or the port itself.
+    std::string firstJoined(std::string const& port) const;
 };
 
 /// A map file. Without a file each of our names is mapped to itself.

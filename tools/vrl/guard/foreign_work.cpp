@@ -1,11 +1,13 @@
 #include "guard/foreign_work.h"
 
+#include <fcntl.h>
 #include <unistd.h>
 
 #include <atomic>
 #include <csignal>
 #include <cstdlib>
 #include <cstring>
+#include <initializer_list>
 #include <utility>
 
 #include "guard/second_try.h"
@@ -28,25 +30,59 @@ constexpr Crash kCrashes[] = {{SIGSEGV, "segmentation fault"},
                               {SIGILL, "illegal instruction"},
                               {SIGABRT, "aborted"}};
 
-void say(char const* text) {
-    if (write(STDERR_FILENO, text, std::strlen(text)) < 0) return;
-}
+/// Where programs read failures, or -1.
+std::atomic<int> jsonOutput{-1};
 
 constexpr char kHint[] =
-    "\n  take it out of the configuration until it is mended; 'vrl plugins' and 'vrl validate' show more\n";
+    "take it out of the configuration until it is mended; 'vrl plugins' and 'vrl validate' show more";
+
+void say(int file, char const* text, std::size_t length) {
+    if (write(file, text, length) < 0) return;
+}
+
+void say(int file, char const* text) { say(file, text, std::strlen(text)); }
+
+/// In a string of JSON. What is not ASCII becomes a replacement character: letters cannot be told from stray bytes
+/// here.
+void sayEscaped(char const* text) {
+    for (; *text; ++text) {
+        if (*text < ' ' || *text > '~') {
+            say(jsonOutput, "\\ufffd");
+            continue;
+        }
+        if (*text == '"' || *text == '\\') say(jsonOutput, "\\");
+        say(jsonOutput, text, 1);
+    }
+}
+
+// As any failure is written, see docs/schemas/vrl-failure.schema.json.
+void sayJson(std::initializer_list<char const*> failure) {
+    say(jsonOutput, "{\n  \"format\": \"vrl-failure\",\n  \"version\": 1,\n  \"failure\": \"");
+    for (char const* const part : failure) sayEscaped(part);
+    say(jsonOutput, "\",\n  \"hint\": \"");
+    sayEscaped(kHint);
+    say(jsonOutput, "\"\n}\n");
+}
+
+void sayFailure(std::initializer_list<char const*> failure) {
+    say(STDERR_FILENO, "vrl: ");
+    for (char const* const part : failure) say(STDERR_FILENO, part);
+    for (char const* const part : {"\n  ", kHint, "\n"}) say(STDERR_FILENO, part);
+    if (jsonOutput >= 0) sayJson(failure);
+}
+
+char const* wordsOf(int signal) {
+    for (Crash const& crash : kCrashes)
+        if (crash.signal == signal) return crash.words;
+    return "";
+}
 
 // Only what is safe in a handler of signals.
 void onCrash(int number) {
     SecondTry::handOver();
     char const* const what = atWork;
     if (what) {
-        say("vrl: ");
-        say(what);
-        say(": the plug-in crashed (");
-        for (Crash const& crash : kCrashes)
-            if (crash.signal == number) say(crash.words);
-        say(")");
-        say(kHint);
+        sayFailure({what, ": the plug-in crashed (", wordsOf(number), ")"});
         _exit(2);
     }
     std::signal(number, SIG_DFL);
@@ -59,10 +95,7 @@ void onExit() {
     SecondTry::handOver();
     char const* const what = atWork;
     if (!what || leftToParent) return;
-    say("vrl: ");
-    say(what);
-    say(": the plug-in ended the program");
-    say(kHint);
+    sayFailure({what, ": the plug-in ended the program"});
     _exit(2);
 }
 
@@ -73,8 +106,9 @@ ForeignWork::ForeignWork(std::string what) : text(std::move(what)), before(atWor
 ForeignWork::~ForeignWork() { atWork = before; }
 
 // A stack of its own, since an endless recursion leaves no room on the other one.
-void reportCrashes() {
+void reportCrashes(bool json) {
     leftToParent = false;
+    if (json) jsonOutput = fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, 0);
     static char room[65536];
     stack_t stack{};
     stack.ss_sp = room;

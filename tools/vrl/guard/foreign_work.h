@@ -19,8 +19,8 @@ private:
 };
 
 /// Ends the program with status 2 and a line on standard error when foreign work crashes or calls exit; without any at
-/// work, a crash stays a crash.
-void reportCrashes();
+/// work, a crash stays a crash. With `json` the failure is on standard output, too, as that is now, for programs.
+void reportCrashes(bool json);
 
 /// Has a crash end the program by its signal, and exit with its status, for a parent process that looks at it.
 void leaveCrashesToParent();

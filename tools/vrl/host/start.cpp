@@ -210,7 +210,7 @@ void startIn(Supervised& copy, StartOptions const& options) {
     leaveCrashesToParent();
     start(observer, options);
     observer.parent = nullptr;
-    reportCrashes();
+    reportCrashes(options.json);
     copy.beReady();
     if (!options.reportsSkipped) return;
     for (auto const& [path, reason] : skippedPaths())
@@ -264,7 +264,7 @@ void startLibrary(StartOptions const& options) {
 void startLibraryHere(std::string const& config) {
     static StartObserver observer;
     if (!config.empty()) checkConfig(config);
-    reportCrashes();
+    reportCrashes(false);
     StartOptions options;
     options.config = config;
     start(observer, options);

@@ -14,11 +14,13 @@ void checkConfig(std::string const& config);
 struct StartOptions {
     StartOptions() = default;
     /// As the command line says.
-    StartOptions(Common const& common) : config(common.config), plugins(common.plugins), seconds(common.loadSeconds) {}
+    StartOptions(Common const& common)
+        : config(common.config), plugins(common.plugins), seconds(common.loadSeconds), json(common.json) {}
 
     std::string config;                ///< the configuration file; empty: the library searches for it
     std::vector<std::string> plugins;  ///< files that are loaded after it; without a named configuration only they are
     unsigned seconds = 60;             ///< how long the plug-ins may take
+    bool json = false;                 ///< whether a crash of a plug-in is reported as JSON, too
     bool reportsSkipped = true;        ///< whether a library that throws, crashes or hangs is named on standard error
     int statusOfBadEnd = 2;            ///< the exit status if plug-ins crash while the program ends
 };

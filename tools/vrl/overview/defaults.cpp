@@ -15,8 +15,8 @@ std::string textOf(Parameter const& parameter) {
 }
 
 void addChoice(std::vector<Property>& properties, std::string const& head, vrl::Foundry::CSInfo const& choice) {
-    properties.push_back({head + "cs", choice.getCSName()});
-    properties.push_back({head + "flow", choice.getFlowName()});
+    properties.push_back({head + "cross section", choice.getCSName()});
+    properties.push_back({head + "process flow", choice.getFlowName()});
 }
 
 }  // namespace
@@ -31,7 +31,7 @@ std::vector<Property> propertiesOf(vrl::BB& block) {
     std::vector<Property> properties = propertiesOf(static_cast<vrl::Attributes&>(block));
     addChoice(properties, "", block.vrl::BB::getCS());
     for (auto port = block.beginPort(); port != block.endPort(); ++port)
-        if (port->hasCS()) addChoice(properties, port->getName().getName() + ".", port->getCS());
+        if (port->hasCS()) addChoice(properties, port->getName().getName() + " ", port->getCS());
     return properties;
 }
 

@@ -14,7 +14,7 @@ namespace vrltool::overview {
 
 /// What can be said of an element in a line of its own: a parameter, or a name in a choice.
 struct Property {
-    std::string name;   ///< of a choice as it is set: "cs", "out0.cs", "flow"
+    std::string name;   ///< of a choice "cross section" or "process flow", that of a port "out0 cross section"
     std::string value;  ///< with unit and expression; empty for no choice
 };
 

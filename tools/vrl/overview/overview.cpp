@@ -6,48 +6,27 @@
 #include "circuit/circuit.h"
 #include "circuit/outer_names.h"
 #include "overview/defaults.h"
-#include "text/phrases.h"
+#include "overview/places.h"
 #include "text/table.h"
 
 namespace vrltool::overview {
 
 namespace {
 
-struct BoundaryList {
-    char const* word;
-    std::vector<unsigned> Circuit::*nodes;
-};
-
-BoundaryList const kLists[] = {{"input", &Circuit::inputs}, {"output", &Circuit::outputs}, {"DC", &Circuit::dc}};
-
-std::string joined(std::vector<std::string> const& words, char const* between) {
-    std::string text;
-    for (std::string const& word : words) text += (text.empty() ? "" : between) + word;
-    return text;
-}
-
-std::vector<std::string> portsAt(Circuit const& circuit, unsigned node) {
-    std::vector<std::string> ports;
-    auto const found = circuit.nodes.find(node);
-    if (found == circuit.nodes.end()) return ports;
-    for (PortPlace const& place : found->second) ports.push_back(circuit.portText(place));
-    return ports;
-}
-
 /// A choice that is empty and by default empty is not worth a line.
 bool isWorthALine(Property const& property, std::string const& usual) {
     return !property.value.empty() || !usual.empty();
 }
 
-std::string nameText(std::string const& name) { return name.empty() ? "none" : name; }
+std::string nameText(std::string const& name) { return name.empty() ? "(none)" : name; }
 
 class ElementTable {
 public:
     void addAll(Circuit const& circuit, std::string const& path, Element const* outer) {
-        for (Element const& element : circuit.elements) {
-            Element const* const fresh = defaults.of(element, outer);
-            add(element, path + element.label(), fresh);
-            if (element.inside) addAll(*element.inside, path + element.label() + "/", fresh);
+        for (Element const* const element : byName(circuit)) {
+            Element const* const fresh = defaults.of(*element, outer);
+            add(*element, path + element->label(), fresh);
+            if (element->inside) addAll(*element->inside, path + element->label() + "/", fresh);
         }
     }
 
@@ -86,25 +65,34 @@ private:
     std::size_t rows = 0;
 };
 
-void writeNets(std::ostream& os, Circuit const& circuit, std::string const& path) {
+void addNets(Table& table, Circuit const& circuit, std::string const& path) {
     for (auto const& node : circuit.nodes)
         if (node.second.size() > 1)
-            os << "  " << printable(path + joined(portsAt(circuit, node.first), " -- ")) << '\n';
+            table.add({std::to_string(node.first), path + joined(portsAt(circuit, node.first), " -- ")});
     for (auto const& [element, port] : circuit.danglingConnections)
-        os << "  " << printable(path + element + "," + port) << " -- (no such element)\n";
-    for (Element const& element : circuit.elements)
-        if (element.inside) writeNets(os, *element.inside, path + element.label() + ": ");
+        table.add({"", path + element + "," + port + " -- (no such element)"});
+    for (Element const* const element : byName(circuit))
+        if (element->inside) addNets(table, *element->inside, path + element->label() + ": ");
+}
+
+void writeNets(std::ostream& os, Circuit const& circuit) {
+    Table table({"node", "ports"});
+    addNets(table, circuit, "");
+    if (table.empty()) return;
+    os << "\nnets\n";
+    table.write(os, 2);
 }
 
 void writeBoundary(std::ostream& os, Circuit const& circuit, OuterNames const& names) {
-    Table table(names.empty() ? std::vector<std::string>{"list", "place", "ports"}
-                              : std::vector<std::string>{"list", "place", "ports", "name"});
-    for (BoundaryList const& list : kLists) {
+    std::vector<std::string> headings{"list", "place", "node", "ports"};
+    if (!names.empty()) headings.emplace_back("name");
+    Table table(headings);
+    for (BoundaryList const& list : kBoundaryLists) {
         std::size_t place = 0;
         for (unsigned const node : circuit.*list.nodes) {
             std::string const ports = joined(portsAt(circuit, node), " -- ");
             auto const name = names.find(node);
-            table.add({list.word, std::to_string(++place), ports.empty() ? "nothing" : ports,
+            table.add({list.word, std::to_string(++place), std::to_string(node), ports.empty() ? "(no port)" : ports,
                        name == names.end() ? "" : joined(name->second, ", ")});
         }
     }
@@ -131,8 +119,7 @@ void writeCircuit(std::ostream& os, Circuit const& circuit, OuterNames const& na
         os << "\nelements\n";
         elements.table.write(os, 2);
     }
-    if (netCount(circuit) > 0 || !circuit.danglingConnections.empty()) os << "\nnets\n";
-    writeNets(os, circuit, "");
+    writeNets(os, circuit);
     writeBoundary(os, circuit, names);
 }
 
@@ -145,8 +132,7 @@ void writeBlock(std::ostream& os, Design const& design) {
     if (element.inside) own.addAll(*element.inside, "", defaults.of(element));
     own.table.write(os, 2);
     if (!element.inside || element.inside->elements.empty()) return;
-    if (netCount(*element.inside) > 0) os << "\nnets\n";
-    writeNets(os, *element.inside, "");
+    writeNets(os, *element.inside);
     writeBoundary(os, *element.inside, {});
 }
 

@@ -54,11 +54,13 @@ void writeSettings(std::ostream& os, Settings const& settings, Ending const& end
     for (Setting const& setting : settings.settings)
         os << printable(setting.target.text()) << ": " << (setting.changed ? "" : "is already ")
            << printable(setting.text()) << '\n';
-    std::size_t const changes = changeCount(settings);
+    std::size_t const changes = changeCount(settings), unchanged = settings.settings.size() - changes;
+    std::string const counts =
+        counted(changes, "change") + (unchanged > 0 ? ", " + std::to_string(unchanged) + " unchanged" : "");
     if (ending.dryRun)
-        os << printable(ending.file) << ": " << counted(changes, "change") << ", not written (--dry-run)\n";
+        os << printable(ending.file) << ": " << counts << ", not written (--dry-run)\n";
     else if (!ending.output.empty())
-        os << printable(ending.output) << ": written, " << counted(changes, "change") << '\n';
+        os << printable(ending.output) << ": written, " << counts << '\n';
     else
         os << printable(ending.file) << ": nothing to change, not written\n";
 }

@@ -9,6 +9,7 @@
 #include "guard/thrown.h"
 #include "setting/value_text.h"
 #include "text/phrases.h"
+#include "text/table.h"
 
 namespace vrltool::setting {
 
@@ -24,7 +25,7 @@ std::string stateText(Parameter const& parameter) {
     return parameter.expression.empty() ? text : text + " = " + parameter.expression;
 }
 
-std::string nameText(std::string const& name) { return name.empty() ? "none" : name; }
+std::string nameText(std::string const& name) { return name.empty() ? "(none)" : name; }
 
 /// A person's value is not calculated, and has no expression.
 void store(vrl::Attribute& attribute, ParameterValue const& value) {
@@ -148,11 +149,37 @@ void noteUnknown(Settings& settings) {
              ""});
 }
 
+/// How many elements a composite has inside; 0 for any other block.
+std::size_t sizeInside(vrl::BB* block) {
+    auto* const composite = dynamic_cast<vrl::CBB*>(block);
+    return composite ? composite->getAsNetlist()->sizeElements() : 0;
+}
+
+/// What is inside of a composite was saved with it. Only its plug-in knows what of it follows from a parameter, and it
+/// is not asked again.
+void noteInsides(Settings& settings) {
+    std::map<std::string, std::vector<std::string>> byComposite;
+    std::map<std::string, std::size_t> sizes;
+    for (Setting const& setting : settings.settings) {
+        Target const& target = setting.target;
+        std::size_t const size = sizeInside(target.block);
+        if (!setting.changed || target.what != Target::What::kParameter || size == 0) continue;
+        byComposite[target.element].push_back(target.text());
+        sizes[target.element] = size;
+    }
+    for (auto const& [composite, targets] : byComposite)
+        settings.findings.push_back(
+            {Severity::kNote,
+             listText(targets, 3) + ": the inside of the composite is not computed anew: its " +
+                 counted(sizes[composite], "element") + " stay as they were saved",
+             "set what follows from it as " + (composite.empty() ? "" : composite + "/") + "ELEMENT.PARAMETER=VALUE"});
+}
+
 void notePartly(Settings& settings, Assignment const& assignment) {
     std::size_t const all = assignment.without.size() + assignment.targets.size();
     if (assignment.without.empty()) return;
     std::string const what = std::to_string(assignment.without.size()) + " of " + std::to_string(all) +
-                             " elements that fit have no such thing and stay as they are: ";
+                             " elements that fit have no " + assignment.missing + " and stay as they are: ";
     settings.findings.push_back({Severity::kNote, assignment.word + ": " + what + listText(assignment.without, 5), ""});
 }
 
@@ -169,9 +196,9 @@ bool Settings::forbidden() const {
                        [](Finding const& finding) { return finding.severity == Severity::kError; });
 }
 
-Settings setAll(Design const& design, std::vector<std::string> const& words, bool force) {
+Settings setAll(Design const& design, std::vector<std::string> const& words, std::string const& kind, bool force) {
     Settings settings;
-    Targets const targets(design);
+    Targets const targets(design, kind);
     QuietOutput const quiet;
     Work work(settings, force);
     for (std::string const& word : words) {
@@ -185,6 +212,7 @@ Settings setAll(Design const& design, std::vector<std::string> const& words, boo
         notePartly(settings, settings.assignments.back());
     }
     noteUnknown(settings);
+    noteInsides(settings);
     return settings;
 }
 

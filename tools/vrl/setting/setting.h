@@ -31,7 +31,8 @@ struct Settings {
     bool forbidden() const;
 };
 
-/// Does all of it in memory. `force` accepts values out of range and names that a foundry does not have.
-Settings setAll(Design const& design, std::vector<std::string> const& words, bool force);
+/// Does all of it in memory. `kind`, if it is not empty, leaves elements of other kinds alone. `force` accepts values
+/// out of range and names that a foundry does not have.
+Settings setAll(Design const& design, std::vector<std::string> const& words, std::string const& kind, bool force);
 
 }  // namespace vrltool::setting

@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <set>
+#include <utility>
 
 #include "circuit/parameters.h"
 #include "text/failure.h"
+#include "text/natural_order.h"
 #include "text/pattern.h"
 #include "text/phrases.h"
 
@@ -37,6 +39,18 @@ std::string dotted(std::string const& element, std::string const& thing) {
     return element.empty() ? thing : element + "." + thing;
 }
 
+/// Whether a name is that of the choice of a port, "in0.cs".
+bool isOfPort(std::string const& name) {
+    auto const dot = name.find_last_of('.');
+    std::string const last = dot == std::string::npos ? "" : name.substr(dot + 1);
+    return last == kCrossSection || last == kFlow;
+}
+
+/// "parameter 'width'", or "port 'in0'" of "in0.cs".
+std::string thingText(std::string const& name) {
+    return isOfPort(name) ? "port " + inQuotes(name.substr(0, name.find_last_of('.'))) : "parameter " + inQuotes(name);
+}
+
 std::string ownerText(std::string const& element) { return element.empty() ? "the design" : inQuotes(element); }
 
 }  // namespace
@@ -48,7 +62,7 @@ std::string Target::text() const {
     return (element.empty() ? "" : element + ",") + name + "." + word;
 }
 
-Targets::Targets(Design const& design) {
+Targets::Targets(Design const& design, std::string kind) : wantedKind(std::move(kind)) {
     top.list = design.object.list();
     top.block = design.object.block();
     if (top.block) {
@@ -62,6 +76,16 @@ Targets::Targets(Design const& design) {
     if (!top.list)
         throw Failure(design.path, "holds a '" + design.type + "', of which nothing can be set",
                       "'vrl show' shows what it holds");
+    checkKind(design);
+}
+
+/// A kind that no element has is a slip.
+void Targets::checkKind(Design const& design) const {
+    std::set<std::string> kinds;
+    for (Place const& place : elements()) kinds.insert(place.block->getName());
+    if (wantedKind.empty() || kinds.count(wantedKind) > 0) return;
+    throw Failure(design.path, "no element is of the kind " + inQuotes(wantedKind),
+                  namesHint(wantedKind, {kinds.begin(), kinds.end()}, "the kinds"));
 }
 
 Targets::Place Targets::placeOf(Place const& outer, Element const& element) {
@@ -75,11 +99,12 @@ Targets::Place Targets::placeOf(Place const& outer, Element const& element) {
 }
 
 /// Names may have slashes of their own: each of them may be the one before the name of an inner element.
-void Targets::collect(Place const& at, std::string const& pattern, std::vector<Place>& found) {
+void Targets::collect(Place const& at, std::string const& pattern, std::vector<Place>& found) const {
     if (!at.inside) return;
     auto const label = [](Element const& element) { return element.label(); };
     for (Element const* const element : matching(at.inside->elements, pattern, label))
-        if (element->block && !(element->isSecondName && isPattern(pattern))) found.push_back(placeOf(at, *element));
+        if (element->block && isWanted(*element) && !(element->isSecondName && isPattern(pattern)))
+            found.push_back(placeOf(at, *element));
     for (auto slash = pattern.find('/'); slash != std::string::npos; slash = pattern.find('/', slash + 1))
         for (Element const* const element : matching(at.inside->elements, pattern.substr(0, slash), label))
             collect(placeOf(at, *element), pattern.substr(slash + 1), found);
@@ -90,6 +115,13 @@ void Targets::collectAll(Place const& at, std::vector<Place>& found) {
     if (!at.inside) return;
     for (Element const& element : at.inside->elements)
         if (element.block) collectAll(placeOf(at, element), found);
+}
+
+std::vector<Targets::Place> Targets::elements() const {
+    std::vector<Place> all;
+    collectAll(top, all);
+    all.erase(all.begin());
+    return all;
 }
 
 std::vector<Target> Targets::thingsOf(Place const& place, std::string const& name, bool portsOnly) {
@@ -125,10 +157,12 @@ std::vector<Targets::Reading> Targets::readingsOf(std::string const& word) const
     std::vector<Reading> readings;
     for (auto equals = word.find('='); equals != std::string::npos; equals = word.find('=', equals + 1)) {
         std::string const left = word.substr(0, equals), value = word.substr(equals + 1);
-        readings.push_back({"", left, value, {top}});
+        if (wantedKind.empty()) readings.push_back({"", left, value, {top}});
         for (auto dot = left.find_first_of(".,"); dot != std::string::npos; dot = left.find_first_of(".,", dot + 1)) {
             Reading reading{left.substr(0, dot), left.substr(dot), value, {}};
             collect(top, reading.elements, reading.places);
+            std::stable_sort(reading.places.begin(), reading.places.end(),
+                             [](Place const& a, Place const& b) { return naturallyLess(a.element, b.element); });
             if (!reading.places.empty()) readings.push_back(std::move(reading));
         }
     }
@@ -136,9 +170,9 @@ std::vector<Targets::Reading> Targets::readingsOf(std::string const& word) const
 }
 
 Assignment Targets::assignmentOf(std::string const& word, Reading const& reading) const {
-    Assignment assignment{word, reading.value, {}, {}};
     bool const separated = !reading.elements.empty();
     std::string const name = separated ? reading.thing.substr(1) : reading.thing;
+    Assignment assignment{word, reading.value, {}, thingText(name), {}};
     std::set<SavedChanges::Path> seen;
     for (Place const& place : reading.places) {
         if (!seen.insert(place.path).second) continue;  // two names of one element
@@ -167,9 +201,10 @@ Assignment Targets::find(std::string const& word) const {
 
 /// Says which part of the word is wrong: the last reading whose elements exist is most likely the intended one.
 void Targets::failUnknown(std::string const& word) const {
+    char const* const form = "write it as ELEMENT.PARAMETER=VALUE, or PARAMETER=VALUE of the design";
     auto const equals = word.find('=');
-    if (equals == std::string::npos)
-        throw Failure(word, "has no value", "write it as ELEMENT.PARAMETER=VALUE, or PARAMETER=VALUE of the design");
+    if (equals == std::string::npos) throw Failure(word.empty() ? "''" : word, "has no value", form);
+    if (equals == 0 || word[equals - 1] == '.') throw Failure(word, "names no parameter", form);
     Reading best{"", word.substr(0, equals), "", {top}};
     for (Reading const& reading : readingsOf(word))
         if (!reading.elements.empty() && reading.value.size() >= best.value.size()) best = reading;
@@ -177,12 +212,11 @@ void Targets::failUnknown(std::string const& word) const {
     if (best.elements.empty() && top.inside && dot != std::string::npos) failElement(word, best.thing.substr(0, dot));
     bool const ofPort = !best.elements.empty() && best.thing[0] == ',';
     if (!best.elements.empty()) best.thing.erase(0, 1);
-    std::string const last = best.thing.substr(best.thing.find_last_of('.') + 1);
-    bool const isChoice = last != best.thing && (last == kCrossSection || last == kFlow);
+    bool const isChoice = isOfPort(best.thing);
     if (ofPort && !isChoice)
         throw Failure(word, "names a port, of which only '.cs' and '.flow' can be set", "write ELEMENT,PORT.cs=NAME");
     if (isChoice && best.places.front().block)
-        failPort(word, best.places.front(), best.thing.substr(0, best.thing.size() - last.size() - 1));
+        failPort(word, best.places.front(), best.thing.substr(0, best.thing.find_last_of('.')));
     std::vector<Place> named;
     if (best.elements.empty()) collect(top, best.thing, named);
     if (!named.empty())
@@ -191,13 +225,15 @@ void Targets::failUnknown(std::string const& word) const {
 }
 
 void Targets::failElement(std::string const& word, std::string const& element) const {
-    std::vector<Place> all;
-    collectAll(top, all);
     std::vector<std::string> names;
-    for (Place const& place : all)
-        if (!place.element.empty()) names.push_back(place.element);
-    throw Failure(word, (isPattern(element) ? "no element fits " : "there is no element ") + inQuotes(element),
-                  namesHint(element, names, "the elements"));
+    for (Place const& place : elements())
+        if (wantedKind.empty() || place.block->getName() == wantedKind) names.push_back(place.element);
+    std::sort(names.begin(), names.end(), naturallyLess);
+    std::string const kind = wantedKind.empty() ? "" : " of the kind " + inQuotes(wantedKind);
+    std::string const what = isPattern(element) ? "no element" + kind + " fits " + inQuotes(element)
+                             : kind.empty()     ? "there is no element " + inQuotes(element)
+                                                : inQuotes(element) + " is no element" + kind;
+    throw Failure(word, what, namesHint(element, names, kind.empty() ? "the elements" : "those of the kind"));
 }
 
 void Targets::failPort(std::string const& word, Place const& place, std::string const& port) {
@@ -212,6 +248,8 @@ void Targets::failParameter(std::string const& word, Reading const& reading) {
     std::set<std::string> names;
     for (Place const& place : reading.places)
         for (ListedParameter const& listed : listedParameters(*place.list)) names.insert(listed.name);
+    if (names.empty() && reading.places.front().element.empty())
+        throw Failure(word, "the design has no parameters of its own", "write it as ELEMENT.PARAMETER=VALUE");
     std::size_t const count = reading.places.size();
     std::string const owner = count > 1 ? "none of the " + std::to_string(count) + " elements that fit has a parameter "
                                         : ownerText(reading.places.front().element) + " has no parameter ";

@@ -29,13 +29,15 @@ struct Assignment {
     std::string word;
     std::string value;
     std::vector<Target> targets;
-    std::vector<std::string> without;  ///< elements that its pattern matches and that have no such thing
+    std::string missing;               ///< what some elements lack: "parameter 'width'" or "port 'in7'"
+    std::vector<std::string> without;  ///< those elements
 };
 
 /// The elements of a design, in which targets are found.
 class Targets {
 public:
-    explicit Targets(Design const& design);
+    /// With a kind, of elements those of the kind only.
+    explicit Targets(Design const& design, std::string kind = "");
 
     /// What "ELEMENT.PARAMETER=VALUE" asks for. A Failure with near names if there is nothing of those names, and one
     /// with both readings if it can be read in two ways.
@@ -59,8 +61,11 @@ private:
     };
 
     static Place placeOf(Place const& outer, Element const& element);
-    static void collect(Place const& at, std::string const& pattern, std::vector<Place>& found);
+    void collect(Place const& at, std::string const& pattern, std::vector<Place>& found) const;
     static void collectAll(Place const& at, std::vector<Place>& found);
+    std::vector<Place> elements() const;
+    bool isWanted(Element const& element) const { return wantedKind.empty() || element.kind == wantedKind; }
+    void checkKind(Design const& design) const;
     static std::vector<Target> thingsOf(Place const& place, std::string const& name, bool portsOnly);
     std::vector<Reading> readingsOf(std::string const& word) const;
     Assignment assignmentOf(std::string const& word, Reading const& reading) const;
@@ -69,6 +74,7 @@ private:
     [[noreturn]] static void failPort(std::string const& word, Place const& place, std::string const& port);
     [[noreturn]] static void failParameter(std::string const& word, Reading const& reading);
 
+    std::string wantedKind;  ///< empty for all
     Circuit circuit;
     Element alone;
     Place top;

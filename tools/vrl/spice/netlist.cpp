@@ -72,6 +72,9 @@ public:
 
     Netlist write() {
         std::string const name = subcircuits.take(source.name);
+        if (name != source.name)
+            findings.add(Severity::kNote, source.path, {},
+                         "the subcircuit of the design is called '" + name + "', not '" + printable(source.name) + "'");
         Circuit const& circuit = source.circuit;
         std::map<unsigned, std::string> nodes;
         Names names = nodeNames();
@@ -101,8 +104,11 @@ private:
             auto const given = source.outerNames.find(node);
             auto const [entry, isNew] = nodes.try_emplace(node);
             if (!isNew) continue;  // a node that is on the boundary twice is one pin
-            entry->second = names.take(given == source.outerNames.end() ? plain : given->second.front());
-            pins.push_back(entry->second);
+            std::string const& wanted = given == source.outerNames.end() ? plain : given->second.front();
+            pins.push_back(entry->second = names.take(wanted));
+            if (entry->second != wanted)
+                findings.addName(Severity::kNote, source.path, {}, "pins with another name than in the design",
+                                 entry->second);
         }
     }
 
@@ -119,6 +125,7 @@ private:
             std::vector<std::string> words{"X" + instances.take(element.label())};
             for (ElementPort const& port : element.ports) words.push_back(nodeOf(element, port, nodes, names));
             auto const settings = settingsOf(element);
+            compareSections(element);
             words.push_back(subcircuitOf(element, settings));
             for (Setting const& setting : settings) words.push_back(setting.name + "=" + setting.value);
             body += statement(words);
@@ -135,6 +142,21 @@ private:
         auto const [entry, isNew] = nodes.try_emplace(port.node);
         if (isNew) entry->second = names.take(wanted);
         return entry->second;
+    }
+
+    /// Elements of one kind are instances of one model, which knows their parameters and not their cross sections.
+    void compareSections(Element const& element) {
+        std::string choices = choiceText(element.block->vrl::BB::getCS());
+        for (auto port = element.block->beginPort(); port != element.block->endPort(); ++port)
+            choices += '\n' + choiceText(port->getCS());
+        if (sectionsOf.try_emplace(element.kind, choices).first->second != choices)
+            findings.addName(Severity::kNote, source.path, {},
+                             "kinds whose elements differ in their cross sections, which the netlist does not hold",
+                             element.kind);
+    }
+
+    static std::string choiceText(vrl::Foundry::CSInfo const& choice) {
+        return choice.getCSName() + '\t' + choice.getFlowName();
     }
 
     std::vector<Setting> settingsOf(Element const& element) {
@@ -241,6 +263,7 @@ private:
     Netlist result;
     Names subcircuits;
     std::map<std::string, std::string> stubNames, compositeNames;  ///< by all that makes two of them equal
+    std::map<std::string, std::string> sectionsOf;                 ///< the choices of the first element of a kind
     std::vector<Stub> stubs;
     std::vector<std::string> composites;  ///< each after those that it uses
 };

@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <csignal>
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
@@ -79,6 +80,9 @@ public:
         bool const exists = stat(place.c_str(), &before) == 0;
         if (exists && !S_ISREG(before.st_mode))
             throw Failure(place, S_ISDIR(before.st_mode) ? "is a folder" : "is no regular file", "name a regular file");
+        constexpr mode_t kWritable = S_IWUSR | S_IWGRP | S_IWOTH;
+        if (exists && (before.st_mode & kWritable) == 0)
+            throw Failure(place, "is read-only", "give it the permission to write, or name another file");
         if (fchmod(descriptor, exists ? before.st_mode & 07777 : 0666 & ~mask) != 0)
             failSave(place, "cannot set its mode");
     }
@@ -117,6 +121,18 @@ private:
     int descriptor;
 };
 
+/// While it lives, a file that grows too large is an error, and does not end the program with half of it in its folder.
+class LargeFilesFail {
+public:
+    LargeFilesFail() : before(std::signal(SIGXFSZ, SIG_IGN)) {}
+    LargeFilesFail(LargeFilesFail const&) = delete;
+    LargeFilesFail& operator=(LargeFilesFail const&) = delete;
+    ~LargeFilesFail() { std::signal(SIGXFSZ, before); }
+
+private:
+    void (*before)(int);
+};
+
 /// Hands what is written to a stream on to a new file, in large pieces.
 class IntoFile final : public std::streambuf {
 public:
@@ -142,6 +158,7 @@ private:
 }  // namespace
 
 void replaceFile(std::string const& path, std::function<void(std::ostream&)> const& fill) {
+    LargeFilesFail const limit;
     Replacement file(target(path));
     file.takeMode();
     IntoFile buffer(file);

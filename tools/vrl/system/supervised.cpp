@@ -109,7 +109,10 @@ Supervised::Start Supervised::waitUntilReady(unsigned seconds, std::function<voi
         if (start.ready || over || passed < static_cast<long long>(seconds)) continue;
         start.ended.started = start.ended.timedOut = over = true;
     }
-    if (start.ready) return start;
+    if (start.ready) {
+        takeOutput(start, 0);  // errors that were written after the last look for them, and before it was ready
+        return start;
+    }
     kill(-child, SIGKILL);
     if (start.ended.timedOut) waitpid(child, nullptr, 0);
     return start;

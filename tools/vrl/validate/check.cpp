@@ -86,7 +86,7 @@ std::vector<Check> const& allChecks() {
          "set nothing that belongs to the whole program, or set it back", kMade, &checkObjectsState},
         {"objects-freed", kError, "what is made is freed again, and all that it took",
          "free in the destructor what the constructor took, or keep it in std::unique_ptr or std::vector; what is kept "
-         "on purpose, keep once",
+         "by design, keep once",
          kMade, &checkObjectsFreed},
         {"objects-bounds", kError, "making and destroying objects writes into its own memory only",
          "find the place with a build with -fsanitize=address, or under valgrind", kMade, &checkObjectsBounds},

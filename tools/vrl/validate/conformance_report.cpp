@@ -1,6 +1,7 @@
 #include "validate/conformance_report.h"
 
 #include <filesystem>
+#include <map>
 #include <nlohmann/json.hpp>
 #include <ostream>
 
@@ -22,12 +23,29 @@ char const* word(CheckResult const& result) {
     return result.severity == Severity::kError ? "FAIL" : "warning";
 }
 
+/// How many checks were not run for each reason that is the failure of another one.
+std::map<std::string, std::size_t> hindrances(Conformance const& conformance) {
+    std::map<std::string, std::size_t> counts;
+    for (CheckResult const& result : conformance.results)
+        if (result.hindered) ++counts[result.note];
+    return counts;
+}
+
+/// Many checks that were not run for one reason are one line.
 void writeTable(std::ostream& os, Conformance const& conformance) {
+    constexpr std::size_t kFew = 3;
     os << printable(conformance.path) << '\n';
     Table table;
+    auto counts = hindrances(conformance);
     for (CheckResult const& result : conformance.results) {
         bool const failed = result.verdict == Verdict::kFail;
-        table.add({result.check->id, word(result), failed ? counted(result.findings.size(), "finding") : result.note});
+        std::size_t& count = counts[result.note];
+        if (result.hindered && count > kFew) table.add({std::to_string(count) + " checks", word(result), result.note});
+        if (result.hindered && (count > kFew || count == 0))
+            count = 0;  // its line is there
+        else
+            table.add(
+                {result.check->id, word(result), failed ? counted(result.findings.size(), "finding") : result.note});
     }
     table.write(os, 2);
 }

@@ -117,7 +117,7 @@ void checkRegularFile(Job const& job, Report& report) {
     struct stat status;
     if (stat(job.plugin.c_str(), &status) != 0) {
         int const reason = errno;
-        if (reason != ENOENT) return report.find("", std::string("cannot be looked at: ") + std::strerror(reason));
+        if (reason != ENOENT) return report.find("", std::string("cannot be examined: ") + std::strerror(reason));
         bool const dangling = lstat(job.plugin.c_str(), &status) == 0;
         return report.find("", dangling ? "is a link to nothing" : "there is no such file");
     }

@@ -76,7 +76,7 @@ void findWrongBytes(Maker const& maker, MadeObject const& made, Maker const& aga
     vrl::BinaryStreamDeSerialiser reader(stream);
     if (!copy || !copy.object.read(reader)) return report.find(maker.thing, "does not read back what it saved");
     if (static_cast<std::size_t>(stream.tellg()) != bytes->size())
-        return report.find(maker.thing, "leaves a rest of what it saved");
+        return report.find(maker.thing, "does not read all that it saved");
     if (valuesOf(copy) != valuesOf(made) || bytesOf(copy) != bytes)
         report.find(maker.thing, "reads back other values than it saved");
 }

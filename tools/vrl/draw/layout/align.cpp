@@ -1,6 +1,8 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <limits>
+#include <set>
 #include <utility>
 
 #include "draw/layout/slots.h"
@@ -41,6 +43,8 @@ public:
             best = slots.all;
         }
         slots.all = std::move(best);
+        straighten();
+        closeUp();
     }
 
 private:
@@ -131,6 +135,79 @@ private:
             return pulls[next ? i + 1 : i].y;
         }
         return now;
+    }
+
+    /// Moves single slots to where they are level with all that they are connected to, and in nobody's way.
+    void straighten() {
+        for (auto const& column : slots.columns)
+            for (std::size_t i = 0; i < column.size(); ++i) {
+                std::set<int> levels;
+                for (Neighbour const& other : slots.neighbours[column[i]])
+                    if (slots.all[other.slot].column != slots.all[column[i]].column)
+                        levels.insert(slots.all[other.slot].y + other.otherY - other.ownY);
+                if (levels.size() != 1) continue;
+                bool const afterLast =
+                    i == 0 || *levels.begin() >= slots.all[column[i - 1]].y + distance(column[i - 1], column[i]);
+                bool const beforeNext =
+                    i + 1 == column.size() ||
+                    *levels.begin() + distance(column[i], column[i + 1]) <= slots.all[column[i + 1]].y;
+                if (afterLast && beforeNext) slots.all[column[i]].y = *levels.begin();
+            }
+    }
+
+    /// Wires that lead back above or below everything else come as near to it as they can.
+    void closeUp() {
+        closeUp(1);
+        for (auto& column : slots.columns) std::reverse(column.begin(), column.end());
+        closeUp(-1);
+        for (auto& column : slots.columns) std::reverse(column.begin(), column.end());
+    }
+
+    /// The outer wires of each column are its first slots, and move in the direction of larger y times `sign`. The
+    /// inner ones move first.
+    void closeUp(int sign) {
+        std::vector<std::size_t> next(slots.all.size(), kNoNode), outer;
+        for (auto const& column : slots.columns)
+            for (std::size_t i = 0; i + 1 < column.size() && slots.all[column[i]].isWire(); ++i) {
+                next[column[i]] = column[i + 1];
+                outer.push_back(column[i]);
+            }
+        std::stable_sort(outer.begin(), outer.end(),
+                         [&](std::size_t a, std::size_t b) { return sign * slots.all[a].y > sign * slots.all[b].y; });
+        std::vector<bool> met(slots.all.size());
+        for (std::size_t const wire : outer) {
+            if (met[wire]) continue;
+            auto const run = levelRun(wire, next, met);
+            int way = std::numeric_limits<int>::max();
+            for (std::size_t const slot : run) way = std::min(way, wayOf(slot, next[slot], sign));
+            if (!run.empty() && way > 0)
+                for (std::size_t const slot : run) slots.all[slot].y += sign * way;
+        }
+    }
+
+    /// How far a slot can move to the next one.
+    int wayOf(std::size_t slot, std::size_t next, int sign) const {
+        int const apart = sign > 0 ? distance(slot, next) : distance(next, slot);
+        return sign * (slots.all[next].y - slots.all[slot].y) - apart;
+    }
+
+    /// The outer wires that are level with one another; none if something else is level with them.
+    std::vector<std::size_t> levelRun(std::size_t first, std::vector<std::size_t> const& next,
+                                      std::vector<bool>& met) const {
+        std::vector<std::size_t> run{first};
+        met[first] = true;
+        bool alone = true;
+        for (std::size_t i = 0; i < run.size(); ++i)
+            for (Neighbour const& other : slots.neighbours[run[i]]) {
+                Slot const& there = slots.all[other.slot];
+                bool const level = there.column != slots.all[run[i]].column &&
+                                   there.y + other.otherY == slots.all[run[i]].y + other.ownY;
+                alone &= !level || next[other.slot] != kNoNode;
+                if (!level || next[other.slot] == kNoNode || met[other.slot]) continue;
+                met[other.slot] = true;
+                run.push_back(other.slot);
+            }
+        return alone ? run : std::vector<std::size_t>();
     }
 
     /// Bends count most, then length.

@@ -34,6 +34,7 @@ struct Node {
     int below = 0;
     std::size_t column = 0;
     std::vector<Pin> pins;
+    bool canFlip = false;  ///< whether its pins without leads may be turned top to bottom, to the same distance
 };
 
 struct Diagram {
@@ -51,6 +52,7 @@ struct Wire {
 
 struct Placed {
     std::vector<Point> nodes;
+    std::vector<bool> flipped;    ///< of each node
     std::vector<Wire> wires;      ///< of each net
     std::vector<int> columnEnds;  ///< the right edge of each column
     int width = 0;

@@ -8,6 +8,9 @@ namespace vrltool::draw::layout {
 namespace {
 
 constexpr int kSweeps = 12;
+constexpr int kFlipRounds = 2;
+constexpr std::size_t kMostTried = 20000;    // flips of nodes times slots, each of which is an order of its own
+constexpr std::size_t kMostReturning = 400;  // nets that turn back in a channel, which are compared with each other
 
 /// Counts pairs that are out of order, by merging.
 std::size_t inversions(std::vector<double>& values, std::vector<double>& spare, std::size_t from, std::size_t to) {
@@ -29,7 +32,32 @@ class Ordering {
 public:
     explicit Ordering(Slots& s) : slots(s), position(s.all.size()) {}
 
+    /// Each flip is tried with an order of its own.
     void run() {
+        std::size_t fewest = order();
+        auto best = slots.columns;
+        auto const nodes = fewest > 0 ? slots.flippable() : std::vector<std::size_t>();
+        bool better = nodes.size() * slots.all.size() <= kMostTried;
+        for (int round = 0; round < kFlipRounds && better; ++round) {
+            better = false;
+            for (std::size_t const node : nodes) {
+                slots.flip(node);
+                std::size_t const now = order();
+                if (now < fewest) {
+                    fewest = now;
+                    best = slots.columns;
+                    better = true;
+                } else {
+                    slots.flip(node);
+                }
+            }
+        }
+        slots.columns = std::move(best);
+    }
+
+private:
+    /// Returns how many wires cross.
+    std::size_t order() {
         walkFromTheLeft();
         auto best = slots.columns;
         std::size_t fewest = crossings();
@@ -44,9 +72,9 @@ public:
             best = slots.columns;
         }
         slots.columns = std::move(best);
+        return fewest;
     }
 
-private:
     /// The first order is that of a walk in depth, which draws trees without crossings.
     void walkFromTheLeft() {
         std::vector<bool> met(slots.all.size());
@@ -109,7 +137,10 @@ private:
         std::size_t count = 0;
         for (auto const& channel : slots.channels) {
             std::vector<std::pair<double, double>> wires;
+            Spans atLeft, atRight;
             for (auto const& [net, left, right] : channel) {
+                if (right.empty()) atLeft.push_back(spanOf(left));
+                if (left.empty()) atRight.push_back(spanOf(right));
                 if (left.empty() || right.empty()) continue;
                 for (std::size_t i = 0; i < std::max(left.size(), right.size()); ++i) {
                     Stub const& from = left[std::min(i, left.size() - 1)];
@@ -118,10 +149,38 @@ private:
                 }
             }
             std::sort(wires.begin(), wires.end());
-            std::vector<double> ends, spare(wires.size());
-            for (auto const& wire : wires) ends.push_back(wire.second);
-            count += inversions(ends, spare, 0, ends.size());
+            std::vector<double> starts, ends, spare(wires.size());
+            for (auto const& [start, end] : wires) {
+                starts.push_back(start);
+                ends.push_back(end);
+            }
+            count += inversions(ends, spare, 0, ends.size());  // which sorts them
+            count += met(atLeft, starts) + met(atRight, ends);
         }
+        return count;
+    }
+
+    using Spans = std::vector<std::pair<double, double>>;
+
+    /// From where to where a net reaches that turns back in a channel.
+    std::pair<double, double> spanOf(std::vector<Stub> const& stubs) const {
+        double first = at(stubs[0].slot, stubs[0].y), last = first;
+        for (Stub const& stub : stubs) {
+            first = std::min(first, at(stub.slot, stub.y));
+            last = std::max(last, at(stub.slot, stub.y));
+        }
+        return {first, last};
+    }
+
+    /// How often nets that turn back cross others, which end at these places on the same side, or each other.
+    static std::size_t met(Spans const& spans, std::vector<double> const& ends) {
+        std::size_t count = 0;
+        for (auto const& [first, last] : spans)
+            count += static_cast<std::size_t>(std::lower_bound(ends.begin(), ends.end(), last) -
+                                              std::lower_bound(ends.begin(), ends.end(), first));
+        if (spans.size() > kMostReturning) return count;
+        for (auto const& a : spans)
+            for (auto const& b : spans) count += a.first < b.first && b.first < a.second && a.second < b.second ? 1 : 0;
         return count;
     }
 

@@ -75,6 +75,7 @@ public:
     Placed run() {
         orderSlots(slots);
         alignSlots(slots);
+        placed.flipped = slots.flipped;
         for (auto const& crossings : slots.channels) channels.push_back(routeChannel(linesOf(crossings)));
         measureColumns();
         placeNodes();

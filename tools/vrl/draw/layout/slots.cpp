@@ -14,21 +14,56 @@ std::size_t columnCount(Diagram const& diagram) {
 
 }  // namespace
 
-Slots::Slots(Diagram const& diagram) : columns(columnCount(diagram)), channels(columns.size() + 1) {
-    for (std::size_t i = 0; i < diagram.nodes.size(); ++i) {
+Slots::Slots(Diagram const& d)
+    : columns(columnCount(d)), channels(columns.size() + 1), flipped(d.nodes.size()), diagram(d) {
+    for (std::size_t i = 0; i < d.nodes.size(); ++i) {
         Node const& node = diagram.nodes[i];
         columns[node.column].push_back(all.size());
         all.push_back({node.column, i, node.above, node.below, 0});
     }
-    for (std::size_t net = 0; net < diagram.nets.size(); ++net) addNet(diagram, net);
-    neighbours.resize(all.size());
+    for (std::size_t net = 0; net < diagram.nets.size(); ++net) addNet(net);
+    findNeighbours();
+}
+
+void Slots::findNeighbours() {
+    neighbours.assign(all.size(), {});
     for (auto const& channel : channels)
         for (Crossing const& crossing : channel)
             addNeighbours(crossing, crossing.net < diagram.weights.size() ? diagram.weights[crossing.net] : 1);
 }
 
+bool Slots::movesWith(Stub const& stub, std::size_t node) const {
+    return stub.pin.node == node && diagram.nodes[node].pins[stub.pin.pin].lead.empty();
+}
+
+void Slots::flip(std::size_t node) {
+    flipped[node] = !flipped[node];
+    std::size_t const column = all[node].column;
+    for (std::size_t const channel : {column, column + 1})
+        for (Crossing& crossing : channels[channel])
+            for (auto* const side : {&crossing.left, &crossing.right})
+                for (Stub& stub : *side)
+                    if (movesWith(stub, node)) stub.y = -stub.y;
+    findNeighbours();
+}
+
+std::vector<std::size_t> Slots::flippable() const {
+    std::vector<std::size_t> nodes;
+    for (auto const& channel : channels)
+        for (Crossing const& crossing : channel)
+            for (auto const* const side : {&crossing.left, &crossing.right})
+                for (Stub const& stub : *side) {
+                    std::size_t const node = stub.pin.node;
+                    if (node != kNoNode && diagram.nodes[node].canFlip && stub.y != 0 && movesWith(stub, node))
+                        nodes.push_back(node);
+                }
+    std::sort(nodes.begin(), nodes.end());
+    nodes.erase(std::unique(nodes.begin(), nodes.end()), nodes.end());
+    return nodes;
+}
+
 /// A net passes each column between its first and its last channel once.
-void Slots::addNet(Diagram const& diagram, std::size_t net) {
+void Slots::addNet(std::size_t net) {
     auto const channelOf = [&](PinPlace const& end) {
         Node const& node = diagram.nodes[end.node];
         return node.column + (node.pins[end.pin].right ? 1 : 0);

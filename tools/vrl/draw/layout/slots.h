@@ -50,16 +50,26 @@ struct Slots {
     std::vector<std::vector<std::size_t>> columns;  ///< slots from top to bottom
     std::vector<std::vector<Crossing>> channels;
     std::vector<std::vector<Neighbour>> neighbours;  ///< of each slot
+    std::vector<bool> flipped;                       ///< of each node, which are the first slots
+
+    /// Turns the pins of a node top to bottom.
+    void flip(std::size_t node);
+    /// The nodes that can be flipped, and have wires that this moves.
+    std::vector<std::size_t> flippable() const;
 
     int gap(Slot const& above, Slot const& below) const { return above.isWire() && below.isWire() ? kGrid : 2 * kGrid; }
 
 private:
-    void addNet(Diagram const& diagram, std::size_t net);
+    void addNet(std::size_t net);
+    void findNeighbours();
     void addNeighbours(Crossing const& crossing, double weight);
     void link(Stub const& a, Stub const& b, bool rightOfA, bool rightOfB, double weight);
+    bool movesWith(Stub const& stub, std::size_t node) const;
+
+    Diagram const& diagram;
 };
 
-/// Orders the slots of each column so that few wires cross.
+/// Orders the slots of each column so that few wires cross, and flips nodes where that helps.
 void orderSlots(Slots& slots);
 
 /// Gives each slot its y, so that many wires are straight.
