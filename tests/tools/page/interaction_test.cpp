@@ -83,33 +83,35 @@ TEST_F(Interaction, SoDoTheButtons) {
                 Not(HasSubstr("page-closed")));
 }
 
+// Each walk begins at the composite, which is open.
 TEST_F(Interaction, TheTreeIsWalkedByKeys) {
-    std::string const start = "item('arms').focus();";
-    auto const chosenAfter = [&](std::string const& keys) {
-        std::string const text = detailsAfter(start + keys + "press('Enter');");
-        return text.substr(0, text.find('\n'));
-    };
-    EXPECT_EQ(chosenAfter(""), "arms");
-    EXPECT_EQ(chosenAfter("press('ArrowDown');"), "lower");
-    EXPECT_EQ(chosenAfter("press('ArrowRight');"), "lower") << "it is open";
-    EXPECT_EQ(chosenAfter("press('ArrowLeft'); press('ArrowDown');"), "bend") << "it is closed";
-    EXPECT_EQ(chosenAfter("press('ArrowLeft'); press('ArrowRight'); press('ArrowRight');"), "lower");
-    EXPECT_EQ(chosenAfter("press('ArrowDown'); press('ArrowLeft');"), "arms") << "that around it";
-    EXPECT_EQ(chosenAfter("press('End');"), "split");
-    EXPECT_EQ(chosenAfter("press('End'); press('ArrowUp'); press('Home');"), "arms");
+    std::string const script = R"(
+const walk = (...keys) => {
+  click(one("#page-open-all"));
+  item("arms").focus();
+  keys.forEach((key) => press(key));
+  press("Enter");
+  return one("h1").textContent;
+};
+document.title = [
+  walk(), walk("ArrowDown"), walk("ArrowRight"), walk("ArrowLeft", "ArrowDown"),
+  walk("ArrowLeft", "ArrowRight", "ArrowRight"), walk("ArrowDown", "ArrowLeft"),
+  walk("End"), walk("End", "ArrowUp"), walk("End", "Home"),
+].join(", ");)";
+    EXPECT_THAT(after(script), HasSubstr("<title>arms, lower, lower, bend, lower, arms, split, out, arms</title>"));
 }
 
 TEST_F(Interaction, EnterGoesToTheNextHit) {
-    std::string const start = "press('/'); type('edge');";
-    auto const countAfter = [&](std::string const& keys) {
-        std::string const document = after(start + keys);
-        return textOf(document, "p id=\"page-hit-count\"") + textOf(document, "h1");
-    };
-    EXPECT_EQ(countAfter(""), "2 elements\nmod\n");
-    EXPECT_EQ(countAfter("press('Enter');"), "1 of 2 elements\nin\n");
-    EXPECT_EQ(countAfter("press('Enter'); press('Enter');"), "2 of 2 elements\nout\n");
-    EXPECT_EQ(countAfter("press('Enter'); press('Enter'); press('Enter');"), "1 of 2 elements\nin\n");
-    EXPECT_EQ(countAfter("press('Enter', { shiftKey: true });"), "2 of 2 elements\nout\n");
+    std::string const script = R"(
+const next = (options) => {
+  press("Enter", options);
+  return one("#page-hit-count").textContent + " " + one("h1").textContent;
+};
+press("/");
+type("edge");
+document.title = [next(), next(), next(), next({ shiftKey: true })].join(", ");)";
+    EXPECT_THAT(after(script), HasSubstr("<title>1 of 2 elements in, 2 of 2 elements out, 1 of 2 elements in, "
+                                         "2 of 2 elements out</title>"));
 }
 
 TEST_F(Interaction, KeysZoomAndFit) {
@@ -123,6 +125,15 @@ TEST_F(Interaction, TheWheelZooms) {
                             "{ deltaY: -500, clientX: 600, clientY: 400, bubbles: true, cancelable: true }));"),
                       "page-view"),
                 HasSubstr("scale(2)"));
+}
+
+TEST_F(Interaction, AClickAtATurnLeadsToTheNextOneOfItsWire) {
+    tool.run("draw", {"mod.vrl", "-o", "mod.html", "--width", "400"});
+    EXPECT_THAT(
+        after("const at = (id) => { click(one('#' + id)); return one('#page-view').getAttribute('transform'); };"
+              "const views = [at('turn1'), at('turn1_1'), at('turn1')];"
+              "document.title = [views[0] === views[1], views[0] === views[2]].join(', ');"),
+        HasSubstr("<title>false, true</title>"));
 }
 
 TEST_F(Interaction, FollowsAChangedAddress) {

@@ -61,6 +61,11 @@ TEST_F(Page, ShowsTheElementOfTheAddress) {
               "out0 | Optics | open\n");
 }
 
+TEST_F(Page, KeepsDescriptionsAndRangesForThePointer) {
+    EXPECT_THAT(documentOf(page + "#element=bend"),
+                HasSubstr("<tr title=\"radius of the centre line; range 5 to 500 um\"><td>radius</td>"));
+}
+
 TEST_F(Page, ShowsAnElementInsideACompositeWithFindingsAtItsPartners) {
     std::string const document = documentOf(page + "#element=arms/trim");
     EXPECT_EQ(textOf(document, "aside"),

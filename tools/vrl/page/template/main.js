@@ -49,9 +49,10 @@ function followAddress() {
 }
 
 picture.addEventListener("click", (event) => {
-  const item = event.target.closest(".element, .frame, .wire");
+  const item = event.target.closest(".element, .frame, .wire, .turn");
   if (!item) return select(null);
   if (item.classList.contains("wire")) selectNet(item);
+  else if (item.classList.contains("turn")) followTurn(item);
   else select(byId.get(item.id));
 });
 picture.addEventListener("dblclick", (event) => {

@@ -150,6 +150,13 @@ function showInside(element, open) {
   if (!open && !frame.querySelector(":scope > .page-cover")) frame.append(coverOf(frame, element.name));
 }
 
+// A wire that goes on in another row has a turn in each, all with the same number: the next one comes to the middle.
+function followTurn(turn) {
+  const number = turn.id.match(/^.*turn\d+/)[0];
+  const all = [...view.querySelectorAll(".turn")].filter((each) => each.id === number || each.id.startsWith(number + "_"));
+  centre(all[(all.indexOf(turn) + 1) % all.length]);
+}
+
 // A dot at the corner of each block that has errors or warnings.
 function markFindings() {
   for (const element of elements) {
