@@ -10,11 +10,8 @@ namespace vrl_test {
 constexpr char kInstallLatex[] = "  on Debian: apt-get install texlive-latex-base texlive-latex-recommended "
                                  "texlive-pictures texlive-fonts-recommended\n";
 
-/// What a booklet as PDF has to say where LaTeX is installed, and where it is not.
+/// Expects a booklet as PDF, and no word about it.
 void expectPdf(Tool const& tool, Outcome const& done, std::string const& file);
-
-/// Whether LaTeX is installed, and what reads PDF.
-bool canReadPdf();
 
 /// The text of a PDF as pdftotext reads it.
 std::string textOfPdf(Tool const& tool, std::string const& file);

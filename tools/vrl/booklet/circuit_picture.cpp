@@ -126,10 +126,7 @@ double scaleOf(std::vector<draw::Scene> const& sheets, double scale) {
 
 }  // namespace
 
-std::vector<draw::Scene> sheetsOf(Circuit const& circuit, OuterNames const& names, std::size_t most) {
-    draw::Picture picture;
-    picture.max = most;
-    picture.names = names;
+std::vector<draw::Scene> sheetsOf(Circuit const& circuit, draw::Picture picture) {
     picture.width = static_cast<int>(kWidth / draw::leastScale()) - kMargins;
     picture.height = static_cast<int>(kHeight / draw::leastScale()) - kMargins;
     return draw::drawingOf(circuit, picture, draw::selectionOf(circuit, picture)).sheets;

@@ -7,6 +7,7 @@
 #include "circuit/circuit.h"
 #include "circuit/direction.h"
 #include "circuit/parameters.h"
+#include "draw/symbol_views.h"
 #include "guard/thrown.h"
 #include "host/loads.h"
 #include "text/failure.h"
@@ -122,7 +123,9 @@ void takeInside(BlockFacts& facts, vrl::Netlist& netlist) {
         for (PortPlace const& port : node.second) connected.ports.push_back(circuit.portText(port));
         facts.nodes.push_back(std::move(connected));
     }
-    facts.inside = sheetsOf(circuit, {});
+    draw::Picture picture;
+    picture.symbols = draw::chosenSymbols(circuit).byKind;
+    facts.inside = sheetsOf(circuit, picture);
 }
 
 /// Notes a view if it applies to the kind, and takes it out of the register of its object again.

@@ -9,6 +9,7 @@
 #include "circuit/circuit.h"
 #include "circuit/outer_names.h"
 #include "circuit/parameters.h"
+#include "draw/symbol_views.h"
 #include "overview/overview.h"
 
 namespace vrltool::booklet {
@@ -77,7 +78,8 @@ std::string keyOf(CircuitFacts const& facts) {
 /// Walks a design down into its composites.
 class Reader {
 public:
-    explicit Reader(DesignFacts& whole) : facts(whole) {}
+    /// Pictures of insides are like that of the whole.
+    Reader(DesignFacts& whole, draw::Picture const& like) : facts(whole) { inside.symbols = like.symbols; }
 
     /// `outer` is a new composite of the kind that the circuit is in, or null.
     CircuitFacts circuitFacts(Circuit const& circuit, OuterNames const& names, Element const* outer) {
@@ -114,11 +116,11 @@ private:
     }
 
     /// Composites inside are closed, since they have sections of their own.
-    void drawInside(CircuitFacts& inside, Element const& element) {
+    void drawInside(CircuitFacts& circuit, Element const& element) {
         auto* const composite = dynamic_cast<vrl::CBB*>(element.block);
         if (!composite || drawn >= kMostDrawn) return;
-        drawn += inside.elements.size();
-        inside.sheets = sheetsOf(circuitFrom(*composite->getAsNetlist(), 0), {});
+        drawn += circuit.elements.size();
+        circuit.sheets = sheetsOf(circuitFrom(*composite->getAsNetlist(), 0), inside);
     }
 
     PlacedFacts placedFacts(Element const& element, Element const* fresh) {
@@ -138,6 +140,7 @@ private:
     }
 
     DesignFacts& facts;
+    draw::Picture inside;  ///< of each composite
     overview::Defaults defaults;
     std::map<std::pair<std::string, std::string>, std::size_t> sections;  ///< by kind and content
     std::size_t drawn = 0;                                                ///< elements in the pictures of insides
@@ -169,15 +172,17 @@ DesignFacts factsOf(Design const& design, check::FileReport report, std::size_t 
     facts.type = design.type;
     facts.report = std::move(report);
     Circuit const whole = wholeOf(design, -1);
-    OuterNames names;
+    draw::Picture picture;
+    picture.max = most;
+    picture.symbols = draw::chosenSymbols(whole).byKind;
     if (!design.object.block()) {
         vrl::Netlist& netlist = circuitOf(design);
-        names = outerNames(netlist, whole);
+        picture.names = outerNames(netlist, whole);
         facts.parameters = overview::propertiesOf(static_cast<vrl::Attributes&>(netlist));
     }
-    Reader reader(facts);
-    facts.circuit = reader.circuitFacts(whole, names, nullptr);
-    facts.circuit.sheets = sheetsOf(wholeOf(design, 0), names, most);
+    Reader reader(facts, picture);
+    facts.circuit = reader.circuitFacts(whole, picture.names, nullptr);
+    facts.circuit.sheets = sheetsOf(wholeOf(design, 0), picture);
     reader.takeInsides(whole, "", nullptr);
     takeKinds(facts, design);
     return facts;

@@ -6,7 +6,6 @@
 #include <nlohmann/json.hpp>
 
 #include "booklet/booklet.h"
-#include "booklet/circuit_picture.h"
 #include "booklet/design_booklet.h"
 #include "booklet/typeset.h"
 #include "cli/grammar.h"
@@ -14,6 +13,7 @@
 #include "design/design.h"
 #include "design/missing_text.h"
 #include "design/save.h"
+#include "draw/picture.h"
 #include "guard/quiet_output.h"
 #include "host/start.h"
 #include "text/json.h"
@@ -30,7 +30,7 @@ struct Options {
     std::string subject;
     std::string output;
     std::vector<std::string> blocks;
-    std::size_t most = kMostElements;
+    std::size_t most = draw::Picture().max;
     bool foundry = false;
     bool pdf = false;
 };

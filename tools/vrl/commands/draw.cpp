@@ -6,12 +6,12 @@
 #include <memory>
 #include <nlohmann/json.hpp>
 #include <optional>
-#include <system_error>
 
 #include "check/runner.h"
 #include "circuit/circuit.h"
 #include "cli/grammar.h"
 #include "commands/commands.h"
+#include "commands/picture_output.h"
 #include "design/design.h"
 #include "design/missing_text.h"
 #include "design/save.h"
@@ -19,7 +19,6 @@
 #include "draw/graph_text.h"
 #include "draw/placed_drawing.h"
 #include "draw/render.h"
-#include "draw/svg.h"
 #include "draw/symbol_views.h"
 #include "host/start.h"
 #include "page/page.h"
@@ -52,8 +51,6 @@ struct Options {
     Picture picture;
 };
 
-bool toStandardOutput(Options const& options) { return options.output.empty() || options.output == "-"; }
-
 /// The format that is asked for by name, or by the ending of the file.
 PictureFormat formatOf(Options const& options) {
     if (!options.format.empty()) {
@@ -64,26 +61,12 @@ PictureFormat formatOf(Options const& options) {
     if (options.output.empty())
         throw Failure(options.file, "the picture has neither a file nor a format",
                       "name a file with '-o FILE.svg', or a format for standard output with '--format svg'");
-    if (toStandardOutput(options)) return PictureFormat::kSvg;
+    if (options.output.empty() || options.output == "-") return PictureFormat::kSvg;
     std::string const ending = std::filesystem::path(options.output).extension().string();
     if (auto const named = pictureFormat(ending.empty() ? ending : ending.substr(1))) return *named;
     throw Failure(options.output,
                   ending.empty() ? "has no ending that names its format" : "no format ends in '" + ending + "'",
                   std::string("end it in ") + pictureFormats() + ", or name one of them with --format");
-}
-
-void refuseTwoOutputs(Options const& options) {
-    if (toStandardOutput(options))
-        throw Failure("standard output", "cannot take both the picture and the JSON that --json asks for",
-                      "name a file for the picture with '-o FILE.svg'");
-}
-
-/// The file of a sheet: pages of a PDF are in one, other sheets have their number before the ending.
-std::string fileOf(Options const& options, PictureFormat format, std::size_t sheet, std::size_t count) {
-    if (count == 1 || format == PictureFormat::kPdf) return options.output;
-    std::filesystem::path const path = options.output;
-    std::string const name = path.stem().string() + "-" + std::to_string(sheet + 1) + path.extension().string();
-    return (path.has_parent_path() ? path.parent_path() / name : std::filesystem::path(name)).string();
 }
 
 void warnOfSmallText(Options const& options, Drawing const& drawn) {
@@ -110,7 +93,8 @@ void warnOfLargeSheets(Options const& options, Drawing const& drawn) {
                       << " is larger than asked for, since one of its blocks or frames is\n";
 }
 
-Json report(Options const& options, PictureFormat format, Selection const& selection, Drawing const& drawn) {
+Json report(Options const& options, PictureFormat format, PictureOutput const& output, Selection const& selection,
+            Drawing const& drawn) {
     auto const shown = std::count(selection.shown.begin(), selection.shown.end(), true);
     Json json = jsonHead("draw", 1);
     json["file"] = options.file;
@@ -126,38 +110,12 @@ Json report(Options const& options, PictureFormat format, Selection const& selec
         Scene const& sheet = drawn.sheets[i];
         json["width"] = std::max(json["width"].get<int>(), sheet.width);
         json["height"] = std::max(json["height"].get<int>(), sheet.height);
-        json["sheets"].push_back({{"output", fileOf(options, format, i, drawn.sheets.size())},
-                                  {"width", sheet.width},
-                                  {"height", sheet.height}});
+        json["sheets"].push_back(
+            {{"output", output.fileOf(i, drawn.sheets.size())}, {"width", sheet.width}, {"height", sheet.height}});
     }
     json["domains"] = Json::array();
     for (auto const domain : drawn.domains) json["domains"].push_back(vrl::EnumList::getName(domain));
     return json;
-}
-
-void write(Options const& options, std::string const& path, std::string const& bytes) {
-    if (toStandardOutput(options))
-        std::cout << bytes;
-    else
-        saveFile(path, bytes);
-}
-
-/// Names files that an earlier picture with more or fewer sheets left beside this one.
-void noteStale(Options const& options, PictureFormat format, std::size_t sheets) {
-    if (toStandardOutput(options) || format == PictureFormat::kPdf) return;
-    std::vector<std::string> stale;
-    auto const note = [&](std::string const& path) {
-        std::error_code ignored;
-        bool const there = std::filesystem::exists(path, ignored);
-        if (there) stale.push_back(path);
-        return there;
-    };
-    if (sheets > 1) note(options.output);
-    for (std::size_t i = sheets > 1 ? sheets : 0; note(fileOf(options, format, i, 2)); ++i) continue;
-    if (stale.empty()) return;
-    bool const one = stale.size() == 1;
-    std::cerr << "vrl: " << listText(stale) << (one ? ": is no sheet" : ": are no sheets")
-              << " of this picture; an earlier one may have left " << (one ? "it" : "them") << '\n';
 }
 
 void refuseSheets(Options const& options) {
@@ -174,23 +132,6 @@ std::string pageOf(Options const& options, Design const& design, Picture const& 
     auto const report = check::checkFile(options.file, check::chooseRules({}), true, false);
     if (!report.failure.empty()) std::cerr << "vrl: " << report.failure << '\n';
     return page::pageText(design, report, picture, selection.notes, scene);
-}
-
-/// Writes a picture to its file, or its sheets to theirs.
-void writePicture(Options const& options, std::vector<Scene> const& sheets, PictureFormat format) {
-    bool const inOne = sheets.size() == 1 || format == PictureFormat::kPdf;
-    if (toStandardOutput(options) && !inOne)
-        throw Failure("standard output", "takes one sheet, and the picture has " + std::to_string(sheets.size()),
-                      "name a file with '-o FILE." + formatName(format) + "', or take '--format pdf'");
-    for (std::size_t i = 0; i < (inOne ? 1 : sheets.size()); ++i)
-        refuseToReplace(fileOf(options, format, i, sheets.size()), {options.file});
-    for (std::size_t i = 0; i < (inOne ? 1 : sheets.size()); ++i) {
-        std::string const bytes = format == PictureFormat::kSvg ? svgText(sheets[i])
-                                  : inOne                       ? converted(sheets, format)
-                                                                : converted({sheets[i]}, format);
-        write(options, fileOf(options, format, i, sheets.size()), bytes);
-    }
-    noteStale(options, format, sheets.size());
 }
 
 /// The symbols that plug-ins choose, with what is wrong about that on standard error. A graph has none.
@@ -238,7 +179,10 @@ Outcome work(Options const& options, Common const& common) {
     if (options.placement && format == PictureFormat::kDot)
         throw Failure("--placement", "a graph has no places", "take svg, pdf, png or html");
     if (format == PictureFormat::kHtml) refuseSheets(options);
-    if (common.json) refuseTwoOutputs(options);
+    PictureOutput const output(options.output, format, options.file);
+    if (common.json && output.isStandardOutput())
+        throw Failure("standard output", "cannot take both the picture and the JSON that --json asks for",
+                      "name a file for the picture with '-o FILE.svg'");
     refuseToReplace(options.output, {options.file});
     startLibrary(common);
     Design const design = readDesign(options.file);
@@ -253,12 +197,12 @@ Outcome work(Options const& options, Common const& common) {
     warnOfSmallText(options, drawn);
     if (options.page.empty() && format != PictureFormat::kDot) warnOfLargeSheets(options, drawn);
     if (format == PictureFormat::kDot)
-        write(options, options.output, graphText(circuit, selection, picture.names));
+        output.write(graphText(circuit, selection, picture.names));
     else if (format == PictureFormat::kHtml)
-        write(options, options.output, pageOf(options, design, picture, selection, drawn.sheets[0]));
+        output.write(pageOf(options, design, picture, selection, drawn.sheets[0]));
     else
-        writePicture(options, drawn.sheets, format);
-    if (common.json) writeJson(std::cout, report(options, format, selection, drawn));
+        output.write(drawn.sheets);
+    if (common.json) writeJson(std::cout, report(options, format, output, selection, drawn));
     return Outcome::kFine;
 }
 
