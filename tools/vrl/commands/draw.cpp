@@ -142,6 +142,22 @@ void write(Options const& options, std::string const& path, std::string const& b
         saveFile(path, bytes);
 }
 
+void refuseSheets(Options const& options) {
+    for (auto const& [given, option] :
+         {std::pair(!options.page.empty(), "--page"), {options.height.has_value(), "--height"}})
+        if (given)
+            throw Failure(option, "makes several sheets, and a file of HTML has one",
+                          "leave it out: a browser prints the picture on any paper");
+}
+
+/// The page of a picture. The whole design is in its lists, whatever the picture shows of it.
+std::string pageOf(Options const& options, Design const& design, Picture const& picture, Selection const& selection,
+                   Scene const& scene) {
+    auto const report = check::checkFile(options.file, check::chooseRules({}), true, false);
+    if (!report.failure.empty()) std::cerr << "vrl: " << report.failure << '\n';
+    return page::pageText(design, report, picture, selection.notes, scene);
+}
+
 /// Names files that an earlier picture with more or fewer sheets left beside this one.
 void noteStale(Options const& options, PictureFormat format, std::size_t sheets) {
     if (toStandardOutput(options) || format == PictureFormat::kPdf) return;
@@ -158,22 +174,6 @@ void noteStale(Options const& options, PictureFormat format, std::size_t sheets)
     bool const one = stale.size() == 1;
     std::cerr << "vrl: " << listText(stale) << (one ? ": is no sheet" : ": are no sheets")
               << " of this picture; an earlier one may have left " << (one ? "it" : "them") << '\n';
-}
-
-void refuseSheets(Options const& options) {
-    for (auto const& [given, option] :
-         {std::pair(!options.page.empty(), "--page"), {options.height.has_value(), "--height"}})
-        if (given)
-            throw Failure(option, "makes several sheets, and a file of HTML has one",
-                          "leave it out: a browser prints the picture on any paper");
-}
-
-/// The page of a picture. The whole design is in its lists, whatever the picture shows of it.
-std::string pageOf(Options const& options, Design const& design, Picture const& picture, Selection const& selection,
-                   Scene const& scene) {
-    auto const report = check::checkFile(options.file, check::chooseRules({}), true, false);
-    if (!report.failure.empty()) std::cerr << "vrl: " << report.failure << '\n';
-    return page::pageText(design, report, picture, selection.notes, scene);
 }
 
 /// Writes a picture to its file, or its sheets to theirs.
@@ -201,17 +201,26 @@ std::map<std::string, std::string> symbolsOf(Options const& options, PictureForm
     return std::move(chosen.byKind);
 }
 
+/// How many layers of composites are drawn; less than 0: all.
+int depthOf(Options const& options, PictureFormat format) {
+    if (options.depth) return static_cast<int>(*options.depth);
+    return format == PictureFormat::kHtml && !options.placement ? -1 : 0;
+}
+
+std::size_t mostOf(Options const& options, PictureFormat format) {
+    if (options.placement) return options.most.value_or(kMostPlaced);
+    return options.most.value_or(format == PictureFormat::kHtml ? 0 : Picture().max);
+}
+
 /// What is asked for with what the design says of it. A graph has no sheets.
 Picture pictureOf(Options const& options, PictureFormat format, vrl::Netlist const& netlist, Circuit const& circuit) {
     Picture picture = options.picture;
-    picture.max = options.most.value_or(options.placement                ? kMostPlaced
-                                        : format == PictureFormat::kHtml ? 0
-                                                                         : picture.max);
+    picture.names = outerNames(netlist, circuit);
+    picture.legend = !options.noLegend;
+    picture.max = mostOf(options, format);
     picture.width =
         options.width.value_or(format == PictureFormat::kHtml ? page::widthForScreen(circuit) : picture.width);
     picture.height = options.height.value_or(0);
-    picture.names = outerNames(netlist, circuit);
-    picture.legend = !options.noLegend;
     picture.symbols = symbolsOf(options, format, circuit);
     if (picture.title.empty()) picture.title = std::filesystem::path(options.file).stem().string();
     if (format == PictureFormat::kDot)
@@ -229,15 +238,11 @@ Drawing placedDrawingOf(Options const& options, vrl::Netlist const& netlist, Cir
     return placedDrawing(circuit, placements, picture, selection);
 }
 
-int depthOf(Options const& options, PictureFormat format) {
-    return options.depth ? static_cast<int>(*options.depth) : format == PictureFormat::kHtml ? -1 : 0;
-}
-
 Outcome work(Options const& options, Common const& common) {
     PictureFormat const format = formatOf(options);
+    if (format == PictureFormat::kHtml) refuseSheets(options);
     if (options.placement && format == PictureFormat::kDot)
         throw Failure("--placement", "a graph has no places", "take svg, pdf, png or html");
-    if (format == PictureFormat::kHtml) refuseSheets(options);
     if (common.json) refuseTwoOutputs(options);
     refuseToReplace(options.output, {options.file});
     startLibrary(common);
