@@ -48,7 +48,8 @@ COUNTED_TARGETS = [
 ]
 GROWN = ["build", "save", "save-over", "save-file", "load", "load-file", "free"]
 GROWTH = 1.2  # beside that of plain objects
-TOOL_TARGETS = {"show": 2.0, "check": 2.0, "export": 2.0, "import": 2.0, "diff": 4.0}
+TOOL_TARGETS = {"show": 4.0, "show --native": 2.0, "check": 2.0, "export": 2.0, "import": 2.0, "diff": 4.0,
+                "set, of one element": 4.0, "set, of all": 8.0}
 RATIO_HEAD = ["ratio", "to reach", "now", "reached"]
 
 

@@ -10,7 +10,12 @@ import sys
 import time
 
 LOADS = ("load", "save-loaded", "load-file", "copy-bytes")  # need what "save" leaves
-TOOL_COMMANDS = ["show", "check", "export", "import", "diff"]
+# By their names in the tables. What a command writes is not there before, or the tool would look at what it replaces.
+TOOL_COMMANDS = {"show": "show {design}", "show --native": "show --native {design}", "check": "check {design}",
+                 "export": "export {design} -o {netlist}", "import": "import {netlist} -o {copy}",
+                 "diff": "diff {design} {copy}", "set, of one element": "set {design} block0.width=0.6 -o {one}",
+                 "set, of all": "set {design} *.width=0.6 -o {all}"}
+TOOL_FILES = {"netlist": "tool.yml", "copy": "tool.vrl", "one": "set-one.vrl", "all": "set-all.vrl"}
 
 
 class Progress:
@@ -79,17 +84,16 @@ class Bench:
         configuration.write_text(f"sodlldir_clear\nsodlldir_linux = {self.folder.resolve() / 'plugins'}\n"
                                  "sodllpostfix_linux = .so.${version}\nsodllfile = benchKinds\n")
         self.run("library/save", count)
-        design = str(self.results / f"library-{count}.bin")
-        netlist, copy = (str(self.results / name) for name in ("tool.yml", "tool.vrl"))
-        arguments = {"show": [design], "check": [design], "export": [design, "-o", netlist],
-                     "import": [netlist, "-o", copy], "diff": [design, copy]}
-        for written in (netlist, copy):  # or the tool would look at what it replaces
+        paths = {name: str(self.results / file) for name, file in TOOL_FILES.items()}
+        for written in paths.values():
             pathlib.Path(written).unlink(missing_ok=True)
+        paths["design"] = str(self.results / f"library-{count}.bin")
         figures = {}
-        for command in TOOL_COMMANDS:
+        for command, line in TOOL_COMMANDS.items():
+            words = [word.format(**paths) for word in line.split()]
             start = time.monotonic()
-            child = subprocess.Popen([str(self.folder / "bin" / "vrl"), command, "--config", str(configuration),
-                                      *arguments[command]], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+            child = subprocess.Popen([str(self.folder / "bin" / "vrl"), *words, "--config", str(configuration)],
+                                     stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
             _, status, usage = os.wait4(child.pid, 0)
             child.returncode = os.waitstatus_to_exitcode(status)
             if child.returncode > 1:

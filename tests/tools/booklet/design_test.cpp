@@ -219,6 +219,20 @@ TEST(DocOfADesign, LimitsTheFindingsOfARule) {
     EXPECT_EQ(countOf(tex, " & open-port \\\\"), 40u);
 }
 
+TEST(DocOfADesign, KeepsCellsOnAPage) {
+    Tool const tool;
+    SampleCircuit circuit;
+    circuit.add("s", "sfStraight");
+    for (int i = 0; i < 50; ++i) circuit.add("s" + std::to_string(i), "sfStraight");
+    for (int i = 0; i < 50; ++i) circuit.join("s,in0", "s" + std::to_string(i) + ",in0");
+    circuit.netlist().addString("note", std::string(5000, 'x'), "", "");
+    circuit.save(tool.path("a.vrl"));
+    EXPECT_EQ(tool.run("doc", {"a.vrl", "-o", "a.tex"}).status, 0);
+    std::string const tex = tool.read("a.tex");
+    EXPECT_NE(tex.find("s43,in0 and 11 more \\\\\n"), std::string::npos);
+    EXPECT_EQ(countOf(tex, "x\\vrlbreak{}"), 398u);
+}
+
 TEST(DocOfADesign, WritesAwkwardNamesSafely) {
     Tool const tool;
     std::string const awkward = "\\end{document}%$_^&#~\xFF\x01\xE4\xB8\xAD[]";

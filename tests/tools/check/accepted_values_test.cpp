@@ -102,6 +102,21 @@ TEST_F(AcceptedValues, AreWhatSeveralFindingsHaveInCommon) {
               "[1]");
 }
 
+TEST_F(AcceptedValues, AreMissingInFindingsAboutTheDesign) {
+    vrl_test::SampleCircuit whole;
+    whole.add("bend", "sfBend").save(tool.path("b.vrl"));
+    tool.write("b.vrl.exceptions.yml", "exceptions: [{rule: no-boundary, min: 1, reason: a chip}]\n");
+    EXPECT_EQ(check({"b.vrl", "--only", "no-boundary"}).out,
+              "b.vrl (Netlist, 1 element): 1 note\n"
+              "  note     the design: the circuit has neither inputs nor outputs [no-boundary]\n"
+              "           put the nodes where light and signals enter and leave on the boundary\n"
+              "  b.vrl.exceptions.yml:1:14: it accepts values from 1, and what was found at the design is 'the circuit "
+              "has neither inputs nor outputs': no-boundary at any element\n"
+              "\n"
+              "1 rule ran\n"
+              "32 rules did not run (not among --only)\n");
+}
+
 TEST_F(AcceptedValues, AreOneValueOrBounds) {
     EXPECT_EQ(printedOfRadius("value: 4, min: 3"),
               "vrl: a.vrl.exceptions.yml:3:3: the exception has a value and bounds\n"

@@ -157,6 +157,13 @@ TEST(Completion, OffersRulesAndChecks) {
     EXPECT_EQ(shell.offer({"validate", "--only", "regular"}), "regular-file");
 }
 
+TEST(Completion, OffersElementsInsideOfComposites) {
+    Shell const shell;
+    SampleCircuit circuit;
+    circuit.add("arms", "sfPushPullArms").add("bend", "sfBend").save(shell.tool.path("a.vrl"));
+    EXPECT_EQ(shell.offer({"show", "a.vrl", "arms/"}), "arms/lower arms/trim arms/upper");
+}
+
 TEST(Completion, IsQuietWhereNothingCanBeFound) {
     Shell const shell;
     for (std::vector<std::string> const& words :

@@ -137,4 +137,13 @@ TEST(Grammar, HelpsWithEveryCommandAndItsConfiguration) {
     }
 }
 
+TEST(Grammar, WritesChoicesWithoutBraces) {
+    Tool const tool;
+    auto const help = tool.run("list", {"--help"}).out;
+    EXPECT_NE(help.find("\n  what foundries|blocks|netlists|views|attributes REQUIRED\n"), std::string::npos) << help;
+    EXPECT_NE(tool.run("export", {"--help"}).out.find("\n  --format json|yaml|spice  "), std::string::npos);
+    EXPECT_EQ(tool.run("list").err, "vrl: foundries|blocks|netlists|views|attributes is missing: what is to be listed\n"
+                                    "  'vrl list --help' shows the usage\n");
+}
+
 }  // namespace

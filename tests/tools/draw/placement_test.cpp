@@ -119,6 +119,11 @@ TEST_F(Placement, FitsOnPaper) {
     import("placements:\n  line: {x: 0, y: 0}\n  bend: {x: 10, y: 900}\n  tip: {x: 10, y: 500}\n");
     EXPECT_EQ(draw({"--page", "a4"}).err, "");
     EXPECT_THAT(picture(), HasSubstr("width=\"210mm\" height=\"297mm\""));
+    import("placements:\n  line: {x: 0, y: 0}\n  bend: {x: 900, y: 900}\n  tip: {x: 500, y: 10}\n");
+    EXPECT_EQ(draw({"--page", "a4"}).err, "");
+    EXPECT_THAT(picture(), HasSubstr("width=\"297mm\" height=\"210mm\""));
+    import("placements:\n  line: {x: 0, y: 0}\n  bend: {x: 900, y: 9}\n  tip: {x: 500, y: 10}\n");
+    EXPECT_EQ(draw({"--page", "a4"}).err, "");
 }
 
 }  // namespace

@@ -193,7 +193,14 @@ TEST_F(ElementPage, OfAMissingKindHasWhatTheFileSays) {
               "  out0  output     Optics  strip                        3     lower,in0\n");
     EXPECT_EQ(tool.run("show", {"b.vrl", "tram"}).err, "vrl: b.vrl: there is no element 'tram'\n"
                                                        "  did you mean 'trim'?\n");
-    EXPECT_EQ(tool.run("show", {"b.vrl", "sfPushPullArms"}).out.substr(0, 30), "sfPushPullArms: sfPushPullArms");
+    std::string const itself = tool.run("show", {"b.vrl", "sfPushPullArms"}).out;
+    EXPECT_EQ(itself.substr(0, 30), "sfPushPullArms: sfPushPullArms");
+    EXPECT_EQ(itself.substr(itself.find("\ninside\n")), "\n"
+                                                        "inside\n"
+                                                        "  element  kind\n"
+                                                        "  lower    sfPhaseModulator\n"
+                                                        "  trim     sfStraight\n"
+                                                        "  upper    sfPhaseModulator\n");
     tool.write("b.vrl", vrl_test::savedObjects().at("double"));
     EXPECT_EQ(tool.run("show", {"b.vrl", "a"}).err, "vrl: b.vrl: holds a 'Value_Double' and no circuit\n"
                                                     "  'vrl show' shows what it holds\n");

@@ -16,6 +16,7 @@ namespace vrltool::booklet {
 namespace {
 
 constexpr std::size_t kMostBeside = 10;  // ports
+constexpr double kInsideScale = 0.6;     // of pictures; a block with a small inside fits on a page
 
 /// Writes the booklet of a foundry. What comes from a plug-in goes through texText or texName.
 class Writer : private Sections {
@@ -200,13 +201,11 @@ void Writer::writePorts(BlockFacts const& block) {
 void Writer::writeInside(BlockFacts const& block) {
     if (!block.composite) return;
     part("Inside");
-    writeSheets(os(), block.inside);
-    part("Elements inside");
-    TexTable elements({{'N', 0.5, "Element"}, {'N', 0.5, "Kind"}});
+    writeSheets(os(), block.inside, kInsideScale);
+    TexTable elements({{'N', 0.5, "Element inside"}, {'N', 0.5, "Kind"}});
     for (ElementFacts const& element : block.elements) elements.add({texName(element.name), linked(element.kind)});
     write(elements);
-    part("Connections inside");
-    TexTable nodes({{'N', 0.65, "Connected ports, each as element and port"}, {'P', 0.35, "Boundary"}});
+    TexTable nodes({{'N', 0.65, "Connected ports inside, each as element and port"}, {'P', 0.35, "Boundary"}});
     for (NodeFacts const& node : block.nodes) {
         std::string ports;
         for (std::string const& port : node.ports) ports += (ports.empty() ? "" : " \\textemdash{} ") + texName(port);

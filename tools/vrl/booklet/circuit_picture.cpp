@@ -12,6 +12,7 @@
 #include "draw/paper.h"
 #include "draw/selection.h"
 #include "draw/shown_text.h"
+#include "draw/symbols.h"
 #include "text/number.h"
 
 namespace vrltool::booklet {
@@ -21,8 +22,7 @@ namespace {
 // What a page has for a picture, in points: its width, and its height without the heading of a chapter.
 constexpr int kWidth = 459;
 constexpr int kHeight = 600;
-constexpr double kLargest = 0.75;  // scale: names are a little smaller than the text around the picture
-constexpr int kMargins = 32;       // of a sheet, outside the room of its drawing
+constexpr int kMargins = 32;  // of a sheet, outside the room of its drawing
 
 using Words = std::set<std::string>;
 
@@ -93,6 +93,15 @@ void writeDot(std::ostream& os, draw::Shape const& shape) {
        << "bp];\n";
 }
 
+/// The outline counts upwards and in the points of TeX, not down and in those of the picture.
+void writeSymbol(std::ostream& os, draw::Shape const& shape) {
+    draw::Symbol const* const symbol = draw::findSymbol(shape.text);
+    if (!symbol) return;
+    os << "\\begin{scope}[shift={(" << shape.points[0].x << ',' << shape.points[0].y
+       << ")}, xscale=" << (shape.mirrored ? "-1" : "1") << ", yscale=" << (shape.flipped ? "1" : "-1")
+       << "]\n\\path[vrl symbol] svg {" << symbol->outline << "};\n\\end{scope}\n";
+}
+
 void writeShape(std::ostream& os, Words const& item, draw::Shape const& shape) {
     switch (shape.kind) {
     case draw::Shape::Kind::kBox:
@@ -103,11 +112,12 @@ void writeShape(std::ostream& os, Words const& item, draw::Shape const& shape) {
         return writeText(os, shape);
     case draw::Shape::Kind::kDot:
         return writeDot(os, shape);
+    case draw::Shape::Kind::kSymbol:
+        return writeSymbol(os, shape);
     }
 }
 
-double scaleOf(std::vector<draw::Scene> const& sheets) {
-    double scale = kLargest;
+double scaleOf(std::vector<draw::Scene> const& sheets, double scale) {
     for (draw::Scene const& sheet : sheets)
         scale = std::min({scale, kWidth / static_cast<double>(std::max(sheet.width, 1)),
                           kHeight / static_cast<double>(std::max(sheet.height, 1))});
@@ -125,8 +135,8 @@ std::vector<draw::Scene> sheetsOf(Circuit const& circuit, OuterNames const& name
     return draw::drawingOf(circuit, picture, draw::selectionOf(circuit, picture)).sheets;
 }
 
-void writeSheets(std::ostream& os, std::vector<draw::Scene> const& sheets) {
-    std::string const scale = numberText(std::round(scaleOf(sheets) * 1000) / 1000);
+void writeSheets(std::ostream& os, std::vector<draw::Scene> const& sheets, double largest) {
+    std::string const scale = numberText(std::round(scaleOf(sheets, largest) * 1000) / 1000);
     for (draw::Scene const& sheet : sheets) {
         os << "\\begin{vrlcircuit}{" << scale << "}\n\\useasboundingbox (0,0) rectangle (" << sheet.width << ','
            << sheet.height << ");\n";

@@ -17,8 +17,10 @@ constexpr std::size_t kMostElements = 200;  // in a picture, as 'vrl draw' has i
 /// boundary. The picture shows at most `most` elements, 0: all, and notes what it leaves out.
 std::vector<draw::Scene> sheetsOf(Circuit const& circuit, OuterNames const& names, std::size_t most = kMostElements);
 
+constexpr double kLargestScale = 0.75;  // names are a little smaller than the text around the picture
+
 /// Writes sheets for TikZ, all at the same scale, each as a paragraph of its own.
-void writeSheets(std::ostream& os, std::vector<draw::Scene> const& sheets);
+void writeSheets(std::ostream& os, std::vector<draw::Scene> const& sheets, double largest = kLargestScale);
 
 /// The colours and the lines of the domains as definitions for TikZ: the colour "vrlDC", the style "vrl line DC".
 std::string domainDefinitions();

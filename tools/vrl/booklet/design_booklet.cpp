@@ -1,7 +1,6 @@
 #include "booklet/design_booklet.h"
 
 #include <algorithm>
-#include <map>
 
 #include "booklet/circuit_picture.h"
 #include "booklet/findings_tables.h"
@@ -15,6 +14,8 @@ namespace vrltool::booklet {
 namespace {
 
 constexpr std::size_t kMostPaths = 12;
+constexpr std::size_t kMostPorts = 40;    // of a net
+constexpr std::size_t kMostLetters = 80;  // of a port, and of a path
 
 /// Writes the booklet of a design. What comes from the file goes through texText or texName.
 class Writer : private Sections {
@@ -38,16 +39,18 @@ private:
 
 std::string kindText(PlacedFacts const& element) {
     if (element.kind.empty()) return "(no block)";
-    return texName(element.kind) + (element.standIn ? " (not loaded)" : "");
+    return cellName(element.kind) + (element.standIn ? " (not loaded)" : "");
 }
 
 /// A value, and nothing as a word.
-std::string valueText(std::string const& value) { return value.empty() ? "none" : texText(value); }
+std::string valueText(std::string const& value) { return value.empty() ? "none" : cellText(value); }
 
-/// Ports in a row; the names are not torn from their elements.
+/// Ports in a row, the first ones of many: a cell is not higher than a page.
 std::string portsText(std::vector<std::string> const& ports) {
     std::string text;
-    for (std::string const& port : ports) text += (text.empty() ? "" : " \\textemdash{} ") + texName(port);
+    for (std::size_t i = 0; i < std::min(ports.size(), kMostPorts); ++i)
+        text += (text.empty() ? "" : " \\textemdash{} ") + texName(shortened(ports[i], kMostLetters));
+    if (ports.size() > kMostPorts) text += " and " + std::to_string(ports.size() - kMostPorts) + " more";
     return text.empty() ? "nothing" : text;
 }
 
@@ -58,12 +61,12 @@ TexTable elementTable(CircuitFacts const& circuit) {
                     {'P', 0.19, "Value"},
                     {'P', 0.15, "Default"}});
     for (PlacedFacts const& element : circuit.elements) {
-        std::string name = texName(element.name), kind = kindText(element);
+        std::string name = cellName(element.name), kind = kindText(element);
         table.beginGroup();
         if (element.settings.empty()) table.add({name, kind, "", "", ""});
         for (SettingFacts const& setting : element.settings) {
             std::string const value = valueText(setting.value);
-            table.add({name, kind, texName(setting.name), setting.differs ? "\\textbf{" + value + "}" : value,
+            table.add({name, kind, cellName(setting.name), setting.differs ? "\\textbf{" + value + "}" : value,
                        setting.differs ? valueText(setting.usual) : ""});
             name.clear();
             kind.clear();
@@ -89,7 +92,7 @@ void Writer::writePicture(CircuitFacts const& circuit) {
 
 void Writer::writeParameters() {
     TexTable table({{'N', 0.4, "Parameter"}, {'P', 0.6, "Value"}});
-    for (auto const& parameter : facts.parameters) table.add({texName(parameter.name), texText(parameter.value)});
+    for (auto const& parameter : facts.parameters) table.add({cellName(parameter.name), cellText(parameter.value)});
     write(table);
 }
 
@@ -111,7 +114,7 @@ void Writer::writeNets(CircuitFacts const& circuit) {
     std::size_t number = 0;
     for (auto const& net : circuit.nets) table.add({std::to_string(++number), portsText(net)});
     for (std::string const& port : circuit.dangling)
-        table.add({std::to_string(++number), texName(port) + " (no such element)"});
+        table.add({std::to_string(++number), cellName(port) + " (no such element)"});
     write(table);
 }
 
@@ -124,7 +127,7 @@ void Writer::writeBoundary(CircuitFacts const& circuit) {
     for (BoundaryFacts const& place : circuit.boundary) {
         std::vector<std::string> cells{place.list, std::to_string(place.place), portsText(place.ports)};
         std::string names;
-        for (std::string const& name : place.names) names += (names.empty() ? "" : ", ") + texName(name);
+        for (std::string const& name : place.names) names += (names.empty() ? "" : ", ") + cellName(name);
         if (named) cells.push_back(names);
         table.add(cells);
     }
@@ -135,7 +138,7 @@ void Writer::writeKinds() {
     TexTable table(
         {{'N', 0.35, "Kind"}, {'N', 0.3, "Foundry"}, {'P', 0.12, "Elements"}, {'P', 0.23, "Inside composites"}});
     for (KindFacts const& kind : facts.kinds)
-        table.add({texName(kind.kind), texName(kind.foundry), std::to_string(kind.count),
+        table.add({cellName(kind.kind), cellName(kind.foundry), std::to_string(kind.count),
                    kind.inside == 0 ? "" : std::to_string(kind.inside)});
     write(table);
 }
@@ -150,13 +153,18 @@ std::size_t rowsOf(CircuitFacts const& circuit) {
     return elementRows(circuit) + circuit.nets.size() + circuit.dangling.size() + circuit.boundary.size();
 }
 
+/// The paths after the first, the first ones of many.
+std::string othersText(std::vector<std::string> const& paths) {
+    std::vector<std::string> others;
+    for (auto path = paths.begin() + 1; path != paths.end(); ++path) others.push_back(shortened(*path, kMostLetters));
+    return texText(listText(others, kMostPaths));
+}
+
 void Writer::writeInside(InsideFacts const& inside) {
     whole(rowsOf(inside.circuit), [&] {
-        std::string const first = inside.paths.front();
-        section("Inside " + texName(first) + ", " + texName(inside.kind), "60mm");
-        if (inside.paths.size() > 1)
-            os() << "The same is inside "
-                 << texText(listText({inside.paths.begin() + 1, inside.paths.end()}, kMostPaths)) << ".\n\n";
+        std::string const first = shortened(inside.paths.front(), kMostLetters);
+        section("Inside " + texName(first) + ", " + cellName(inside.kind), "60mm");
+        if (inside.paths.size() > 1) os() << "The same is inside " << othersText(inside.paths) << ".\n\n";
         writePicture(inside.circuit);
         part("Elements");
         writeElements(inside.circuit);

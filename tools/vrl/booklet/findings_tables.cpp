@@ -19,7 +19,7 @@ constexpr std::size_t kMostOfRule = 40;
 
 std::string placeText(check::Place const& place) {
     if (place.element.empty() && place.port.empty()) return "the design";
-    return texName(place.port.empty() ? place.element : place.element + "," + place.port);
+    return cellName(place.port.empty() ? place.element : place.element + "," + place.port);
 }
 
 void writeTable(std::ostream& os, std::vector<RuleFinding> const& findings) {
@@ -33,7 +33,7 @@ void writeTable(std::ostream& os, std::vector<RuleFinding> const& findings) {
     for (RuleFinding const& finding : findings)
         if (++counts[finding.rule] <= kMostOfRule)
             table.add({severityWord(finding.severity), placeText(finding.place),
-                       texText(finding.what) + " \\newline \\textit{" + texText(finding.hint) + "}",
+                       cellText(finding.what) + " \\newline \\textit{" + cellText(finding.hint) + "}",
                        texName(finding.rule->id)});
     table.write(os);
     for (auto const& [rule, count] : counts)
@@ -48,9 +48,9 @@ void writeExcepted(std::ostream& os, FileReport const& report) {
     for (check::Excepted const& excepted : report.excepted) ++counts[{excepted.finding.rule->id, excepted.reason}];
     TexTable table({{'P', 0.15, "Exceptions"}, {'N', 0.3, "Rule"}, {'P', 0.55, "Reason"}});
     for (auto const& [key, count] : counts)
-        table.add({counted(count, "finding"), texName(key.first), texText(key.second)});
+        table.add({counted(count, "finding"), texName(key.first), cellText(key.second)});
     for (check::Exception const& exception : report.idle)
-        table.add({"none any more", texName(exception.text()), texText(exception.reason)});
+        table.add({"none any more", cellName(exception.text()), cellText(exception.reason)});
     table.write(os);
 }
 

@@ -19,6 +19,7 @@ constexpr char kPreamble[] = R"tex(\documentclass[10pt,a4paper,oneside]{report}
 \usepackage{array,booktabs,longtable}
 \usepackage{fancyhdr}
 \usepackage{tikz}
+\usetikzlibrary{svg.path}
 \usepackage{hyperref}
 
 % The same text makes the same file.
@@ -86,6 +87,7 @@ constexpr char kPreamble[] = R"tex(\documentclass[10pt,a4paper,oneside]{report}
   vrl frame/.style={fill=black!2},
   vrl inner/.style={fill=white},
   vrl turn/.style={draw=black!73, fill=black!7},
+  vrl symbol/.style={draw=black!73, line width=1.2bp},
   vrl text/.style={inner sep=0pt, font=\fontsize{10bp}{10bp}\selectfont},
   vrl text name/.style={font=\fontsize{10bp}{10bp}\selectfont\bfseries},
   vrl text title/.style={font=\fontsize{14bp}{14bp}\selectfont\bfseries},
@@ -97,31 +99,33 @@ constexpr char kPreamble[] = R"tex(\documentclass[10pt,a4paper,oneside]{report}
 
 % A picture, made smaller if it is wider than the page.
 \newsavebox{\vrlbox}
+\newcommand{\vrlcentred}[1]{\par\smallskip{\centering #1\par}\smallskip}
 \newenvironment{vrlpicture}{\begin{lrbox}{\vrlbox}\begin{tikzpicture}[x=1mm, y=1mm]}{\end{tikzpicture}\end{lrbox}%
-  \begin{center}\ifdim\wd\vrlbox>\linewidth \resizebox{\linewidth}{!}{\usebox{\vrlbox}}\else
-  \usebox{\vrlbox}\fi\end{center}}
+  \vrlcentred{\ifdim\wd\vrlbox>\linewidth \resizebox{\linewidth}{!}{\usebox{\vrlbox}}\else
+  \usebox{\vrlbox}\fi}}
 
 % A circuit at a scale, in points that count downwards. What has no letter is a question mark there, as wide as one.
 \newenvironment{vrlcircuit}[1]{\def\vrlscale{#1}\def\vrlchar##1{?}\def\vrlbyte##1{?}\begin{lrbox}{\vrlbox}%
   \begin{tikzpicture}[x=1bp, y=-1bp, line width=1bp, every node/.style={vrl text}]}{\end{tikzpicture}\end{lrbox}%
-  \begin{center}\scalebox{\vrlscale}{\usebox{\vrlbox}}\end{center}}
+  \vrlcentred{\scalebox{\vrlscale}{\usebox{\vrlbox}}}}
 
 % Tables that are in a box, and cannot go on over pages; a picture beside such a table.
 \newcommand{\vrlboxed}{%
-  \renewenvironment{longtable}[1]{\par\vskip2pt\begin{tabular}{##1}}{\bottomrule\end{tabular}\par\vskip6pt}%
+  \renewenvironment{longtable}[1]{\par\vskip2pt\parskip=0pt\begin{tabular}{##1}}{\bottomrule\end{tabular}\par\vskip6pt}%
   \def\endhead##1\endlastfoot{\noalign{}}}
 \newcommand{\vrlbeside}[2]{\par\begin{minipage}{0.54\textwidth}#1\end{minipage}\hfill
   \begin{minipage}{0.44\textwidth}\setlength{\vrlwidth}{\dimexpr\linewidth+2\tabcolsep\relax}\vrlboxed #2\end{minipage}\par}
 
-% A section that fits on a page is not torn: it is first set in a box, to see how high it is.
+% A section that fits on a page is not torn: it is first set in a box, to see how high it is. Above it are 7 mm, but not
+% at the top of a page.
 \newsavebox{\vrlmeasure}
 \newcommand{\vrlmeasured}{\vrlboxed
-  \renewcommand{\section}[1]{\vskip7mm{\raggedright\Large\bfseries ##1\par}\vskip3mm}%
+  \renewcommand{\section}[1]{{\raggedright\Large\bfseries ##1\par}\vskip3mm}%
   \renewcommand{\subsection}[1]{\vskip4mm{\raggedright\normalsize\bfseries ##1\par}\vskip1.5mm}%
   \renewcommand{\label}[1]{}\renewcommand{\vrlneed}[1]{}}
 \newcommand{\vrlwhole}[1]{\par\setbox\vrlmeasure=\vbox{\hsize=\textwidth \vrlmeasured #1\par}%
   \ifdim\dimexpr\ht\vrlmeasure+\dp\vrlmeasure\relax<\textheight
-  \vrlneed{\dimexpr\ht\vrlmeasure+\dp\vrlmeasure\relax}\begingroup\renewcommand{\vrlneed}[1]{}#1\par\endgroup
+  \vrlneed{\dimexpr\ht\vrlmeasure+\dp\vrlmeasure+7mm\relax}\begingroup\renewcommand{\vrlneed}[1]{}#1\par\endgroup
   \else #1\fi}
 
 \pagestyle{fancy}

@@ -2,11 +2,14 @@
 
 #include <ostream>
 
+#include "booklet/tex_text.h"
 #include "text/number.h"
 
 namespace vrltool::booklet {
 
 namespace {
+
+constexpr std::size_t kMostLetters = 400;
 
 void writeRow(std::ostream& os, std::vector<std::string> const& cells) {
     for (std::size_t i = 0; i < cells.size(); ++i) os << (i > 0 ? " & " : "") << cells[i];
@@ -14,6 +17,10 @@ void writeRow(std::ostream& os, std::vector<std::string> const& cells) {
 }
 
 }  // namespace
+
+std::string cellText(std::string const& text) { return texText(shortened(text, kMostLetters)); }
+
+std::string cellName(std::string const& name) { return texName(shortened(name, kMostLetters)); }
 
 void TexTable::write(std::ostream& os) const {
     std::vector<std::string> headings;

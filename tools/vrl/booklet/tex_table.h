@@ -7,6 +7,12 @@
 
 namespace vrltool::booklet {
 
+/**@{*/
+/// A text or a name for a cell. What would be too high for a page ends in an ellipsis.
+std::string cellText(std::string const& text);
+std::string cellName(std::string const& name);
+/**@}*/
+
 /// A table that may go on over pages, its heading on each.
 class TexTable {
 public:

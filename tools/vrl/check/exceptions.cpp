@@ -83,6 +83,7 @@ std::string valueOf(RuleFinding const& finding) {
 /// "arms/upper.width".
 std::string placeText(Place const& place) {
     std::string const name = place.port.empty() ? place.parameter : place.port;
+    if (place.element.empty() && name.empty()) return "the design";
     if (place.element.empty() || name.empty()) return place.element + name;
     return place.element + (place.port.empty() ? "." : ",") + name;
 }

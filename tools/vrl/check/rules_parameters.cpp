@@ -156,7 +156,9 @@ Rules const& parameterRules() {
          kKind,
          valueOutOfRange,
          {"The value of a parameter is less than the least or greater than the greatest that its block declares. The "
-          "bounds belong to the range. Setting and reading such a value is allowed; only this check reports it.",
+          "bounds belong to the range. Such a value can be set and saved by any program: 'vrl import' carries it over "
+          "with "
+          "a warning, and 'vrl set' refuses it unless it is forced.",
           "The range is what the foundry can print and what the model of the block is valid for. Outside, a bend "
           "radiates, a gap is not resolved, or a simulation returns numbers that mean nothing.",
           "ring: parameter 'radius' is 2 um, outside its range 5 to 500 um [value-out-of-range]",

@@ -110,8 +110,8 @@ std::string choicesText(std::vector<std::string> const& choices) {
 
 /// What the engine makes of a value: a type that it can complete, "=a,b" for choices, "-" for anything.
 std::string shellType(GrammarWord const& word) {
-    static char const* const known[] = {"FILE",      "DIR",  "SUBJECT", "KEY",     "FOUNDRY",
-                                        "PARAMETER", "RULE", "CHECK",   "ELEMENT", "ASSIGNMENT"};
+    static char const* const known[] = {"FILE", "DIR",   "SUBJECT", "KEY",  "FOUNDRY",   "PARAMETER",
+                                        "RULE", "CHECK", "ELEMENT", "PATH", "ASSIGNMENT"};
     if (!word.takesValue) return {};
     if (!word.choices.empty()) return choicesText(word.choices);
     std::string const type = word.type.substr(0, word.type.find_first_not_of("ABCDEFGHIJKLMNOPQRSTUVWXYZ"));

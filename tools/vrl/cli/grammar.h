@@ -18,7 +18,7 @@ namespace vrltool {
 ///
 /// Each command adds itself (commands.h). The type names of its options and arguments say what they take, and the
 /// completion offers that: FILE, DIR, KEY (a kind or FOUNDRY@BLOCK), FOUNDRY, PARAMETER (of the KEY before it), RULE,
-/// CHECK, ELEMENT, ASSIGNMENT, NAME, N, or the choices of a list.
+/// CHECK, ELEMENT, PATH (of an element, also inside of composites), ASSIGNMENT, NAME, N, or the choices of a list.
 class Grammar {
 public:
     /// The work of a command.

@@ -6,6 +6,7 @@
 #include <set>
 
 #include "catalogue/kinds.h"
+#include "circuit/circuit.h"
 #include "circuit/parameters.h"
 #include "design/design.h"
 #include "host/start.h"
@@ -103,6 +104,21 @@ Names elementCandidates(CandidateRequest const& request) {
     return names;
 }
 
+void addPaths(Names& names, Circuit const& circuit, std::string const& before) {
+    for (Element const& element : circuit.elements) {
+        names.insert(before + element.label());
+        if (element.inside) addPaths(names, *element.inside, before + element.label() + "/");
+    }
+}
+
+/// The elements of the designs, those inside of composites by their paths.
+Names pathCandidates(CandidateRequest const& request) {
+    Names names;
+    for (Design const& design : designsAmong(request.words))
+        if (vrl::Netlist* const netlist = design.object.netlist()) addPaths(names, circuitFrom(*netlist), "");
+    return names;
+}
+
 /// What can be set in the designs, up to the value.
 Names assignmentCandidates(CandidateRequest const& request) {
     Names names;
@@ -115,11 +131,9 @@ Names assignmentCandidates(CandidateRequest const& request) {
 
 /// The types that plug-ins and designs know.
 std::map<std::string, Names (*)(CandidateRequest const&)> const& sources() {
-    static std::map<std::string, Names (*)(CandidateRequest const&)> const table{{"KEY", keyCandidates},
-                                                                                 {"FOUNDRY", foundryCandidates},
-                                                                                 {"PARAMETER", parameterCandidates},
-                                                                                 {"ELEMENT", elementCandidates},
-                                                                                 {"ASSIGNMENT", assignmentCandidates}};
+    static std::map<std::string, Names (*)(CandidateRequest const&)> const table{
+        {"KEY", keyCandidates},         {"FOUNDRY", foundryCandidates}, {"PARAMETER", parameterCandidates},
+        {"ELEMENT", elementCandidates}, {"PATH", pathCandidates},       {"ASSIGNMENT", assignmentCandidates}};
     return table;
 }
 

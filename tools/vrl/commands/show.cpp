@@ -62,8 +62,9 @@ void addShow(Grammar& grammar) {
                     "A value that is not the default of its kind is marked with *, and the default is beside it.",
                     [options](Common const& common) { return show(*options, common); });
     command.add_option("file", options->file, "the saved design")->required()->type_name("FILE");
-    auto* const element = command.add_option("element", options->element, "an element to show in full, by its path")
-                              ->type_name("ELEMENT");
+    auto* const element =
+        command.add_option("element", options->element, "an element to show in full, such as arms/upper")
+            ->type_name("PATH");
     auto* const json = command.get_option("--json");
     auto* const bill = command
                            .add_flag("--bom", options->bill,

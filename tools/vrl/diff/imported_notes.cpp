@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <map>
 #include <optional>
+#include <string_view>
 
 #include "circuit/parameters.h"
 #include "diff/properties.h"
@@ -26,12 +27,24 @@ bool same(Node const& a, Node const& b) {
     return written(a, values::Format::kLine) == written(b, values::Format::kLine);
 }
 
+/// The values of a map by their names.
+std::map<std::string_view, Node const*> byName(Node const& map) {
+    std::map<std::string_view, Node const*> values;
+    for (auto const& [name, value] : map) values.emplace(name.text, &value);
+    return values;
+}
+
 /// What two maps have by each name, in the order of the first, then of the second.
 std::vector<std::pair<Node, Two<Node>>> sideBySide(Node const& a, Node const& b) {
+    Node const mapA = mapOf(a), mapB = mapOf(b);
+    auto const inA = byName(mapA), inB = byName(mapB);
     std::vector<std::pair<Node, Two<Node>>> parts;
-    for (auto const& [name, value] : mapOf(a)) parts.push_back({name, {value, member(b, name.text)}});
-    for (auto const& [name, value] : mapOf(b))
-        if (!member(a, name.text).isDefined()) parts.push_back({name, {Node(), value}});
+    for (auto const& [name, value] : mapA) {
+        auto const other = inB.find(name.text);
+        parts.push_back({name, {value, other == inB.end() ? Node() : *other->second}});
+    }
+    for (auto const& [name, value] : mapB)
+        if (inA.count(name.text) == 0) parts.push_back({name, {Node(), value}});
     return parts;
 }
 

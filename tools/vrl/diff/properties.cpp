@@ -142,6 +142,11 @@ bool surelySamePorts(vrl::BB const& a, vrl::BB const& b) {
                       [](auto const& x, auto const& y) { return x == y && sameChoices(x, y); });
 }
 
+/// Whether the notes of two imports are the same string, which most are: to read them takes far longer.
+bool sameImports(vrl::Annotations const& a, vrl::Annotations const& b) {
+    return a.getAnnotation(values::kNote, false) == b.getAnnotation(values::kNote, false);
+}
+
 }  // namespace
 
 bool sameValue(ParameterValue const& a, ParameterValue const& b, DiffSettings const& settings) {
@@ -226,6 +231,7 @@ void PropertyComparison::addMembers(std::vector<NoteDifference> const& members, 
 
 void PropertyComparison::compareNotesOfBlocks(vrl::BB* a, vrl::BB* b, std::string const& path) {
     if (!settings.notes) return;
+    if (a && b && sameImports(*a, *b)) return compareNotes(a, b, path, "", {values::kNote});
     bool const imported = a && b && isMap(values::note(*a)) && isMap(values::note(*b));
     compareNotes(a, b, path, "", imported ? std::set<std::string>{values::kNote} : std::set<std::string>());
     if (imported) addMembers(differentMembers(*a, *b, settings), path);

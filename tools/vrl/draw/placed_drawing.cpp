@@ -109,30 +109,40 @@ private:
     }
 
     void drawNet(unsigned node, std::vector<PortPlace> const& ports) {
-        std::vector<std::size_t> met;
-        std::set<std::size_t> known{kNone};
-        auto domain = vrl::EnumList::Unknown;
-        bool mixed = false;
-        std::string tooltip;
-        for (std::size_t i = 0; i < ports.size(); ++i) {
-            auto const own = circuit.elements[ports[i].element].ports[ports[i].port].domain;
-            mixed |= own != vrl::EnumList::Unknown && domain != vrl::EnumList::Unknown && own != domain;
-            if (own != vrl::EnumList::Unknown) domain = own;
-            if (i < kMostNamed) tooltip += (i > 0 ? " - " : "") + circuit.portText(ports[i]);
-            std::size_t const group = groupOf[ports[i].element];
-            if (known.insert(group).second) met.push_back(group);
-        }
+        auto const met = instancesAt(ports);
         if (met.size() < 2) return;
-        if (mixed) domain = vrl::EnumList::Unknown;
-        domains.insert(styleOf(domain).domain);
+        auto const domain = domainOf(ports);
+        domains.insert(domain);
         Item item;
         item.id = "n" + std::to_string(node);
         item.classes = "wire " + className(domain) + " net" + std::to_string(node);
-        item.tooltip = tooltip;
+        for (std::size_t i = 0; i < std::min(ports.size(), kMostNamed); ++i)
+            item.tooltip += (i > 0 ? " - " : "") + circuit.portText(ports[i]);
         for (std::size_t i = 1; i < met.size(); ++i)
             item.shapes.push_back(lineShape("line " + className(domain), {middleOf(met[0]), middleOf(met[i])}));
         for (std::size_t const group : met) item.ends.push_back(idOf(placements.instances[group].elements[0]));
         items.push_back(std::move(item));
+    }
+
+    /// The instances with a place that ports belong to, each once.
+    std::vector<std::size_t> instancesAt(std::vector<PortPlace> const& ports) const {
+        std::vector<std::size_t> met;
+        std::set<std::size_t> known{kNone};
+        for (PortPlace const& port : ports)
+            if (known.insert(groupOf[port.element]).second) met.push_back(groupOf[port.element]);
+        return met;
+    }
+
+    /// The domain that ports have, or an unknown one if they differ.
+    vrl::EnumList::Domain domainOf(std::vector<PortPlace> const& ports) const {
+        auto domain = vrl::EnumList::Unknown;
+        for (PortPlace const& port : ports) {
+            auto const own = circuit.elements[port.element].ports[port.port].domain;
+            if (own != vrl::EnumList::Unknown && domain != vrl::EnumList::Unknown && own != domain)
+                return styleOf(vrl::EnumList::Unknown).domain;
+            if (own != vrl::EnumList::Unknown) domain = own;
+        }
+        return styleOf(domain).domain;
     }
 
     Point middleOf(std::size_t group) const { return at(placements.instances[group].place, length / 2.0, 0); }
@@ -253,7 +263,8 @@ Drawing placedDrawing(Circuit const& circuit, Placements const& placements, Pict
                        picture, selection);
     Paper const paper = isHigh(placements) ? upright(*picture.paper) : *picture.paper;
     Box const most = largestOn(paper);
-    Drawing drawing = drawnIn({0, 0, most.width - 2 * kMargin, most.height}, circuit, placements, picture, selection);
+    int const width = most.width - 2 * kMargin - 2;  // sizes on paper are rounded down
+    Drawing drawing = drawnIn({0, 0, width, most.height}, circuit, placements, picture, selection);
     double const own = scaleOn(paper, drawing.sheets[0]);
     if (own < leastScale()) drawing.illegible.push_back(0);
     putOn(paper, own, drawing.sheets[0]);

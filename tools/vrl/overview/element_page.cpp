@@ -65,7 +65,7 @@ Json portPlacesJson(Circuit const& circuit, unsigned node, Element const* withou
 
 }  // namespace
 
-ElementPage::ElementPage(Design const& design, std::string const& wanted) : path(wanted) {
+ElementPage::ElementPage(Design const& design, std::string const& wanted) : path(wanted), pathInside(wanted + "/") {
     if (design.object.block()) {
         root.elements.push_back(elementOf(design.object.block()->getName(), 0, design.object.block()));
         Element const& itself = root.elements.front();
@@ -74,7 +74,10 @@ ElementPage::ElementPage(Design const& design, std::string const& wanted) : path
         root = circuitFrom(circuitOf(design));
         outerNames = vrltool::outerNames(*design.object.netlist(), root);
     }
-    if (find(root, path, nullptr)) return;
+    if (find(root, path, nullptr)) {
+        if (design.object.block()) pathInside.clear();
+        return;
+    }
     std::vector<std::string> paths;
     collectPaths(design.object.block() && root.elements.front().inside ? *root.elements.front().inside : root, "",
                  paths);
@@ -92,6 +95,7 @@ bool ElementPage::find(Circuit const& in, std::string const& rest, Element const
         if (!is) continue;
         circuit = &in;
         element = &each;
+        inside = nodesInside(each).value_or(std::map<std::string, unsigned>());
         fresh = made;
         if (made) usual = defaults.propertiesOf(*made);
         return true;
@@ -164,23 +168,24 @@ std::vector<std::string> ElementPage::partners(ElementPort const& port) const {
     return texts;
 }
 
+unsigned ElementPage::nodeInside(ElementPort const& port) const {
+    auto const found = inside.find(port.name);
+    return found == inside.end() ? 0 : found->second;
+}
+
 void ElementPage::writePorts(std::ostream& os) const {
-    auto const inside = nodesInside(*element);
     std::vector<std::string> headings{"port",         "direction", "domain",      "cross section",
                                       "process flow", "node",      "connected to"};
-    if (inside) headings.emplace_back("inside");
+    if (!inside.empty()) headings.emplace_back("inside");
     Table table(headings);
     for (ElementPort const& port : element->ports) {
+        vrl::Foundry::CSInfo choice(nullptr);
         bool const has = element->block && port.declared;
-        vrl::Foundry::CSInfo const choice = has ? choiceAt(*element->block, port.name) : vrl::Foundry::CSInfo(nullptr);
-        std::string const domain = has ? vrl::EnumList::getName(port.domain) : "(no such port)";
-        std::string const node = port.node == 0 ? "(open)" : std::to_string(port.node);
-        std::string to;
-        auto const place = inside ? inside->find(port.name) : decltype(inside->find(port.name))();
-        if (inside && place != inside->end()) to = joined(portsAt(*element->inside, place->second), " -- ");
-        bool const optical = !isElectrical(port.domain);
-        table.add({port.name, directionText(port), domain, optical ? choice.getCSName() : "",
-                   optical ? choice.getFlowName() : "", node, joined(partners(port), " -- "), to});
+        if (has && !isElectrical(port.domain)) choice = choiceAt(*element->block, port.name);
+        std::string const to = element->inside ? joined(portsAt(*element->inside, nodeInside(port)), " -- ") : "";
+        table.add({port.name, directionText(port), has ? vrl::EnumList::getName(port.domain) : "(no such port)",
+                   choice.getCSName(), choice.getFlowName(), port.node == 0 ? "(open)" : std::to_string(port.node),
+                   joined(partners(port), " -- "), to});
     }
     writeTable(os, "ports", table);
 }
@@ -188,7 +193,7 @@ void ElementPage::writePorts(std::ostream& os) const {
 void ElementPage::writeInside(std::ostream& os) const {
     if (!element->inside) return;
     Table table({"element", "kind"});
-    for (Element const* const each : byName(*element->inside)) table.add({path + "/" + each->label(), each->kind});
+    for (Element const* const each : byName(*element->inside)) table.add({pathInside + each->label(), each->kind});
     writeTable(os, "inside", table);
 }
 
@@ -200,33 +205,35 @@ void ElementPage::writeNote(std::ostream& os) const {
     for (std::string line; std::getline(lines, line);) os << "  " << printable(line) << '\n';
 }
 
+Json ElementPage::defaultsJson() const {
+    if (!fresh) return nullptr;
+    Json json = Json::array();
+    for (Parameter const& parameter : parametersOf(*fresh->block))
+        json.push_back(Json{{"name", parameter.name}, {"value", valueJson(parameter.value)}});
+    return json;
+}
+
+Json ElementPage::connectionJson(ElementPort const& port) const {
+    Json json{{"port", port.name}, {"boundary", Json::array()}, {"partners", Json::array()}};
+    if (port.node != 0) {
+        for (BoundaryPlace const& place : boundaryPlaces(port.node)) {
+            json["boundary"].push_back(Json{{"list", place.list}, {"place", place.place}});
+            if (!place.names.empty()) json["boundary"].back()["names"] = place.names;
+        }
+        json["partners"] = portPlacesJson(*circuit, port.node, element, port.name);
+    }
+    if (unsigned const node = nodeInside(port))
+        json["inside"] = Json{{"node", node}, {"ports", portPlacesJson(*element->inside, node, nullptr, "")}};
+    return json;
+}
+
 Json ElementPage::json() const {
     Json json = jsonHead("element", 1);
     json["path"] = path;
     json["element"] = elementJson(*element);
-    json["defaults"] = nullptr;
-    if (fresh) {
-        json["defaults"] = Json::array();
-        for (Parameter const& parameter : parametersOf(*fresh->block))
-            json["defaults"].push_back(Json{{"name", parameter.name}, {"value", valueJson(parameter.value)}});
-    }
-    auto const inside = nodesInside(*element);
+    json["defaults"] = defaultsJson();
     json["connections"] = Json::array();
-    for (ElementPort const& port : element->ports) {
-        Json connection{{"port", port.name}, {"boundary", Json::array()}, {"partners", Json::array()}};
-        if (port.node != 0) {
-            for (BoundaryPlace const& place : boundaryPlaces(port.node)) {
-                connection["boundary"].push_back(Json{{"list", place.list}, {"place", place.place}});
-                if (!place.names.empty()) connection["boundary"].back()["names"] = place.names;
-            }
-            connection["partners"] = portPlacesJson(*circuit, port.node, element, port.name);
-        }
-        if (inside && inside->count(port.name))
-            connection["inside"] =
-                Json{{"node", inside->at(port.name)},
-                     {"ports", portPlacesJson(*element->inside, inside->at(port.name), nullptr, "")}};
-        json["connections"].push_back(connection);
-    }
+    for (ElementPort const& port : element->ports) json["connections"].push_back(connectionJson(port));
     return json;
 }
 

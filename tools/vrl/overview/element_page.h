@@ -33,12 +33,18 @@ private:
     /// What is at the node of a port besides it: the places of the boundary, and other ports.
     std::vector<std::string> partners(ElementPort const& port) const;
     std::vector<BoundaryPlace> boundaryPlaces(unsigned node) const;
+    /// The node inside to which a port leads; 0 for none.
+    unsigned nodeInside(ElementPort const& port) const;
+    Json defaultsJson() const;
+    Json connectionJson(ElementPort const& port) const;
 
     std::string path;
+    std::string pathInside;  ///< "arms/", before the names of the elements inside
     Circuit root;
     OuterNames outerNames;             ///< of the root
     Circuit const* circuit = nullptr;  ///< in which the element is
     Element const* element = nullptr;
+    std::map<std::string, unsigned> inside;    ///< nodesInside(*element), if there are any
     Element const* fresh = nullptr;            ///< a new element of the kind; null for one that cannot be made
     std::map<std::string, std::string> usual;  ///< its properties
     Defaults defaults;

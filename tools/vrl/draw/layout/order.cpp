@@ -32,47 +32,50 @@ class Ordering {
 public:
     explicit Ordering(Slots& s) : slots(s), position(s.all.size()) {}
 
-    /// Each flip is tried with an order of its own.
     void run() {
-        std::size_t fewest = order();
-        auto best = slots.columns;
+        fewest = order();
+        best = slots.columns;
         auto const nodes = fewest > 0 ? slots.flippable() : std::vector<std::size_t>();
-        bool better = nodes.size() * slots.all.size() <= kMostTried;
-        for (int round = 0; round < kFlipRounds && better; ++round) {
-            better = false;
-            for (std::size_t const node : nodes) {
-                slots.flip(node);
-                std::size_t const now = order();
-                if (now < fewest) {
-                    fewest = now;
-                    best = slots.columns;
-                    better = true;
-                } else {
-                    slots.flip(node);
-                }
-            }
-        }
+        if (nodes.size() * slots.all.size() <= kMostTried)
+            for (int round = 0; round < kFlipRounds && tryFlips(nodes); ++round) continue;
         slots.columns = std::move(best);
     }
 
 private:
-    /// Returns how many wires cross.
+    /// Tries each flip with an order of its own. Returns whether any helped.
+    bool tryFlips(std::vector<std::size_t> const& nodes) {
+        bool helped = false;
+        for (std::size_t const node : nodes) {
+            slots.flip(node);
+            std::size_t const now = order();
+            if (now >= fewest) {
+                slots.flip(node);
+                continue;
+            }
+            fewest = now;
+            best = slots.columns;
+            helped = true;
+        }
+        return helped;
+    }
+
+    /// Orders the columns. Returns how many wires cross then.
     std::size_t order() {
         walkFromTheLeft();
-        auto best = slots.columns;
-        std::size_t fewest = crossings();
-        for (int sweep = 0; sweep < kSweeps && fewest > 0; ++sweep) {
+        auto found = slots.columns;
+        std::size_t least = crossings();
+        for (int sweep = 0; sweep < kSweeps && least > 0; ++sweep) {
             if (sweep % 2 == 0)
                 for (std::size_t column = slots.columns.size(); column-- > 0;) sortColumn(column, true);
             else
                 for (std::size_t column = 0; column < slots.columns.size(); ++column) sortColumn(column, false);
             std::size_t const now = crossings();
-            if (now >= fewest) continue;
-            fewest = now;
-            best = slots.columns;
+            if (now >= least) continue;
+            least = now;
+            found = slots.columns;
         }
-        slots.columns = std::move(best);
-        return fewest;
+        slots.columns = std::move(found);
+        return least;
     }
 
     /// The first order is that of a walk in depth, which draws trees without crossings.
@@ -186,6 +189,8 @@ private:
 
     Slots& slots;
     std::vector<std::size_t> position;
+    std::size_t fewest = 0;  ///< crossings, of the best order so far
+    std::vector<std::vector<std::size_t>> best;
 };
 
 }  // namespace
