@@ -112,7 +112,7 @@ TEST_F(Placement, NeedsPlaces) {
                           "  placements come with an imported netlist; draw the circuit without --placement\n");
     EXPECT_EQ(tool.run("draw", {"a.vrl", "--format", "dot", "--placement"}).err,
               "vrl: --placement: a graph has no places\n"
-              "  take svg, pdf or png\n");
+              "  take svg, pdf, png or html\n");
 }
 
 TEST_F(Placement, FitsOnPaper) {

@@ -92,7 +92,7 @@ TEST_F(PageCommand, DrawsADesignThatCannotBeChecked) {
     auto const outcome = tool.run("draw", {"mod.vrl", "-o", "a.html"});
     EXPECT_EQ(outcome.status, 0);
     std::string const failure =
-        "mod.vrl.exceptions.yml:1:13: 'exceptions' of the exceptions is a number, where a list belongs\n";
+        "mod.vrl.exceptions.yml:1:13: 'exceptions' of the file is a number, where a list belongs\n";
     EXPECT_EQ(outcome.err, "vrl: " + failure);
     EXPECT_EQ(textOf(documentOf(tool.path("a.html")), "div id=\"page-findings\""), "Not checked: " + failure);
 }
@@ -103,6 +103,16 @@ TEST_F(PageCommand, MarksStandIns) {
     EXPECT_EQ(outcome.status, 0);
     EXPECT_THAT(textOf(documentOf(tool.path("a.html") + "#element=bend"), "aside"),
                 testing::StartsWith("bend\nsfBend of SampleFab (not loaded)\n"));
+}
+
+TEST_F(PageCommand, MarksPlacedElementsToo) {
+    tool.write("a.yml", "instances:\n  line: {component: sfStraight}\n  bend: {component: sfBend}\n"
+                        "placements:\n  line: {x: 0, y: 0}\n  bend: {x: 100, y: 0}\n");
+    ASSERT_EQ(tool.run("import", {"a.yml", "-o", "a.vrl"}).status, 0);
+    ASSERT_EQ(tool.run("draw", {"a.vrl", "-o", "a.html", "--placement"}).status, 0);
+    std::string const document = documentOf(tool.path("a.html") + "#element=bend");
+    EXPECT_EQ(tagOf(document, "e1"), "<g id=\"e1\" class=\"element placed page-chosen\">");
+    EXPECT_THAT(document, testing::ContainsRegex("<circle class=\"page-mark warning\" cx=\"[1-9][0-9.]*\" cy=\"[1-9]"));
 }
 
 TEST_F(PageCommand, DrawsAnEmptyDesign) {

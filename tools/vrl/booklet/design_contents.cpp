@@ -79,7 +79,7 @@ std::string keyOf(CircuitFacts const& facts) {
 class Reader {
 public:
     /// Pictures of insides are like that of the whole.
-    Reader(DesignFacts& whole, draw::Picture const& like) : facts(whole) { inside.symbols = like.symbols; }
+    Reader(DesignFacts& whole, draw::Picture const& like) : facts(whole) { insidePicture.symbols = like.symbols; }
 
     /// `outer` is a new composite of the kind that the circuit is in, or null.
     CircuitFacts circuitFacts(Circuit const& circuit, OuterNames const& names, Element const* outer) {
@@ -120,7 +120,7 @@ private:
         auto* const composite = dynamic_cast<vrl::CBB*>(element.block);
         if (!composite || drawn >= kMostDrawn) return;
         drawn += circuit.elements.size();
-        circuit.sheets = sheetsOf(circuitFrom(*composite->getAsNetlist(), 0), inside);
+        circuit.sheets = sheetsOf(circuitFrom(*composite->getAsNetlist(), 0), insidePicture);
     }
 
     PlacedFacts placedFacts(Element const& element, Element const* fresh) {
@@ -140,7 +140,7 @@ private:
     }
 
     DesignFacts& facts;
-    draw::Picture inside;  ///< of each composite
+    draw::Picture insidePicture;  ///< of each composite
     overview::Defaults defaults;
     std::map<std::pair<std::string, std::string>, std::size_t> sections;  ///< by kind and content
     std::size_t drawn = 0;                                                ///< elements in the pictures of insides

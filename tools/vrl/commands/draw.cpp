@@ -142,17 +142,26 @@ std::map<std::string, std::string> symbolsOf(Options const& options, PictureForm
     return std::move(chosen.byKind);
 }
 
+/// How many layers of composites are drawn; less than 0: all.
+int depthOf(Options const& options, PictureFormat format) {
+    if (options.depth) return static_cast<int>(*options.depth);
+    return format == PictureFormat::kHtml && !options.placement ? -1 : 0;
+}
+
+std::size_t mostOf(Options const& options, PictureFormat format) {
+    if (options.placement) return options.most.value_or(kMostPlaced);
+    return options.most.value_or(format == PictureFormat::kHtml ? 0 : Picture().max);
+}
+
 /// What is asked for with what the design says of it. A graph has no sheets.
 Picture pictureOf(Options const& options, PictureFormat format, vrl::Netlist const& netlist, Circuit const& circuit) {
     Picture picture = options.picture;
-    picture.max = options.most.value_or(options.placement                ? kMostPlaced
-                                        : format == PictureFormat::kHtml ? 0
-                                                                         : picture.max);
+    picture.names = outerNames(netlist, circuit);
+    picture.legend = !options.noLegend;
+    picture.max = mostOf(options, format);
     picture.width =
         options.width.value_or(format == PictureFormat::kHtml ? page::widthForScreen(circuit) : picture.width);
     picture.height = options.height.value_or(0);
-    picture.names = outerNames(netlist, circuit);
-    picture.legend = !options.noLegend;
     picture.symbols = symbolsOf(options, format, circuit);
     if (picture.title.empty()) picture.title = std::filesystem::path(options.file).stem().string();
     if (format == PictureFormat::kDot)
@@ -170,15 +179,11 @@ Drawing placedDrawingOf(Options const& options, vrl::Netlist const& netlist, Cir
     return placedDrawing(circuit, placements, picture, selection);
 }
 
-int depthOf(Options const& options, PictureFormat format) {
-    return options.depth ? static_cast<int>(*options.depth) : format == PictureFormat::kHtml ? -1 : 0;
-}
-
 Outcome work(Options const& options, Common const& common) {
     PictureFormat const format = formatOf(options);
+    if (format == PictureFormat::kHtml) refuseSheets(options);
     if (options.placement && format == PictureFormat::kDot)
         throw Failure("--placement", "a graph has no places", "take svg, pdf, png or html");
-    if (format == PictureFormat::kHtml) refuseSheets(options);
     PictureOutput const output(options.output, format, options.file);
     if (common.json && output.isStandardOutput())
         throw Failure("standard output", "cannot take both the picture and the JSON that --json asks for",

@@ -131,7 +131,7 @@ function insideOf(frame) {
 
 function coverOf(frame, name) {
   const body = frame.querySelector(":scope > .body");
-  const [x, y, width, height] = ["x", "y", "width", "height"].map((side) => Number(body.getAttribute(side)));
+  const { x, y, width, height } = boxOf(body);
   const scale = Math.max(1, Math.min((0.8 * width) / (7 * Math.max(name.length, 1)), height / 40));
   const text = document.createElementNS(picture.namespaceURI, "text");
   text.setAttribute("class", "name page-cover");
@@ -157,6 +157,13 @@ function followTurn(turn) {
   centre(all[(all.indexOf(turn) + 1) % all.length]);
 }
 
+// The box of a body; that of a rectangle is known without laying out the picture.
+function boxOf(body) {
+  if (body.localName !== "rect") return body.getBBox();
+  const side = (name) => Number(body.getAttribute(name));
+  return { x: side("x"), y: side("y"), width: side("width"), height: side("height") };
+}
+
 // A dot at the corner of each block that has errors or warnings.
 function markFindings() {
   for (const element of elements) {
@@ -165,8 +172,9 @@ function markFindings() {
     if (!body) continue;
     const mark = document.createElementNS(picture.namespaceURI, "circle");
     mark.setAttribute("class", "page-mark " + severity);
-    mark.setAttribute("cx", Number(body.getAttribute("x")) + Number(body.getAttribute("width")));
-    mark.setAttribute("cy", body.getAttribute("y"));
+    const { x, y, width } = boxOf(body);
+    mark.setAttribute("cx", x + width);
+    mark.setAttribute("cy", y);
     mark.setAttribute("r", 5);
     body.parentNode.append(mark);
   }
