@@ -56,6 +56,21 @@ TEST_F(CheckExceptions, CoverFindingsForAReason) {
                                                        "[1]");
 }
 
+TEST(CheckExceptionsOfSeveralPorts, FitAnyOfThem) {
+    vrl_test::Tool const tool;
+    vrl_test::SampleCircuit circuit;
+    circuit.add("c1", "sfStraight").add("c2", "sfStraight").join("c1,out0", "c2,in0").set("c2", "width", 0.5);
+    circuit.save(tool.path("a.vrl"));
+    tool.write("a.vrl.exceptions.yml",
+               "exceptions: [{rule: cross-section-mismatch, element: c2, port: in0, reason: a test}]\n");
+    EXPECT_EQ(tool.run("check", {"a.vrl", "--only", "cross-section-mismatch"}).out,
+              "a.vrl (Netlist, 2 elements): no findings; 1 excepted\n\n1 rule ran\n"
+              "32 rules did not run (not among --only)\n");
+    tool.write("a.vrl.exceptions.yml",
+               "exceptions: [{rule: cross-section-mismatch, element: c2, port: out0, reason: a test}]\n");
+    EXPECT_EQ(tool.run("check", {"a.vrl", "--only", "cross-section-mismatch"}).status, 1);
+}
+
 TEST_F(CheckExceptions, ThatNothingNeedsAreReported) {
     tool.write("a.vrl.exceptions.yml", "exceptions:\n"
                                        "- {rule: open-port, element: bend, port: in0, reason: it was open once}\n"

@@ -86,9 +86,10 @@ TEST_F(CheckGroups, AreOfSectionsThatMeetWhicheverComesFirst) {
               "  warning  2 findings: rib of width 0.5 um meets strip of width 0.45 um [cross-section-mismatch]\n"
               "           - a1,out0 -- a2,in0 (node 1)\n"
               "           - b1,out0 -- b2,in0 (node 2)\n"
+              "           put a taper or a transition between them, or choose one cross section for both\n"
               "  warning  c1,out0: is strip of width 0.45 um, and c2,in0 at node 3 is strip of width 0.5 um "
               "[cross-section-mismatch]\n"
-              "           put a taper or a transition between them, or choose one cross section for both\n");
+              "           give both the same width, or put a taper between them\n");
 }
 
 TEST_F(CheckGroups, AreInTheOrderInWhichPeopleCount) {

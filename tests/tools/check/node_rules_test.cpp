@@ -90,7 +90,7 @@ TEST_F(CrossSections, DifferByTheirWidths) {
               "a.vrl (Netlist, 2 elements): 1 warning\n"
               "  warning  narrow,out0: is strip of width 0.45 um, and wide,in0 at node 1 is strip of width 1.25 um "
               "[cross-section-mismatch]\n"
-              "           put a taper or a transition between them, or choose one cross section for both\n");
+              "           give both the same width, or put a taper between them\n");
 }
 
 TEST_F(CrossSections, MayDifferAcrossATaper) {

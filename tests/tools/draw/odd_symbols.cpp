@@ -2,6 +2,7 @@
 
 #include <cstdlib>
 #include <stdexcept>
+#include <string>
 
 #include "vrllib/vrllib.h"
 
@@ -27,6 +28,13 @@ class Unknown : public Base {
 public:
     explicit Unknown(vrl::BB* block) : Base(block, "Symbol/1 unknown", "splittr") {}
     bool applyOn(std::string const&) const override { return true; }
+};
+
+/// Its symbol is long, and begins as no name does.
+class Loud : public Base {
+public:
+    explicit Loud(vrl::BB* block) : Base(block, "Symbol/1 loud", ("!" + std::string(100000, 'x')).c_str()) {}
+    bool applyOn(std::string const& kind) const override { return kind == "sfBend"; }
 };
 
 class Number : public vrl::TypeView<vrl::BB> {
@@ -82,6 +90,7 @@ VRL_PLUGIN_EXPORT void initLibraryBBView(FactoryArg<std::string, vrl::View, vrl:
 #else
     factory->Register<Throws>("Symbol/0 throws");
     factory->Register<Unknown>("Symbol/1 unknown");
+    factory->Register<Loud>("Symbol/1 loud");
     factory->Register<Number>("Symbol/2 number");
     factory->Register<None>("Symbol/3 none");
     factory->Register<Other>("Odd/Symbol");

@@ -36,9 +36,9 @@ TEST(ShownText, ReplacesCharactersThatXmlForbids) {
     EXPECT_EQ(plainText("\xC2\x85"), "\uFFFD") << "a control character of the second set";
 }
 
-TEST(ShownText, ShortensInTheMiddleByCharacters) {
+TEST(ShownText, ShortensByCharactersAndKeepsMostOfTheEnd) {
     EXPECT_EQ(shortened("abcdefghij", 10), "abcdefghij");
-    EXPECT_EQ(shortened("abcdefghijk", 10), "abcde\u2026hijk");
+    EXPECT_EQ(shortened("abcdefghijk", 10), "abc\u2026fghijk");
     EXPECT_EQ(shortened("\u00e4\u00f6\u00fc\u00e4\u00f6\u00fc", 5), "\u00e4\u00f6\u2026\u00f6\u00fc");
 }
 

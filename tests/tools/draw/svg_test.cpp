@@ -227,7 +227,7 @@ TEST(Svg, ShortensALongNameAndKeepsItInFullForThePointer) {
     SampleCircuit circuit;
     circuit.add(name, "sfBend");
     std::string const svg = svgOf(circuit);
-    EXPECT_THAT(textsOf(svg), Contains("beginxxxxxxxxx\u2026xxxxxxxxxxend"));
+    EXPECT_THAT(textsOf(svg), Contains("beginxxxx\u2026xxxxxxxxxxxxxxxend"));
     EXPECT_EQ(count(svg, "<title>" + name + ": sfBend of SampleFab</title>"), 1u);
 }
 

@@ -61,8 +61,8 @@ TEST(Symbols, AreInTheirBlocksAndMirroredWithThem) {
     circuit.add("a", "sfTaper").add("b", "sfTaper").join("a,out0", "b,out0").input("a,in0").output("b,in0");
     Picture picture;
     picture.symbols["sfTaper"] = "taper";
-    EXPECT_EQ(symbolsIn(svgOf(circuit, picture)), "translate(149,47) M-20,-2L20,-9V9L-20,2Z\n"
-                                                  "translate(291,47) scale(-1,1) M-20,-2L20,-9V9L-20,2Z\n");
+    EXPECT_EQ(symbolsIn(svgOf(circuit, picture)), "translate(149,48) M-20,-2L20,-9V9L-20,2Z\n"
+                                                  "translate(291,48) scale(-1,1) M-20,-2L20,-9V9L-20,2Z\n");
 }
 
 TEST(Symbols, OfCouplersToFibresFaceTheBoundary) {
@@ -72,8 +72,8 @@ TEST(Symbols, OfCouplersToFibresFaceTheBoundary) {
     Picture picture;
     picture.symbols["sfEdgeCoupler"] = "edge-coupler";
     EXPECT_EQ(symbolsIn(svgOf(circuit, picture)),
-              "translate(165,47) M-17,-10V10M-13,0L6,-4H20M-13,0L6,4H20\n"
-              "translate(333,47) scale(-1,1) M-17,-10V10M-13,0L6,-4H20M-13,0L6,4H20\n");
+              "translate(165,48) M-17,-10V10M-13,0L6,-4H20M-13,0L6,4H20\n"
+              "translate(333,48) scale(-1,1) M-17,-10V10M-13,0L6,-4H20M-13,0L6,4H20\n");
 }
 
 TEST(Symbols, AreUpsideDownInBlocksThatAreFlipped) {
@@ -143,8 +143,11 @@ TEST_F(SymbolViews, ThatThrowOrChooseNoneCostNothingElse) {
     auto const outcome = draw("oddSymbols");
     EXPECT_EQ(outcome.err,
               "vrl: view 'Symbol/0 throws': threw 'no licence' for the block 'sfTaper'\n"
-              "vrl: view 'Symbol/1 unknown': no symbol is called 'splittr'; did you mean 'splitter'?\n"
-              "vrl: view 'Symbol/2 number': threw 'variable 'symbol' type mismatch' for the block 'sfStraight'\n");
+              "vrl: view 'Symbol/1 loud': no symbol is called '!" +
+                  std::string(199, 'x') +
+                  "'\n"
+                  "vrl: view 'Symbol/1 unknown': no symbol is called 'splittr'; did you mean 'splitter'?\n"
+                  "vrl: view 'Symbol/2 number': threw 'variable 'symbol' type mismatch' for the block 'sfStraight'\n");
     EXPECT_EQ(outcome.status, 0);
     EXPECT_EQ(count(tool.read("a.svg"), "<path class=\"symbol\""), 3u);
 }

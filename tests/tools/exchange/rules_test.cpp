@@ -164,6 +164,17 @@ components:
   other: {key: sfBend, crossSections: {strip: shallow}}
 )";
 
+TEST(MapRules, NoteInfoThatIsFromBeforeAChange) {
+    Tool const tool;
+    tool.write("a.yml", kGuides);
+    tool.write("map.yml", kGuidesMap);
+    tool.run("import", {"a.yml", "--map", "map.yml", "-o", "a.vrl"});
+    EXPECT_EQ(tool.run("export", {"a.vrl", "--map", "map.yml"}).err, "");
+    tool.run("set", {"a.vrl", "a.length=40", "b.length=40"});
+    EXPECT_EQ(tool.run("export", {"a.vrl", "--map", "map.yml"}).err,
+              "a.vrl: note: elements whose 'info' is as it was before a change: 'a'\n");
+}
+
 TEST(MapRules, DependOnSettingsAndReadInfoFoundriesAndCrossSections) {
     Tool const tool;
     tool.write("a.yml", kGuides);

@@ -108,7 +108,7 @@ std::string placeIn(std::vector<unsigned> const& boundary, unsigned node, char c
 std::string outsideOf(Circuit const& circuit, unsigned node) {
     std::string text;
     for (std::string const& place : {placeIn(circuit.inputs, node, "input "), placeIn(circuit.outputs, node, "output "),
-                                     placeIn(circuit.dc, node, "electrical ")})
+                                     placeIn(circuit.dc, node, "contact ")})
         if (!place.empty()) text += (text.empty() ? "" : ", ") + place;
     return text;
 }
@@ -124,7 +124,7 @@ void takeInside(BlockFacts& facts, vrl::Netlist& netlist) {
         facts.nodes.push_back(std::move(connected));
     }
     draw::Picture picture;
-    picture.symbols = draw::chosenSymbols(circuit).byKind;
+    picture.symbols = draw::symbolsOf(circuit);
     facts.inside = sheetsOf(circuit, picture);
 }
 

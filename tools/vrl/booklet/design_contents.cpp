@@ -174,7 +174,7 @@ DesignFacts factsOf(Design const& design, check::FileReport report, std::size_t 
     Circuit const whole = wholeOf(design, -1);
     draw::Picture picture;
     picture.max = most;
-    picture.symbols = draw::chosenSymbols(whole).byKind;
+    picture.symbols = draw::symbolsOf(whole);
     if (!design.object.block()) {
         vrl::Netlist& netlist = circuitOf(design);
         picture.names = outerNames(netlist, whole);

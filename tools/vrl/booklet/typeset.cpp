@@ -49,7 +49,10 @@ void run(TemporaryFolder const& folder, bool draft) {
 // The second run knows the pages that the first one found.
 std::string typeset(std::string const& tex) {
     TemporaryFolder const folder;
-    std::ofstream(folder / "booklet.tex", std::ios::binary) << tex;
+    std::ofstream file(folder / "booklet.tex", std::ios::binary);
+    file << tex;
+    file.close();
+    if (!file) throw Failure(folder.path(), "cannot be written", "set TMPDIR to a folder with room");
     run(folder, true);  // finds out the pages of the table of contents, which the second run prints
     run(folder, false);
     std::string pdf = folder.read("booklet.pdf");

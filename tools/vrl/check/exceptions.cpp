@@ -4,8 +4,8 @@
 #include <cmath>
 #include <filesystem>
 #include <limits>
+#include <map>
 #include <optional>
-#include <tuple>
 
 #include "text/number.h"
 #include "text/pattern.h"
@@ -97,10 +97,10 @@ std::string foundText(RuleFinding const& finding) {
 
 /// Says of each that repeats another one which that is.
 void noteRepeated(std::vector<Exception>& exceptions) {
-    for (auto each = exceptions.begin(); each != exceptions.end(); ++each) {
-        auto const same = [&](Exception const& other) { return each->repeats(other); };
-        auto const first = std::find_if(exceptions.begin(), each, same);
-        if (first != each) each->idleSince = "it repeats the exception of line " + std::to_string(first->line);
+    std::map<Exception::Key, Exception const*> first;
+    for (Exception& each : exceptions) {
+        auto const [known, isNew] = first.emplace(each.key(), &each);
+        if (!isNew) each.idleSince = "it repeats the exception of line " + std::to_string(known->second->line);
     }
 }
 
@@ -118,9 +118,11 @@ bool isValue(RuleFinding const& finding, Node const& value) {
 }  // namespace
 
 bool Exception::fitsPlace(RuleFinding const& finding) const {
-    Place const& at = finding.place;
-    return finding.rule == rule && fitsOrAny(at.element, element) && fitsOrAny(at.port, port) &&
-           fitsOrAny(at.parameter, parameter);
+    auto const fits = [&](Place const& at) {
+        return fitsOrAny(at.element, element) && fitsOrAny(at.port, port) && fitsOrAny(at.parameter, parameter);
+    };
+    auto const& others = finding.facts.others;
+    return finding.rule == rule && (fits(finding.place) || std::any_of(others.begin(), others.end(), fits));
 }
 
 bool Exception::accepts(RuleFinding const& finding) const {
@@ -162,12 +164,7 @@ std::string Exception::idleText() const {
     return (idleSince.empty() ? "nothing needs the exception any more" : idleSince) + ": " + text();
 }
 
-bool Exception::repeats(Exception const& other) const {
-    auto const all = [](Exception const& of) {
-        return std::tie(of.rule, of.element, of.port, of.parameter, of.value.text, of.min.text, of.max.text);
-    };
-    return all(*this) == all(other);
-}
+Exception::Key Exception::key() const { return {rule->id, element, port, parameter, value.text, min.text, max.text}; }
 
 std::string exceptionsPath(std::string const& design) { return design + ".exceptions.yml"; }
 

@@ -28,8 +28,9 @@ struct Exception {
     std::string text() const;
     /// Why no finding uses it, for people.
     std::string idleText() const;
-    /// Whether it accepts the same findings.
-    bool repeats(Exception const& other) const;
+    /// The same for those that accept the same findings.
+    using Key = std::vector<std::string>;
+    Key key() const;
 
 private:
     bool fitsPlace(RuleFinding const& finding) const;

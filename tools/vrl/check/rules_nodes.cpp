@@ -146,6 +146,11 @@ public:
                      [&](PortPlace const& port) { return differ(at(ports.front()), at(port)); });
         return found;
     }
+    bool onlyWidthsDiffer(std::vector<PortPlace> const& others) const {
+        return std::all_of(others.begin(), others.end(), [&](PortPlace const& port) {
+            return at(ports.front()).made && at(port).made && at(ports.front()).kind == at(port).kind;
+        });
+    }
     /// Where no parameter of a block says the unit of its width, that of the other one does.
     std::string text(PortPlace const& port, PortPlace const& other) const {
         std::string const unit = unitAt(port);
@@ -175,7 +180,9 @@ void crossSectionMismatch(Scope const& scope, Findings& findings) {
         auto const [less, more] = std::minmax(first, second);
         findings.add(
             placeOf(scope, ports.front()), "is " + first + ", and " + listText(texts, texts.size()),
-            "put a taper or a transition between them, or choose one cross section for both",
+            sections.onlyWidthsDiffer(others)
+                ? "give both the same width, or put a taper between them"
+                : "put a taper or a transition between them, or choose one cross section for both",
             {{}, placesOf(scope, others.begin(), others.end()), others.size() == 1 ? less + " meets " + more : ""});
     });
 }

@@ -134,14 +134,6 @@ std::string pageOf(Options const& options, Design const& design, Picture const& 
     return page::pageText(design, report, picture, selection.notes, scene);
 }
 
-/// The symbols that plug-ins choose, with what is wrong about that on standard error. A graph has none.
-std::map<std::string, std::string> symbolsOf(Options const& options, PictureFormat format, Circuit const& circuit) {
-    if (options.noSymbols || options.placement || format == PictureFormat::kDot) return {};
-    ChosenSymbols chosen = chosenSymbols(circuit);
-    for (std::string const& warning : chosen.warnings) std::cerr << "vrl: " << warning << '\n';
-    return std::move(chosen.byKind);
-}
-
 /// How many layers of composites are drawn; less than 0: all.
 int depthOf(Options const& options, PictureFormat format) {
     if (options.depth) return static_cast<int>(*options.depth);
@@ -162,7 +154,7 @@ Picture pictureOf(Options const& options, PictureFormat format, vrl::Netlist con
     picture.width =
         options.width.value_or(format == PictureFormat::kHtml ? page::widthForScreen(circuit) : picture.width);
     picture.height = options.height.value_or(0);
-    picture.symbols = symbolsOf(options, format, circuit);
+    if (!options.noSymbols && !options.placement && format != PictureFormat::kDot) picture.symbols = symbolsOf(circuit);
     if (picture.title.empty()) picture.title = std::filesystem::path(options.file).stem().string();
     if (format == PictureFormat::kDot)
         picture.height = 0;

@@ -123,11 +123,13 @@ Outcome importNetlist(Options const& options, Common const& common) {
 void addImport(Grammar& grammar) {
     auto const options = std::make_shared<Options>();
     options->limits.values.hint = "--max-values and --max-aliased raise the limits";
-    CLI::App& command = grammar.add("import", "makes a design of a netlist in JSON or YAML",
-                                    "  vrl import --map-template mzi.yml -o map.yml  # a map to begin with\n"
-                                    "  vrl import mzi.yml --map map.yml              # only reports what it finds\n"
-                                    "  vrl import mzi.yml --map map.yml -o mzi.vrl   # writes the design",
-                                    [options](Common const& common) { return importNetlist(*options, common); });
+    CLI::App& command =
+        grammar.add("import", "makes a design of a netlist in JSON or YAML",
+                    "  vrl import --map-template mzi.yml -o map.yml  # a map to begin with\n"
+                    "  vrl import mzi.yml --map map.yml              # only reports what it finds\n"
+                    "  vrl import mzi.yml --map map.yml -o mzi.vrl   # writes the design\n"
+                    "Installed map: gdsfactory-generic, from the generic kit of gdsfactory to SampleFab.",
+                    [options](Common const& common) { return importNetlist(*options, common); });
     command.add_option("netlist", options->netlist, "the netlist: instances, connections or nets, ports")
         ->required()
         ->type_name("FILE");

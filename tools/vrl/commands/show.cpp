@@ -64,7 +64,8 @@ void addShow(Grammar& grammar) {
     command.add_option("file", options->file, "the saved design")->required()->type_name("FILE");
     auto* const element =
         command.add_option("element", options->element, "an element to show in full, such as arms/upper")
-            ->type_name("PATH");
+            ->type_name("PATH")
+            ->check([](std::string const& path) { return std::string(path.empty() ? "names no element" : ""); });
     auto* const json = command.get_option("--json");
     auto* const bill = command
                            .add_flag("--bom", options->bill,

@@ -6,6 +6,7 @@
 
 #include "guard/foreign_work.h"
 #include "guard/hidden_output.h"
+#include "guard/quiet_output.h"
 #include "guard/second_try.h"
 #include "host/loads.h"
 #include "text/failure.h"
@@ -156,6 +157,7 @@ Design readWithStandIns(std::string const& path) {
 }  // namespace
 
 Design readDesign(std::string const& path) {
+    QuietOutput const quiet;  // constructors of plug-ins run
     {
         Design design;
         design.path = path;

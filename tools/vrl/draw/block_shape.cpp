@@ -84,9 +84,9 @@ public:
         int const middle = leftSpace + (fullWidth - leftSpace - rightSpace) / 2;
         int y = 9 - textHeight() / 2;
         item.shapes.push_back(textShape("name", {middle, y}, nameText(element)));
-        y += drawSymbol(item, {middle, y + kSymbolHeight / 2 + 1});
+        y += drawSymbol(item, {middle, y + kSymbolHeight / 2 + 2});
         item.shapes.push_back(textShape("kind", {middle, y += kLine}, kindText(element)));
-        drawLines(item, lines, {middle - textSpace / 2, y});
+        drawLines(item, lines, {middle - widthOf(lines) / 2, y});
         std::vector<layout::Pin> pins(look.sides.size());
         drawSide(item, atLeft, Side::kLeft, 0, pins);
         drawSide(item, atRight, Side::kRight, fullWidth, pins);

@@ -4,6 +4,8 @@
 
 #include "circuit/parameters.h"
 #include "design/stand_in.h"
+#include "guard/quiet_output.h"
+#include "guard/thrown.h"
 
 namespace vrltool::draw {
 
@@ -15,7 +17,9 @@ constexpr std::size_t kLines = 10;
 std::map<std::string, std::string> defaultsOf(vrl::BB& block) {
     std::map<std::string, std::string> values;
     if (isStandIn(block)) return values;
-    vrl::BB* const fresh = vrl::BB::create(block.getFoundry(), block.getName());
+    QuietOutput const quiet;
+    vrl::BB* fresh = nullptr;
+    quietlyThrownBy([&] { fresh = vrl::BB::create(block.getFoundry(), block.getName()); });
     if (!fresh) return values;
     for (Parameter const& parameter : parametersOf(*fresh)) values[parameter.name] = parameter.text;
     vrl::BB::destroy(fresh);

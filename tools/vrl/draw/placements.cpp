@@ -155,7 +155,11 @@ private:
 
 Placements placementsOf(vrl::Netlist const& netlist, Circuit const& circuit, std::vector<bool> const& shown,
                         std::string const& file) {
-    Placements read = Reading(circuit, values::note(netlist)).run(shown);
+    values::Node const note = values::note(netlist);
+    if (!note.isDefined() && values::hasNote(netlist))
+        throw Failure(file, "the note 'vrl::import', which has the placements, cannot be read",
+                      "import the netlist again, or draw the circuit without --placement");
+    Placements read = Reading(circuit, note).run(shown);
     if (read.instances.empty())
         throw Failure(file, "none of its elements has a placement that can be drawn",
                       "placements come with an imported netlist; draw the circuit without --placement");

@@ -54,7 +54,7 @@ std::string plainText(std::string const& text) {
 std::string shortened(std::string const& text, std::size_t most) {
     auto const all = shownCharacters(text);
     if (all.size() <= most || most < 3) return joined(all, 0, all.size());
-    std::size_t const last = (most - 1) / 2;
+    std::size_t const last = 2 * (most - 1) / 3;  // what differs in long names is mostly at their end
     return joined(all, 0, most - 1 - last) + kEllipsis + joined(all, all.size() - last, all.size());
 }
 

@@ -1,6 +1,7 @@
 #include "draw/symbol_views.h"
 
 #include <algorithm>
+#include <iostream>
 #include <memory>
 #include <utility>
 
@@ -19,7 +20,8 @@ namespace {
 constexpr char kPrefix[] = "Symbol/";
 constexpr char kParameter[] = "symbol";
 constexpr unsigned kPatienceSeconds = 10;
-constexpr char kThrew = '!';  // begins an answer that is no name
+constexpr char kNamed = '=', kThrew = '!';  // begin an answer
+constexpr std::size_t kLongestAnswer = 200;
 
 using Blocks = std::map<std::string, vrl::BB*>;  // one of each kind
 
@@ -59,11 +61,12 @@ std::string answersOf(std::vector<std::string> const& keys, Blocks const& blocks
     std::string answers;
     for (std::string const& key : keys)
         for (auto const& [kind, block] : blocks) {
-            std::string name;
-            std::string const thrown =
-                quietlyThrownBy([&, &of = kind, &with = *block] { name = chosenBy(key, of, with); });
-            if (!thrown.empty()) name = kThrew + thrown;
-            answers += name.substr(0, name.find('\0')) + '\0';
+            std::string answer;
+            std::string const thrown = quietlyThrownBy([&, &of = kind, &with = *block] {
+                answer = kNamed + chosenBy(key, of, with).substr(0, kLongestAnswer);
+            });
+            if (!thrown.empty()) answer = kThrew + thrown.substr(0, kLongestAnswer);
+            answers += answer.substr(0, answer.find('\0')) + '\0';
         }
     return answers;
 }
@@ -102,13 +105,14 @@ private:
     }
 
     void take(std::string const& key, std::string const& kind, std::string const& answer) {
-        if (answer.empty()) return;
+        if (answer.size() < 2) return;
+        std::string const text = answer.substr(1);
         if (answer[0] == kThrew)
-            warn(key, "threw " + printable(answer.substr(1)) + " for the block '" + printable(kind) + "'");
-        else if (findSymbol(answer))
-            chosen.byKind.emplace(kind, answer);
+            warn(key, "threw " + printable(text) + " for the block '" + printable(kind) + "'");
+        else if (findSymbol(text))
+            chosen.byKind.emplace(kind, text);
         else
-            warn(key, "no symbol is called '" + printable(answer) + "'" + nearText(answer));
+            warn(key, "no symbol is called '" + printable(text) + "'" + nearText(text));
     }
 
     static std::string nearText(std::string const& wrong) {
@@ -129,5 +133,11 @@ private:
 }  // namespace
 
 ChosenSymbols chosenSymbols(Circuit const& circuit) { return Choice(circuit).run(); }
+
+std::map<std::string, std::string> symbolsOf(Circuit const& circuit) {
+    ChosenSymbols chosen = chosenSymbols(circuit);
+    for (std::string const& warning : chosen.warnings) std::cerr << "vrl: " << warning << '\n';
+    return std::move(chosen.byKind);
+}
 
 }  // namespace vrltool::draw

@@ -20,4 +20,7 @@ struct ChosenSymbols {
 /// Views are made for one block of each kind, in a copy of this process: whatever they do, only symbols are lost.
 ChosenSymbols chosenSymbols(Circuit const& circuit);
 
+/// The names of the symbols alone; the warnings are lines on standard error.
+std::map<std::string, std::string> symbolsOf(Circuit const& circuit);
+
 }  // namespace vrltool::draw

@@ -107,6 +107,20 @@ void addSettings(Export& context, std::string const& element, Source const& sour
     }
 }
 
+/// Notes an element whose "info" is from before a change: only the other tool can compute it anew.
+void compareInfo(Export& context, std::string const& element, Source const& source, Node const& before) {
+    auto const said = [&](Parameter const& informed) {
+        MappedName const theirs = source.rule.parameters.toTheirs(informed.name);
+        Node const& setting = member(before, theirs.name);
+        return isNull(setting) || isValueOf(informed, setting, theirs.factor);
+    };
+    for (auto const& [name, informed] : source.informed)
+        if (said(informed) && source.block.find(name) &&
+            !sameValue(parameterOf(*source.block.getAttribute(name)), informed))
+            return context.findings.addName(Severity::kNote, context.path, {},
+                                            "elements whose 'info' is as it was before a change", element);
+}
+
 /// Adds a choice of cross section, unless it is that of before.
 void addChoice(Node& target, Choice const& choice, Choice const& before) {
     if (choice == before) return;
@@ -173,6 +187,7 @@ Node instanceOf(Export& context, Element const& element, Node const& given, Comp
     Node settings{Kind::kMap}, values = Node{Kind::kMap}, extension = Node{Kind::kMap};
     addSettings(context, element.name, source, before, settings, values);
     addSection(context, element.name, source, settings);
+    compareInfo(context, element.name, source, before);
     if (element.foundry != context.map.foundryOf(rule).text) extension.add("foundry", stringNode(element.foundry));
     if (values.size() > 0) extension.add("values", values);
     addChoices(extension, source, settings);

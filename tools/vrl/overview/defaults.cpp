@@ -2,6 +2,7 @@
 
 #include "design/foundries.h"
 #include "design/stand_in.h"
+#include "guard/quiet_output.h"
 #include "guard/thrown.h"
 
 namespace vrltool::overview {
@@ -49,6 +50,7 @@ Element const* Defaults::of(Element const& element, Element const* outer) {
     if (!element.block || isStandIn(*element.block)) return nullptr;
     auto const [entry, isNew] = made.try_emplace({element.kind, element.foundry});
     if (isNew) {
+        QuietOutput const quiet;
         attachFoundry(*element.block);
         vrl::BB* fresh = nullptr;
         quietlyThrownBy([&] { fresh = vrl::BB::create(element.block->getFoundry(), element.kind); });

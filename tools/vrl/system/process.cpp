@@ -157,7 +157,11 @@ ProcessResult runCopy(std::function<std::string()> const& work, unsigned seconds
     return runChild(copy, [&](Pipes& pipes) {
         pipes.started.to.reset();
         pipes.err.to.reset();
-        writeAll(pipes.out.to.get(), work());
+        try {
+            writeAll(pipes.out.to.get(), work());
+        } catch (...) {
+            _exit(1);  // or it would go on in the work of the parent
+        }
         _exit(0);
     });
 }

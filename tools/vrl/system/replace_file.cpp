@@ -5,7 +5,6 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <csignal>
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
@@ -14,6 +13,7 @@
 #include <streambuf>
 #include <vector>
 
+#include "system/large_files.h"
 #include "text/failure.h"
 
 namespace vrltool {
@@ -78,8 +78,6 @@ public:
         mode_t const mask = umask(0);
         umask(mask);
         bool const exists = stat(place.c_str(), &before) == 0;
-        if (exists && !S_ISREG(before.st_mode))
-            throw Failure(place, S_ISDIR(before.st_mode) ? "is a folder" : "is no regular file", "name a regular file");
         constexpr mode_t kWritable = S_IWUSR | S_IWGRP | S_IWOTH;
         if (exists && (before.st_mode & kWritable) == 0)
             throw Failure(place, "is read-only", "give it the permission to write, or name another file");
@@ -121,18 +119,6 @@ private:
     int descriptor;
 };
 
-/// While it lives, a file that grows too large is an error, and does not end the program with half of it in its folder.
-class LargeFilesFail {
-public:
-    LargeFilesFail() : before(std::signal(SIGXFSZ, SIG_IGN)) {}
-    LargeFilesFail(LargeFilesFail const&) = delete;
-    LargeFilesFail& operator=(LargeFilesFail const&) = delete;
-    ~LargeFilesFail() { std::signal(SIGXFSZ, before); }
-
-private:
-    void (*before)(int);
-};
-
 /// Hands what is written to a stream on to a new file, in large pieces.
 class IntoFile final : public std::streambuf {
 public:
@@ -159,6 +145,9 @@ private:
 
 void replaceFile(std::string const& path, std::function<void(std::ostream&)> const& fill) {
     LargeFilesFail const limit;
+    struct stat status {};
+    if (stat(path.c_str(), &status) == 0 && !S_ISREG(status.st_mode))
+        throw Failure(path, S_ISDIR(status.st_mode) ? "is a folder" : "is no regular file", "name a regular file");
     Replacement file(target(path));
     file.takeMode();
     IntoFile buffer(file);

@@ -2,6 +2,8 @@
 
 #include <string>
 
+#include "system/large_files.h"
+
 namespace vrltool {
 
 /// A folder of its own for files on their way, removed with all in it at the end. A Failure if none can be made.
@@ -18,6 +20,7 @@ public:
     std::string read(std::string const& name) const;
 
 private:
+    LargeFilesFail limit;  // so that it is removed
     std::string folder;
 };
 

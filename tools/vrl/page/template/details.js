@@ -2,11 +2,17 @@
 
 const details = document.getElementById("page-details");
 
+// One after the other: a call takes no more than some ten thousands of them.
+function appendAll(parent, children) {
+  for (const child of children) parent.append(child);
+}
+
+// Children are nodes, texts and lists of them.
 function make(name, properties, ...children) {
   const node = document.createElement(name);
   for (const [key, value] of Object.entries(properties || {}))
     key in node ? (node[key] = value) : node.setAttribute(key, value);
-  node.append(...children);
+  appendAll(node, children.flat());
   return node;
 }
 
@@ -28,17 +34,23 @@ function counted(count, word) {
   return count + " " + word + (count === 1 ? "" : "s");
 }
 
-function headed(title, ...content) {
-  return content.length ? [make("h2", {}, title), ...content] : [];
+function headed(title, content) {
+  const all = [content].flat();
+  return all.length ? [make("h2", {}, title), ...all] : [];
+}
+
+function showDetails(...content) {
+  details.replaceChildren();
+  appendAll(details, content.flat());
 }
 
 function table(headings, rows) {
   const head = make("tr", {}, ...headings.map((heading) => make("th", { scope: "col" }, heading)));
-  return make("table", {}, make("thead", {}, head), make("tbody", {}, ...rows));
+  return make("table", {}, make("thead", {}, head), make("tbody", {}, rows));
 }
 
 function row(...cells) {
-  return make("tr", {}, ...cells.map((cell) => make("td", {}, ...[cell].flat())));
+  return make("tr", {}, ...cells.map((cell) => make("td", {}, cell)));
 }
 
 function valueRow([place, value]) {
@@ -99,7 +111,7 @@ function findingBlock(finding, withPlace) {
 }
 
 function findingBlocks(list, path) {
-  return headed("Findings", ...list.map((finding) => findingBlock(finding, finding.element !== path)));
+  return headed("Findings", list.map((finding) => findingBlock(finding, finding.element !== path)));
 }
 
 function kindLine(element) {
@@ -117,36 +129,36 @@ function insideLines(element) {
 
 function showElement(element) {
   const parent = element.circuit.parent;
-  details.replaceChildren(
+  showDetails(
     make("h1", {}, element.name),
-    ...(parent ? [make("p", {}, faint("inside "), elementLink(parent))] : []),
+    (parent ? [make("p", {}, faint("inside "), elementLink(parent))] : []),
     make("p", {}, kindLine(element)),
-    ...(element.kind.description ? [make("p", { className: "page-faint" }, element.kind.description)] : []),
-    ...insideLines(element),
-    ...(drawn(element) ? [] : [make("p", { className: "page-faint" }, "Not in the picture.")]),
-    ...findingBlocks(element.findings, element.path), ...values(element.values), ...ports(element));
+    (element.kind.description ? [make("p", { className: "page-faint" }, element.kind.description)] : []),
+    insideLines(element),
+    (drawn(element) ? [] : [make("p", { className: "page-faint" }, "Not in the picture.")]),
+    findingBlocks(element.findings, element.path), values(element.values), ports(element));
 }
 
 function showNet(owner, node) {
-  details.replaceChildren(make("h1", {}, "N" + node),
+  showDetails(make("h1", {}, "N" + node),
     make("p", {}, owner.parent ? "A net inside " + owner.parent.path : "A net"),
-    ...headed("Connects", ...endsAt(owner, node).map(endLine)));
+    headed("Connects", endsAt(owner, node).map(endLine)));
 }
 
 function showDesign() {
   const top = circuit.elements.length;
   const inside = elements.length - top;
-  details.replaceChildren(
+  showDetails(
     make("h1", {}, data.title),
     make("p", {}, `${data.file}: ${data.type} of ${counted(top, "element")}` + (inside ? `, ${inside} inside composites` : "")),
-    ...data.notes.map((note) => make("p", { className: "page-faint" }, note)),
+    data.notes.map((note) => make("p", { className: "page-faint" }, note)),
     make("p", { className: "page-faint" },
       "Click a block, a wire or an element of the list. Drag and turn the wheel to look around; keys: " +
       "/ searches, + - 0 zoom, arrows walk along the elements."),
-    ...(data.failure ? [make("p", {}, "Not checked: " + data.failure)] : []),
-    ...findingBlocks(designFindings, undefined), ...values(data.values));
+    (data.failure ? [make("p", {}, "Not checked: " + data.failure)] : []),
+    findingBlocks(designFindings, undefined), values(data.values));
 }
 
 function showMissing(path) {
-  details.replaceChildren(make("h1", {}, path), make("p", {}, "The design has no element of this name."));
+  showDetails(make("h1", {}, path), make("p", {}, "The design has no element of this name."));
 }

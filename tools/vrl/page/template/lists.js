@@ -16,7 +16,7 @@ function isOpen(element) {
 
 // Fills a list, the first entries at once and more at a click.
 function fill(list, entries, toNode) {
-  list.append(...entries.slice(0, kAtOnce).map(toNode));
+  appendAll(list, entries.slice(0, kAtOnce).map(toNode));
   const rest = entries.slice(kAtOnce);
   if (!rest.length) return;
   const more = make(list.localName === "ol" ? "li" : "p", {});
@@ -45,7 +45,7 @@ function showTurner(item) {
   let group = item.querySelector(":scope > ul");
   if (open && !group) {
     group = make("ul", { role: "group" });
-    group.append(...item.element.inside.elements.map(treeItem));
+    appendAll(group, inOrder(item.element.inside.elements).map(treeItem));
     item.append(group);
   }
   if (group) group.hidden = !open;
@@ -118,7 +118,7 @@ function fillTree() {
         closed.add(element);
         showInside(element, false);
       }
-  tree.append(...circuit.elements.map(treeItem));
+  appendAll(tree, inOrder(circuit.elements).map(treeItem));
   document.getElementById("page-element-count").textContent = "Elements (" + elements.length + ")";
   tree.addEventListener("click", (event) => {
     const item = event.target.closest("li");

@@ -97,10 +97,24 @@ function ancestorsOf(element) {
   return list;
 }
 
-// Heaviest first; null without any that counts.
+// The heaviest of an element and of all that is inside; null without any that counts.
 function severityOf(element) {
-  const severity = element.findings[0]?.severity;
-  return severity === "note" ? null : severity || null;
+  if (element.severity === undefined) {
+    const found = new Set((element.inside?.elements || []).map(severityOf).concat(element.findings[0]?.severity));
+    element.severity = found.has("error") ? "error" : found.has("warning") ? "warning" : null;
+  }
+  return element.severity;
+}
+
+// As people count: A2 before A10.
+function inOrder(list) {
+  const parts = new Map(list.map((each) => [each, each.name.split(/(\d+)/)]));
+  return list.slice().sort((a, b) => {
+    const [x, y] = [parts.get(a), parts.get(b)];
+    const at = x.findIndex((part, place) => part !== y[place]);
+    if (at < 0 || y[at] === undefined) return x.length - y.length;
+    return at % 2 && +x[at] !== +y[at] ? x[at] - y[at] : x[at] < y[at] ? -1 : 1;
+  });
 }
 
 function valueLine([parameter, value]) {

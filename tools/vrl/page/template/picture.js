@@ -125,7 +125,7 @@ function insideOf(frame) {
   for (let next = frame.nextElementSibling; next?.id.startsWith(frame.id + "_"); next = next.nextElementSibling)
     if (!next.classList.contains("edge") || next.id.lastIndexOf("_") !== frame.id.length) inside.push(next);
   frame.after(group);
-  group.append(...inside);
+  appendAll(group, inside);
   return group;
 }
 
