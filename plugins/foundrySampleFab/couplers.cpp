@@ -1,13 +1,13 @@
 #include "blocks.h"
 #include "cross_sections.h"
 
-// Multimode interference couplers: a wide body in which light from one port forms images at others.
+// Couplers: a wide body in which light from one port reaches others, as images by interference or freely spread.
 
 namespace samplefab {
 
 namespace {
 
-/// What the three have in common.
+/// What those by interference have in common.
 class Coupler : public Block {
 protected:
     Coupler(vrl::Foundry const* foundry, char const* k, std::size_t inputs, std::size_t outputs, double lengthUm)
@@ -43,8 +43,36 @@ public:
     }
 };
 
+/// A slab in which light spreads freely from any of the ports on one arc to all on the other.
+class StarCoupler : public Block {
+protected:
+    StarCoupler(vrl::Foundry const* foundry, char const* k, std::size_t inputs, std::size_t outputs)
+        : Block(foundry, k, kStrip) {
+        pin(inputs, outputs);
+        addNumber(*this, "length", 100.0, {5.0, 20000.0}, "distance between the arcs", "um");
+        addNumber(*this, "apertureIn", 10.0, {1.0, 2000.0}, "length of the arc of the inputs", "um");
+        addNumber(*this, "apertureOut", 20.0, {1.0, 2000.0}, "length of the arc of the outputs", "um");
+        addNumber(*this, "width", 0.45, {0.3, 2.0}, "width of the waveguides", "um");
+        addNumber(*this, "excessLoss", 0.5, {0.0, 5.0}, "power that reaches no output", "dB");
+    }
+};
+
+class StarCoupler1x10 : public StarCoupler {
+public:
+    static constexpr char const* kKind = "sfStarCoupler1x10";
+    explicit StarCoupler1x10(vrl::Foundry const* foundry) : StarCoupler(foundry, kKind, 1, 10) {}
+};
+
+class StarCoupler3x10 : public StarCoupler {
+public:
+    static constexpr char const* kKind = "sfStarCoupler3x10";
+    explicit StarCoupler3x10(vrl::Foundry const* foundry) : StarCoupler(foundry, kKind, 3, 10) {}
+};
+
 }  // namespace
 
-void registerCouplers(BlockFactory& factory) { registerKinds<Splitter, Combiner, Coupler2x2>(factory); }
+void registerCouplers(BlockFactory& factory) {
+    registerKinds<Splitter, Combiner, Coupler2x2, StarCoupler1x10, StarCoupler3x10>(factory);
+}
 
 }  // namespace samplefab

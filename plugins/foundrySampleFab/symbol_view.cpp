@@ -8,11 +8,18 @@ namespace {
 
 std::map<std::string, std::string> const& symbols() {
     static std::map<std::string, std::string> const all{
-        {"sfBend", "bend"},           {"sfCombiner", "combiner"},
-        {"sfCoupler2x2", "coupler"},  {"sfEdgeCoupler", "edge-coupler"},
-        {"sfGrating", "grating"},     {"sfPhaseModulator", "phase-modulator"},
-        {"sfPhotodiode", "detector"}, {"sfPushPullArms", "modulator"},
-        {"sfSplitter", "splitter"},   {"sfStraight", "straight"},
+        {"sfBend", "bend"},
+        {"sfCombiner", "combiner"},
+        {"sfCoupler2x2", "coupler"},
+        {"sfEdgeCoupler", "edge-coupler"},
+        {"sfGrating", "grating"},
+        {"sfPhaseModulator", "phase-modulator"},
+        {"sfPhotodiode", "detector"},
+        {"sfPushPullArms", "modulator"},
+        {"sfSplitter", "splitter"},
+        {"sfStarCoupler1x10", "star-coupler"},
+        {"sfStarCoupler3x10", "star-coupler"},
+        {"sfStraight", "straight"},
         {"sfTaper", "taper"},
     };
     return all;

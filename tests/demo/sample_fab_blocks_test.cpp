@@ -104,6 +104,23 @@ std::vector<Kind> const kKinds = {
      "length = 15.5 um in [2,500]: length of the body\n"
      "bodyWidth = 4 um in [1.5,20]: width of the body\n"
      "excessLoss = 0.2 dB in [0,3]: power that reaches no output\n"},
+    {"sfStarCoupler1x10", "strip", "",
+     "in0 Optics\nout0 Optics\nout1 Optics\nout2 Optics\nout3 Optics\nout4 Optics\nout5 Optics\n"
+     "out6 Optics\nout7 Optics\nout8 Optics\nout9 Optics\n",
+     "length = 100 um in [5,20000]: distance between the arcs\n"
+     "apertureIn = 10 um in [1,2000]: length of the arc of the inputs\n"
+     "apertureOut = 20 um in [1,2000]: length of the arc of the outputs\n"
+     "width = 0.45 um in [0.3,2]: width of the waveguides\n"
+     "excessLoss = 0.5 dB in [0,5]: power that reaches no output\n"},
+    {"sfStarCoupler3x10", "strip", "",
+     "in0 Optics\nin1 Optics\nin2 Optics\nout0 Optics\nout1 Optics\nout2 Optics\nout3 Optics\nout4 Optics\nout5 "
+     "Optics\n"
+     "out6 Optics\nout7 Optics\nout8 Optics\nout9 Optics\n",
+     "length = 100 um in [5,20000]: distance between the arcs\n"
+     "apertureIn = 10 um in [1,2000]: length of the arc of the inputs\n"
+     "apertureOut = 20 um in [1,2000]: length of the arc of the outputs\n"
+     "width = 0.45 um in [0.3,2]: width of the waveguides\n"
+     "excessLoss = 0.5 dB in [0,5]: power that reaches no output\n"},
     {"sfStraight", "strip", "", "in0 Optics\nout0 Optics\n",
      "length = 100 um in [1,20000]: length from port to port\n"
      "width = 0.45 um in [0.3,2]: width of the waveguide\n"},
@@ -127,6 +144,8 @@ TEST(SampleFabBlocks, AreTheseAndNoOthers) {
                           "  sfPhotodiode\n"
                           "  sfPushPullArms\n"
                           "  sfSplitter\n"
+                          "  sfStarCoupler1x10\n"
+                          "  sfStarCoupler3x10\n"
                           "  sfStraight\n"
                           "  sfTaper\n");
 }

@@ -7,7 +7,7 @@
 namespace {
 
 TEST(VrlDemoDll, ReportsTheKindsOfBlockOnceHoweverOftenItsHookIsCalled) {
-    EXPECT_EQ(vrl_test::startWithSamplePlugins(), "vrlDemoDll: kinds of building block: 12\n");
+    EXPECT_EQ(vrl_test::startWithSamplePlugins(), "vrlDemoDll: kinds of building block: 14\n");
     vrlInit_vrllib(false, false);
     EXPECT_EQ(vrlGetCoutMsg(), "");
 }

@@ -59,7 +59,7 @@ TEST(Doc, DescribesEveryBlockWithItsPortsAndParameters) {
     Tool const tool;
     auto const done = tool.run("doc", {"SampleFab", "-o", "b.tex"});
     EXPECT_EQ(done.err, "");
-    EXPECT_EQ(done.out, "SampleFab: 11 blocks, 2 process flows, 3 cross sections\nwrote b.tex\n");
+    EXPECT_EQ(done.out, "SampleFab: 13 blocks, 2 process flows, 3 cross sections\nwrote b.tex\n");
     EXPECT_EQ(done.status, 0);
     std::string const shown = outline(tool.read("b.tex"));
     EXPECT_EQ(shown, kept(shown, VRL_KEPT_TEXTS "/sample_fab_outline.txt"));
@@ -212,7 +212,7 @@ TEST(DocPdf, RunsLatexTwiceWithoutAShellAndLeavesNoFiles) {
     replaceLatex(tool, "echo \"$@\" >> \"$HOME/calls\"; test -f booklet.tex && cp booklet.tex booklet.pdf\n");
     auto const done = tool.run("doc", {"SampleFab", "-o", "b.tex", "--pdf"});
     EXPECT_EQ(done.err, "");
-    EXPECT_EQ(done.out, "SampleFab: 11 blocks, 2 process flows, 3 cross sections\nwrote b.tex\nwrote b.pdf\n");
+    EXPECT_EQ(done.out, "SampleFab: 13 blocks, 2 process flows, 3 cross sections\nwrote b.tex\nwrote b.pdf\n");
     EXPECT_EQ(readFile(tool.place().home() / "calls"),
               "-draftmode -interaction=nonstopmode -halt-on-error -no-shell-escape booklet.tex\n"
               "-interaction=nonstopmode -halt-on-error -no-shell-escape booklet.tex\n");

@@ -176,7 +176,7 @@ TEST(DocOfADesign, IsToldFromAFoundryByPathOrOption) {
     EXPECT_EQ(tool.run("doc", {"./SampleFab", "-o", "a.tex"}).out,
               "./SampleFab: 2 elements, 1 net, 7 findings\nwrote a.tex\n");
     EXPECT_EQ(tool.run("doc", {"--foundry", "SampleFab", "-o", "a.tex"}).out,
-              "SampleFab: 11 blocks, 2 process flows, 3 cross sections\nwrote a.tex\n");
+              "SampleFab: 13 blocks, 2 process flows, 3 cross sections\nwrote a.tex\n");
 }
 
 TEST(DocOfADesign, HasNoBlocksToChoose) {

@@ -20,22 +20,26 @@ TEST(List, ListsFoundriesWithTheirDescriptions) {
 TEST(List, ListsBlocksWithTheirPortsAndParameters) {
     Tool const tool;
     auto const list = tool.run("list", {"blocks"});
-    EXPECT_EQ(list.out,
-              "key               plug-in           ports; parameters\n"
-              "demoDelayLine     vrlDemoDll        in0, out0; length\n"
-              "sfBend            foundrySampleFab  in0, out0; radius, angle, width\n"
-              "sfCombiner        foundrySampleFab  in0, in1, out0; length, bodyWidth, excessLoss\n"
-              "sfCoupler2x2      foundrySampleFab  in0, in1, out0, out1; length, bodyWidth, excessLoss, "
-              "crossCoupling\n"
-              "sfEdgeCoupler     foundrySampleFab  in0, out0; length, tipWidth, couplingLoss\n"
-              "sfGrating         foundrySampleFab  in0, out0; periods, pitch, dutyCycle, width\n"
-              "sfPhaseModulator  foundrySampleFab  in0, out0, signal, ground; length, width, efficiency, bias\n"
-              "sfPhotodiode      foundrySampleFab  in0, anode, cathode; length, width, responsivity, bias\n"
-              "sfPushPullArms    foundrySampleFab  composite: in0, in1, out0, out1, upper, lower, ground; length, "
-              "separation\n"
-              "sfSplitter        foundrySampleFab  in0, out0, out1; length, bodyWidth, excessLoss\n"
-              "sfStraight        foundrySampleFab  in0, out0; length, width\n"
-              "sfTaper           foundrySampleFab  in0, out0; length, widthIn, widthOut\n");
+    EXPECT_EQ(
+        list.out,
+        "key                plug-in           ports; parameters\n"
+        "demoDelayLine      vrlDemoDll        in0, out0; length\n"
+        "sfBend             foundrySampleFab  in0, out0; radius, angle, width\n"
+        "sfCombiner         foundrySampleFab  in0, in1, out0; length, bodyWidth, excessLoss\n"
+        "sfCoupler2x2       foundrySampleFab  in0, in1, out0, out1; length, bodyWidth, excessLoss, crossCoupling\n"
+        "sfEdgeCoupler      foundrySampleFab  in0, out0; length, tipWidth, couplingLoss\n"
+        "sfGrating          foundrySampleFab  in0, out0; periods, pitch, dutyCycle, width\n"
+        "sfPhaseModulator   foundrySampleFab  in0, out0, signal, ground; length, width, efficiency, bias\n"
+        "sfPhotodiode       foundrySampleFab  in0, anode, cathode; length, width, responsivity, bias\n"
+        "sfPushPullArms     foundrySampleFab  composite: in0, in1, out0, out1, upper, lower, ground; length, "
+        "separation\n"
+        "sfSplitter         foundrySampleFab  in0, out0, out1; length, bodyWidth, excessLoss\n"
+        "sfStarCoupler1x10  foundrySampleFab  in0, out0, out1, out2, out3, out4, out5, out6, out7, out8, out9; length, "
+        "apertureIn, apertureOut, width, excessLoss\n"
+        "sfStarCoupler3x10  foundrySampleFab  in0, in1, in2, out0, out1, out2, out3, out4, out5, out6, out7, out8, "
+        "out9; length, apertureIn, apertureOut, width, excessLoss\n"
+        "sfStraight         foundrySampleFab  in0, out0; length, width\n"
+        "sfTaper            foundrySampleFab  in0, out0; length, widthIn, widthOut\n");
     EXPECT_EQ(list.status, 0);
 }
 

@@ -44,7 +44,8 @@ TEST(Plugins, PrintsWhatEachConfiguredLibraryRegisters) {
               "  serves  foundries, blocks, block views\n"
               "  brings  foundries: SampleFab\n"
               "          blocks: sfBend, sfCombiner, sfCoupler2x2, sfEdgeCoupler, sfGrating, sfPhaseModulator,\n"
-              "              sfPhotodiode, sfPushPullArms, sfSplitter, sfStraight, sfTaper\n"
+              "              sfPhotodiode, sfPushPullArms, sfSplitter, sfStarCoupler1x10, sfStarCoupler3x10,\n"
+              "              sfStraight, sfTaper\n"
               "          block views: SampleFab/Layout, Symbol/SampleFab\n"
               "\n"
               "2 lines name libraries: 2 loaded, 0 failed\n");

@@ -106,7 +106,7 @@ TEST(Completion, OffersTheBlocksAfterAFoundry) {
     EXPECT_EQ(shell.offer({"look", "--config", shell.config, "SampleFab", "@sfT"}), "sfTaper");
     EXPECT_EQ(shell.offer({"look", "--config", shell.config, "SampleFab", "@"}),
               "demoDelayLine sfBend sfCombiner sfCoupler2x2 sfEdgeCoupler sfGrating sfPhaseModulator sfPhotodiode "
-              "sfPushPullArms sfSplitter sfStraight sfTaper");
+              "sfPushPullArms sfSplitter sfStarCoupler1x10 sfStarCoupler3x10 sfStraight sfTaper");
 }
 
 TEST(Completion, OffersTheParametersOfTheKeyBefore) {

@@ -43,9 +43,9 @@ TEST(Symbols, AreTheseInOrder) {
                                                                       "modulator",     "multiplexer",
                                                                       "pad",           "phase-modulator",
                                                                       "phase-shifter", "ring",
-                                                                      "splitter",      "straight",
-                                                                      "switch",        "taper",
-                                                                      "termination"}));
+                                                                      "splitter",      "star-coupler",
+                                                                      "straight",      "switch",
+                                                                      "taper",         "termination"}));
     EXPECT_EQ(vrltool::draw::findSymbol("Ring"), nullptr);
     EXPECT_EQ(vrltool::draw::findSymbol(""), nullptr);
 }

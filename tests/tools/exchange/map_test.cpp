@@ -235,19 +235,26 @@ TEST(NameMap, TemplateGuessesNoKindWithOtherNumbersOfPorts) {
                                                                    "      o2: null\n");
     EXPECT_EQ(templateFor("bend", "a: \"a,o1\", b: \"a,o2\", c: \"a,o3\", d: \"a,o4\", e: \"a,o5\""),
               "  bend:  # 1 instance\n"
-              "    key: null  # no kind has as many ports\n"
+              "    key: null  # one of sfStarCoupler1x10 and sfStarCoupler3x10\n"
               "    ports:\n"
               "      o1: null\n"
               "      o2: null\n"
               "      o3: null\n"
               "      o4: null\n"
               "      o5: null\n");
+    std::string ports, lines;
+    for (int i = 1; i <= 14; ++i) {
+        ports += (i > 1 ? ", p" : "p") + std::to_string(i) + ": \"a,o" + std::to_string(i) + "\"";
+        lines += "      o" + std::to_string(i) + ": null\n";
+    }
+    EXPECT_EQ(templateFor("bend", ports),
+              "  bend:  # 1 instance\n    key: null  # no kind has as many ports\n    ports:\n" + lines);
 }
 
 TEST(NameMap, TemplateMarksPortsInOrderAndGuessesNoneOnBothSides) {
     EXPECT_EQ(templateFor("coupler", "a: \"a,o10\", b: \"a,o2\", c: \"a,o3\", d: \"a,o4\""),
               "  coupler:  # 1 instance\n"
-              "    key: sfCoupler2x2  # a guess\n"
+              "    key: sfCoupler2x2  # a guess; or sfStarCoupler1x10 and sfStarCoupler3x10\n"
               "    ports:  # ours: in0, in1, out0 and out1\n"
               "      o2: null  # one of in0, in1, out0 and out1\n"
               "      o3: null  # one of in0, in1, out0 and out1\n"
@@ -300,6 +307,29 @@ TEST(NameMap, IsFoundAmongTheInstalledOnes) {
     EXPECT_EQ(tool.run("export", {"a.vrl", "--map", "nosuch"}).err,
               "vrl: nosuch: there is no such file, and no such map is installed\n"
               "  installed maps: gdsfactory-generic\n");
+}
+
+TEST(InstalledMap, TakesTheSlabsOfAGratingBySize) {
+    Tool const tool;
+    tool.write("a.yml", "instances:\n"
+                        "  a: {component: free_propagation_region, settings: {inputs: 1, outputs: 10, wg_width: 0.5}}\n"
+                        "  b: {component: free_propagation_region, settings: {inputs: 3, outputs: 10, width2: 30}}\n"
+                        "nets: [{p1: \"a,E0\", p2: \"b,E9\"}, {p1: \"a,E9\", p2: \"b,E0\"}]\n"
+                        "ports: {o1: \"a,o1\", W1: \"b,W1\"}\n");
+    EXPECT_EQ(tool.run("import", {"a.yml", "--map", "gdsfactory-generic", "-o", "a.vrl"}).status, 0);
+    std::string const ours = tool.run("export", {"a.vrl", "--format", "json"}).out;
+    EXPECT_NE(ours.find(R"("a": {"component": "sfStarCoupler1x10")"), std::string::npos) << ours;
+    EXPECT_NE(ours.find(R"("b": {"component": "sfStarCoupler3x10")"), std::string::npos) << ours;
+    EXPECT_NE(ours.find(R"("apertureOut": 30)"), std::string::npos) << ours;
+    EXPECT_NE(ours.find(R"("nets": [{"p1": "a,out0", "p2": "b,out9"}, {"p1": "a,out9", "p2": "b,out0"}], )"
+                        R"("ports": {"o1": "a,in0", "W1": "b,in1"}})"),
+              std::string::npos)
+        << ours;
+    std::string const theirs = tool.run("export", {"a.vrl", "--map", "gdsfactory-generic", "--format", "json"}).out;
+    EXPECT_NE(theirs.find(R"("a": {"component": "free_propagation_region", )"
+                          R"("settings": {"inputs": 1, "outputs": 10, "wg_width": 0.5}})"),
+              std::string::npos)
+        << theirs;
 }
 
 }  // namespace

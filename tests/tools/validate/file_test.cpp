@@ -132,7 +132,7 @@ TEST(ValidateFile, LoadsAPluginUnderAnyName) {
     auto const shown = tool.run("validate", {"--only", "file-name", "--only", "brings-keys", name});
     EXPECT_EQ(shown.out, "a;b*?lib_wX_ \xC3\xBC$\\x0A'c.so\n"
                          "  file-name    warning  1 finding\n"
-                         "  brings-keys  pass     1 foundry, 11 blocks, 2 block views\n"
+                         "  brings-keys  pass     1 foundry, 13 blocks, 2 block views\n"
                          "\n"
                          "file-name: warning\n"
                          "  expected: its name is one under which a configuration finds it\n"
